@@ -1,0 +1,96 @@
+#ifndef SEARCHPATH_MODEL_PATH_ENTRY_H
+#define SEARCHPATH_MODEL_PATH_ENTRY_H
+
+#include "searchpath/export.h"
+#include "searchpath/model/absolute_iri.h"
+#include "searchpath/model/filename_matching_policy.h"
+#include "searchpath/model/path_entry_type.h"
+#include "searchpath/model/path_item.h"
+#include "searchpath/model/search_scope.h"
+#include "searchpath/model/search_target.h"
+#include "searchpath/model/ustring.h"
+
+#include <functional>
+#include <memory>
+#include <vector>
+
+namespace Corvane::PathManagement {
+
+class IPathEntry;
+
+/// Called with one entry after the other; returns true to stop the traversal.
+using PathEntryVisitor = std::function<bool(const std::shared_ptr<const IPathEntry>&)>;
+
+/// One entry of a search path: a folder, its files, and the special folders directly below it.
+///
+/// An entry is shared and never copied. The same entry is the same object; the same folder has an
+/// equal `GetCanonicalAbsoluteIRI`.
+///
+/// Threads: every operation may be called from several threads at once.
+/// Errors: what is not there is null or empty, never an exception.
+class SEARCHPATH_EXPORT IPathEntry {
+ public:
+  virtual ~IPathEntry();
+
+  /// The kind of folder this entry is.
+  [[nodiscard]] virtual PathEntryType GetPathEntryType() const = 0;
+
+  /// The files of the folder, in the entry's own order. Never null.
+  [[nodiscard]] virtual std::shared_ptr<const std::vector<std::shared_ptr<const PathItem>>>
+  GetItems() const = 0;
+
+  /// The identity of the folder. Precondition of all that sorts by it: it never changes.
+  [[nodiscard]] virtual CanonicalAbsoluteIRI GetCanonicalAbsoluteIRI() const = 0;
+
+  /// The location as it was given to whoever made the entry.
+  [[nodiscard]] virtual AbsoluteIRI GetAbsoluteIRI() const = 0;
+
+  /// The private folder, whose files are visible from this folder only; null when there is none.
+  [[nodiscard]] virtual std::shared_ptr<const IPathEntry> GetSingleSubfolderEntryA() const = 0;
+
+  /// The resources folder; null when there is none.
+  [[nodiscard]] virtual std::shared_ptr<const IPathEntry> GetSingleSubfolderEntryB() const = 0;
+
+  /// The "+" folders. Never null.
+  [[nodiscard]] virtual std::shared_ptr<const std::vector<std::shared_ptr<const IPathEntry>>>
+  GetSubfolderEntriesA() const = 0;
+
+  /// The "@" folders, the method entries. Never null.
+  [[nodiscard]] virtual std::shared_ptr<const std::vector<std::shared_ptr<const IPathEntry>>>
+  GetSubfolderEntriesB() const = 0;
+
+  /// Further folders that an environment hangs below the entry. Never null.
+  [[nodiscard]] virtual std::shared_ptr<const std::vector<std::shared_ptr<const IPathEntry>>>
+  GetSubfolderEntriesC() const = 0;
+
+  /// The best match among the files of the folder; null when none matches. The name of `target`
+  /// holds no separator.
+  [[nodiscard]] virtual std::shared_ptr<const PathItem> FindItem(
+      const detail::SearchTarget& target, FilenameMatchingPolicy policy) const = 0;
+
+  /// Every match among the files of the folder, best first.
+  [[nodiscard]] virtual std::vector<std::shared_ptr<const PathItem>> FindItems(
+      const detail::SearchTarget& target, FilenameMatchingPolicy policy) const = 0;
+
+  /// Visits this entry and all that hang below it, as far as their kind is in `scope`. Returns true
+  /// when the visitor asked to stop.
+  virtual bool ForEachEntryInScope(SearchScope scope, const PathEntryVisitor& visitor) const = 0;
+
+  /// As `ForEachEntryInScope`, but the visitor may be called from several threads at once and in
+  /// any order.
+  virtual bool ConcurrentForEachEntryInScope(SearchScope scope,
+                                             const PathEntryVisitor& visitor) const = 0;
+
+  /// Tells whether two file names are the same in this folder under `policy`.
+  [[nodiscard]] virtual std::shared_ptr<std::function<bool(const ustring&, const ustring&)>>
+  GetFilenameComparator(FilenameMatchingPolicy policy) const = 0;
+
+ protected:
+  IPathEntry() = default;
+  IPathEntry(const IPathEntry&) = default;
+  IPathEntry& operator=(const IPathEntry&) = default;
+};
+
+}  // namespace Corvane::PathManagement
+
+#endif  // SEARCHPATH_MODEL_PATH_ENTRY_H

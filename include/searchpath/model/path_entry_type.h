@@ -1,0 +1,20 @@
+#ifndef SEARCHPATH_MODEL_PATH_ENTRY_TYPE_H
+#define SEARCHPATH_MODEL_PATH_ENTRY_TYPE_H
+
+#include <cstdint>
+
+namespace Corvane::PathManagement {
+
+/// The kind of a folder. The numbers are kept: they stand in scopes and in stored data, and 4 stays
+/// unused.
+enum class PathEntryType : std::uint32_t {
+  Ordinary = 0,         ///< any folder that is none of the others
+  PlusFolder = 1,       ///< its name begins with "+": a package
+  AtFolder = 2,         ///< its name begins with "@": the methods of a class
+  PrivateFolder = 3,    ///< `Constants::PrivateFolderStr`: for the folder above it only
+  ResourcesFolder = 5,  ///< `Constants::ResourcesFolderStr`: data, in no scope by default
+};
+
+}  // namespace Corvane::PathManagement
+
+#endif  // SEARCHPATH_MODEL_PATH_ENTRY_TYPE_H

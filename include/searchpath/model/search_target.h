@@ -1,0 +1,34 @@
+#ifndef SEARCHPATH_MODEL_SEARCH_TARGET_H
+#define SEARCHPATH_MODEL_SEARCH_TARGET_H
+
+#include "searchpath/model/ustring.h"
+
+#include <vector>
+
+namespace Corvane::PathManagement::detail {
+
+/// What a lookup searches for: a name as it stands, or a name that each of a list of extensions is
+/// added to. With extensions, the bare name alone does not match; within one folder the earlier
+/// extension wins. A name that holds a pathname separator is a partial pathname: its last part is
+/// the file, the parts before it match the trailing folders of an entry.
+class SearchTarget {
+ public:
+  explicit SearchTarget(const ustring& fileName) : name(fileName) {}
+
+  /// `extensionList` holds extensions with their dot, the preferred one first.
+  SearchTarget(const ustring& fileName, const std::vector<ustring>& extensionList)
+      : name(fileName), extensions(extensionList) {}
+
+  [[nodiscard]] const ustring& GetName() const noexcept { return name; }
+
+  /// Empty when the name is searched as it stands.
+  [[nodiscard]] const std::vector<ustring>& GetExtensions() const noexcept { return extensions; }
+
+ private:
+  ustring name;
+  std::vector<ustring> extensions;
+};
+
+}  // namespace Corvane::PathManagement::detail
+
+#endif  // SEARCHPATH_MODEL_SEARCH_TARGET_H

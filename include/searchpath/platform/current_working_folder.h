@@ -1,0 +1,69 @@
+#ifndef SEARCHPATH_PLATFORM_CURRENT_WORKING_FOLDER_H
+#define SEARCHPATH_PLATFORM_CURRENT_WORKING_FOLDER_H
+
+#include "searchpath/export.h"
+#include "searchpath/model/absolute_iri.h"
+#include "searchpath/model/ustring.h"
+
+#include <cstdint>
+#include <exception>
+
+namespace Corvane::current_working_folder {
+
+/// Why a folder string has no absolute location. The numbers are kept.
+enum class AbsolutizeError : std::uint32_t {
+  InvalidText = 0,       ///< no pathname or IRI, or a scheme that is not supported
+  NoWorkingFolder = 1,   ///< a relative text, and the working folder is gone
+  InputOutput = 2,       ///< the disk reported an error
+  PermissionDenied = 3,  ///< a folder on the way, or the folder itself, may not be read
+  Absent = 4,
+  NotAFolder = 5,
+  BrokenLink = 6,  ///< a link whose target is absent
+  LinkLoop = 7,    ///< links that lead to each other
+  Other = 8,
+  NameTooLong = 9,
+};
+
+/// A folder string has no absolute location.
+class SEARCHPATH_EXPORT FailedToAbsolutizeException : public std::exception {
+ public:
+  explicit FailedToAbsolutizeException(AbsolutizeError reason) noexcept : error(reason) {}
+  FailedToAbsolutizeException(const FailedToAbsolutizeException&) = default;
+  FailedToAbsolutizeException& operator=(const FailedToAbsolutizeException&) = default;
+  ~FailedToAbsolutizeException() override;
+
+  /// The number of the `AbsolutizeError`.
+  [[nodiscard]] std::uint32_t GetErrorCode() const noexcept {
+    return static_cast<std::uint32_t>(error);
+  }
+
+  /// Says what is wrong, without the folder: "no such folder".
+  [[nodiscard]] const char* what() const noexcept override;
+
+ private:
+  AbsolutizeError error;
+};
+
+/// Turns the folder strings that users type into locations.
+///
+/// Threads: `absolutize` may be called from several threads at once.
+class SEARCHPATH_EXPORT ICurrentWorkingFolder {
+ public:
+  virtual ~ICurrentWorkingFolder();
+
+  /// The location of `folder`: an absolute pathname, one below the working folder, one that begins
+  /// with "~", or the text of an IRI.
+  ///
+  /// Errors: `FailedToAbsolutizeException` when it is no folder that exists and can be read.
+  [[nodiscard]] virtual foundation::storage::vfs::AbsoluteIRI absolutize(
+      const foundation::ustring& folder) const = 0;
+
+ protected:
+  ICurrentWorkingFolder() = default;
+  ICurrentWorkingFolder(const ICurrentWorkingFolder&) = default;
+  ICurrentWorkingFolder& operator=(const ICurrentWorkingFolder&) = default;
+};
+
+}  // namespace Corvane::current_working_folder
+
+#endif  // SEARCHPATH_PLATFORM_CURRENT_WORKING_FOLDER_H

@@ -1,0 +1,43 @@
+#ifndef SEARCHPATH_PLATFORM_IRI_TEXT_H
+#define SEARCHPATH_PLATFORM_IRI_TEXT_H
+
+#include "searchpath/export.h"
+#include "searchpath/model/absolute_iri.h"
+#include "searchpath/model/ustring.h"
+#include "searchpath/platform/filesystem.h"
+
+namespace foundation::storage::vfs {
+
+/// Whether `text` begins with a scheme of two or more characters followed by "://".
+[[nodiscard]] SEARCHPATH_EXPORT bool hasIRIPrefix(const ustring& text) noexcept;
+
+/// The IRI of a native path, character for character: nothing in `path` is an escape.
+///
+/// Errors: `InvalidIRIException` when `path` is empty or relative, holds a NUL or a lone surrogate
+/// that stands for no byte, or when `scheme` is none.
+[[nodiscard]] SEARCHPATH_EXPORT AbsoluteIRI toAbsoluteIRI(const ustring& scheme,
+                                                          const fl::filesystem::path& path);
+
+/// The native path of a "file" IRI. Errors: `InvalidIRIException` for any other scheme.
+[[nodiscard]] SEARCHPATH_EXPORT fl::filesystem::path fromAbsoluteIRI(const AbsoluteIRI& iri);
+
+}  // namespace foundation::storage::vfs
+
+namespace foundation::storage::utility {
+
+/// Brings an IRI text into its normal form. For "file" that is the spelling of `AbsoluteIRI`
+/// without
+/// "." and ".." components, a stray "%" becoming "%25"; for other schemes the syntax-based
+/// normalisation of RFC 3986, in ASCII, the scheme's case untouched.
+///
+/// Errors: `InvalidIRIException` for a text that is no IRI; `text` is then unchanged.
+SEARCHPATH_EXPORT void normalizeURL(ustring& text);
+
+/// Decodes percent escapes, for display. With `decodeUtf8` escapes of valid UTF-8 become the
+/// characters they stand for; without it only escapes of ASCII do. What cannot be decoded stays as
+/// it stands, and so do "%2F" and "%00": no text comes to name another file. "+" is never a blank.
+SEARCHPATH_EXPORT void decodeURL(ustring& text, bool decodeUtf8);
+
+}  // namespace foundation::storage::utility
+
+#endif  // SEARCHPATH_PLATFORM_IRI_TEXT_H

@@ -1,0 +1,42 @@
+#ifndef SEARCHPATH_UTILITIES_ONCE_FLAG_H
+#define SEARCHPATH_UTILITIES_ONCE_FLAG_H
+
+#include <atomic>
+#include <mutex>
+#include <utility>
+
+namespace Corvane::PathManagement::detail {
+
+/// Guards a value that is built once, on first use, and never changes afterwards. Unlike the
+/// standard flag it can be copied, and a build that throws leaves it as it was.
+///
+/// Threads: `Call` and `IsBuilt` from any thread, also while the flag is being copied. What `build`
+/// wrote may be read without a lock once either has said that it is built.
+class OnceFlag {
+ public:
+  OnceFlag() = default;
+  /// Takes over whether `other` is built; a build that is under way does not count.
+  OnceFlag(const OnceFlag& other) noexcept : built(other.IsBuilt()) {}
+  OnceFlag& operator=(const OnceFlag&) = delete;
+  ~OnceFlag() = default;
+
+  [[nodiscard]] bool IsBuilt() const noexcept { return built.load(std::memory_order_acquire); }
+
+  /// Runs `build` unless an earlier call ended without an exception. Concurrent callers wait.
+  template <class Build>
+  void Call(Build&& build) {
+    if (IsBuilt()) return;
+    const std::lock_guard lock(mutex);
+    if (built.load(std::memory_order_relaxed)) return;
+    std::forward<Build>(build)();
+    built.store(true, std::memory_order_release);
+  }
+
+ private:
+  std::atomic<bool> built = false;
+  std::mutex mutex;  // held while building
+};
+
+}  // namespace Corvane::PathManagement::detail
+
+#endif  // SEARCHPATH_UTILITIES_ONCE_FLAG_H

@@ -1,0 +1,47 @@
+#ifndef SEARCHPATH_UTILITIES_PATH_STRINGS_H
+#define SEARCHPATH_UTILITIES_PATH_STRINGS_H
+
+#include "searchpath/export.h"
+#include "searchpath/model/path_entry_type.h"
+#include "searchpath/model/ustring.h"
+#include "searchpath/platform/filesystem.h"
+
+#include <vector>
+
+namespace Corvane::PathManagement {
+
+// Text only: none of these asks the file system.
+//
+// Threads: stateless.
+
+/// The folders of a search-path string, in order. ";" and each unit of
+/// `Constants::ZentraPathsepStr` separate; empty folders are dropped; nothing is trimmed, quoted or
+/// escaped. So a folder whose name holds ";" or ":" cannot be written this way, and an IRI is cut
+/// in two at its ":".
+///
+/// Cost: one pass and one string for each folder.
+[[nodiscard]] SEARCHPATH_EXPORT std::vector<ustring> SplitZentraPath(const ustring& pathString);
+
+/// `absolutePath` without its root, "usr/lib" of "/usr/lib"; a relative path unchanged.
+///
+/// Errors: `std::out_of_range` when the root does not occur in the text.
+[[nodiscard]] SEARCHPATH_EXPORT ustring
+RemoveRootPathFromAbsolutePath(const fl::filesystem::path& absolutePath);
+
+/// The kind of a folder by its name: "+…" and "@…" folders, `Constants::PrivateFolderStr`,
+/// `Constants::ResourcesFolderStr`; every other name is ordinary.
+///
+/// Cost: one look at the first unit for most names; never allocates.
+[[nodiscard]] SEARCHPATH_EXPORT PathEntryType
+GetPathEntryTypeFromBaseName(const ustring& baseName) noexcept;
+
+/// The end of `folder` from the first of the special folders that it stands in: "+pkg/@cls/private"
+/// of
+/// ".../lib/+pkg/@cls/private", "tools" of ".../lib/tools". The name of a root for a root, and ""
+/// for text that is no IRI and no absolute path.
+[[nodiscard]] SEARCHPATH_EXPORT ustring
+GetPartialPathIncludingSpecialFolders(const ustring& folder);
+
+}  // namespace Corvane::PathManagement
+
+#endif  // SEARCHPATH_UTILITIES_PATH_STRINGS_H

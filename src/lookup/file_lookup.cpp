@@ -1,0 +1,113 @@
+#include "searchpath/utilities/file_lookup.h"
+
+#include "searchpath/model/path.h"
+#include "searchpath/model/path_entry.h"
+#include "searchpath/platform/filesystem.h"
+#include "text/separators.h"
+
+#include <array>
+#include <cstdint>
+
+namespace Corvane::PathManagement {
+
+namespace {
+
+constexpr std::array<std::uint32_t, 1> kMainKinds = {0};
+constexpr std::array<std::uint32_t, 5> kAllKinds = {0, 1, 2, 3, 4};
+
+/// The first of the method entries called like the target that holds such a file.
+boost::optional<FoundItem> FindInMethodEntries(const IPath& path, SearchScope scope,
+                                               const detail::SearchTarget& target,
+                                               FilenameMatchingPolicy policy) {
+  const auto methodEntries = path.GetMethodEntriesByName(scope, target.GetName(),
+                                                         FilenameMatchingPolicy::FileSystemDefault);
+  for (const auto& entry : methodEntries) {
+    if (auto item = entry->FindItem(target, policy)) return FoundItem(std::move(item), entry);
+  }
+  return boost::none;
+}
+
+void AppendFilesByExtensions(const std::shared_ptr<const IPathEntry>& entry,
+                             const std::vector<ustring>& extensions, FilenameMatchingPolicy policy,
+                             std::vector<FoundItem>& files) {
+  const auto equal = entry->GetFilenameComparator(policy);
+  const auto items = entry->GetItems();
+  for (const auto& item : *items) {
+    for (const ustring& extension : extensions) {
+      if ((*equal)(extension, item->GetExtension())) files.emplace_back(item, entry);
+    }
+  }
+}
+
+}  // namespace
+
+detail::SearchTarget CreateSearchTargetWithExtensionInFilenamePreferred(
+    const ustring& name, const std::vector<ustring>& extensions) {
+  const fl::filesystem::path path(name, true);
+  const bool hasOwn =
+      !fl::filesystem::detail::extract_extension(path).empty() || name.ends_with(u'.');
+  if (hasOwn || extensions.empty()) return detail::SearchTarget(name);
+  return {name, extensions};
+}
+
+boost::optional<FoundItem> FindFirstFileVisibleOnPath(const IPath& path,
+                                                      const detail::SearchTarget& target,
+                                                      FilenameMatchingPolicy policy) {
+  if (detail::HasSeparator(target.GetName())) {
+    return path.FindFirstInScope({kAllKinds.data(), kAllKinds.size()}, target, policy);
+  }
+  const SearchScope mainScope(kMainKinds.data(), kMainKinds.size());
+  auto ordinary = path.FindFirstInScope(mainScope, target, policy);
+  auto method = FindInMethodEntries(path, mainScope, target, policy);
+  if (!method) return ordinary;
+  if (!ordinary) return method;
+  const bool methodIsFirst =
+      path.FirstEntryIsBeforeSecondOnPath(*method->GetPathEntry(), *ordinary->GetPathEntry());
+  return methodIsFirst ? method : ordinary;
+}
+
+boost::optional<FoundItem> FindFirstFileVisibleFromFolder(const IPath& path,
+                                                          const AbsoluteIRI& folder,
+                                                          const detail::SearchTarget& target,
+                                                          FilenameMatchingPolicy policy) {
+  if (detail::HasSeparator(target.GetName())) {
+    return path.FindFirstInScope({kAllKinds.data(), kAllKinds.size()}, target, policy);
+  }
+  const auto entry =
+      path.GetPathEntryFromAbsoluteIRI(folder, FilenameMatchingPolicy::FileSystemDefault);
+  if (entry != nullptr) {
+    if (auto privateFolder = entry->GetSingleSubfolderEntryA()) {
+      if (auto item = privateFolder->FindItem(target, policy)) {
+        return FoundItem(std::move(item), std::move(privateFolder));
+      }
+    }
+  }
+  return FindFirstFileVisibleOnPath(path, target, policy);
+}
+
+boost::optional<FoundItem> FindFirstFileVisibleFromFolder(
+    const IPath& path, const foundation::storage::vfs::Folder& folder,
+    const detail::SearchTarget& target, FilenameMatchingPolicy policy) {
+  return FindFirstFileVisibleFromFolder(path, folder.getLocation(), target, policy);
+}
+
+std::vector<FoundItem> FindFilesByExtensions(const std::shared_ptr<const IPathEntry>& entry,
+                                             const std::vector<ustring>& extensions,
+                                             FilenameMatchingPolicy policy) {
+  std::vector<FoundItem> files;
+  AppendFilesByExtensions(entry, extensions, policy, files);
+  return files;
+}
+
+std::vector<FoundItem> FindFilesByExtensions(const IPath& path, SearchScope scope,
+                                             const std::vector<ustring>& extensions,
+                                             FilenameMatchingPolicy policy) {
+  std::vector<FoundItem> files;
+  path.ForEachEntry(scope, [&](const std::shared_ptr<const IPathEntry>& entry) {
+    AppendFilesByExtensions(entry, extensions, policy, files);
+    return false;
+  });
+  return files;
+}
+
+}  // namespace Corvane::PathManagement

@@ -1,0 +1,32 @@
+#ifndef SEARCHPATH_SRC_MODEL_GENERIC_IRI_SYNTAX_H
+#define SEARCHPATH_SRC_MODEL_GENERIC_IRI_SYNTAX_H
+
+#include "searchpath/model/ustring.h"
+
+#include <cstddef>
+#include <string_view>
+
+namespace foundation::storage::vfs::detail {
+
+/// The length of the scheme that `text` begins with; 0 when a scheme of two or more characters and
+/// ":" do not stand there. One character is a drive, not a scheme.
+[[nodiscard]] std::size_t SchemeLength(std::u16string_view text) noexcept;
+
+/// An IRI of a scheme other than "file", and where its path stands in it.
+struct GenericIRI {
+  ustring text;
+  std::size_t pathBegin;
+  std::size_t pathEnd;
+};
+
+/// Checks the syntax of `text` and escapes what no IRI may hold. Precondition: it has a scheme.
+/// Errors: `InvalidIRIException`.
+[[nodiscard]] GenericIRI ParseGenericIRI(std::u16string_view text);
+
+/// `text` in the normal form of RFC 3986, in ASCII, the scheme untouched. Precondition: it has a
+/// scheme. Errors: `InvalidIRIException`.
+[[nodiscard]] ustring NormalizeGenericIRI(std::u16string_view text);
+
+}  // namespace foundation::storage::vfs::detail
+
+#endif  // SEARCHPATH_SRC_MODEL_GENERIC_IRI_SYNTAX_H

@@ -1,0 +1,12 @@
+// The destructors of the interfaces: one vtable each, in the library.
+
+#include "searchpath/model/path.h"
+#include "searchpath/model/path_entry.h"
+
+namespace Corvane::PathManagement {
+
+IPath::~IPath() = default;
+
+IPathEntry::~IPathEntry() = default;
+
+}  // namespace Corvane::PathManagement

@@ -1,0 +1,23 @@
+#ifndef SEARCHPATH_SRC_MODEL_PATH_COMPONENTS_H
+#define SEARCHPATH_SRC_MODEL_PATH_COMPONENTS_H
+
+#include <algorithm>
+#include <cstddef>
+#include <string_view>
+
+namespace foundation::storage::vfs::detail {
+
+/// Takes the first component that is not empty from `rest`; empty at the end.
+template <class Unit>
+[[nodiscard]] std::basic_string_view<Unit> TakeComponent(
+    std::basic_string_view<Unit>& rest) noexcept {
+  const std::size_t begin = std::min(rest.find_first_not_of(Unit{'/'}), rest.size());
+  const std::size_t end = std::min(rest.find(Unit{'/'}, begin), rest.size());
+  const std::basic_string_view<Unit> component = rest.substr(begin, end - begin);
+  rest.remove_prefix(end);
+  return component;
+}
+
+}  // namespace foundation::storage::vfs::detail
+
+#endif  // SEARCHPATH_SRC_MODEL_PATH_COMPONENTS_H

@@ -1,0 +1,34 @@
+#ifndef SEARCHPATH_SRC_MODEL_PERCENT_ESCAPES_H
+#define SEARCHPATH_SRC_MODEL_PERCENT_ESCAPES_H
+
+#include "searchpath/model/ustring.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <string_view>
+
+namespace foundation::storage::vfs::detail {
+
+/// The byte that the escape "%XX" at `at` stands for; empty when there is no escape.
+[[nodiscard]] std::optional<std::uint8_t> EscapeAt(std::u16string_view text,
+                                                   std::size_t at) noexcept;
+
+/// Appends "%XX" in upper case.
+void AppendEscape(ustring& text, std::uint8_t byte);
+
+/// What becomes of escapes that stand for no text.
+enum class Undecodable : std::uint8_t {
+  Kept,    ///< they stay as they are written, and so do "%2F" and "%00"
+  AsByte,  ///< they become the unit that stands for their byte
+};
+
+/// `text` with its escapes decoded as UTF-8.
+[[nodiscard]] ustring DecodeEscapes(std::u16string_view text, Undecodable undecodable);
+
+/// `text` with the escapes of ASCII characters decoded, except "%2F" and "%00".
+[[nodiscard]] ustring DecodeAsciiEscapes(std::u16string_view text);
+
+}  // namespace foundation::storage::vfs::detail
+
+#endif  // SEARCHPATH_SRC_MODEL_PERCENT_ESCAPES_H

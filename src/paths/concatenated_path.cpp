@@ -1,0 +1,165 @@
+#include "searchpath/utilities/concatenated_path.h"
+
+#include <algorithm>
+#include <cassert>
+#include <iterator>
+#include <utility>
+
+namespace Corvane::PathManagement {
+
+namespace {
+
+using Parts = std::vector<std::shared_ptr<const IPath>>;
+using Entries = std::vector<std::shared_ptr<const IPathEntry>>;
+
+/// Appends what `ask` answers for each part, growing to exactly the room that each answer needs.
+template <class Element, class Ask>
+std::vector<Element> Concatenate(const Parts& parts, const Ask& ask) {
+  std::vector<Element> all;
+  for (const auto& part : parts) {
+    std::vector<Element> answer = ask(*part);
+    all.reserve(all.size() + answer.size());
+    std::move(answer.begin(), answer.end(), std::back_inserter(all));
+  }
+  return all;
+}
+
+}  // namespace
+
+ConcatenatedPath::ConcatenatedPath(const std::shared_ptr<const IPath>& first,
+                                   const std::shared_ptr<const IPath>& second)
+    : parts({first, second}) {}
+
+ConcatenatedPath::ConcatenatedPath(std::vector<std::shared_ptr<const IPath>>&& pathParts)
+    : parts(std::move(pathParts)) {}
+
+// The flag is copied before the list is looked at: it says "built" only once the list stands.
+ConcatenatedPath::ConcatenatedPath(const ConcatenatedPath& other)
+    : IPath(other),
+      parts(other.parts),
+      mainEntriesOnce(other.mainEntriesOnce),
+      mainEntries(mainEntriesOnce.IsBuilt() ? other.mainEntries : nullptr) {}
+
+ConcatenatedPath::ConcatenatedPath(ConcatenatedPath&& other)
+    : IPath(other),
+      parts(other.parts),
+      mainEntriesOnce(other.mainEntriesOnce),
+      mainEntries(mainEntriesOnce.IsBuilt() ? std::move(other.mainEntries) : nullptr) {}
+
+ConcatenatedPath::~ConcatenatedPath() = default;
+
+std::shared_ptr<const Entries> ConcatenatedPath::GetMainEntries() const {
+  mainEntriesOnce.Call([this] {
+    Entries all;
+    for (const auto& part : parts) {
+      const auto entries = part->GetMainEntries();
+      // A composite that was moved from hands out null.
+      if (entries == nullptr) continue;
+      all.reserve(all.size() + entries->size());
+      all.insert(all.end(), entries->begin(), entries->end());
+    }
+    mainEntries = std::make_shared<const Entries>(std::move(all));
+  });
+  return mainEntries;
+}
+
+Entries ConcatenatedPath::GetMethodEntries() const {
+  return Concatenate<Entries::value_type>(
+      parts, [](const IPath& part) { return part.GetMethodEntries(); });
+}
+
+Entries ConcatenatedPath::GetMethodEntriesByName(SearchScope scope, const ustring& name,
+                                                 FilenameMatchingPolicy policy) const {
+  return Concatenate<Entries::value_type>(
+      parts, [&](const IPath& part) { return part.GetMethodEntriesByName(scope, name, policy); });
+}
+
+Entries ConcatenatedPath::GetPartiallyMatchingEntries(SearchScope scope, const ustring& name,
+                                                      FilenameMatchingPolicy policy) const {
+  return Concatenate<Entries::value_type>(parts, [&](const IPath& part) {
+    return part.GetPartiallyMatchingEntries(scope, name, policy);
+  });
+}
+
+const IPath& ConcatenatedPath::PartHolding(const IPathEntry& entry) const {
+  const auto holder = std::find_if(parts.begin(), parts.end(), [&entry](const auto& part) {
+    return part->IsEntryOnPath(entry);
+  });
+  assert(holder != parts.end() && "the entry must be on the path");
+  return **holder;
+}
+
+std::shared_ptr<const IPathEntry> ConcatenatedPath::GetMainEntryForEntry(
+    const IPathEntry& entry) const {
+  return PartHolding(entry).GetMainEntryForEntry(entry);
+}
+
+std::shared_ptr<const IPathEntry> ConcatenatedPath::GetParentEntryForEntry(
+    const IPathEntry& entry) const {
+  return PartHolding(entry).GetParentEntryForEntry(entry);
+}
+
+std::shared_ptr<const IPathEntry> ConcatenatedPath::GetPathEntryFromAbsoluteIRI(
+    const CanonicalAbsoluteIRI& iri) const {
+  for (const auto& part : parts) {
+    if (auto entry = part->GetPathEntryFromAbsoluteIRI(iri)) return entry;
+  }
+  return nullptr;
+}
+
+std::shared_ptr<const IPathEntry> ConcatenatedPath::GetPathEntryFromAbsoluteIRI(
+    const AbsoluteIRI& iri, FilenameMatchingPolicy policy) const {
+  if (auto exact = GetPathEntryFromAbsoluteIRI(CanonicalAbsoluteIRI(iri, ustring()))) return exact;
+  for (const auto& part : parts) {
+    if (auto entry = part->GetPathEntryFromAbsoluteIRI(iri, policy)) return entry;
+  }
+  return nullptr;
+}
+
+boost::optional<FoundItem> ConcatenatedPath::FindFirstInScope(SearchScope scope,
+                                                              const detail::SearchTarget& target,
+                                                              FilenameMatchingPolicy policy) const {
+  for (const auto& part : parts) {
+    if (auto found = part->FindFirstInScope(scope, target, policy)) return found;
+  }
+  return boost::none;
+}
+
+std::vector<FoundItem> ConcatenatedPath::FindAllInScope(SearchScope scope,
+                                                        const detail::SearchTarget& target,
+                                                        FilenameMatchingPolicy policy) const {
+  return Concatenate<FoundItem>(
+      parts, [&](const IPath& part) { return part.FindAllInScope(scope, target, policy); });
+}
+
+bool ConcatenatedPath::ForEachEntry(SearchScope scope, const PathEntryVisitor& visitor) const {
+  return std::any_of(parts.begin(), parts.end(),
+                     [&](const auto& part) { return part->ForEachEntry(scope, visitor); });
+}
+
+bool ConcatenatedPath::ConcurrentForEachEntry(SearchScope scope,
+                                              const PathEntryVisitor& visitor) const {
+  return std::any_of(parts.begin(), parts.end(), [&](const auto& part) {
+    return part->ConcurrentForEachEntry(scope, visitor);
+  });
+}
+
+bool ConcatenatedPath::FirstEntryIsBeforeSecondOnPath(const IPathEntry& first,
+                                                      const IPathEntry& second) const {
+  for (const auto& part : parts) {
+    const bool holdsFirst = part->IsEntryOnPath(first);
+    const bool holdsSecond = part->IsEntryOnPath(second);
+    if (holdsFirst) {
+      return !holdsSecond || part->FirstEntryIsBeforeSecondOnPath(first, second);
+    }
+    if (holdsSecond) return false;
+  }
+  return false;
+}
+
+bool ConcatenatedPath::IsEntryOnPath(const IPathEntry& entry) const {
+  return std::any_of(parts.begin(), parts.end(),
+                     [&entry](const auto& part) { return part->IsEntryOnPath(entry); });
+}
+
+}  // namespace Corvane::PathManagement

@@ -1,0 +1,28 @@
+#ifndef SEARCHPATH_SRC_PLATFORM_CANONICAL_PATH_H
+#define SEARCHPATH_SRC_PLATFORM_CANONICAL_PATH_H
+
+#include "searchpath/model/absolute_iri.h"
+
+#include <string>
+#include <string_view>
+
+namespace foundation::storage::vfs::detail {
+
+/// A native path with its links resolved, as bytes.
+struct CanonicalPath {
+  std::string bytes;
+  int error;  // the errno that ended the walk; 0 when the whole path exists
+};
+
+/// The error that names `path` and the errno that stopped its resolution.
+[[nodiscard]] Exception CannotResolve(std::string_view path, int error);
+
+/// Resolves links, "." and ".." of the absolute `path` as far as it exists and may be asked about;
+/// the rest is kept as it is.
+///
+/// Errors: `Exception` for a loop of links and for I/O errors.
+[[nodiscard]] CanonicalPath ResolveLinks(std::string_view path);
+
+}  // namespace foundation::storage::vfs::detail
+
+#endif  // SEARCHPATH_SRC_PLATFORM_CANONICAL_PATH_H

@@ -1,0 +1,71 @@
+#include "searchpath/utilities/path_strings.h"
+
+#include "searchpath/model/absolute_iri.h"
+#include "searchpath/model/constants.h"
+#include "searchpath/utilities/iri_conversion.h"
+#include "text/root_path.h"
+#include "text/tokens.h"
+
+#include <stdexcept>
+#include <utility>
+
+namespace Corvane::PathManagement {
+
+namespace detail {
+
+ustring EraseThroughRoot(ustring text, const ustring& root) {
+  const std::size_t position = text.find(root);
+  // Thrown here, since the text of the standard library's own error differs between libraries.
+  if (position == ustring::npos) throw std::out_of_range("invalid string position");
+  // From p on, p + |root| units: callers rely on this count where the root does not stand in front.
+  text.erase(position, position + root.size());
+  return text;
+}
+
+}  // namespace detail
+
+std::vector<ustring> SplitZentraPath(const ustring& pathString) {
+  std::vector<ustring> folders;
+  detail::ForEachToken(pathString, u";" + Constants::ZentraPathsepStr,
+                       [&folders](std::u16string_view folder) { folders.emplace_back(folder); });
+  return folders;
+}
+
+ustring RemoveRootPathFromAbsolutePath(const fl::filesystem::path& absolutePath) {
+  return detail::EraseThroughRoot(absolutePath.native(),
+                                  fl::filesystem::detail::extract_root_path(absolutePath));
+}
+
+PathEntryType GetPathEntryTypeFromBaseName(const ustring& baseName) noexcept {
+  if (baseName.empty()) return PathEntryType::Ordinary;
+  switch (baseName.front()) {
+    case u'+':
+      return PathEntryType::PlusFolder;
+    case u'@':
+      return PathEntryType::AtFolder;
+    case u'p':
+      return baseName == Constants::PrivateFolderStr ? PathEntryType::PrivateFolder
+                                                     : PathEntryType::Ordinary;
+    case u'r':
+      return baseName == Constants::ResourcesFolderStr ? PathEntryType::ResourcesFolder
+                                                       : PathEntryType::Ordinary;
+    default:
+      return PathEntryType::Ordinary;
+  }
+}
+
+ustring GetPartialPathIncludingSpecialFolders(const ustring& folder) try {
+  const AbsoluteIRI iri = GetIRIFromString(folder);
+  if (!iri.hasParent()) return iri.getName();
+  AbsoluteIRI above = iri;
+  while (above.hasParent()) {
+    above = above.getParent();
+    const ustring name = above.getName();
+    if (name.empty() || GetPathEntryTypeFromBaseName(name) == PathEntryType::Ordinary) break;
+  }
+  return iri.makePathRelativeTo(above);
+} catch (const foundation::storage::vfs::InvalidIRIException&) {
+  return {};
+}
+
+}  // namespace Corvane::PathManagement

@@ -1,0 +1,15 @@
+#ifndef SEARCHPATH_SRC_TEXT_ROOT_PATH_H
+#define SEARCHPATH_SRC_TEXT_ROOT_PATH_H
+
+#include "searchpath/model/ustring.h"
+
+namespace Corvane::PathManagement::detail {
+
+/// `text` without its first p + |root| units, where p is the place of the first `root` in it.
+///
+/// Errors: `std::out_of_range` when `root` does not occur.
+[[nodiscard]] ustring EraseThroughRoot(ustring text, const ustring& root);
+
+}  // namespace Corvane::PathManagement::detail
+
+#endif  // SEARCHPATH_SRC_TEXT_ROOT_PATH_H

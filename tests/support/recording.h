@@ -1,0 +1,220 @@
+#ifndef SEARCHPATH_TESTS_SUPPORT_RECORDING_H
+#define SEARCHPATH_TESTS_SUPPORT_RECORDING_H
+
+#include "searchpath/model/path.h"
+#include "searchpath/model/path_entry.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <functional>
+#include <map>
+#include <memory>
+#include <set>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+// Entries and paths whose answers are the data that a test puts into them, and which write down
+// every call in order. Without a log they only read and may be used from several threads.
+namespace Corvane::PathManagement::test {
+
+using EntryPointer = std::shared_ptr<const IPathEntry>;
+using EntryList = std::vector<EntryPointer>;
+using ItemPointer = std::shared_ptr<const PathItem>;
+using ItemList = std::vector<ItemPointer>;
+using SharedEntryList = std::shared_ptr<const EntryList>;
+using SharedItemList = std::shared_ptr<const ItemList>;
+using NameComparator = std::function<bool(const ustring&, const ustring&)>;
+using Target = detail::SearchTarget;
+using Policy = FilenameMatchingPolicy;
+using Visitor = PathEntryVisitor;
+
+/// `text` as ASCII, "?" for all else.
+inline std::string Printed(std::u16string_view text) {
+  std::string printed;
+  for (const char16_t unit : text) printed += unit < 0x7F ? static_cast<char>(unit) : '?';
+  return printed;
+}
+
+/// The calls in order, as "p1.FindFirstInScope({0},fn,2)". `onCall` runs before a call is answered;
+/// what it throws is what the call throws.
+struct CallLog {
+  std::vector<std::string> calls;
+  std::function<void(const std::string& call)> onCall;
+
+  void Add(const std::string& call) {
+    calls.push_back(call);
+    if (onCall) onCall(call);
+  }
+  std::vector<std::string> Take() { return std::exchange(calls, {}); }
+  /// `answer`, then the calls that led to it, in one line.
+  std::string Take(std::string answer) {
+    for (const std::string& call : Take()) answer += " " + call;
+    return answer;
+  }
+};
+
+/// The part of the fakes that writes calls down.
+struct Recorder {
+  std::string name;        // what a log calls this object
+  CallLog* log = nullptr;  // not owned
+
+ protected:
+  template <class... Arguments>
+  void Record(const char* operation, const Arguments&... arguments) const {
+    if (log == nullptr) return;
+    std::string all;
+    ((all += (all.empty() ? "" : ",") + Show(arguments)), ...);
+    log->Add(name + "." + operation + "(" + all + ")");
+  }
+  static bool VisitAll(const EntryList& entries, const Visitor& visitor) {
+    return std::any_of(entries.begin(), entries.end(), std::cref(visitor));
+  }
+
+ private:
+  static std::string Show(const ustring& text) { return Printed(text); }
+  static std::string Show(const AbsoluteIRI& iri) { return Printed(iri.toString()); }
+  static std::string Show(const Visitor&) { return "visitor"; }
+  static std::string Show(Policy policy) {
+    return std::to_string(static_cast<std::uint32_t>(policy));
+  }
+  static std::string Show(SearchScope scope) {
+    std::string kinds;
+    for (const std::uint32_t kind : scope) kinds += "," + std::to_string(kind);
+    return "{" + kinds.erase(0, 1) + "}";
+  }
+  static std::string Show(const Target& target) {
+    std::string shown = Printed(target.GetName());
+    for (const ustring& extension : target.GetExtensions()) shown += "|" + Printed(extension);
+    return shown;
+  }
+  static std::string Show(const IPathEntry& entry) {
+    const auto* known = dynamic_cast<const Recorder*>(&entry);
+    return known != nullptr ? known->name : "?";
+  }
+};
+
+/// Both traversals visit `visited` as it stands, whatever the scope.
+struct FakeEntry : IPathEntry, Recorder {
+  FakeEntry(std::string printedName, const ustring& location, CallLog* callLog = nullptr)
+      : Recorder{std::move(printedName), callLog}, iri(location) {}
+
+  AbsoluteIRI iri;  // both as given and canonical
+  PathEntryType type = PathEntryType::Ordinary;
+  ItemList items, foundItems;
+  ItemPointer foundItem;
+  EntryPointer singleA, singleB;
+  EntryList subfoldersA, subfoldersB, subfoldersC, visited;
+  NameComparator comparator = std::equal_to<>();
+
+  PathEntryType GetPathEntryType() const override { return Record(__func__), type; }
+  SharedItemList GetItems() const override { return Record(__func__), Share(items); }
+  CanonicalAbsoluteIRI GetCanonicalAbsoluteIRI() const override {
+    return Record(__func__), CanonicalAbsoluteIRI(iri, u"");
+  }
+  AbsoluteIRI GetAbsoluteIRI() const override { return Record(__func__), iri; }
+  EntryPointer GetSingleSubfolderEntryA() const override { return Record(__func__), singleA; }
+  EntryPointer GetSingleSubfolderEntryB() const override { return Record(__func__), singleB; }
+  SharedEntryList GetSubfolderEntriesA() const override {
+    return Record(__func__), Share(subfoldersA);
+  }
+  SharedEntryList GetSubfolderEntriesB() const override {
+    return Record(__func__), Share(subfoldersB);
+  }
+  SharedEntryList GetSubfolderEntriesC() const override {
+    return Record(__func__), Share(subfoldersC);
+  }
+  ItemPointer FindItem(const Target& target, Policy policy) const override {
+    return Record(__func__, target, policy), foundItem;
+  }
+  ItemList FindItems(const Target& target, Policy policy) const override {
+    return Record(__func__, target, policy), foundItems;
+  }
+  bool ForEachEntryInScope(SearchScope scope, const Visitor& visitor) const override {
+    return Record(__func__, scope, visitor), VisitAll(visited, visitor);
+  }
+  bool ConcurrentForEachEntryInScope(SearchScope scope, const Visitor& visitor) const override {
+    return Record(__func__, scope, visitor), VisitAll(visited, visitor);
+  }
+  std::shared_ptr<NameComparator> GetFilenameComparator(Policy policy) const override {
+    return Record(__func__, policy), std::make_shared<NameComparator>(comparator);
+  }
+
+ private:
+  template <class List>
+  static std::shared_ptr<const List> Share(const List& list) {
+    return std::make_shared<const List>(list);
+  }
+};
+
+/// Both traversals visit `visited` as it stands, whatever the scope; an entry is on the path when
+/// it is in `held`; what a map does not hold is answered with null.
+struct FakePath : IPath, Recorder {
+  explicit FakePath(std::string printedName, CallLog* callLog = nullptr)
+      : Recorder{std::move(printedName), callLog} {}
+
+  SharedEntryList mainEntries = std::make_shared<const EntryList>();
+  EntryList methodEntries, methodEntriesByName, partiallyMatchingEntries, visited;
+  std::map<const IPathEntry*, EntryPointer> mainEntryFor, parentEntryFor;
+  std::map<ustring, EntryPointer> entryByCanonicalIRI, entryByIRI;  // by the IRI's text
+  boost::optional<FoundItem> firstFound;
+  std::vector<FoundItem> allFound;
+  bool firstIsBeforeSecond = false;
+  std::set<const IPathEntry*> held;
+
+  SharedEntryList GetMainEntries() const override { return Record(__func__), mainEntries; }
+  EntryList GetMethodEntries() const override { return Record(__func__), methodEntries; }
+  EntryList GetMethodEntriesByName(SearchScope scope, const ustring& called,
+                                   Policy policy) const override {
+    return Record(__func__, scope, called, policy), methodEntriesByName;
+  }
+  EntryList GetPartiallyMatchingEntries(SearchScope scope, const ustring& called,
+                                        Policy policy) const override {
+    return Record(__func__, scope, called, policy), partiallyMatchingEntries;
+  }
+  EntryPointer GetMainEntryForEntry(const IPathEntry& entry) const override {
+    return Record(__func__, entry), Answer(mainEntryFor, &entry);
+  }
+  EntryPointer GetParentEntryForEntry(const IPathEntry& entry) const override {
+    return Record(__func__, entry), Answer(parentEntryFor, &entry);
+  }
+  EntryPointer GetPathEntryFromAbsoluteIRI(const CanonicalAbsoluteIRI& iri) const override {
+    return Record(__func__, iri), Answer(entryByCanonicalIRI, iri.toString());
+  }
+  EntryPointer GetPathEntryFromAbsoluteIRI(const AbsoluteIRI& iri, Policy policy) const override {
+    return Record(__func__, iri, policy), Answer(entryByIRI, iri.toString());
+  }
+  boost::optional<FoundItem> FindFirstInScope(SearchScope scope, const Target& target,
+                                              Policy policy) const override {
+    return Record(__func__, scope, target, policy), firstFound;
+  }
+  std::vector<FoundItem> FindAllInScope(SearchScope scope, const Target& target,
+                                        Policy policy) const override {
+    return Record(__func__, scope, target, policy), allFound;
+  }
+  bool ForEachEntry(SearchScope scope, const Visitor& visitor) const override {
+    return Record(__func__, scope, visitor), VisitAll(visited, visitor);
+  }
+  bool ConcurrentForEachEntry(SearchScope scope, const Visitor& visitor) const override {
+    return Record(__func__, scope, visitor), VisitAll(visited, visitor);
+  }
+  bool FirstEntryIsBeforeSecondOnPath(const IPathEntry& first,
+                                      const IPathEntry& second) const override {
+    return Record(__func__, first, second), firstIsBeforeSecond;
+  }
+  bool IsEntryOnPath(const IPathEntry& entry) const override {
+    return Record(__func__, entry), held.contains(&entry);
+  }
+
+ private:
+  template <class Map, class Key>
+  static EntryPointer Answer(const Map& answers, const Key& key) {
+    const auto answer = answers.find(key);
+    return answer == answers.end() ? nullptr : answer->second;
+  }
+};
+
+}  // namespace Corvane::PathManagement::test
+
+#endif  // SEARCHPATH_TESTS_SUPPORT_RECORDING_H

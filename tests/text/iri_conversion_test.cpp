@@ -1,0 +1,35 @@
+#include "searchpath/utilities/iri_conversion.h"
+
+#include "support/temporary_tree.h"
+#include "support/text_table.h"
+
+namespace Corvane::PathManagement {
+namespace {
+
+TEST(IRIConversionTest, TurnsTextIntoIRIs) {
+  test::ExpectTable({u"/a b%20/./c/ => file:///a%20b%2520/c", u"/a/../b => file:///a/../b",
+                     u"file:///a/../b%20%zz => file:///b%20%25zz", u"FILE:///%7e => FILE:///~",
+                     u"http://H/%7e/./\u00E9 => http://h/~/%C3%A9", u"a => invalid", u" => invalid",
+                     u"file://h/a => invalid", u"file:/a => invalid", u"ab://[ => invalid"},
+                    [](const ustring& text) { return GetIRIFromString(text).toString(); });
+}
+
+TEST(IRIConversionTest, TurnsIRIsIntoText) {
+  test::ExpectTable({u"file:///a%20b/%25/%FF => /a b/%/\xDCFF", u"FILE:///a%20b => FILE:///a b",
+                     u"File:///%FF", u"http://h/%C3%A9?a%20b => http://h/\u00E9?a b"},
+                    [](const ustring& text) { return GetStringFromIRI(AbsoluteIRI(text)); });
+}
+
+TEST(IRIConversionTest, MakesIRIsCanonical) {
+  const tests::TemporaryTree tree;
+  tree.Link("absent", "link");
+  const CanonicalAbsoluteIRI expected(tree.IRI("absent"), u"");
+  EXPECT_EQ(GetCanonicalIRI(tree.IRI("link")), expected);
+  EXPECT_EQ(GetCanonicalIRIFromString(tree.Text("link")), expected);
+  EXPECT_EQ(GetCanonicalIRIFromString(tree.IRI("x").toString() + u"/../link"), expected);
+  EXPECT_THROW((void)GetCanonicalIRIFromString(u"a"),
+               foundation::storage::vfs::InvalidIRIException);
+}
+
+}  // namespace
+}  // namespace Corvane::PathManagement

@@ -1,0 +1,77 @@
+#include "searchpath/utilities/path_strings.h"
+
+#include "searchpath/utilities/partial_pathname.h"
+#include "support/partial_pathname_model.h"
+#include "support/text_table.h"
+
+#include <algorithm>
+#include <random>
+#include <utility>
+
+namespace Corvane::PathManagement {
+namespace {
+
+using test::ExpectTable;
+using std::string_literals::operator""s;
+
+TEST(SplitZentraPathTest, CutsAtSemicolonsAndColons) {
+  ExpectTable(
+      {u" => ", u"; => ", u";:; => ", u"a => [a]", u"a;;b; => [a][b]", u"a:b;d => [a][b][d]",
+       u":a:: => [a]", u" a ; b\t => [ a ][ b\t]", u";\0; => [\0]"s, u"\"a;b\" => [\"a][b\"]",
+       u"file:///a,b => [file][///a,b]", u"a\\;b => [a\\][b]", u"\xD800;c => [\xD800][c]"},
+      [](const ustring& text) {
+        ustring shown;
+        for (const ustring& folder : SplitZentraPath(text)) shown += u"[" + folder + u"]";
+        return shown;
+      });
+}
+
+TEST(SplitZentraPathTest, SplitsAsTheObviousWayDoes) {
+  const auto seed = std::random_device()();
+  std::mt19937 random(seed);
+  const ustring units = u";:/ab +\0\xDC80"s;
+  for (int round = 0; round < 100'000; ++round) {
+    ustring text(random() % 20, u'\0');
+    for (char16_t& unit : text) unit = units[random() % units.size()];
+    ASSERT_EQ(SplitZentraPath(text), test::NaiveSplit(text, u";:"))
+        << "seed " << seed << ", " << testing::PrintToString(text);
+    const auto folders = SplitPartialPathname(text);
+    const auto expected = test::NaiveSplit(text, u"/");
+    ASSERT_TRUE(std::equal(folders.begin(), folders.end(), expected.begin(), expected.end()))
+        << "seed " << seed << ", " << testing::PrintToString(text);
+  }
+}
+
+TEST(PathStringsTest, RemovesTheRoot) {
+  ExpectTable({u"/usr/lib => usr/lib", u"/ => ", u"//a//b => a//b", u"a/b", u" => ", u"~/a"},
+              [](const ustring& path) { return RemoveRootPathFromAbsolutePath(path); });
+}
+
+TEST(PathStringsTest, TellsTheKindOfAFolderByItsName) {
+  static_assert(noexcept(GetPathEntryTypeFromBaseName(std::declval<const ustring&>())));
+  ExpectTable(
+      {u" => 0",       u"a => 0",        u"+ => 1",          u"+p => 1",        u"+@ => 1",
+       u"@ => 2",      u"@x => 2",       u"@+ => 2",         u"private => 3",   u"privateX => 0",
+       u"privat => 0", u"Private => 0",  u"p => 0",          u" private => 0",  u"resources => 5",
+       u"r => 0",      u"resource => 0", u"resourcesX => 0", u"RESOURCES => 0", u"a+ => 0",
+       u"a@ => 0"},
+      [](const ustring& name) {
+        const auto number = static_cast<char16_t>(GetPathEntryTypeFromBaseName(name));
+        return ustring(1, static_cast<char16_t>(u'0' + number));
+      });
+}
+
+TEST(PathStringsTest, GivesTheEndOfAFolderWithItsSpecialFolders) {
+  ExpectTable({u"/lib/+pkg/@cls/private => +pkg/@cls/private", u"/lib/tools => tools",
+               u"/lib/+pkg => +pkg", u"/+a/@b/c => +a/@b/c", u"/+a/b/private/c d => private/c d",
+               u"/resources/a%20 => resources/a%20", u"/a => a", u"/ => ", u"a/b => invalid",
+               u" => invalid", u"file:///l/%2Bp/a%20b/ => +p/a b", u"file://host/a => invalid",
+               u"ab://h/+c/%20d => +c/ d", u"/a/+b/../c => c", u"/\xD800 => invalid"},
+              [](const ustring& folder) -> ustring {
+                const ustring end = GetPartialPathIncludingSpecialFolders(folder);
+                return end.empty() && folder != u"/" ? u"invalid" : end;
+              });
+}
+
+}  // namespace
+}  // namespace Corvane::PathManagement
