@@ -1,0 +1,14 @@
+#ifndef SEARCHPATH_HOST_H
+#define SEARCHPATH_HOST_H
+
+// IWYU pragma: begin_exports
+#include "searchpath/host/environment.h"
+#include "searchpath/host/filename_comparison.h"
+#include "searchpath/host/folder_entry.h"
+#include "searchpath/host/folder_path.h"
+#include "searchpath/host/folder_problem.h"
+#include "searchpath/host/folder_tree.h"
+#include "searchpath/host/working_folder.h"
+// IWYU pragma: end_exports
+
+#endif  // SEARCHPATH_HOST_H

@@ -1,0 +1,73 @@
+#ifndef SEARCHPATH_HOST_FOLDER_PATH_H
+#define SEARCHPATH_HOST_FOLDER_PATH_H
+
+#include "searchpath/export.h"
+#include "searchpath/host/folder_entry.h"
+#include "searchpath/host/folder_problem.h"
+#include "searchpath/model/path.h"
+
+#include <memory>
+#include <vector>
+
+namespace Corvane::PathManagement::host {
+
+/// A search path of folders on disk, in the order given.
+///
+/// An entry is on the path when its object is, or when some entry for the same folder is. A name
+/// with separators is a partial pathname: the folders in front of its last part match the trailing
+/// folders of an entry as `DoesPartialPathnameMatchPathEntryIRI` says; one that begins with a
+/// separator names one folder in full.
+///
+/// Threads: all operations, from any thread.
+/// Ownership: shares its entries.
+/// Errors: a folder that cannot be searched is a problem and counts as empty.
+/// Cost: a question lists the folders that it must and no others. Questions that only the whole
+/// path can answer (about parents, order, membership, partial pathnames) list them all, once.
+class SEARCHPATH_EXPORT FolderPath : public IPath {
+ public:
+  explicit FolderPath(std::vector<std::shared_ptr<const FolderEntry>> folders);
+  FolderPath(const FolderPath&) = delete;
+  FolderPath& operator=(const FolderPath&) = delete;
+  ~FolderPath() override;
+
+  [[nodiscard]] std::shared_ptr<const std::vector<std::shared_ptr<const IPathEntry>>>
+  GetMainEntries() const override;
+  [[nodiscard]] std::vector<std::shared_ptr<const IPathEntry>> GetMethodEntries() const override;
+  [[nodiscard]] std::vector<std::shared_ptr<const IPathEntry>> GetMethodEntriesByName(
+      SearchScope scope, const ustring& name, FilenameMatchingPolicy policy) const override;
+  [[nodiscard]] std::vector<std::shared_ptr<const IPathEntry>> GetPartiallyMatchingEntries(
+      SearchScope scope, const ustring& name, FilenameMatchingPolicy policy) const override;
+  [[nodiscard]] std::shared_ptr<const IPathEntry> GetMainEntryForEntry(
+      const IPathEntry& entry) const override;
+  [[nodiscard]] std::shared_ptr<const IPathEntry> GetParentEntryForEntry(
+      const IPathEntry& entry) const override;
+  [[nodiscard]] std::shared_ptr<const IPathEntry> GetPathEntryFromAbsoluteIRI(
+      const CanonicalAbsoluteIRI& iri) const override;
+  /// Resolves the links of `iri` first.
+  [[nodiscard]] std::shared_ptr<const IPathEntry> GetPathEntryFromAbsoluteIRI(
+      const AbsoluteIRI& iri, FilenameMatchingPolicy policy) const override;
+  [[nodiscard]] boost::optional<FoundItem> FindFirstInScope(
+      SearchScope scope, const PathManagement::detail::SearchTarget& target,
+      FilenameMatchingPolicy policy) const override;
+  [[nodiscard]] std::vector<FoundItem> FindAllInScope(
+      SearchScope scope, const PathManagement::detail::SearchTarget& target,
+      FilenameMatchingPolicy policy) const override;
+  bool ForEachEntry(SearchScope scope, const PathEntryVisitor& visitor) const override;
+  bool ConcurrentForEachEntry(SearchScope scope, const PathEntryVisitor& visitor) const override;
+  [[nodiscard]] bool FirstEntryIsBeforeSecondOnPath(const IPathEntry& first,
+                                                    const IPathEntry& second) const override;
+  [[nodiscard]] bool IsEntryOnPath(const IPathEntry& entry) const override;
+
+  /// What keeps folders of the path from being searched, in path order. Opens folders that have not
+  /// been listed.
+  [[nodiscard]] std::vector<FolderProblem> FindProblems() const;
+
+ private:
+  struct State;
+
+  std::unique_ptr<State> state;
+};
+
+}  // namespace Corvane::PathManagement::host
+
+#endif  // SEARCHPATH_HOST_FOLDER_PATH_H

@@ -1,0 +1,22 @@
+#ifndef SEARCHPATH_HOST_FOLDER_TREE_H
+#define SEARCHPATH_HOST_FOLDER_TREE_H
+
+#include "searchpath/export.h"
+#include "searchpath/host/folder_entry.h"
+
+#include <memory>
+#include <vector>
+
+namespace Corvane::PathManagement::host {
+
+/// `root` and all ordinary folders below it, hidden ones too, depth first, each folder's subfolders
+/// in the order of the bytes of their names. What stands below special folders belongs to those.
+/// Links are followed; a folder that several ways lead to occurs once, at the first, so loops end.
+///
+/// Cost: lists every folder once.
+[[nodiscard]] SEARCHPATH_EXPORT std::vector<std::shared_ptr<const FolderEntry>> CreateFolderTree(
+    const AbsoluteIRI& root);
+
+}  // namespace Corvane::PathManagement::host
+
+#endif  // SEARCHPATH_HOST_FOLDER_TREE_H

@@ -1,0 +1,39 @@
+#ifndef SEARCHPATH_HOST_WORKING_FOLDER_H
+#define SEARCHPATH_HOST_WORKING_FOLDER_H
+
+#include "searchpath/export.h"
+#include "searchpath/model/absolute_iri.h"
+#include "searchpath/model/ustring.h"
+#include "searchpath/platform/current_working_folder.h"
+
+#include <optional>
+
+namespace Corvane::PathManagement::host {
+
+/// Makes folder strings absolute on this machine's disks: native paths, relative or absolute, "~"
+/// and
+/// "~user" from the user database, and the texts of "file" IRIs. Nothing else is expanded.
+///
+/// Threads: all operations, from any thread.
+class SEARCHPATH_EXPORT WorkingFolder : public current_working_folder::ICurrentWorkingFolder {
+ public:
+  /// Relative texts are below the process's working folder, as it is at each call.
+  WorkingFolder() = default;
+  /// Relative texts are below `folder`.
+  explicit WorkingFolder(const AbsoluteIRI& folder) : base(folder) {}
+
+  [[nodiscard]] AbsoluteIRI absolutize(const ustring& folder) const override;
+
+  /// As `absolutize`, for folders that need not exist.
+  ///
+  /// Errors: `FailedToAbsolutizeException` for text that names no place here: `InvalidText`,
+  /// `NoWorkingFolder`, or `Absent` for an unknown user.
+  [[nodiscard]] AbsoluteIRI Locate(const ustring& folder) const;
+
+ private:
+  std::optional<AbsoluteIRI> base;  // empty: the process's own
+};
+
+}  // namespace Corvane::PathManagement::host
+
+#endif  // SEARCHPATH_HOST_WORKING_FOLDER_H

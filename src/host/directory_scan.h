@@ -1,0 +1,23 @@
+#ifndef SEARCHPATH_SRC_HOST_DIRECTORY_SCAN_H
+#define SEARCHPATH_SRC_HOST_DIRECTORY_SCAN_H
+
+#include "host/folder_listing.h"
+#include "searchpath/model/absolute_iri.h"
+
+#include <optional>
+
+namespace Corvane::PathManagement::host {
+
+/// Lists the folder at `location` with one pass of directory reads: regular files and folders, each
+/// also through links. Only links, and files whose type the file system does not tell, are asked
+/// about. A folder that cannot be opened is empty; one that cannot be read to its end holds what
+/// was read.
+[[nodiscard]] FolderListing ListFolder(const AbsoluteIRI& location);
+
+/// Why the folder at `location` cannot be listed; empty when it can be opened.
+[[nodiscard]] std::optional<current_working_folder::AbsolutizeError> ProbeFolder(
+    const AbsoluteIRI& location);
+
+}  // namespace Corvane::PathManagement::host
+
+#endif  // SEARCHPATH_SRC_HOST_DIRECTORY_SCAN_H

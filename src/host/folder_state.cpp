@@ -1,0 +1,174 @@
+#include "host/folder_state.h"
+
+#include "host/directory_scan.h"
+#include "searchpath/host/filename_comparison.h"
+#include "searchpath/model/byte_text.h"
+#include "searchpath/platform/filesystem.h"
+#include "searchpath/platform/iri_text.h"
+#include "searchpath/utilities/iri_conversion.h"
+
+#include <algorithm>
+#include <new>
+#include <utility>
+
+namespace Corvane::PathManagement::host {
+
+namespace {
+
+using current_working_folder::AbsolutizeError;
+using Folders = FolderState::Folders;
+
+/// The identity of the folder at `location`. One that cannot be resolved is known by the location
+/// itself; listing it will say what is wrong with it.
+CanonicalAbsoluteIRI IdentityOf(const AbsoluteIRI& location) {
+  try {
+    return GetCanonicalIRI(location);
+  } catch (const foundation::storage::vfs::Exception&) {
+    return {location, ustring()};
+  }
+}
+
+AbsoluteIRI Below(const AbsoluteIRI& folder, const std::string& name) {
+  ustring path = folder.getPath();
+  if (!path.ends_with(u'/')) path.push_back(u'/');
+  return foundation::storage::vfs::toAbsoluteIRI(u"file", path + TextFromBytes(name));
+}
+
+/// Releases folders one after the other, however deep they nest: a destructor that runs inside this
+/// one hands its folders over instead of going deeper.
+void ReleaseInALoop(Folders& folders) noexcept {
+  thread_local std::vector<Folders>* running = nullptr;
+  std::vector<Folders> pending;
+  const bool isOutermost = running == nullptr;
+  if (isOutermost) running = &pending;
+  try {
+    running->push_back(std::move(folders));
+  } catch (const std::bad_alloc&) {
+    folders.clear();  // without room for the list, one level deeper
+  }
+  if (!isOutermost) return;
+  while (!pending.empty()) {
+    const Folders released = std::move(pending.back());
+    pending.pop_back();
+  }
+  running = nullptr;
+}
+
+}  // namespace
+
+std::unique_ptr<FolderState> FolderState::OfMainFolder(const AbsoluteIRI& location) {
+  CanonicalAbsoluteIRI identity = IdentityOf(location);
+  FolderChain chain(identity);
+  return std::unique_ptr<FolderState>(
+      new FolderState(location, std::move(identity), PathEntryType::Ordinary, std::move(chain)));
+}
+
+FolderState::FolderState(AbsoluteIRI folderLocation, CanonicalAbsoluteIRI identity,
+                         PathEntryType folderKind, FolderChain folderChain)
+    : location(std::move(folderLocation)),
+      canonical(std::move(identity)),
+      kind(folderKind),
+      chain(std::move(folderChain)) {}
+
+FolderState::~FolderState() {
+  if (!specialFolders.empty()) ReleaseInALoop(specialFolders);
+}
+
+void FolderState::List() {
+  listedOnce.Call([this] {
+    listing = ListFolder(location);
+    specialFolders.clear();
+    cutLinks.clear();
+    for (const auto& subfolder : listing.specialFolders) AddSpecialFolder(subfolder);
+    items.SetCount(listing.files.size());
+  });
+}
+
+void FolderState::AddSpecialFolder(const FolderListing::Subfolder& subfolder) {
+  if (!subfolder.isLink) {
+    specialFolders.push_back(MakeBelow(subfolder));
+    return;
+  }
+  const AbsoluteIRI link = Below(location, subfolder.name);
+  CanonicalAbsoluteIRI target = IdentityOf(link);
+  if (chain.Contains(target, canonical)) {
+    cutLinks.push_back({GetStringFromIRI(link), AbsolutizeError::LinkLoop});
+  } else {
+    specialFolders.push_back(MakeBehindLink(subfolder, std::move(target)));
+  }
+}
+
+std::shared_ptr<const FolderEntry> FolderState::MakeBelow(
+    const FolderListing::Subfolder& subfolder) const {
+  CanonicalAbsoluteIRI identity(Below(canonical, subfolder.name), ustring());
+  return FolderEntry::Create(std::unique_ptr<FolderState>(new FolderState(
+      Below(location, subfolder.name), std::move(identity), subfolder.kind, chain)));
+}
+
+std::shared_ptr<const FolderEntry> FolderState::MakeBehindLink(
+    const FolderListing::Subfolder& subfolder, CanonicalAbsoluteIRI target) const {
+  FolderChain behindLink = chain.ThroughLink(canonical, target);
+  return FolderEntry::Create(std::unique_ptr<FolderState>(new FolderState(
+      Below(location, subfolder.name), std::move(target), subfolder.kind, std::move(behindLink))));
+}
+
+Folders FolderState::MakeOrdinaryFolders() const {
+  Folders folders;
+  for (const auto& subfolder : listing.ordinaryFolders) {
+    folders.push_back(subfolder.isLink
+                          ? MakeBehindLink(subfolder, IdentityOf(Below(location, subfolder.name)))
+                          : MakeBelow(subfolder));
+  }
+  return folders;
+}
+
+std::shared_ptr<const PathItem> FolderState::ItemAt(std::size_t index) {
+  return items.Get(index, [this, index] {
+    ustring name = TextFromBytes(listing.files[index]);
+    ustring extension = fl::filesystem::detail::extract_extension(name);
+    name.resize(name.size() - extension.size());
+    return PathItem(canonical, std::move(name), std::move(extension));
+  });
+}
+
+std::vector<std::size_t> FolderState::FilesNamed(const ustring& name,
+                                                 FilenameMatchingPolicy policy) const {
+  std::vector<std::size_t> files;
+  const auto bytes = BytesFromText(name);
+  for (std::size_t index = 0; bytes && index < listing.files.size(); ++index) {
+    if (listing.files[index] == *bytes) {
+      files.push_back(index);
+      break;
+    }
+  }
+  if (policy == FilenameMatchingPolicy::IgnoreCase) {
+    const auto others = FilesThatDifferInCase(name);
+    files.insert(files.end(), others.begin(), others.end());
+  }
+  return files;
+}
+
+std::vector<std::size_t> FolderState::FilesThatDifferInCase(const ustring& name) const {
+  std::vector<std::size_t> files;
+  for (std::size_t index = 0; index < listing.files.size(); ++index) {
+    const ustring candidate = TextFromBytes(listing.files[index]);
+    if (candidate != name && AreSameFilename(candidate, name, FilenameMatchingPolicy::IgnoreCase)) {
+      files.push_back(index);
+    }
+  }
+  std::sort(files.begin(), files.end(), [this](std::size_t left, std::size_t right) {
+    return listing.files[left] < listing.files[right];
+  });
+  return files;
+}
+
+std::vector<FolderProblem> FolderState::Problems() const {
+  const bool isListed = listedOnce.IsBuilt();
+  const auto reason = isListed ? listing.problem : ProbeFolder(location);
+  std::vector<FolderProblem> problems;
+  if (reason) problems.push_back({GetStringFromIRI(location), *reason});
+  if (isListed) problems.insert(problems.end(), cutLinks.begin(), cutLinks.end());
+  return problems;
+}
+
+}  // namespace Corvane::PathManagement::host

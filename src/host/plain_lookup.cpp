@@ -1,0 +1,228 @@
+#include "host/plain_lookup.h"
+
+#include "host/folder_state.h"
+#include "host/parallel.h"
+#include "host/short_hash.h"
+#include "searchpath/host/filename_comparison.h"
+#include "searchpath/model/byte_text.h"
+
+#include <boost/container/small_vector.hpp>
+
+#include <algorithm>
+#include <iterator>
+#include <optional>
+#include <string_view>
+#include <utility>
+
+namespace Corvane::PathManagement::host {
+
+namespace {
+
+/// The bytes of a name and an extension, in place for names of the usual length.
+class NameBytes {
+ public:
+  /// Whether the joined text can be a file name at all.
+  bool Set(std::u16string_view name, std::u16string_view extension) {
+    bytes.resize(name.size() + extension.size(), boost::container::default_init);
+    char* const end = bytes.data() + name.size();
+    if (NarrowAscii(name, bytes.data()) && NarrowAscii(extension, end)) return true;
+    // Joined first: the two may meet within one character.
+    const auto joined = BytesFromText(ustring(name).append(extension));
+    if (!joined) return false;
+    bytes.assign(joined->begin(), joined->end());
+    return true;
+  }
+
+  [[nodiscard]] std::string_view View() const noexcept { return {bytes.data(), bytes.size()}; }
+
+ private:
+  /// Without a branch for each unit, so that several are narrowed at once.
+  static bool NarrowAscii(std::u16string_view text, char* narrow) noexcept {
+    unsigned seen = 0;
+    for (std::size_t at = 0; at < text.size(); ++at) {
+      seen |= text[at];
+      narrow[at] = static_cast<char>(text[at]);
+    }
+    return seen < 0x80;
+  }
+
+  boost::container::small_vector<char, 256> bytes;
+};
+
+/// Calls use(bytes) for each file name that `target` may mean, the preferred one first.
+template <class Use>
+void ForEachName(const PathManagement::detail::SearchTarget& target, const Use& use) {
+  NameBytes bytes;
+  if (target.GetExtensions().empty()) {
+    if (bytes.Set(target.GetName(), {})) use(bytes.View());
+    return;
+  }
+  for (const ustring& extension : target.GetExtensions()) {
+    if (bytes.Set(target.GetName(), extension)) use(bytes.View());
+  }
+}
+
+/// Calls use(folder) for the "@" folders directly below `folders`, in path order.
+template <class Use>
+void ForEachMethodFolder(const PlainLookup::Folders& folders, const Use& use) {
+  for (const auto& folder : folders) {
+    for (const auto& below : folder->GetSpecialFolders()) {
+      if (below->GetPathEntryType() == PathEntryType::AtFolder) use(below);
+    }
+  }
+}
+
+/// The folder name of a method entry without "@".
+ustring MethodName(const FolderEntry& methodFolder) {
+  return methodFolder.GetAbsoluteIRI().getName().substr(1);
+}
+
+}  // namespace
+
+std::size_t PlainLookup::NameHash::operator()(const ustring& name) const noexcept {
+  return ShortHash(name.data(), name.size() * sizeof(char16_t));
+}
+
+PlainLookup::PlainLookup(Folders mainFolders, std::shared_ptr<const Entries> mainEntries)
+    : folders(std::move(mainFolders)), entries(std::move(mainEntries)) {
+  states.reserve(folders.size());
+  for (const auto& folder : folders) states.push_back(&StateOf(*folder));
+}
+
+boost::optional<FoundItem> PlainLookup::FindFirst(const Target& target,
+                                                  FilenameMatchingPolicy policy) {
+  const NameIndex* const index = IndexFor(policy);
+  if (index == nullptr) {
+    for (const auto& folder : folders) {
+      if (auto item = folder->FindItem(target, policy)) return FoundItem(std::move(item), folder);
+    }
+    return boost::none;
+  }
+  std::optional<Place> best;
+  ForEachName(target, [&](std::string_view name) {
+    const auto cursor = index->Find(name);
+    if (!cursor) return;
+    const Place first = index->At(cursor);
+    if (best && best->folder <= first.folder) return;
+    best = policy == FilenameMatchingPolicy::IgnoreCase
+               ? PlacesIn(*index, cursor, first.folder, name).front()
+               : first;
+  });
+  if (!best) return boost::none;
+  return ItemAt(*best);
+}
+
+std::vector<FoundItem> PlainLookup::FindAll(const Target& target, FilenameMatchingPolicy policy) {
+  std::vector<FoundItem> found;
+  const NameIndex* const index = IndexFor(policy);
+  if (index == nullptr) {
+    for (const auto& folder : folders) {
+      for (auto& item : folder->FindItems(target, policy)) {
+        found.emplace_back(std::move(item), folder);
+      }
+    }
+    return found;
+  }
+  std::vector<Place> places;
+  ForEachName(target, [&](std::string_view name) {
+    auto cursor = index->Find(name);
+    while (cursor) {
+      const std::uint32_t folder = index->At(cursor).folder;
+      const auto here = PlacesIn(*index, cursor, folder, name);
+      places.insert(places.end(), here.begin(), here.end());
+      while (cursor && index->At(cursor).folder == folder) cursor = index->Next(cursor);
+    }
+  });
+  std::stable_sort(places.begin(), places.end(),
+                   [](Place left, Place right) { return left.folder < right.folder; });
+  found.reserve(places.size());
+  auto group = places.begin();  // the places in the same folder
+  for (auto at = places.begin(); at != places.end(); ++at) {
+    if (group->folder != at->folder) group = at;
+    // Two extensions of the list may be the same one but for case.
+    const bool isRepeat =
+        std::any_of(group, at, [at](Place earlier) { return earlier.file == at->file; });
+    if (!isRepeat) found.push_back(ItemAt(*at));
+  }
+  return found;
+}
+
+/// The files that the names from `cursor` on have in `folder`: the very name, then the others by
+/// their bytes, as `FolderEntry::FindItems` orders them.
+std::vector<NameIndex::Place> PlainLookup::PlacesIn(const NameIndex& index,
+                                                    NameIndex::Cursor cursor, std::uint32_t folder,
+                                                    std::string_view name) const {
+  std::vector<Place> places;
+  for (; cursor && index.At(cursor).folder == folder; cursor = index.Next(cursor)) {
+    places.push_back(index.At(cursor));
+  }
+  if (places.size() > 1) {
+    const NameBlock& names = states[folder]->Files();
+    std::sort(places.begin(), places.end(), [&](Place left, Place right) {
+      const auto key = [&](Place place) {
+        return std::make_pair(names[place.file] != name, names[place.file]);
+      };
+      return key(left) < key(right);
+    });
+  }
+  return places;
+}
+
+PlainLookup::Entries PlainLookup::FindMethodFolders(const ustring& name,
+                                                    FilenameMatchingPolicy policy) {
+  const bool isIndexed = exact.once.IsBuilt() || folded.once.IsBuilt();
+  if (isIndexed && policy != FilenameMatchingPolicy::IgnoreCase) {
+    const MethodFolders& byName = IndexedMethodFolders();
+    const auto found = byName.find(name);
+    return found == byName.end() ? Entries() : found->second;
+  }
+  Entries found;
+  ForEachMethodFolder(folders, [&](const auto& methodFolder) {
+    if (AreSameFilename(MethodName(*methodFolder), name, policy)) found.push_back(methodFolder);
+  });
+  return found;
+}
+
+PlainLookup::LazyIndex& PlainLookup::Lazy(FilenameMatchingPolicy policy) noexcept {
+  return policy == FilenameMatchingPolicy::IgnoreCase ? folded : exact;
+}
+
+/// The index for `policy`; null for the first question, which is answered without.
+const NameIndex* PlainLookup::IndexFor(FilenameMatchingPolicy policy) {
+  LazyIndex& lazy = Lazy(policy);
+  if (!lazy.once.IsBuilt() && !lazy.wasAsked.exchange(true)) return nullptr;
+  lazy.once.Call([&] {
+    ListAll();
+    std::vector<const NameBlock*> names;
+    names.reserve(folders.size());
+    for (const FolderState* folder : states) names.push_back(&folder->Files());
+    const auto sameness = policy == FilenameMatchingPolicy::IgnoreCase
+                              ? NameIndex::Sameness::FoldedCase
+                              : NameIndex::Sameness::Bytes;
+    lazy.index = std::make_unique<const NameIndex>(names, sameness);
+  });
+  return lazy.index.get();
+}
+
+const PlainLookup::MethodFolders& PlainLookup::IndexedMethodFolders() {
+  methodsOnce.Call([this] {
+    methods.clear();
+    ForEachMethodFolder(folders, [this](const auto& methodFolder) {
+      methods[MethodName(*methodFolder)].push_back(methodFolder);
+    });
+  });
+  return methods;
+}
+
+void PlainLookup::ListAll() const {
+  AnyInParallel(folders.size(), [this](std::size_t folder) {
+    states[folder]->List();
+    return false;
+  });
+}
+
+FoundItem PlainLookup::ItemAt(Place place) const {
+  return {states[place.folder]->ItemAt(place.file), (*entries)[place.folder]};
+}
+
+}  // namespace Corvane::PathManagement::host
