@@ -74,7 +74,7 @@ const IRIRepresentation* Parse(std::u16string_view text) {
     throw InvalidIRI("it has no scheme", text, "write \"file:///folder\" or the like");
   }
   if (text.substr(0, schemeLength) == u"file") {
-    return ShareFileIRI(SpellEscapedPath(PathOfFileIRI(text), StrayPercent::Invalid));
+    return ShareFileIRI(SpellPathOfFileIRI(text, StrayPercent::Invalid));
   }
   const GenericIRI iri = ParseGenericIRI(text);
   return Share(iri.text,
@@ -92,6 +92,12 @@ std::size_t ParentEnd(std::u16string_view path) {
   if (path.empty() || separator == path.npos) return path.npos;
   // The separator that begins a path is the root itself.
   return separator == 0 ? 1 : separator;
+}
+
+bool HasDoubleDots(std::u16string_view path) {
+  auto component = TakeComponent(path);
+  while (!component.empty() && component != u"..") component = TakeComponent(path);
+  return !component.empty();
 }
 
 std::vector<std::u16string_view> ResolvedComponents(std::u16string_view path,
@@ -176,7 +182,7 @@ ustring AbsoluteIRI::getScheme() const { return {shared->Text(), shared->schemeL
 
 AbsoluteIRI AbsoluteIRI::getResolvedIRI() const {
   const std::u16string_view path = pathText();
-  if (path.find(u"..") == path.npos) return *this;
+  if (!detail::HasDoubleDots(path)) return *this;
   ustring text(toStringView().substr(0, shared->pathBegin));
   for (const std::u16string_view component : detail::ResolvedComponents(path, toStringView())) {
     text.append(u"/").append(component);
@@ -201,7 +207,8 @@ ustring AbsoluteIRI::makePathRelativeTo(const AbsoluteIRI& above) const {
         "it is not below " + Corvane::PathManagement::detail::QuotedText(above.toStringView()),
         toStringView(), "");
   }
-  return detail::Decoded(*shared, path.substr(abovePath.size() + 1));
+  const std::u16string_view below = path.substr(abovePath.size());
+  return detail::Decoded(*shared, below.substr(below.find_first_not_of(u'/')));
 }
 
 std::uint64_t AbsoluteIRI::hashValue() const noexcept { return shared->hash; }

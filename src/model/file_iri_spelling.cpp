@@ -42,10 +42,12 @@ bool IsSpelled(std::u16string_view path) {
 }
 
 /// `text` with every character in one form: bytes that together are UTF-8 become the character.
-ustring WithBytesJoined(std::u16string_view text) {
+/// Errors name `whole`, which the text stands in.
+ustring WithBytesJoined(std::u16string_view text, std::u16string_view whole) {
+  if (text.find(u'\0') != text.npos) throw InvalidIRI("a NUL names no file", whole, "");
   if (std::none_of(text.begin(), text.end(), IsSurrogate)) return ustring(text);
   const auto bytes = Corvane::PathManagement::BytesFromText(text);
-  if (!bytes) throw InvalidIRI("a lone surrogate names no file", text, "");
+  if (!bytes) throw InvalidIRI("a lone surrogate names no file", whole, "");
   return Corvane::PathManagement::TextFromBytes(*bytes);
 }
 
@@ -62,14 +64,14 @@ void AppendEscaped(ustring& spelled, std::u16string_view component) {
   }
 }
 
-void CheckEscapes(std::u16string_view path, StrayPercent strayPercent) {
+void CheckEscapes(std::u16string_view path, StrayPercent strayPercent, std::u16string_view whole) {
   for (std::size_t at = path.find(u'%'); at != path.npos; at = path.find(u'%', at + 1)) {
     const auto byte = EscapeAt(path, at);
     if (!byte && strayPercent == StrayPercent::Invalid) {
-      throw InvalidIRI("\"%\" begins no escape", path, "write \"%25\" for a literal \"%\"");
+      throw InvalidIRI("\"%\" begins no escape", whole, "write \"%25\" for a literal \"%\"");
     }
     if (byte == std::uint8_t{'/'} || byte == std::uint8_t{0}) {
-      throw InvalidIRI("an escaped separator or NUL names no file", path, "");
+      throw InvalidIRI("an escaped separator or NUL names no file", whole, "");
     }
   }
 }
@@ -83,44 +85,7 @@ bool IsLocalHost(std::u16string_view authority) {
                                          });
 }
 
-}  // namespace
-
-ustring SpellNativePath(std::u16string_view nativePath) {
-  if (IsSpelled(nativePath)) return ustring(nativePath);
-  if (nativePath.find(u'\0') != nativePath.npos)
-    throw InvalidIRI("a NUL names no file", nativePath, "");
-  const ustring joined = WithBytesJoined(nativePath);
-  ustring spelled;
-  spelled.reserve(joined.size() + 16);
-  std::u16string_view rest = joined;
-  for (auto component = TakeComponent(rest); !component.empty(); component = TakeComponent(rest)) {
-    if (component == u".") continue;
-    spelled.push_back(u'/');
-    AppendEscaped(spelled, component);
-  }
-  return spelled.empty() ? ustring(u"/") : spelled;
-}
-
-ustring SpellEscapedPath(std::u16string_view escapedPath, StrayPercent strayPercent) {
-  if (IsSpelled(escapedPath)) return ustring(escapedPath);
-  CheckEscapes(escapedPath, strayPercent);
-  // Lone surrogates are refused before escapes are decoded: the unit of an escaped byte would
-  // complete a pair with one that stands in front of it.
-  return SpellNativePath(DecodeEscapes(WithBytesJoined(escapedPath), Undecodable::AsByte));
-}
-
-ustring WithoutDotSegments(std::u16string_view path) {
-  ustring plain;
-  for (auto component = TakeComponent(path); !component.empty(); component = TakeComponent(path)) {
-    if (component == u"..") {
-      plain.resize(std::min(plain.rfind(u'/'), plain.size()));
-    } else {
-      plain.append(u"/").append(component);
-    }
-  }
-  return plain.empty() ? ustring(u"/") : plain;
-}
-
+/// The path of a "file" IRI as it is written there; "/" when there is none.
 std::u16string_view PathOfFileIRI(std::u16string_view iriText) {
   std::u16string_view path = iriText.substr(std::u16string_view(u"file:").size());
   if (path.starts_with(u"//")) {
@@ -137,6 +102,44 @@ std::u16string_view PathOfFileIRI(std::u16string_view iriText) {
     throw InvalidIRI("the path of a \"file\" IRI begins with \"/\"", iriText, "");
   }
   return path;
+}
+
+}  // namespace
+
+ustring SpellNativePath(std::u16string_view nativePath) {
+  if (IsSpelled(nativePath)) return ustring(nativePath);
+  const ustring joined = WithBytesJoined(nativePath, nativePath);
+  ustring spelled;
+  spelled.reserve(joined.size() + 16);
+  std::u16string_view rest = joined;
+  for (auto component = TakeComponent(rest); !component.empty(); component = TakeComponent(rest)) {
+    if (component == u".") continue;
+    spelled.push_back(u'/');
+    AppendEscaped(spelled, component);
+  }
+  return spelled.empty() ? ustring(u"/") : spelled;
+}
+
+ustring SpellPathOfFileIRI(std::u16string_view iriText, StrayPercent strayPercent) {
+  const std::u16string_view path = PathOfFileIRI(iriText);
+  if (IsSpelled(path)) return ustring(path);
+  CheckEscapes(path, strayPercent, iriText);
+  // Lone surrogates are refused before escapes are decoded: the unit of an escaped byte would
+  // complete a pair with one that stands in front of it.
+  const ustring joined = WithBytesJoined(path, iriText);
+  return SpellNativePath(DecodeEscapes(joined, Undecodable::AsByte));
+}
+
+ustring WithoutDotSegments(std::u16string_view path) {
+  ustring plain;
+  for (auto component = TakeComponent(path); !component.empty(); component = TakeComponent(path)) {
+    if (component == u"..") {
+      plain.resize(std::min(plain.rfind(u'/'), plain.size()));
+    } else {
+      plain.append(u"/").append(component);
+    }
+  }
+  return plain.empty() ? ustring(u"/") : plain;
 }
 
 }  // namespace foundation::storage::vfs::detail

@@ -13,23 +13,21 @@ namespace foundation::storage::vfs::detail {
 /// What a "%" that begins no escape means.
 enum class StrayPercent : std::uint8_t { Invalid, Literal };
 
-/// Spells a native path, in which nothing is an escape. Precondition: it begins with "/".
+/// Spells a native path, in which nothing is an escape.
+/// Precondition: it begins with "/".
 /// Errors: `InvalidIRIException` for a NUL or a lone surrogate that stands for no byte.
 [[nodiscard]] ustring SpellNativePath(std::u16string_view nativePath);
 
-/// Spells the path of a "file" IRI as it was written. Precondition: it begins with "/".
-/// Errors: `InvalidIRIException` as for a native path, also for "%00", "%2F" and an invalid "%".
-[[nodiscard]] ustring SpellEscapedPath(std::u16string_view escapedPath, StrayPercent strayPercent);
+/// Spells the path of the "file" IRI `iriText`; "/" when it has none.
+/// Precondition: the text begins with "file:".
+///
+/// Errors: `InvalidIRIException` as for a native path, also for "%00", "%2F", an invalid "%", an
+/// authority other than none or "localhost", and a path that does not begin with "/".
+[[nodiscard]] ustring SpellPathOfFileIRI(std::u16string_view iriText, StrayPercent strayPercent);
 
 /// The spelled `path` without ".." components; one above the root is dropped, as the file system
 /// does.
 [[nodiscard]] ustring WithoutDotSegments(std::u16string_view path);
-
-/// The path of the "file" IRI `iriText`, as it is written there; "/" when there is none.
-/// Precondition: the text begins with "file:".
-/// Errors: `InvalidIRIException` for an authority other than none or "localhost", and for a path
-/// that does not begin with "/".
-[[nodiscard]] std::u16string_view PathOfFileIRI(std::u16string_view iriText);
 
 }  // namespace foundation::storage::vfs::detail
 

@@ -19,12 +19,14 @@ struct GenericIRI {
   std::size_t pathEnd;
 };
 
-/// Checks the syntax of `text` and escapes what no IRI may hold. Precondition: it has a scheme.
+/// Checks the syntax of `text` and escapes what no IRI may hold.
+/// Precondition: it has a scheme.
 /// Errors: `InvalidIRIException`.
 [[nodiscard]] GenericIRI ParseGenericIRI(std::u16string_view text);
 
-/// `text` in the normal form of RFC 3986, in ASCII, the scheme untouched. Precondition: it has a
-/// scheme. Errors: `InvalidIRIException`.
+/// `text` in the normal form of RFC 3986, in ASCII, the scheme untouched.
+/// Precondition: it has a scheme.
+/// Errors: `InvalidIRIException`.
 [[nodiscard]] ustring NormalizeGenericIRI(std::u16string_view text);
 
 }  // namespace foundation::storage::vfs::detail

@@ -55,8 +55,7 @@ void normalizeURL(ustring& text) {
     text = detail::NormalizeGenericIRI(text);
     return;
   }
-  const ustring path =
-      detail::SpellEscapedPath(detail::PathOfFileIRI(text), detail::StrayPercent::Literal);
+  const ustring path = detail::SpellPathOfFileIRI(text, detail::StrayPercent::Literal);
   text = u"file://" + detail::WithoutDotSegments(path);
 }
 

@@ -34,7 +34,7 @@ std::string Names(const std::vector<Element>& list) {
   return names;
 }
 
-/// Two parts: p holds the entries a and b, q holds b and c; neither holds d.
+/// Two parts: p holds the entries a and b, q holds b and twice c; neither holds d.
 struct ConcatenatedPathTest : testing::Test {
   CallLog log;
   EntryPointer a = std::make_shared<FakeEntry>("a", u"file:///a");
@@ -42,7 +42,7 @@ struct ConcatenatedPathTest : testing::Test {
   EntryPointer c = std::make_shared<FakeEntry>("c", u"file:///c");
   EntryPointer d = std::make_shared<FakeEntry>("d", u"file:///d");
   std::shared_ptr<FakePath> p = Part("p", {a, b});
-  std::shared_ptr<FakePath> q = Part("q", {b, c});
+  std::shared_ptr<FakePath> q = Part("q", {b, c, c});
   ConcatenatedPath both{p, q};
 
   std::shared_ptr<FakePath> Part(const char* called, const EntryList& entries) {
@@ -79,13 +79,13 @@ struct ConcatenatedPathTest : testing::Test {
 };
 
 TEST_F(ConcatenatedPathTest, JoinsTheListsOfAllParts) {
-  EXPECT_EQ(Asked(both.GetMethodEntries()), Both("abbc", "GetMethodEntries()"));
+  EXPECT_EQ(Asked(both.GetMethodEntries()), Both("abbcc", "GetMethodEntries()"));
   EXPECT_EQ(Asked(both.GetMethodEntriesByName(kScope, u"n", kPolicy)),
-            Both("abbc", "GetMethodEntriesByName({1,3},n,1)"));
+            Both("abbcc", "GetMethodEntriesByName({1,3},n,1)"));
   EXPECT_EQ(Asked(both.GetPartiallyMatchingEntries(kScope, u"n", kPolicy)),
-            Both("abbc", "GetPartiallyMatchingEntries({1,3},n,1)"));
+            Both("abbcc", "GetPartiallyMatchingEntries({1,3},n,1)"));
   EXPECT_EQ(Asked(both.FindAllInScope(kScope, kTarget, kPolicy)),
-            Both("abbc", "FindAllInScope({1,3},t|.x,1)"));
+            Both("abbcc", "FindAllInScope({1,3},t|.x,1)"));
 }
 
 TEST_F(ConcatenatedPathTest, TakesTheFirstAnswer) {
@@ -126,10 +126,10 @@ TEST_F(ConcatenatedPathTest, VisitsPartAfterPart) {
   for (const auto forEach : {&IPath::ForEachEntry, &IPath::ConcurrentForEachEntry}) {
     const std::string ask = forEach == &IPath::ForEachEntry ? "ForEach" : "ConcurrentForEach";
     const std::string first = " p." + ask + "Entry({1,3},visitor) a";
-    const std::string second = " b q." + ask + "Entry({1,3},visitor) b c";
+    const std::string second = " b q." + ask + "Entry({1,3},visitor) b c c";
     EXPECT_EQ(Asked(Visit(forEach, d)), "no" + first + second);
     EXPECT_EQ(Asked(Visit(forEach, a)), "yes" + first);
-    EXPECT_EQ(Asked(Visit(forEach, c)), "yes" + first + second);
+    EXPECT_EQ(Asked(Visit(forEach, b)), "yes" + first + " b");
     EXPECT_THROW((both.*forEach)(kScope, nullptr), std::bad_function_call);
     log.Take();
   }
@@ -158,7 +158,7 @@ TEST_F(ConcatenatedPathTest, BuildsTheMainEntriesOnce) {
   log.Take();
   p->mainEntries = nullptr;  // as of a composite that was moved from
   const auto entries = both.GetMainEntries();
-  EXPECT_EQ(Asked(*entries), Both("bc", "GetMainEntries()"));
+  EXPECT_EQ(Asked(*entries), Both("bcc", "GetMainEntries()"));
   q->mainEntries = nullptr;
   EXPECT_EQ(both.GetMainEntries(), entries);
   EXPECT_EQ(ConcatenatedPath(both).GetMainEntries(), entries);
@@ -172,7 +172,7 @@ TEST_F(ConcatenatedPathTest, IsCopiedAndMovedWithWhatIsBuilt) {
   const ConcatenatedPath unbuiltTarget = std::move(both);
   const auto entries = both.GetMainEntries();  // it has kept its parts
   for (const ConcatenatedPath* unbuilt : {&unbuiltCopy, &unbuiltTarget}) {
-    EXPECT_EQ(Names(*unbuilt->GetMainEntries()), "abbc");
+    EXPECT_EQ(Names(*unbuilt->GetMainEntries()), "abbcc");
     EXPECT_NE(unbuilt->GetMainEntries(), entries);
   }
   const ConcatenatedPath copy = both;
@@ -181,7 +181,7 @@ TEST_F(ConcatenatedPathTest, IsCopiedAndMovedWithWhatIsBuilt) {
   EXPECT_EQ(target.GetMainEntries(), entries);
   EXPECT_EQ(both.GetMainEntries(), nullptr);
   EXPECT_EQ(ConcatenatedPath(both).GetMainEntries(), nullptr);
-  EXPECT_EQ(Names(both.GetMethodEntries()), "abbc");
+  EXPECT_EQ(Names(both.GetMethodEntries()), "abbcc");
 }
 
 TEST_F(ConcatenatedPathTest, MayBeEmptyOrNested) {
@@ -194,13 +194,14 @@ TEST_F(ConcatenatedPathTest, MayBeEmptyOrNested) {
   Parts parts = {q, std::make_shared<ConcatenatedPath>(empty, p)};
   const ConcatenatedPath nested(std::move(parts));
   EXPECT_TRUE(parts.empty());
-  EXPECT_EQ(Names(*nested.GetMainEntries()), "bcab");
+  EXPECT_EQ(Names(*nested.GetMainEntries()), "bccab");
   EXPECT_TRUE(nested.FirstEntryIsBeforeSecondOnPath(*c, *a));
 }
 
 TEST_F(ConcatenatedPathTest, LendsItsListToDerivedClasses) {
   struct FirstOnly : ConcatenatedPath {
     using ConcatenatedPath::ConcatenatedPath, ConcatenatedPath::GetPathEntryFromAbsoluteIRI;
+    using ConcatenatedPath::parts;
     SharedEntryList GetMainEntries() const override {
       mainEntriesOnce.Call([this] { mainEntries = parts.front()->GetMainEntries(); });
       return mainEntries;
@@ -210,6 +211,7 @@ TEST_F(ConcatenatedPathTest, LendsItsListToDerivedClasses) {
     }
   };
   const FirstOnly first(p, q);
+  EXPECT_EQ(first.parts.capacity(), 2);
   EXPECT_EQ(Asked(*first.GetMainEntries()), "ab p.GetMainEntries()");
   EXPECT_EQ(Asked(first.GetPathEntryFromAbsoluteIRI(b->GetAbsoluteIRI(), kPolicy)),
             "b q.GetPathEntryFromAbsoluteIRI(file:///b)");

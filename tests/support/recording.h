@@ -105,7 +105,7 @@ struct FakeEntry : IPathEntry, Recorder {
   ItemList items, foundItems;
   ItemPointer foundItem;
   EntryPointer singleA, singleB;
-  EntryList subfoldersA, subfoldersB, subfoldersC, visited;
+  EntryList listA, listB, listC, visited;
   NameComparator comparator = std::equal_to<>();
 
   PathEntryType GetPathEntryType() const override { return Record(__func__), type; }
@@ -116,15 +116,9 @@ struct FakeEntry : IPathEntry, Recorder {
   AbsoluteIRI GetAbsoluteIRI() const override { return Record(__func__), iri; }
   EntryPointer GetSingleSubfolderEntryA() const override { return Record(__func__), singleA; }
   EntryPointer GetSingleSubfolderEntryB() const override { return Record(__func__), singleB; }
-  SharedEntryList GetSubfolderEntriesA() const override {
-    return Record(__func__), Share(subfoldersA);
-  }
-  SharedEntryList GetSubfolderEntriesB() const override {
-    return Record(__func__), Share(subfoldersB);
-  }
-  SharedEntryList GetSubfolderEntriesC() const override {
-    return Record(__func__), Share(subfoldersC);
-  }
+  SharedEntryList GetSubfolderEntriesA() const override { return Record(__func__), Share(listA); }
+  SharedEntryList GetSubfolderEntriesB() const override { return Record(__func__), Share(listB); }
+  SharedEntryList GetSubfolderEntriesC() const override { return Record(__func__), Share(listC); }
   ItemPointer FindItem(const Target& target, Policy policy) const override {
     return Record(__func__, target, policy), foundItem;
   }

@@ -11,7 +11,7 @@
 #include <stdexcept>
 #include <string>
 
-namespace Corvane::PathManagement::tests {
+namespace Corvane::PathManagement::test {
 
 /// A fresh folder on the real disk, removed with all that is in it. Names are bytes, relative to
 /// it.
@@ -58,6 +58,6 @@ class TemporaryTree {
   std::filesystem::path root;
 };
 
-}  // namespace Corvane::PathManagement::tests
+}  // namespace Corvane::PathManagement::test
 
 #endif  // SEARCHPATH_TESTS_SUPPORT_TEMPORARY_TREE_H

@@ -21,7 +21,7 @@ TEST(IRIConversionTest, TurnsIRIsIntoText) {
 }
 
 TEST(IRIConversionTest, MakesIRIsCanonical) {
-  const tests::TemporaryTree tree;
+  const test::TemporaryTree tree;
   tree.Link("absent", "link");
   const CanonicalAbsoluteIRI expected(tree.IRI("absent"), u"");
   EXPECT_EQ(GetCanonicalIRI(tree.IRI("link")), expected);

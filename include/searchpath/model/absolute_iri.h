@@ -44,12 +44,12 @@ struct IRIRepresentation;
 /// The absolute identifier of a folder or file, in one spelling.
 ///
 /// The spelling is made at construction. In a "file" IRI the bytes of the path are decoded and
-/// written again: blanks, controls, bytes that are not UTF-8 and the characters ``"#%<>?[]\^`{|}``
-/// as "%XX" in upper case, all else literal ("%2Bpkg" is "+pkg"); doubled and trailing separators
-/// and "." components are folded; ".." stays, since removing it changes the meaning behind a link.
-/// The authority is dropped when it is "localhost". IRIs of other schemes keep their text, with
-/// characters escaped that no IRI may hold. Schemes are case-sensitive: "FILE" is another scheme
-/// than "file".
+/// written again: ASCII blanks and controls, bytes that are not UTF-8 and the characters
+/// ``"#%<>?[]\^`{|}`` as "%XX" in upper case, all else literal ("%2Bpkg" is "+pkg"); doubled and
+/// trailing separators and "." components are folded; ".." stays, since removing it changes the
+/// meaning behind a link. The authority is dropped when it is "localhost". IRIs of other schemes
+/// keep their text, with characters escaped that no IRI may hold. Schemes are case-sensitive:
+/// "FILE" is another scheme than "file".
 ///
 /// Two IRIs are equal when their texts are, code unit by code unit.
 ///
@@ -83,7 +83,8 @@ class SEARCHPATH_EXPORT AbsoluteIRI {
   /// The last component of the path, decoded; "" for a root.
   [[nodiscard]] ustring getName() const;
 
-  /// The IRI above this one. Errors: this is a root.
+  /// The IRI above this one.
+  /// Errors: this is a root.
   [[nodiscard]] AbsoluteIRI getParent() const;
   [[nodiscard]] bool hasParent() const noexcept;
 
@@ -94,7 +95,8 @@ class SEARCHPATH_EXPORT AbsoluteIRI {
   [[nodiscard]] ustring getScheme() const;
 
   /// This IRI without ".." components: each takes the component before it away, as text, without
-  /// asking the disk. Errors: ".." above the root.
+  /// asking the disk.
+  /// Errors: ".." above the root.
   [[nodiscard]] AbsoluteIRI getResolvedIRI() const;
 
   /// The escaped text of the whole IRI.
@@ -103,7 +105,8 @@ class SEARCHPATH_EXPORT AbsoluteIRI {
   /// As `toString`, without a copy. The view lives as long as some copy of this IRI.
   [[nodiscard]] std::u16string_view toStringView() const noexcept;
 
-  /// The decoded path below `above`, components joined by "/". Errors: `above` is not above this.
+  /// The decoded path below `above`, components joined by "/".
+  /// Errors: `above` is not above this.
   [[nodiscard]] ustring makePathRelativeTo(const AbsoluteIRI& above) const;
 
   /// 64 bits, equal for equal IRIs. Held, not computed. Not stable between versions of the library.

@@ -54,11 +54,13 @@ class SEARCHPATH_EXPORT IPath {
   [[nodiscard]] virtual std::vector<std::shared_ptr<const IPathEntry>> GetPartiallyMatchingEntries(
       SearchScope scope, const ustring& name, FilenameMatchingPolicy policy) const = 0;
 
-  /// The main entry that `entry` belongs to. Precondition: `entry` is on the path.
+  /// The main entry that `entry` belongs to.
+  /// Precondition: `entry` is on the path.
   [[nodiscard]] virtual std::shared_ptr<const IPathEntry> GetMainEntryForEntry(
       const IPathEntry& entry) const = 0;
 
-  /// The entry directly above `entry`, null for a main entry. Precondition: `entry` is on the path.
+  /// The entry directly above `entry`, null for a main entry.
+  /// Precondition: `entry` is on the path.
   [[nodiscard]] virtual std::shared_ptr<const IPathEntry> GetParentEntryForEntry(
       const IPathEntry& entry) const = 0;
 

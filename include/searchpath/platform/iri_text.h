@@ -18,7 +18,8 @@ namespace foundation::storage::vfs {
 [[nodiscard]] SEARCHPATH_EXPORT AbsoluteIRI toAbsoluteIRI(const ustring& scheme,
                                                           const fl::filesystem::path& path);
 
-/// The native path of a "file" IRI. Errors: `InvalidIRIException` for any other scheme.
+/// The native path of a "file" IRI.
+/// Errors: `InvalidIRIException` for any other scheme.
 [[nodiscard]] SEARCHPATH_EXPORT fl::filesystem::path fromAbsoluteIRI(const AbsoluteIRI& iri);
 
 }  // namespace foundation::storage::vfs
@@ -26,8 +27,7 @@ namespace foundation::storage::vfs {
 namespace foundation::storage::utility {
 
 /// Brings an IRI text into its normal form. For "file" that is the spelling of `AbsoluteIRI`
-/// without
-/// "." and ".." components, a stray "%" becoming "%25"; for other schemes the syntax-based
+/// without "." and ".." components, a stray "%" becoming "%25"; for other schemes the syntax-based
 /// normalisation of RFC 3986, in ASCII, the scheme's case untouched.
 ///
 /// Errors: `InvalidIRIException` for a text that is no IRI; `text` is then unchanged.

@@ -18,11 +18,12 @@ namespace Corvane::PathManagement {
 /// other question asks the parts afresh.
 ///
 /// Precondition: no part is null. `GetMainEntryForEntry` and `GetParentEntryForEntry` are asked
-/// only for entries that some part holds (asserted in debug builds, unchecked in release). Threads:
-/// as safe as the parts are; the list of main entries is built once. Ownership: shares the parts.
+/// only for entries that some part holds (asserted in debug builds, unchecked in release).
+/// Threads: as safe as the parts are; the list of main entries is built once.
+/// Ownership: shares the parts.
 /// Errors: exceptions of a part or a visitor pass through unchanged and change nothing; a list of
-/// main entries whose building failed is built at the next call. Cost: one virtual call for each
-/// part asked; a list that is returned has no spare capacity.
+/// main entries whose building failed is built at the next call.
+/// Cost: one virtual call for each part asked; a list that is returned has no spare capacity.
 class SEARCHPATH_EXPORT ConcatenatedPath : public IPath {
  public:
   ConcatenatedPath(const std::shared_ptr<const IPath>& first,

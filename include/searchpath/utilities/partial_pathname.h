@@ -31,7 +31,8 @@ class IPathEntry;
 //
 // Threads: stateless; as safe as the entries are.
 // Errors: an empty predicate raises `std::bad_function_call`; those of IRIs and entries pass
-// through. Cost: stops at the first mismatch; names that fit a short string do not touch the heap.
+// through.
+// Cost: stops at the first mismatch; names that fit a short string do not touch the heap.
 
 /// The folders of `text`, which `Constants::PathnameSeparatorStr` separates; empty ones are
 /// dropped. Up to eight stand in place, without an allocation.

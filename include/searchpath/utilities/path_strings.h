@@ -36,9 +36,8 @@ RemoveRootPathFromAbsolutePath(const fl::filesystem::path& absolutePath);
 GetPathEntryTypeFromBaseName(const ustring& baseName) noexcept;
 
 /// The end of `folder` from the first of the special folders that it stands in: "+pkg/@cls/private"
-/// of
-/// ".../lib/+pkg/@cls/private", "tools" of ".../lib/tools". The name of a root for a root, and ""
-/// for text that is no IRI and no absolute path.
+/// of ".../lib/+pkg/@cls/private", "tools" of ".../lib/tools". The name of a root for a root, and
+/// "" for text that is no IRI and no absolute path.
 [[nodiscard]] SEARCHPATH_EXPORT ustring
 GetPartialPathIncludingSpecialFolders(const ustring& folder);
 
