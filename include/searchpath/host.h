@@ -3,11 +3,13 @@
 
 // IWYU pragma: begin_exports
 #include "searchpath/host/environment.h"
+#include "searchpath/host/explanation.h"
 #include "searchpath/host/filename_comparison.h"
 #include "searchpath/host/folder_entry.h"
 #include "searchpath/host/folder_path.h"
 #include "searchpath/host/folder_problem.h"
 #include "searchpath/host/folder_tree.h"
+#include "searchpath/host/lookup_observer.h"
 #include "searchpath/host/working_folder.h"
 // IWYU pragma: end_exports
 

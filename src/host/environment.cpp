@@ -1,13 +1,11 @@
 #include "searchpath/host/environment.h"
 
+#include "host/file_search.h"
 #include "searchpath/host/folder_tree.h"
 #include "searchpath/model/byte_text.h"
 #include "searchpath/utilities/file_lookup.h"
-#include "text/separators.h"
 
 #include <algorithm>
-#include <array>
-#include <cstdint>
 #include <iterator>
 #include <string>
 #include <utility>
@@ -19,9 +17,6 @@ namespace {
 using PathManagement::detail::SearchTarget;
 using Folders = std::vector<std::shared_ptr<const FolderEntry>>;
 
-constexpr std::array<std::uint32_t, 1> kMainKinds = {0};
-constexpr std::array<std::uint32_t, 5> kAllKinds = {0, 1, 2, 3, 4};
-
 Folders Expand(const AbsoluteIRI& folder, FolderExpansion expansion) {
   if (expansion == FolderExpansion::Recursive) return CreateFolderTree(folder);
   return {FolderEntry::Create(folder)};
@@ -31,32 +26,6 @@ SearchTarget TargetOf(const Lookup& lookup) {
   return CreateSearchTargetWithExtensionInFilenamePreferred(lookup.name, lookup.extensions);
 }
 
-void AppendItems(const std::shared_ptr<const IPathEntry>& entry, const SearchTarget& target,
-                 FilenameMatchingPolicy policy, std::vector<FoundItem>& found) {
-  for (auto& item : entry->FindItems(target, policy)) found.emplace_back(std::move(item), entry);
-}
-
-/// Every match of a plain name: those in ordinary folders and those in the method entries of that
-/// name, in path order.
-std::vector<FoundItem> FindAllOnPath(const IPath& path, const SearchTarget& target,
-                                     FilenameMatchingPolicy policy) {
-  const SearchScope scope(kMainKinds.data(), kMainKinds.size());
-  const auto ordinary = path.FindAllInScope(scope, target, policy);
-  std::vector<FoundItem> methods;
-  for (const auto& entry : path.GetMethodEntriesByName(scope, target.GetName(),
-                                                       FilenameMatchingPolicy::FileSystemDefault)) {
-    AppendItems(entry, target, policy, methods);
-  }
-  if (methods.empty()) return ordinary;
-  std::vector<FoundItem> all;
-  std::merge(ordinary.begin(), ordinary.end(), methods.begin(), methods.end(),
-             std::back_inserter(all), [&path](const FoundItem& left, const FoundItem& right) {
-               return path.FirstEntryIsBeforeSecondOnPath(*left.GetPathEntry(),
-                                                          *right.GetPathEntry());
-             });
-  return all;
-}
-
 }  // namespace
 
 Environment::Environment(const std::vector<ustring>& folders, FolderExpansion expansion) {
@@ -64,6 +33,7 @@ Environment::Environment(const std::vector<ustring>& folders, FolderExpansion ex
   for (const ustring& folder : folders) {
     try {
       Folders expanded = Expand(workingFolder.Locate(folder), expansion);
+      origins.insert(origins.end(), expanded.size(), folder);
       std::move(expanded.begin(), expanded.end(), std::back_inserter(entries));
     } catch (const current_working_folder::FailedToAbsolutizeException& failure) {
       const auto reason =
@@ -78,26 +48,22 @@ Environment::~Environment() = default;
 
 boost::optional<FoundItem> Environment::Find(const Lookup& lookup) const {
   const SearchTarget target = TargetOf(lookup);
-  if (!lookup.fromFolder) return FindFirstFileVisibleOnPath(*path, target, lookup.policy);
-  const AbsoluteIRI folder = workingFolder.absolutize(*lookup.fromFolder);
-  return FindFirstFileVisibleFromFolder(*path, folder, target, lookup.policy);
+  const auto asker = AskerOf(lookup);
+  if (!asker) return FindFirstFileVisibleOnPath(*path, target, lookup.policy);
+  return FindFirstFileVisibleFromFolder(*path, *asker, target, lookup.policy);
 }
 
 std::vector<FoundItem> Environment::FindAll(const Lookup& lookup) const {
-  const SearchTarget target = TargetOf(lookup);
-  if (PathManagement::detail::HasSeparator(lookup.name)) {
-    return path->FindAllInScope({kAllKinds.data(), kAllKinds.size()}, target, lookup.policy);
-  }
-  std::vector<FoundItem> found;
-  if (lookup.fromFolder) {
-    const auto entry = path->GetPathEntryFromAbsoluteIRI(
-        workingFolder.absolutize(*lookup.fromFolder), FilenameMatchingPolicy::FileSystemDefault);
-    const auto privateFolder = entry ? entry->GetSingleSubfolderEntryA() : nullptr;
-    if (privateFolder != nullptr) AppendItems(privateFolder, target, lookup.policy, found);
-  }
-  const auto onPath = FindAllOnPath(*path, target, lookup.policy);
-  found.insert(found.end(), onPath.begin(), onPath.end());
-  return found;
+  return FindAllFiles(*path, AskerOf(lookup), TargetOf(lookup), lookup.policy, nullptr);
+}
+
+Explanation Environment::Explain(const Lookup& lookup) const {
+  return ExplainLookup(*path, AskerOf(lookup), TargetOf(lookup), lookup.policy, origins);
+}
+
+std::optional<AbsoluteIRI> Environment::AskerOf(const Lookup& lookup) const {
+  if (!lookup.fromFolder) return std::nullopt;
+  return workingFolder.absolutize(*lookup.fromFolder);
 }
 
 std::vector<FolderProblem> Environment::FindProblems() const {

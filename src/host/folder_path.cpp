@@ -246,6 +246,20 @@ std::vector<FoundItem> FolderPath::FindAllInScope(SearchScope scope, const Searc
   return found;
 }
 
+std::vector<FoundItem> FolderPath::FindAllInScope(SearchScope scope, const SearchTarget& target,
+                                                  FilenameMatchingPolicy policy,
+                                                  ILookupObserver& observer) const {
+  std::vector<FoundItem> all;
+  state->ForEachFolderOf(*this, scope, target, policy, [&](const auto& entry, const auto& file) {
+    std::vector<FoundItem> here;
+    for (auto& item : entry->FindItems(file, policy)) here.emplace_back(std::move(item), entry);
+    observer.FolderAsked(entry, here);
+    all.insert(all.end(), here.begin(), here.end());
+    return false;
+  });
+  return all;
+}
+
 bool FolderPath::ForEachEntry(SearchScope scope, const PathEntryVisitor& visitor) const {
   return state->ForEachInScope(scope, visitor);
 }

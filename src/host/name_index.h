@@ -19,7 +19,8 @@ namespace Corvane::PathManagement::host {
 /// Threads: immutable once made.
 /// Ownership: views the name blocks, which must outlive it.
 /// Cost: 28 bytes a file; building reads each name once; `Next` is a binary search over the
-/// folders. Errors: `std::length_error` for more than 2^24 folders or 2^32 - 1 files.
+/// folders.
+/// Errors: `std::length_error` for more than 2^24 folders or 2^32 - 1 files.
 class NameIndex {
  public:
   /// Which names are the same one.

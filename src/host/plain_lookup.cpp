@@ -123,18 +123,14 @@ std::vector<FoundItem> PlainLookup::FindAll(const Target& target, FilenameMatchi
     }
     return found;
   }
-  std::vector<Place> places;
+  std::vector<Place> places;  // by folder, then in the order of the extensions
   ForEachName(target, [&](std::string_view name) {
-    auto cursor = index->Find(name);
-    while (cursor) {
-      const std::uint32_t folder = index->At(cursor).folder;
-      const auto here = PlacesIn(*index, cursor, folder, name);
-      places.insert(places.end(), here.begin(), here.end());
-      while (cursor && index->At(cursor).folder == folder) cursor = index->Next(cursor);
-    }
+    std::vector<Place> merged;
+    const auto added = AllPlaces(*index, name);
+    std::merge(places.begin(), places.end(), added.begin(), added.end(), std::back_inserter(merged),
+               [](Place left, Place right) { return left.folder < right.folder; });
+    places = std::move(merged);
   });
-  std::stable_sort(places.begin(), places.end(),
-                   [](Place left, Place right) { return left.folder < right.folder; });
   found.reserve(places.size());
   auto group = places.begin();  // the places in the same folder
   for (auto at = places.begin(); at != places.end(); ++at) {
@@ -145,6 +141,20 @@ std::vector<FoundItem> PlainLookup::FindAll(const Target& target, FilenameMatchi
     if (!isRepeat) found.push_back(ItemAt(*at));
   }
   return found;
+}
+
+/// All files of that name, in path order.
+std::vector<NameIndex::Place> PlainLookup::AllPlaces(const NameIndex& index,
+                                                     std::string_view name) const {
+  std::vector<Place> places;
+  auto cursor = index.Find(name);
+  while (cursor) {
+    const std::uint32_t folder = index.At(cursor).folder;
+    const auto here = PlacesIn(index, cursor, folder, name);
+    places.insert(places.end(), here.begin(), here.end());
+    while (cursor && index.At(cursor).folder == folder) cursor = index.Next(cursor);
+  }
+  return places;
 }
 
 /// The files that the names from `cursor` on have in `folder`: the very name, then the others by

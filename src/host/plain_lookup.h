@@ -65,6 +65,7 @@ class PlainLookup {
   [[nodiscard]] const MethodFolders& IndexedMethodFolders();
   void ListAll() const;
   [[nodiscard]] FoundItem ItemAt(Place place) const;
+  [[nodiscard]] std::vector<Place> AllPlaces(const NameIndex& index, std::string_view name) const;
   [[nodiscard]] std::vector<Place> PlacesIn(const NameIndex& index, NameIndex::Cursor cursor,
                                             std::uint32_t folder, std::string_view name) const;
 

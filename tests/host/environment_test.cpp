@@ -9,7 +9,7 @@
 namespace Corvane::PathManagement::host {
 namespace {
 
-using tests::TemporaryTree;
+using test::TemporaryTree;
 
 class EnvironmentTest : public testing::Test {
  protected:

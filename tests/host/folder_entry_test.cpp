@@ -17,7 +17,7 @@ namespace {
 
 using current_working_folder::AbsolutizeError;
 using PathManagement::detail::SearchTarget;
-using tests::TemporaryTree;
+using test::TemporaryTree;
 
 std::vector<std::string> ItemNames(const IPathEntry& entry) {
   std::vector<std::string> names;
@@ -59,23 +59,6 @@ TEST(FolderEntryTest, EveryNameOnDiskIsFoundByItsOwnText) {
     EXPECT_EQ(BytesFromText(item->GetName() + item->GetExtension()), name);
   }
   EXPECT_EQ(ItemNames(*entry).size(), names.size());
-}
-
-TEST(FolderEntryTest, SpecialFoldersStandInPathOrder) {
-  const TemporaryTree tree;
-  for (const char* name : {"@z", "@a", "+p", "resources", "private", "plain", "+", ".hidden"}) {
-    tree.Folder(std::string("lib/") + name);
-  }
-  const auto entry = FolderEntry::Create(tree.IRI("lib"));
-  std::vector<std::string> names;
-  for (const auto& folder : entry->GetSpecialFolders()) names.push_back(NameOf(*folder));
-  EXPECT_EQ(names, (std::vector<std::string>{"private", "resources", "+", "+p", "@a", "@z"}));
-  EXPECT_EQ(NameOf(*entry->GetSingleSubfolderEntryA()), "private");
-  EXPECT_EQ(entry->GetSingleSubfolderEntryB()->GetPathEntryType(), PathEntryType::ResourcesFolder);
-  EXPECT_EQ(entry->GetSubfolderEntriesA()->size(), 2U);
-  EXPECT_EQ(entry->GetSubfolderEntriesB()->at(0)->GetPathEntryType(), PathEntryType::AtFolder);
-  EXPECT_TRUE(entry->GetSubfolderEntriesC()->empty());
-  EXPECT_EQ(FolderEntry::Create(tree.IRI("lib/+p"))->GetPathEntryType(), PathEntryType::Ordinary);
 }
 
 TEST(FolderEntryTest, AFolderIsListedAtItsFirstQuestionAndNeverAgain) {

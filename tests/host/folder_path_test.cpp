@@ -1,6 +1,5 @@
 #include "searchpath/host/folder_path.h"
 
-#include "searchpath/utilities/concatenated_path.h"
 #include "support/temporary_tree.h"
 
 #include <gtest/gtest.h>
@@ -13,7 +12,7 @@ namespace Corvane::PathManagement::host {
 namespace {
 
 using PathManagement::detail::SearchTarget;
-using tests::TemporaryTree;
+using test::TemporaryTree;
 
 constexpr auto kExact = FilenameMatchingPolicy::CaseSensitive;
 constexpr auto kIgnore = FilenameMatchingPolicy::IgnoreCase;
@@ -91,6 +90,11 @@ TEST_F(FolderPathTest, TraversalsGoDepthFirstThroughTheScope) {
   EXPECT_EQ(visits, all.size());
   EXPECT_TRUE(path->ConcurrentForEachEntry(kMain, [](const auto&) { return true; }));
   EXPECT_THROW(path->ConcurrentForEachEntry(kMain, PathEntryVisitor()), std::bad_function_call);
+  const auto& one = *path->GetMainEntries()->front();
+  EXPECT_EQ(Show(*one.GetSingleSubfolderEntryA()), "one/private");
+  EXPECT_EQ(Show(*one.GetSingleSubfolderEntryB()), "one/resources");
+  EXPECT_EQ(ShowAll(*one.GetSubfolderEntriesA()), std::vector<std::string>{"one/+pkg"});
+  EXPECT_EQ(ShowAll(*one.GetSubfolderEntriesB()), std::vector<std::string>{"one/@cls"});
 }
 
 struct Question {
@@ -185,18 +189,6 @@ TEST_F(FolderPathTest, EntriesKnowTheirPlace) {
   EXPECT_FALSE(path->FirstEntryIsBeforeSecondOnPath(*stranger, *entries[0]));
 }
 
-TEST_F(FolderPathTest, AConcatenationOfPathsAnswersAsOnePath) {
-  const ConcatenatedPath joined(Make({"one"}), Make({"two"}));
-  for (const char16_t* name : {u"fn.x", u"only.x", u"absent", u"pkg/fn.x", u"cls/method.x"}) {
-    const SearchTarget target(name);
-    EXPECT_EQ(ShowAll(joined.FindAllInScope(kAll, target, kExact)),
-              ShowAll(path->FindAllInScope(kAll, target, kExact)));
-  }
-  EXPECT_EQ(ShowAll(Visit(joined, kAll)), ShowAll(Visit(*path, kAll)));
-  EXPECT_EQ(ShowAll(joined.GetMethodEntries()), ShowAll(path->GetMethodEntries()));
-  EXPECT_EQ(ShowAll(*joined.GetMainEntries()), ShowAll(*path->GetMainEntries()));
-}
-
 TEST_F(FolderPathTest, FoldersBehindTheAnswerAreNotListed) {
   ASSERT_TRUE(path->FindFirstInScope(kMain, SearchTarget(u"fn.x"), kExact));
   tree.File("two/late.x");
@@ -205,39 +197,15 @@ TEST_F(FolderPathTest, FoldersBehindTheAnswerAreNotListed) {
   EXPECT_FALSE(path->FindFirstInScope(kMain, SearchTarget(u"later.x"), kExact));
 }
 
-TEST_F(FolderPathTest, ProblemsNameTheFolderAndTheRestIsSearched) {
-  tree.Link(".", "two/+self");
-  const auto broken = Make({"absent", "two"});
-  EXPECT_TRUE(broken->FindFirstInScope(kAll, SearchTarget(u"only.x"), kExact));
-  const auto problems = broken->FindProblems();
-  ASSERT_EQ(problems.size(), 2U);
-  EXPECT_EQ(problems[0].folder, tree.Text("absent"));
-  EXPECT_STREQ(problems[0].GetText(), "no such folder");
-  EXPECT_EQ(problems[1].folder, tree.Text("two/+self"));
-}
-
-TEST(FolderPathLimitsTest, APathWithoutFoldersAnswersEverythingWithNothing) {
-  const TemporaryTree tree;
-  const FolderPath empty({});
-  const auto stranger = FolderEntry::Create(tree.IRI());
-  EXPECT_TRUE(empty.GetMainEntries()->empty());
-  EXPECT_FALSE(empty.FindFirstInScope(kAll, SearchTarget(u"fn"), kExact));
-  EXPECT_FALSE(empty.ForEachEntry(kAll, PathEntryVisitor()));
-  EXPECT_FALSE(empty.ConcurrentForEachEntry(kAll, PathEntryVisitor()));
-  EXPECT_FALSE(empty.FirstEntryIsBeforeSecondOnPath(*stranger, *stranger));
-  EXPECT_FALSE(empty.IsEntryOnPath(*stranger));
-}
-
-TEST(FolderPathLimitsTest, DeeplyNestedFoldersNeedNoDeepStack) {
+TEST_F(FolderPathTest, DeeplyNestedFoldersNeedNoDeepStack) {
   constexpr int depth = 400;
-  const TemporaryTree tree;
-  std::string name = "lib";
+  std::string name = "deep";
   for (int level = 0; level < depth; ++level) name += "/+p";
   tree.File(name + "/fn.x");
   std::size_t count = 0;
   {
-    const FolderPath path({FolderEntry::Create(tree.IRI("lib"))});
-    path.ForEachEntry(kAll, [&count](const auto&) { return ++count, false; });
+    const FolderPath deep({FolderEntry::Create(tree.IRI("deep"))});
+    deep.ForEachEntry(kAll, [&count](const auto&) { return ++count, false; });
   }
   EXPECT_EQ(count, depth + 1U);
 }

@@ -14,7 +14,7 @@ namespace {
 
 using current_working_folder::AbsolutizeError;
 using current_working_folder::FailedToAbsolutizeException;
-using tests::TemporaryTree;
+using test::TemporaryTree;
 
 struct Row {
   ustring text;

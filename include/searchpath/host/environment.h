@@ -2,6 +2,7 @@
 #define SEARCHPATH_HOST_ENVIRONMENT_H
 
 #include "searchpath/export.h"
+#include "searchpath/host/explanation.h"
 #include "searchpath/host/folder_path.h"
 #include "searchpath/host/folder_problem.h"
 #include "searchpath/host/working_folder.h"
@@ -62,11 +63,20 @@ class SEARCHPATH_EXPORT Environment {
   /// Errors: as `Find`.
   [[nodiscard]] std::vector<FoundItem> FindAll(const Lookup& lookup) const;
 
-  /// The folders that cannot be searched, in path order.
+  /// What `FindAll` answers, and why: every folder that was asked, in order, and what came of it.
+  ///
+  /// Errors: as `Find`.
+  /// Cost: asks folder by folder; not for the hot path.
+  [[nodiscard]] Explanation Explain(const Lookup& lookup) const;
+
+  /// The folders that cannot be searched: first those that name no place, then in path order.
   [[nodiscard]] std::vector<FolderProblem> FindProblems() const;
 
  private:
+  [[nodiscard]] std::optional<AbsoluteIRI> AskerOf(const Lookup& lookup) const;
+
   WorkingFolder workingFolder;
+  std::vector<ustring> origins;          // of the main entries: the folder given that brought each
   std::vector<FolderProblem> unlocated;  // folders given that name no place
   std::shared_ptr<const FolderPath> path;
 };

@@ -4,6 +4,7 @@
 #include "searchpath/export.h"
 #include "searchpath/host/folder_entry.h"
 #include "searchpath/host/folder_problem.h"
+#include "searchpath/host/lookup_observer.h"
 #include "searchpath/model/path.h"
 
 #include <memory>
@@ -57,6 +58,11 @@ class SEARCHPATH_EXPORT FolderPath : public IPath {
   [[nodiscard]] bool FirstEntryIsBeforeSecondOnPath(const IPathEntry& first,
                                                     const IPathEntry& second) const override;
   [[nodiscard]] bool IsEntryOnPath(const IPathEntry& entry) const override;
+
+  /// The same answer, from asking the folders one by one; `observer` hears each.
+  [[nodiscard]] std::vector<FoundItem> FindAllInScope(
+      SearchScope scope, const PathManagement::detail::SearchTarget& target,
+      FilenameMatchingPolicy policy, ILookupObserver& observer) const;
 
   /// What keeps folders of the path from being searched, in path order. Opens folders that have not
   /// been listed.

@@ -11,8 +11,7 @@
 namespace Corvane::PathManagement::host {
 
 /// Makes folder strings absolute on this machine's disks: native paths, relative or absolute, "~"
-/// and
-/// "~user" from the user database, and the texts of "file" IRIs. Nothing else is expanded.
+/// and "~user" from the user database, and the texts of "file" IRIs. Nothing else is expanded.
 ///
 /// Threads: all operations, from any thread.
 class SEARCHPATH_EXPORT WorkingFolder : public current_working_folder::ICurrentWorkingFolder {
