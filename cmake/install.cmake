@@ -1,0 +1,34 @@
+include(CMakePackageConfigHelpers)
+
+set(package_folder ${CMAKE_INSTALL_LIBDIR}/cmake/searchpath)
+
+install(
+  TARGETS searchpath_utilities searchpath_host
+  EXPORT searchpath-targets
+  RUNTIME COMPONENT searchpath_runtime
+  LIBRARY COMPONENT searchpath_runtime NAMELINK_COMPONENT searchpath_development
+  FILE_SET HEADERS COMPONENT searchpath_development
+  FILE_SET generated COMPONENT searchpath_development)
+if(SEARCHPATH_BUILD_TOOL)
+  install(TARGETS searchpath_tool RUNTIME COMPONENT searchpath_runtime)
+endif()
+
+install(
+  EXPORT searchpath-targets
+  NAMESPACE searchpath::
+  DESTINATION ${package_folder}
+  COMPONENT searchpath_development)
+configure_package_config_file(cmake/config.cmake.in searchpath-config.cmake
+                              INSTALL_DESTINATION ${package_folder})
+write_basic_package_version_file(searchpath-config-version.cmake COMPATIBILITY SameMinorVersion)
+install(
+  FILES ${PROJECT_BINARY_DIR}/searchpath-config.cmake
+        ${PROJECT_BINARY_DIR}/searchpath-config-version.cmake
+  DESTINATION ${package_folder}
+  COMPONENT searchpath_development)
+
+configure_file(cmake/searchpath.pc.in searchpath.pc @ONLY)
+install(
+  FILES ${PROJECT_BINARY_DIR}/searchpath.pc
+  DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig
+  COMPONENT searchpath_development)

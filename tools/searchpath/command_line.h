@@ -1,0 +1,90 @@
+#ifndef SEARCHPATH_TOOLS_SEARCHPATH_COMMAND_LINE_H
+#define SEARCHPATH_TOOLS_SEARCHPATH_COMMAND_LINE_H
+
+#include <memory>
+#include <optional>
+#include <stdexcept>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace CLI {
+class App;
+class Option;
+}  // namespace CLI
+
+namespace Corvane::PathManagement::tool {
+
+/// What was typed cannot be done. The message is one line that says why and what to type instead.
+class UsageError : public std::runtime_error {
+ public:
+  using std::runtime_error::runtime_error;
+};
+
+/// What the help of a command says beside its options.
+struct CommandText {
+  const char* name;
+  const char* operands;  ///< "NAME..."
+  const char* purpose;
+  const char* examples;
+  const char* notes;  ///< what --help says at its end
+};
+
+/// The arguments of one command: its options, its operands and the help on both.
+class CommandLine {
+ public:
+  explicit CommandLine(const CommandText& description);
+  CommandLine(const CommandLine&) = delete;
+  CommandLine& operator=(const CommandLine&) = delete;
+  ~CommandLine();
+
+  // The variables are set by `Parse`. A value that is given twice counts as it was given last.
+  void AddFlag(const std::string& names, bool& value, const std::string& help);
+  void AddValue(const std::string& name, const char* valueName, std::optional<std::string>& value,
+                const std::string& help);
+  void AddValues(const std::string& name, const char* valueName, std::vector<std::string>& values,
+                 const std::string& help);
+
+  /// More for --help to say.
+  void AddNotes(const char* more) { notes += more; }
+
+  /// Returns false when help was asked for; it is then written.
+  ///
+  /// Errors: `UsageError`, also when there is no operand though the command needs one.
+  [[nodiscard]] bool Parse(const std::vector<std::string>& arguments);
+
+  [[nodiscard]] const std::vector<std::string>& GetOperands() const noexcept { return operands; }
+
+  /// The line to type for the same with `addition` among the options.
+  [[nodiscard]] std::string GetLineWith(const std::string& addition) const;
+
+ private:
+  void TakeOperands();
+  [[noreturn]] void RefuseOption(const std::string& argument) const;
+  [[nodiscard]] std::string GetHelp(bool full) const;
+
+  CommandText text;
+  std::string notes;
+  std::unique_ptr<CLI::App> app;
+  std::vector<std::string> typed;
+  std::vector<std::string> operands;
+};
+
+/// The meaning of `value`, one of a few words. Errors: `UsageError` for any other.
+template <class Meaning>
+[[nodiscard]] Meaning ChooseValue(const std::string& option, const std::string& value,
+                                  const std::vector<std::pair<std::string, Meaning>>& words) {
+  std::string list;
+  for (const auto& [word, meaning] : words) {
+    if (word == value) return meaning;
+    list += (list.empty() ? "" : ", ") + word;
+  }
+  throw UsageError(option + " is one of " + list + ", not \"" + value + '"');
+}
+
+/// Answers --version.
+void WriteVersion();
+
+}  // namespace Corvane::PathManagement::tool
+
+#endif  // SEARCHPATH_TOOLS_SEARCHPATH_COMMAND_LINE_H

@@ -1,0 +1,25 @@
+#ifndef SEARCHPATH_TOOLS_SEARCHPATH_COMMANDS_H
+#define SEARCHPATH_TOOLS_SEARCHPATH_COMMANDS_H
+
+#include "output.h"
+
+#include <string>
+#include <vector>
+
+namespace Corvane::PathManagement::tool {
+
+// Each takes the arguments that stand behind its name.
+// Errors: `UsageError`, and whatever keeps it from answering.
+
+/// Which files do names mean?
+[[nodiscard]] Outcome RunFind(const std::vector<std::string>& arguments);
+
+/// Which folders are on the path?
+[[nodiscard]] Outcome RunList(const std::vector<std::string>& arguments);
+
+/// What do texts become as IRIs?
+[[nodiscard]] Outcome RunIri(const std::vector<std::string>& arguments);
+
+}  // namespace Corvane::PathManagement::tool
+
+#endif  // SEARCHPATH_TOOLS_SEARCHPATH_COMMANDS_H

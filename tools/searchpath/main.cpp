@@ -1,0 +1,86 @@
+#include "command_line.h"
+#include "commands.h"
+#include "output.h"
+#include "suggestion.h"
+
+#include <csignal>
+#include <exception>
+#include <iostream>
+
+namespace Corvane::PathManagement::tool {
+
+namespace {
+
+struct Command {
+  const char* name;
+  Outcome (*run)(const std::vector<std::string>& arguments);
+};
+
+constexpr Command kCommands[] = {{"find", RunFind}, {"list", RunList}, {"iri", RunIri}};
+
+constexpr const char* kExamples =
+    "Examples:\n"
+    "  searchpath find ls --path \"$PATH\"            which file does ls mean?\n"
+    "  searchpath find --all ls --path \"$PATH\"      and what does it hide?\n"
+    "  searchpath list --path lib --recursive       which folders are searched?\n"
+    "  searchpath iri '/usr/my lib'                 how is a folder written as an IRI?\n\n";
+
+constexpr const char* kHelp =
+    "Usage: searchpath COMMAND [OPTION]... [ARGUMENT]...\n"
+    "Tells which file a name means on a search path.\n\n"
+    "Commands:\n"
+    "  find NAME...   the file that each NAME means\n"
+    "  list           the folders of the path, in order\n"
+    "  iri TEXT...    what a text becomes: IRI, canonical IRI, native path\n\n"
+    "searchpath COMMAND -h shows its options, --help examples and more.\n"
+    "searchpath --version shows the version.\n";
+
+[[noreturn]] void RefuseWord(const std::string& word) {
+  if (word.starts_with('-')) {
+    throw UsageError("the command comes first; type: searchpath find NAME --path FOLDERS");
+  }
+  std::vector<std::string> names;
+  for (const Command& command : kCommands) names.emplace_back(command.name);
+  const std::string nearest = FindNearest(word, names);
+  throw UsageError("there is no command " + Quoted(word) + "; " +
+                   (nearest.empty() ? "see searchpath -h" : "did you mean " + nearest + "?"));
+}
+
+Outcome Run(const std::vector<std::string>& arguments) {
+  if (arguments.empty()) {
+    throw UsageError("no command; type: searchpath find NAME --path FOLDERS, or searchpath -h");
+  }
+  const std::string& word = arguments.front();
+  for (const Command& command : kCommands) {
+    if (word == command.name) return command.run({arguments.begin() + 1, arguments.end()});
+  }
+  if (word == "--help") WriteData(kExamples);
+  if (word == "--version") {
+    WriteVersion();
+  } else if (word == "-h" || word == "--help") {
+    WriteData(kHelp);
+  } else {
+    RefuseWord(word);
+  }
+  return Outcome::Found;
+}
+
+}  // namespace
+
+}  // namespace Corvane::PathManagement::tool
+
+int main(int count, char** words) {
+  using namespace Corvane::PathManagement::tool;
+  // Whoever started the program may ignore this signal; a reader that went away ends it all the
+  // same.
+  std::signal(SIGPIPE, SIG_DFL);
+  std::ios::sync_with_stdio(false);  // only then does standard input tell its errors
+  try {
+    const Outcome outcome = Run({words + (count > 0 ? 1 : 0), words + count});
+    FinishData();
+    return static_cast<int>(outcome);
+  } catch (const std::exception& error) {
+    Tell(error.what());
+    return static_cast<int>(Outcome::Failed);
+  }
+}

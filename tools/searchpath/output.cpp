@@ -1,0 +1,125 @@
+#include "output.h"
+
+#include "command_line.h"
+#include "searchpath/model/byte_text.h"
+#include "text_for_terminal.h"
+
+#include <nlohmann/json.hpp>
+
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <cstdio>
+#include <cstdlib>
+#include <system_error>
+
+namespace Corvane::PathManagement::tool {
+
+namespace {
+
+bool IsSet(const char* variable) {
+  const char* value = std::getenv(variable);
+  return value != nullptr && *value != '\0';
+}
+
+bool UsesColor(const OutputOptions& options, bool toTerminal) {
+  const auto choice =
+      ChooseValue<std::optional<bool>>("--color", options.color.value_or("auto"),
+                                       {{"auto", {}}, {"always", true}, {"never", false}});
+  return choice.value_or(toTerminal && !IsSet("NO_COLOR") && IsSet("TERM") &&
+                         std::string_view(std::getenv("TERM")) != "dumb");
+}
+
+bool HasBadBytes(const ustring& text) {
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    if (IsBadByte(text, i)) return true;
+  }
+  return false;
+}
+
+std::string GetBase64(std::string_view bytes) {
+  constexpr std::string_view kDigits =
+      "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
+  std::string encoded;
+  for (; !bytes.empty(); bytes.remove_prefix(std::min<std::size_t>(3, bytes.size()))) {
+    std::uint32_t group = 0;
+    for (std::size_t i = 0; i < 3; ++i) {
+      group = group << 8 | (i < bytes.size() ? static_cast<unsigned char>(bytes[i]) : 0U);
+    }
+    for (std::size_t i = 0; i < 4; ++i) {
+      encoded += i <= bytes.size() ? kDigits[group >> (18 - 6 * i) & 63] : '=';
+    }
+  }
+  return encoded;
+}
+
+void Check(bool written) {
+  if (!written) {
+    throw std::system_error(errno, std::generic_category(), "cannot write standard output");
+  }
+}
+
+}  // namespace
+
+void OutputOptions::AddTo(CommandLine& commandLine, bool withPrint0) {
+  commandLine.AddFlag("--json", json, "one JSON object a line");
+  if (withPrint0) {
+    commandLine.AddFlag("-0,--print0", print0, "end each path with NUL, not a line break");
+  }
+  commandLine.AddValue("--color", "WHEN", color, "auto, always or never");
+}
+
+Output::Output(const OutputOptions& options)
+    : json(options.json),
+      lineEnd(options.print0 ? '\0' : '\n'),
+      toTerminal(isatty(STDOUT_FILENO) != 0),
+      color(UsesColor(options, toTerminal) && !options.print0) {
+  if (options.json && options.print0) {
+    throw UsageError("--json and --print0 exclude each other; JSON escapes line breaks in names");
+  }
+}
+
+void Output::WritePath(const std::string& path) const {
+  const std::string shown = toTerminal ? GetTextForTerminal(path) : path;
+  const std::size_t name = shown.rfind('/') + 1;
+  WriteData(shown.substr(0, name) + Emphasised(std::string_view(shown).substr(name)) + lineEnd);
+}
+
+void Output::WriteField(std::string_view label, const std::string& value) const {
+  WriteData(Emphasised(label) + ": " + (toTerminal ? GetTextForTerminal(value) : value) + lineEnd);
+}
+
+void Output::WriteObject(const nlohmann::ordered_json& object) const {
+  const auto replace = nlohmann::ordered_json::error_handler_t::replace;
+  std::string line = object.dump(-1, ' ', false, replace);
+  if (toTerminal && GetTextForTerminal(line) != line) line = object.dump(-1, ' ', true, replace);
+  WriteData(line + '\n');
+}
+
+std::string Output::Emphasised(std::string_view text) const {
+  return color ? "\x1b[1m" + std::string(text) + "\x1b[0m" : std::string(text);
+}
+
+void WriteData(std::string_view bytes) {
+  Check(std::fwrite(bytes.data(), 1, bytes.size(), stdout) == bytes.size());
+}
+
+void FinishData() { Check(std::fflush(stdout) == 0); }
+
+void Tell(std::string_view message) {
+  const std::string line = "searchpath: " + GetTextForTerminal(message) + '\n';
+  std::fwrite(line.data(), 1, line.size(), stderr);
+}
+
+std::string GetBytes(const ustring& text) { return BytesFromText(text).value(); }
+
+std::string Quoted(std::string_view text) { return '"' + std::string(text) + '"'; }
+
+void AddPath(nlohmann::ordered_json& object, const ustring& path) {
+  const std::string bytes = GetBytes(path);
+  object["path"] = bytes;
+  if (HasBadBytes(path)) object["pathBytes"] = GetBase64(bytes);
+}
+
+}  // namespace Corvane::PathManagement::tool

@@ -1,0 +1,76 @@
+#ifndef SEARCHPATH_TOOLS_SEARCHPATH_OUTPUT_H
+#define SEARCHPATH_TOOLS_SEARCHPATH_OUTPUT_H
+
+#include "searchpath/model/ustring.h"
+
+#include <nlohmann/json_fwd.hpp>
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace Corvane::PathManagement::tool {
+
+class CommandLine;
+
+/// What the program ends with.
+enum class Outcome : std::uint8_t { Found = 0, NotFound = 1, Failed = 2 };
+
+/// How data is written, as it was asked for.
+struct OutputOptions {
+  bool json = false;
+  bool print0 = false;
+  std::optional<std::string> color;
+
+  void AddTo(CommandLine& commandLine, bool withPrint0);
+};
+
+/// Writes data to standard output.
+///
+/// Errors: `std::system_error` when it cannot be written.
+class Output {
+ public:
+  explicit Output(const OutputOptions& options);
+
+  [[nodiscard]] bool IsJson() const noexcept { return json; }
+
+  /// A line with a path, its last part emphasised.
+  void WritePath(const std::string& path) const;
+  /// A line "label: value".
+  void WriteField(std::string_view label, const std::string& value) const;
+  /// An object on a line.
+  void WriteObject(const nlohmann::ordered_json& object) const;
+
+ private:
+  [[nodiscard]] std::string Emphasised(std::string_view text) const;
+
+  bool json;
+  char lineEnd;
+  bool toTerminal;
+  bool color;
+};
+
+/// Writes `bytes` to standard output as they are. Errors: as `Output`.
+void WriteData(std::string_view bytes);
+
+/// Ends standard output. Errors: as `Output`, for what was held back so far.
+void FinishData();
+
+/// A line on standard error; `message` is made harmless wherever that leads, so that it is one
+/// line.
+void Tell(std::string_view message);
+
+/// The bytes of a text that came from the command line or the disk.
+[[nodiscard]] std::string GetBytes(const ustring& text);
+
+/// `text` in double quotes, for a message.
+[[nodiscard]] std::string Quoted(std::string_view text);
+
+/// Adds "path" to `object`, with U+FFFD for bytes that are not UTF-8; "pathBytes" only beside
+/// those.
+void AddPath(nlohmann::ordered_json& object, const ustring& path);
+
+}  // namespace Corvane::PathManagement::tool
+
+#endif  // SEARCHPATH_TOOLS_SEARCHPATH_OUTPUT_H

@@ -1,0 +1,35 @@
+#ifndef SEARCHPATH_TOOLS_SEARCHPATH_SEARCH_PATH_H
+#define SEARCHPATH_TOOLS_SEARCHPATH_SEARCH_PATH_H
+
+#include "searchpath/host/environment.h"
+
+#include <string>
+#include <vector>
+
+namespace Corvane::PathManagement::tool {
+
+class CommandLine;
+
+/// The path that a command works on, as it was asked for.
+struct PathOptions {
+  std::vector<std::string> parts;  // of --path, in order
+  bool recursive = false;
+  bool quiet = false;
+  bool strict = false;
+
+  void AddTo(CommandLine& commandLine);
+};
+
+/// Errors: `UsageError` when there is no path, or a list that cannot be read.
+[[nodiscard]] host::Environment OpenPath(const PathOptions& options,
+                                         const CommandLine& commandLine);
+
+/// Tells which folders cannot be searched. Returns whether that makes the command fail.
+[[nodiscard]] bool TellProblems(const host::Environment& environment, const PathOptions& options);
+
+/// "ordinary", "+", "@", "private" or "resources".
+[[nodiscard]] const char* GetKindText(PathEntryType kind) noexcept;
+
+}  // namespace Corvane::PathManagement::tool
+
+#endif  // SEARCHPATH_TOOLS_SEARCHPATH_SEARCH_PATH_H

@@ -1,0 +1,16 @@
+#ifndef SEARCHPATH_TOOLS_SEARCHPATH_SUGGESTION_H
+#define SEARCHPATH_TOOLS_SEARCHPATH_SUGGESTION_H
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace Corvane::PathManagement::tool {
+
+/// The one of `known` that was probably meant by `typed`; empty when none is near.
+[[nodiscard]] std::string FindNearest(std::string_view typed,
+                                      const std::vector<std::string>& known);
+
+}  // namespace Corvane::PathManagement::tool
+
+#endif  // SEARCHPATH_TOOLS_SEARCHPATH_SUGGESTION_H

@@ -1,0 +1,49 @@
+#include "text_for_terminal.h"
+
+#include "searchpath/model/byte_text.h"
+
+namespace Corvane::PathManagement::tool {
+
+namespace {
+
+bool IsControl(char16_t unit) { return unit < 0x20 || (unit >= 0x7F && unit < 0xA0); }
+
+bool BreaksLineOrDirection(char16_t unit) {
+  return unit == 0x061C || unit == 0x200E || unit == 0x200F || (unit >= 0x2028 && unit <= 0x202E) ||
+         (unit >= 0x2066 && unit <= 0x2069);
+}
+
+// `unit` in digits behind a backslash and `mark`.
+ustring GetEscape(char16_t mark, int unit, int digits) {
+  ustring escape = {u'\\', mark};
+  for (int shift = 4 * (digits - 1); shift >= 0; shift -= 4) {
+    escape += u"0123456789ABCDEF"[(unit >> shift) & 0xF];
+  }
+  return escape;
+}
+
+}  // namespace
+
+std::string GetTextForTerminal(std::string_view bytes) {
+  const ustring text = TextFromBytes(bytes);
+  ustring harmless;
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    const char16_t unit = text[i];
+    if (IsBadByte(text, i) || (unit < 0x80 && IsControl(unit))) {
+      harmless += GetEscape(u'x', unit, 2);
+    } else if (IsControl(unit) || BreaksLineOrDirection(unit)) {
+      harmless += GetEscape(u'u', unit, 4);
+    } else {
+      harmless += unit;
+    }
+  }
+  return BytesFromText(harmless).value();
+}
+
+bool IsBadByte(std::u16string_view text, std::size_t index) noexcept {
+  const char16_t unit = text[index];
+  const bool followsHigh = index > 0 && (text[index - 1] & 0xFC00) == 0xD800;
+  return unit >= 0xDC80 && unit <= 0xDCFF && !followsHigh;
+}
+
+}  // namespace Corvane::PathManagement::tool

@@ -1,0 +1,20 @@
+#ifndef SEARCHPATH_TOOLS_SEARCHPATH_TEXT_FOR_TERMINAL_H
+#define SEARCHPATH_TOOLS_SEARCHPATH_TEXT_FOR_TERMINAL_H
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+namespace Corvane::PathManagement::tool {
+
+/// `bytes` as one line that a terminal cannot take for a command or show in another order:
+/// controls, line breaks and direction characters as "\u202E", bytes that are not UTF-8 as "\xFF".
+[[nodiscard]] std::string GetTextForTerminal(std::string_view bytes);
+
+/// Whether the unit at `index` of a text made by `TextFromBytes` stands for a byte that is not
+/// UTF-8.
+[[nodiscard]] bool IsBadByte(std::u16string_view text, std::size_t index) noexcept;
+
+}  // namespace Corvane::PathManagement::tool
+
+#endif  // SEARCHPATH_TOOLS_SEARCHPATH_TEXT_FOR_TERMINAL_H
