@@ -1,0 +1,96 @@
+#ifndef SEARCHPATH_TESTS_ROBUSTNESS_HOST_OPERATIONS_H
+#define SEARCHPATH_TESTS_ROBUSTNESS_HOST_OPERATIONS_H
+
+#include "searchpath/host.h"
+#include "searchpath/utilities/iri_conversion.h"
+#include "support/temporary_tree.h"
+
+#include <memory>
+#include <mutex>
+#include <set>
+#include <vector>
+
+namespace Corvane::PathManagement::test {
+
+/// A small tree of real folders and an environment that has not looked at them yet.
+class HostWorld {
+ public:
+  HostWorld() {
+    for (const char* const name :
+         {"lib/fn.x", "lib/two.y", "lib/private/fn.x", "lib/+package/@class/method.x",
+          "lib/@fn/fn.x", "lib/resources/data", "other/FN.x",
+          "other/a-name-that-touches-the-heap.x"}) {
+      tree.File(name);
+    }
+    tree.Link("..", "lib/+package/+loop");
+    Renew();
+  }
+  void Renew() { environment = std::make_unique<const host::Environment>(folders); }
+  void Forget() { environment.reset(); }
+
+  test::TemporaryTree tree;
+  std::vector<ustring> folders = {tree.Text("lib"), tree.Text("absent"), tree.Text("other")};
+  std::unique_ptr<const host::Environment> environment;
+};
+
+inline std::vector<ustring> Texts(const std::vector<FoundItem>& files) {
+  std::vector<ustring> texts;
+  for (const FoundItem& file : files) texts.push_back(host::GetNativePath(file));
+  return texts;
+}
+
+/// As `ForEachPathOperation`: each row leads to the first listing of folders. Answers are texts,
+/// since the entries of each environment are others.
+template <class Visit>
+void ForEachHostOperation(const Visit& visit) {
+  using W = const HostWorld&;
+  for (const auto policy :
+       {FilenameMatchingPolicy::CaseSensitive, FilenameMatchingPolicy::IgnoreCase}) {
+    for (const char16_t* const name :
+         {u"fn.x", u"lib/fn", u"package/class/method.x", u"no such file"}) {
+      const host::Lookup lookup{.name = name, .extensions = {u".y", u".x"}, .policy = policy};
+      visit("Find", [lookup](W w) {
+        const auto found = w.environment->Find(lookup);
+        return found ? host::GetNativePath(*found) : ustring();
+      });
+      visit("FindAll", [lookup](W w) { return Texts(w.environment->FindAll(lookup)); });
+    }
+  }
+  visit("Find from a folder", [](W w) {
+    return host::GetNativePath(
+        w.environment->Find({.name = u"fn.x", .fromFolder = w.folders[0]}).value());
+  });
+  visit("FindProblems", [](W w) {
+    // What is known of problems grows with what has been listed: after this question, all is.
+    const host::FolderPath& path = *w.environment->GetPath();
+    const auto entries = path.GetMainEntries();
+    static_cast<void>(path.GetParentEntryForEntry(*entries->front()));
+    return w.environment->FindProblems().size();
+  });
+  visit("make an environment", [](W w) {
+    const host::Environment made({w.tree.Text()}, host::FolderExpansion::Recursive);
+    return made.GetPath()->GetMainEntries()->size();
+  });
+  visit("ConcurrentForEachEntry", [](W w) {
+    std::mutex mutex;  // guards visited
+    std::multiset<ustring> visited;
+    const std::uint32_t kinds[] = {0, 1, 2, 3, 5};
+    w.environment->GetPath()->ConcurrentForEachEntry({kinds, 5}, [&](const auto& entry) {
+      const std::lock_guard lock(mutex);
+      visited.insert(GetStringFromIRI(entry->GetCanonicalAbsoluteIRI()));
+      return false;
+    });
+    return visited;
+  });
+  visit("GetItems", [](W w) {
+    const auto entries = w.environment->GetPath()->GetMainEntries();
+    const auto items = entries->front()->GetItems();
+    return std::vector<ustring>{items->at(0)->GetName(), items->at(1)->GetName()};
+  });
+  visit("absolutize",
+        [](W w) { return w.environment->GetWorkingFolder().absolutize(w.folders[0]); });
+}
+
+}  // namespace Corvane::PathManagement::test
+
+#endif  // SEARCHPATH_TESTS_ROBUSTNESS_HOST_OPERATIONS_H
