@@ -10,6 +10,7 @@
 #include "searchpath/host/folder_problem.h"
 #include "searchpath/host/folder_tree.h"
 #include "searchpath/host/lookup_observer.h"
+#include "searchpath/host/similar_file.h"
 #include "searchpath/host/working_folder.h"
 // IWYU pragma: end_exports
 

@@ -1,6 +1,7 @@
 #include "searchpath/host/environment.h"
 
 #include "host/file_search.h"
+#include "host/similar_files.h"
 #include "searchpath/host/folder_tree.h"
 #include "searchpath/model/byte_text.h"
 #include "searchpath/utilities/file_lookup.h"
@@ -59,6 +60,10 @@ std::vector<FoundItem> Environment::FindAll(const Lookup& lookup) const {
 
 Explanation Environment::Explain(const Lookup& lookup) const {
   return ExplainLookup(*path, AskerOf(lookup), TargetOf(lookup), lookup.policy, origins);
+}
+
+std::vector<SimilarFile> Environment::FindSimilar(const Lookup& lookup, std::size_t most) const {
+  return FindSimilarFiles(*path, TargetOf(lookup), most);
 }
 
 std::optional<AbsoluteIRI> Environment::AskerOf(const Lookup& lookup) const {

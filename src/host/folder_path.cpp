@@ -131,6 +131,8 @@ FolderPath::~FolderPath() = default;
 
 std::shared_ptr<const Entries> FolderPath::GetMainEntries() const { return state->mainEntries; }
 
+const Folders& FolderPath::GetMainFolders() const noexcept { return state->folders; }
+
 Entries FolderPath::GetMethodEntries() const {
   Entries methods;
   for (const auto& folder : state->folders) {

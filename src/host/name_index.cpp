@@ -71,8 +71,14 @@ NameIndex::Cursor NameIndex::Next(Cursor cursor) const noexcept {
 }
 
 NameIndex::Cursor NameIndex::Find(std::string_view name) const {
-  std::string buffer;
-  const std::string_view key = KeyOf(name, buffer);
+  if (foldsCase) {
+    std::string buffer;
+    return FindKey(FoldName(name, buffer));
+  }
+  return FindKey(name);
+}
+
+NameIndex::Cursor NameIndex::FindKey(std::string_view key) const {
   const Slot& slot = slots[SlotOf(key, HashOf(key))];
   return {slot.record, slot.folder};
 }

@@ -66,6 +66,7 @@ class NameIndex {
   };
 
   void Link(std::uint32_t folder, std::uint32_t file, const char* name);
+  [[nodiscard]] Cursor FindKey(std::string_view key) const;
   /// What the same names have in common; may be kept in `buffer`.
   [[nodiscard]] std::string_view KeyOf(std::string_view name, std::string& buffer) const;
   /// The slot of `key`, or the empty one where it would stand.

@@ -5,6 +5,7 @@
 #include "searchpath/host/explanation.h"
 #include "searchpath/host/folder_path.h"
 #include "searchpath/host/folder_problem.h"
+#include "searchpath/host/similar_file.h"
 #include "searchpath/host/working_folder.h"
 #include "searchpath/model/filename_matching_policy.h"
 #include "searchpath/model/found_item.h"
@@ -12,6 +13,7 @@
 
 #include <boost/optional.hpp>
 
+#include <cstddef>
 #include <cstdint>
 #include <istream>
 #include <memory>
@@ -68,6 +70,13 @@ class SEARCHPATH_EXPORT Environment {
   /// Errors: as `Find`.
   /// Cost: asks folder by folder; not for the hot path.
   [[nodiscard]] Explanation Explain(const Lookup& lookup) const;
+
+  /// At most `most` files that may have been meant by a name that was not found, the most similar
+  /// first. Only plain names have similar ones.
+  ///
+  /// Cost: reads every name on the path.
+  [[nodiscard]] std::vector<SimilarFile> FindSimilar(const Lookup& lookup,
+                                                     std::size_t most = 3) const;
 
   /// The folders that cannot be searched: first those that name no place, then in path order.
   [[nodiscard]] std::vector<FolderProblem> FindProblems() const;

@@ -59,13 +59,17 @@ class SEARCHPATH_EXPORT FolderPath : public IPath {
                                                     const IPathEntry& second) const override;
   [[nodiscard]] bool IsEntryOnPath(const IPathEntry& entry) const override;
 
+  /// The main entries as the folders that they are.
+  [[nodiscard]] const std::vector<std::shared_ptr<const FolderEntry>>& GetMainFolders()
+      const noexcept;
+
   /// The same answer, from asking the folders one by one; `observer` hears each.
   [[nodiscard]] std::vector<FoundItem> FindAllInScope(
       SearchScope scope, const PathManagement::detail::SearchTarget& target,
       FilenameMatchingPolicy policy, ILookupObserver& observer) const;
 
-  /// What keeps folders of the path from being searched, in path order. Opens folders that have not
-  /// been listed.
+  /// What keeps folders of the path from being searched, in path order. Opens main folders that have
+  /// not been listed; of what is below them, knows what questions have come upon so far.
   [[nodiscard]] std::vector<FolderProblem> FindProblems() const;
 
  private:

@@ -1,0 +1,144 @@
+#include "host/similar_files.h"
+
+#include "host/folder_state.h"
+#include "searchpath/host/filename_comparison.h"
+#include "searchpath/model/byte_text.h"
+#include "searchpath/platform/filesystem.h"
+#include "text/separators.h"
+
+#include <algorithm>
+#include <array>
+#include <cstddef>
+#include <optional>
+#include <set>
+#include <string>
+#include <string_view>
+#include <utility>
+
+namespace Corvane::PathManagement::host {
+
+namespace {
+
+using PathManagement::detail::SearchTarget;
+
+std::u16string_view WithoutExtension(const ustring& name) {
+  const std::size_t length = fl::filesystem::detail::extract_extension(name).size();
+  return std::u16string_view(name).substr(0, name.size() - length);
+}
+
+/// Whether one insertion, deletion, replacement or swap of neighbours turns one into the other.
+bool IsOneEditAway(std::u16string_view left, std::u16string_view right) {
+  if (left.size() > right.size()) std::swap(left, right);
+  if (right.size() - left.size() > 1) return false;
+  const auto [leftAt, rightAt] = std::mismatch(left.begin(), left.end(), right.begin());
+  const std::u16string_view leftRest(leftAt, left.end());
+  const std::u16string_view rightRest(rightAt, right.end());
+  if (rightRest.empty()) return false;  // the same name
+  if (left.size() < right.size()) return leftRest == rightRest.substr(1);
+  if (leftRest.substr(1) == rightRest.substr(1)) return true;
+  return leftRest.size() >= 2 && leftRest[0] == rightRest[1] && leftRest[1] == rightRest[0] &&
+         leftRest.substr(2) == rightRest.substr(2);
+}
+
+/// What is looked for, in a form that is quick to compare with very many names.
+class WantedName {
+ public:
+  explicit WantedName(ustring wanted) : name(std::move(wanted)), stem(WithoutExtension(name)) {}
+  WantedName(const WantedName&) = delete;
+  WantedName& operator=(const WantedName&) = delete;
+
+  [[nodiscard]] std::optional<Similarity> Compare(std::string_view bytes) const {
+    // Most names differ in the first character and in the second: they are off by more than a letter.
+    if (!MayResemble(bytes)) return std::nullopt;
+    const ustring candidate = TextFromBytes(bytes);
+    if (AreSameFilename(candidate, name, FilenameMatchingPolicy::IgnoreCase)) {
+      return Similarity::OtherCase;
+    }
+    const std::u16string_view candidateStem = WithoutExtension(candidate);
+    if (candidateStem == stem || candidateStem == name) return Similarity::OtherExtension;
+    // Of a name of one or two characters everything is one letter off.
+    if (name.size() > 2 && IsOneEditAway(candidate, name)) return Similarity::OneLetterOff;
+    return std::nullopt;
+  }
+
+ private:
+  [[nodiscard]] bool MayResemble(std::string_view bytes) const {
+    const auto folded = [](auto unit) { return static_cast<char16_t>(unit) | 0x20U; };
+    if (bytes.size() < 2 || name.size() < 2) return true;
+    const auto first = static_cast<unsigned char>(bytes[0]);
+    const auto second = static_cast<unsigned char>(bytes[1]);
+    if (first >= 0x80 || second >= 0x80 || name[0] >= 0x80 || name[1] >= 0x80) return true;
+    return folded(first) == folded(name[0]) || folded(second) == folded(name[1]) ||
+           folded(first) == folded(name[1]) || folded(second) == folded(name[0]);
+  }
+
+  ustring name;
+  std::u16string_view stem;  // of name
+};
+
+/// The first files of each similarity, each name once.
+class SimilarFiles {
+ public:
+  explicit SimilarFiles(std::size_t limit) : most(limit) {}
+
+  /// Whether a file of that name is wanted: the first of its name, and one of the first so similar.
+  [[nodiscard]] bool Wants(std::string_view name, Similarity similarity) {
+    return OfSimilarity(similarity).size() < most && names.emplace(name).second;
+  }
+
+  void Add(SimilarFile file) { OfSimilarity(file.similarity).push_back(std::move(file)); }
+
+  [[nodiscard]] std::vector<SimilarFile> TakeMostSimilar() {
+    std::vector<SimilarFile> all;
+    for (auto& files : bySimilarity) {
+      for (auto& file : files) {
+        if (all.size() < most) all.push_back(std::move(file));
+      }
+    }
+    return all;
+  }
+
+ private:
+  [[nodiscard]] std::vector<SimilarFile>& OfSimilarity(Similarity similarity) {
+    return bySimilarity.at(static_cast<std::size_t>(similarity));
+  }
+
+  std::size_t most;  // of each similarity
+  std::array<std::vector<SimilarFile>, 3> bySimilarity;
+  std::set<std::string> names;
+};
+
+}  // namespace
+
+const char* GetText(Similarity similarity) noexcept {
+  switch (similarity) {
+    case Similarity::OtherCase:
+      return "another case";
+    case Similarity::OtherExtension:
+      return "another extension";
+    case Similarity::OneLetterOff:
+      break;
+  }
+  return "one letter off";
+}
+
+std::vector<SimilarFile> FindSimilarFiles(const FolderPath& path, const SearchTarget& target,
+                                          std::size_t most) {
+  if (PathManagement::detail::HasSeparator(target.GetName())) return {};
+  const ustring extension = target.GetExtensions().empty() ? ustring() : target.GetExtensions()[0];
+  const WantedName wanted(target.GetName() + extension);
+  SimilarFiles similar(most);
+  for (const auto& folder : path.GetMainFolders()) {
+    FolderState& state = StateOf(*folder);
+    state.List();
+    for (std::size_t file = 0; file < state.Files().size(); ++file) {
+      const auto similarity = wanted.Compare(state.Files()[file]);
+      if (similarity && similar.Wants(state.Files()[file], *similarity)) {
+        similar.Add({FoundItem(state.ItemAt(file), folder), *similarity});
+      }
+    }
+  }
+  return similar.TakeMostSimilar();
+}
+
+}  // namespace Corvane::PathManagement::host
