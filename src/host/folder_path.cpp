@@ -49,6 +49,7 @@ bool IsPlain(const SearchTarget& target) {
 
 /// Whether `scope` covers the main entries and nothing else.
 bool IsMainScope(SearchScope scope) {
+  if (scope.size() == 1) return *scope.data() == 0;  // which nearly all questions ask
   return IsInScope(scope, PathEntryType::Ordinary) && !ReachesBelowMainEntries(scope);
 }
 

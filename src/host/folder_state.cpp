@@ -122,7 +122,7 @@ Folders FolderState::MakeOrdinaryFolders() const {
   return folders;
 }
 
-std::shared_ptr<const PathItem> FolderState::ItemAt(std::size_t index) {
+const std::shared_ptr<const PathItem>& FolderState::ItemAt(std::size_t index) {
   return items.Get(index, [this, index] {
     ustring name = TextFromBytes(listing.files[index]);
     ustring extension = fl::filesystem::detail::extract_extension(name);

@@ -39,8 +39,8 @@ class FolderState {
   [[nodiscard]] const Folders& SpecialFolders() const noexcept { return specialFolders; }
   [[nodiscard]] Folders MakeOrdinaryFolders() const;
 
-  /// The item of the file at `index`: always the same object.
-  [[nodiscard]] std::shared_ptr<const PathItem> ItemAt(std::size_t index);
+  /// The item of the file at `index`: always the same object, kept as long as this one.
+  [[nodiscard]] const std::shared_ptr<const PathItem>& ItemAt(std::size_t index);
 
   /// The files called `name`, the very name first, then, under `IgnoreCase`, the others by their
   /// bytes.

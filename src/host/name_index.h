@@ -26,10 +26,11 @@ class NameIndex {
   /// Which names are the same one.
   enum class Sameness : std::uint8_t { Bytes, FoldedCase };
 
-  /// A file: which of the folders, and which of its names.
+  /// A file: which of the folders, which of its names, and which of all files in path order.
   struct Place {
     std::uint32_t folder;
     std::uint32_t file;
+    std::uint32_t record;
   };
 
   /// Where the places of one name begin; at the end it is null.
@@ -50,9 +51,12 @@ class NameIndex {
   /// The first place in path order of a name that is the same as `name`, which is given as bytes.
   [[nodiscard]] Cursor Find(std::string_view name) const;
 
+  /// How many files there are.
+  [[nodiscard]] std::size_t size() const noexcept { return nextRecords.size(); }
+
   [[nodiscard]] Cursor Next(Cursor cursor) const noexcept;
   [[nodiscard]] Place At(Cursor cursor) const noexcept {
-    return {cursor.folder, cursor.record - firstRecords[cursor.folder]};
+    return {cursor.folder, cursor.record - firstRecords[cursor.folder], cursor.record};
   }
 
  private:

@@ -108,8 +108,9 @@ boost::optional<FoundItem> PlainLookup::FindFirst(const Target& target,
                ? PlacesIn(*index, cursor, first.folder, name).front()
                : first;
   });
-  if (!best) return boost::none;
-  return ItemAt(*best);
+  boost::optional<FoundItem> found;
+  if (best) found.emplace(ItemAt(*best, *index), (*entries)[best->folder]);
+  return found;
 }
 
 std::vector<FoundItem> PlainLookup::FindAll(const Target& target, FilenameMatchingPolicy policy) {
@@ -138,7 +139,7 @@ std::vector<FoundItem> PlainLookup::FindAll(const Target& target, FilenameMatchi
     // Two extensions of the list may be the same one but for case.
     const bool isRepeat =
         std::any_of(group, at, [at](Place earlier) { return earlier.file == at->file; });
-    if (!isRepeat) found.push_back(ItemAt(*at));
+    if (!isRepeat) found.emplace_back(ItemAt(*at, *index), (*entries)[at->folder]);
   }
   return found;
 }
@@ -183,6 +184,8 @@ PlainLookup::Entries PlainLookup::FindMethodFolders(const ustring& name,
   const bool isIndexed = exact.once.IsBuilt() || folded.once.IsBuilt();
   if (isIndexed && policy != FilenameMatchingPolicy::IgnoreCase) {
     const MethodFolders& byName = IndexedMethodFolders();
+    // Most names have a length that no method entry has.
+    if ((methodLengths >> (name.size() % 64U) & 1U) == 0) return {};
     const auto found = byName.find(name);
     return found == byName.end() ? Entries() : found->second;
   }
@@ -218,7 +221,9 @@ const PlainLookup::MethodFolders& PlainLookup::IndexedMethodFolders() {
   methodsOnce.Call([this] {
     methods.clear();
     ForEachMethodFolder(folders, [this](const auto& methodFolder) {
-      methods[MethodName(*methodFolder)].push_back(methodFolder);
+      const ustring name = MethodName(*methodFolder);
+      methods[name].push_back(methodFolder);
+      methodLengths |= std::uint64_t{1} << (name.size() % 64U);
     });
   });
   return methods;
@@ -231,8 +236,10 @@ void PlainLookup::ListAll() const {
   });
 }
 
-FoundItem PlainLookup::ItemAt(Place place) const {
-  return {states[place.folder]->ItemAt(place.file), (*entries)[place.folder]};
+const std::shared_ptr<const PathItem>& PlainLookup::ItemAt(Place place, const NameIndex& index) {
+  return items.Get(place.record, index.size(), [&]() -> const std::shared_ptr<const PathItem>& {
+    return states[place.folder]->ItemAt(place.file);
+  });
 }
 
 }  // namespace Corvane::PathManagement::host

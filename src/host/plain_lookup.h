@@ -1,6 +1,7 @@
 #ifndef SEARCHPATH_SRC_HOST_PLAIN_LOOKUP_H
 #define SEARCHPATH_SRC_HOST_PLAIN_LOOKUP_H
 
+#include "host/known_items.h"
 #include "host/name_index.h"
 #include "searchpath/host/folder_entry.h"
 #include "searchpath/model/found_item.h"
@@ -64,7 +65,7 @@ class PlainLookup {
   [[nodiscard]] const NameIndex* IndexFor(FilenameMatchingPolicy policy);
   [[nodiscard]] const MethodFolders& IndexedMethodFolders();
   void ListAll() const;
-  [[nodiscard]] FoundItem ItemAt(Place place) const;
+  [[nodiscard]] const std::shared_ptr<const PathItem>& ItemAt(Place place, const NameIndex& index);
   [[nodiscard]] std::vector<Place> AllPlaces(const NameIndex& index, std::string_view name) const;
   [[nodiscard]] std::vector<Place> PlacesIn(const NameIndex& index, NameIndex::Cursor cursor,
                                             std::uint32_t folder, std::string_view name) const;
@@ -72,10 +73,12 @@ class PlainLookup {
   const Folders folders;
   const std::shared_ptr<const Entries> entries;
   std::vector<FolderState*> states;  // of the folders, at hand without a look at each
+  KnownItems items;
   LazyIndex exact;
   LazyIndex folded;
   PathManagement::detail::OnceFlag methodsOnce;  // guards methods
   MethodFolders methods;                         // by name, without "@"
+  std::uint64_t methodLengths = 0;               // a bit for each length of those names, modulo 64
 };
 
 }  // namespace Corvane::PathManagement::host

@@ -32,18 +32,19 @@ class RememberedItems {
   void SetCount(std::size_t itemCount) noexcept { count = itemCount; }
 
   /// The item at `index`, which `make` makes when there is none. When two threads make it at once,
-  /// one of them wins and both get that one.
+  /// one of them wins and both get that one. The reference lives as long as this object.
   template <class Make>
-  [[nodiscard]] std::shared_ptr<const PathItem> Get(std::size_t index, const Make& make) {
+  [[nodiscard]] const std::shared_ptr<const PathItem>& Get(std::size_t index, const Make& make) {
     Slot& slot = Slots()[index];
     if (const Remembered* kept = slot.load(std::memory_order_acquire)) return kept->self;
     const auto made = std::make_shared<Remembered>(make());
     made->self = std::shared_ptr<const PathItem>(made, &made->item);
     Remembered* winner = nullptr;
     if (slot.compare_exchange_strong(winner, made.get(), std::memory_order_acq_rel)) {
-      return made->self;
+      winner = made.get();
+    } else {
+      Release(*made);
     }
-    Release(*made);
     return winner->self;
   }
 
