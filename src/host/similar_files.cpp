@@ -131,11 +131,16 @@ std::vector<SimilarFile> FindSimilarFiles(const FolderPath& path, const SearchTa
   for (const auto& folder : path.GetMainFolders()) {
     FolderState& state = StateOf(*folder);
     state.List();
-    for (std::size_t file = 0; file < state.Files().size(); ++file) {
-      const auto similarity = wanted.Compare(state.Files()[file]);
-      if (similarity && similar.Wants(state.Files()[file], *similarity)) {
-        similar.Add({FoundItem(state.ItemAt(file), folder), *similarity});
-      }
+    const NameBlock& names = state.Files();
+    std::vector<std::pair<std::string_view, std::size_t>> resembling;  // by name, not as on disk
+    for (std::size_t file = 0; file < names.size(); ++file) {
+      if (wanted.Compare(names[file])) resembling.emplace_back(names[file], file);
+    }
+    std::sort(resembling.begin(), resembling.end());
+    for (const auto& [name, file] : resembling) {
+      const Similarity similarity = wanted.Compare(name).value();
+      if (!similar.Wants(name, similarity)) continue;
+      similar.Add({FoundItem(state.ItemAt(file), folder), similarity});
     }
   }
   return similar.TakeMostSimilar();

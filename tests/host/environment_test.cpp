@@ -1,6 +1,4 @@
-#include "searchpath/host/environment.h"
-
-#include "support/temporary_tree.h"
+#include "support/shown.h"
 
 #include <gtest/gtest.h>
 
@@ -9,50 +7,22 @@
 namespace Corvane::PathManagement::host {
 namespace {
 
+using test::Shown;
 using test::TemporaryTree;
 
-class EnvironmentTest : public testing::Test {
- protected:
-  EnvironmentTest() {
-    for (const char* name : {"one/a.x", "one/@fn/fn.x", "one/@fn/fn.y", "one/private/a.x",
-                             "two/fn.x", "two/a.x", "two/@fn/fn.x", "two/below/low.x"}) {
-      tree.File(name);
-    }
-  }
-
-  [[nodiscard]] std::vector<std::string> FindAll(const Lookup& lookup) const {
-    const Environment environment({tree.Text("one"), tree.Text("two")});
-    const auto all = environment.FindAll(lookup);
-    std::vector<std::string> paths;
-    for (const auto& found : all) {
-      paths.push_back(BytesFromText(GetNativePath(found).substr(tree.Path().size() + 1)).value());
-    }
-    const auto first = environment.Find(lookup);
-    EXPECT_EQ(first.has_value(), !all.empty());
-    if (first) {
-      EXPECT_TRUE(*first == all.front()) << "the winner stands first";
-    }
-    return paths;
-  }
+struct EnvironmentTest : testing::Test {
+  EnvironmentTest() { tree.Files({"one/a.x", "one/fn", "two/a.x", "two/fn.x", "two/below/low.x"}); }
 
   TemporaryTree tree;
 };
 
-TEST_F(EnvironmentTest, AllFilesThatANameCouldMeanInOrder) {
-  using Paths = std::vector<std::string>;
-  EXPECT_EQ(FindAll({.name = u"a.x"}), (Paths{"one/a.x", "two/a.x"}));
-  EXPECT_EQ(FindAll({.name = u"fn", .extensions = {u".y", u".x"}}),
-            (Paths{"one/@fn/fn.y", "one/@fn/fn.x", "two/fn.x", "two/@fn/fn.x"}));
-  EXPECT_EQ(FindAll({.name = u"fn.x", .extensions = {u".y"}}), Paths{"two/fn.x"});
-  EXPECT_EQ(FindAll({.name = u"a.x", .fromFolder = tree.Text("one")}),
-            (Paths{"one/private/a.x", "one/a.x", "two/a.x"}));
-  EXPECT_EQ(FindAll({.name = u"a.x", .fromFolder = tree.Text("two/below")}),
-            (Paths{"one/a.x", "two/a.x"}));
-  EXPECT_EQ(FindAll({.name = u"two/a.x", .fromFolder = tree.Text("one")}), Paths{"two/a.x"});
-  EXPECT_EQ(FindAll({.name = u"A.X"}), Paths{});
-  EXPECT_EQ(FindAll({.name = u"A.X", .policy = FilenameMatchingPolicy::IgnoreCase}),
-            (Paths{"one/a.x", "two/a.x"}));
-  EXPECT_THROW(FindAll({.name = u"a.x", .fromFolder = u"/absent"}),
+TEST_F(EnvironmentTest, NamesMayCarryAnExtensionOrFolders) {
+  const Environment environment({tree.Text("one"), tree.Text("two")});
+  const auto all = [&](const Lookup& lookup) { return Shown(environment.FindAll(lookup), tree); };
+  EXPECT_EQ(all({.name = u"fn.x", .extensions = {u".y"}}), "two/fn.x");
+  EXPECT_EQ(all({.name = u"a.x", .fromFolder = tree.Text("two/below")}), "one/a.x two/a.x");
+  EXPECT_EQ(all({.name = u"two/a.x", .fromFolder = tree.Text("one")}), "two/a.x");
+  EXPECT_THROW(all({.name = u"a.x", .fromFolder = u"/absent"}),
                current_working_folder::FailedToAbsolutizeException);
 }
 
@@ -64,10 +34,38 @@ TEST_F(EnvironmentTest, FoldersAreExpandedAndBadOnesReported) {
   EXPECT_EQ(problems[0].folder, u"http://host/");
   EXPECT_EQ(problems[1].folder, tree.Text("absent"));
   const Environment recursive({tree.Text()}, FolderExpansion::Recursive);
-  const auto found = recursive.Find({.name = u"low.x"});
-  ASSERT_TRUE(found);
-  EXPECT_EQ(GetNativePath(*found), tree.Text("two/below/low.x"));
+  EXPECT_EQ(Shown(recursive.FindAll({.name = u"low.x"}), tree), "two/below/low.x");
   EXPECT_EQ(recursive.GetPath()->GetMainEntries()->size(), 4U);
+}
+
+struct SimilarRow {
+  Lookup lookup;
+  std::size_t most;
+  std::string expected;
+};
+
+TEST(FindSimilarTest, NamesTheMostSimilarFilesFirstAndEachOnce) {
+  const TemporaryTree tree;
+  tree.Files({"a/plto.x", "a/plot.y", "b/plot", "b/PLOT.x", "b/plots.x", "b/plto.x", "b/bar"});
+  tree.Files({"b/pilot.x", "b/plat.x", "b/lot.x", "b/.rc", "b/@plot/plot.z", "b/foo.xy"});
+  const Environment environment({tree.Text("a"), tree.Text("b")});
+  const std::vector<SimilarRow> rows = {
+      {{u"plot.x"}, 2, "b/PLOT.x a/plot.y"},
+      {{u"plot.x"}, 4, "b/PLOT.x a/plot.y b/plot a/plto.x"},
+      {{u"plot", {u".x", u".z"}}, 1, "b/PLOT.x"},
+      {{u"pplots.x"}, 9, "b/plots.x"},
+      {{u"lt.x"}, 9, "b/lot.x"},
+      {{u"baz"}, 9, "b/bar"},
+      {{u"ba"}, 9, ""},  // of so short a name everything is one letter off
+      {{u"plot.x"}, 0, ""},
+      {{u"b/plot.x"}, 9, ""},
+      {{u"plto.y"}, 9, "a/plto.x a/plot.y"},  // but not the other file of that name
+  };
+  for (const auto& [lookup, most, expected] : rows) {
+    std::vector<FoundItem> files;
+    for (const auto& similar : environment.FindSimilar(lookup, most)) files.push_back(similar.file);
+    EXPECT_EQ(Shown(files, tree), expected) << testing::PrintToString(lookup.name) << most;
+  }
 }
 
 TEST(FolderListTest, OneFolderALineNothingTrimmed) {

@@ -1,5 +1,4 @@
-#include "searchpath/host/environment.h"
-#include "support/temporary_tree.h"
+#include "support/shown.h"
 
 #include <gtest/gtest.h>
 
@@ -14,48 +13,43 @@
 namespace Corvane::PathManagement::host {
 namespace {
 
+using test::Shown;
 using test::TemporaryTree;
 using Names = std::vector<std::string>;
 
 /// Main folders "a", "b", … with their files and those of the special folders directly below them.
 struct Model {
   std::map<std::string, std::set<std::string>> files;  // by folder: "a", "a/@f", "a/private", …
-  Names path;                                          // main folders, repeats included
+  Names path;
 
-  [[nodiscard]] Names In(const std::string& folder, const std::string& name,
-                         const Names& extensions, bool ignoreCase) const {
+  void AddFrom(const std::string& folder, const std::string& name, const Names& extensions,
+               bool ignoreCase, Names& found) const {
     const auto lower = [](std::string text) {
-      std::transform(text.begin(), text.end(), text.begin(),
-                     [](char c) { return std::tolower(c); });
+      for (char& letter : text) letter = static_cast<char>(std::tolower(letter));
       return text;
     };
-    Names found;
+    const auto add = [&](const std::string& file) {
+      if (std::ranges::find(found, folder + "/" + file) == found.end()) {
+        found.push_back(folder + "/" + file);
+      }
+    };
     const auto held = files.find(folder);
+    if (held == files.end()) return;
     for (const auto& extension : extensions.empty() ? Names{""} : extensions) {
-      const std::string wanted = name + extension;
-      if (held == files.end()) break;
-      if (held->second.contains(wanted)) found.push_back(folder + "/" + wanted);
+      if (held->second.contains(name + extension)) add(name + extension);
       for (const auto& file : held->second) {
-        if (ignoreCase && file != wanted && lower(file) == lower(wanted)) {
-          found.push_back(folder + "/" + file);
-        }
+        if (ignoreCase && lower(file) == lower(name + extension)) add(file);
       }
     }
-    Names once;
-    for (const auto& file : found) {
-      if (std::find(once.begin(), once.end(), file) == once.end()) once.push_back(file);
-    }
-    return once;
   }
 
   [[nodiscard]] Names All(const std::string& asker, const std::string& name,
                           const Names& extensions, bool ignoreCase) const {
     Names all;
     const auto add = [&](const std::string& folder) {
-      for (auto& file : In(folder, name, extensions, ignoreCase)) all.push_back(std::move(file));
+      AddFrom(folder, name, extensions, ignoreCase, all);
     };
-    const bool isOnPath = std::find(path.begin(), path.end(), asker) != path.end();
-    if (isOnPath) add(asker + "/private");
+    if (std::ranges::find(path, asker) != path.end()) add(asker + "/private");
     for (const auto& folder : path) {
       add(folder);
       add(folder + "/@" + name);
@@ -84,10 +78,10 @@ class LookupModelTest : public testing::Test {
         }
       }
     }
-    model.path = SomeOf({"a", "b", "c", "absent"}, 5);
-    // The model knows no second look at a folder: its "@" folder stands behind its first one.
-    std::set<std::string> seen;
-    std::erase_if(model.path, [&seen](const auto& folder) { return !seen.insert(folder).second; });
+    // No folder twice: the model knows no second look at one.
+    Names folders = {"a", "b", "c", "absent"};
+    std::ranges::shuffle(folders, random);
+    model.path = Names(folders.begin(), folders.begin() + static_cast<std::ptrdiff_t>(Below(5)));
     return model;
   }
 
@@ -103,17 +97,13 @@ class LookupModelTest : public testing::Test {
 
     const Names expected = model.All(asker, name, extensions, ignoreCase);
     const auto all = environment.FindAll(lookup);
-    Names found;
-    for (const auto& file : all) {
-      found.push_back(BytesFromText(GetNativePath(file)).value().substr(tree.Path().size() + 1));
-    }
-    ASSERT_EQ(found, expected) << name << " " << testing::PrintToString(extensions) << ignoreCase
-                               << " from " << asker << " on " << testing::PrintToString(model.path);
+    std::string expectedList;
+    for (const auto& file : expected) expectedList += (expectedList.empty() ? "" : " ") + file;
+    ASSERT_EQ(Shown(all, tree), expectedList)
+        << name << " " << testing::PrintToString(extensions) << ignoreCase << " from " << asker
+        << " on " << testing::PrintToString(model.path);
     const auto first = environment.Find(lookup);
-    ASSERT_EQ(first.has_value(), !all.empty());
-    if (first) {
-      ASSERT_TRUE(*first == all.front());
-    }
+    ASSERT_TRUE(first ? *first == all.at(0) : all.empty());
     CheckExplanation(environment.Explain(lookup), all);
   }
 
@@ -123,10 +113,10 @@ class LookupModelTest : public testing::Test {
     std::size_t files = 0;
     std::size_t deciders = 0;
     for (const auto& asked : explanation.asked) {
-      const bool decides =
-          asked.outcome == FolderOutcome::HoldsIt || asked.outcome == FolderOutcome::MethodEntry;
+      using enum FolderOutcome;
+      const bool decides = asked.outcome == HoldsIt || asked.outcome == MethodEntry;
       ASSERT_EQ(decides, !all.empty() && asked.folder == all.front().GetPathEntry());
-      ASSERT_EQ(asked.outcome >= FolderOutcome::OtherCaseOnly, asked.files.empty());
+      ASSERT_EQ(asked.outcome >= OtherCaseOnly, asked.files.empty());
       files += asked.files.size();
       deciders += decides ? 1 : 0;
     }

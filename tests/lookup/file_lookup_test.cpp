@@ -39,7 +39,7 @@ struct FileLookupTest : testing::Test {
   static ItemPointer Item(const ustring& name, const ustring& extension) {
     return std::make_shared<PathItem>(AbsoluteIRI(u"file:///"), name, extension);
   }
-  std::string Asked(const std::vector<FoundItem>& files) {
+  std::string Asked(const FileList& files) {
     std::string all;
     for (const FoundItem& file : files) {
       const auto& entry = dynamic_cast<const FakeEntry&>(*file.GetPathEntry());
@@ -47,8 +47,8 @@ struct FileLookupTest : testing::Test {
     }
     return log.Take(all);
   }
-  std::string Asked(const boost::optional<FoundItem>& found) {
-    return Asked(found ? std::vector{*found} : std::vector<FoundItem>());
+  std::string Asked(const OptionalFile& found) {
+    return Asked(found ? FileList{*found} : FileList());
   }
   std::string OnPath(const ustring& name) {
     return Asked(FindFirstFileVisibleOnPath(p, Target(name), kPolicy));

@@ -2,13 +2,6 @@
 
 #include "support/text_table.h"
 
-#include <gtest/gtest.h>
-
-#include <string>
-#include <string_view>
-#include <utility>
-#include <vector>
-
 namespace Corvane::PathManagement {
 namespace {
 

@@ -3,12 +3,11 @@
 
 #include "searchpath/host.h"
 #include "searchpath/utilities/iri_conversion.h"
+#include "support/recording.h"
 #include "support/temporary_tree.h"
 
-#include <memory>
 #include <mutex>
 #include <set>
-#include <vector>
 
 namespace Corvane::PathManagement::test {
 
@@ -16,19 +15,18 @@ namespace Corvane::PathManagement::test {
 class HostWorld {
  public:
   HostWorld() {
-    for (const char* const name :
-         {"lib/fn.x", "lib/two.y", "lib/private/fn.x", "lib/+package/@class/method.x",
-          "lib/@fn/fn.x", "lib/resources/data", "other/FN.x",
-          "other/a-name-that-touches-the-heap.x"}) {
-      tree.File(name);
-    }
+    tree.Files({"lib/fn.x", "lib/two.y", "lib/private/fn.x", "lib/+package/@class/method.x",
+                "lib/@fn/fn.x", "lib/resources/data", "other/FN.x",
+                "other/a-name-that-touches-the-heap.x"});
     tree.Link("..", "lib/+package/+loop");
     Renew();
   }
   void Renew() { environment = std::make_unique<const host::Environment>(folders); }
   void Forget() { environment.reset(); }
 
-  test::TemporaryTree tree;
+  const host::Environment* operator->() const { return environment.get(); }
+
+  TemporaryTree tree;
   std::vector<ustring> folders = {tree.Text("lib"), tree.Text("absent"), tree.Text("other")};
   std::unique_ptr<const host::Environment> environment;
 };
@@ -44,28 +42,24 @@ inline std::vector<ustring> Texts(const std::vector<FoundItem>& files) {
 template <class Visit>
 void ForEachHostOperation(const Visit& visit) {
   using W = const HostWorld&;
-  for (const auto policy :
-       {FilenameMatchingPolicy::CaseSensitive, FilenameMatchingPolicy::IgnoreCase}) {
-    for (const char16_t* const name :
-         {u"fn.x", u"lib/fn", u"package/class/method.x", u"no such file"}) {
+  for (const auto policy : {Policy::CaseSensitive, Policy::IgnoreCase}) {
+    for (const ustring name : {u"fn.x", u"lib/fn", u"package/class/method.x", u"no such file"}) {
       const host::Lookup lookup{.name = name, .extensions = {u".y", u".x"}, .policy = policy};
       visit("Find", [lookup](W w) {
-        const auto found = w.environment->Find(lookup);
+        const auto found = w->Find(lookup);
         return found ? host::GetNativePath(*found) : ustring();
       });
-      visit("FindAll", [lookup](W w) { return Texts(w.environment->FindAll(lookup)); });
+      visit("FindAll", [lookup](W w) { return Texts(w->FindAll(lookup)); });
     }
   }
   visit("Find from a folder", [](W w) {
-    return host::GetNativePath(
-        w.environment->Find({.name = u"fn.x", .fromFolder = w.folders[0]}).value());
+    return host::GetNativePath(w->Find({.name = u"fn.x", .fromFolder = w.folders[0]}).value());
   });
   visit("FindProblems", [](W w) {
     // What is known of problems grows with what has been listed: after this question, all is.
-    const host::FolderPath& path = *w.environment->GetPath();
-    const auto entries = path.GetMainEntries();
-    static_cast<void>(path.GetParentEntryForEntry(*entries->front()));
-    return w.environment->FindProblems().size();
+    const auto& path = *w->GetPath();
+    static_cast<void>(path.GetParentEntryForEntry(*path.GetMainEntries()->front()));
+    return w->FindProblems().size();
   });
   visit("make an environment", [](W w) {
     const host::Environment made({w.tree.Text()}, host::FolderExpansion::Recursive);
@@ -75,20 +69,17 @@ void ForEachHostOperation(const Visit& visit) {
     std::mutex mutex;  // guards visited
     std::multiset<ustring> visited;
     const std::uint32_t kinds[] = {0, 1, 2, 3, 5};
-    w.environment->GetPath()->ConcurrentForEachEntry({kinds, 5}, [&](const auto& entry) {
+    w->GetPath()->ConcurrentForEachEntry({kinds, 5}, [&](const auto& entry) {
       const std::lock_guard lock(mutex);
-      visited.insert(GetStringFromIRI(entry->GetCanonicalAbsoluteIRI()));
-      return false;
+      return visited.insert(GetStringFromIRI(entry->GetCanonicalAbsoluteIRI())), false;
     });
     return visited;
   });
   visit("GetItems", [](W w) {
-    const auto entries = w.environment->GetPath()->GetMainEntries();
-    const auto items = entries->front()->GetItems();
-    return std::vector<ustring>{items->at(0)->GetName(), items->at(1)->GetName()};
+    const auto items = w->GetPath()->GetMainEntries()->front()->GetItems();
+    return items->at(0)->GetName() + u" " + items->at(1)->GetName();
   });
-  visit("absolutize",
-        [](W w) { return w.environment->GetWorkingFolder().absolutize(w.folders[0]); });
+  visit("absolutize", [](W w) { return w->GetWorkingFolder().absolutize(w.folders[0]); });
 }
 
 }  // namespace Corvane::PathManagement::test

@@ -15,8 +15,6 @@
 // Every exported operation once, each as a row that the sweeps and the storm run.
 namespace Corvane::PathManagement::test {
 
-using NamePredicate = std::function<bool(const ustring&, const ustring&)>;
-
 /// A nested path in which every part is asked whatever the question: only the last part answers
 /// questions for one thing, and for all it answers like the others.
 class World {
@@ -41,6 +39,8 @@ class World {
 
   void Forget() { path.reset(); }
 
+  const ConcatenatedPath* operator->() const { return path.get(); }
+
   void Note(const std::string& call) const {
     if (log != nullptr) log->Add(call);
   }
@@ -48,7 +48,7 @@ class World {
   CallLog* log;
   const std::shared_ptr<const PathItem> item =
       std::make_shared<PathItem>(AbsoluteIRI(u"file:///w"), u"fn", u".x");
-  const NamePredicate equal = [this](const ustring& left, const ustring& right) {
+  const NameComparator equal = [this](const ustring& left, const ustring& right) {
     return Note("equal"), left == right;
   };
   const PathEntryVisitor visitor = [this](const EntryPointer&) { return Note("visitor"), false; };
@@ -82,141 +82,119 @@ class World {
 
 inline const std::uint32_t kKinds[] = {0, 1, 2, 3, 4};
 inline const SearchScope kScope(kKinds, 5);
-inline const detail::SearchTarget kTarget(u"a-name-that-touches-the-heap");
-inline const detail::SearchTarget kPartialTarget(u"folder-of-it/a-name-that-touches-the-heap");
+inline const Target kTarget(u"a-name-that-touches-the-heap");
+inline const Target kPartialTarget(u"folder-of-it/a-name-that-touches-the-heap");
 inline const std::vector<ustring> kExtensions = {u".y", u".x", u".an-extension-on-the-heap"};
-inline const std::vector<ustring> kPartial = {u"a-folder-of-the-world", u"part1", u"cls"};
-inline const ustring kNative = u"/proc/self/cwd/absent folder/+package/@class/private";
+inline const std::vector<ustring> kPartial = {u"a-folder-of-the-world", u"part1", u"cls"}, kNone;
+inline const ustring kFolder = u"/a-folder-of-the-world/part1/@cls",
+                     kStrictFolder = u"/a/part1/cls";
+inline const ustring kNative = u"/bin/absent folder/+package/@class/private";
 inline const ustring kFileText = u"file://LocalHost/%41/../b c/{x}/%ff";
 inline const ustring kHostText = u"http://User@Host:80/a b/../%7Ec/d?q#f";
 inline const AbsoluteIRI kFile(u"file://localhost/folder/b%20c/../@class/%FF{x}");
-inline const AbsoluteIRI kHost(kHostText);
-inline constexpr auto kPolicy = FilenameMatchingPolicy::IgnoreCase;
+inline const AbsoluteIRI kHost(kHostText), kLink(u"file:///bin");
+inline constexpr auto kAny = Policy::IgnoreCase;
+// Short names, so that a row stays on its line.
+inline constexpr auto& MatchText = DoesPartialPathnameMatchPathString;
+inline constexpr auto& MatchStrictly = DoesPartialPathnameStrictlyMatchPathString;
+inline constexpr auto& MatchEntryStrictly = DoesPartialPathnameStrictlyMatchPathEntryIRI;
+inline constexpr auto MatchEntry = [](const auto&... arguments) {
+  return DoesPartialPathnameMatchPathEntryIRI(arguments...);
+};
+inline constexpr auto FindFrom = [](const auto&... arguments) {
+  return FindFirstFileVisibleFromFolder(arguments...);
+};
+inline const auto kStorage = storage::microservicestoragesystem::GetStorageSystemReference();
 
 /// Calls `visit(name, ask)` for each of the operations that call a part, an entry or a predicate.
 /// `ask(world)` carries it out; its answers can be compared.
 template <class Visit>
 void ForEachPathOperation(const Visit& visit) {
   using W = const World&;
-  visit("GetMainEntries", [](W w) { return *w.path->GetMainEntries(); });
-  visit("GetMethodEntries", [](W w) { return w.path->GetMethodEntries(); });
-  visit("GetMethodEntriesByName",
-        [](W w) { return w.path->GetMethodEntriesByName(kScope, u"cls", kPolicy); });
-  visit("GetPartiallyMatchingEntries",
-        [](W w) { return w.path->GetPartiallyMatchingEntries(kScope, u"x", kPolicy); });
-  visit("GetMainEntryForEntry", [](W w) { return w.path->GetMainEntryForEntry(*w.method); });
-  visit("GetParentEntryForEntry", [](W w) { return w.path->GetParentEntryForEntry(*w.method); });
-  visit("entry of a canonical IRI", [](W w) {
-    return w.path->GetPathEntryFromAbsoluteIRI(CanonicalAbsoluteIRI(kFile, u"further text"));
-  });
-  visit("entry of an IRI",
-        [](W w) { return w.path->GetPathEntryFromAbsoluteIRI(w.top->iri, kPolicy); });
-  visit("FindFirstInScope", [](W w) { return w.path->FindFirstInScope(kScope, kTarget, kPolicy); });
-  visit("FindAllInScope", [](W w) { return w.path->FindAllInScope(kScope, kTarget, kPolicy); });
-  visit("ForEachEntry", [](W w) { return w.path->ForEachEntry(kScope, w.visitor); });
-  visit("ConcurrentForEachEntry",
-        [](W w) { return w.path->ConcurrentForEachEntry(kScope, w.visitor); });
-  visit("FirstEntryIsBeforeSecondOnPath",
-        [](W w) { return w.path->FirstEntryIsBeforeSecondOnPath(*w.method, *w.top); });
-  visit("IsEntryOnPath", [](W w) { return w.path->IsEntryOnPath(*w.method); });
+  using foundation::storage::vfs::Folder;
+  visit("main entries", [](W w) { return *w->GetMainEntries(); });
+  visit("method entries", [](W w) { return w->GetMethodEntries(); });
+  visit("by name", [](W w) { return w->GetMethodEntriesByName(kScope, u"cls", kAny); });
+  visit("by partial", [](W w) { return w->GetPartiallyMatchingEntries(kScope, u"x", kAny); });
+  visit("main entry", [](W w) { return w->GetMainEntryForEntry(*w.method); });
+  visit("parent entry", [](W w) { return w->GetParentEntryForEntry(*w.method); });
+  visit("by exact IRI", [](W w) { return w->GetPathEntryFromAbsoluteIRI({kFile, kNative}); });
+  visit("by IRI", [](W w) { return w->GetPathEntryFromAbsoluteIRI(w.top->iri, kAny); });
+  visit("find first", [](W w) { return w->FindFirstInScope(kScope, kTarget, kAny); });
+  visit("find all", [](W w) { return w->FindAllInScope(kScope, kTarget, kAny); });
+  visit("visit", [](W w) { return w->ForEachEntry(kScope, w.visitor); });
+  visit("visit at once", [](W w) { return w->ConcurrentForEachEntry(kScope, w.visitor); });
+  visit("order", [](W w) { return w->FirstEntryIsBeforeSecondOnPath(*w.method, *w.top); });
+  visit("is on path", [](W w) { return w->IsEntryOnPath(*w.method); });
   visit("copy", [](W w) { return *ConcatenatedPath(*w.path).GetMainEntries(); });
   visit("move", [](W w) {
     ConcatenatedPath source(w.parts[0], w.parts[1]);
     return *ConcatenatedPath(std::move(source)).GetMainEntries();
   });
-  visit("match a text", [](W w) {
-    return DoesPartialPathnameMatchPathString(kPartial, u"/a-folder-of-the-world/part1/@cls",
-                                              w.equal);
-  });
-  visit("match a text strictly", [](W w) {
-    return DoesPartialPathnameStrictlyMatchPathString(kPartial, u"/a/b/part1/cls", w.equal);
-  });
-  visit("match an entry",
-        [](W w) { return DoesPartialPathnameMatchPathEntryIRI(kPartial, w.method, kPolicy); });
-  visit("match an entry strictly", [](W w) {
-    return DoesPartialPathnameStrictlyMatchPathEntryIRI(kPartial, *w.method, kPolicy);
-  });
-  visit("match an entry and those above", [](W w) {
-    return DoesPartialPathnameMatchPathEntryIRI(*w.path, kPartial, w.method, kPolicy);
-  });
-  visit("match no part", [](W w) {
-    return DoesPartialPathnameMatchPathEntryIRI(*w.path, std::vector<ustring>(), w.method, kPolicy);
-  });
-  visit("file on the path",
-        [](W w) { return FindFirstFileVisibleOnPath(*w.path, kTarget, kPolicy); });
-  visit("file by a partial pathname",
-        [](W w) { return FindFirstFileVisibleOnPath(*w.path, kPartialTarget, kPolicy); });
-  visit("file from a folder",
-        [](W w) { return FindFirstFileVisibleFromFolder(*w.path, w.top->iri, kTarget, kPolicy); });
-  visit("file from a located folder", [](W w) {
-    const foundation::storage::vfs::Folder folder(
-        w.top->iri, storage::microservicestoragesystem::GetStorageSystemReference());
-    return FindFirstFileVisibleFromFolder(*w.path, folder, kTarget, kPolicy);
-  });
-  visit("files of an entry",
-        [](W w) { return FindFilesByExtensions(w.top, kExtensions, kPolicy); });
-  visit("files of the path",
-        [](W w) { return FindFilesByExtensions(*w.path, kScope, kExtensions, kPolicy); });
+  visit("text", [](W w) { return MatchText(kPartial, kFolder, w.equal); });
+  visit("text strictly", [](W w) { return MatchStrictly(kPartial, kStrictFolder, w.equal); });
+  visit("entry", [](W w) { return MatchEntry(kPartial, w.method, kAny); });
+  visit("entry strictly", [](W w) { return MatchEntryStrictly(kPartial, *w.method, kAny); });
+  visit("entries above", [](W w) { return MatchEntry(*w.path, kPartial, w.method, kAny); });
+  visit("no part", [](W w) { return MatchEntry(*w.path, kNone, w.method, kAny); });
+  visit("on path", [](W w) { return FindFirstFileVisibleOnPath(*w.path, kTarget, kAny); });
+  visit("partial", [](W w) { return FindFirstFileVisibleOnPath(*w.path, kPartialTarget, kAny); });
+  visit("from", [](W w) { return FindFrom(*w.path, w.top->iri, kTarget, kAny); });
+  visit("from a folder",
+        [](W w) { return FindFrom(*w.path, Folder(w.top->iri, kStorage), kTarget, kAny); });
+  visit("files of one", [](W w) { return FindFilesByExtensions(w.top, kExtensions, kAny); });
+  visit("files", [](W w) { return FindFilesByExtensions(*w.path, kScope, kExtensions, kAny); });
 }
 
 /// The same for the operations on texts, which call nothing.
 template <class Visit>
 void ForEachTextOperation(const Visit& visit) {
   using W = const World&;
-  namespace storage = foundation::storage;
+  namespace vfs = foundation::storage::vfs;
   namespace files = fl::filesystem::detail;
-  visit("TextFromBytes",
-        [](W) { return TextFromBytes("bytes, and some that are no UTF-8: \xFF\xC3"); });
-  visit("BytesFromText", [](W) { return BytesFromText(kNative + u"\xDC80\u20AC\U0001F600"); });
-  visit("parse a file IRI",
-        [](W) { return AbsoluteIRI(u"file:/%2Bpackage/./b c/%C3%A4{x}\xDC80"); });
-  visit("parse another IRI", [](W) { return AbsoluteIRI(kHostText); });
-  visit("parse no IRI", [](W) -> std::optional<AbsoluteIRI> {
+  visit("to text", [](W) { return TextFromBytes("bytes, and some that are no UTF-8: \xFF\xC3"); });
+  visit("to bytes", [](W) { return BytesFromText(kNative + u"\xDC80\u20AC\U0001F600"); });
+  visit("file IRI", [](W) { return AbsoluteIRI(u"file:/%2Bpackage/./b c/%C3%A4{x}\xDC80"); });
+  visit("other IRI", [](W) { return AbsoluteIRI(kHostText); });
+  visit("no IRI", [](W) -> std::optional<AbsoluteIRI> {
     try {
       return AbsoluteIRI(u"file:///a-folder-with-a-%-that-begins-no-escape");
-    } catch (const storage::vfs::InvalidIRIException&) {
+    } catch (const vfs::InvalidIRIException&) {
       return std::nullopt;
     }
   });
   for (const AbsoluteIRI* const iri : {&kFile, &kHost}) {
-    for (const auto text : {&AbsoluteIRI::getName, &AbsoluteIRI::getPath, &AbsoluteIRI::getScheme,
-                            &AbsoluteIRI::toString}) {
-      visit("a text of an IRI", [iri, text](W) { return (iri->*text)(); });
-    }
+    visit("getName", [iri](W) { return iri->getName(); });
+    visit("getPath", [iri](W) { return iri->getPath(); });
+    visit("getScheme", [iri](W) { return iri->getScheme(); });
+    visit("toString", [iri](W) { return iri->toString(); });
     visit("getParent", [iri](W) { return iri->getParent(); });
-    visit("getResolvedIRI", [iri](W) { return iri->getResolvedIRI(); });
-    visit("makePathRelativeTo",
-          [iri](W) { return iri->makePathRelativeTo(iri->getParent().getParent()); });
-    visit("GetCanonicalIRI", [iri](W) { return GetCanonicalIRI(*iri); });
-    visit("GetStringFromIRI", [iri](W) { return GetStringFromIRI(*iri); });
+    visit("resolved", [iri](W) { return iri->getResolvedIRI(); });
+    visit("relative", [iri](W) { return iri->makePathRelativeTo(iri->getParent().getParent()); });
+    visit("canonical", [iri](W) { return GetCanonicalIRI(*iri); });
+    visit("shown", [iri](W) { return GetStringFromIRI(*iri); });
   }
   for (const ustring* const text : {&kNative, &kFileText, &kHostText}) {
-    visit("GetIRIFromString", [text](W) { return GetIRIFromString(*text); });
-    visit("GetCanonicalIRIFromString", [text](W) { return GetCanonicalIRIFromString(*text); });
-    visit("SplitZentraPath", [text](W) { return SplitZentraPath(*text); });
-    visit("SplitPartialPathname", [text](W) { return SplitPartialPathname(*text); });
-    visit("RemoveRootPathFromAbsolutePath",
-          [text](W) { return RemoveRootPathFromAbsolutePath(*text); });
-    visit("GetPartialPathIncludingSpecialFolders",
-          [text](W) { return GetPartialPathIncludingSpecialFolders(*text); });
-    visit("extract_root_path", [text](W) { return files::extract_root_path(*text); });
-    visit("extract_extension", [text](W) { return files::extract_extension(*text); });
-    visit("make_native_form", [text](W) { return files::make_native_form(*text, true); });
-    visit("decodeURL", [text](W) {
+    visit("IRI", [text](W) { return GetIRIFromString(*text); });
+    visit("canonical IRI", [text](W) { return GetCanonicalIRIFromString(*text); });
+    visit("search path", [text](W) { return SplitZentraPath(*text); });
+    visit("pathname", [text](W) { return SplitPartialPathname(*text); });
+    visit("without root", [text](W) { return RemoveRootPathFromAbsolutePath(*text); });
+    visit("end", [text](W) { return GetPartialPathIncludingSpecialFolders(*text); });
+    visit("root", [text](W) { return files::extract_root_path(*text); });
+    visit("extension", [text](W) { return files::extract_extension(*text); });
+    visit("native form", [text](W) { return files::make_native_form(*text, true); });
+    visit("decoded", [text](W) {
       ustring decoded = *text;
-      storage::utility::decodeURL(decoded, true);
-      return decoded;
+      return foundation::storage::utility::decodeURL(decoded, true), decoded;
+    });
+    visit("target", [text](W) {
+      return CreateSearchTargetWithExtensionInFilenamePreferred(*text, kExtensions).GetExtensions();
     });
   }
-  visit("toAbsoluteIRI", [](W) { return storage::vfs::toAbsoluteIRI(u"scheme", kNative); });
-  visit("fromAbsoluteIRI", [](W) { return storage::vfs::fromAbsoluteIRI(kFile); });
-  visit("canonical location of a file", [](W) {
-    const auto system = ::storage::microservicestoragesystem::GetStorageSystemReference();
-    return storage::vfs::File(AbsoluteIRI(u"file:///proc/self/cwd"), system).getCanonicalLocation();
-  });
-  visit("target of a name", [](W) {
-    return CreateSearchTargetWithExtensionInFilenamePreferred(kNative, kExtensions).GetExtensions();
-  });
+  visit("from native", [](W) { return vfs::toAbsoluteIRI(u"scheme", kNative); });
+  visit("to native", [](W) { return vfs::fromAbsoluteIRI(kFile); });
+  visit("file", [](W) { return vfs::File(kLink, kStorage).getCanonicalLocation(); });
 }
 
 }  // namespace Corvane::PathManagement::test

@@ -5,15 +5,9 @@
 #include "searchpath/model/path_entry.h"
 
 #include <algorithm>
-#include <cstdint>
 #include <functional>
 #include <map>
-#include <memory>
 #include <set>
-#include <string>
-#include <string_view>
-#include <utility>
-#include <vector>
 
 // Entries and paths whose answers are the data that a test puts into them, and which write down
 // every call in order. Without a log they only read and may be used from several threads.
@@ -29,6 +23,9 @@ using NameComparator = std::function<bool(const ustring&, const ustring&)>;
 using Target = detail::SearchTarget;
 using Policy = FilenameMatchingPolicy;
 using Visitor = PathEntryVisitor;
+using Scope = SearchScope;
+using OptionalFile = boost::optional<FoundItem>;
+using FileList = std::vector<FoundItem>;
 
 /// `text` as ASCII, "?" for all else.
 inline std::string Printed(std::u16string_view text) {
@@ -76,10 +73,8 @@ struct Recorder {
   static std::string Show(const ustring& text) { return Printed(text); }
   static std::string Show(const AbsoluteIRI& iri) { return Printed(iri.toString()); }
   static std::string Show(const Visitor&) { return "visitor"; }
-  static std::string Show(Policy policy) {
-    return std::to_string(static_cast<std::uint32_t>(policy));
-  }
-  static std::string Show(SearchScope scope) {
+  static std::string Show(Policy policy) { return std::to_string(static_cast<int>(policy)); }
+  static std::string Show(Scope scope) {
     std::string kinds;
     for (const std::uint32_t kind : scope) kinds += "," + std::to_string(kind);
     return "{" + kinds.erase(0, 1) + "}";
@@ -125,11 +120,11 @@ struct FakeEntry : IPathEntry, Recorder {
   ItemList FindItems(const Target& target, Policy policy) const override {
     return Record(__func__, target, policy), foundItems;
   }
-  bool ForEachEntryInScope(SearchScope scope, const Visitor& visitor) const override {
-    return Record(__func__, scope, visitor), VisitAll(visited, visitor);
+  bool ForEachEntryInScope(Scope scope, const Visitor& visit) const override {
+    return Record(__func__, scope, visit), VisitAll(visited, visit);
   }
-  bool ConcurrentForEachEntryInScope(SearchScope scope, const Visitor& visitor) const override {
-    return Record(__func__, scope, visitor), VisitAll(visited, visitor);
+  bool ConcurrentForEachEntryInScope(Scope scope, const Visitor& visit) const override {
+    return Record(__func__, scope, visit), VisitAll(visited, visit);
   }
   std::shared_ptr<NameComparator> GetFilenameComparator(Policy policy) const override {
     return Record(__func__, policy), std::make_shared<NameComparator>(comparator);
@@ -152,20 +147,18 @@ struct FakePath : IPath, Recorder {
   EntryList methodEntries, methodEntriesByName, partiallyMatchingEntries, visited;
   std::map<const IPathEntry*, EntryPointer> mainEntryFor, parentEntryFor;
   std::map<ustring, EntryPointer> entryByCanonicalIRI, entryByIRI;  // by the IRI's text
-  boost::optional<FoundItem> firstFound;
-  std::vector<FoundItem> allFound;
+  OptionalFile firstFound;
+  FileList allFound;
   bool firstIsBeforeSecond = false;
   std::set<const IPathEntry*> held;
 
   SharedEntryList GetMainEntries() const override { return Record(__func__), mainEntries; }
   EntryList GetMethodEntries() const override { return Record(__func__), methodEntries; }
-  EntryList GetMethodEntriesByName(SearchScope scope, const ustring& called,
-                                   Policy policy) const override {
-    return Record(__func__, scope, called, policy), methodEntriesByName;
+  EntryList GetMethodEntriesByName(Scope scope, const ustring& n, Policy p) const override {
+    return Record(__func__, scope, n, p), methodEntriesByName;
   }
-  EntryList GetPartiallyMatchingEntries(SearchScope scope, const ustring& called,
-                                        Policy policy) const override {
-    return Record(__func__, scope, called, policy), partiallyMatchingEntries;
+  EntryList GetPartiallyMatchingEntries(Scope scope, const ustring& n, Policy p) const override {
+    return Record(__func__, scope, n, p), partiallyMatchingEntries;
   }
   EntryPointer GetMainEntryForEntry(const IPathEntry& entry) const override {
     return Record(__func__, entry), Answer(mainEntryFor, &entry);
@@ -179,23 +172,20 @@ struct FakePath : IPath, Recorder {
   EntryPointer GetPathEntryFromAbsoluteIRI(const AbsoluteIRI& iri, Policy policy) const override {
     return Record(__func__, iri, policy), Answer(entryByIRI, iri.toString());
   }
-  boost::optional<FoundItem> FindFirstInScope(SearchScope scope, const Target& target,
-                                              Policy policy) const override {
-    return Record(__func__, scope, target, policy), firstFound;
+  OptionalFile FindFirstInScope(Scope scope, const Target& target, Policy p) const override {
+    return Record(__func__, scope, target, p), firstFound;
   }
-  std::vector<FoundItem> FindAllInScope(SearchScope scope, const Target& target,
-                                        Policy policy) const override {
-    return Record(__func__, scope, target, policy), allFound;
+  FileList FindAllInScope(Scope scope, const Target& target, Policy p) const override {
+    return Record(__func__, scope, target, p), allFound;
   }
-  bool ForEachEntry(SearchScope scope, const Visitor& visitor) const override {
+  bool ForEachEntry(Scope scope, const Visitor& visitor) const override {
     return Record(__func__, scope, visitor), VisitAll(visited, visitor);
   }
-  bool ConcurrentForEachEntry(SearchScope scope, const Visitor& visitor) const override {
+  bool ConcurrentForEachEntry(Scope scope, const Visitor& visitor) const override {
     return Record(__func__, scope, visitor), VisitAll(visited, visitor);
   }
-  bool FirstEntryIsBeforeSecondOnPath(const IPathEntry& first,
-                                      const IPathEntry& second) const override {
-    return Record(__func__, first, second), firstIsBeforeSecond;
+  bool FirstEntryIsBeforeSecondOnPath(const IPathEntry& a, const IPathEntry& b) const override {
+    return Record(__func__, a, b), firstIsBeforeSecond;
   }
   bool IsEntryOnPath(const IPathEntry& entry) const override {
     return Record(__func__, entry), held.contains(&entry);

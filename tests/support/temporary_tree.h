@@ -10,6 +10,7 @@
 #include <fstream>
 #include <stdexcept>
 #include <string>
+#include <vector>
 
 namespace Corvane::PathManagement::test {
 
@@ -29,32 +30,36 @@ class TemporaryTree {
     std::filesystem::remove_all(root, ignored);
   }
 
-  /// The native path of `name`, or of the tree itself.
-  [[nodiscard]] std::string Path(const std::string& name = "") const {
+  /// Where `name` stands, or the tree itself.
+  std::string Path(const std::string& name = "") const {
     return name.empty() ? root.string() : root.string() + "/" + name;
   }
-  [[nodiscard]] ustring Text(const std::string& name = "") const {
-    return TextFromBytes(Path(name));
-  }
-  [[nodiscard]] AbsoluteIRI IRI(const std::string& name = "") const {
+  ustring Text(const std::string& name = "") const { return TextFromBytes(Path(name)); }
+  AbsoluteIRI IRI(const std::string& name = "") const {
     return foundation::storage::vfs::toAbsoluteIRI(u"file", Text(name));
   }
 
   void Folder(const std::string& name) const { std::filesystem::create_directories(Path(name)); }
 
   /// Makes a file and the folders above it.
-  void File(const std::string& name, const std::string& content = "") const {
-    std::filesystem::create_directories(std::filesystem::path(Path(name)).parent_path());
-    if (!(std::ofstream(Path(name)) << content)) throw std::runtime_error("cannot write " + name);
+  void File(const std::string& name) const {
+    MakeAbove(name);
+    if (!std::ofstream(Path(name))) throw std::runtime_error("cannot make " + name);
   }
-
+  void Files(const std::vector<std::string>& names) const {
+    for (const std::string& name : names) File(name);
+  }
   /// Makes a link that holds `target` as it stands.
   void Link(const std::string& target, const std::string& name) const {
-    std::filesystem::create_directories(std::filesystem::path(Path(name)).parent_path());
+    MakeAbove(name);
     std::filesystem::create_symlink(target, Path(name));
   }
 
  private:
+  void MakeAbove(const std::string& name) const {
+    std::filesystem::create_directories(std::filesystem::path(Path(name)).parent_path());
+  }
+
   std::filesystem::path root;
 };
 

@@ -1,12 +1,9 @@
 #include "searchpath/utilities/path_strings.h"
 
-#include "searchpath/utilities/partial_pathname.h"
-#include "support/partial_pathname_model.h"
 #include "support/text_table.h"
+#include "text/root_path.h"
 
-#include <algorithm>
-#include <random>
-#include <utility>
+#include <stdexcept>
 
 namespace Corvane::PathManagement {
 namespace {
@@ -26,25 +23,23 @@ TEST(SplitZentraPathTest, CutsAtSemicolonsAndColons) {
       });
 }
 
-TEST(SplitZentraPathTest, SplitsAsTheObviousWayDoes) {
-  const auto seed = std::random_device()();
-  std::mt19937 random(seed);
-  const ustring units = u";:/ab +\0\xDC80"s;
-  for (int round = 0; round < 100'000; ++round) {
-    ustring text(random() % 20, u'\0');
-    for (char16_t& unit : text) unit = units[random() % units.size()];
-    ASSERT_EQ(SplitZentraPath(text), test::NaiveSplit(text, u";:"))
-        << "seed " << seed << ", " << testing::PrintToString(text);
-    const auto folders = SplitPartialPathname(text);
-    const auto expected = test::NaiveSplit(text, u"/");
-    ASSERT_TRUE(std::equal(folders.begin(), folders.end(), expected.begin(), expected.end()))
-        << "seed " << seed << ", " << testing::PrintToString(text);
-  }
-}
-
 TEST(PathStringsTest, RemovesTheRoot) {
   ExpectTable({u"/usr/lib => usr/lib", u"/ => ", u"//a//b => a//b", u"a/b", u" => ", u"~/a"},
               [](const ustring& path) { return RemoveRootPathFromAbsolutePath(path); });
+}
+
+// No path of this system has its root elsewhere than in front.
+TEST(PathStringsTest, RemovesAsManyUnitsMoreAsStandInFrontOfTheRoot) {
+  EXPECT_EQ(detail::EraseThroughRoot(u"//a/", u"//"), u"a/");
+  EXPECT_EQ(detail::EraseThroughRoot(u"ab", u""), u"ab");
+  EXPECT_EQ(detail::EraseThroughRoot(u"abcRefghij", u"R"), u"abchij");
+  EXPECT_EQ(detail::EraseThroughRoot(u"abcRRe", u"RR"), u"abc");
+  try {
+    (void)detail::EraseThroughRoot(u"abc", u"R");
+    FAIL() << "found";
+  } catch (const std::out_of_range& error) {
+    EXPECT_STREQ(error.what(), "invalid string position");
+  }
 }
 
 TEST(PathStringsTest, TellsTheKindOfAFolderByItsName) {

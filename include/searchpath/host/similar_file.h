@@ -21,7 +21,7 @@ enum class Similarity : std::uint8_t {
 /// A file that may have been meant. Never taken silently: a look-up that finds nothing stays empty.
 struct SimilarFile {
   FoundItem file;
-  Similarity similarity;
+  Similarity similarity = Similarity::OneLetterOff;
 };
 
 }  // namespace Corvane::PathManagement::host

@@ -34,7 +34,7 @@ class SEARCHPATH_EXPORT ConcatenatedPath : public IPath {
   ConcatenatedPath(const ConcatenatedPath& other);
   /// Copies the parts and takes the list of main entries over: a source whose list was built
   /// answers `GetMainEntries` with null from then on. May raise, since the parts are copied.
-  ConcatenatedPath(ConcatenatedPath&& other);  // NOLINT(performance-noexcept-move-constructor)
+  ConcatenatedPath(ConcatenatedPath&& other);
   ConcatenatedPath& operator=(const ConcatenatedPath&) = delete;
   ~ConcatenatedPath() override;
 
