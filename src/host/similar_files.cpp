@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <array>
 #include <cstddef>
+#include <list>
 #include <optional>
 #include <set>
 #include <string>
@@ -76,6 +77,30 @@ class WantedName {
   std::u16string_view stem;  // of name
 };
 
+/// The names that a target looks for, one for each extension.
+class WantedNames {
+ public:
+  explicit WantedNames(const SearchTarget& target) {
+    if (target.GetExtensions().empty()) names.emplace_back(target.GetName());
+    for (const ustring& extension : target.GetExtensions()) {
+      names.emplace_back(target.GetName() + extension);
+    }
+  }
+
+  /// The closest similarity to any of them.
+  [[nodiscard]] std::optional<Similarity> Compare(std::string_view bytes) const {
+    std::optional<Similarity> closest;
+    for (const WantedName& name : names) {
+      const auto similarity = name.Compare(bytes);
+      if (similarity && (!closest || *similarity < *closest)) closest = similarity;
+    }
+    return closest;
+  }
+
+ private:
+  std::list<WantedName> names;  // in place: they cannot be moved
+};
+
 /// The first files of each similarity, each name once.
 class SimilarFiles {
  public:
@@ -125,8 +150,7 @@ const char* GetText(Similarity similarity) noexcept {
 std::vector<SimilarFile> FindSimilarFiles(const FolderPath& path, const SearchTarget& target,
                                           std::size_t most) {
   if (PathManagement::detail::HasSeparator(target.GetName())) return {};
-  const ustring extension = target.GetExtensions().empty() ? ustring() : target.GetExtensions()[0];
-  const WantedName wanted(target.GetName() + extension);
+  const WantedNames wanted(target);
   SimilarFiles similar(most);
   for (const auto& folder : path.GetMainFolders()) {
     FolderState& state = StateOf(*folder);

@@ -53,6 +53,7 @@ TEST(FindSimilarTest, NamesTheMostSimilarFilesFirstAndEachOnce) {
       {{u"plot.x"}, 2, "b/PLOT.x a/plot.y"},
       {{u"plot.x"}, 4, "b/PLOT.x a/plot.y b/plot a/plto.x"},
       {{u"plot", {u".x", u".z"}}, 1, "b/PLOT.x"},
+      {{u"Bar", {u".q", u""}}, 9, "b/bar"},
       {{u"pplots.x"}, 9, "b/plots.x"},
       {{u"lt.x"}, 9, "b/lot.x"},
       {{u"baz"}, 9, "b/bar"},

@@ -55,6 +55,13 @@ void CommandLine::AddFlag(const std::string& names, bool& value, const std::stri
   app->add_flag(names, value, help);
 }
 
+void CommandLine::AddFlagForOperands(const std::string& name, bool& value,
+                                     const std::string& help) {
+  AddFlag(name, value, help);
+  flagForOperands = name;
+  operandsAreElsewhere = &value;
+}
+
 void CommandLine::AddValue(const std::string& name, const char* valueName,
                            std::optional<std::string>& value, const std::string& help) {
   const auto take = [&value](const CLI::results_t& results) {
@@ -111,7 +118,16 @@ void CommandLine::TakeOperands() {
       operands.push_back(argument);
     }
   }
+  CheckOperands();
+}
+
+void CommandLine::CheckOperands() const {
   const std::string wanted = text.operands;
+  if (operandsAreElsewhere != nullptr && *operandsAreElsewhere) {
+    if (operands.empty()) return;
+    throw UsageError(flagForOperands + " takes " + wanted + " from standard input; leave out " +
+                     Quoted(operands[0]) + ", or the option");
+  }
   if (wanted.empty() && !operands.empty()) {
     throw UsageError(std::string(text.name) + " takes options only, not " + Quoted(operands[0]));
   }

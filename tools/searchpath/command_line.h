@@ -45,12 +45,16 @@ class CommandLine {
   void AddValues(const std::string& name, const char* valueName, std::vector<std::string>& values,
                  const std::string& help);
 
+  /// As `AddFlag`, for a flag that stands for the operands: with it there are none.
+  void AddFlagForOperands(const std::string& name, bool& value, const std::string& help);
+
   /// More for --help to say.
   void AddNotes(const char* more) { notes += more; }
 
   /// Returns false when help was asked for; it is then written.
   ///
-  /// Errors: `UsageError`, also when there is no operand though the command needs one.
+  /// Errors: `UsageError`, also when there is no operand though the command needs one, or one
+  /// beside a flag that stands for them.
   [[nodiscard]] bool Parse(const std::vector<std::string>& arguments);
 
   [[nodiscard]] const std::vector<std::string>& GetOperands() const noexcept { return operands; }
@@ -60,6 +64,7 @@ class CommandLine {
 
  private:
   void TakeOperands();
+  void CheckOperands() const;
   [[noreturn]] void RefuseOption(const std::string& argument) const;
   [[nodiscard]] std::string GetHelp(bool full) const;
 
@@ -67,6 +72,8 @@ class CommandLine {
   std::string notes;
   std::unique_ptr<CLI::App> app;
   std::vector<std::string> typed;
+  std::string flagForOperands;
+  const bool* operandsAreElsewhere = nullptr;  // the variable of that flag
   std::vector<std::string> operands;
 };
 

@@ -17,6 +17,9 @@ namespace Corvane::PathManagement::tool {
 /// Which folders are on the path?
 [[nodiscard]] Outcome RunList(const std::vector<std::string>& arguments);
 
+/// Which files are on the path?
+[[nodiscard]] Outcome RunFiles(const std::vector<std::string>& arguments);
+
 /// What do texts become as IRIs?
 [[nodiscard]] Outcome RunIri(const std::vector<std::string>& arguments);
 

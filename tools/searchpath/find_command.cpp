@@ -1,13 +1,16 @@
 #include "command_line.h"
 #include "commands.h"
+#include "explanation_output.h"
+#include "found_file.h"
+#include "hint.h"
+#include "matching.h"
+#include "names_from_input.h"
+#include "output.h"
 #include "search_path.h"
 #include "searchpath/model/byte_text.h"
-#include "searchpath/model/path_entry.h"
-#include "searchpath/utilities/iri_conversion.h"
-
-#include <nlohmann/json.hpp>
 
 #include <algorithm>
+#include <utility>
 
 namespace Corvane::PathManagement::tool {
 
@@ -17,6 +20,8 @@ constexpr CommandText kText = {
     "find", "NAME...", "Prints the path of the file that each NAME means.",
     "  searchpath find ls --path \"$PATH\"            what ls means\n"
     "  searchpath find --all ls --path \"$PATH\"      and what it hides\n"
+    "  searchpath find --explain ls --path \"$PATH\"  why that file: all folders asked\n"
+    "  searchpath find --stdin --path \"$PATH\" <names.txt\n"
     "  searchpath find stdio.h --path /usr/include --recursive\n"
     "  searchpath find main --ext cpp --ext c --path src:lib\n"
     "  searchpath find pkg/name.m --path @folders   in a folder called pkg or +pkg\n",
@@ -29,95 +34,114 @@ constexpr CommandText kText = {
     "  The policy is file-system unless given: here names that differ in case are\n"
     "  different files.\n"
     "  Write -- before a NAME that begins with \"-\".\n\n"
+    "Why:\n"
+    "  --explain shows each folder that was asked, in order: what came of it, which\n"
+    "  hidden files it holds, and, where it is no folder of --path itself, which of\n"
+    "  those brought it; then the rule that decided. It shows what --all does.\n\n"
+    "Many names:\n"
+    "  --stdin skips an empty line, tells its number and ends with 2; the others are\n"
+    "  answered. With -0, names are ended by NUL, and so are the answers. What is not\n"
+    "  found is told without a \"did you mean\".\n\n"
     "Exit: 0 every NAME was found, 1 some NAME was not, 2 wrong usage or failure.\n\n"};
 
 struct FindOptions {
   PathOptions path;
+  MatchingOptions matching;
   OutputOptions output;
   bool all = false;
+  bool explain = false;
+  bool fromInput = false;
   std::optional<std::string> from;
-  std::optional<std::string> policy;
-  std::vector<std::string> extensions;
 
   void AddTo(CommandLine& commandLine) {
     path.AddTo(commandLine);
     commandLine.AddFlag("--all", all, "every file that NAME could mean, the one it means first");
+    commandLine.AddFlag("--explain", explain, "why: each folder asked, and the rule that decided");
     commandLine.AddValue("--from", "FOLDER", from,
                          "what NAME means to code in FOLDER: private first");
-    commandLine.AddValues("--ext", "EXT", extensions, "an extension to try; may be repeated");
-    commandLine.AddValue("--policy", "POLICY", policy,
-                         "case-sensitive, ignore-case or file-system");
+    matching.AddTo(commandLine, "an extension to try; may be repeated");
+    commandLine.AddFlagForOperands("--stdin", fromInput,
+                                   "NAMEs from standard input: a line each, with -0 NUL-ended");
     output.AddTo(commandLine, true);
   }
 };
 
-std::string GetExtension(const std::string& typed) {
-  if (typed.empty()) throw UsageError("--ext is empty; leave it out to search names as they stand");
-  return typed.starts_with('.') ? typed : '.' + typed;
+void CheckOptions(const FindOptions& options, const std::vector<std::string>& names) {
+  if (std::find(names.begin(), names.end(), "") != names.end()) {
+    throw UsageError("an empty NAME means no file; type: searchpath find NAME");
+  }
+  const auto& parts = options.path.parts;
+  if (options.fromInput && std::find(parts.begin(), parts.end(), "-") != parts.end()) {
+    throw UsageError(
+        "--stdin and --path - both read standard input; write the folders into a file and give "
+        "--path @FILE");
+  }
+  if (options.explain && options.output.print0) {
+    throw UsageError("--explain and --print0 exclude each other; for programs there is --json");
+  }
 }
 
 // What all names have in common.
 host::Lookup GetLookup(const FindOptions& options) {
   host::Lookup lookup;
-  for (const std::string& extension : options.extensions) {
-    lookup.extensions.push_back(TextFromBytes(GetExtension(extension)));
-  }
+  lookup.extensions = options.matching.GetExtensions();
+  lookup.policy = options.matching.GetPolicy();
   if (options.from) lookup.fromFolder = TextFromBytes(*options.from);
-  lookup.policy = ChooseValue<FilenameMatchingPolicy>(
-      "--policy", options.policy.value_or("file-system"),
-      {{"case-sensitive", FilenameMatchingPolicy::CaseSensitive},
-       {"ignore-case", FilenameMatchingPolicy::IgnoreCase},
-       {"file-system", FilenameMatchingPolicy::FileSystemDefault}});
   return lookup;
 }
 
-void WriteFound(const Output& output, const std::string& name, const FoundItem& found) {
-  const ustring path = host::GetNativePath(found);
-  if (!output.IsJson()) {
-    output.WritePath(GetBytes(path));
-    return;
-  }
-  const IPathEntry& folder = *found.GetPathEntry();
-  nlohmann::ordered_json object = {{"name", name}};
-  AddPath(object, path);
-  object["folder"] = GetBytes(GetStringFromIRI(folder.GetAbsoluteIRI()));
-  object["kind"] = GetKindText(folder.GetPathEntryType());
-  output.WriteObject(object);
-}
+// Answers one name after the other.
+class Finder {
+ public:
+  Finder(const FindOptions& findOptions, const Output& whereTo,
+         const host::Environment& searchedPath, host::Lookup commonLookup)
+      : options(findOptions),
+        output(whereTo),
+        environment(searchedPath),
+        lookup(std::move(commonLookup)) {}
 
-void TellNotFound(const host::Environment& environment, const std::string& name,
-                  host::Lookup lookup) {
-  std::string message = "no file called " + Quoted(name) + " on the path";
-  if (lookup.policy != FilenameMatchingPolicy::IgnoreCase) {
-    lookup.policy = FilenameMatchingPolicy::IgnoreCase;
-    if (const auto similar = environment.Find(lookup)) {
-      message += "; --policy ignore-case finds " + Quoted(GetBytes(host::GetNativePath(*similar)));
+  void Answer(const std::string& name) {
+    lookup.name = TextFromBytes(name);
+    if (options.explain ? Explain(name) : Find(name)) return;
+    foundAll = false;
+    // A hint reads the whole path, which is too much for each of very many names.
+    Tell("no file called " + Quoted(name) + " on the path" +
+         (options.fromInput ? "" : GetHint(environment, lookup)));
+  }
+
+  [[nodiscard]] bool FoundAll() const noexcept { return foundAll; }
+
+ private:
+  [[nodiscard]] bool Explain(const std::string& name) const {
+    const host::Explanation explanation = environment.Explain(lookup);
+    WriteExplanation(output, environment, name, explanation);
+    return !explanation.files.empty();
+  }
+
+  [[nodiscard]] bool Find(const std::string& name) const {
+    if (options.all) {
+      const std::vector<FoundItem> files = environment.FindAll(lookup);
+      for (const FoundItem& file : files) WriteAnswer(output, name, file);
+      return !files.empty();
     }
+    const auto file = environment.Find(lookup);
+    if (file) WriteAnswer(output, name, *file);
+    return file.has_value();
   }
-  Tell(message);
-}
 
-bool FindName(const host::Environment& environment, const std::string& name, host::Lookup lookup,
-              bool all, const Output& output) {
-  lookup.name = TextFromBytes(name);
-  std::vector<FoundItem> found;
-  if (all) {
-    found = environment.FindAll(lookup);
-  } else if (const auto first = environment.Find(lookup)) {
-    found.push_back(*first);
-  }
-  for (const FoundItem& item : found) WriteFound(output, name, item);
-  if (found.empty()) TellNotFound(environment, name, lookup);
-  return !found.empty();
-}
-
-bool FindNames(const host::Environment& environment, const std::vector<std::string>& names,
-               const host::Lookup& lookup, bool all, const Output& output) {
+  const FindOptions& options;
+  const Output& output;
+  const host::Environment& environment;
+  host::Lookup lookup;
   bool foundAll = true;
-  for (const std::string& name : names) {
-    foundAll = FindName(environment, name, lookup, all, output) && foundAll;
-  }
-  return foundAll;
+};
+
+// Returns whether there was no name among them that cannot be one.
+bool AnswerAll(Finder& finder, const FindOptions& options, const std::vector<std::string>& names) {
+  for (const std::string& name : names) finder.Answer(name);
+  if (!options.fromInput) return true;
+  return ForEachNameFromInput(options.output.print0 ? '\0' : '\n',
+                              [&](const std::string& name) { finder.Answer(name); });
 }
 
 }  // namespace
@@ -128,20 +152,17 @@ Outcome RunFind(const std::vector<std::string>& arguments) {
   options.AddTo(commandLine);
   if (!commandLine.Parse(arguments)) return Outcome::Found;
   const std::vector<std::string>& names = commandLine.GetOperands();
-  if (std::find(names.begin(), names.end(), "") != names.end()) {
-    throw UsageError("an empty NAME means no file; type: searchpath find NAME");
-  }
+  CheckOptions(options, names);
   const Output output(options.output);
-  const host::Lookup lookup = GetLookup(options);
+  host::Lookup lookup = GetLookup(options);
   const host::Environment environment = OpenPath(options.path, commandLine);
+  Finder finder(options, output, environment, std::move(lookup));
   const bool failed = TellProblems(environment, options.path);
   try {
-    const bool foundAll = FindNames(environment, names, lookup, options.all, output);
-    if (failed) return Outcome::Failed;
-    return foundAll ? Outcome::Found : Outcome::NotFound;
+    if (!AnswerAll(finder, options, names) || failed) return Outcome::Failed;
+    return finder.FoundAll() ? Outcome::Found : Outcome::NotFound;
   } catch (const current_working_folder::FailedToAbsolutizeException& error) {
-    throw UsageError("--from " + Quoted(*options.from) + ": " + error.what() +
-                     "; name a folder that exists");
+    RefuseFrom(*options.from, error);
   }
 }
 

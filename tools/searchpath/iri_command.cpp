@@ -32,7 +32,7 @@ void WriteIRI(const Output& output, const std::string& typed) {
   const bool isNative = iri.getScheme() == u"file";
   if (output.IsJson()) {
     nlohmann::ordered_json object = {{"text", typed}, {"iri", text}, {"canonical", canonical}};
-    if (isNative) AddPath(object, GetStringFromIRI(iri));
+    if (isNative) AddText(object, "path", GetStringFromIRI(iri));
     output.WriteObject(object);
     return;
   }

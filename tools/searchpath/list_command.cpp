@@ -1,13 +1,15 @@
 #include "command_line.h"
 #include "commands.h"
+#include "path_folder.h"
 #include "search_path.h"
 #include "searchpath/model/path_entry.h"
-#include "searchpath/utilities/iri_conversion.h"
+#include "words.h"
 
 #include <nlohmann/json.hpp>
 
-#include <array>
-#include <map>
+#include <algorithm>
+#include <cstddef>
+#include <string>
 
 namespace Corvane::PathManagement::tool {
 
@@ -16,33 +18,43 @@ namespace {
 constexpr CommandText kText = {
     "list", "", "Prints the folders of the path in the order that they are searched.",
     "  searchpath list --path \"$PATH\"\n"
+    "  searchpath list --path lib --recursive --long\n"
     "  searchpath list --path lib --recursive --json\n",
-    ""};
+    "--long and --json count the files of each folder and say what keeps it from\n"
+    "being searched. In JSON that is \"problem\", null where nothing does.\n\n"};
 
-constexpr std::array<std::uint32_t, 5> kAllKinds = {0, 1, 2, 3, 5};
+constexpr std::size_t kCountWidth = 7;  // digits that stay in line
+constexpr std::size_t kKindWidth = 9;   // of "resources"
 
-void WriteFolders(const host::Environment& environment, const Output& output) {
-  std::map<ustring, std::string> problems;
+void WriteWords(const Output& output, const IPathEntry& folder) {
+  const std::size_t count = folder.GetItems()->size();
+  const std::string number = std::to_string(count);
+  const std::string blanks(kCountWidth - std::min(kCountWidth, number.size()), ' ');
+  const char* problem = FindProblemText(folder);
+  WriteData(blanks + number + (count == 1 ? " file   " : " files  ") +
+            GetPadded(GetKindText(folder.GetPathEntryType()), kKindWidth) + "  " +
+            output.GetShown(GetBytes(GetNativePath(folder))) +
+            (problem == nullptr ? "" : std::string("  (") + problem + ')') + '\n');
+}
+
+void WriteObject(const Output& output, const IPathEntry& folder) {
+  nlohmann::ordered_json object;
+  AddText(object, "path", GetNativePath(folder));
+  object["kind"] = GetKindText(folder.GetPathEntryType());
+  object["items"] = folder.GetItems()->size();
+  object["problem"] = nullptr;
+  if (const char* problem = FindProblemText(folder)) object["problem"] = problem;
+  output.WriteObject(object);
+}
+
+void WriteFolder(const Output& output, const IPathEntry& folder, bool inWords) {
   if (output.IsJson()) {
-    for (const host::FolderProblem& problem : environment.FindProblems()) {
-      problems.emplace(problem.folder, problem.GetText());
-    }
+    WriteObject(output, folder);
+  } else if (inWords) {
+    WriteWords(output, folder);
+  } else {
+    output.WritePath(GetBytes(GetNativePath(folder)));
   }
-  const auto write = [&](const std::shared_ptr<const IPathEntry>& entry) {
-    const ustring folder = GetStringFromIRI(entry->GetAbsoluteIRI());
-    if (!output.IsJson()) {
-      output.WritePath(GetBytes(folder));
-      return false;
-    }
-    nlohmann::ordered_json object;
-    AddPath(object, folder);
-    object["kind"] = GetKindText(entry->GetPathEntryType());
-    const auto problem = problems.find(folder);
-    if (problem != problems.end()) object["problem"] = problem->second;
-    output.WriteObject(object);
-    return false;
-  };
-  environment.GetPath()->ForEachEntry(SearchScope(kAllKinds.data(), kAllKinds.size()), write);
 }
 
 }  // namespace
@@ -52,12 +64,22 @@ Outcome RunList(const std::vector<std::string>& arguments) {
   PathOptions path;
   path.AddTo(commandLine);
   OutputOptions outputOptions;
+  bool inWords = false;
+  commandLine.AddFlag("--long", inWords, "with the number of files, the kind and what is wrong");
   outputOptions.AddTo(commandLine, true);
   if (!commandLine.Parse(arguments)) return Outcome::Found;
+  if (inWords && outputOptions.print0) {
+    throw UsageError("--long and --print0 exclude each other; for programs there is --json");
+  }
   const Output output(outputOptions);
   const host::Environment environment = OpenPath(path, commandLine);
+  if (inWords || output.IsJson()) ReadFolders(environment, path);
   const bool failed = TellProblems(environment, path);
-  WriteFolders(environment, output);
+  environment.GetPath()->ForEachEntry(GetScopeOfAll(),
+                                      [&](const std::shared_ptr<const IPathEntry>& folder) {
+                                        WriteFolder(output, *folder, inWords);
+                                        return false;
+                                      });
   return failed ? Outcome::Failed : Outcome::Found;
 }
 

@@ -16,12 +16,14 @@ struct Command {
   Outcome (*run)(const std::vector<std::string>& arguments);
 };
 
-constexpr Command kCommands[] = {{"find", RunFind}, {"list", RunList}, {"iri", RunIri}};
+constexpr Command kCommands[] = {
+    {"find", RunFind}, {"files", RunFiles}, {"list", RunList}, {"iri", RunIri}};
 
 constexpr const char* kExamples =
     "Examples:\n"
     "  searchpath find ls --path \"$PATH\"            which file does ls mean?\n"
     "  searchpath find --all ls --path \"$PATH\"      and what does it hide?\n"
+    "  searchpath find --explain ls --path \"$PATH\"  why that file?\n"
     "  searchpath list --path lib --recursive       which folders are searched?\n"
     "  searchpath iri '/usr/my lib'                 how is a folder written as an IRI?\n\n";
 
@@ -30,6 +32,7 @@ constexpr const char* kHelp =
     "Tells which file a name means on a search path.\n\n"
     "Commands:\n"
     "  find NAME...   the file that each NAME means\n"
+    "  files          the files on the path, all or by extension\n"
     "  list           the folders of the path, in order\n"
     "  iri TEXT...    what a text becomes: IRI, canonical IRI, native path\n\n"
     "searchpath COMMAND -h shows its options, --help examples and more.\n"

@@ -13,6 +13,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <system_error>
+#include <utility>
 
 namespace Corvane::PathManagement::tool {
 
@@ -27,8 +28,7 @@ bool UsesColor(const OutputOptions& options, bool toTerminal) {
   const auto choice =
       ChooseValue<std::optional<bool>>("--color", options.color.value_or("auto"),
                                        {{"auto", {}}, {"always", true}, {"never", false}});
-  return choice.value_or(toTerminal && !IsSet("NO_COLOR") && IsSet("TERM") &&
-                         std::string_view(std::getenv("TERM")) != "dumb");
+  return choice.value_or(toTerminal && !IsSet("NO_COLOR") && TerminalTakesCommands());
 }
 
 bool HasBadBytes(const ustring& text) {
@@ -80,14 +80,18 @@ Output::Output(const OutputOptions& options)
   }
 }
 
+std::string Output::GetShown(const std::string& bytes) const {
+  return toTerminal ? GetTextForTerminal(bytes) : bytes;
+}
+
 void Output::WritePath(const std::string& path) const {
-  const std::string shown = toTerminal ? GetTextForTerminal(path) : path;
+  const std::string shown = GetShown(path);
   const std::size_t name = shown.rfind('/') + 1;
   WriteData(shown.substr(0, name) + Emphasised(std::string_view(shown).substr(name)) + lineEnd);
 }
 
 void Output::WriteField(std::string_view label, const std::string& value) const {
-  WriteData(Emphasised(label) + ": " + (toTerminal ? GetTextForTerminal(value) : value) + lineEnd);
+  WriteData(Emphasised(label) + ": " + GetShown(value) + lineEnd);
 }
 
 void Output::WriteObject(const nlohmann::ordered_json& object) const {
@@ -105,6 +109,10 @@ void WriteData(std::string_view bytes) {
   Check(std::fwrite(bytes.data(), 1, bytes.size(), stdout) == bytes.size());
 }
 
+bool TerminalTakesCommands() {
+  return IsSet("TERM") && std::string_view(std::getenv("TERM")) != "dumb";
+}
+
 void FinishData() { Check(std::fflush(stdout) == 0); }
 
 void Tell(std::string_view message) {
@@ -116,10 +124,20 @@ std::string GetBytes(const ustring& text) { return BytesFromText(text).value(); 
 
 std::string Quoted(std::string_view text) { return '"' + std::string(text) + '"'; }
 
-void AddPath(nlohmann::ordered_json& object, const ustring& path) {
-  const std::string bytes = GetBytes(path);
-  object["path"] = bytes;
-  if (HasBadBytes(path)) object["pathBytes"] = GetBase64(bytes);
+std::size_t GetWidth(std::string_view text) {
+  const auto begins = [](char byte) { return (static_cast<unsigned char>(byte) & 0xC0U) != 0x80; };
+  return static_cast<std::size_t>(std::count_if(text.begin(), text.end(), begins));
+}
+
+std::string GetPadded(std::string text, std::size_t width) {
+  const std::size_t own = GetWidth(text);
+  return own < width ? std::move(text) + std::string(width - own, ' ') : text;
+}
+
+void AddText(nlohmann::ordered_json& object, const std::string& key, const ustring& text) {
+  const std::string bytes = GetBytes(text);
+  object[key] = bytes;
+  if (HasBadBytes(text)) object[key + "Bytes"] = GetBase64(bytes);
 }
 
 }  // namespace Corvane::PathManagement::tool

@@ -5,6 +5,7 @@
 
 #include <nlohmann/json_fwd.hpp>
 
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -35,6 +36,9 @@ class Output {
 
   [[nodiscard]] bool IsJson() const noexcept { return json; }
 
+  /// `bytes` as they are written: made harmless for a terminal.
+  [[nodiscard]] std::string GetShown(const std::string& bytes) const;
+
   /// A line with a path, its last part emphasised.
   void WritePath(const std::string& path) const;
   /// A line "label: value".
@@ -54,6 +58,9 @@ class Output {
 /// Writes `bytes` to standard output as they are. Errors: as `Output`.
 void WriteData(std::string_view bytes);
 
+/// Whether a terminal, where there is one, takes commands: those for colour, for one.
+[[nodiscard]] bool TerminalTakesCommands();
+
 /// Ends standard output. Errors: as `Output`, for what was held back so far.
 void FinishData();
 
@@ -67,9 +74,15 @@ void Tell(std::string_view message);
 /// `text` in double quotes, for a message.
 [[nodiscard]] std::string Quoted(std::string_view text);
 
-/// Adds "path" to `object`, with U+FFFD for bytes that are not UTF-8; "pathBytes" only beside
-/// those.
-void AddPath(nlohmann::ordered_json& object, const ustring& path);
+/// How many characters `text` has.
+[[nodiscard]] std::size_t GetWidth(std::string_view text);
+
+/// `text` with blanks up to `width`.
+[[nodiscard]] std::string GetPadded(std::string text, std::size_t width);
+
+/// Adds `text` to `object` under `key`, with U+FFFD for bytes that are not UTF-8; only beside those
+/// the bytes too: "pathBytes" beside "path".
+void AddText(nlohmann::ordered_json& object, const std::string& key, const ustring& text);
 
 }  // namespace Corvane::PathManagement::tool
 

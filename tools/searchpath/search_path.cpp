@@ -2,6 +2,8 @@
 
 #include "command_line.h"
 #include "output.h"
+#include "path_folder.h"
+#include "progress.h"
 #include "searchpath/model/byte_text.h"
 #include "searchpath/utilities/path_strings.h"
 
@@ -66,6 +68,7 @@ host::Environment OpenPath(const PathOptions& options, const CommandLine& comman
   if (folders.empty()) {
     throw UsageError("--path names no folder; write . for the working folder: --path .");
   }
+  const Progress progress(options.quiet);
   return host::Environment(
       folders, options.recursive ? host::FolderExpansion::Recursive : host::FolderExpansion::Alone);
 }
@@ -73,7 +76,10 @@ host::Environment OpenPath(const PathOptions& options, const CommandLine& comman
 bool TellProblems(const host::Environment& environment, const PathOptions& options) {
   // Looking for problems opens every folder, which a first hit alone would not.
   if (options.quiet && !options.strict) return false;
-  const std::vector<host::FolderProblem> problems = environment.FindProblems();
+  const auto problems = [&] {
+    const Progress progress(options.quiet);
+    return environment.FindProblems();
+  }();
   for (const host::FolderProblem& problem : problems) {
     if (options.quiet) break;
     Tell("cannot search " + Quoted(GetBytes(problem.folder)) + ": " + problem.GetText());
@@ -81,20 +87,18 @@ bool TellProblems(const host::Environment& environment, const PathOptions& optio
   return options.strict && !problems.empty();
 }
 
-const char* GetKindText(PathEntryType kind) noexcept {
-  switch (kind) {
-    case PathEntryType::PlusFolder:
-      return "+";
-    case PathEntryType::AtFolder:
-      return "@";
-    case PathEntryType::PrivateFolder:
-      return "private";
-    case PathEntryType::ResourcesFolder:
-      return "resources";
-    case PathEntryType::Ordinary:
-      break;
-  }
-  return "ordinary";
+void ReadFolders(const host::Environment& environment, const PathOptions& options) {
+  const Progress progress(options.quiet);
+  environment.GetPath()->ForEachEntry(GetScopeOfAll(), [](const auto& folder) {
+    [[maybe_unused]] const auto items = folder->GetItems();
+    return false;
+  });
+}
+
+void RefuseFrom(const std::string& folder,
+                const current_working_folder::FailedToAbsolutizeException& error) {
+  throw UsageError("--from " + Quoted(folder) + ": " + error.what() +
+                   "; name a folder that exists");
 }
 
 }  // namespace Corvane::PathManagement::tool

@@ -24,11 +24,15 @@ struct PathOptions {
 [[nodiscard]] host::Environment OpenPath(const PathOptions& options,
                                          const CommandLine& commandLine);
 
+/// Reads all folders of the path, special ones too, so that nothing has to be waited for later.
+void ReadFolders(const host::Environment& environment, const PathOptions& options);
+
 /// Tells which folders cannot be searched. Returns whether that makes the command fail.
 [[nodiscard]] bool TellProblems(const host::Environment& environment, const PathOptions& options);
 
-/// "ordinary", "+", "@", "private" or "resources".
-[[nodiscard]] const char* GetKindText(PathEntryType kind) noexcept;
+/// Answers a --from whose folder cannot be used.
+[[noreturn]] void RefuseFrom(const std::string& folder,
+                             const current_working_folder::FailedToAbsolutizeException& error);
 
 }  // namespace Corvane::PathManagement::tool
 

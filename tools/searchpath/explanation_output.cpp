@@ -1,0 +1,120 @@
+#include "explanation_output.h"
+
+#include "output.h"
+#include "path_folder.h"
+#include "words.h"
+
+#include <nlohmann/json.hpp>
+
+#include <algorithm>
+#include <cstddef>
+#include <vector>
+
+namespace Corvane::PathManagement::tool {
+
+namespace {
+
+// A line on a folder that was asked. Its parts are as they are shown.
+struct AskedLine {
+  std::string outcome;
+  std::string folder;
+  std::string remark;  // often empty
+};
+
+// Whether the folder was given as it is, and not brought by another.
+bool IsItself(const host::Environment& environment, const host::AskedFolder& asked) {
+  return environment.GetWorkingFolder().Locate(asked.origin) == asked.folder->GetAbsoluteIRI();
+}
+
+std::string GetRemark(const Output& output, const host::Environment& environment,
+                      const host::Explanation& explanation, const host::AskedFolder& asked) {
+  std::vector<std::string> remarks;
+  for (const FoundItem& file : asked.files) {
+    if (file == explanation.files.front()) continue;
+    const bool isBest = file == asked.files.front();
+    remarks.push_back((isBest ? "holds " : "also holds ") +
+                      output.GetShown(GetBytes(host::GetNativePath(file))));
+  }
+  if (const char* problem = FindProblemText(*asked.folder)) remarks.emplace_back(problem);
+  if (!IsItself(environment, asked)) {
+    remarks.push_back("from --path " + output.GetShown(GetBytes(asked.origin)));
+  }
+  std::string remark;
+  for (const std::string& part : remarks) remark += (remark.empty() ? "" : "; ") + part;
+  return remark;
+}
+
+std::vector<AskedLine> GetLines(const Output& output, const host::Environment& environment,
+                                const host::Explanation& explanation) {
+  std::vector<AskedLine> lines;
+  for (const host::AskedFolder& asked : explanation.asked) {
+    const std::string folder = GetBytes(GetNativePath(*asked.folder));
+    lines.push_back({host::GetText(asked.outcome), output.GetShown(folder),
+                     GetRemark(output, environment, explanation, asked)});
+  }
+  return lines;
+}
+
+void WriteWords(const Output& output, const host::Environment& environment, const std::string& name,
+                const host::Explanation& explanation) {
+  const std::vector<FoundItem>& files = explanation.files;
+  const std::string meaning =
+      files.empty() ? "no file" : output.GetShown(GetBytes(host::GetNativePath(files.front())));
+  WriteData(output.GetShown(Quoted(name)) + " means " + meaning + '\n');
+  const auto lines = GetLines(output, environment, explanation);
+  std::size_t outcomeWidth = 0;
+  std::size_t folderWidth = 0;  // of those that something is said of
+  for (const AskedLine& line : lines) {
+    outcomeWidth = std::max(outcomeWidth, GetWidth(line.outcome));
+    if (!line.remark.empty()) folderWidth = std::max(folderWidth, GetWidth(line.folder));
+  }
+  WriteData(lines.empty() ? "folders asked: none, since no folder of the path fits the name\n"
+                          : "folders asked, in order:\n");
+  for (const AskedLine& line : lines) {
+    WriteData("  " + GetPadded(line.outcome, outcomeWidth) + "  ");
+    WriteData(line.remark.empty() ? line.folder
+                                  : GetPadded(line.folder, folderWidth) + "  " + line.remark);
+    WriteData("\n");
+  }
+  WriteData(std::string("why: ") + host::GetText(explanation.rule) + '\n');
+}
+
+nlohmann::ordered_json GetObject(const host::AskedFolder& asked) {
+  nlohmann::ordered_json object;
+  AddText(object, "folder", GetNativePath(*asked.folder));
+  object["kind"] = GetKindText(asked.folder->GetPathEntryType());
+  object["outcome"] = GetOutcomeText(asked.outcome);
+  object["files"] = nlohmann::ordered_json::array();
+  for (const FoundItem& file : asked.files) {
+    AddText(object["files"].emplace_back(), "path", host::GetNativePath(file));
+  }
+  AddText(object, "origin", asked.origin);
+  if (const char* problem = FindProblemText(*asked.folder)) object["problem"] = problem;
+  return object;
+}
+
+nlohmann::ordered_json GetObject(const std::string& name, const host::Explanation& explanation) {
+  nlohmann::ordered_json object = {{"name", name}, {"path", nullptr}};
+  if (!explanation.files.empty()) {
+    AddText(object, "path", host::GetNativePath(explanation.files.front()));
+  }
+  object["rule"] = GetRuleText(explanation.rule);
+  object["asked"] = nlohmann::ordered_json::array();
+  for (const host::AskedFolder& asked : explanation.asked) {
+    object["asked"].push_back(GetObject(asked));
+  }
+  return object;
+}
+
+}  // namespace
+
+void WriteExplanation(const Output& output, const host::Environment& environment,
+                      const std::string& name, const host::Explanation& explanation) {
+  if (output.IsJson()) {
+    output.WriteObject(GetObject(name, explanation));
+  } else {
+    WriteWords(output, environment, name, explanation);
+  }
+}
+
+}  // namespace Corvane::PathManagement::tool

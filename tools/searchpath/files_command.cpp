@@ -1,0 +1,125 @@
+#include "command_line.h"
+#include "commands.h"
+#include "found_file.h"
+#include "matching.h"
+#include "path_folder.h"
+#include "search_path.h"
+#include "searchpath/host/filename_comparison.h"
+#include "searchpath/model/byte_text.h"
+#include "searchpath/model/path_entry.h"
+#include "searchpath/utilities/file_lookup.h"
+
+#include <algorithm>
+#include <cstdint>
+
+namespace Corvane::PathManagement::tool {
+
+namespace {
+
+constexpr CommandText kText = {
+    "files", "", "Prints the files of the folders of the path.",
+    "  searchpath files --path lib:src --ext m --ext c\n"
+    "  searchpath files --path lib:src --from lib --all   lib and what belongs to it\n"
+    "  searchpath files --path src --recursive --json\n",
+    "The files:\n"
+    "  Folder by folder in the order of the path, and in each by the bytes of their\n"
+    "  names; hidden ones too. Files of \"+\", \"@\", private and resources folders are\n"
+    "  there with --all.\n\n"
+    "Exit: 0 there are files, 1 there are none, 2 wrong usage or failure.\n\n"};
+
+constexpr std::uint32_t kMainKind = 0;
+
+struct FilesOptions {
+  PathOptions path;
+  MatchingOptions matching;
+  OutputOptions output;
+  bool all = false;
+  std::optional<std::string> from;
+
+  void AddTo(CommandLine& commandLine) {
+    path.AddTo(commandLine);
+    commandLine.AddFlag("--all", all, "those in special folders too: +, @, private, resources");
+    commandLine.AddValue("--from", "FOLDER", from, "those of this folder of the path alone");
+    matching.AddTo(commandLine, "those with this extension; may be repeated");
+    output.AddTo(commandLine, true);
+  }
+};
+
+// Each extension once, since a file is found once for each that is its own.
+std::vector<ustring> GetExtensions(const MatchingOptions& matching) {
+  std::vector<ustring> extensions;
+  for (ustring& extension : matching.GetExtensions()) {
+    const bool isRepeated =
+        std::any_of(extensions.begin(), extensions.end(), [&](const ustring& earlier) {
+          return host::AreSameFilename(earlier, extension, matching.GetPolicy());
+        });
+    if (!isRepeated) extensions.push_back(std::move(extension));
+  }
+  return extensions;
+}
+
+std::vector<FoundItem> GetFiles(const std::shared_ptr<const IPathEntry>& folder,
+                                const std::vector<ustring>& extensions,
+                                FilenameMatchingPolicy policy) {
+  if (!extensions.empty()) return FindFilesByExtensions(folder, extensions, policy);
+  std::vector<FoundItem> files;
+  const auto items = folder->GetItems();
+  for (const auto& item : *items) files.emplace_back(item, folder);
+  return files;
+}
+
+std::shared_ptr<const IPathEntry> GetFolder(const host::Environment& environment,
+                                            const std::string& typed) {
+  try {
+    const AbsoluteIRI location = environment.GetWorkingFolder().absolutize(TextFromBytes(typed));
+    auto folder = environment.GetPath()->GetPathEntryFromAbsoluteIRI(
+        location, FilenameMatchingPolicy::FileSystemDefault);
+    if (folder != nullptr) return folder;
+  } catch (const current_working_folder::FailedToAbsolutizeException& error) {
+    RefuseFrom(typed, error);
+  }
+  throw UsageError("--from " + Quoted(typed) + " is not on the path; searchpath list shows it");
+}
+
+// Visits the folders whose files are asked for.
+void ForEachFolder(const host::Environment& environment, const FilesOptions& options,
+                   const PathEntryVisitor& visitor) {
+  if (!options.from) {
+    environment.GetPath()->ForEachEntry(options.all ? GetScopeOfAll() : SearchScope(&kMainKind, 1),
+                                        visitor);
+    return;
+  }
+  const auto folder = GetFolder(environment, *options.from);
+  if (options.all) {
+    folder->ForEachEntryInScope(GetScopeOfAll(), visitor);
+  } else {
+    visitor(folder);
+  }
+}
+
+}  // namespace
+
+Outcome RunFiles(const std::vector<std::string>& arguments) {
+  CommandLine commandLine(kText);
+  FilesOptions options;
+  options.AddTo(commandLine);
+  if (!commandLine.Parse(arguments)) return Outcome::Found;
+  const Output output(options.output);
+  const std::vector<ustring> extensions = GetExtensions(options.matching);
+  const FilenameMatchingPolicy policy = options.matching.GetPolicy();
+  const host::Environment environment = OpenPath(options.path, commandLine);
+  const bool failed = TellProblems(environment, options.path);
+  bool foundAny = false;
+  ForEachFolder(environment, options, [&](const std::shared_ptr<const IPathEntry>& folder) {
+    for (const FoundItem& file : GetFiles(folder, extensions, policy)) {
+      WriteFile(output, file);
+      foundAny = true;
+    }
+    return false;
+  });
+  if (!foundAny) Tell("no such file in the folders that were asked");
+  if (failed) return Outcome::Failed;
+  return foundAny ? Outcome::Found : Outcome::NotFound;
+}
+
+}  // namespace Corvane::PathManagement::tool

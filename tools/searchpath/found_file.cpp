@@ -1,0 +1,42 @@
+#include "found_file.h"
+
+#include "output.h"
+#include "path_folder.h"
+#include "searchpath/host/environment.h"
+#include "words.h"
+
+#include <nlohmann/json.hpp>
+
+#include <utility>
+
+namespace Corvane::PathManagement::tool {
+
+namespace {
+
+void WriteObject(const Output& output, nlohmann::ordered_json object, const FoundItem& file) {
+  const IPathEntry& folder = *file.GetPathEntry();
+  AddText(object, "path", host::GetNativePath(file));
+  object["folder"] = GetBytes(GetNativePath(folder));
+  object["kind"] = GetKindText(folder.GetPathEntryType());
+  output.WriteObject(object);
+}
+
+}  // namespace
+
+void WriteFile(const Output& output, const FoundItem& file) {
+  if (output.IsJson()) {
+    WriteObject(output, {}, file);
+  } else {
+    output.WritePath(GetBytes(host::GetNativePath(file)));
+  }
+}
+
+void WriteAnswer(const Output& output, const std::string& name, const FoundItem& file) {
+  if (output.IsJson()) {
+    WriteObject(output, {{"name", name}}, file);
+  } else {
+    WriteFile(output, file);
+  }
+}
+
+}  // namespace Corvane::PathManagement::tool

@@ -1,0 +1,20 @@
+#ifndef SEARCHPATH_TOOLS_SEARCHPATH_FOUND_FILE_H
+#define SEARCHPATH_TOOLS_SEARCHPATH_FOUND_FILE_H
+
+#include "searchpath/model/found_item.h"
+
+#include <string>
+
+namespace Corvane::PathManagement::tool {
+
+class Output;
+
+/// A line with the path of `file`, or an object with its path, folder and kind of folder.
+void WriteFile(const Output& output, const FoundItem& file);
+
+/// The same for an answer to `name`, which the object holds too.
+void WriteAnswer(const Output& output, const std::string& name, const FoundItem& file);
+
+}  // namespace Corvane::PathManagement::tool
+
+#endif  // SEARCHPATH_TOOLS_SEARCHPATH_FOUND_FILE_H

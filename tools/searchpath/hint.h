@@ -1,0 +1,16 @@
+#ifndef SEARCHPATH_TOOLS_SEARCHPATH_HINT_H
+#define SEARCHPATH_TOOLS_SEARCHPATH_HINT_H
+
+#include "searchpath/host/environment.h"
+
+#include <string>
+
+namespace Corvane::PathManagement::tool {
+
+/// "; did you mean ...?" with the files that resemble what was not found; empty when there are
+/// none.
+[[nodiscard]] std::string GetHint(const host::Environment& environment, const host::Lookup& lookup);
+
+}  // namespace Corvane::PathManagement::tool
+
+#endif  // SEARCHPATH_TOOLS_SEARCHPATH_HINT_H

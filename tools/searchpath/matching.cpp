@@ -1,0 +1,30 @@
+#include "matching.h"
+
+#include "command_line.h"
+#include "searchpath/model/byte_text.h"
+
+namespace Corvane::PathManagement::tool {
+
+void MatchingOptions::AddTo(CommandLine& commandLine, const std::string& helpOnExtensions) {
+  commandLine.AddValues("--ext", "EXT", extensions, helpOnExtensions);
+  commandLine.AddValue("--policy", "POLICY", policy, "case-sensitive, ignore-case or file-system");
+}
+
+std::vector<ustring> MatchingOptions::GetExtensions() const {
+  std::vector<ustring> withDots;
+  for (const std::string& typed : extensions) {
+    if (typed.empty()) throw UsageError("--ext is empty; leave it out, or name one: --ext txt");
+    withDots.push_back(TextFromBytes(typed.starts_with('.') ? typed : '.' + typed));
+  }
+  return withDots;
+}
+
+FilenameMatchingPolicy MatchingOptions::GetPolicy() const {
+  return ChooseValue<FilenameMatchingPolicy>(
+      "--policy", policy.value_or("file-system"),
+      {{"case-sensitive", FilenameMatchingPolicy::CaseSensitive},
+       {"ignore-case", FilenameMatchingPolicy::IgnoreCase},
+       {"file-system", FilenameMatchingPolicy::FileSystemDefault}});
+}
+
+}  // namespace Corvane::PathManagement::tool

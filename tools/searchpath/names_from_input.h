@@ -1,0 +1,18 @@
+#ifndef SEARCHPATH_TOOLS_SEARCHPATH_NAMES_FROM_INPUT_H
+#define SEARCHPATH_TOOLS_SEARCHPATH_NAMES_FROM_INPUT_H
+
+#include <functional>
+#include <string>
+
+namespace Corvane::PathManagement::tool {
+
+/// Calls `visitor` with each name on standard input, which `end` ends each of. An empty one is
+/// skipped and told. Returns whether there was none.
+///
+/// Errors: `UsageError` when standard input cannot be read.
+[[nodiscard]] bool ForEachNameFromInput(char end,
+                                        const std::function<void(const std::string&)>& visitor);
+
+}  // namespace Corvane::PathManagement::tool
+
+#endif  // SEARCHPATH_TOOLS_SEARCHPATH_NAMES_FROM_INPUT_H

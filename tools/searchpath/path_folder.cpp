@@ -1,0 +1,31 @@
+#include "path_folder.h"
+
+#include "searchpath/host/folder_entry.h"
+#include "searchpath/utilities/iri_conversion.h"
+
+#include <array>
+#include <cstdint>
+
+namespace Corvane::PathManagement::tool {
+
+const char* FindProblemText(const IPathEntry& folder) {
+  const auto* onDisk = dynamic_cast<const host::FolderEntry*>(&folder);
+  if (onDisk == nullptr || !onDisk->GetItems()->empty()) return nullptr;
+  const ustring path = GetNativePath(folder);
+  // A folder tells the problems of links in it, too.
+  for (const host::FolderProblem& problem : onDisk->GetProblems()) {
+    if (problem.folder == path) return problem.GetText();
+  }
+  return nullptr;
+}
+
+ustring GetNativePath(const IPathEntry& folder) {
+  return GetStringFromIRI(folder.GetAbsoluteIRI());
+}
+
+SearchScope GetScopeOfAll() noexcept {
+  static constexpr std::array<std::uint32_t, 5> kAllKinds = {0, 1, 2, 3, 5};
+  return {kAllKinds.data(), kAllKinds.size()};
+}
+
+}  // namespace Corvane::PathManagement::tool

@@ -1,0 +1,23 @@
+#ifndef SEARCHPATH_TOOLS_SEARCHPATH_PATH_FOLDER_H
+#define SEARCHPATH_TOOLS_SEARCHPATH_PATH_FOLDER_H
+
+#include "searchpath/model/path_entry.h"
+#include "searchpath/model/search_scope.h"
+#include "searchpath/model/ustring.h"
+
+namespace Corvane::PathManagement::tool {
+
+// What is said of a folder of the path.
+
+/// What keeps `folder` from being searched, in words; null when nothing does. Lists the folder.
+[[nodiscard]] const char* FindProblemText(const IPathEntry& folder);
+
+/// The location of `folder` as users read it.
+[[nodiscard]] ustring GetNativePath(const IPathEntry& folder);
+
+/// Every kind of folder, resources too.
+[[nodiscard]] SearchScope GetScopeOfAll() noexcept;
+
+}  // namespace Corvane::PathManagement::tool
+
+#endif  // SEARCHPATH_TOOLS_SEARCHPATH_PATH_FOLDER_H

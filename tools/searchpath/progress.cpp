@@ -1,0 +1,57 @@
+#include "progress.h"
+
+#include "output.h"
+
+#include <unistd.h>
+
+#include <chrono>
+#include <condition_variable>
+#include <cstdio>
+#include <mutex>
+#include <stop_token>
+#include <string>
+#include <utility>
+
+namespace Corvane::PathManagement::tool {
+
+namespace {
+
+using Clock = std::chrono::steady_clock;
+using std::chrono::seconds;
+
+constexpr std::chrono::milliseconds kLong(200);  // for a person who waits
+
+void Show(const std::string& text) {
+  const std::string line = '\r' + text + "\x1b[K";
+  std::fwrite(line.data(), 1, line.size(), stderr);
+}
+
+// Returns whether it is time to stop.
+bool WaitUntil(Clock::time_point time, const std::stop_token& stop) {
+  std::mutex mutex;
+  std::condition_variable_any stopped;
+  std::unique_lock lock(mutex);
+  stopped.wait_until(lock, stop, time, [] { return false; });
+  return stop.stop_requested();
+}
+
+void Speak(const std::stop_token& stop) {
+  const Clock::time_point start = Clock::now();
+  if (WaitUntil(start + kLong, stop)) return;
+  seconds elapsed(0);
+  do {
+    Show("searchpath: reading folders… " + std::to_string(elapsed.count()) + " s");
+    ++elapsed;
+  } while (!WaitUntil(start + elapsed, stop));
+  Show("");
+}
+
+}  // namespace
+
+Progress::Progress(bool quiet) {
+  if (!quiet && isatty(STDERR_FILENO) != 0 && TerminalTakesCommands()) {
+    speaker = std::jthread(Speak);
+  }
+}
+
+}  // namespace Corvane::PathManagement::tool

@@ -1,0 +1,21 @@
+#ifndef SEARCHPATH_TOOLS_SEARCHPATH_PROGRESS_H
+#define SEARCHPATH_TOOLS_SEARCHPATH_PROGRESS_H
+
+#include <thread>
+
+namespace Corvane::PathManagement::tool {
+
+/// While it lives, and once it has lived for long, says on the terminal that folders are read.
+/// Nothing else may be written meanwhile; at its end the line is gone. Without a terminal it says
+/// nothing.
+class Progress {
+ public:
+  explicit Progress(bool quiet);
+
+ private:
+  std::jthread speaker;  // none when there is nobody to speak to
+};
+
+}  // namespace Corvane::PathManagement::tool
+
+#endif  // SEARCHPATH_TOOLS_SEARCHPATH_PROGRESS_H

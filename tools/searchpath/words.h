@@ -1,0 +1,22 @@
+#ifndef SEARCHPATH_TOOLS_SEARCHPATH_WORDS_H
+#define SEARCHPATH_TOOLS_SEARCHPATH_WORDS_H
+
+#include "searchpath/host/explanation.h"
+#include "searchpath/model/path_entry_type.h"
+
+namespace Corvane::PathManagement::tool {
+
+// The words of JSON, which programs compare: they stay as they are.
+
+/// "ordinary", "+", "@", "private" or "resources".
+[[nodiscard]] const char* GetKindText(PathEntryType kind) noexcept;
+
+/// "holds-it", "absent" and the like.
+[[nodiscard]] const char* GetOutcomeText(host::FolderOutcome outcome) noexcept;
+
+/// "first-folder", "nothing-found" and the like.
+[[nodiscard]] const char* GetRuleText(host::DecidingRule rule) noexcept;
+
+}  // namespace Corvane::PathManagement::tool
+
+#endif  // SEARCHPATH_TOOLS_SEARCHPATH_WORDS_H
