@@ -1,9 +1,13 @@
 #include "searchpath/utilities/path_strings.h"
 
+#include "searchpath/utilities/partial_pathname.h"
+#include "support/partial_pathname_model.h"
 #include "support/text_table.h"
 #include "text/root_path.h"
 
+#include <random>
 #include <stdexcept>
+#include <vector>
 
 namespace Corvane::PathManagement {
 namespace {
@@ -21,6 +25,20 @@ TEST(SplitZentraPathTest, CutsAtSemicolonsAndColons) {
         for (const ustring& folder : SplitZentraPath(text)) shown += u"[" + folder + u"]";
         return shown;
       });
+}
+
+TEST(SplitZentraPathTest, SplitsAsTheObviousWayDoes) {
+  const auto seed = std::random_device()();
+  std::mt19937 random(seed);
+  const ustring units = u";:/ab +\0\xDC80"s;
+  for (int round = 0; round < 100'000; ++round) {
+    ustring text(random() % 20, u'\0');
+    for (char16_t& unit : text) unit = units[random() % units.size()];
+    ASSERT_EQ(SplitZentraPath(text), test::NaiveSplit(text, u";:")) << "seed " << seed;
+    const auto folders = SplitPartialPathname(text);
+    ASSERT_EQ(std::vector<ustring>(folders.begin(), folders.end()), test::NaiveSplit(text, u"/"))
+        << "seed " << seed;
+  }
 }
 
 TEST(PathStringsTest, RemovesTheRoot) {
