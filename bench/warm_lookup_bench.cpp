@@ -10,8 +10,8 @@
 #include <benchmark/benchmark.h>
 #include <cstdlib>
 #include <fstream>
-#include <thread>
 #include <kpathsea/kpathsea.h>
+#include <thread>
 
 namespace searchpath_bench {
 namespace {

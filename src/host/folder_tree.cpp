@@ -3,34 +3,85 @@
 #include <boost/unordered/unordered_flat_set.hpp>
 
 #include <cstddef>
-#include <iterator>
+#include <memory>
 #include <utility>
+#include <vector>
 
 namespace Corvane::PathManagement::host {
 
 namespace {
+
+using Folders = std::vector<std::shared_ptr<const FolderEntry>>;
 
 struct HeldHash {
   using is_avalanching = void;
   std::size_t operator()(const AbsoluteIRI& iri) const noexcept { return hash_value(iri); }
 };
 
+/// Whether `folder` stands behind a link in `parent`.
+bool IsBehindLink(const FolderEntry& parent, const FolderEntry& folder) {
+  const AbsoluteIRI target = folder.GetCanonicalAbsoluteIRI();
+  return !target.hasParent() || target.getName() != folder.GetAbsoluteIRI().getName() ||
+         !(target.getParent() == static_cast<const AbsoluteIRI&>(parent.GetCanonicalAbsoluteIRI()));
+}
+
+/// Walks a tree in two passes: what can be reached without a link is taken there, whatever links lead to
+/// it as well.
+class TreeWalk {
+ public:
+  explicit TreeWalk(const AbsoluteIRI& root) {
+    nodes.push_back({FolderEntry::Create(root), {}});
+    WalkWithoutLinks(0);
+    for (; nextLink < links.size(); ++nextLink) WalkWithoutLinks(links[nextLink]);
+  }
+
+  [[nodiscard]] Folders InPathOrder() const {
+    Folders tree;
+    std::vector<std::size_t> pending = {0};
+    while (!pending.empty()) {
+      const Node& node = nodes[pending.back()];
+      pending.pop_back();
+      if (!node.isTaken) continue;
+      tree.push_back(node.folder);
+      pending.insert(pending.end(), node.below.rbegin(), node.below.rend());
+    }
+    return tree;
+  }
+
+ private:
+  struct Node {
+    std::shared_ptr<const FolderEntry> folder;
+    std::vector<std::size_t> below;  // in the order of their names
+    bool isTaken = false;            // the first node of its folder
+  };
+
+  void WalkWithoutLinks(std::size_t top) {
+    std::vector<std::size_t> pending = {top};
+    while (!pending.empty()) {
+      const std::size_t at = pending.back();
+      pending.pop_back();
+      const auto folder = nodes[at].folder;
+      if (!seen.insert(folder->GetCanonicalAbsoluteIRI()).second) continue;
+      nodes[at].isTaken = true;
+      for (auto& below : folder->CreateOrdinaryFolders()) {
+        const std::size_t node = nodes.size();
+        (IsBehindLink(*folder, *below) ? links : pending).push_back(node);
+        nodes[at].below.push_back(node);
+        nodes.push_back({std::move(below), {}});
+      }
+    }
+  }
+
+  std::vector<Node> nodes;  // the root first
+  std::vector<std::size_t> links;
+  std::size_t nextLink = 0;
+  boost::unordered_flat_set<AbsoluteIRI, HeldHash> seen;
+};
+
 }  // namespace
 
 std::vector<std::shared_ptr<const FolderEntry>> CreateFolderTree(const AbsoluteIRI& root) {
-  std::vector<std::shared_ptr<const FolderEntry>> tree;
-  std::vector<std::shared_ptr<const FolderEntry>> pending = {FolderEntry::Create(root)};
-  boost::unordered_flat_set<AbsoluteIRI, HeldHash> seen;
-  while (!pending.empty()) {
-    auto folder = std::move(pending.back());
-    pending.pop_back();
-    if (!seen.insert(folder->GetCanonicalAbsoluteIRI()).second) continue;
-    auto below = folder->CreateOrdinaryFolders();
-    pending.insert(pending.end(), std::make_move_iterator(below.rbegin()),
-                   std::make_move_iterator(below.rend()));
-    tree.push_back(std::move(folder));
-  }
-  return tree;
+  return TreeWalk(root).InPathOrder();
 }
 
 }  // namespace Corvane::PathManagement::host

@@ -144,11 +144,16 @@ TEST_F(FolderEntryTest, FoldersThatCannotBeReadAreEmptyAndSayWhy) {
 }
 
 TEST_F(FolderEntryTest, ATreeHasEachOrdinaryFolderOnceDepthFirst) {
-  for (const char* name : {"b/z", "b/a/deep", "+pkg/plain", ".git", "c"}) tree.Folder(name);
-  tree.Link("..", "b/a/up");
-  tree.Link("../c", "b/c-link");
-  EXPECT_EQ(Shown(CreateFolderTree(tree.IRI()), tree),
-            tree.Path() + " .git b b/a b/a/deep b/c-link b/z");
+  for (const char* name :
+       {"in/b/z", "in/b/a/deep", "in/+pkg/plain", "in/.git", "in/c", "out/sub"}) {
+    tree.Folder(name);
+  }
+  tree.Link("..", "in/b/a/up");
+  tree.Link("../c", "in/b/a/c-link");  // reached without it
+  tree.Link("../../out", "in/b/first");
+  tree.Link("../../out/sub", "in/b/second");  // reached through the first
+  EXPECT_EQ(Shown(CreateFolderTree(tree.IRI("in")), tree),
+            "in in/.git in/b in/b/a in/b/a/deep in/b/first in/b/first/sub in/b/z in/c");
 }
 
 }  // namespace

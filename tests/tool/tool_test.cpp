@@ -55,7 +55,7 @@ class ToolTest : public testing::Test {
   [[nodiscard]] Result RunShell(const std::string& command,
                                 const std::string& out = "../out") const {
     const std::string start =
-        "TERM=xterm; unset NO_COLOR; s() { '" SEARCHPATH_TOOL
+        "export TERM=xterm; unset NO_COLOR; s() { '" SEARCHPATH_TOOL
         "' \"$@\"; }\n"
         "words() { grep -oE '\"(rule|outcome)\":[^,]*' | cut -d'\"' -f4 | paste -sd ' '; }\ncd ";
     const int status = std::system(
@@ -75,9 +75,11 @@ class ToolTest : public testing::Test {
     std::array<char, 4096> text{};
     EXPECT_EQ(openpty(&master, &slave, text.data(), nullptr, nullptr), 0);
     EXPECT_EQ(RunShell(command, text.data()).exit, 0) << command;
-    std::string shown(text.data(),
-                      static_cast<std::size_t>(read(master, text.data(), text.size())));
-    close(slave);
+    close(slave);  // then reading ends with an error, once all has been read
+    std::string shown;
+    for (ssize_t got = 0; (got = read(master, text.data(), text.size())) > 0;) {
+      shown.append(text.data(), static_cast<std::size_t>(got));
+    }
     close(master);
     std::erase(shown, '\r');
     return shown;

@@ -9,9 +9,10 @@
 
 namespace Corvane::PathManagement::host {
 
-/// `root` and all ordinary folders below it, hidden ones too, depth first, each folder's subfolders
-/// in the order of the bytes of their names. What stands below special folders belongs to those.
-/// Links are followed; a folder that several ways lead to occurs once, at the first, so loops end.
+/// `root` and all ordinary folders below it, hidden ones too, depth first, each folder's subfolders in
+/// the order of the bytes of their names. What stands below special folders belongs to those. Links are
+/// followed, but each folder occurs once: where it is reached without a link, or else at the first link
+/// that leads to it. So loops end.
 ///
 /// Cost: lists every folder once.
 [[nodiscard]] SEARCHPATH_EXPORT std::vector<std::shared_ptr<const FolderEntry>> CreateFolderTree(
