@@ -10,12 +10,14 @@
 #include "searchpath/model/found_item.h"
 #include "searchpath/model/path.h"
 #include "searchpath/model/path_entry.h"
+#include "searchpath/model/path_entry_factory.h"
 #include "searchpath/model/path_entry_type.h"
 #include "searchpath/model/path_item.h"
 #include "searchpath/model/search_scope.h"
 #include "searchpath/model/search_target.h"
 #include "searchpath/model/ustring.h"
 #include "searchpath/platform/current_working_folder.h"
+#include "searchpath/platform/exception.h"
 #include "searchpath/platform/filesystem.h"
 #include "searchpath/platform/iri_text.h"
 #include "searchpath/platform/storage.h"
@@ -25,6 +27,7 @@
 #include "searchpath/utilities/once_flag.h"
 #include "searchpath/utilities/partial_pathname.h"
 #include "searchpath/utilities/path_strings.h"
+#include "searchpath/utilities/toolbox_path_cache.h"
 // IWYU pragma: end_exports
 
 #endif  // SEARCHPATH_UTILITIES_H

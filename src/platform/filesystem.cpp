@@ -1,11 +1,85 @@
 #include "searchpath/platform/filesystem.h"
 
+#include "platform/atomic_file_writer.h"
+#include "platform/descriptor.h"
+#include "platform/native_path.h"
+#include "searchpath/model/byte_text.h"
 #include "searchpath/model/constants.h"
 #include "searchpath/platform/iri_text.h"
 
-#include <cstddef>
+#include <fcntl.h>
+#include <sys/stat.h>
 
-namespace fl::filesystem::detail {
+#include <cerrno>
+#include <cstddef>
+#include <cstdio>
+#include <ext/stdio_filebuf.h>
+#include <string>
+
+namespace fl::filesystem {
+
+namespace {
+
+using Corvane::PathManagement::TextFromBytes;
+using FileBuffer = __gnu_cxx::stdio_filebuf<char>;
+
+constexpr std::size_t kBufferSize = std::size_t{1} << 16;
+
+/// A buffer that is not open unless `pathname` is a regular file.
+std::unique_ptr<FileBuffer> OpenRegularFile(const path& pathname) {
+  auto closed = std::make_unique<FileBuffer>();
+  std::string bytes;
+  try {
+    bytes = detail::NativeBytes(pathname);
+  } catch (const std::system_error&) {
+    return closed;  // no file can be called so
+  }
+  // Without O_NONBLOCK a FIFO would keep us until somebody writes to it.
+  detail::Descriptor file(detail::WithoutInterruption(
+      [&] { return open(bytes.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY); }));
+  struct stat status = {};
+  if (!file.IsOpen() || fstat(file.Get(), &status) != 0 || !S_ISREG(status.st_mode)) return closed;
+  auto opened = std::make_unique<FileBuffer>(file.Get(), std::ios_base::in | std::ios_base::binary,
+                                             kBufferSize);
+  if (opened->is_open()) static_cast<void>(file.Release());  // it is the buffer's now
+  return opened;
+}
+
+}  // namespace
+
+path tmpnam(const path& folder, const ustring& prefix, const ustring& suffix) {
+  ustring beginning = folder.native();
+  if (!beginning.empty() && !beginning.ends_with(u'/')) beginning += u'/';
+  for (;;) {
+    ustring name = beginning;
+    name.append(prefix).append(TextFromBytes(detail::RandomFilename("", ""))).append(suffix);
+    struct stat status = {};
+    if (lstat(detail::NativeBytes(name).c_str(), &status) != 0) return name;
+  }
+}
+
+void rename(const path& from, const path& to) {
+  const std::string oldName = detail::NativeBytes(from);
+  if (std::rename(oldName.c_str(), detail::NativeBytes(to).c_str()) != 0) {
+    throw detail::PathError(errno, "cannot rename", oldName);
+  }
+}
+
+bool remove(const path& pathname) noexcept try {
+  return std::remove(detail::NativeBytes(pathname).c_str()) == 0;
+} catch (const std::exception&) {
+  return false;
+}
+
+ifstream::ifstream(const path& pathname)
+    : std::istream(nullptr), buffer(OpenRegularFile(pathname)) {
+  rdbuf(buffer.get());
+  if (!is_open()) setstate(failbit);
+}
+
+ifstream::~ifstream() = default;
+
+namespace detail {
 
 using Corvane::PathManagement::Constants;
 
@@ -22,6 +96,14 @@ ustring extract_root_path(const path& pathname) {
   return text.substr(0, rootEnd);
 }
 
+ustring extract_parent_path(const path& pathname) {
+  const ustring& text = pathname.native();
+  const auto lastSeparator = text.find_last_of(Constants::PathnameSeparatorStr);
+  if (lastSeparator == ustring::npos) return {};
+  const auto parentEnd = text.find_last_not_of(Constants::PathnameSeparatorStr, lastSeparator);
+  return parentEnd == ustring::npos ? extract_root_path(pathname) : text.substr(0, parentEnd + 1);
+}
+
 ustring extract_extension(const path& pathname) {
   const ustring& text = pathname.native();
   const auto lastSeparator = text.find_last_of(Constants::PathnameSeparatorStr);
@@ -31,4 +113,6 @@ ustring extract_extension(const path& pathname) {
   return dot == ustring::npos || dot <= nameBegin ? ustring() : text.substr(dot);
 }
 
-}  // namespace fl::filesystem::detail
+}  // namespace detail
+
+}  // namespace fl::filesystem

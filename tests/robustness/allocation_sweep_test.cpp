@@ -1,3 +1,4 @@
+#include "cache_operations.h"
 #include "host_operations.h"
 #include "operations.h"
 
@@ -130,9 +131,11 @@ TEST(AllocationSweepTest, AnOperationWithoutMemorySaysSoAndLeavesNothingBehind) 
     };
     World world(3);
     HostWorld hostWorld;
+    CacheWorld cacheWorld;
     ForEachPathOperation(sweepIn(world));
     ForEachTextOperation(sweepIn(world));
     ForEachHostOperation(sweepIn(hostWorld));
+    ForEachCacheOperation(sweepIn(cacheWorld));
     std::printf("%zu requests refused%s\n", points, alsoFollowing ? ", with all that follow" : "");
   }
 }

@@ -4,8 +4,9 @@
 #include "searchpath/export.h"
 #include "searchpath/model/ustring.h"
 
-#include <string>
-#include <utility>
+#include <fstream>
+#include <istream>
+#include <memory>
 
 namespace fl::filesystem {
 
@@ -31,6 +32,35 @@ class path {
   ustring pathname;
 };
 
+/// An unused pathname in `folder`: `prefix`, 16 random hexadecimal digits, `suffix`. Nothing is
+/// created, so whoever creates the file has to ask for one that is new.
+///
+/// Errors: `std::system_error` when no file can be called so.
+[[nodiscard]] SEARCHPATH_EXPORT path tmpnam(const path& folder, const ustring& prefix,
+                                            const ustring& suffix);
+
+/// Gives the file `from` the name `to`, in one step also when it replaces another file.
+/// Errors: `std::system_error`.
+SEARCHPATH_EXPORT void rename(const path& from, const path& to);
+
+/// Removes a file, a link or an empty folder; returns whether it has. Failing is no error.
+SEARCHPATH_EXPORT bool remove(const path& pathname) noexcept;
+
+/// Reads the bytes of a regular file. Nothing else opens, so that no read waits for a FIFO or goes
+/// on for ever. As with the standard's own, `failbit` says that it did not open.
+class SEARCHPATH_EXPORT ifstream : public std::istream {
+ public:
+  explicit ifstream(const path& pathname);
+  ifstream(const ifstream&) = delete;
+  ifstream& operator=(const ifstream&) = delete;
+  ~ifstream() override;
+
+  [[nodiscard]] bool is_open() const noexcept { return buffer->is_open(); }
+
+ private:
+  std::unique_ptr<std::filebuf> buffer;  // never null
+};
+
 namespace detail {
 
 /// `text` in the platform's own form: the identity here, with or without `expand`.
@@ -43,6 +73,11 @@ namespace detail {
 
 /// The leading run of separators; "" for a relative path.
 [[nodiscard]] SEARCHPATH_EXPORT ustring extract_root_path(const path& pathname);
+
+/// `pathname` without its last component and the separators before that: "a" of "a/b" and of
+/// "a//b"; the root of what stands directly below it, and of itself; "" of a bare name, meaning the
+/// working folder.
+[[nodiscard]] SEARCHPATH_EXPORT ustring extract_parent_path(const path& pathname);
 
 /// From the last dot of the last component, the dot included: ".x" of "a/fn.x", "." of "fn.", "" of
 /// "fn" and of ".profile".

@@ -1,0 +1,55 @@
+#include "searchpath/utilities/toolbox_path_cache.h"
+
+#include "platform/atomic_file_writer.h"
+#include "platform/native_path.h"
+#include "searchpath/platform/iri_text.h"
+
+#include <exception>
+
+namespace Corvane::PathManagement {
+
+using foundation::storage::vfs::toAbsoluteIRI;
+
+ToolboxCacheWrongFormatException::~ToolboxCacheWrongFormatException() = default;
+
+UnableToSaveToolboxCacheException::~UnableToSaveToolboxCacheException() = default;
+
+const boost::exception_detail::clone_base* UnableToSaveToolboxCacheException::clone() const {
+  return new UnableToSaveToolboxCacheException(*this);  // the caller's, as Boost has it
+}
+
+void UnableToSaveToolboxCacheException::rethrow() const { throw *this; }
+
+namespace {
+
+/// To be called while handling what was thrown. A thread that is cancelled in a factory unwinds by
+/// something that is caught like an exception, but is none; replacing it would end the process.
+void GoOnIfCancelled() {
+  if (std::current_exception() == nullptr) throw;
+}
+
+}  // namespace
+
+void WriteToolboxPathCache(const fl::filesystem::path& cacheFile, const fl::filesystem::path& root,
+                           const IPathEntryFactory& factory) try {
+  namespace files = fl::filesystem::detail;
+  files::AtomicFileWriter writer(files::NativeBytes(cacheFile), "tmpcache_", ".xml");
+  factory.WriteEntries(writer.Stream(), toAbsoluteIRI(u"file", root));
+  writer.Commit();
+} catch (...) {
+  GoOnIfCancelled();
+  throw UnableToSaveToolboxCacheException();
+}
+
+void LoadToolboxPathCache(const fl::filesystem::path& cacheFile, const fl::filesystem::path& root,
+                          IPathEntryFactory& factory) try {
+  fl::filesystem::ifstream stream(cacheFile);
+  factory.ReadEntries(stream, toAbsoluteIRI(u"file", root));
+  // A factory may have taken an error of the disk for the end of the file.
+  if (!stream.is_open() || stream.bad()) throw ToolboxCacheWrongFormatException();
+} catch (...) {
+  GoOnIfCancelled();
+  throw ToolboxCacheWrongFormatException();
+}
+
+}  // namespace Corvane::PathManagement

@@ -1,0 +1,42 @@
+#ifndef SEARCHPATH_SRC_PLATFORM_DESCRIPTOR_BUFFER_H
+#define SEARCHPATH_SRC_PLATFORM_DESCRIPTOR_BUFFER_H
+
+#include <ios>
+#include <streambuf>
+#include <vector>
+
+namespace fl::filesystem::detail {
+
+/// Collects what is written to a file. The standard's own forgets that a write failed when the
+/// writer uses the buffer itself, and when the last write is a big one; this one remembers, and
+/// writes nothing any more.
+class DescriptorBuffer final : public std::streambuf {
+ public:
+  /// The caller keeps the descriptor, and keeps it open.
+  explicit DescriptorBuffer(int openDescriptor);
+
+  /// The errno of the first failure; 0 while there is none.
+  [[nodiscard]] int FirstError() const noexcept { return firstError; }
+
+  /// Hands all bytes to the kernel. False when this fails, or anything failed before.
+  bool Flush();
+
+ protected:
+  int_type overflow(int_type byte) override;
+  std::streamsize xsputn(const char* bytes, std::streamsize count) override;
+  int sync() override { return Flush() ? 0 : -1; }
+  pos_type seekoff(off_type offset, std::ios_base::seekdir from,
+                   std::ios_base::openmode which) override;
+  pos_type seekpos(pos_type position, std::ios_base::openmode which) override;
+
+ private:
+  bool Write(const char* bytes, std::streamsize count);
+
+  int descriptor;
+  int firstError = 0;
+  std::vector<char> collected;
+};
+
+}  // namespace fl::filesystem::detail
+
+#endif  // SEARCHPATH_SRC_PLATFORM_DESCRIPTOR_BUFFER_H

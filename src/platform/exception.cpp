@@ -1,0 +1,7 @@
+#include "searchpath/platform/exception.h"
+
+namespace foundation::core::except {
+
+IInternalException::~IInternalException() = default;
+
+}  // namespace foundation::core::except

@@ -1,0 +1,40 @@
+#include "platform/native_path.h"
+
+#include "model/quoted_text.h"
+#include "searchpath/model/byte_text.h"
+
+#include <cerrno>
+#include <optional>
+
+namespace fl::filesystem::detail {
+
+using Corvane::PathManagement::BytesFromText;
+using Corvane::PathManagement::TextFromBytes;
+using Corvane::PathManagement::detail::QuotedText;
+
+namespace {
+
+std::system_error QuotedPathError(int error, std::string_view complaint, std::u16string_view text,
+                                  std::string_view remark) {
+  std::string message(complaint);
+  message.append(" ").append(QuotedText(text)).append(remark);
+  return {error, std::generic_category(), message};
+}
+
+}  // namespace
+
+std::string NativeBytes(const path& pathname) {
+  const ustring& text = pathname.native();
+  std::optional<std::string> bytes = BytesFromText(text);
+  if (!bytes || text.find(u'\0') != text.npos) {
+    throw QuotedPathError(EINVAL, "no file can be called", text, "");
+  }
+  return *std::move(bytes);
+}
+
+std::system_error PathError(int error, std::string_view complaint, std::string_view bytes,
+                            std::string_view remark) {
+  return QuotedPathError(error, complaint, TextFromBytes(bytes), remark);
+}
+
+}  // namespace fl::filesystem::detail

@@ -1,0 +1,23 @@
+#ifndef SEARCHPATH_SRC_PLATFORM_NATIVE_PATH_H
+#define SEARCHPATH_SRC_PLATFORM_NATIVE_PATH_H
+
+#include "searchpath/platform/filesystem.h"
+
+#include <string>
+#include <string_view>
+#include <system_error>
+
+namespace fl::filesystem::detail {
+
+/// The bytes by which the kernel knows `pathname`.
+/// Errors: `std::system_error` when it holds a NUL or a lone surrogate that stands for no byte.
+[[nodiscard]] std::string NativeBytes(const path& pathname);
+
+/// Says that something went wrong with the path `bytes`: `cannot open "/a": permission denied` for
+/// the `complaint` "cannot open". `remark` follows the path.
+[[nodiscard]] std::system_error PathError(int error, std::string_view complaint,
+                                          std::string_view bytes, std::string_view remark = "");
+
+}  // namespace fl::filesystem::detail
+
+#endif  // SEARCHPATH_SRC_PLATFORM_NATIVE_PATH_H

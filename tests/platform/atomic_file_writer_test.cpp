@@ -1,0 +1,172 @@
+#include "platform/atomic_file_writer.h"
+
+#include "support/temporary_tree.h"
+
+#include <gtest/gtest.h>
+
+#include <fcntl.h>
+#include <sys/prctl.h>
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <sys/syscall.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <csignal>
+#include <cstddef>
+#include <functional>
+#include <iostream>
+#include <iterator>
+#include <linux/filter.h>
+#include <linux/seccomp.h>
+#include <map>
+
+namespace fl::filesystem::detail {
+namespace {
+
+using Corvane::PathManagement::test::TemporaryTree;
+
+std::string Read(const std::string& name) {
+  std::ifstream file(name);
+  return {std::istreambuf_iterator<char>(file), {}};
+}
+
+std::map<std::string, std::string> Contents(const TemporaryTree& tree) {
+  std::map<std::string, std::string> contents;
+  for (const auto& entry : std::filesystem::recursive_directory_iterator(tree.Path()))
+    contents[entry.path()] = entry.is_regular_file() ? Read(entry.path()) : "no file";
+  return contents;
+}
+
+const std::string kContent(300'000, 'n');
+
+/// The ways to write all of the content. None of them looks whether it worked.
+const std::map<std::string, std::function<void(std::ostream&)>> kWays = {
+    {"bytes", [](auto& out) { std::ranges::copy(kContent, std::ostreambuf_iterator<char>(out)); }},
+    {"one big write", [](auto& out) { out << kContent; }},
+    {"buffer", [](auto& out) { out.rdbuf()->sputn(kContent.data(), std::ssize(kContent)); }},
+    {"unchecked", [](auto& out) { out.exceptions(std::ios::goodbit), out << kContent; }},
+    {"going back", [](auto& out) {
+       (out << "old" << kContent.substr(4)).seekp(0) << "nnn";
+       out.seekp(0, std::ios::end) << 'n';
+     }}};
+
+/// Returns what went wrong, "" for nothing.
+std::string Write(const std::string& target, const std::string& way) try {
+  AtomicFileWriter writer(target, "tmp_", ".x");
+  try {
+    kWays.at(way)(writer.Stream());
+  } catch (const std::ios::failure&) {
+    // what a careless writer makes of it
+  }
+  return writer.Commit(), "";
+} catch (const std::system_error& error) {
+  return error.what();
+}
+
+using Spoiling = std::function<void()>;
+
+/// Has this process get `error` from each system call `number` from now on whose argument at
+/// `index` has one of the bits of `mask`. It takes no rights to ask for that.
+Spoiling Refusing(unsigned number, unsigned index, unsigned mask, unsigned error) {
+  return [=] {
+    const unsigned argument = offsetof(seccomp_data, args) + index * 8;  // its lower half
+    sock_filter steps[] = {BPF_STMT(BPF_LD | BPF_W | BPF_ABS, offsetof(seccomp_data, nr)),
+                           BPF_JUMP(BPF_JMP | BPF_JEQ | BPF_K, number, 0, 3),
+                           BPF_STMT(BPF_LD | BPF_W | BPF_ABS, argument),
+                           BPF_JUMP(BPF_JMP | BPF_JSET | BPF_K, mask, 0, 1),
+                           BPF_STMT(BPF_RET | BPF_K, SECCOMP_RET_ERRNO | error),
+                           BPF_STMT(BPF_RET | BPF_K, SECCOMP_RET_ALLOW)};
+    const sock_fprog filter = {std::size(steps), steps};
+    prctl(PR_SET_NO_NEW_PRIVS, 1, 0, 0, 0);
+    prctl(PR_SET_SECCOMP, SECCOMP_MODE_FILTER, &filter);
+  };
+}
+
+void LimitSizes() {
+  constexpr rlimit limit = {299'999, 299'999};
+  signal(SIGXFSZ, SIG_IGN);
+  setrlimit(RLIMIT_FSIZE, &limit);
+}
+
+void BecomeNobody() {
+  if (setresuid(65534, 65534, 65534) != 0 && geteuid() == 0) std::abort();
+}
+
+struct Failure {
+  std::string complaint, target, reason;  // the target is a name in the tree
+  Spoiling spoil = [] {};
+};
+
+TEST(AtomicFileWriterTest, AFailureNamesTheFileAndChangesNothing) {
+  const TemporaryTree tree;
+  tree.Files({"file", "folder/file", "closed/file"});
+  std::ofstream(tree.Path("file")) << "old";
+  ASSERT_EQ(mkfifo(tree.Path("fifo").c_str(), 0600), 0);
+  ASSERT_EQ(chmod(tree.Path("closed").c_str(), 0555) + chmod(tree.Path().c_str(), 0755), 0);
+  const auto before = Contents(tree);
+  const std::vector<Failure> rows = {
+      {"open the folder of", "absent/file", ": No such file or directory"},
+      {"open the folder of", "file/file", ": Not a directory"},
+      {"replace", "folder", ": Is a directory"},
+      {"write", "folder/", ": Is a directory"},
+      {"replace", "fifo", ", which is no regular file: Operation not supported"},
+      {"create a file beside", "closed/file", ": Permission denied", BecomeNobody},
+      {"write", "file", ": File too large", LimitSizes},
+      // A disk that is full (to big writes: sanitizers make small ones), one without room for another file, one that fails.
+      {"write", "file", ": No space left on device", Refusing(SYS_write, 2, ~0xFFFU, ENOSPC)},
+      {"create a file beside", "file", ": No space left on device",
+       Refusing(SYS_openat, 2, O_CREAT, ENOSPC)},
+      {"bring to the disk", "file", ": Input/output error", Refusing(SYS_fsync, 0, ~0U, EIO)},
+      {"put in place", "file", ": Operation not permitted", Refusing(SYS_renameat, 0, ~0U, EPERM)},
+      {"create a file beside", "file", ": File exists", Refusing(SYS_openat, 2, O_CREAT, EEXIST)}};
+  for (const auto& [complaint, target, reason, spoil] : rows) {
+    const std::string path = tree.Path() + "/" + target;
+    const std::string expected = "cannot " + complaint + " \"" + path + "\"" + reason;
+    for (const auto& [way, ignored] : kWays) {
+      EXPECT_EXIT((spoil(), std::cerr << Write(path, way), _exit(0)), testing::ExitedWithCode(0),
+                  testing::Eq(expected))
+          << way;
+      EXPECT_EQ(Contents(tree), before) << expected << ", " << way;
+    }
+  }
+  EXPECT_EQ(Write("", "bytes"), "cannot write \"\": No such file or directory");
+}
+
+TEST(AtomicFileWriterTest, AllIsWrittenAndPermissionsAreHandedDown) {
+  for (const auto& [way, ignored] : kWays) {
+    const TemporaryTree tree;
+    tree.Files({"old", "target"});
+    tree.Link("target", "link");
+    ASSERT_EQ(chmod(tree.Path("old").c_str(), 0460), 0);
+    const mode_t maskBefore = umask(0027);
+    for (const auto& [file, mode] : {std::pair("old", 0460U), {"new", 0640U}, {"link", 0640U}}) {
+      struct stat status = {};
+      EXPECT_EQ(Write(tree.Path(file), way), "") << file;
+      EXPECT_EQ(Read(tree.Path(file)), kContent) << file << ", " << way;
+      EXPECT_EQ(lstat(tree.Path(file).c_str(), &status), 0);
+      EXPECT_EQ(status.st_mode, S_IFREG | mode) << file << ", " << way;
+    }
+    umask(maskBefore);
+    EXPECT_EQ(Read(tree.Path("target")), "") << "written through a link";
+    EXPECT_EQ(Contents(tree).size(), 4U) << way << " left something behind";
+  }
+}
+
+TEST(AtomicFileWriterTest, TheLastOfTwoWritersWinsAndAKillHindersNobody) {
+  const TemporaryTree tree;
+  AtomicFileWriter first(tree.Path("file"), "tmp_", ".x");
+  AtomicFileWriter last(tree.Path("file"), "tmp_", ".x");
+  EXPECT_EXIT((AtomicFileWriter(tree.Path("file"), "tmp_", ".x").Stream().flush(), raise(SIGKILL)),
+              testing::KilledBySignal(SIGKILL), "");
+  last.Stream() << "last";
+  first.Stream() << "first";
+  first.Commit();
+  EXPECT_EQ(Read(tree.Path("file")), "first");
+  last.Commit();
+  EXPECT_EQ(Read(tree.Path("file")), "last");
+  EXPECT_EQ(Contents(tree).size(), 2U) << "the file, and what the kill left";
+}
+
+}  // namespace
+}  // namespace fl::filesystem::detail
