@@ -1,76 +1,17 @@
 #include "searchpath/utilities/concatenated_path.h"
 
-#include "support/recording.h"
-
-#include <gtest/gtest.h>
+#include "composite_test.h"
 
 namespace Corvane::PathManagement {
 namespace {
 
 using namespace test;
-using Parts = std::vector<std::shared_ptr<const IPath>>;
 
-const std::uint32_t kKinds[] = {1, 3};
-const SearchScope kScope(kKinds, 2);
-const Target kTarget(u"t", {u".x"});
-constexpr Policy kPolicy = Policy::IgnoreCase;
-
-/// "ab" for the entries a and b; null is "-".
-std::string Names(const EntryPointer& entry) {
-  return entry == nullptr ? "-" : dynamic_cast<const FakeEntry&>(*entry).name;
-}
-std::string Names(const FoundItem& found) { return Names(found.GetPathEntry()); }
-std::string Names(const boost::optional<FoundItem>& found) { return found ? Names(*found) : "-"; }
-std::string Names(bool answer) { return answer ? "yes" : "no"; }
-template <class Element>
-std::string Names(const std::vector<Element>& list) {
-  std::string names;
-  EXPECT_EQ(list.capacity(), list.size());
-  for (const Element& element : list) names += Names(element);
-  return names;
-}
-
-/// Two parts: p holds the entries a and b, q holds b and twice c; neither holds d.
-struct ConcatenatedPathTest : testing::Test {
-  CallLog log;
-  EntryPointer a = std::make_shared<FakeEntry>("a", u"file:///a");
-  EntryPointer b = std::make_shared<FakeEntry>("b", u"file:///b");
-  EntryPointer c = std::make_shared<FakeEntry>("c", u"file:///c");
-  EntryPointer d = std::make_shared<FakeEntry>("d", u"file:///d");
-  std::shared_ptr<FakePath> p = Part("p", {a, b});
-  std::shared_ptr<FakePath> q = Part("q", {b, c, c});
+struct ConcatenatedPathTest : CompositeTest {
   ConcatenatedPath both{p, q};
 
-  std::shared_ptr<FakePath> Part(const char* called, const EntryList& entries) {
-    const auto part = std::make_shared<FakePath>(called, &log);
-    part->mainEntries = std::make_shared<const EntryList>(entries);
-    part->methodEntries = part->methodEntriesByName = part->partiallyMatchingEntries =
-        part->visited = entries;
-    for (const EntryPointer& entry : entries) {
-      part->held.insert(entry.get());
-      part->mainEntryFor[entry.get()] = entries.front();
-      part->entryByCanonicalIRI[entry->GetAbsoluteIRI().toString()] = entry;
-      part->allFound.emplace_back(nullptr, entry);
-    }
-    return part;
-  }
-
-  template <class Answer>
-  std::string Asked(const Answer& answer) {
-    return log.Take(Names(answer));
-  }
   std::string Order(const EntryPointer& first, const EntryPointer& second) {
     return Asked(both.FirstEntryIsBeforeSecondOnPath(*first, *second));
-  }
-  bool Visit(bool (IPath::*forEach)(SearchScope, const Visitor&) const, const EntryPointer& last) {
-    return (both.*forEach)(kScope, [&](const EntryPointer& entry) {
-      log.Add(Names(entry));
-      return entry == last;
-    });
-  }
-  /// `answer`, after both parts were asked.
-  static std::string Both(const std::string& answer, const std::string& call) {
-    return answer + " p." + call + " q." + call;
   }
 };
 
@@ -123,9 +64,9 @@ TEST_F(ConcatenatedPathTest, VisitsPartAfterPart) {
     const std::string ask = forEach == &IPath::ForEachEntry ? "ForEach" : "ConcurrentForEach";
     const std::string first = " p." + ask + "Entry({1,3},visitor) a";
     const std::string second = " b q." + ask + "Entry({1,3},visitor) b c c";
-    EXPECT_EQ(Asked(Visit(forEach, d)), "no" + first + second);
-    EXPECT_EQ(Asked(Visit(forEach, a)), "yes" + first);
-    EXPECT_EQ(Asked(Visit(forEach, b)), "yes" + first + " b");
+    EXPECT_EQ(Asked(Visit(both, forEach, d)), "no" + first + second);
+    EXPECT_EQ(Asked(Visit(both, forEach, a)), "yes" + first);
+    EXPECT_EQ(Asked(Visit(both, forEach, b)), "yes" + first + " b");
     EXPECT_THROW((both.*forEach)(kScope, nullptr), std::bad_function_call);
     log.Take();
   }

@@ -129,10 +129,13 @@ TEST(AllocationSweepTest, AnOperationWithoutMemorySaysSoAndLeavesNothingBehind) 
         points += Sweep(name, ask, world, alsoFollowing);
       };
     };
-    World world(3);
+    for (const Composite kind : kComposites) {
+      World world(kind, 3);
+      ForEachPathOperation(sweepIn(world));
+    }
+    World world(Composite::Concatenated, 3);
     HostWorld hostWorld;
     CacheWorld cacheWorld;
-    ForEachPathOperation(sweepIn(world));
     ForEachTextOperation(sweepIn(world));
     ForEachHostOperation(sweepIn(hostWorld));
     ForEachCacheOperation(sweepIn(cacheWorld));

@@ -7,6 +7,11 @@
 namespace Corvane::PathManagement::test {
 namespace {
 
+std::vector<std::string> Sorted(std::vector<std::string> calls) {
+  std::ranges::sort(calls);
+  return calls;
+}
+
 /// Lets each call that `ask` leads to throw once, and returns how many there are.
 template <class Ask>
 std::size_t Sweep(const char* name, const Ask& ask, World& world, CallLog& log) {
@@ -29,21 +34,27 @@ std::size_t Sweep(const char* name, const Ask& ask, World& world, CallLog& log) 
     EXPECT_TRUE(arrived == thrown) << name << ": " << calls[failing - 1];
     EXPECT_EQ(log.Take().size(), failing) << name << " went on after " << calls[failing - 1];
     EXPECT_TRUE(ask(world) == expected) << name << " after " << calls[failing - 1];
-    EXPECT_EQ(log.Take(), calls) << name;
+    // A list that a nested path had built by then is not built again.
+    const auto again = log.Take();
+    EXPECT_TRUE(again == calls || (again.size() + failing > calls.size() &&
+                                   std::ranges::includes(Sorted(calls), Sorted(again))))
+        << name << " after " << calls[failing - 1];
   }
   return calls.size();
 }
 
 TEST(ExceptionSweepTest, WhatACalledObjectThrowsArrivesUnchangedAndChangesNothing) {
   std::size_t points = 0;
-  for (std::size_t partCount = 2; partCount <= 14; ++partCount) {
-    CallLog log;
-    World world(partCount, &log);
-    ForEachPathOperation([&](const char* name, const auto& ask) {
-      const std::size_t calls = Sweep(name, ask, world, log);
-      EXPECT_GT(calls, 0U) << name << " calls nothing";
-      points += calls;
-    });
+  for (const Composite kind : kComposites) {
+    for (std::size_t partCount = 2; partCount <= 12; ++partCount) {
+      CallLog log;
+      World world(kind, partCount, &log);
+      ForEachPathOperation([&](const char* name, const auto& ask) {
+        const std::size_t calls = Sweep(name, ask, world, log);
+        EXPECT_GT(calls, 0U) << name << " calls nothing";
+        points += calls;
+      });
+    }
   }
   std::printf("%zu calls threw\n", points);
 }

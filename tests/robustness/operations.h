@@ -3,9 +3,11 @@
 
 #include "searchpath/model/byte_text.h"
 #include "searchpath/platform/iri_text.h"
-#include "searchpath/utilities/concatenated_path.h"
+#include "searchpath/utilities/deduplicated_path.h"
 #include "searchpath/utilities/file_lookup.h"
+#include "searchpath/utilities/filtered_path.h"
 #include "searchpath/utilities/iri_conversion.h"
+#include "searchpath/utilities/matching_entries.h"
 #include "searchpath/utilities/partial_pathname.h"
 #include "searchpath/utilities/path_strings.h"
 #include "support/recording.h"
@@ -15,37 +17,49 @@
 // Every exported operation once, each as a row that the sweeps and the storm run.
 namespace Corvane::PathManagement::test {
 
+enum class Composite { Concatenated, Deduplicated, Filtered };
+inline constexpr Composite kComposites[] = {Composite::Concatenated, Composite::Deduplicated,
+                                            Composite::Filtered};
+
 /// A nested path in which every part is asked whatever the question: only the last part answers
-/// questions for one thing, and for all it answers like the others.
+/// questions for one thing, and for all it answers like the others. A filtered one hides that thing.
 class World {
  public:
-  explicit World(std::size_t partCount, CallLog* callLog = nullptr) : log(callLog) {
+  explicit World(Composite pathKind, std::size_t partCount, CallLog* callLog = nullptr)
+      : kind(pathKind), log(callLog), workingFolder("folder", callLog) {
     for (std::size_t part = 0; part < partCount; ++part) AddPart("part" + std::to_string(part));
     FakePath& last = *parts.back();
     last.entryByIRI = {{top->iri.toString(), top}};
     last.firstFound = FoundItem(item, top);
     last.firstIsBeforeSecond = true;
     method->foundItem = item;
+    hidden->held = {top.get()};
     top->singleA = AddEntry("private", top->iri.toString() + u"/private");
     Renew();
   }
 
   /// Makes the path anew, its list of main entries not yet built.
-  void Renew() {
-    using Parts = std::vector<std::shared_ptr<const IPath>>;
-    auto others = std::make_shared<ConcatenatedPath>(Parts(parts.begin() + 1, parts.end()));
-    path = std::make_unique<ConcatenatedPath>(parts.front(), std::move(others));
-  }
-
+  void Renew() { path = Make(); }
   void Forget() { path.reset(); }
 
-  const ConcatenatedPath* operator->() const { return path.get(); }
+  /// A copy of the path; another of a kind that is not copied.
+  [[nodiscard]] std::shared_ptr<const IPath> Copy() const {
+    if (kind == Composite::Filtered) return Make();
+    const auto* const deduplicated = dynamic_cast<const DeduplicatedPath*>(path.get());
+    if (deduplicated != nullptr) return std::make_shared<DeduplicatedPath>(*deduplicated);
+    return std::make_shared<ConcatenatedPath>(dynamic_cast<const ConcatenatedPath&>(*path));
+  }
+
+  const IPath* operator->() const { return path.get(); }
 
   void Note(const std::string& call) const {
     if (log != nullptr) log->Add(call);
   }
 
+  const Composite kind;
   CallLog* log;
+  FakeWorkingFolder workingFolder;
+  std::shared_ptr<FakePath> hidden = std::make_shared<FakePath>("hidden", log);
   const std::shared_ptr<const PathItem> item =
       std::make_shared<PathItem>(AbsoluteIRI(u"file:///w"), u"fn", u".x");
   const NameComparator equal = [this](const ustring& left, const ustring& right) {
@@ -54,9 +68,22 @@ class World {
   const PathEntryVisitor visitor = [this](const EntryPointer&) { return Note("visitor"), false; };
   std::vector<std::shared_ptr<FakePath>> parts;
   std::shared_ptr<FakeEntry> top, method;  // of the last part
-  std::unique_ptr<ConcatenatedPath> path;
+  std::shared_ptr<const IPath> path;
 
  private:
+  [[nodiscard]] std::shared_ptr<const IPath> Make() const {
+    using Parts = std::vector<std::shared_ptr<const IPath>>;
+    Parts others(parts.begin() + 1, parts.end());
+    if (kind == Composite::Deduplicated) {
+      const auto joined = std::make_shared<DeduplicatedPath>(std::move(others));
+      return std::make_shared<DeduplicatedPath>(Parts{parts.front(), joined});
+    }
+    auto joined = std::make_shared<ConcatenatedPath>(
+        parts.front(), std::make_shared<ConcatenatedPath>(std::move(others)));
+    if (kind == Composite::Concatenated) return joined;
+    return std::make_shared<FilteredPath>(std::move(joined), hidden);
+  }
+
   std::shared_ptr<FakeEntry> AddEntry(const std::string& name, const ustring& location) const {
     auto entry = std::make_shared<FakeEntry>(name, location, log);
     entry->comparator = equal;
@@ -68,6 +95,7 @@ class World {
     const ustring folder = u"file:///a-folder-of-the-world/" + TextFromBytes(name);
     top = AddEntry(name + "/top", folder);
     method = AddEntry(name + "/method", folder + u"/@cls");
+    top->visited = {Unowned(top), method};
     auto part = std::make_shared<FakePath>(name, log);
     part->mainEntries = std::make_shared<const EntryList>(EntryList{top});
     part->methodEntries = part->methodEntriesByName = {method};
@@ -126,11 +154,15 @@ void ForEachPathOperation(const Visit& visit) {
   visit("visit at once", [](W w) { return w->ConcurrentForEachEntry(kScope, w.visitor); });
   visit("order", [](W w) { return w->FirstEntryIsBeforeSecondOnPath(*w.method, *w.top); });
   visit("is on path", [](W w) { return w->IsEntryOnPath(*w.method); });
-  visit("copy", [](W w) { return *ConcatenatedPath(*w.path).GetMainEntries(); });
+  visit("copy", [](W w) { return *w.Copy()->GetMainEntries(); });
   visit("move", [](W w) {
     ConcatenatedPath source(w.parts[0], w.parts[1]);
     return *ConcatenatedPath(std::move(source)).GetMainEntries();
   });
+  for (const ustring& name : {ustring(u"x"), ustring(u"/x")}) {
+    visit("matching",
+          [name](W w) { return GetMatchingEntries(kScope, name, *w.path, w.workingFolder, kAny); });
+  }
   visit("text", [](W w) { return MatchText(kPartial, kFolder, w.equal); });
   visit("text strictly", [](W w) { return MatchStrictly(kPartial, kStrictFolder, w.equal); });
   visit("entry", [](W w) { return MatchEntry(kPartial, w.method, kAny); });

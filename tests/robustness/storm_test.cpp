@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <atomic>
+#include <deque>
 #include <latch>
 #include <thread>
 
@@ -27,7 +28,7 @@ struct Refusal {};
 
 /// Refuses its main entries to the first callers, and counts them all.
 struct ReluctantPath : FakePath {
-  explicit ReluctantPath(int refusalCount) : FakePath("reluctant"), refusals(refusalCount) {}
+  ReluctantPath(const FakePath& path, int refusalCount) : FakePath(path), refusals(refusalCount) {}
 
   SharedEntryList GetMainEntries() const override {
     if (++asked <= refusals) throw Refusal();
@@ -47,24 +48,39 @@ SharedEntryList Insist(const IPath& path) {
   }
 }
 
-TEST(StormTest, EveryListIsBuiltOnceWhileBuildsFailAndCopiesAreMade) {
-  for (const std::size_t threadCount : {8U, 16U}) {
-    for (int round = 0; round < 100; ++round) {
-      const auto front = std::make_shared<ReluctantPath>(3);
-      const auto below = std::make_shared<ReluctantPath>(2);
-      std::vector<std::shared_ptr<const IPath>> nested = {below};
-      const ConcatenatedPath path(front, std::make_shared<ConcatenatedPath>(std::move(nested)));
-      std::vector<SharedEntryList> lists(threadCount);
-      OnThreads(threadCount, [&](std::size_t index) {
-        const bool isCopy = index % 2 == 1;
-        lists[index] = isCopy ? Insist(ConcatenatedPath(path)) : Insist(path);
-      });
-      const std::set<SharedEntryList> distinct(lists.begin(), lists.end());
-      for (std::size_t index = 0; index < threadCount; index += 2)
-        EXPECT_EQ(lists[index], lists[0]);
-      EXPECT_EQ(ConcatenatedPath(path).GetMainEntries(), lists[0]);
-      EXPECT_EQ(below->asked, 2 + 1);
-      EXPECT_EQ(front->asked, 3 + 2 + static_cast<int>(distinct.size()));
+EntryList Visited(const IPath& path) {
+  EntryList visited;
+  path.ForEachEntry(kScope, [&](const auto& entry) { return visited.push_back(entry), false; });
+  return visited;
+}
+
+void StormFirstBuild(Composite kind, std::size_t threadCount) {
+  World world(kind, 2);
+  const auto front = std::make_shared<ReluctantPath>(*world.parts[0], 3);
+  const auto below = std::make_shared<ReluctantPath>(*world.parts[1], 2);
+  world.parts = {front, below};
+  world.Renew();
+  const auto copy = [&] { return kind == Composite::Filtered ? world.path : world.Copy(); };
+  const EntryList visited = Visited(*world.path);
+  std::vector<SharedEntryList> lists(threadCount);
+  std::atomic<int> others = 0;
+  OnThreads(threadCount, [&](std::size_t index) {
+    if (index % 3 == 0 && Visited(*world.path) != visited) ++others;
+    lists[index] = Insist(index % 2 == 1 ? *copy() : *world.path);
+    if (index % 3 == 1 && Visited(*world.path) != visited) ++others;
+  });
+  EXPECT_EQ(others, 0);
+  const std::set<SharedEntryList> distinct(lists.begin(), lists.end());
+  for (std::size_t index = 0; index < threadCount; index += 2) EXPECT_EQ(lists[index], lists[0]);
+  EXPECT_EQ(copy()->GetMainEntries(), lists[0]);
+  EXPECT_EQ(below->asked, 2 + 1);
+  EXPECT_EQ(front->asked, 3 + 2 + static_cast<int>(distinct.size()));
+}
+
+TEST(StormTest, EveryListIsBuiltOnceWhileBuildsFailAndCopiesAndTraversalsAreMade) {
+  for (const Composite kind : kComposites) {
+    for (const std::size_t threadCount : {8U, 16U}) {
+      for (int round = 0; round < 100; ++round) StormFirstBuild(kind, threadCount);
     }
   }
 }
@@ -107,16 +123,19 @@ struct Rows {
 };
 
 TEST(StormTest, EveryOperationAnswersTheSameOnAnyNumberOfThreads) {
-  World world(5);
-  Rows<World> rows{world};
-  ForEachPathOperation([&rows](const char* name, const auto& ask) { rows(name, ask); });
-  ForEachTextOperation([&rows](const char* name, const auto& ask) { rows(name, ask); });
+  World worlds[] = {World(kComposites[0], 5), World(kComposites[1], 5), World(kComposites[2], 5)};
+  std::deque<Rows<World>> pathRows;
+  for (World& world : worlds) {
+    auto& rows = pathRows.emplace_back(world);
+    ForEachPathOperation([&rows](const char* name, const auto& ask) { rows(name, ask); });
+  }
+  ForEachTextOperation([&](const char* name, const auto& ask) { pathRows[0](name, ask); });
   HostWorld hostWorld;
   Rows<HostWorld> hostRows{hostWorld};
   ForEachHostOperation([&hostRows](const char* name, const auto& ask) { hostRows(name, ask); });
   for (int round = 0; round < 20; ++round) {
     for (const std::size_t threadCount : {8U, 16U}) {
-      rows.Storm(threadCount);
+      for (auto& rows : pathRows) rows.Storm(threadCount);
       hostRows.Storm(threadCount);
     }
   }

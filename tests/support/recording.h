@@ -3,6 +3,7 @@
 
 #include "searchpath/model/path.h"
 #include "searchpath/model/path_entry.h"
+#include "searchpath/platform/current_working_folder.h"
 
 #include <algorithm>
 #include <functional>
@@ -61,9 +62,10 @@ struct Recorder {
   template <class... Arguments>
   void Record(const char* operation, const Arguments&... arguments) const {
     if (log == nullptr) return;
-    std::string all;
-    ((all += (all.empty() ? "" : ",") + Show(arguments)), ...);
-    log->Add(name + "." + operation + "(" + all + ")");
+    std::string call = name + "." + operation + "(";
+    ((call += (call.back() == '(' ? "" : ",") + Show(arguments)), ...);
+    call += ")";
+    log->Add(call);
   }
   static bool VisitAll(const EntryList& entries, const Visitor& visitor) {
     return std::any_of(entries.begin(), entries.end(), std::cref(visitor));
@@ -72,7 +74,7 @@ struct Recorder {
  private:
   static std::string Show(const ustring& text) { return Printed(text); }
   static std::string Show(const AbsoluteIRI& iri) { return Printed(iri.toString()); }
-  static std::string Show(const Visitor&) { return "visitor"; }
+  static std::string Show(const Visitor& /*visitor*/) { return "visitor"; }
   static std::string Show(Policy policy) { return std::to_string(static_cast<int>(policy)); }
   static std::string Show(Scope scope) {
     std::string kinds;
@@ -89,6 +91,12 @@ struct Recorder {
     return known != nullptr ? known->name : "?";
   }
 };
+
+/// `entry` as it may be put into its own lists without owning itself.
+template <class Entry>
+EntryPointer Unowned(const std::shared_ptr<Entry>& entry) {
+  return {EntryPointer(), entry.get()};
+}
 
 /// Both traversals visit `visited` as it stands, whatever the scope.
 struct FakeEntry : IPathEntry, Recorder {
@@ -196,6 +204,35 @@ struct FakePath : IPath, Recorder {
   static EntryPointer Answer(const Map& answers, const Key& key) {
     const auto answer = answers.find(key);
     return answer == answers.end() ? nullptr : answer->second;
+  }
+};
+
+/// Holds `entries`, lists them whatever is asked for, and finds a file in each.
+inline std::shared_ptr<FakePath> MakePart(const std::string& name, const EntryList& entries,
+                                          CallLog* log) {
+  auto part = std::make_shared<FakePath>(name, log);
+  part->mainEntries = std::make_shared<const EntryList>(entries);
+  part->methodEntries = part->methodEntriesByName = part->partiallyMatchingEntries = part->visited =
+      entries;
+  for (const EntryPointer& entry : entries) {
+    const AbsoluteIRI& iri = dynamic_cast<const FakeEntry&>(*entry).iri;
+    part->held.insert(entry.get());
+    part->mainEntryFor[entry.get()] = entries.front();
+    part->entryByCanonicalIRI[iri.toString()] = entry;
+    part->allFound.emplace_back(std::make_shared<PathItem>(iri, u"fn", u".x"), entry);
+  }
+  return part;
+}
+
+/// Every folder text leads to `location`.
+struct FakeWorkingFolder : current_working_folder::ICurrentWorkingFolder, Recorder {
+  explicit FakeWorkingFolder(std::string printedName, CallLog* callLog = nullptr)
+      : Recorder{std::move(printedName), callLog} {}
+
+  AbsoluteIRI location{u"file:///working-folder"};
+
+  AbsoluteIRI absolutize(const ustring& folder) const override {
+    return Record(__func__, folder), location;
   }
 };
 

@@ -1,0 +1,190 @@
+#include "searchpath/utilities/deduplicated_path.h"
+
+#include "searchpath/platform/diagnostic_logger.h"
+
+#include <boost/range/algorithm/equal.hpp>
+#include <boost/range/join.hpp>
+#include <boost/unordered/unordered_flat_set.hpp>
+
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <utility>
+
+namespace Corvane::PathManagement {
+
+namespace {
+
+using Parts = std::vector<std::shared_ptr<const IPath>>;
+using Entries = std::vector<std::shared_ptr<const IPathEntry>>;
+
+// Made when the library is loaded, for what is to be told of de-duplication; nothing is, so far.
+const foundation::log::basic_diagnostic_logger kLogger("searchpath::utilities::deduplicatedpath");
+
+/// The folders that one question has come upon.
+class SeenFolders {
+ public:
+  /// Makes room for the folders of the first list, most of which are new. The table grows by itself
+  /// for those of later ones.
+  void Expect(std::size_t count) {
+    if (folders.empty()) folders.reserve(count);
+  }
+
+  /// Whether `entry` is the first for its folder.
+  [[nodiscard]] bool IsFirst(const IPathEntry& entry) {
+    return folders.insert(AbsoluteIRI(entry.GetCanonicalAbsoluteIRI())).second;
+  }
+
+ private:
+  struct HeldHash {
+    using is_avalanching = void;
+    std::size_t operator()(const AbsoluteIRI& iri) const noexcept { return iri.hashValue(); }
+  };
+
+  boost::unordered_flat_set<AbsoluteIRI, HeldHash> folders;
+};
+
+/// The files that one question has found, by folder and file name. Does not own them.
+class SeenFiles {
+ public:
+  /// Whether `item`, which must live as long as this, is the first for its file.
+  [[nodiscard]] bool IsFirst(const PathItem& item) { return files.insert(&item).second; }
+
+ private:
+  // The cut between the two texts is no part of the key: "a" + "bc" is the file "ab" + "c".
+  static auto FileName(const PathItem& item) {
+    return boost::range::join(item.GetName(), item.GetExtension());
+  }
+
+  struct Hash {
+    std::size_t operator()(const PathItem* item) const noexcept {
+      constexpr std::uint64_t multiplier = 0x9E3779B97F4A7C15;
+      std::uint64_t hash = item->GetLocation().hashValue();
+      for (const ustring* const text : {&item->GetName(), &item->GetExtension()}) {
+        for (const char16_t unit : *text) hash = (hash ^ unit) * multiplier;
+      }
+      return hash;
+    }
+  };
+
+  struct Equal {
+    bool operator()(const PathItem* left, const PathItem* right) const noexcept {
+      return left->GetLocation() == right->GetLocation() &&
+             boost::equal(FileName(*left), FileName(*right));
+    }
+  };
+
+  boost::unordered_flat_set<const PathItem*, Hash, Equal> files;
+};
+
+/// Room for `count` more. Grows by half at least, so that many short lists cost no more than one
+/// long one.
+template <class Element>
+void MakeRoom(std::vector<Element>& list, std::size_t count) {
+  const std::size_t wanted = list.size() + count;
+  if (wanted > list.capacity()) list.reserve(std::max(wanted, list.size() / 2 * 3));
+}
+
+/// Appends the entries that are the first for their folder. Takes them out of a list that is not
+/// const.
+template <class List>
+void AppendFirst(List& entries, SeenFolders& seen, Entries& kept) {
+  MakeRoom(kept, entries.size());
+  seen.Expect(entries.size());
+  for (std::size_t at = 0; at < entries.size(); ++at) {
+    // Entries lie anywhere in memory: those ahead are fetched while this one is asked.
+    constexpr std::size_t ahead = 8;
+    if (entries.size() - at > ahead) __builtin_prefetch(entries[at + ahead].get());
+    if (seen.IsFirst(*entries[at])) kept.push_back(std::move(entries[at]));
+  }
+}
+
+template <class Ask>
+Entries CollectFirst(const Parts& parts, const Ask& ask) {
+  Entries kept;
+  SeenFolders seen;
+  for (const auto& part : parts) {
+    Entries entries = ask(*part);
+    AppendFirst(entries, seen, kept);
+  }
+  kept.shrink_to_fit();
+  return kept;
+}
+
+}  // namespace
+
+DeduplicatedPath::DeduplicatedPath(std::vector<std::shared_ptr<const IPath>>&& pathParts)
+    : ConcatenatedPath(std::move(pathParts)) {}
+
+DeduplicatedPath::DeduplicatedPath(const DeduplicatedPath& other) = default;
+
+DeduplicatedPath::DeduplicatedPath(DeduplicatedPath&& other) = default;
+
+DeduplicatedPath::~DeduplicatedPath() = default;
+
+std::shared_ptr<const Entries> DeduplicatedPath::GetMainEntries() const {
+  mainEntriesOnce.Call([this] {
+    Entries kept;
+    SeenFolders seen;
+    for (const auto& part : parts) {
+      // Null from a composite that was moved from.
+      if (const auto entries = part->GetMainEntries()) AppendFirst(*entries, seen, kept);
+    }
+    kept.shrink_to_fit();
+    mainEntries = std::make_shared<const Entries>(std::move(kept));
+  });
+  return mainEntries;
+}
+
+Entries DeduplicatedPath::GetMethodEntries() const {
+  return CollectFirst(parts, [](const IPath& part) { return part.GetMethodEntries(); });
+}
+
+Entries DeduplicatedPath::GetMethodEntriesByName(SearchScope scope, const ustring& name,
+                                                 FilenameMatchingPolicy policy) const {
+  return CollectFirst(
+      parts, [&](const IPath& part) { return part.GetMethodEntriesByName(scope, name, policy); });
+}
+
+Entries DeduplicatedPath::GetPartiallyMatchingEntries(SearchScope scope, const ustring& name,
+                                                      FilenameMatchingPolicy policy) const {
+  return CollectFirst(parts, [&](const IPath& part) {
+    return part.GetPartiallyMatchingEntries(scope, name, policy);
+  });
+}
+
+std::vector<FoundItem> DeduplicatedPath::FindAllInScope(SearchScope scope,
+                                                        const detail::SearchTarget& target,
+                                                        FilenameMatchingPolicy policy) const {
+  std::vector<FoundItem> kept;
+  SeenFiles seen;
+  for (const auto& part : parts) {
+    std::vector<FoundItem> answer = part->FindAllInScope(scope, target, policy);
+    MakeRoom(kept, answer.size());
+    for (FoundItem& found : answer) {
+      // The items that are seen live in the files that are kept.
+      if (seen.IsFirst(*found.GetPathItem())) kept.push_back(std::move(found));
+    }
+  }
+  kept.shrink_to_fit();
+  return kept;
+}
+
+bool DeduplicatedPath::ForEachEntry(SearchScope scope, const PathEntryVisitor& visitor) const {
+  // The list may be looked at only once the flag says that it stands.
+  if (mainEntriesOnce.IsBuilt() && mainEntries != nullptr && !mainEntries->empty()) {
+    return std::any_of(mainEntries->begin(), mainEntries->end(), [&](const auto& entry) {
+      return entry->ForEachEntryInScope(scope, visitor);
+    });
+  }
+  SeenFolders seen;
+  return ConcatenatedPath::ForEachEntry(
+      scope, [&](const auto& entry) { return seen.IsFirst(*entry) && visitor(entry); });
+}
+
+bool DeduplicatedPath::ConcurrentForEachEntry(SearchScope scope,
+                                              const PathEntryVisitor& visitor) const {
+  return ForEachEntry(scope, visitor);
+}
+
+}  // namespace Corvane::PathManagement

@@ -1,0 +1,146 @@
+#include "searchpath/utilities/filtered_path.h"
+
+#include <algorithm>
+#include <iterator>
+#include <utility>
+
+namespace Corvane::PathManagement {
+
+namespace {
+
+using Entries = std::vector<std::shared_ptr<const IPathEntry>>;
+
+}  // namespace
+
+/// Tells which entries and files a filtered path shows.
+class FilteredPath::EntryFilter {
+ public:
+  explicit EntryFilter(const FilteredPath& filteredPath) noexcept : path(&filteredPath) {}
+
+  [[nodiscard]] bool operator()(const IPathEntry& entry) const {
+    return !path->hidden->IsEntryOnPath(entry);
+  }
+  [[nodiscard]] bool operator()(const std::shared_ptr<const IPathEntry>& entry) const {
+    return entry != nullptr && (*this)(*entry);
+  }
+  [[nodiscard]] bool operator()(const FoundItem& found) const {
+    return (*this)(*found.GetPathEntry());
+  }
+
+  /// The entry itself, null when it is hidden.
+  [[nodiscard]] std::shared_ptr<const IPathEntry> Shown(
+      std::shared_ptr<const IPathEntry> entry) const {
+    return (*this)(entry) ? std::move(entry) : nullptr;
+  }
+
+  /// `list` without what is hidden.
+  template <class Element>
+  [[nodiscard]] std::vector<Element> Shown(std::vector<Element> list) const {
+    std::erase_if(list, [this](const Element& element) { return !(*this)(element); });
+    list.shrink_to_fit();
+    return list;
+  }
+
+  [[nodiscard]] auto Wrap(const PathEntryVisitor& visitor) const {
+    return [*this, &visitor](const std::shared_ptr<const IPathEntry>& entry) {
+      return (*this)(*entry) && visitor(entry);
+    };
+  }
+
+ private:
+  const FilteredPath* path;
+};
+
+FilteredPath::FilteredPath(std::shared_ptr<const IPath> sourcePath,
+                           std::shared_ptr<const IPath> hiddenPath)
+    : source(std::move(sourcePath)), hidden(std::move(hiddenPath)) {}
+
+FilteredPath::~FilteredPath() = default;
+
+FilteredPath::EntryFilter FilteredPath::GetEntryFilter() const noexcept {
+  return EntryFilter(*this);
+}
+
+std::shared_ptr<const Entries> FilteredPath::GetMainEntries() const {
+  mainEntriesOnce.Call([this] {
+    Entries shown;
+    // Null from a composite that was moved from.
+    if (const auto entries = source->GetMainEntries()) {
+      std::copy_if(entries->begin(), entries->end(), std::back_inserter(shown), GetEntryFilter());
+      shown.shrink_to_fit();
+    }
+    mainEntries = std::make_shared<const Entries>(std::move(shown));
+  });
+  return mainEntries;
+}
+
+Entries FilteredPath::GetMethodEntries() const {
+  return GetEntryFilter().Shown(source->GetMethodEntries());
+}
+
+Entries FilteredPath::GetMethodEntriesByName(SearchScope scope, const ustring& name,
+                                             FilenameMatchingPolicy policy) const {
+  return GetEntryFilter().Shown(source->GetMethodEntriesByName(scope, name, policy));
+}
+
+Entries FilteredPath::GetPartiallyMatchingEntries(SearchScope scope, const ustring& name,
+                                                  FilenameMatchingPolicy policy) const {
+  return GetEntryFilter().Shown(source->GetPartiallyMatchingEntries(scope, name, policy));
+}
+
+std::shared_ptr<const IPathEntry> FilteredPath::GetMainEntryForEntry(
+    const IPathEntry& entry) const {
+  return GetEntryFilter().Shown(source->GetMainEntryForEntry(entry));
+}
+
+std::shared_ptr<const IPathEntry> FilteredPath::GetParentEntryForEntry(
+    const IPathEntry& entry) const {
+  return GetEntryFilter().Shown(source->GetParentEntryForEntry(entry));
+}
+
+std::shared_ptr<const IPathEntry> FilteredPath::GetPathEntryFromAbsoluteIRI(
+    const CanonicalAbsoluteIRI& iri) const {
+  return GetEntryFilter().Shown(source->GetPathEntryFromAbsoluteIRI(iri));
+}
+
+std::shared_ptr<const IPathEntry> FilteredPath::GetPathEntryFromAbsoluteIRI(
+    const AbsoluteIRI& iri, FilenameMatchingPolicy policy) const {
+  return GetEntryFilter().Shown(source->GetPathEntryFromAbsoluteIRI(iri, policy));
+}
+
+boost::optional<FoundItem> FilteredPath::FindFirstInScope(SearchScope scope,
+                                                          const detail::SearchTarget& target,
+                                                          FilenameMatchingPolicy policy) const {
+  const EntryFilter isShown = GetEntryFilter();
+  auto first = source->FindFirstInScope(scope, target, policy);
+  if (!first || isShown(*first)) return first;
+  const auto all = source->FindAllInScope(scope, target, policy);
+  const auto found = std::find_if(all.begin(), all.end(), isShown);
+  return found == all.end() ? boost::none : boost::make_optional(*found);
+}
+
+std::vector<FoundItem> FilteredPath::FindAllInScope(SearchScope scope,
+                                                    const detail::SearchTarget& target,
+                                                    FilenameMatchingPolicy policy) const {
+  return GetEntryFilter().Shown(source->FindAllInScope(scope, target, policy));
+}
+
+bool FilteredPath::ForEachEntry(SearchScope scope, const PathEntryVisitor& visitor) const {
+  return source->ForEachEntry(scope, GetEntryFilter().Wrap(visitor));
+}
+
+bool FilteredPath::ConcurrentForEachEntry(SearchScope scope,
+                                          const PathEntryVisitor& visitor) const {
+  return source->ConcurrentForEachEntry(scope, GetEntryFilter().Wrap(visitor));
+}
+
+bool FilteredPath::FirstEntryIsBeforeSecondOnPath(const IPathEntry& first,
+                                                  const IPathEntry& second) const {
+  return source->FirstEntryIsBeforeSecondOnPath(first, second);
+}
+
+bool FilteredPath::IsEntryOnPath(const IPathEntry& entry) const {
+  return source->IsEntryOnPath(entry) && GetEntryFilter()(entry);
+}
+
+}  // namespace Corvane::PathManagement

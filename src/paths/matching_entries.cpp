@@ -1,0 +1,50 @@
+#include "searchpath/utilities/matching_entries.h"
+
+#include "searchpath/model/constants.h"
+#include "searchpath/model/path.h"
+#include "searchpath/platform/current_working_folder.h"
+#include "searchpath/platform/filesystem.h"
+
+#include <utility>
+
+namespace Corvane::PathManagement {
+
+namespace {
+
+using Entries = std::vector<std::shared_ptr<const IPathEntry>>;
+using current_working_folder::FailedToAbsolutizeException;
+using current_working_folder::ICurrentWorkingFolder;
+
+bool IsSeparator(char16_t unit) {
+  return Constants::PathnameSeparatorStr.find(unit) != ustring::npos;
+}
+
+bool IsAbsolute(const ustring& name) {
+  namespace files = fl::filesystem::detail;
+  if (files::is_absolute_path_when_expanded(files::make_native_form(name, true), true)) return true;
+  // A network share, which not every file system knows as absolute.
+  return name.size() >= 2 && IsSeparator(name[0]) && IsSeparator(name[1]);
+}
+
+Entries EntryForFolder(const ustring& folder, const IPath& path,
+                       const ICurrentWorkingFolder& workingFolder, FilenameMatchingPolicy policy) {
+  try {
+    auto entry = path.GetPathEntryFromAbsoluteIRI(workingFolder.absolutize(folder), policy);
+    if (entry != nullptr) return {std::move(entry)};
+  } catch (const FailedToAbsolutizeException&) {
+    // What is no folder is on no path.
+  }
+  return {};
+}
+
+}  // namespace
+
+Entries GetMatchingEntries(SearchScope scope, const ustring& name, const IPath& path,
+                           const ICurrentWorkingFolder& workingFolder,
+                           FilenameMatchingPolicy policy) {
+  if (name.empty()) return {};
+  if (IsAbsolute(name)) return EntryForFolder(name, path, workingFolder, policy);
+  return path.GetPartiallyMatchingEntries(scope, name, policy);
+}
+
+}  // namespace Corvane::PathManagement

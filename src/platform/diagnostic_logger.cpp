@@ -1,0 +1,46 @@
+#include "searchpath/platform/diagnostic_logger.h"
+
+#include <mutex>
+#include <utility>
+
+namespace foundation::log {
+
+class basic_diagnostic_logger::SinkPlace {
+ public:
+  [[nodiscard]] std::shared_ptr<const DiagnosticSink> Get() const {
+    const std::lock_guard lock(mutex);
+    return sink;
+  }
+
+  void Set(std::shared_ptr<const DiagnosticSink> newSink) {
+    const std::lock_guard lock(mutex);
+    sink.swap(newSink);
+  }
+
+ private:
+  mutable std::mutex mutex;
+  std::shared_ptr<const DiagnosticSink> sink;  // null: messages go nowhere
+};
+
+basic_diagnostic_logger::basic_diagnostic_logger(std::string_view loggerName)
+    : name(loggerName), place(CommonPlace()) {}
+
+basic_diagnostic_logger::~basic_diagnostic_logger() = default;
+
+// Made by the first logger, so that static objects find it in whatever order they are made.
+const std::shared_ptr<basic_diagnostic_logger::SinkPlace>& basic_diagnostic_logger::CommonPlace() {
+  static const auto commonPlace = std::make_shared<SinkPlace>();
+  return commonPlace;
+}
+
+void basic_diagnostic_logger::Write(Severity severity, std::string_view message) const {
+  // Called outside the lock: a sink may write or set a sink.
+  if (const auto sink = place->Get()) (*sink)(name, severity, message);
+}
+
+void basic_diagnostic_logger::SetSink(DiagnosticSink sink) {
+  const bool isSilent = sink == nullptr;
+  CommonPlace()->Set(isSilent ? nullptr : std::make_shared<const DiagnosticSink>(std::move(sink)));
+}
+
+}  // namespace foundation::log
