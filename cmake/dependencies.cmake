@@ -2,6 +2,7 @@
 
 find_package(Boost 1.81 CONFIG REQUIRED) # public headers
 find_package(ICU 72 REQUIRED COMPONENTS uc)
+find_package(TBB 2021 CONFIG REQUIRED COMPONENTS tbb)
 find_package(uriparser 0.9.7 CONFIG REQUIRED char)
 find_package(Threads REQUIRED)
 find_package(PkgConfig REQUIRED)

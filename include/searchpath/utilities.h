@@ -30,6 +30,7 @@
 #include "searchpath/utilities/matching_entries.h"
 #include "searchpath/utilities/once_flag.h"
 #include "searchpath/utilities/partial_pathname.h"
+#include "searchpath/utilities/path_entry_vector_differentiator.h"
 #include "searchpath/utilities/path_strings.h"
 #include "searchpath/utilities/toolbox_path_cache.h"
 // IWYU pragma: end_exports

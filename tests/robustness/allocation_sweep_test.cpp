@@ -1,4 +1,5 @@
 #include "cache_operations.h"
+#include "diff_operations.h"
 #include "host_operations.h"
 #include "operations.h"
 
@@ -137,6 +138,7 @@ TEST(AllocationSweepTest, AnOperationWithoutMemorySaysSoAndLeavesNothingBehind) 
     HostWorld hostWorld;
     CacheWorld cacheWorld;
     ForEachTextOperation(sweepIn(world));
+    ForEachDiffOperation(nullptr, sweepIn(world));
     ForEachHostOperation(sweepIn(hostWorld));
     ForEachCacheOperation(sweepIn(cacheWorld));
     std::printf("%zu requests refused%s\n", points, alsoFollowing ? ", with all that follow" : "");

@@ -1,3 +1,4 @@
+#include "diff_operations.h"
 #include "operations.h"
 
 #include <gtest/gtest.h>
@@ -49,11 +50,13 @@ TEST(ExceptionSweepTest, WhatACalledObjectThrowsArrivesUnchangedAndChangesNothin
     for (std::size_t partCount = 2; partCount <= 12; ++partCount) {
       CallLog log;
       World world(kind, partCount, &log);
-      ForEachPathOperation([&](const char* name, const auto& ask) {
+      const auto sweep = [&](const char* name, const auto& ask) {
         const std::size_t calls = Sweep(name, ask, world, log);
         EXPECT_GT(calls, 0U) << name << " calls nothing";
         points += calls;
-      });
+      };
+      ForEachPathOperation(sweep);
+      if (kind == Composite::Concatenated) ForEachDiffOperation(&log, sweep);
     }
   }
   std::printf("%zu calls threw\n", points);

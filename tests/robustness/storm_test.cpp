@@ -1,3 +1,4 @@
+#include "diff_operations.h"
 #include "host_operations.h"
 #include "operations.h"
 
@@ -129,7 +130,9 @@ TEST(StormTest, EveryOperationAnswersTheSameOnAnyNumberOfThreads) {
     auto& rows = pathRows.emplace_back(world);
     ForEachPathOperation([&rows](const char* name, const auto& ask) { rows(name, ask); });
   }
-  ForEachTextOperation([&](const char* name, const auto& ask) { pathRows[0](name, ask); });
+  const auto addRow = [&](const char* name, const auto& ask) { pathRows[0](name, ask); };
+  ForEachTextOperation(addRow);
+  ForEachDiffOperation(nullptr, addRow);
   HostWorld hostWorld;
   Rows<HostWorld> hostRows{hostWorld};
   ForEachHostOperation([&hostRows](const char* name, const auto& ask) { hostRows(name, ask); });

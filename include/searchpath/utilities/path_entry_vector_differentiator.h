@@ -1,0 +1,96 @@
+#ifndef SEARCHPATH_UTILITIES_PATH_ENTRY_VECTOR_DIFFERENTIATOR_H
+#define SEARCHPATH_UTILITIES_PATH_ENTRY_VECTOR_DIFFERENTIATOR_H
+
+#include "searchpath/export.h"
+#include "searchpath/model/path_entry.h"
+
+#include <cstdint>
+#include <memory>
+#include <vector>
+
+namespace Corvane::PathManagement {
+
+/// Tells what changed between two versions of a list of entries.
+///
+/// An entry object that both lists hold is unchanged, or reordered when it is not part of their
+/// longest common subsequence. All others are compared by folder, that is by canonical IRI as
+/// `AbsoluteIRI`: those with a counterpart among the changed entries of the other list are
+/// refreshed, in pairs; the rest is removed or added. An object or a folder that a list holds
+/// several times is matched one for one.
+///
+/// Results accumulate in five lists that copies of an object share: a comparison made by one copy
+/// appends to what all see, and what a getter returned goes on growing. For fresh results make a new
+/// object. A moved-from object holds no lists: its getters answer null.
+///
+/// Threads: one object and its copies, one thread at a time. `Compare` sorts on several threads
+/// when lists are long, so the canonical IRIs of entries are asked for from any of them.
+/// Ownership: the lists share the entries.
+class SEARCHPATH_EXPORT PathEntryVectorDifferentiator {
+ public:
+  /// How deep a comparison goes. Any other value means `TopLevelOnly`.
+  enum class ComparisonFilter : std::uint32_t {
+    TopLevelOnly = 0,
+    /// Also the folders directly below each entry whose object changed, and so on downwards.
+    IncludeSubfolders = 1,
+  };
+
+  PathEntryVectorDifferentiator();
+  /// Shares the lists.
+  PathEntryVectorDifferentiator(const PathEntryVectorDifferentiator& other);
+  PathEntryVectorDifferentiator(PathEntryVectorDifferentiator&& other) noexcept;
+  /// Shares the lists.
+  PathEntryVectorDifferentiator& operator=(const PathEntryVectorDifferentiator& other);
+  PathEntryVectorDifferentiator& operator=(PathEntryVectorDifferentiator&& other) noexcept;
+  ~PathEntryVectorDifferentiator();
+
+  /// Appends how `after` differs from `before`: reordered entries in the order of their addresses,
+  /// all others in the order of their canonical IRIs; then, with `IncludeSubfolders`, what differs
+  /// one level below, and so on. Below the first level nothing is reordered.
+  ///
+  /// Precondition: not moved from; no entry is null, and the canonical IRI of each stays the same
+  /// throughout.
+  /// Errors: what an entry raises ends the comparison, unless it comes from a sort that is given up
+  /// on other threads just then, and so does a lack of memory. Each list then holds the beginning of
+  /// what it would have, and both lists of refreshed entries hold the same number.
+  /// Cost: n log n in the lengths of the lists, plus what the longest common subsequence costs when
+  /// they hold one object many times. Only changed entries are asked for anything. Depth costs no
+  /// stack.
+  void Compare(std::vector<std::shared_ptr<const IPathEntry>> before,
+               std::vector<std::shared_ptr<const IPathEntry>> after, ComparisonFilter filter);
+
+  /// Entries of new lists for whose folder the old list has no changed entry.
+  [[nodiscard]] std::shared_ptr<std::vector<std::shared_ptr<const IPathEntry>>> GetAdded() const;
+
+  /// Entries of old lists for whose folder the new list has no changed entry.
+  [[nodiscard]] std::shared_ptr<std::vector<std::shared_ptr<const IPathEntry>>> GetRemoved() const;
+
+  /// Entries that stand in both lists, but not in the same order as those that stayed.
+  [[nodiscard]] std::shared_ptr<std::vector<std::shared_ptr<const IPathEntry>>> GetReordered()
+      const;
+
+  /// The old entries of folders that got a new one.
+  [[nodiscard]] std::shared_ptr<std::vector<std::shared_ptr<const IPathEntry>>> GetRefreshedBefore()
+      const;
+
+  /// The new entries of these folders, each at the place of the old one.
+  [[nodiscard]] std::shared_ptr<std::vector<std::shared_ptr<const IPathEntry>>> GetRefreshedAfter()
+      const;
+
+ private:
+  void CompareHelper(std::vector<std::shared_ptr<const IPathEntry>>&& before,
+                     std::vector<std::shared_ptr<const IPathEntry>>&& after,
+                     ComparisonFilter filter, bool computeReordered);
+  void AppendByIRI(const std::vector<std::shared_ptr<const IPathEntry>>& beforeOnly,
+                   const std::vector<std::shared_ptr<const IPathEntry>>& afterOnly);
+
+  // Null only after a move.
+  std::shared_ptr<std::vector<std::shared_ptr<const IPathEntry>>> added;
+  std::shared_ptr<std::vector<std::shared_ptr<const IPathEntry>>> removed;
+  std::shared_ptr<std::vector<std::shared_ptr<const IPathEntry>>> reordered;
+  std::shared_ptr<std::vector<std::shared_ptr<const IPathEntry>>> refreshedAfter;
+  std::shared_ptr<std::vector<std::shared_ptr<const IPathEntry>>> refreshedBefore;
+};
+
+}  // namespace Corvane::PathManagement
+
+#endif  // SEARCHPATH_UTILITIES_PATH_ENTRY_VECTOR_DIFFERENTIATOR_H

@@ -1,0 +1,171 @@
+#include "searchpath/utilities/path_entry_vector_differentiator.h"
+
+#include "diff/less_than_by_functor.h"
+#include "diff/longest_common_subsequence.h"
+
+#include <tbb/parallel_sort.h>
+
+#include <algorithm>
+#include <cassert>
+#include <functional>
+#include <iterator>
+#include <utility>
+
+namespace Corvane::PathManagement {
+
+namespace {
+
+using Entry = std::shared_ptr<const IPathEntry>;
+using Entries = std::vector<Entry>;
+
+// As `AbsoluteIRI`, since the further text of a canonical IRI does not tell folders apart.
+constexpr detail::LessThanByFunctorImpl kComesBefore([](const Entry& entry) -> AbsoluteIRI {
+  return entry->GetCanonicalAbsoluteIRI();
+});
+
+void SortByAddress(Entries& entries) {
+  tbb::parallel_sort(entries.begin(), entries.end(), std::less<Entry>());
+}
+
+void SortByIRI(Entries& entries) {
+  tbb::parallel_sort(entries.begin(), entries.end(), kComesBefore);
+}
+
+struct Division {
+  Entries beforeOnly;
+  Entries afterOnly;
+  Entries common;
+};
+
+/// Divides the entries of two lists that are sorted by address; all stay so.
+Division DivideByIdentity(Entries&& before, Entries&& after) {
+  Division division;
+  const std::less<Entry> comesBefore;
+  auto removed = before.begin();
+  auto added = after.begin();
+  while (removed != before.end() && added != after.end()) {
+    if (comesBefore(*removed, *added)) {
+      division.beforeOnly.push_back(std::move(*removed++));
+    } else if (comesBefore(*added, *removed)) {
+      division.afterOnly.push_back(std::move(*added++));
+    } else {
+      division.common.push_back(std::move(*removed++));
+      ++added;
+    }
+  }
+  std::move(removed, before.end(), std::back_inserter(division.beforeOnly));
+  std::move(added, after.end(), std::back_inserter(division.afterOnly));
+  return division;
+}
+
+/// The special sub-entries of all the entries.
+Entries GetSubEntries(const Entries& entries) {
+  Entries all;
+  const auto addOne = [&all](Entry entry) {
+    if (entry != nullptr) all.push_back(std::move(entry));
+  };
+  const auto addAll = [&all](const std::shared_ptr<const Entries>& list) {
+    all.insert(all.end(), list->begin(), list->end());
+  };
+  for (const Entry& entry : entries) {
+    addOne(entry->GetSingleSubfolderEntryA());
+    addOne(entry->GetSingleSubfolderEntryB());
+    addAll(entry->GetSubfolderEntriesA());
+    addAll(entry->GetSubfolderEntriesB());
+    addAll(entry->GetSubfolderEntriesC());
+  }
+  return all;
+}
+
+void MakeRoomForOne(Entries& entries) {
+  if (entries.size() == entries.capacity()) entries.reserve(2 * entries.size() + 1);
+}
+
+/// Appends to both lists or, when it raises, to neither.
+void AppendPair(const Entry& before, const Entry& after, Entries& allBefore, Entries& allAfter) {
+  MakeRoomForOne(allBefore);
+  MakeRoomForOne(allAfter);
+  allBefore.push_back(before);
+  allAfter.push_back(after);
+}
+
+}  // namespace
+
+PathEntryVectorDifferentiator::PathEntryVectorDifferentiator()
+    : added(std::make_shared<Entries>()),
+      removed(std::make_shared<Entries>()),
+      reordered(std::make_shared<Entries>()),
+      refreshedAfter(std::make_shared<Entries>()),
+      refreshedBefore(std::make_shared<Entries>()) {}
+
+PathEntryVectorDifferentiator::PathEntryVectorDifferentiator(const PathEntryVectorDifferentiator&) =
+    default;
+PathEntryVectorDifferentiator::PathEntryVectorDifferentiator(
+    PathEntryVectorDifferentiator&&) noexcept = default;
+PathEntryVectorDifferentiator& PathEntryVectorDifferentiator::operator=(
+    const PathEntryVectorDifferentiator&) = default;
+PathEntryVectorDifferentiator& PathEntryVectorDifferentiator::operator=(
+    PathEntryVectorDifferentiator&&) noexcept = default;
+PathEntryVectorDifferentiator::~PathEntryVectorDifferentiator() = default;
+
+void PathEntryVectorDifferentiator::Compare(Entries before, Entries after,
+                                            ComparisonFilter filter) {
+  CompareHelper(std::move(before), std::move(after), filter, true);
+}
+
+// A round for each level, so that no number of levels overflows the stack.
+void PathEntryVectorDifferentiator::CompareHelper(Entries&& before, Entries&& after,
+                                                  ComparisonFilter filter, bool computeReordered) {
+  assert(added != nullptr);
+  // The same objects in the same order differ in nothing, which ends the descent, too.
+  while (before != after) {
+    Entries inOrder;
+    if (computeReordered) {
+      inOrder = LongestCommonSubsequence<Entry, Entries>::Compute(before, after);
+      SortByAddress(inOrder);
+    }
+    SortByAddress(before);
+    SortByAddress(after);
+    auto [beforeOnly, afterOnly, common] = DivideByIdentity(std::move(before), std::move(after));
+    if (computeReordered) {
+      std::set_difference(common.begin(), common.end(), inOrder.begin(), inOrder.end(),
+                          std::back_inserter(*reordered), std::less<Entry>());
+    }
+    SortByIRI(beforeOnly);
+    SortByIRI(afterOnly);
+    AppendByIRI(beforeOnly, afterOnly);
+    if (filter != ComparisonFilter::IncludeSubfolders) return;
+    before = GetSubEntries(beforeOnly);
+    after = GetSubEntries(afterOnly);
+    computeReordered = false;
+  }
+}
+
+void PathEntryVectorDifferentiator::AppendByIRI(const Entries& beforeOnly,
+                                                const Entries& afterOnly) {
+  auto before = beforeOnly.begin();
+  auto after = afterOnly.begin();
+  while (before != beforeOnly.end() && after != afterOnly.end()) {
+    if (kComesBefore(*before, *after)) {
+      removed->push_back(*before++);
+    } else if (kComesBefore(*after, *before)) {
+      added->push_back(*after++);
+    } else {
+      AppendPair(*before++, *after++, *refreshedBefore, *refreshedAfter);
+    }
+  }
+  removed->insert(removed->end(), before, beforeOnly.end());
+  added->insert(added->end(), after, afterOnly.end());
+}
+
+std::shared_ptr<Entries> PathEntryVectorDifferentiator::GetAdded() const { return added; }
+std::shared_ptr<Entries> PathEntryVectorDifferentiator::GetRemoved() const { return removed; }
+std::shared_ptr<Entries> PathEntryVectorDifferentiator::GetReordered() const { return reordered; }
+std::shared_ptr<Entries> PathEntryVectorDifferentiator::GetRefreshedBefore() const {
+  return refreshedBefore;
+}
+std::shared_ptr<Entries> PathEntryVectorDifferentiator::GetRefreshedAfter() const {
+  return refreshedAfter;
+}
+
+}  // namespace Corvane::PathManagement
