@@ -19,8 +19,13 @@
 #include "searchpath/platform/current_working_folder.h"
 #include "searchpath/platform/diagnostic_logger.h"
 #include "searchpath/platform/exception.h"
+#include "searchpath/platform/event_manager.h"
+#include "searchpath/platform/file_folder_changed_event.h"
 #include "searchpath/platform/filesystem.h"
 #include "searchpath/platform/iri_text.h"
+#include "searchpath/platform/main_search_path_manager.h"
+#include "searchpath/platform/notification.h"
+#include "searchpath/platform/package_registry.h"
 #include "searchpath/platform/storage.h"
 #include "searchpath/utilities/concatenated_path.h"
 #include "searchpath/utilities/deduplicated_path.h"
@@ -29,10 +34,14 @@
 #include "searchpath/utilities/iri_conversion.h"
 #include "searchpath/utilities/matching_entries.h"
 #include "searchpath/utilities/once_flag.h"
+#include "searchpath/utilities/packages_on_path.h"
 #include "searchpath/utilities/partial_pathname.h"
 #include "searchpath/utilities/path_entry_vector_differentiator.h"
 #include "searchpath/utilities/path_strings.h"
 #include "searchpath/utilities/toolbox_path_cache.h"
+#include "searchpath/utilities/path_editing.h"
+#include "searchpath/utilities/path_strings.h"
+#include "searchpath/utilities/special_subfolder_notification.h"
 // IWYU pragma: end_exports
 
 #endif  // SEARCHPATH_UTILITIES_H

@@ -1,5 +1,6 @@
 #include "cache_operations.h"
 #include "diff_operations.h"
+#include "edit_operations.h"
 #include "host_operations.h"
 #include "operations.h"
 
@@ -137,8 +138,10 @@ TEST(AllocationSweepTest, AnOperationWithoutMemorySaysSoAndLeavesNothingBehind) 
     World world(Composite::Concatenated, 3);
     HostWorld hostWorld;
     CacheWorld cacheWorld;
+    EditWorld editWorld;
     ForEachTextOperation(sweepIn(world));
     ForEachDiffOperation(nullptr, sweepIn(world));
+    ForEachEditOperation(sweepIn(editWorld));
     ForEachHostOperation(sweepIn(hostWorld));
     ForEachCacheOperation(sweepIn(cacheWorld));
     std::printf("%zu requests refused%s\n", points, alsoFollowing ? ", with all that follow" : "");

@@ -1,4 +1,5 @@
 #include "diff_operations.h"
+#include "edit_operations.h"
 #include "operations.h"
 
 #include <gtest/gtest.h>
@@ -14,8 +15,8 @@ std::vector<std::string> Sorted(std::vector<std::string> calls) {
 }
 
 /// Lets each call that `ask` leads to throw once, and returns how many there are.
-template <class Ask>
-std::size_t Sweep(const char* name, const Ask& ask, World& world, CallLog& log) {
+template <class Ask, class AnyWorld>
+std::size_t Sweep(const char* name, const Ask& ask, AnyWorld& world, CallLog& log) {
   world.Renew();
   const auto expected = ask(world);
   const std::vector<std::string> calls = log.Take();
@@ -46,19 +47,24 @@ std::size_t Sweep(const char* name, const Ask& ask, World& world, CallLog& log) 
 
 TEST(ExceptionSweepTest, WhatACalledObjectThrowsArrivesUnchangedAndChangesNothing) {
   std::size_t points = 0;
+  CallLog log;
+  const auto sweepIn = [&](auto& world) {
+    return [&](const char* name, const auto& ask) {
+      const std::size_t calls = Sweep(name, ask, world, log);
+      EXPECT_GT(calls, 0U) << name << " calls nothing";
+      points += calls;
+    };
+  };
   for (const Composite kind : kComposites) {
     for (std::size_t partCount = 2; partCount <= 12; ++partCount) {
-      CallLog log;
       World world(kind, partCount, &log);
-      const auto sweep = [&](const char* name, const auto& ask) {
-        const std::size_t calls = Sweep(name, ask, world, log);
-        EXPECT_GT(calls, 0U) << name << " calls nothing";
-        points += calls;
-      };
-      ForEachPathOperation(sweep);
-      if (kind == Composite::Concatenated) ForEachDiffOperation(&log, sweep);
+      ForEachPathOperation(sweepIn(world));
     }
   }
+  World world(Composite::Concatenated, 2, &log);
+  ForEachDiffOperation(&log, sweepIn(world));
+  EditWorld editWorld(&log);
+  ForEachEditOperation(sweepIn(editWorld));
   std::printf("%zu calls threw\n", points);
 }
 

@@ -1,0 +1,98 @@
+#ifndef SEARCHPATH_PLATFORM_EVENT_MANAGER_H
+#define SEARCHPATH_PLATFORM_EVENT_MANAGER_H
+
+#include "searchpath/export.h"
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+
+namespace foundation::msg_svc::eventmgr {
+
+/// Something that happened. Its derived class says what.
+class SEARCHPATH_EXPORT Event {
+ public:
+  virtual ~Event();
+
+  [[nodiscard]] virtual std::unique_ptr<Event> clone() const = 0;
+
+ protected:
+  Event() = default;
+  Event(const Event&) = default;
+  Event& operator=(const Event&) = default;
+};
+
+namespace detail {
+class EventStream;
+}  // namespace detail
+
+/// Names a stream of events.
+enum class EventMgrId : std::uint32_t {};
+
+/// The stream of the session: all of this process.
+inline constexpr EventMgrId SessionEmId{0};
+
+/// Keeps a handler subscribed for as long as it lives, whether or not a manager does.
+///
+/// Threads: may be destroyed on any thread, also by a handler during a delivery. Destruction does
+/// not wait: deliveries that begin afterwards pass the handler by, and so does one under way on
+/// this thread, but one under way on another thread may still call it. The handler is destroyed
+/// when the last such call has returned, so let it own what it uses.
+class SEARCHPATH_EXPORT Subscription {
+ public:
+  /// No subscription.
+  Subscription() noexcept;
+  Subscription(Subscription&& other) noexcept;
+  /// Ends the subscription held so far.
+  Subscription& operator=(Subscription&& other) noexcept;
+  ~Subscription();
+
+ private:
+  friend class EventMgr;
+  class Connection;
+  explicit Subscription(std::unique_ptr<Connection> owned) noexcept;
+
+  std::unique_ptr<Connection> connection;  // null: no subscription
+};
+
+/// One end of a stream of events: hears what is published at any end of it.
+///
+/// Threads: every operation may be called from several threads at once, also by handlers during a
+/// delivery.
+class SEARCHPATH_EXPORT EventMgr {
+ public:
+  using Handler = std::function<void(const Event&)>;
+
+  /// For `createLocalEventMgr`.
+  explicit EventMgr(std::shared_ptr<detail::EventStream> sharedStream) noexcept;
+  EventMgr(const EventMgr&) = delete;
+  EventMgr& operator=(const EventMgr&) = delete;
+  ~EventMgr();
+
+  /// Calls the handlers with `event`, on this thread, in the order in which they subscribed, and
+  /// returns when all have returned. What a handler publishes is delivered before its own call
+  /// returns.
+  ///
+  /// Precondition: `event` is not null.
+  /// Errors: an exception of a handler passes through; the handlers after it are not called.
+  void publish(std::unique_ptr<Event> event);
+
+  /// Calls `handler` with all events whose delivery begins from now on, until the subscription is
+  /// destroyed. Deliveries on different threads call it at once.
+  ///
+  /// Precondition: `handler` is not empty.
+  [[nodiscard]] Subscription subscribe(const Handler& handler);
+
+ private:
+  std::shared_ptr<detail::EventStream> stream;  // never null
+};
+
+/// A new manager for the stream called `id`, which all managers of that id in this process share.
+/// The stream lives as long as a manager or a subscription of it.
+///
+/// Threads: from any thread, at any time, also before main and while statics are destroyed.
+[[nodiscard]] SEARCHPATH_EXPORT std::shared_ptr<EventMgr> createLocalEventMgr(EventMgrId id);
+
+}  // namespace foundation::msg_svc::eventmgr
+
+#endif  // SEARCHPATH_PLATFORM_EVENT_MANAGER_H

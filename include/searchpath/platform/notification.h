@@ -1,0 +1,54 @@
+#ifndef SEARCHPATH_PLATFORM_NOTIFICATION_H
+#define SEARCHPATH_PLATFORM_NOTIFICATION_H
+
+#include "searchpath/export.h"
+#include "searchpath/model/absolute_iri.h"
+#include "searchpath/model/ustring.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <utility>
+#include <variant>
+#include <vector>
+
+namespace foundation::core::except {
+
+/// What a message is about: a text, most often a folder as the user typed it, a number or a location.
+// A variant of texts and numbers alone is wrongly taken for whole by GCC 12's library when copying it
+// runs out of memory; a class that the library does not know makes it look.
+using MessageArgument = std::variant<ustring, std::int64_t, storage::vfs::AbsoluteIRI>;
+
+/// One message: which catalogue its wording stands in, under which key, and what goes into it.
+struct MessageRecord {
+  ustring catalogue;
+  ustring key;
+  std::vector<MessageArgument> arguments;
+
+  friend bool operator==(const MessageRecord&, const MessageRecord&) = default;
+};
+
+/// The problems with single items that an operation met on its way; empty when there were none.
+///
+/// Threads: not synchronised.
+class Notification {
+ public:
+  [[nodiscard]] bool empty() const noexcept { return messages.empty(); }
+  [[nodiscard]] std::size_t size() const noexcept { return messages.size(); }
+
+  /// In the order in which they were appended.
+  [[nodiscard]] const std::vector<MessageRecord>& GetMessages() const noexcept { return messages; }
+
+  void Append(MessageRecord message) { messages.push_back(std::move(message)); }
+
+ private:
+  std::vector<MessageRecord> messages;
+};
+
+/// `message` as an English sentence without a full stop, for those who have no catalogue. Texts are
+/// quoted, with controls as escapes and long ones cut. A message that this library does not write
+/// is shown as it is: its catalogue, its key and its arguments.
+[[nodiscard]] SEARCHPATH_EXPORT ustring GetText(const MessageRecord& message);
+
+}  // namespace foundation::core::except
+
+#endif  // SEARCHPATH_PLATFORM_NOTIFICATION_H

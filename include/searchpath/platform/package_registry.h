@@ -1,0 +1,87 @@
+#ifndef SEARCHPATH_PLATFORM_PACKAGE_REGISTRY_H
+#define SEARCHPATH_PLATFORM_PACKAGE_REGISTRY_H
+
+#include "searchpath/export.h"
+#include "searchpath/model/absolute_iri.h"
+#include "searchpath/model/ustring.h"
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <set>
+#include <string_view>
+#include <variant>
+#include <vector>
+
+namespace Corvane::ZentraComponents {
+
+/// Names one version of a package.
+struct ComponentIdentifier {
+  foundation::ustring name;
+  foundation::ustring version;
+
+  friend bool operator==(const ComponentIdentifier&, const ComponentIdentifier&) = default;
+};
+
+}  // namespace Corvane::ZentraComponents
+
+namespace Corvane::PackageRegistry {
+
+/// What a package says about its place on the search path.
+struct PackageMetadata {
+  bool contributesToPath;    ///< otherwise none of its folders is put on the path
+  bool checksManualInstall;  ///< only a package that was installed by hand is put on the path
+  foundation::storage::vfs::AbsoluteIRI rootFolder;
+};
+
+/// A folder of a package and what it is for.
+struct PackageFolder {
+  foundation::storage::vfs::AbsoluteIRI folder;
+  std::shared_ptr<const std::set<int>> tags;  ///< 0 marks a folder of the search path; never null
+};
+
+/// The value of a named property of a package.
+using PropertyValue = std::variant<bool, std::int64_t, double, foundation::ustring>;
+
+/// An installed package.
+///
+/// Threads: every operation may be called from several threads at once.
+class SEARCHPATH_EXPORT IPackage {
+ public:
+  virtual ~IPackage();
+
+  /// The folders of the package, in its order. They live as long as the package.
+  [[nodiscard]] virtual const std::vector<PackageFolder>& GetFolders() const = 0;
+
+  /// The property called `key`; empty when the package has none of that name.
+  [[nodiscard]] virtual std::optional<PropertyValue> GetProperty(std::u16string_view key) const = 0;
+
+  /// Lives as long as the package.
+  [[nodiscard]] virtual const PackageMetadata& GetMetadata() const = 0;
+
+ protected:
+  IPackage() = default;
+  IPackage(const IPackage&) = default;
+  IPackage& operator=(const IPackage&) = default;
+};
+
+/// Knows the packages that are installed.
+///
+/// Threads: every operation may be called from several threads at once.
+class SEARCHPATH_EXPORT IPackageRegistry {
+ public:
+  virtual ~IPackageRegistry();
+
+  /// The package called `identifier`; null when it is not installed.
+  [[nodiscard]] virtual std::shared_ptr<const IPackage> GetPackage(
+      const ZentraComponents::ComponentIdentifier& identifier) const = 0;
+
+ protected:
+  IPackageRegistry() = default;
+  IPackageRegistry(const IPackageRegistry&) = default;
+  IPackageRegistry& operator=(const IPackageRegistry&) = default;
+};
+
+}  // namespace Corvane::PackageRegistry
+
+#endif  // SEARCHPATH_PLATFORM_PACKAGE_REGISTRY_H

@@ -1,0 +1,65 @@
+#include "searchpath/utilities/packages_on_path.h"
+
+#include "searchpath/utilities/iri_conversion.h"
+
+#include <algorithm>
+
+namespace Corvane::PathManagement {
+
+using Corvane::PackageRegistry::IPackage;
+using Corvane::PackageRegistry::IPackageRegistry;
+using Corvane::PackageRegistry::PackageFolder;
+
+namespace {
+
+constexpr int kPathFolderTag = 0;
+
+bool IsPathFolder(const PackageFolder& folder) { return folder.tags->contains(kPathFolderTag); }
+
+/// Whether the property is there and true. One that is no truth value raises.
+bool IsTrue(const IPackage& package, std::u16string_view key) {
+  const auto value = package.GetProperty(key);
+  return value && std::get<bool>(*value);
+}
+
+void AppendPathFolders(const IPackage& package, std::vector<CanonicalAbsoluteIRI>& folders) {
+  const std::vector<PackageFolder>& all = package.GetFolders();
+  const auto count = std::count_if(all.begin(), all.end(), IsPathFolder);
+  const std::size_t needed = folders.size() + static_cast<std::size_t>(count);
+  // Once for the package, and doubled, lest many packages of one folder each copy all before them.
+  if (needed > folders.capacity()) folders.reserve(std::max(needed, 2 * folders.capacity()));
+  for (const PackageFolder& each : all) {
+    if (IsPathFolder(each)) folders.push_back(GetCanonicalIRI(each.folder));
+  }
+}
+
+void AppendFoldersOf(const IPackage& package, std::vector<CanonicalAbsoluteIRI>& folders) {
+  const auto& metadata = package.GetMetadata();
+  if (!metadata.contributesToPath) return;
+  if (metadata.checksManualInstall) {
+    if (IsTrue(package, u"ManualInstall")) folders.push_back(GetCanonicalIRI(metadata.rootFolder));
+  } else if (IsTrue(package, u"IsQRX")) {
+    folders.push_back(GetCanonicalIRI(metadata.rootFolder));
+  } else {
+    AppendPathFolders(package, folders);
+  }
+}
+
+}  // namespace
+
+bool PackageIsOnPath(const ComponentIdentifier& package, const IMainSearchPathManager& manager) {
+  const auto packages = manager.GetPackagesOnPath();
+  return std::find(packages->begin(), packages->end(), package) != packages->end();
+}
+
+std::vector<CanonicalAbsoluteIRI> GetPathFoldersForPackages(
+    const IPackageRegistry& registry, std::span<const ComponentIdentifier> packages) {
+  std::vector<CanonicalAbsoluteIRI> folders;
+  for (const ComponentIdentifier& identifier : packages) {
+    const auto package = registry.GetPackage(identifier);
+    if (package != nullptr) AppendFoldersOf(*package, folders);
+  }
+  return folders;
+}
+
+}  // namespace Corvane::PathManagement

@@ -1,0 +1,153 @@
+#include "searchpath/utilities/path_editing.h"
+
+#include "searchpath/utilities/iri_conversion.h"
+
+#include <boost/unordered/unordered_flat_map.hpp>
+#include <boost/unordered/unordered_flat_set.hpp>
+
+#include <algorithm>
+#include <functional>
+#include <iterator>
+#include <optional>
+#include <utility>
+
+namespace Corvane::PathManagement {
+
+using current_working_folder::AbsolutizeError;
+using current_working_folder::FailedToAbsolutizeException;
+using current_working_folder::ICurrentWorkingFolder;
+using foundation::core::except::MessageRecord;
+
+namespace {
+
+struct HeldHash {
+  using is_avalanching = void;
+  std::size_t operator()(const AbsoluteIRI& iri) const noexcept { return hash_value(iri); }
+};
+
+// The type of their keys makes canonical IRIs, too, compare as `AbsoluteIRI`.
+using IRISet = boost::unordered_flat_set<AbsoluteIRI, HeldHash, std::equal_to<>>;
+using IRIFlags = boost::unordered_flat_map<AbsoluteIRI, bool, HeldHash, std::equal_to<>>;
+
+/// The message about a folder that cannot be used; none when the failure is not the folder's own.
+std::optional<MessageRecord> MessageAbout(const ustring& folder, std::uint32_t errorCode) {
+  const auto message = [&folder](const char16_t* key) {
+    return MessageRecord{.catalogue = u"ZENTRA:mpath", .key = key, .arguments = {folder}};
+  };
+  switch (static_cast<AbsolutizeError>(errorCode)) {
+    case AbsolutizeError::InvalidText:
+      return message(u"invalidLocation");
+    case AbsolutizeError::PermissionDenied:
+      return message(u"directoryPermissionDenied");
+    case AbsolutizeError::Absent:
+    case AbsolutizeError::NotAFolder:
+    case AbsolutizeError::BrokenLink:
+    case AbsolutizeError::LinkLoop:
+      return message(u"nameNonexistentOrNotADirectory");
+    case AbsolutizeError::NameTooLong:
+      return message(u"directoryNameTooLong");
+    case AbsolutizeError::NoWorkingFolder:
+    case AbsolutizeError::InputOutput:
+    case AbsolutizeError::Other:
+      break;
+  }
+  return std::nullopt;
+}
+
+void SetFolders(IMainSearchPathManager& manager, const std::vector<AbsoluteIRI>& folders,
+                Notification& notification) {
+  try {
+    manager.SetFolderIRIs(folders, notification);
+  } catch (const RecursivePathChangeException&) {
+    // The change that is under way stands; this one gives way to it.
+  }
+}
+
+}  // namespace
+
+std::vector<AbsoluteIRI> ConvertUstringRangeToAbsoluteIRIs(const UstringRange& folders,
+                                                           const ICurrentWorkingFolder& cwf,
+                                                           Notification& notification) {
+  // Counted and converted in one walk: an adaptor with a state of its own loses elements in a
+  // second one.
+  std::vector<const ustring*> texts;
+  for (const ustring& folder : folders) texts.push_back(&folder);
+  std::vector<AbsoluteIRI> iris;
+  iris.reserve(texts.size());
+  for (const ustring* const folder : texts) {
+    try {
+      iris.push_back(cwf.absolutize(*folder));
+    } catch (const FailedToAbsolutizeException& error) {
+      auto message = MessageAbout(*folder, error.GetErrorCode());
+      if (!message) throw;
+      notification.Append(*std::move(message));
+    }
+  }
+  return iris;
+}
+
+Notification AddFoldersToZentraPath(const UstringRange& folders, const ICurrentWorkingFolder& cwf,
+                                    IMainSearchPathManager& manager, Position position) {
+  Notification notification;
+  const auto iris = ConvertUstringRangeToAbsoluteIRIs(folders, cwf, notification);
+  if (!notification.empty()) return notification;
+  return AddIRIsToZentraPath(iris, manager, position);
+}
+
+Notification AddIRIsToZentraPath(const AbsoluteIRIRange& iris, IMainSearchPathManager& manager,
+                                 Position position) {
+  Notification notification;
+  const auto current = manager.GetFolderIRIs();
+  std::vector<AbsoluteIRI> folders;
+  IRISet added;
+  for (const AbsoluteIRI& iri : iris) {
+    if (added.insert(iri).second) folders.push_back(iri);
+  }
+  folders.reserve(folders.size() + current->size());
+  std::copy_if(current->begin(), current->end(), std::back_inserter(folders),
+               [&added](const AbsoluteIRI& folder) { return !added.contains(folder); });
+  if (position != Position::Begin) {
+    const auto addedCount = static_cast<std::ptrdiff_t>(added.size());
+    std::rotate(folders.begin(), folders.begin() + addedCount, folders.end());
+  }
+  SetFolders(manager, folders, notification);
+  return notification;
+}
+
+Notification RemoveFoldersFromZentraPath(const UstringRange& folders,
+                                         const ICurrentWorkingFolder& cwf,
+                                         IMainSearchPathManager& manager) {
+  Notification notification;
+  const auto iris = ConvertUstringRangeToAbsoluteIRIs(folders, cwf, notification);
+  if (!notification.empty()) return notification;
+  return RemoveIRIsFromZentraPath(iris, manager);
+}
+
+Notification RemoveIRIsFromZentraPath(const AbsoluteIRIRange& iris,
+                                      IMainSearchPathManager& manager) {
+  Notification notification;
+  const auto current = manager.GetFolderIRIs();
+  IRIFlags leaves;  // for each folder of the path
+  leaves.reserve(current->size());
+  for (const AbsoluteIRI& folder : *current) leaves.try_emplace(folder, false);
+  for (const AbsoluteIRI& iri : iris) {
+    auto found = leaves.find(iri);
+    // The canonical location costs questions to the disk, so it comes second.
+    if (found == leaves.end()) found = leaves.find(GetCanonicalIRI(iri));
+    if (found == leaves.end()) {
+      notification.Append({.catalogue = u"ZENTRA:rmpath",
+                           .key = u"DirNotFound",
+                           .arguments = {GetStringFromIRI(iri)}});
+    } else {
+      found->second = true;
+    }
+  }
+  std::vector<AbsoluteIRI> folders;
+  folders.reserve(current->size());
+  std::copy_if(current->begin(), current->end(), std::back_inserter(folders),
+               [&leaves](const AbsoluteIRI& folder) { return !leaves.find(folder)->second; });
+  SetFolders(manager, folders, notification);
+  return notification;
+}
+
+}  // namespace Corvane::PathManagement

@@ -1,0 +1,67 @@
+#include "searchpath/platform/notification.h"
+
+#include "model/quoted_text.h"
+#include "searchpath/model/byte_text.h"
+
+#include <algorithm>
+#include <iterator>
+#include <string_view>
+
+namespace foundation::core::except {
+
+namespace {
+
+struct Wording {
+  std::u16string_view catalogue;
+  std::u16string_view key;
+  std::u16string_view beforeFolder;
+  std::u16string_view afterFolder;
+};
+
+// Every message that this library writes, each about one folder.
+constexpr Wording kWordings[] = {
+    {u"ZENTRA:mpath", u"invalidLocation", u"cannot use ",
+     u" as a folder: it is not a pathname or an IRI that names a folder here; write /folder or "
+     u"file:///folder"},
+    {u"ZENTRA:mpath", u"directoryPermissionDenied", u"cannot use the folder ",
+     u": permission denied; it has to be readable, and so have the folders above it"},
+    {u"ZENTRA:mpath", u"nameNonexistentOrNotADirectory", u"cannot find a folder ",
+     u": there is nothing of that name, or no folder; check the spelling and where links lead"},
+    {u"ZENTRA:mpath", u"directoryNameTooLong", u"cannot use ",
+     u" as a folder: the name is too long; use a shorter one, or a link to the folder"},
+    {u"ZENTRA:rmpath", u"DirNotFound", u"cannot remove ",
+     u": it is not on the path; name a folder as the path lists it"},
+};
+
+std::string Quoted(std::u16string_view text) {
+  return Corvane::PathManagement::detail::QuotedText(text);
+}
+std::string Bytes(const ustring& text) { return Quoted(text); }
+std::string Bytes(std::int64_t number) { return std::to_string(number); }
+std::string Bytes(const storage::vfs::AbsoluteIRI& iri) { return Quoted(iri.toStringView()); }
+
+ustring Shown(const MessageArgument& argument) {
+  return Corvane::PathManagement::TextFromBytes(
+      std::visit([](const auto& value) { return Bytes(value); }, argument));
+}
+
+}  // namespace
+
+ustring GetText(const MessageRecord& message) {
+  const auto* const wording =
+      std::find_if(std::begin(kWordings), std::end(kWordings), [&message](const Wording& each) {
+        return each.catalogue == message.catalogue && each.key == message.key;
+      });
+  ustring text;
+  if (wording != std::end(kWordings) && message.arguments.size() == 1) {
+    text.append(wording->beforeFolder).append(Shown(message.arguments[0]));
+    return text.append(wording->afterFolder);
+  }
+  text.append(message.catalogue).append(u":").append(message.key);
+  for (const MessageArgument& argument : message.arguments) {
+    text.append(u" ").append(Shown(argument));
+  }
+  return text;
+}
+
+}  // namespace foundation::core::except
