@@ -10,7 +10,9 @@ using current_working_folder::AbsolutizeError;
 using current_working_folder::FailedToAbsolutizeException;
 
 struct MatchingEntriesTest : CompositeTest {
-  FakeWorkingFolder folder{"w", &log};
+  FakeWorkingFolder folder{&log};
+
+  MatchingEntriesTest() { folder.everything.emplace(u"file:///working-folder"); }
 
   std::string Match(const ustring& name) {
     return Asked(GetMatchingEntries(kScope, name, *p, folder, kPolicy));
@@ -18,17 +20,17 @@ struct MatchingEntriesTest : CompositeTest {
 };
 
 TEST_F(MatchingEntriesTest, AsksForTheFolderOrForTheEndOfOne) {
-  p->entryByIRI[folder.location.toString()] = c;
+  p->entryByIRI[folder.everything->toString()] = c;
   EXPECT_EQ(Match(u""), "");
   for (const ustring name : {u"a", u"b/c", u"a//b", u"./", u".", u"\\\\share", u"+p/@c"}) {
     EXPECT_EQ(Match(name), "ab p.GetPartiallyMatchingEntries({1,3}," + Printed(name) + ",1)");
   }
   const std::string byIRI = ") p.GetPathEntryFromAbsoluteIRI(file:///working-folder,1)";
   for (const ustring name : {u"/", u"/a", u"//", u"//share", u"~", u"~/a", u"file:///x"}) {
-    EXPECT_EQ(Match(name), "c w.absolutize(" + Printed(name) + byIRI);
+    EXPECT_EQ(Match(name), "c cwf.absolutize(" + Printed(name) + byIRI);
   }
   p->entryByIRI.clear();
-  EXPECT_EQ(Match(u"/a"), " w.absolutize(/a" + byIRI);
+  EXPECT_EQ(Match(u"/a"), " cwf.absolutize(/a" + byIRI);
 }
 
 TEST_F(MatchingEntriesTest, WhatCannotBeMadeAbsoluteDenotesNothing) {
@@ -37,7 +39,7 @@ TEST_F(MatchingEntriesTest, WhatCannotBeMadeAbsoluteDenotesNothing) {
       if (log.calls.size() == failing) throw FailedToAbsolutizeException(AbsolutizeError::Absent);
       if (log.calls.size() > 2) throw std::bad_exception();
     };
-    EXPECT_EQ(Match(u"/a").substr(0, 17), " w.absolutize(/a)");
+    EXPECT_EQ(Match(u"/a").substr(0, 19), " cwf.absolutize(/a)");
     log.calls.resize(2);
     EXPECT_THROW(Match(u"/a"), std::bad_exception);
     log.calls.resize(failing - 1);

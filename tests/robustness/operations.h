@@ -26,7 +26,7 @@ inline constexpr Composite kComposites[] = {Composite::Concatenated, Composite::
 class World {
  public:
   explicit World(Composite pathKind, std::size_t partCount, CallLog* callLog = nullptr)
-      : kind(pathKind), log(callLog), workingFolder("folder", callLog) {
+      : kind(pathKind), log(callLog), workingFolder(callLog) {
     for (std::size_t part = 0; part < partCount; ++part) AddPart("part" + std::to_string(part));
     FakePath& last = *parts.back();
     last.entryByIRI = {{top->iri.toString(), top}};

@@ -4,10 +4,12 @@
 #include "searchpath/model/path.h"
 #include "searchpath/model/path_entry.h"
 #include "searchpath/platform/current_working_folder.h"
+#include "searchpath/platform/iri_text.h"
 
 #include <algorithm>
 #include <functional>
 #include <map>
+#include <optional>
 #include <set>
 
 // Entries and paths whose answers are the data that a test puts into them, and which write down
@@ -224,15 +226,22 @@ inline std::shared_ptr<FakePath> MakePart(const std::string& name, const EntryLi
   return part;
 }
 
-/// Every folder text leads to `location`.
+/// Every folder is below `above`, except those that fail.
 struct FakeWorkingFolder : current_working_folder::ICurrentWorkingFolder, Recorder {
-  explicit FakeWorkingFolder(std::string printedName, CallLog* callLog = nullptr)
-      : Recorder{std::move(printedName), callLog} {}
+  explicit FakeWorkingFolder(CallLog* callLog = nullptr) : Recorder{"cwf", callLog} {}
 
-  AbsoluteIRI location{u"file:///working-folder"};
+  ustring above = u"/";
+  std::optional<AbsoluteIRI> everything;      // the answer whatever the folder, if it is there
+  std::map<ustring, std::uint32_t> failures;  // error codes
 
   AbsoluteIRI absolutize(const ustring& folder) const override {
-    return Record(__func__, folder), location;
+    Record(__func__, folder);
+    if (const auto failure = failures.find(folder); failure != failures.end()) {
+      throw current_working_folder::FailedToAbsolutizeException(
+          current_working_folder::AbsolutizeError{failure->second});
+    }
+    return everything ? *everything
+                      : foundation::storage::vfs::toAbsoluteIRI(u"file", above + folder);
   }
 };
 

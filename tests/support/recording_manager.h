@@ -1,8 +1,6 @@
 #ifndef SEARCHPATH_TESTS_SUPPORT_RECORDING_MANAGER_H
 #define SEARCHPATH_TESTS_SUPPORT_RECORDING_MANAGER_H
 
-#include "searchpath/platform/current_working_folder.h"
-#include "searchpath/platform/iri_text.h"
 #include "searchpath/platform/main_search_path_manager.h"
 #include "support/recording.h"
 
@@ -19,23 +17,6 @@ ustring Names(const Folders& folders) {
     names += (names.empty() ? u"" : u" ") + folder.getName();
   return names;
 }
-
-/// Every folder is below `above`, except those that fail.
-struct FakeWorkingFolder : current_working_folder::ICurrentWorkingFolder, Recorder {
-  explicit FakeWorkingFolder(CallLog* callLog = nullptr) : Recorder{"cwf", callLog} {}
-
-  ustring above = u"/";
-  std::map<ustring, std::uint32_t> failures;  // error codes
-
-  AbsoluteIRI absolutize(const ustring& folder) const override {
-    Record(__func__, folder);
-    if (const auto failure = failures.find(folder); failure != failures.end()) {
-      throw current_working_folder::FailedToAbsolutizeException(
-          current_working_folder::AbsolutizeError{failure->second});
-    }
-    return foundation::storage::vfs::toAbsoluteIRI(u"file", above + folder);
-  }
-};
 
 /// Takes over the folders that it is given, once `duringChange` has returned.
 struct FakeManager : IMainSearchPathManager, Recorder {
