@@ -1,5 +1,7 @@
 #include "searchpath/utilities/concatenated_path.h"
 
+#include "paths/make_room.h"
+
 #include <algorithm>
 #include <cassert>
 #include <iterator>
@@ -12,15 +14,16 @@ namespace {
 using Parts = std::vector<std::shared_ptr<const IPath>>;
 using Entries = std::vector<std::shared_ptr<const IPathEntry>>;
 
-/// Appends what `ask` answers for each part, growing to exactly the room that each answer needs.
+/// What `ask` answers for each part, one answer behind the other.
 template <class Element, class Ask>
 std::vector<Element> Concatenate(const Parts& parts, const Ask& ask) {
   std::vector<Element> all;
   for (const auto& part : parts) {
     std::vector<Element> answer = ask(*part);
-    all.reserve(all.size() + answer.size());
+    detail::MakeRoom(all, answer.size());
     std::move(answer.begin(), answer.end(), std::back_inserter(all));
   }
+  all.shrink_to_fit();
   return all;
 }
 
@@ -55,9 +58,10 @@ std::shared_ptr<const Entries> ConcatenatedPath::GetMainEntries() const {
       const auto entries = part->GetMainEntries();
       // A composite that was moved from hands out null.
       if (entries == nullptr) continue;
-      all.reserve(all.size() + entries->size());
+      detail::MakeRoom(all, entries->size());
       all.insert(all.end(), entries->begin(), entries->end());
     }
+    all.shrink_to_fit();
     mainEntries = std::make_shared<const Entries>(std::move(all));
   });
   return mainEntries;

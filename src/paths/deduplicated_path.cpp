@@ -1,5 +1,6 @@
 #include "searchpath/utilities/deduplicated_path.h"
 
+#include "paths/make_room.h"
 #include "searchpath/platform/diagnostic_logger.h"
 
 #include <boost/range/algorithm/equal.hpp>
@@ -77,19 +78,11 @@ class SeenFiles {
   boost::unordered_flat_set<const PathItem*, Hash, Equal> files;
 };
 
-/// Room for `count` more. Grows by half at least, so that many short lists cost no more than one
-/// long one.
-template <class Element>
-void MakeRoom(std::vector<Element>& list, std::size_t count) {
-  const std::size_t wanted = list.size() + count;
-  if (wanted > list.capacity()) list.reserve(std::max(wanted, list.size() / 2 * 3));
-}
-
 /// Appends the entries that are the first for their folder. Takes them out of a list that is not
 /// const.
 template <class List>
 void AppendFirst(List& entries, SeenFolders& seen, Entries& kept) {
-  MakeRoom(kept, entries.size());
+  detail::MakeRoom(kept, entries.size());
   seen.Expect(entries.size());
   for (std::size_t at = 0; at < entries.size(); ++at) {
     // Entries lie anywhere in memory: those ahead are fetched while this one is asked.
@@ -160,7 +153,7 @@ std::vector<FoundItem> DeduplicatedPath::FindAllInScope(SearchScope scope,
   SeenFiles seen;
   for (const auto& part : parts) {
     std::vector<FoundItem> answer = part->FindAllInScope(scope, target, policy);
-    MakeRoom(kept, answer.size());
+    detail::MakeRoom(kept, answer.size());
     for (FoundItem& found : answer) {
       // The items that are seen live in the files that are kept.
       if (seen.IsFirst(*found.GetPathItem())) kept.push_back(std::move(found));
