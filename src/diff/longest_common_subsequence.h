@@ -41,8 +41,7 @@ class LongestCommonSubsequence {
   static Container Compute(const Container& first, const Container& second) {
     const std::span<const Element> all(first);
     const std::span<const Element> others(second);
-    const auto front = static_cast<std::size_t>(
-        std::mismatch(all.begin(), all.end(), others.begin(), others.end()).first - all.begin());
+    const std::size_t front = FrontLength(all, others);
     const std::size_t back = BackLength(all.subspan(front), others.subspan(front));
     const auto middle = all.subspan(front, all.size() - front - back);
     const auto kept = ComputeMiddle(middle, others.subspan(front, others.size() - front - back));
@@ -68,6 +67,21 @@ class LongestCommonSubsequence {
   // before; ends in the back do not touch the candidates up to L; and x continues the candidate of
   // length L when it is first met, that is after all that is before the back. Met sooner, x would
   // continue an earlier candidate, and that one could be made of other elements.
+
+  /// The length of the equal front. Elements are compared by blocks, without a branch for each: that
+  /// halves what equal sequences cost beyond the copying.
+  static std::size_t FrontLength(Sequence first, Sequence second) {
+    constexpr std::size_t block = 16;
+    const std::size_t most = std::min(first.size(), second.size());
+    std::size_t length = 0;
+    for (bool isEqual = true; isEqual && most - length >= block; length += isEqual ? block : 0) {
+      for (std::size_t at = length; at < length + block; ++at) {
+        isEqual &= first[at].get() == second[at].get();
+      }
+    }
+    while (length < most && first[length] == second[length]) ++length;
+    return length;
+  }
 
   /// The number of elements to set apart at the end: the equal back, if it is so long that it pays
   /// for the look at what is before it.

@@ -7,7 +7,6 @@
 
 #include <algorithm>
 #include <cassert>
-#include <functional>
 #include <iterator>
 #include <utility>
 
@@ -23,9 +22,7 @@ constexpr detail::LessThanByFunctorImpl kComesBefore([](const Entry& entry) -> A
   return entry->GetCanonicalAbsoluteIRI();
 });
 
-void SortByAddress(Entries& entries) {
-  tbb::parallel_sort(entries.begin(), entries.end(), std::less<Entry>());
-}
+void SortByAddress(Entries& entries) { tbb::parallel_sort(entries.begin(), entries.end()); }
 
 void SortByIRI(Entries& entries) {
   tbb::parallel_sort(entries.begin(), entries.end(), kComesBefore);
@@ -38,15 +35,14 @@ struct Division {
 };
 
 /// Divides the entries of two lists that are sorted by address; all stay so.
-Division DivideByIdentity(Entries&& before, Entries&& after) {
+Division DivideByIdentity(Entries before, Entries after) {
   Division division;
-  const std::less<Entry> comesBefore;
   auto removed = before.begin();
   auto added = after.begin();
   while (removed != before.end() && added != after.end()) {
-    if (comesBefore(*removed, *added)) {
+    if (*removed < *added) {
       division.beforeOnly.push_back(std::move(*removed++));
-    } else if (comesBefore(*added, *removed)) {
+    } else if (*added < *removed) {
       division.afterOnly.push_back(std::move(*added++));
     } else {
       division.common.push_back(std::move(*removed++));
@@ -129,7 +125,7 @@ void PathEntryVectorDifferentiator::CompareHelper(Entries&& before, Entries&& af
     auto [beforeOnly, afterOnly, common] = DivideByIdentity(std::move(before), std::move(after));
     if (computeReordered) {
       std::set_difference(common.begin(), common.end(), inOrder.begin(), inOrder.end(),
-                          std::back_inserter(*reordered), std::less<Entry>());
+                          std::back_inserter(*reordered));
     }
     SortByIRI(beforeOnly);
     SortByIRI(afterOnly);

@@ -170,7 +170,7 @@ TEST(PathEntryVectorDifferentiatorTest, IsTheModelForRandomListsAndTrees) {
   CallLog log;
   Objects many, few(&log);
   for (int round = 0; round < 100000; ++round) {
-    // Up to three entries are sorted by one thread, so that their calls have an order.
+    // Short lists are sorted by one thread, so that their calls have an order.
     const bool isLogged = round % 5 == 0;
     Objects& objects = isLogged ? few : many;
     const auto pick = [&](std::size_t from, std::size_t most) {
@@ -178,7 +178,7 @@ TEST(PathEntryVectorDifferentiatorTest, IsTheModelForRandomListsAndTrees) {
       for (auto& entry : list) entry = {EntryPointer(), &objects.entries[from + random() % 12]};
       return list;
     };
-    for (std::size_t at = 0; round % 50 < 2 && at < 12; ++at) {
+    for (std::size_t at = 0; round % 50 < 2 && at < 9; ++at) {
       FakeEntry& entry = objects.entries[at];
       EntryPointer* const ones[] = {&entry.singleA, &entry.singleB};
       EntryList* const lists[] = {&entry.listA, &entry.listB, &entry.listC};

@@ -13,7 +13,7 @@ namespace Corvane::PathManagement::test {
 using Differences = std::array<EntryList, 5>;
 
 /// As `ForEachPathOperation`; expects of a failure the beginning of each list, and pairs. No level
-/// has more than three changed entries, so that one thread at a time asks them.
+/// has more changed entries than one thread sorts.
 template <class Visit>
 void ForEachDiffOperation(CallLog* log, const Visit& visit) {
   using Differentiator = PathEntryVectorDifferentiator;

@@ -16,7 +16,8 @@ namespace tbb {
 
 template <std::random_access_iterator Iterator, class Compare>
 void parallel_sort(Iterator begin, Iterator end, const Compare& comesBefore) {
-  if (end - begin < 2) return;
+  // Short ranges are sorted by the thread that asks, as the real one does, with a far higher limit.
+  if (end - begin < 8) return std::sort(begin, end, comesBefore);
   const Iterator middle = begin + (end - begin) / 2;
   std::exception_ptr failure;
   {
