@@ -49,8 +49,8 @@ Notification Add(const AbsoluteIRIRange& folders, IMainSearchPathManager& manage
   return AddIRIsToZentraPath(folders, manager, Position::Begin);
 }
 
-// The floors: one set of held hashes, trusted to be unique, and what the interface costs: a walk over
-// the range that comes in, one over the range that goes out, the new list.
+// The floors: one set of held hashes, trusted to be unique, and what the interface costs: a walk
+// over the range that comes in, one over the range that goes out, the new list.
 
 Notification AddFloor(const AbsoluteIRIRange& folders, IMainSearchPathManager& manager) {
   Notification notification;

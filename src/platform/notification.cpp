@@ -20,17 +20,16 @@ struct Wording {
 
 // Every message that this library writes, each about one folder.
 constexpr Wording kWordings[] = {
-    {u"ZENTRA:mpath", u"invalidLocation", u"cannot use ",
-     u" as a folder: it is not a pathname or an IRI that names a folder here; write /folder or "
-     u"file:///folder"},
-    {u"ZENTRA:mpath", u"directoryPermissionDenied", u"cannot use the folder ",
-     u": permission denied; it has to be readable, and so have the folders above it"},
-    {u"ZENTRA:mpath", u"nameNonexistentOrNotADirectory", u"cannot find a folder ",
-     u": there is nothing of that name, or no folder; check the spelling and where links lead"},
-    {u"ZENTRA:mpath", u"directoryNameTooLong", u"cannot use ",
-     u" as a folder: the name is too long; use a shorter one, or a link to the folder"},
-    {u"ZENTRA:rmpath", u"DirNotFound", u"cannot remove ",
-     u": it is not on the path; name a folder as the path lists it"},
+    {u"ZENTRA:mpath", u"invalidLocation", u"no folder here can be called ",
+     u"; write /folder or file:///folder"},
+    {u"ZENTRA:mpath", u"directoryPermissionDenied", u"permission denied for the folder ",
+     u"; it and those above it have to be readable"},
+    {u"ZENTRA:mpath", u"nameNonexistentOrNotADirectory", u"no folder ",
+     u"; check the spelling and where links lead"},
+    {u"ZENTRA:mpath", u"directoryNameTooLong", u"the folder name ",
+     u" is too long; use a shorter one or a link"},
+    {u"ZENTRA:rmpath", u"DirNotFound", u"the folder ",
+     u" is not on the path; name it as the path lists it"},
 };
 
 std::string Quoted(std::u16string_view text) {

@@ -8,77 +8,57 @@ namespace Corvane::PathManagement {
 namespace {
 
 using namespace test;
-using PackageRegistry::PackageFolder;
-using PackageRegistry::PropertyValue;
 
 TEST(PackagesOnPathTest, APackageIsOnThePathInOneVersion) {
-  CallLog log;
-  FakeManager manager(&log);
-  EXPECT_FALSE(PackageIsOnPath({u"a", u"1"}, manager));
-  manager.packages = {{u"b", u"1"}, {u"a", u"1"}, {u"a", u"1"}};
-  EXPECT_TRUE(PackageIsOnPath({u"a", u"1"}, manager));
-  EXPECT_FALSE(PackageIsOnPath({u"a", u"2"}, manager));
-  EXPECT_EQ(log.Take().size(), 3U);
+  EXPECT_TRUE(PackageIsOnPath({u"p", u"1"}, FakeManager()));
+  EXPECT_FALSE(PackageIsOnPath({u"p", u"2"}, FakeManager()));
 }
 
 TEST(PackagesOnPathTest, MetadataAndPropertiesDecideWhichFoldersAPackageHas) {
+  const std::string silent = " p.GetPackage(p) p.GetMetadata()",
+                    hand = silent + " p.GetProperty(ManualInstall)",
+                    kind = silent + " p.GetProperty(IsQRX)", all = kind + " p.GetFolders()";
+  const PropertyValue yes = true, no = false, text = u"true";
   struct Row {
     bool contributes, checksInstall;
     std::map<ustring, PropertyValue, std::less<>> properties;
     std::string expected;  // the folders, then the calls
   };
-  const std::string start = " registry.GetPackage(p) p.GetMetadata()";
-  const std::string asksInstall = start + " p.GetProperty(ManualInstall)",
-                    asksKind = start + " p.GetProperty(IsQRX)",
-                    asksFolders = asksKind + " p.GetFolders()";
-  const PropertyValue yes = true, no = false, text = u"true";
   const Row rows[] = {
-      {false, true, {{u"ManualInstall", yes}, {u"IsQRX", yes}}, start},
-      {true, true, {{u"IsQRX", yes}}, asksInstall},
-      {true, true, {{u"ManualInstall", no}, {u"IsQRX", yes}}, asksInstall},
-      {true, true, {{u"ManualInstall", yes}}, "root" + asksInstall},
-      {true, true, {{u"ManualInstall", text}}, "threw" + asksInstall},
-      {true, false, {{u"ManualInstall", yes}}, "one two" + asksFolders},
-      {true, false, {{u"IsQRX", no}}, "one two" + asksFolders},
-      {true, false, {{u"IsQRX", yes}}, "root" + asksKind},
-      {true, false, {{u"IsQRX", text}}, "threw" + asksKind},
+      {false, true, {{u"ManualInstall", yes}, {u"IsQRX", yes}}, silent},
+      {true, true, {{u"IsQRX", yes}}, hand},
+      {true, true, {{u"ManualInstall", no}}, hand},
+      {true, true, {{u"ManualInstall", yes}}, "root" + hand},
+      {true, true, {{u"ManualInstall", text}}, "threw" + hand},
+      {true, false, {{u"ManualInstall", yes}}, "one two" + all},
+      {true, false, {{u"IsQRX", no}}, "one two" + all},
+      {true, false, {{u"IsQRX", text}}, "threw" + kind},
+      {true, false, {{u"IsQRX", yes}}, "root" + kind},
   };
-  const auto folder = [](const ustring& name, std::set<int> tags) {
-    return PackageFolder{AbsoluteIRI(u"file:///absent/" + name),
-                         std::make_shared<const std::set<int>>(std::move(tags))};
-  };
-  const std::vector<ComponentIdentifier> packages = {{u"p", u"1"}};
-  for (const Row& row : rows) {
-    CallLog log;
-    FakeRegistry registry(&log);
-    const PackageRegistry::PackageMetadata metadata = {row.contributes, row.checksInstall,
-                                                       AbsoluteIRI(u"file:///absent/root")};
-    auto package = registry.packages[u"p"] = std::make_shared<FakePackage>("p", metadata, &log);
-    package->properties = row.properties;
-    package->folders = {folder(u"one", {0}), folder(u"none", {}), folder(u"other", {1}),
-                        folder(u"two", {-1, 0, 1})};
-    std::string folders;
+  CallLog log;
+  FakeRegistry registry(&log);
+  const auto ask = [&](const std::vector<ComponentIdentifier>& packages) {
     try {
-      folders = Printed(Names(GetPathFoldersForPackages(registry, packages)));
+      return log.Take(Printed(Names(GetPathFoldersForPackages(registry, packages))));
     } catch (const std::bad_variant_access&) {
-      folders = "threw";
+      return log.Take("threw");
     }
-    EXPECT_EQ(log.Take(folders), row.expected);
+  };
+  const std::map<ustring, std::set<int>> tags = {
+      {u"none", {}}, {u"one", {0}}, {u"other", {1}}, {u"two", {-1, 0}}};
+  for (const auto& [name, set] : tags) {
+    registry.folders.push_back(
+        {AbsoluteIRI(u"file:///bin/../" + name), std::make_shared<const std::set<int>>(set)});
   }
-}
-
-TEST(PackagesOnPathTest, PackagesFollowOneAnotherWithRepeats) {
-  FakeRegistry registry;
-  for (const ustring name : {u"p", u"q"}) {
-    registry.packages[name] = std::make_shared<FakePackage>(
-        "", PackageRegistry::PackageMetadata{true, false, AbsoluteIRI(u"file:///bin/../" + name)},
-        nullptr);
-    registry.packages[name]->properties = {{u"IsQRX", true}};
+  for (const auto& [contributes, checksInstall, properties, expected] : rows) {
+    registry.metadata.contributesToPath = contributes;
+    registry.metadata.checksManualInstall = checksInstall;
+    registry.properties = properties;
+    EXPECT_EQ(ask({{u"p", u""}}), expected);
   }
-  const std::vector<ComponentIdentifier> packages = {
-      {u"q", u""}, {u"absent", u""}, {u"p", u""}, {u"q", u""}};
-  EXPECT_EQ(Names(GetPathFoldersForPackages(registry, packages)), u"q p q");
-  EXPECT_TRUE(GetPathFoldersForPackages(registry, {}).empty());
+  EXPECT_EQ(ask({{u"p", u""}, {u"q", u""}, {u"p", u""}}),
+            "root root" + kind + " p.GetPackage(q)" + kind);
+  EXPECT_EQ(ask({}), "");
 }
 
 }  // namespace

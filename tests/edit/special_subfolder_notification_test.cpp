@@ -5,88 +5,66 @@
 #include "support/temporary_tree.h"
 #include "support/text_table.h"
 
-#include <functional>
-
 namespace Corvane::PathManagement {
 namespace {
 
 using namespace test;
-using namespace foundation::msg_svc::eventmgr;
 using storage::filefolderobserver::FileFolderChangedEvent;
+namespace vfs = foundation::storage::vfs;
 
-/// Notes what is published while it lives, each location after a blank.
-struct SpecialSubfolderNotificationTest : testing::Test {
-  ustring events;
-  std::function<void()> onEvent = [] {};
-  Subscription subscription =
-      createLocalEventMgr(SessionEmId)->subscribe([this](const Event& event) {
-        const auto& changed = dynamic_cast<const FileFolderChangedEvent&>(event);
-        EXPECT_EQ(static_cast<int>(changed.GetInclusion()), 0);
-        events += u" " + changed.GetLocation();
-        onEvent();
-      });
+constexpr auto& kPlain = NotifyUpstreamPathEntriesOfPossibleSpecialSubfolderChanges;
+constexpr auto& kCanonical =
+    NotifyUpstreamPathEntriesOfPossibleSpecialSubfolderChangesAndCanonicalize;
 
-  ustring Notify(const AbsoluteIRI& location) {
-    NotifyUpstreamPathEntriesOfPossibleSpecialSubfolderChanges(location);
-    return std::exchange(events, {});
+/// What `notify` publishes, each location after a blank. The event numbered `failing`, from 1,
+/// throws, and "threw" stands for what arrives of that.
+template <class Exception = vfs::Exception>
+ustring HeardOf(decltype(kPlain) notify, const AbsoluteIRI& location, int failing = 0) {
+  using namespace foundation::msg_svc::eventmgr;
+  ustring heard;
+  const auto subscription = createLocalEventMgr(SessionEmId)->subscribe([&](const Event& event) {
+    const auto& changed = dynamic_cast<const FileFolderChangedEvent&>(event);
+    EXPECT_EQ(static_cast<int>(changed.GetInclusion()), 0);
+    heard += u" " + changed.GetLocation();
+    if (--failing == 0) throw Exception("");
+  });
+  try {
+    notify(location);
+  } catch (const Exception&) {
+    heard += u" threw";
   }
-  ustring NotifyCanonicalized(const AbsoluteIRI& location) {
-    NotifyUpstreamPathEntriesOfPossibleSpecialSubfolderChangesAndCanonicalize(location);
-    return std::exchange(events, {});
-  }
-  /// Lets the event numbered `failing`, from 1, throw.
-  template <class Exception>
-  void FailAt(int failing, const Exception& exception) {
-    onEvent = [=]() mutable {
-      if (--failing == 0) throw exception;
-    };
-  }
-};
-
-TEST_F(SpecialSubfolderNotificationTest, PublishesUpToTheFirstOrdinaryFolder) {
-  const std::vector<ustring> rows = {
-      u"file:///lib => file:///lib",
-      u"file:///lib/f.x => file:///lib/f.x file:///lib",
-      u"file:///lib/.f => file:///lib/.f file:///lib",
-      u"file:///lib/+p/@c/private/f.x => file:///lib/+p/@c/private/f.x file:///lib/+p/@c/private "
-      u"file:///lib/+p/@c file:///lib/+p file:///lib",
-      u"file:///lib/+p.q/resources => file:///lib/+p.q/resources file:///lib/+p.q file:///lib",
-      u"file:///a.b/f.x => file:///a.b/f.x file:///a.b",
-      u"file:///lib/privateX => file:///lib/privateX",
-      u"file:///lib/res => file:///lib/res",
-      u"file:///+p/@c => file:///+p/@c file:///+p file:///",
-      u"file:/// => file:///",
-      u"file:///lib/x/../%2Bp => file:///lib/+p file:///lib",
-      u"http://host/+p => http://host/+p http://host/",
-  };
-  ExpectTable(rows, [&](const ustring& text) { return Notify(AbsoluteIRI(text)).substr(1); });
-  EXPECT_EQ(Notify(AbsoluteIRI(u"file:///../+p")), u"");
+  return heard;
 }
 
-TEST_F(SpecialSubfolderNotificationTest, PublishesCanonicalLocationsWhileThereAreSome) {
+TEST(SpecialSubfolderNotificationTest, PublishesUpToTheFirstOrdinaryFolder) {
+  const std::vector<ustring> rows = {
+      u"file:///lib =>  file:///lib",
+      u"file:///lib/f.x =>  file:///lib/f.x file:///lib",
+      u"file:///l/+p/@c/private/.f =>  file:///l/+p/@c/private/.f file:///l/+p/@c/private "
+      u"file:///l/+p/@c file:///l/+p file:///l",
+      u"file:///lib/+p.q/resources =>  file:///lib/+p.q/resources file:///lib/+p.q file:///lib",
+      u"file:///a.b/privateX =>  file:///a.b/privateX",
+      u"file:///lib/res =>  file:///lib/res",
+      u"file:///+p/@c =>  file:///+p/@c file:///+p file:///",
+      u"http://host/x/../+p =>  http://host/+p http://host/",
+      u"file:///../+p => ",
+  };
+  ExpectTable(rows, [](const ustring& text) { return HeardOf(kPlain, AbsoluteIRI(text)); });
+}
+
+TEST(SpecialSubfolderNotificationTest, PublishesCanonicalLocationsUntilAStorageError) {
   const TemporaryTree tree;
   tree.File("lib/+p/f.x");
   tree.Link("lib/+p", "link");
   const auto at = [&](const char* name) { return u" " + tree.IRI(name).toString(); };
-  EXPECT_EQ(NotifyCanonicalized(tree.IRI("link/f.x")), at("lib/+p/f.x") + at("lib/+p") + at("lib"));
-  EXPECT_EQ(NotifyCanonicalized(tree.IRI("link/gone.x")), at("link/gone.x") + at("link"));
-}
-
-TEST_F(SpecialSubfolderNotificationTest, StorageErrorsOfSubscribersEndAWalk) {
-  namespace vfs = foundation::storage::vfs;
-  const AbsoluteIRI folder(u"http://host/lib/+p");  // canonical as it is
-  const ustring inner = u" http://host/lib/+p", whole = inner + u" http://host/lib";
-  FailAt(1, vfs::InvalidIRIException());
-  EXPECT_EQ(Notify(folder), inner);
-  FailAt(2, vfs::InvalidIRIException());
-  EXPECT_EQ(NotifyCanonicalized(folder), whole + whole);
-  FailAt(1, vfs::Exception());
-  EXPECT_EQ(NotifyCanonicalized(folder), inner + whole);
-  FailAt(1, vfs::Exception());
-  EXPECT_THROW(Notify(folder), vfs::Exception);
-  FailAt(1, std::runtime_error(""));
-  EXPECT_THROW(NotifyCanonicalized(folder), std::runtime_error);
-  EXPECT_EQ(std::exchange(events, {}), inner + inner);
+  const ustring whole = at("lib/+p/f.x") + at("lib/+p") + at("lib"), plain = at("link/f.x");
+  const AbsoluteIRI file = tree.IRI("link/f.x");
+  EXPECT_EQ(HeardOf(kCanonical, file), whole);
+  EXPECT_EQ(HeardOf(kCanonical, tree.IRI("link/gone.x")), at("link/gone.x") + at("link"));
+  EXPECT_EQ(HeardOf(kCanonical, file, 3), whole + plain + at("link"));
+  EXPECT_EQ(HeardOf<std::runtime_error>(kCanonical, file, 1), at("lib/+p/f.x") + u" threw");
+  EXPECT_EQ(HeardOf<vfs::InvalidIRIException>(kPlain, file, 1), plain);
+  EXPECT_EQ(HeardOf(kPlain, file, 1), plain + u" threw");
 }
 
 }  // namespace

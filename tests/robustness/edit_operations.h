@@ -9,58 +9,29 @@
 
 namespace Corvane::PathManagement::test {
 
-/// A path of a few folders, what may be added to it, and somebody who hears of changes.
-class EditWorld {
- public:
+/// A path of a few folders, a package, and somebody who hears of changes.
+struct EditWorld {
   explicit EditWorld(CallLog* callLog = nullptr)
       : log(callLog), cwf(callLog), manager(callLog), registry(callLog) {
-    cwf.failures = {{u"absent", 4}};
-    for (const ustring name : {u"root-only", u"with-folders"}) {
-      const AbsoluteIRI root(u"file:///a-package/" + name);
-      auto& package = registry.packages[name] = std::make_shared<FakePackage>(
-          Printed(name), PackageRegistry::PackageMetadata{true, false, root}, callLog);
-      package->folders = {{root, std::make_shared<const std::set<int>>(std::set<int>{0})}};
-    }
-    registry.packages[u"root-only"]->properties = {{u"IsQRX", true}};
-    Renew();
+    registry.folders = {{path->front(), std::make_shared<std::set<int>>(std::set{0})}};
   }
-
   void Renew() {
-    namespace events = foundation::msg_svc::eventmgr;
+    using namespace foundation::msg_svc::eventmgr;
     manager.folders = path;
-    manager.packages = packages;
-    subscription =
-        events::createLocalEventMgr(events::SessionEmId)->subscribe([this](const events::Event&) {
-          if (log != nullptr) log->Add("handler");
-        });
+    subscription = createLocalEventMgr(SessionEmId)->subscribe([this](const Event&) {
+      if (log != nullptr) log->Add("handler");
+    });
   }
   void Forget() {
     manager.folders = path;
-    manager.packages = {};
     subscription = {};
   }
 
-  /// The manager with the world's own path, whatever has been done to it.
-  FakeManager& Manager() {
-    manager.folders = path;
-    return manager;
-  }
-
-  /// What an edit answers, in the words of its messages, with the path that comes of it.
-  std::vector<ustring> Result(const Notification& notification) const {
-    std::vector<ustring> result = {Names(*manager.folders)};
-    for (const auto& message : notification.GetMessages()) result.push_back(GetText(message));
-    return result;
-  }
-
   CallLog* log;
-  const IRIList all = {AbsoluteIRI(u"file:///a"), AbsoluteIRI(u"file:///b"),
-                       AbsoluteIRI(u"file:///a"), AbsoluteIRI(u"file:///a-folder-not-on-it")};
-  const std::shared_ptr<const IRIList> path =
-      std::make_shared<const IRIList>(all.begin(), all.begin() + 3);
-  const std::vector<ustring> typed = {u"a", u"b", u"c"}, oneAbsent = {u"a", u"absent"};
-  const std::vector<ComponentIdentifier> packages = {
-      {u"absent", u""}, {u"root-only", u""}, {u"with-folders", u""}};
+  const std::shared_ptr<const IRIList> path = std::make_shared<const IRIList>(
+      IRIList{AbsoluteIRI(u"file:///a"), AbsoluteIRI(u"file:///b"), AbsoluteIRI(u"file:///a")});
+  const std::vector<ustring> typed = {u"a", u"a-folder-not-on-it"}, failing = {u"a", u"fails\x4"};
+  const std::vector<ComponentIdentifier> packages = {{u"q", u"1"}, {u"p", u"1"}};
   FakeWorkingFolder cwf;
   FakeManager manager;
   FakeRegistry registry;
@@ -71,24 +42,22 @@ class EditWorld {
 template <class Visit>
 void ForEachEditOperation(const Visit& visit) {
   using W = EditWorld&;
-  const AbsoluteIRI location(u"file:///bin/+package/@class/file.x");
-  for (const auto at : {Position::Begin, Position::End}) {
-    visit("add typed",
-          [at](W w) { return w.Result(AddFoldersToZentraPath(w.typed, w.cwf, w.Manager(), at)); });
-    visit("add", [at](W w) { return w.Result(AddIRIsToZentraPath(w.all, w.Manager(), at)); });
-  }
-  visit("add absent", [](W w) {
-    return w.Result(AddFoldersToZentraPath(w.oneAbsent, w.cwf, w.Manager(), Position::End));
-  });
-  visit("remove typed",
-        [](W w) { return w.Result(RemoveFoldersFromZentraPath(w.oneAbsent, w.cwf, w.Manager())); });
-  visit("remove", [](W w) { return w.Result(RemoveIRIsFromZentraPath(w.all, w.Manager())); });
+  const auto edit = [&visit](const char* name, const auto& change) {
+    visit(name, [&](W w) {
+      w.manager.folders = w.path;
+      const Notification notification = change(w, w.manager);
+      std::vector<ustring> result = {Names(*w.manager.folders)};
+      for (const auto& message : notification.GetMessages()) result.push_back(GetText(message));
+      return result;
+    });
+  };
+  const auto end = Position::End;
+  edit("add", [=](W w, auto& m) { return AddFoldersToZentraPath(w.typed, w.cwf, m, end); });
+  edit("add none", [=](W w, auto& m) { return AddFoldersToZentraPath(w.failing, w.cwf, m, end); });
+  edit("remove", [](W w, auto& m) { return RemoveFoldersFromZentraPath(w.typed, w.cwf, m); });
   visit("is on path", [](W w) { return PackageIsOnPath(w.packages.back(), w.manager); });
   visit("packages", [](W w) { return GetPathFoldersForPackages(w.registry, w.packages); });
-  visit("notify", [location](W) {
-    return NotifyUpstreamPathEntriesOfPossibleSpecialSubfolderChanges(location), true;
-  });
-  visit("notify canonicalized", [location](W) {
+  visit("notify", [location = AbsoluteIRI(u"file:///bin/+package/@class/file.x")](W) {
     NotifyUpstreamPathEntriesOfPossibleSpecialSubfolderChangesAndCanonicalize(location);
     return true;
   });

@@ -226,22 +226,21 @@ inline std::shared_ptr<FakePath> MakePart(const std::string& name, const EntryLi
   return part;
 }
 
-/// Every folder is below `above`, except those that fail.
+/// Every folder is below `above`, except "fails" and a unit, which fails with that code.
 struct FakeWorkingFolder : current_working_folder::ICurrentWorkingFolder, Recorder {
   explicit FakeWorkingFolder(CallLog* callLog = nullptr) : Recorder{"cwf", callLog} {}
 
   ustring above = u"/";
-  std::optional<AbsoluteIRI> everything;      // the answer whatever the folder, if it is there
-  std::map<ustring, std::uint32_t> failures;  // error codes
+  std::optional<AbsoluteIRI> everything;  // the answer to all other folders, if it is there
 
   AbsoluteIRI absolutize(const ustring& folder) const override {
+    using namespace current_working_folder;
     Record(__func__, folder);
-    if (const auto failure = failures.find(folder); failure != failures.end()) {
-      throw current_working_folder::FailedToAbsolutizeException(
-          current_working_folder::AbsolutizeError{failure->second});
+    if (folder.starts_with(u"fails")) {
+      throw FailedToAbsolutizeException(AbsolutizeError{folder.back()});
     }
-    return everything ? *everything
-                      : foundation::storage::vfs::toAbsoluteIRI(u"file", above + folder);
+    if (everything) return *everything;
+    return foundation::storage::vfs::toAbsoluteIRI(u"file", above + folder);
   }
 };
 

@@ -13,9 +13,9 @@
 
 namespace foundation::core::except {
 
-/// What a message is about: a text, most often a folder as the user typed it, a number or a location.
-// A variant of texts and numbers alone is wrongly taken for whole by GCC 12's library when copying it
-// runs out of memory; a class that the library does not know makes it look.
+/// What a message is about: a text, most often a folder as the user typed it, a number, a location.
+// GCC 12's library takes a variant of texts and numbers alone for whole even when copying it ran
+// out of memory; a class that the library does not know makes it look.
 using MessageArgument = std::variant<ustring, std::int64_t, storage::vfs::AbsoluteIRI>;
 
 /// One message: which catalogue its wording stands in, under which key, and what goes into it.

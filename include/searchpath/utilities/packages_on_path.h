@@ -20,12 +20,12 @@ namespace Corvane::PathManagement {
 [[nodiscard]] SEARCHPATH_EXPORT bool PackageIsOnPath(
     const ZentraComponents::ComponentIdentifier& package, const IMainSearchPathManager& manager);
 
-/// The folders that `packages` put on the path, package by package, with all repeats. A package that
-/// is not installed, or that does not want to be on the path, has none.
+/// The folders that `packages` put on the path, package by package, with all repeats. A package
+/// that is not installed, or that does not want to be on the path, has none.
 ///
 /// A package that checks for installation by hand has its root folder when its property
-/// "ManualInstall" is true, else none. Any other has its root folder alone when its property "IsQRX"
-/// is true, else the folders that are tagged as folders of the path.
+/// "ManualInstall" is true, else none. Any other has its root folder alone when its property
+/// "IsQRX" is true, else the folders that are tagged as folders of the path.
 ///
 /// Errors: `std::bad_variant_access` when the property is no truth value; the disk's, for a folder
 /// whose canonical location cannot be told.

@@ -21,8 +21,9 @@ namespace Corvane::PathManagement {
 //
 // Threads: stateless; it is for the manager to keep two changes from overlapping, since one that
 // comes between reading and replacing is lost.
-// Errors: a manager that is being changed further up the call stack keeps its list, and the messages
-// so far are returned. All else that the manager or the working folder throws passes through.
+// Errors: a manager that is being changed further up the call stack keeps its list, and the
+// messages so far are returned. All else that the manager or the working folder throws passes
+// through.
 // Cost: linear in the folders given and those on the path; each given range is walked once.
 
 /// Where added folders go. Any other value means `End`.
@@ -32,8 +33,8 @@ enum class Position : std::uint32_t {
 };
 
 /// The locations of `folders`, in their order. A folder that cannot be used is left out, and a
-/// message of the catalogue "ZENTRA:mpath" about it, as it was given, is appended to `notification`.
-/// The vector has no spare capacity when no folder is left out.
+/// message of the catalogue "ZENTRA:mpath" about it, as it was given, is appended to
+/// `notification`. The vector has no spare capacity when no folder is left out.
 ///
 /// Errors: a failure that is not the folder's own (no working folder, an I/O error, one of no known
 /// kind) is thrown on, a `FailedToAbsolutizeException`.
@@ -58,9 +59,9 @@ enum class Position : std::uint32_t {
     const UstringRange& folders, const current_working_folder::ICurrentWorkingFolder& cwf,
     IMainSearchPathManager& manager);
 
-/// Takes each of `iris` off the path, wherever it occurs. One that is not on the path as it is given
-/// is looked for by its canonical location; if that is not there either, the message "DirNotFound"
-/// of the catalogue "ZENTRA:rmpath" says so, and the others are removed.
+/// Takes each of `iris` off the path, wherever it occurs. One that is not on the path as it is
+/// given is looked for by its canonical location; if that is not there either, the message
+/// "DirNotFound" of the catalogue "ZENTRA:rmpath" says so, and the others are removed.
 ///
 /// Errors: the disk's, for a folder whose canonical location cannot be told.
 /// Cost: a question to the disk for each folder that is not on the path as it is given.
