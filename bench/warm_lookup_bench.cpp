@@ -1,4 +1,5 @@
-// A plain name on a path of N folders x 100 files, warm, hits everywhere and one miss in five.
+// A plain name on a path of N folders x 100 files, warm: hits everywhere and one miss in five; the
+// hits and the misses alone; and the same with three extensions to try.
 
 #include "bench_tree.h"
 #include "searchpath/model/byte_text.h"
@@ -7,6 +8,7 @@
 
 #include <boost/unordered/unordered_flat_map.hpp>
 
+#include <algorithm>
 #include <benchmark/benchmark.h>
 #include <cstdlib>
 #include <fstream>
@@ -22,9 +24,21 @@ constexpr std::size_t kQuestions = 1 << 14;
 
 void Sizes(benchmark::internal::Benchmark* bench) { bench->Arg(10)->Arg(1000)->Arg(5000); }
 
-std::vector<detail::SearchTarget> Targets(const BenchTree& tree) {
+enum class Kind : std::uint8_t { Mixed, Hits, Misses, Extensions };
+
+std::vector<detail::SearchTarget> Targets(const BenchTree& tree, Kind kind) {
   std::vector<detail::SearchTarget> targets;
-  for (const auto& name : tree.Questions(kQuestions)) targets.emplace_back(name);
+  for (auto name : tree.Questions(kQuestions)) {
+    const bool isMiss = name.ends_with(u'y');
+    if (kind == Kind::Hits && isMiss) name.pop_back();
+    if (kind == Kind::Misses && !isMiss) name.push_back(u'y');
+    if (kind == Kind::Extensions) {
+      targets.emplace_back(name.erase(name.find(u'.'), 2),
+                           std::vector<ustring>{u".m", u".x", u".y"});
+    } else {
+      targets.emplace_back(name);
+    }
+  }
   return targets;
 }
 
@@ -40,7 +54,7 @@ void WriteNameDatabase(const BenchTree& tree) {
 }
 
 /// The floor: one flat hash from name to position, and the library's own result type.
-void Floor(benchmark::State& state) {
+void Floor(benchmark::State& state, Kind kind) {
   const BenchTree& tree = BenchTree::Of(static_cast<std::size_t>(state.range(0)));
   const auto path = tree.MakePath();
   const auto entries = path->GetMainEntries();
@@ -55,22 +69,34 @@ void Floor(benchmark::State& state) {
     }
   }
   std::thread([] {}).join();  // counts of owners are atomic from the first thread on
-  const auto targets = Targets(tree);
+  const auto targets = Targets(tree, kind);
   std::size_t at = 0;
+  ustring joined;
   for (auto _ : state) {
     boost::optional<FoundItem> found;
-    const auto position = positions.find(targets[at++ % kQuestions].GetName());
-    if (position != positions.end()) found = items[position->second];
+    const auto& target = targets[at++ % kQuestions];
+    auto first = static_cast<std::uint32_t>(items.size());
+    const auto ask = [&](const ustring& name) {
+      const auto position = positions.find(name);
+      if (position != positions.end()) first = std::min(first, position->second);
+    };
+    if (kind == Kind::Extensions) {
+      for (const auto& extension : target.GetExtensions()) {
+        ask(joined.assign(target.GetName()).append(extension));
+      }
+    } else {
+      ask(target.GetName());
+    }
+    if (first < items.size()) found = items[first];
     benchmark::DoNotOptimize(found);
   }
 }
-BENCHMARK(Floor)->Name("warm_lookup:floor")->Apply(Sizes);
 
 /// The whole question: ordinary folders and method entries.
-void WarmLookup(benchmark::State& state, FilenameMatchingPolicy policy) {
+void WarmLookup(benchmark::State& state, Kind kind, FilenameMatchingPolicy policy) {
   const BenchTree& tree = BenchTree::Of(static_cast<std::size_t>(state.range(0)));
   const auto path = tree.MakePath();
-  const auto targets = Targets(tree);
+  const auto targets = Targets(tree, kind);
   for (const auto& target : targets) {
     benchmark::DoNotOptimize(FindFirstFileVisibleOnPath(*path, target, policy));
   }
@@ -80,12 +106,26 @@ void WarmLookup(benchmark::State& state, FilenameMatchingPolicy policy) {
     benchmark::DoNotOptimize(found);
   }
 }
-BENCHMARK_CAPTURE(WarmLookup, "", FilenameMatchingPolicy::FileSystemDefault)
-    ->Name("warm_lookup:file_system")
-    ->Apply(Sizes);
-BENCHMARK_CAPTURE(WarmLookup, "", FilenameMatchingPolicy::IgnoreCase)
-    ->Name("warm_lookup:ignore_case")
-    ->Apply(Sizes);
+
+[[maybe_unused]] const bool kRowsAreThere = [] {
+  using enum FilenameMatchingPolicy;
+  const std::pair<std::string, Kind> rows[] = {{"warm_lookup", Kind::Mixed},
+                                               {"warm_hits", Kind::Hits},
+                                               {"warm_misses", Kind::Misses},
+                                               {"warm_extensions", Kind::Extensions}};
+  const std::pair<const char*, FilenameMatchingPolicy> policies[] = {
+      {"file_system", FileSystemDefault},
+      {"case_sensitive", CaseSensitive},
+      {"ignore_case", IgnoreCase}};
+  for (const auto& [row, kind] : rows) {
+    benchmark::RegisterBenchmark((row + ":floor").c_str(), Floor, kind)->Apply(Sizes);
+    for (const auto& [name, policy] : policies) {
+      benchmark::RegisterBenchmark((row + ":" + name).c_str(), WarmLookup, kind, policy)
+          ->Apply(Sizes);
+    }
+  }
+  return true;
+}();
 
 /// A peer: the library behind the file look-up of a typesetting system, with its database of names over
 /// one recursive root, written here as the text file that it reads.
@@ -98,7 +138,10 @@ void Kpathsea(benchmark::State& state) {
   std::vector<std::string> names;
   for (const auto& name : tree.Questions(kQuestions)) names.push_back(BytesFromText(name).value());
   const std::string path = "!!" + tree.Root() + "//";
-  std::free(kpathsea_path_search(kpse, path.c_str(), "reads-the-database", 0));
+  // The very first search of all never asks the database; the second reads it.
+  for (const char* const absent : {"first", "reads-the-database"}) {
+    std::free(kpathsea_path_search(kpse, path.c_str(), absent, 0));
+  }
   std::size_t at = 0;
   for (auto _ : state) {
     char* const found =

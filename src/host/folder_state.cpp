@@ -1,7 +1,7 @@
 #include "host/folder_state.h"
 
 #include "host/directory_scan.h"
-#include "searchpath/host/filename_comparison.h"
+#include "host/name_key.h"
 #include "searchpath/model/byte_text.h"
 #include "searchpath/platform/filesystem.h"
 #include "searchpath/platform/iri_text.h"
@@ -150,11 +150,13 @@ std::vector<std::size_t> FolderState::FilesNamed(const ustring& name,
 
 std::vector<std::size_t> FolderState::FilesThatDifferInCase(const ustring& name) const {
   std::vector<std::size_t> files;
+  NameKey wanted;
+  if (!wanted.Set(name, {})) return files;
+  NameKey folded;
+  folded.SetFolded(wanted);
   for (std::size_t index = 0; index < listing.files.size(); ++index) {
-    const ustring candidate = TextFromBytes(listing.files[index]);
-    if (candidate != name && AreSameFilename(candidate, name, FilenameMatchingPolicy::IgnoreCase)) {
-      files.push_back(index);
-    }
+    const std::string_view candidate = listing.files[index];
+    if (folded.IsFoldOf(candidate.data()) && candidate != wanted.View()) files.push_back(index);
   }
   std::sort(files.begin(), files.end(), [this](std::size_t left, std::size_t right) {
     return listing.files[left] < listing.files[right];

@@ -1,12 +1,10 @@
 #include "host/plain_lookup.h"
 
 #include "host/folder_state.h"
+#include "host/name_key.h"
 #include "host/parallel.h"
 #include "host/short_hash.h"
 #include "searchpath/host/filename_comparison.h"
-#include "searchpath/model/byte_text.h"
-
-#include <boost/container/small_vector.hpp>
 
 #include <algorithm>
 #include <iterator>
@@ -18,47 +16,16 @@ namespace Corvane::PathManagement::host {
 
 namespace {
 
-/// The bytes of a name and an extension, in place for names of the usual length.
-class NameBytes {
- public:
-  /// Whether the joined text can be a file name at all.
-  bool Set(std::u16string_view name, std::u16string_view extension) {
-    bytes.resize(name.size() + extension.size(), boost::container::default_init);
-    char* const end = bytes.data() + name.size();
-    if (NarrowAscii(name, bytes.data()) && NarrowAscii(extension, end)) return true;
-    // Joined first: the two may meet within one character.
-    const auto joined = BytesFromText(ustring(name).append(extension));
-    if (!joined) return false;
-    bytes.assign(joined->begin(), joined->end());
-    return true;
-  }
-
-  [[nodiscard]] std::string_view View() const noexcept { return {bytes.data(), bytes.size()}; }
-
- private:
-  /// Without a branch for each unit, so that several are narrowed at once.
-  static bool NarrowAscii(std::u16string_view text, char* narrow) noexcept {
-    unsigned seen = 0;
-    for (std::size_t at = 0; at < text.size(); ++at) {
-      seen |= text[at];
-      narrow[at] = static_cast<char>(text[at]);
-    }
-    return seen < 0x80;
-  }
-
-  boost::container::small_vector<char, 256> bytes;
-};
-
-/// Calls use(bytes) for each file name that `target` may mean, the preferred one first.
+/// Calls use(name) for each file name that `target` may mean, the preferred one first.
 template <class Use>
 void ForEachName(const PathManagement::detail::SearchTarget& target, const Use& use) {
-  NameBytes bytes;
+  NameKey name;
   if (target.GetExtensions().empty()) {
-    if (bytes.Set(target.GetName(), {})) use(bytes.View());
+    if (name.Set(target.GetName(), {})) use(name);
     return;
   }
   for (const ustring& extension : target.GetExtensions()) {
-    if (bytes.Set(target.GetName(), extension)) use(bytes.View());
+    if (name.Set(target.GetName(), extension)) use(name);
   }
 }
 
@@ -92,24 +59,28 @@ PlainLookup::PlainLookup(Folders mainFolders, std::shared_ptr<const Entries> mai
 boost::optional<FoundItem> PlainLookup::FindFirst(const Target& target,
                                                   FilenameMatchingPolicy policy) {
   const NameIndex* const index = IndexFor(policy);
-  if (index == nullptr) {
-    for (const auto& folder : folders) {
-      if (auto item = folder->FindItem(target, policy)) return FoundItem(std::move(item), folder);
-    }
-    return boost::none;
+  return index == nullptr ? AskFolders(target, policy) : AskIndex(*index, target);
+}
+
+boost::optional<FoundItem> PlainLookup::AskFolders(const Target& target,
+                                                   FilenameMatchingPolicy policy) const {
+  for (const auto& folder : folders) {
+    if (auto item = folder->FindItem(target, policy)) return FoundItem(std::move(item), folder);
   }
+  return boost::none;
+}
+
+boost::optional<FoundItem> PlainLookup::AskIndex(const NameIndex& index, const Target& target) {
   std::optional<Place> best;
-  ForEachName(target, [&](std::string_view name) {
-    const auto cursor = index->Find(name);
+  ForEachName(target, [&](const NameKey& name) {
+    const auto cursor = index.Find(name);
     if (!cursor) return;
-    const Place first = index->At(cursor);
+    const Place first = index.At(cursor);
     if (best && best->folder <= first.folder) return;
-    best = policy == FilenameMatchingPolicy::IgnoreCase
-               ? PlacesIn(*index, cursor, first.folder, name).front()
-               : first;
+    best = cursor.HasSibling() ? PlacesIn(index, cursor, first.folder, name.View()).front() : first;
   });
   boost::optional<FoundItem> found;
-  if (best) found.emplace(ItemAt(*best, *index), (*entries)[best->folder]);
+  if (best) found.emplace(ItemAt(*best, index), (*entries)[best->folder]);
   return found;
 }
 
@@ -125,7 +96,7 @@ std::vector<FoundItem> PlainLookup::FindAll(const Target& target, FilenameMatchi
     return found;
   }
   std::vector<Place> places;  // by folder, then in the order of the extensions
-  ForEachName(target, [&](std::string_view name) {
+  ForEachName(target, [&](const NameKey& name) {
     std::vector<Place> merged;
     const auto added = AllPlaces(*index, name);
     std::merge(places.begin(), places.end(), added.begin(), added.end(), std::back_inserter(merged),
@@ -146,12 +117,12 @@ std::vector<FoundItem> PlainLookup::FindAll(const Target& target, FilenameMatchi
 
 /// All files of that name, in path order.
 std::vector<NameIndex::Place> PlainLookup::AllPlaces(const NameIndex& index,
-                                                     std::string_view name) const {
+                                                     const NameKey& name) const {
   std::vector<Place> places;
   auto cursor = index.Find(name);
   while (cursor) {
     const std::uint32_t folder = index.At(cursor).folder;
-    const auto here = PlacesIn(index, cursor, folder, name);
+    const auto here = PlacesIn(index, cursor, folder, name.View());
     places.insert(places.end(), here.begin(), here.end());
     while (cursor && index.At(cursor).folder == folder) cursor = index.Next(cursor);
   }
@@ -203,18 +174,20 @@ PlainLookup::LazyIndex& PlainLookup::Lazy(FilenameMatchingPolicy policy) noexcep
 /// The index for `policy`; null for the first question, which is answered without.
 const NameIndex* PlainLookup::IndexFor(FilenameMatchingPolicy policy) {
   LazyIndex& lazy = Lazy(policy);
-  if (!lazy.once.IsBuilt() && !lazy.wasAsked.exchange(true)) return nullptr;
-  lazy.once.Call([&] {
-    ListAll();
-    std::vector<const NameBlock*> names;
-    names.reserve(folders.size());
-    for (const FolderState* folder : states) names.push_back(&folder->Files());
-    const auto sameness = policy == FilenameMatchingPolicy::IgnoreCase
-                              ? NameIndex::Sameness::FoldedCase
-                              : NameIndex::Sameness::Bytes;
-    lazy.index = std::make_unique<const NameIndex>(names, sameness);
-  });
+  if (lazy.once.IsBuilt()) return lazy.index.get();
+  if (!lazy.wasAsked.exchange(true)) return nullptr;
+  lazy.once.Call([&] { lazy.index = BuildIndex(policy); });
   return lazy.index.get();
+}
+
+std::unique_ptr<const NameIndex> PlainLookup::BuildIndex(FilenameMatchingPolicy policy) const {
+  ListAll();
+  std::vector<const NameBlock*> names;
+  names.reserve(folders.size());
+  for (const FolderState* folder : states) names.push_back(&folder->Files());
+  return std::make_unique<const NameIndex>(names, policy == FilenameMatchingPolicy::IgnoreCase
+                                                      ? NameIndex::Sameness::FoldedCase
+                                                      : NameIndex::Sameness::Bytes);
 }
 
 const PlainLookup::MethodFolders& PlainLookup::IndexedMethodFolders() {

@@ -62,11 +62,15 @@ class PlainLookup {
   using Place = NameIndex::Place;
 
   [[nodiscard]] LazyIndex& Lazy(FilenameMatchingPolicy policy) noexcept;
+  [[nodiscard]] boost::optional<FoundItem> AskFolders(const Target& target,
+                                                      FilenameMatchingPolicy policy) const;
+  [[nodiscard]] boost::optional<FoundItem> AskIndex(const NameIndex& index, const Target& target);
   [[nodiscard]] const NameIndex* IndexFor(FilenameMatchingPolicy policy);
+  [[nodiscard]] std::unique_ptr<const NameIndex> BuildIndex(FilenameMatchingPolicy policy) const;
   [[nodiscard]] const MethodFolders& IndexedMethodFolders();
   void ListAll() const;
   [[nodiscard]] const std::shared_ptr<const PathItem>& ItemAt(Place place, const NameIndex& index);
-  [[nodiscard]] std::vector<Place> AllPlaces(const NameIndex& index, std::string_view name) const;
+  [[nodiscard]] std::vector<Place> AllPlaces(const NameIndex& index, const NameKey& name) const;
   [[nodiscard]] std::vector<Place> PlacesIn(const NameIndex& index, NameIndex::Cursor cursor,
                                             std::uint32_t folder, std::string_view name) const;
 

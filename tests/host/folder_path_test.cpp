@@ -148,17 +148,5 @@ TEST_F(FolderPathTest, FoldersBehindTheAnswerAreNotListed) {
   EXPECT_FALSE(find(u"later.x"));
 }
 
-TEST_F(FolderPathTest, DeeplyNestedFoldersNeedNoDeepStack) {
-  constexpr std::size_t depth = 400;
-  std::string name = "deep";
-  for (std::size_t level = 0; level < depth; ++level) name += "/+p";
-  tree.Folder(name);
-  std::size_t count = 0;
-  FolderPath({FolderEntry::Create(tree.IRI("deep"))}).ForEachEntry(kAll, [&](const auto&) {
-    return ++count, false;
-  });
-  EXPECT_EQ(count, depth + 1);
-}
-
 }  // namespace
 }  // namespace Corvane::PathManagement::host

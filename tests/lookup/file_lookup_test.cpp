@@ -93,7 +93,7 @@ TEST_F(FileLookupTest, LooksInThePrivateFolderFirst) {
 
 TEST_F(FileLookupTest, LooksForNamesWithSeparatorsEverywhere) {
   p.entryByIRI[u"file:///o"] = o;
-  for (const ustring name : {u"a/b", u"/", u"b/"}) {
+  for (const ustring name : {u"a/b", u"/", u"b/", u"a/bcdefghi", u"abcdefgh/i", u"abcdefghi/"}) {
     const std::string ask = " p.FindFirstInScope({0,1,2,3,4}," + Printed(name) + ",1)";
     p.firstFound = boost::none;
     EXPECT_EQ(OnPath(name) + FromFolder(name), ask + ask);

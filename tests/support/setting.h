@@ -1,0 +1,19 @@
+#ifndef SEARCHPATH_TESTS_SUPPORT_SETTING_H
+#define SEARCHPATH_TESTS_SUPPORT_SETTING_H
+
+#include <cstddef>
+#include <cstdlib>
+#include <string>
+
+namespace Corvane::PathManagement::test {
+
+/// How much of a test to run: the number in the environment variable `name`, for a long run by hand,
+/// else what every run does.
+inline std::size_t Setting(const char* name, std::size_t everyRun) {
+  const char* const text = std::getenv(name);
+  return text == nullptr ? everyRun : std::stoul(text);
+}
+
+}  // namespace Corvane::PathManagement::test
+
+#endif  // SEARCHPATH_TESTS_SUPPORT_SETTING_H
