@@ -2,6 +2,7 @@
 #define SEARCHPATH_HOST_H
 
 // IWYU pragma: begin_exports
+#include "searchpath/host/doctor.h"
 #include "searchpath/host/environment.h"
 #include "searchpath/host/explanation.h"
 #include "searchpath/host/filename_comparison.h"
@@ -10,6 +11,7 @@
 #include "searchpath/host/folder_problem.h"
 #include "searchpath/host/folder_tree.h"
 #include "searchpath/host/lookup_observer.h"
+#include "searchpath/host/shadows.h"
 #include "searchpath/host/similar_file.h"
 #include "searchpath/host/working_folder.h"
 // IWYU pragma: end_exports

@@ -1,14 +1,12 @@
 #include "host/directory_scan.h"
 
+#include "host/open_path.h"
 #include "searchpath/model/byte_text.h"
 #include "searchpath/utilities/path_strings.h"
-
-#include <climits>
 
 #include <dirent.h>
 #include <fcntl.h>
 #include <sys/stat.h>
-#include <unistd.h>
 
 #include <algorithm>
 #include <cerrno>
@@ -22,44 +20,8 @@ namespace {
 
 using current_working_folder::AbsolutizeError;
 
-/// Owns a file descriptor.
-class Descriptor {
- public:
-  explicit Descriptor(int opened) noexcept : number(opened) {}
-  Descriptor(Descriptor&& other) noexcept : number(std::exchange(other.number, -1)) {}
-  Descriptor& operator=(Descriptor&& other) noexcept {
-    std::swap(number, other.number);
-    return *this;
-  }
-  ~Descriptor() {
-    if (number >= 0) close(number);
-  }
-
-  [[nodiscard]] bool IsOpen() const noexcept { return number >= 0; }
-  [[nodiscard]] int Get() const noexcept { return number; }
-  [[nodiscard]] int Release() noexcept { return std::exchange(number, -1); }
-
- private:
-  int number;  // -1 when there is none
-};
-
-/// Opens a folder whose path may be longer than the kernel takes at once, piece by piece. Holds two
-/// descriptors at most. Not open on failure; errno then says why.
-Descriptor OpenFolder(const std::string& path) {
-  constexpr int piece = O_PATH | O_DIRECTORY | O_CLOEXEC;
-  constexpr int whole = O_RDONLY | O_DIRECTORY | O_CLOEXEC;
-  Descriptor folder(AT_FDCWD);
-  std::size_t begin = 0;
-  while (path.size() - begin >= PATH_MAX) {
-    const std::size_t end = path.rfind('/', begin + PATH_MAX - 1);
-    if (end == path.npos || end <= begin) break;
-    const int next = openat(folder.Get(), path.substr(begin, end - begin).c_str(), piece);
-    folder = Descriptor(next);
-    if (!folder.IsOpen()) return folder;
-    begin = end + 1;
-  }
-  return Descriptor(openat(folder.Get(), path.c_str() + begin, whole));
-}
+/// Not open on failure; errno then says why.
+Descriptor OpenFolder(const std::string& path) { return OpenPath(path, O_RDONLY | O_DIRECTORY); }
 
 AbsolutizeError ReasonFor(int error, const std::string& path) {
   struct stat status = {};

@@ -1,13 +1,15 @@
 #include "searchpath/host/environment.h"
 
 #include "host/file_search.h"
+#include "host/folder_search.h"
+#include "host/path_examination.h"
+#include "host/path_view.h"
+#include "host/shadow_search.h"
 #include "host/similar_files.h"
 #include "searchpath/host/folder_tree.h"
 #include "searchpath/model/byte_text.h"
 #include "searchpath/utilities/file_lookup.h"
 
-#include <algorithm>
-#include <iterator>
 #include <string>
 #include <utility>
 
@@ -16,11 +18,26 @@ namespace Corvane::PathManagement::host {
 namespace {
 
 using PathManagement::detail::SearchTarget;
-using Folders = std::vector<std::shared_ptr<const FolderEntry>>;
 
-Folders Expand(const AbsoluteIRI& folder, FolderExpansion expansion) {
+std::vector<std::shared_ptr<const FolderEntry>> Expand(const AbsoluteIRI& folder,
+                                                       FolderExpansion expansion) {
   if (expansion == FolderExpansion::Recursive) return CreateFolderTree(folder);
   return {FolderEntry::Create(folder)};
+}
+
+GivenFolders Locate(const WorkingFolder& workingFolder, const std::vector<ustring>& folders,
+                    FolderExpansion expansion) {
+  GivenFolders given;
+  for (const ustring& folder : folders) {
+    try {
+      given.folders.push_back({folder, Expand(workingFolder.Locate(folder), expansion)});
+    } catch (const current_working_folder::FailedToAbsolutizeException& failure) {
+      const auto reason =
+          static_cast<current_working_folder::AbsolutizeError>(failure.GetErrorCode());
+      given.unlocated.push_back({.folder = folder, .reason = reason});
+    }
+  }
+  return given;
 }
 
 SearchTarget TargetOf(const Lookup& lookup) {
@@ -29,41 +46,62 @@ SearchTarget TargetOf(const Lookup& lookup) {
 
 }  // namespace
 
-Environment::Environment(const std::vector<ustring>& folders, FolderExpansion expansion) {
-  Folders entries;
-  for (const ustring& folder : folders) {
-    try {
-      Folders expanded = Expand(workingFolder.Locate(folder), expansion);
-      origins.insert(origins.end(), expanded.size(), folder);
-      std::move(expanded.begin(), expanded.end(), std::back_inserter(entries));
-    } catch (const current_working_folder::FailedToAbsolutizeException& failure) {
-      const auto reason =
-          static_cast<current_working_folder::AbsolutizeError>(failure.GetErrorCode());
-      unlocated.push_back({.folder = folder, .reason = reason});
-    }
-  }
-  path = std::make_shared<const FolderPath>(std::move(entries));
-}
+Environment::Environment(const EnvironmentOptions& options)
+    : view(std::make_shared<const PathView>(
+          Locate(workingFolder, options.folders, options.expansion),
+          Locate(workingFolder, options.without, FolderExpansion::Alone), options.expansion,
+          options.keepDuplicates)) {}
+
+Environment::Environment(const std::vector<ustring>& folders, FolderExpansion expansion)
+    : Environment(EnvironmentOptions{.folders = folders, .expansion = expansion}) {}
 
 Environment::~Environment() = default;
 
+const std::shared_ptr<const IPath>& Environment::GetPath() const noexcept {
+  return view->GetPath();
+}
+
 boost::optional<FoundItem> Environment::Find(const Lookup& lookup) const {
+  const IPath& path = *view->GetPath();
   const SearchTarget target = TargetOf(lookup);
-  const auto asker = AskerOf(lookup);
-  if (!asker) return FindFirstFileVisibleOnPath(*path, target, lookup.policy);
-  return FindFirstFileVisibleFromFolder(*path, *asker, target, lookup.policy);
+  if (const auto asker = AskerOf(lookup)) {
+    auto found = FindFirstFileVisibleFromFolder(path, *asker, target, lookup.policy);
+    // The private folder is asked for by way of its parent, where no filter comes between.
+    if (!found || view->FindHider(*found->GetPathEntry()) == nullptr) return found;
+  }
+  return FindFirstFileVisibleOnPath(path, target, lookup.policy);
 }
 
 std::vector<FoundItem> Environment::FindAll(const Lookup& lookup) const {
-  return FindAllFiles(*path, AskerOf(lookup), TargetOf(lookup), lookup.policy, nullptr);
+  return FindAllFiles(*view, AskerOf(lookup), TargetOf(lookup), lookup.policy, nullptr);
 }
 
 Explanation Environment::Explain(const Lookup& lookup) const {
-  return ExplainLookup(*path, AskerOf(lookup), TargetOf(lookup), lookup.policy, origins);
+  return ExplainLookup(*view, AskerOf(lookup), TargetOf(lookup), lookup.policy);
 }
 
 std::vector<SimilarFile> Environment::FindSimilar(const Lookup& lookup, std::size_t most) const {
-  return FindSimilarFiles(*path, TargetOf(lookup), most);
+  return FindSimilarFiles(view->GetMainFolders(), TargetOf(lookup), most);
+}
+
+std::vector<std::shared_ptr<const IPathEntry>> Environment::FindFolders(
+    const FolderLookup& lookup) const {
+  return FindFoldersNamed(*view->GetPath(), workingFolder, lookup);
+}
+
+std::vector<std::shared_ptr<const IPathEntry>> Environment::FindSimilarFolders(
+    const FolderLookup& lookup, std::size_t most) const {
+  return FindFoldersLike(*view->GetPath(), lookup.name, most);
+}
+
+ShadowReport Environment::FindShadows(const ShadowLookup& lookup) const {
+  return CollectShadows(*view, lookup, [&](const ustring& name) {
+    return FindAll({.name = name, .extensions = lookup.extensions, .policy = lookup.policy});
+  });
+}
+
+std::vector<PathFinding> Environment::Examine(const Examination& examination) const {
+  return ExaminePath(*view, examination);
 }
 
 std::optional<AbsoluteIRI> Environment::AskerOf(const Lookup& lookup) const {
@@ -71,12 +109,9 @@ std::optional<AbsoluteIRI> Environment::AskerOf(const Lookup& lookup) const {
   return workingFolder.absolutize(*lookup.fromFolder);
 }
 
-std::vector<FolderProblem> Environment::FindProblems() const {
-  std::vector<FolderProblem> problems = unlocated;
-  auto unsearched = path->FindProblems();
-  std::move(unsearched.begin(), unsearched.end(), std::back_inserter(problems));
-  return problems;
-}
+std::vector<FolderProblem> Environment::FindProblems() const { return view->FindProblems(); }
+
+std::vector<ustring> Environment::FindIdleExclusions() const { return view->FindIdleExclusions(); }
 
 std::vector<ustring> ReadFolderList(std::istream& list) {
   std::vector<ustring> folders;

@@ -1,6 +1,8 @@
 #include "searchpath/host/explanation.h"
 
 #include "host/file_search.h"
+#include "host/held_hash.h"
+#include "host/path_view.h"
 #include "text/separators.h"
 
 #include <boost/unordered/unordered_flat_map.hpp>
@@ -20,7 +22,8 @@ class AskedFolders : public ILookupObserver {
  public:
   void FolderAsked(const std::shared_ptr<const IPathEntry>& folder,
                    const std::vector<FoundItem>& files) override {
-    asked.push_back({folder, FolderOutcome::Absent, files, ustring()});
+    asked.push_back(
+        {.folder = folder, .outcome = FolderOutcome::Absent, .files = files, .origin = {}});
   }
 
   std::vector<AskedFolder> asked;
@@ -75,20 +78,39 @@ DecidingRule RuleFor(const std::vector<FoundItem>& all, const std::vector<AskedF
   return beatsMethod ? DecidingRule::FolderBeforeMethod : DecidingRule::FirstFolder;
 }
 
-/// Sets where each folder came from: what brought its main entry onto the path.
-void SetOrigins(std::vector<AskedFolder>& asked, const FolderPath& path,
-                const std::vector<ustring>& origins) {
-  const auto mainEntries = path.GetMainEntries();
-  boost::unordered_flat_map<const IPathEntry*, std::size_t> places;
-  for (std::size_t place = 0; place < mainEntries->size(); ++place) {
-    places.emplace((*mainEntries)[place].get(), place);
+/// Finds, for folders that are asked, which are not shown by a path, and why.
+class UnseenFolders {
+ public:
+  /// Of two entries for one folder, the one that holds a file of the answer `all` counts.
+  UnseenFolders(const PathView& pathView, const std::vector<FoundItem>& all) : view(pathView) {
+    for (const FoundItem& file : all) Add(file.GetPathEntry());
   }
-  for (AskedFolder& folder : asked) {
-    const bool isMain = places.contains(folder.folder.get());
-    const auto main = isMain ? folder.folder : path.GetMainEntryForEntry(*folder.folder);
-    folder.origin = origins[places.at(main.get())];
+
+  /// Marks `asked` when it is not shown; returns whether it is not. Called in the order asked.
+  bool Mark(AskedFolder& asked) {
+    if (const ustring* hider = view.FindHider(*asked.folder)) {
+      asked.outcome = FolderOutcome::FilteredOut;
+      asked.hider = *hider;
+    } else if (const auto& first = Add(asked.folder); first != asked.folder) {
+      asked.outcome = FolderOutcome::DroppedAsRepeat;
+      asked.repeated = first;
+    } else {
+      return false;
+    }
+    asked.files.clear();
+    return true;
   }
-}
+
+ private:
+  /// The entry that counts for the folder.
+  const std::shared_ptr<const IPathEntry>& Add(const std::shared_ptr<const IPathEntry>& entry) {
+    if (!view.DropsRepeats()) return entry;
+    return counting.emplace(entry->GetCanonicalAbsoluteIRI(), entry).first->second;
+  }
+
+  const PathView& view;
+  boost::unordered_flat_map<AbsoluteIRI, std::shared_ptr<const IPathEntry>, HeldHash> counting;
+};
 
 }  // namespace
 
@@ -106,6 +128,10 @@ const char* GetText(FolderOutcome outcome) noexcept {
       return "other case only";
     case FolderOutcome::Unreadable:
       return "unreadable";
+    case FolderOutcome::DroppedAsRepeat:
+      return "dropped as a repeat";
+    case FolderOutcome::FilteredOut:
+      return "filtered out";
     case FolderOutcome::Absent:
       break;
   }
@@ -130,16 +156,16 @@ const char* GetText(DecidingRule rule) noexcept {
   return "no folder holds it";
 }
 
-Explanation ExplainLookup(const FolderPath& path, const std::optional<AbsoluteIRI>& asker,
-                          const SearchTarget& target, FilenameMatchingPolicy policy,
-                          const std::vector<ustring>& origins) {
+Explanation ExplainLookup(const PathView& view, const std::optional<AbsoluteIRI>& asker,
+                          const SearchTarget& target, FilenameMatchingPolicy policy) {
   const bool isPlain = !PathManagement::detail::HasSeparator(target.GetName());
   AskedFolders record;
-  auto files = FindAllFiles(path, asker, target, policy, &record);
+  auto files = FindAllFiles(view, asker, target, policy, &record);
+  UnseenFolders unseen(view, files);
   for (AskedFolder& folder : record.asked) {
-    folder.outcome = OutcomeOf(folder, files, target, isPlain);
+    if (!unseen.Mark(folder)) folder.outcome = OutcomeOf(folder, files, target, isPlain);
+    folder.origin = view.GetAll().GetOrigin(*folder.folder);
   }
-  SetOrigins(record.asked, path, origins);
   const DecidingRule rule = RuleFor(files, record.asked, isPlain);
   return {std::move(files), rule, std::move(record.asked)};
 }

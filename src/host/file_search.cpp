@@ -1,5 +1,6 @@
 #include "host/file_search.h"
 
+#include "host/path_view.h"
 #include "text/separators.h"
 
 #include <algorithm>
@@ -18,26 +19,35 @@ using PathManagement::detail::SearchTarget;
 constexpr std::array<std::uint32_t, 1> kMainKinds = {0};
 constexpr std::array<std::uint32_t, 5> kAllKinds = {0, 1, 2, 3, 4};
 
-/// One look-up, with or without somebody who listens.
+/// One look-up, with or without somebody who listens. Who listens hears of all folders; then those
+/// that the path does not show are asked too, and what they answer is taken away.
 class FileSearch {
  public:
-  FileSearch(const FolderPath& searchPath, const SearchTarget& searchTarget,
+  FileSearch(const PathView& searchView, const SearchTarget& searchTarget,
              FilenameMatchingPolicy searchPolicy, ILookupObserver* listener)
-      : path(searchPath), target(searchTarget), policy(searchPolicy), observer(listener) {}
+      : view(searchView),
+        folders(*searchView.GetAll().GetPath()),
+        target(searchTarget),
+        policy(searchPolicy),
+        observer(listener) {}
 
   [[nodiscard]] std::vector<FoundItem> Run(const std::optional<AbsoluteIRI>& asker) const {
-    if (HasSeparator(target.GetName())) return InScope({kAllKinds.data(), kAllKinds.size()});
     std::vector<FoundItem> all;
-    if (asker) all = InPrivateFolderOf(*asker);
-    const auto onPath = OnPath();
-    all.insert(all.end(), onPath.begin(), onPath.end());
+    if (HasSeparator(target.GetName())) {
+      all = InScope({kAllKinds.data(), kAllKinds.size()});
+    } else {
+      if (asker) all = InPrivateFolderOf(*asker);
+      const auto onPath = OnPath();
+      all.insert(all.end(), onPath.begin(), onPath.end());
+    }
+    view.RemoveUnseen(all);
     return all;
   }
 
  private:
   [[nodiscard]] std::vector<FoundItem> InScope(SearchScope scope) const {
-    return observer == nullptr ? path.FindAllInScope(scope, target, policy)
-                               : path.FindAllInScope(scope, target, policy, *observer);
+    return observer == nullptr ? view.GetPath()->FindAllInScope(scope, target, policy)
+                               : folders.FindAllInScope(scope, target, policy, *observer);
   }
 
   [[nodiscard]] std::vector<FoundItem> In(const std::shared_ptr<const IPathEntry>& folder) const {
@@ -50,7 +60,7 @@ class FileSearch {
 
   [[nodiscard]] std::vector<FoundItem> InPrivateFolderOf(const AbsoluteIRI& asker) const {
     const auto entry =
-        path.GetPathEntryFromAbsoluteIRI(asker, FilenameMatchingPolicy::FileSystemDefault);
+        folders.GetPathEntryFromAbsoluteIRI(asker, FilenameMatchingPolicy::FileSystemDefault);
     const auto folder = entry != nullptr ? entry->GetSingleSubfolderEntryA() : nullptr;
     return folder != nullptr ? In(folder) : std::vector<FoundItem>();
   }
@@ -60,7 +70,8 @@ class FileSearch {
     const SearchScope scope(kMainKinds.data(), kMainKinds.size());
     auto ordinary = InScope(scope);
     std::vector<FoundItem> methods;
-    for (const auto& entry : path.GetMethodEntriesByName(
+    const IPath& asked = observer == nullptr ? *view.GetPath() : folders;
+    for (const auto& entry : asked.GetMethodEntriesByName(
              scope, target.GetName(), FilenameMatchingPolicy::FileSystemDefault)) {
       const auto files = In(entry);
       methods.insert(methods.end(), files.begin(), files.end());
@@ -69,13 +80,14 @@ class FileSearch {
     std::vector<FoundItem> all;
     std::merge(ordinary.begin(), ordinary.end(), methods.begin(), methods.end(),
                std::back_inserter(all), [this](const FoundItem& left, const FoundItem& right) {
-                 return path.FirstEntryIsBeforeSecondOnPath(*left.GetPathEntry(),
-                                                            *right.GetPathEntry());
+                 return folders.FirstEntryIsBeforeSecondOnPath(*left.GetPathEntry(),
+                                                               *right.GetPathEntry());
                });
     return all;
   }
 
-  const FolderPath& path;
+  const PathView& view;
+  const FolderPath& folders;  // all of them
   const SearchTarget& target;
   FilenameMatchingPolicy policy;
   ILookupObserver* observer;  // null when nobody listens
@@ -83,10 +95,10 @@ class FileSearch {
 
 }  // namespace
 
-std::vector<FoundItem> FindAllFiles(const FolderPath& path, const std::optional<AbsoluteIRI>& asker,
+std::vector<FoundItem> FindAllFiles(const PathView& view, const std::optional<AbsoluteIRI>& asker,
                                     const SearchTarget& target, FilenameMatchingPolicy policy,
                                     ILookupObserver* observer) {
-  return FileSearch(path, target, policy, observer).Run(asker);
+  return FileSearch(view, target, policy, observer).Run(asker);
 }
 
 }  // namespace Corvane::PathManagement::host

@@ -2,7 +2,6 @@
 #define SEARCHPATH_SRC_HOST_FILE_SEARCH_H
 
 #include "searchpath/host/explanation.h"
-#include "searchpath/host/folder_path.h"
 #include "searchpath/host/lookup_observer.h"
 
 #include <optional>
@@ -10,19 +9,21 @@
 
 namespace Corvane::PathManagement::host {
 
+class PathView;
+
 /// Every file that `target` could mean to code in the folder `asker`, or to any code: the one that
-/// it means, then those that it hides, in path order. `observer` may be null.
+/// it means, then those that it hides, in path order. `observer` may be null; it hears of dropped
+/// and hidden folders too, with the files that would be found in them.
 [[nodiscard]] std::vector<FoundItem> FindAllFiles(
-    const FolderPath& path, const std::optional<AbsoluteIRI>& asker,
+    const PathView& view, const std::optional<AbsoluteIRI>& asker,
     const PathManagement::detail::SearchTarget& target, FilenameMatchingPolicy policy,
     ILookupObserver* observer);
 
-/// The same look-up, explained. `origins` belong to the main entries of `path`, in their order.
-[[nodiscard]] Explanation ExplainLookup(const FolderPath& path,
+/// The same look-up, explained.
+[[nodiscard]] Explanation ExplainLookup(const PathView& view,
                                         const std::optional<AbsoluteIRI>& asker,
                                         const PathManagement::detail::SearchTarget& target,
-                                        FilenameMatchingPolicy policy,
-                                        const std::vector<ustring>& origins);
+                                        FilenameMatchingPolicy policy);
 
 }  // namespace Corvane::PathManagement::host
 

@@ -33,6 +33,13 @@ class FolderChain {
            });
   }
 
+  /// Whether stop(folder) is true for `bottom`, or for one of the folders whose links have led there.
+  template <class Stop>
+  [[nodiscard]] bool AnyBottom(const AbsoluteIRI& bottom, const Stop& stop) const {
+    return stop(bottom) || std::any_of(aboveLinks.begin(), aboveLinks.end(),
+                                       [&stop](const auto& piece) { return stop(piece.second); });
+  }
+
  private:
   [[nodiscard]] static bool IsAtOrBelow(const AbsoluteIRI& folder, const AbsoluteIRI& above) {
     const std::u16string_view text = folder.toStringView();

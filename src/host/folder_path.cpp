@@ -285,8 +285,14 @@ bool FolderPath::IsEntryOnPath(const IPathEntry& entry) const {
 }
 
 std::vector<FolderProblem> FolderPath::FindProblems() const {
+  return FindProblems([](const IPathEntry& /*folder*/) { return true; });
+}
+
+std::vector<FolderProblem> FolderPath::FindProblems(
+    const std::function<bool(const IPathEntry&)>& isWanted) const {
   std::vector<FolderProblem> problems;
-  const auto add = [&problems](const FolderEntry& entry) {
+  const auto add = [&](const FolderEntry& entry) {
+    if (!isWanted(entry)) return;
     auto found = entry.GetProblems();
     std::move(found.begin(), found.end(), std::back_inserter(problems));
   };

@@ -76,7 +76,9 @@ FolderState::~FolderState() {
 
 void FolderState::List() {
   listedOnce.Call([this] {
+    const auto start = std::chrono::steady_clock::now();
     listing = ListFolder(location);
+    listingTime = std::chrono::steady_clock::now() - start;
     specialFolders.clear();
     cutLinks.clear();
     for (const auto& subfolder : listing.specialFolders) AddSpecialFolder(subfolder);

@@ -7,6 +7,7 @@
 #include "searchpath/host/folder_entry.h"
 #include "searchpath/utilities/once_flag.h"
 
+#include <chrono>
 #include <cstddef>
 #include <memory>
 #include <optional>
@@ -31,11 +32,15 @@ class FolderState {
   [[nodiscard]] const AbsoluteIRI& Location() const noexcept { return location; }
   [[nodiscard]] const CanonicalAbsoluteIRI& Canonical() const noexcept { return canonical; }
   [[nodiscard]] PathEntryType Kind() const noexcept { return kind; }
+  /// The folders that lead down to this one.
+  [[nodiscard]] const FolderChain& Chain() const noexcept { return chain; }
 
   /// Lists the folder unless that has been done. Precondition of all that follows.
   void List();
 
   [[nodiscard]] const NameBlock& Files() const noexcept { return listing.files; }
+  /// How long listing the folder took.
+  [[nodiscard]] std::chrono::nanoseconds ListingTime() const noexcept { return listingTime; }
   [[nodiscard]] const Folders& SpecialFolders() const noexcept { return specialFolders; }
   [[nodiscard]] Folders MakeOrdinaryFolders() const;
 
@@ -68,6 +73,7 @@ class FolderState {
 
   PathManagement::detail::OnceFlag listedOnce;  // guards what follows
   FolderListing listing;
+  std::chrono::nanoseconds listingTime = {};
   Folders specialFolders;
   std::vector<FolderProblem> cutLinks;
   RememberedItems items;

@@ -1,5 +1,7 @@
 #include "searchpath/host/folder_tree.h"
 
+#include "host/held_hash.h"
+
 #include <boost/unordered/unordered_flat_set.hpp>
 
 #include <cstddef>
@@ -12,11 +14,6 @@ namespace Corvane::PathManagement::host {
 namespace {
 
 using Folders = std::vector<std::shared_ptr<const FolderEntry>>;
-
-struct HeldHash {
-  using is_avalanching = void;
-  std::size_t operator()(const AbsoluteIRI& iri) const noexcept { return hash_value(iri); }
-};
 
 /// Whether `folder` stands behind a link in `parent`.
 bool IsBehindLink(const FolderEntry& parent, const FolderEntry& folder) {

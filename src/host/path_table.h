@@ -1,6 +1,7 @@
 #ifndef SEARCHPATH_SRC_HOST_PATH_TABLE_H
 #define SEARCHPATH_SRC_HOST_PATH_TABLE_H
 
+#include "host/held_hash.h"
 #include "searchpath/host/folder_entry.h"
 
 #include <boost/unordered/unordered_flat_map.hpp>
@@ -34,11 +35,6 @@ class PathTable {
   [[nodiscard]] std::optional<std::uint32_t> Find(const AbsoluteIRI& canonical) const;
 
  private:
-  struct HeldHash {
-    using is_avalanching = void;
-    std::size_t operator()(const AbsoluteIRI& iri) const noexcept { return hash_value(iri); }
-  };
-
   void Add(const std::shared_ptr<const FolderEntry>& top);
 
   std::vector<Row> rows;

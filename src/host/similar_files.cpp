@@ -4,11 +4,13 @@
 #include "searchpath/host/filename_comparison.h"
 #include "searchpath/model/byte_text.h"
 #include "searchpath/platform/filesystem.h"
+#include "searchpath/utilities/partial_pathname.h"
 #include "text/separators.h"
 
 #include <algorithm>
 #include <array>
 #include <cstddef>
+#include <cstdint>
 #include <list>
 #include <optional>
 #include <set>
@@ -21,6 +23,8 @@ namespace Corvane::PathManagement::host {
 namespace {
 
 using PathManagement::detail::SearchTarget;
+
+constexpr std::array<std::uint32_t, 5> kAllKinds = {0, 1, 2, 3, 5};
 
 std::u16string_view WithoutExtension(const ustring& name) {
   const std::size_t length = fl::filesystem::detail::extract_extension(name).size();
@@ -147,12 +151,13 @@ const char* GetText(Similarity similarity) noexcept {
   return "one letter off";
 }
 
-std::vector<SimilarFile> FindSimilarFiles(const FolderPath& path, const SearchTarget& target,
-                                          std::size_t most) {
+std::vector<SimilarFile> FindSimilarFiles(
+    const std::vector<std::shared_ptr<const FolderEntry>>& mainFolders, const SearchTarget& target,
+    std::size_t most) {
   if (PathManagement::detail::HasSeparator(target.GetName())) return {};
   const WantedNames wanted(target);
   SimilarFiles similar(most);
-  for (const auto& folder : path.GetMainFolders()) {
+  for (const auto& folder : mainFolders) {
     FolderState& state = StateOf(*folder);
     state.List();
     const NameBlock& names = state.Files();
@@ -168,6 +173,34 @@ std::vector<SimilarFile> FindSimilarFiles(const FolderPath& path, const SearchTa
     }
   }
   return similar.TakeMostSimilar();
+}
+
+std::vector<std::shared_ptr<const IPathEntry>> FindFoldersLike(const IPath& path,
+                                                               const ustring& name,
+                                                               std::size_t most) {
+  const auto parts = SplitPartialPathname(name);
+  if (parts.empty()) return {};
+  const ustring& wanted = parts.back();
+  std::vector<std::shared_ptr<const IPathEntry>> sameButForCase;
+  std::vector<std::shared_ptr<const IPathEntry>> oneLetterOff;
+  path.ForEachEntry({kAllKinds.data(), kAllKinds.size()}, [&](const auto& entry) {
+    const ustring whole = entry->GetCanonicalAbsoluteIRI().getName();
+    const bool hasPrefix = whole.starts_with(u'+') || whole.starts_with(u'@');
+    for (const ustring& candidate : {whole, hasPrefix ? whole.substr(1) : whole}) {
+      if (AreSameFilename(candidate, wanted, FilenameMatchingPolicy::IgnoreCase)) {
+        sameButForCase.push_back(entry);
+        return false;
+      }
+      if (wanted.size() > 2 && IsOneEditAway(candidate, wanted)) {
+        oneLetterOff.push_back(entry);
+        return false;
+      }
+    }
+    return false;
+  });
+  sameButForCase.insert(sameButForCase.end(), oneLetterOff.begin(), oneLetterOff.end());
+  sameButForCase.resize(std::min(most, sameButForCase.size()));
+  return sameButForCase;
 }
 
 }  // namespace Corvane::PathManagement::host

@@ -9,7 +9,9 @@
 #include <set>
 
 // Look-ups on random trees against a plain restatement of the rules: the first folder wins, "@name"
-// folders join for the name they are called, private folders come first for the folder above them.
+// folders join for the name they are called, private folders come first for the folder above them, a
+// folder that comes again is dropped, a hidden one is not there. Shadows are the names that, so asked,
+// mean several files.
 
 namespace Corvane::PathManagement::host {
 namespace {
@@ -18,46 +20,75 @@ using test::Shown;
 using test::TemporaryTree;
 using Names = std::vector<std::string>;
 
-/// Main folders "a", "b", … with their files and those of the special folders directly below them.
+std::string Lower(std::string text) {
+  for (char& letter : text) letter = static_cast<char>(std::tolower(letter));
+  return text;
+}
+
+bool Contains(const Names& names, const std::string& name) {
+  return std::ranges::find(names, name) != names.end();
+}
+
+/// Main folders "a", "b", … with their files and those of the special folders directly below them;
+/// "link" leads to "a".
 struct Model {
   std::map<std::string, std::set<std::string>> files;  // by folder: "a", "a/@f", "a/private", …
-  Names path;
+  Names given;
+  Names without;
+  bool keepDuplicates = false;
 
-  void AddFrom(const std::string& folder, const std::string& name, const Names& extensions,
-               bool ignoreCase, Names& found) const {
-    const auto lower = [](std::string text) {
-      for (char& letter : text) letter = static_cast<char>(std::tolower(letter));
-      return text;
-    };
-    const auto add = [&](const std::string& file) {
-      if (std::ranges::find(found, folder + "/" + file) == found.end()) {
-        found.push_back(folder + "/" + file);
-      }
-    };
-    const auto held = files.find(folder);
-    if (held == files.end()) return;
+  static std::string Target(const std::string& folder) { return folder == "link" ? "a" : folder; }
+
+  [[nodiscard]] Names Path() const {
+    Names path, seen;
+    for (const auto& folder : given) {
+      if (keepDuplicates || !Contains(seen, Target(folder))) path.push_back(folder);
+      seen.push_back(Target(folder));
+    }
+    return path;
+  }
+
+  [[nodiscard]] bool IsHidden(const std::string& top, const std::string& below) const {
+    return Contains(without, Target(top)) || Contains(without, Target(top) + below);
+  }
+
+  void AddFrom(const std::string& top, const std::string& below, const std::string& name,
+               const Names& extensions, bool ignoreCase, Names& found) const {
+    const auto held = files.find(Target(top) + below);
+    if (IsHidden(top, below) || held == files.end()) return;
+    Names here;
     for (const auto& extension : extensions.empty() ? Names{""} : extensions) {
-      if (held->second.contains(name + extension)) add(name + extension);
+      const auto wanted = name + extension;
+      if (held->second.contains(wanted) && !Contains(here, wanted)) here.push_back(wanted);
       for (const auto& file : held->second) {
-        if (ignoreCase && lower(file) == lower(name + extension)) add(file);
+        const bool isMeant = ignoreCase && Lower(file) == Lower(wanted);
+        if (isMeant && !Contains(here, file)) here.push_back(file);
       }
     }
+    for (const auto& file : here) found.push_back(top + below + "/" + file);
   }
 
   [[nodiscard]] Names All(const std::string& asker, const std::string& name,
                           const Names& extensions, bool ignoreCase) const {
     Names all;
-    const auto add = [&](const std::string& folder) {
-      AddFrom(folder, name, extensions, ignoreCase, all);
+    const auto add = [&](const std::string& top, const std::string& below) {
+      AddFrom(top, below, name, extensions, ignoreCase, all);
     };
-    if (std::ranges::find(path, asker) != path.end()) add(asker + "/private");
-    for (const auto& folder : path) {
-      add(folder);
-      add(folder + "/@" + name);
+    const auto entry = std::ranges::find(given, Target(asker), Target);
+    if (entry != given.end()) add(*entry, "/private");
+    for (const auto& folder : Path()) {
+      add(folder, "");
+      add(folder, "/@" + name);
     }
     return all;
   }
 };
+
+std::string Joined(const Names& names) {
+  std::string list;
+  for (const auto& name : names) list += (list.empty() ? "" : " ") + name;
+  return list;
+}
 
 class LookupModelTest : public testing::Test {
  protected:
@@ -79,10 +110,10 @@ class LookupModelTest : public testing::Test {
         }
       }
     }
-    // No folder twice: the model knows no second look at one.
-    Names folders = {"a", "b", "c", "absent"};
-    std::ranges::shuffle(folders, random);
-    model.path = Names(folders.begin(), folders.begin() + static_cast<std::ptrdiff_t>(Below(5)));
+    tree.Link("a", "link");
+    model.given = SomeOf({"a", "b", "c", "link", "absent"}, 5);
+    model.without = SomeOf({"a", "b", "a/private", "b/@f", "c/@g", "absent"}, 1);
+    model.keepDuplicates = Below(3) == 0;
     return model;
   }
 
@@ -90,7 +121,7 @@ class LookupModelTest : public testing::Test {
     const std::string name = AnyOf({"f", "F", "g", "f.x", "h"});
     const Names extensions = name == "f.x" ? Names() : SomeOf({".x", ".y", ".X", ".z"}, 3);
     const bool ignoreCase = Below(2) == 0;
-    const std::string asker = AnyOf({"a", "b", "c", ""});
+    const std::string asker = AnyOf({"a", "b", "link", ""});
     Lookup lookup{.name = TextFromBytes(name)};
     for (const auto& extension : extensions) lookup.extensions.push_back(TextFromBytes(extension));
     if (!asker.empty()) lookup.fromFolder = tree.Text(asker);
@@ -99,11 +130,8 @@ class LookupModelTest : public testing::Test {
 
     const Names expected = model.All(asker, name, extensions, ignoreCase);
     const auto all = environment.FindAll(lookup);
-    std::string expectedList;
-    for (const auto& file : expected) expectedList += (expectedList.empty() ? "" : " ") + file;
-    ASSERT_EQ(Shown(all, tree), expectedList)
-        << name << " " << testing::PrintToString(extensions) << ignoreCase << " from " << asker
-        << " on " << testing::PrintToString(model.path);
+    ASSERT_EQ(Shown(all, tree), Joined(expected))
+        << name << " " << testing::PrintToString(extensions) << ignoreCase << " from " << asker;
     const auto first = environment.Find(lookup);
     ASSERT_TRUE(first ? *first == all.at(0) : all.empty());
     CheckExplanation(environment.Explain(lookup), all);
@@ -126,6 +154,51 @@ class LookupModelTest : public testing::Test {
     ASSERT_EQ(deciders, all.empty() ? 0U : 1U);
   }
 
+  void CheckShadows(const TemporaryTree& tree, const Environment& environment, const Model& model) {
+    const Names extensions = SomeOf({".x", ".y", ".X"}, 2);
+    const bool ignoreCase = Below(2) == 0;
+    ShadowLookup lookup;
+    for (const auto& extension : extensions) lookup.extensions.push_back(TextFromBytes(extension));
+    if (ignoreCase) lookup.policy = FilenameMatchingPolicy::IgnoreCase;
+    std::map<std::string, Names> reported;
+    for (const auto& shadow : environment.FindShadows(lookup).shadows) {
+      const std::string name = BytesFromText(shadow.name).value();
+      Names& files = reported[name];
+      files = {Shown(std::vector{shadow.winner}, tree)};
+      for (const auto& [hidden, kind, problem] : shadow.hidden) {
+        files.push_back(Shown(std::vector{hidden}, tree));
+        ASSERT_EQ(kind, KindOf(tree, files.front(), files.back())) << Joined(files);
+      }
+      ASSERT_EQ(Joined(files), Joined(model.All("", name, extensions, ignoreCase))) << name;
+      ASSERT_GT(files.size(), 1U);
+    }
+    const Names stems = {"f", "F", "g", "h"};
+    const Names wholeNames = {"f", "F", "g", "f.x", "F.x", "f.X", "g.x", "f.y"};
+    for (const auto& name : extensions.empty() ? wholeNames : stems) {
+      const Names all = model.All("", name, extensions, ignoreCase);
+      if (all.size() < 2) continue;
+      // One name stands for those that are the same when case is ignored.
+      const bool isReported = std::ranges::any_of(reported, [&](const auto& shadow) {
+        return ignoreCase
+                   ? std::ranges::all_of(
+                         all, [&](const auto& file) { return Contains(shadow.second, file); })
+                   : shadow.first == name;
+      });
+      ASSERT_TRUE(isReported) << name << testing::PrintToString(extensions) << ignoreCase;
+    }
+  }
+
+  /// All files are empty.
+  static ShadowKind KindOf(const TemporaryTree& tree, const std::string& winner,
+                           const std::string& hidden) {
+    namespace fs = std::filesystem;
+    if (fs::equivalent(tree.Path(winner), tree.Path(hidden))) return ShadowKind::SameFile;
+    const auto name = [](const std::string& file) { return fs::path(file).filename().string(); };
+    const bool isRespelled =
+        name(winner) != name(hidden) && Lower(name(winner)) == Lower(name(hidden));
+    return isRespelled ? ShadowKind::OtherCase : ShadowKind::Identical;
+  }
+
   static constexpr std::uint64_t kSeed = 20261121;
   std::mt19937_64 random{kSeed};
 };
@@ -138,11 +211,14 @@ TEST_F(LookupModelTest, RandomTreesAnswerAsTheRulesSay) {
     const TemporaryTree tree;
     for (const char* folder : {"a", "b", "c"}) tree.Folder(folder);
     const Model model = MakeTree(tree);
-    std::vector<ustring> folders;
-    for (const auto& folder : model.path) folders.push_back(tree.Text(folder));
-    const Environment environment(folders);
+    EnvironmentOptions options{.folders = {}, .keepDuplicates = model.keepDuplicates};
+    for (const auto& folder : model.given) options.folders.push_back(tree.Text(folder));
+    for (const auto& folder : model.without) options.without.push_back(tree.Text(folder));
+    SCOPED_TRACE(Joined(model.given) + " without " + Joined(model.without));
+    const Environment environment(options);
     for (int question = 0; question < 30 && !HasFatalFailure(); ++question) {
       Ask(tree, environment, model);
+      if (question % 10 == 5) CheckShadows(tree, environment, model);
     }
   }
 }

@@ -62,8 +62,19 @@ void ForEachHostOperation(const Visit& visit) {
     return w->FindProblems().size();
   });
   visit("make an environment", [](W w) {
-    const host::Environment made({w.tree.Text()}, host::FolderExpansion::Recursive);
-    return made.GetPath()->GetMainEntries()->size();
+    const host::Environment made({.folders = {w.tree.Text()},
+                                  .expansion = host::FolderExpansion::Recursive,
+                                  .without = {w.folders[2]}});
+    return made.GetPath()->GetMainEntries()->size() + made.FindIdleExclusions().size();
+  });
+  visit("FindShadows", [](W w) {
+    const auto report = w->FindShadows({.policy = Policy::IgnoreCase, .allowed = {u"none"}});
+    return Texts({report.shadows.at(0).winner, report.shadows.at(0).hidden.at(0).file});
+  });
+  visit("Examine", [](W w) { return w->Examine().size(); });
+  visit("FindFolders", [](W w) {
+    return w->FindFolders({.name = u"package/class"}).size() +
+           w->FindSimilarFolders({.name = u"PACKAGE"}).size();
   });
   visit("ConcurrentForEachEntry", [](W w) {
     std::mutex mutex;  // guards visited

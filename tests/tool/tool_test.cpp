@@ -194,6 +194,81 @@ TEST_F(ToolTest, FilesListAndIriAnswer) {
   });
 }
 
+TEST_F(ToolTest, FoldersAreHiddenAndShownOnce) {
+  Check({
+      {"ln -s lib link; s list --path over:link:lib:mid/../over --without lib/+pkg", 0, "",
+       "$T/over\n$T/link\n$T/link/private\n$T/link/resources\n$T/link/@shape\n"},
+      {"s find --all fn.m --path lib:link --keep-duplicates", 0, "", "$T/lib/fn.m\n$T/link/fn.m\n"},
+      {"s files --path lib --from lib --all --without lib/private --without mid --ext m", 0,
+       "--without `mid` hides nothing: that folder is not on the path\n",
+       "$T/lib/Case.m\n$T/lib/fn.m\n$T/lib/+pkg/inner.m\n$T/lib/@shape/shape.m\n"},
+      {"s find --explain fn.m --path over:lib:link --without over", 0, "",
+       "`fn.m` means $T/lib/fn.m\nfolders asked, in order:\n"
+       "  filtered out         $T/over  by --without over\n  holds it             $T/lib\n"
+       "  dropped as a repeat  $T/link  the same as $T/lib\n"
+       "why: the first folder on the path that holds it\n"},
+      {"s find --explain --json fn.c --path lib:link --without lib/private --from lib |"
+       " grep -oE 'outcome.:.[df][^}]*' | cut -d'\"' -f3-",
+       0, "",
+       "filtered-out`,`files`:[],`origin`:`lib`,`hider`:`lib/private`\n"
+       "dropped-as-repeat`,`files`:[],`origin`:`link`,`repeats`:`$T/lib`\n"},
+      {"s folders pkg lib/resources +PKG $PWD/link --path lib", 1,
+       "is called `+PKG`; did you mean `$T/lib/+pkg` (another case: --policy ignore-case finds "
+       "it)?",
+       "$T/lib/+pkg\n$T/lib/resources\n$T/lib\n"},
+      {"s folders --literal cls +pkg/cls --path lib --json", 1,
+       "`cls`; did you mean `$T/lib/+pkg/@cls`?",
+       "{`name`:`+pkg/cls`,`path`:`$T/lib/+pkg/@cls`,`kind`:`@`}\n"},
+      {"s folders --literal pkg --path lib -0", 1, "without --literal it denotes `$T/lib/+pkg`\n",
+       ""},
+      {"s folders $PWD/no sbu --path lib:lib/sub", 1, "called `sbu`; did you mean `$T/lib/sub`?",
+       ""},
+  });
+}
+
+TEST_F(ToolTest, ShadowsAndDoctorCheck) {
+  Check({
+      {"echo 1 >mid/fn.m; ln -s ../mid/fn.m a:b; s shadows --path mid:over:lib --path @folders", 1,
+       "",
+       "`fn.m` means $T/mid/fn.m and hides\n  different   $T/over/fn.m\n"
+       "  different   $T/lib/fn.m\n  same file   $T/a:b/fn.m\n"},
+      {"s shadows --ext m --json --path lib:over --path mid", 1, "",
+       "{`name`:`fn`,`path`:`$T/lib/fn.m`,`hidden`:[{`path`:`$T/over/fn.m`,`kind`:`identical`},"
+       "{`path`:`$T/mid/fn.m`,`kind`:`different`}]}\n"
+       "{`name`:`shape`,`path`:`$T/lib/@shape/shape.m`,`hidden`:[{`path`:`$T/mid/shape.m`,"
+       "`kind`:`identical`}]}\n"},
+      {"s shadows --summary --path over:lib:mid", 1, "",
+       "1 name hides 2 files: 1 different, 1 identical\n"
+       "  $T/over hides 1 file of $T/lib: 1 identical\n"
+       "  $T/over hides 1 file of $T/mid: 1 different\n"},
+      {"s shadows --summary --json --path over:lib | cut -d, -f-4", 0, "",
+       "{`names`:1,`files`:1,`different`:0,`identical`:1\n"
+       "{`winner`:`$T/over`,`hidden`:`$T/lib`,`files`:1,`different`:0\n"},
+      {"printf 'fn.m\nold.m' >allow; s shadows --allow allow --path over:lib", 0,
+       "searchpath: --allow `old.m`: that name hides nothing (any more)\n", ""},
+      {"s shadows plain Plain --path lib:over --summary", 0,
+       "`Plain` on the path; did you mean `$T/", "0 names hide 0 files\n"},
+      {"s shadows --path over:no --strict", 2, "cannot search `$T/no`: no such folder\n", ""},
+      {"s shadows --path over --allow no", 2, "cannot read `no`, the names of --allow: No such",
+       ""},
+      {"s doctor --path mid:over --path lib --without lib/sub", 0, "--without `lib/sub` hides", ""},
+      {"s doctor --path over:no:./over:odd:lib/private:lib | sed 's/;.*//'", 0, "",
+       "$T/no: no such folder\n$T/over: the same folder as $T/over\n"
+       "$T/odd/bad\xFF: names that are not UTF-8\n"
+       "$T/lib/private: belongs to $T/lib, which is on the path\n"
+       "$T/odd/CASE.m, $T/lib/Case.m: names that are one where case is ignored\n"},
+      {"echo http://h/ >web; s doctor --json --path over:no --path @web --without over", 1, "",
+       "{`finding`:`unreadable`,`path`:`http://h/`,`origin`:`http://h/`,`problem`:`not a pathname "
+       "or an IRI that names a folder here`,`advice`:`mend that, or take the folder off the path`}"
+       "\n{`finding`:`missing`,`path`:`$T/no`,`origin`:`no`,`problem`:`no such folder`,"
+       "`advice`:`make the folder, or take it off the path`}\n"},
+      {"s doctor --slow 0 --path over --json | cut -d'\"' -f4,8,12", 0, "",
+       "slow\"$T/over\"over\n"},
+      {"s doctor --slow 1x --path over", 2, "--slow is a number of milliseconds, not `1x`", ""},
+      {"s docter", 2, "there is no command `docter`; did you mean doctor?", ""},
+  });
+}
+
 TEST_F(ToolTest, WrongUsageIsOneLineThatHelps) {
   Check({
       {"s", 2, "no command; type: searchpath find NAME --path FOLDERS", ""},
@@ -223,7 +298,8 @@ TEST_F(ToolTest, WrongUsageIsOneLineThatHelps) {
 }
 
 TEST_F(ToolTest, HelpFitsAScreenAndBeginsWithExamples) {
-  for (const std::string command : {"s ", "s find ", "s files ", "s list ", "s iri "}) {
+  for (const std::string command : {"s ", "s find ", "s files ", "s list ", "s folders ",
+                                    "s shadows ", "s doctor ", "s iri "}) {
     const std::string help = RunShell(command + "-h").out;
     EXPECT_TRUE(help.starts_with("Usage: searchpath")) << help;
     EXPECT_LE(std::count(help.begin(), help.end(), '\n'), 24) << command;
@@ -234,7 +310,8 @@ TEST_F(ToolTest, HelpFitsAScreenAndBeginsWithExamples) {
 }
 
 TEST_F(ToolTest, AClosedPipeEndsQuietlyAlsoWhereItsSignalIsIgnored) {
-  Check({{"trap '' PIPE; { s list --path @long; echo $? >../end; } | sed q", 0, "", "$T/lib\n"}});
+  Check({{"trap '' PIPE; { s list --keep-duplicates --path @long; echo $? >../end; } | sed q", 0,
+          "", "$T/lib\n"}});
   EXPECT_EQ(Read("end"), "141\n");
 }
 

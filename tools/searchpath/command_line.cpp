@@ -131,7 +131,7 @@ void CommandLine::CheckOperands() const {
   if (wanted.empty() && !operands.empty()) {
     throw UsageError(std::string(text.name) + " takes options only, not " + Quoted(operands[0]));
   }
-  if (!wanted.empty() && operands.empty()) {
+  if (!wanted.empty() && !wanted.starts_with('[') && operands.empty()) {
     throw UsageError(std::string(text.name) + " needs " + wanted +
                      "; type: " + GetLineWith(wanted));
   }

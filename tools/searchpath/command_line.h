@@ -24,7 +24,7 @@ class UsageError : public std::runtime_error {
 /// What the help of a command says beside its options.
 struct CommandText {
   const char* name;
-  const char* operands;  ///< "NAME..."
+  const char* operands;  ///< "NAME...", or "[NAME...]" where there may be none
   const char* purpose;
   const char* examples;
   const char* notes;  ///< what --help says at its end

@@ -20,6 +20,15 @@ namespace Corvane::PathManagement::tool {
 /// Which files are on the path?
 [[nodiscard]] Outcome RunFiles(const std::vector<std::string>& arguments);
 
+/// Which folders of the path do names denote?
+[[nodiscard]] Outcome RunFolders(const std::vector<std::string>& arguments);
+
+/// Which names hide files?
+[[nodiscard]] Outcome RunShadows(const std::vector<std::string>& arguments);
+
+/// What is wrong with the path?
+[[nodiscard]] Outcome RunDoctor(const std::vector<std::string>& arguments);
+
 /// What do texts become as IRIs?
 [[nodiscard]] Outcome RunIri(const std::vector<std::string>& arguments);
 

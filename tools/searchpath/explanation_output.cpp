@@ -36,6 +36,12 @@ std::string GetRemark(const Output& output, const host::Environment& environment
                       output.GetShown(GetBytes(host::GetNativePath(file))));
   }
   if (const char* problem = FindProblemText(*asked.folder)) remarks.emplace_back(problem);
+  if (asked.repeated != nullptr) {
+    remarks.push_back("the same as " + output.GetShown(GetBytes(GetNativePath(*asked.repeated))));
+  }
+  if (asked.outcome == host::FolderOutcome::FilteredOut) {
+    remarks.push_back("by --without " + output.GetShown(GetBytes(asked.hider)));
+  }
   if (!IsItself(environment, asked)) {
     remarks.push_back("from --path " + output.GetShown(GetBytes(asked.origin)));
   }
@@ -90,6 +96,8 @@ nlohmann::ordered_json GetObject(const host::AskedFolder& asked) {
   }
   AddText(object, "origin", asked.origin);
   if (const char* problem = FindProblemText(*asked.folder)) object["problem"] = problem;
+  if (asked.repeated != nullptr) AddText(object, "repeats", GetNativePath(*asked.repeated));
+  if (asked.outcome == host::FolderOutcome::FilteredOut) AddText(object, "hider", asked.hider);
   return object;
 }
 

@@ -91,7 +91,10 @@ void ForEachFolder(const host::Environment& environment, const FilesOptions& opt
   }
   const auto folder = GetFolder(environment, *options.from);
   if (options.all) {
-    folder->ForEachEntryInScope(GetScopeOfAll(), visitor);
+    const auto path = environment.GetPath();
+    folder->ForEachEntryInScope(GetScopeOfAll(), [&](const auto& entry) {
+      return path->IsEntryOnPath(*entry) && visitor(entry);
+    });
   } else {
     visitor(folder);
   }

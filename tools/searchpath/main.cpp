@@ -17,7 +17,8 @@ struct Command {
 };
 
 constexpr Command kCommands[] = {
-    {"find", RunFind}, {"files", RunFiles}, {"list", RunList}, {"iri", RunIri}};
+    {"find", RunFind},       {"files", RunFiles},   {"list", RunList}, {"folders", RunFolders},
+    {"shadows", RunShadows}, {"doctor", RunDoctor}, {"iri", RunIri}};
 
 constexpr const char* kExamples =
     "Examples:\n"
@@ -25,16 +26,21 @@ constexpr const char* kExamples =
     "  searchpath find --all ls --path \"$PATH\"      and what does it hide?\n"
     "  searchpath find --explain ls --path \"$PATH\"  why that file?\n"
     "  searchpath list --path lib --recursive       which folders are searched?\n"
+    "  searchpath shadows --path lib:src            which files hide others?\n"
+    "  searchpath doctor --path \"$PATH\"            what is wrong with the path?\n"
     "  searchpath iri '/usr/my lib'                 how is a folder written as an IRI?\n\n";
 
 constexpr const char* kHelp =
     "Usage: searchpath COMMAND [OPTION]... [ARGUMENT]...\n"
     "Tells which file a name means on a search path.\n\n"
     "Commands:\n"
-    "  find NAME...   the file that each NAME means\n"
-    "  files          the files on the path, all or by extension\n"
-    "  list           the folders of the path, in order\n"
-    "  iri TEXT...    what a text becomes: IRI, canonical IRI, native path\n\n"
+    "  find NAME...       the file that each NAME means\n"
+    "  files              the files on the path, all or by extension\n"
+    "  list               the folders of the path, in order\n"
+    "  folders NAME...    the folders of the path that each NAME denotes\n"
+    "  shadows [NAME...]  the names that hide files, and how those differ\n"
+    "  doctor             what is wrong with the path, and what to do about it\n"
+    "  iri TEXT...        what a text becomes: IRI, canonical IRI, native path\n\n"
     "searchpath COMMAND -h shows its options, --help examples and more.\n"
     "searchpath --version shows the version.\n";
 

@@ -5,9 +5,13 @@
 
 namespace Corvane::PathManagement::tool {
 
+void AddPolicyTo(CommandLine& commandLine, std::optional<std::string>& policy) {
+  commandLine.AddValue("--policy", "POLICY", policy, "case-sensitive, ignore-case or file-system");
+}
+
 void MatchingOptions::AddTo(CommandLine& commandLine, const std::string& helpOnExtensions) {
   commandLine.AddValues("--ext", "EXT", extensions, helpOnExtensions);
-  commandLine.AddValue("--policy", "POLICY", policy, "case-sensitive, ignore-case or file-system");
+  AddPolicyTo(commandLine, policy);
 }
 
 std::vector<ustring> MatchingOptions::GetExtensions() const {
@@ -19,7 +23,7 @@ std::vector<ustring> MatchingOptions::GetExtensions() const {
   return withDots;
 }
 
-FilenameMatchingPolicy MatchingOptions::GetPolicy() const {
+FilenameMatchingPolicy GetPolicy(const std::optional<std::string>& policy) {
   return ChooseValue<FilenameMatchingPolicy>(
       "--policy", policy.value_or("file-system"),
       {{"case-sensitive", FilenameMatchingPolicy::CaseSensitive},

@@ -12,6 +12,11 @@ namespace Corvane::PathManagement::tool {
 
 class CommandLine;
 
+void AddPolicyTo(CommandLine& commandLine, std::optional<std::string>& policy);
+
+/// The policy called so, file-system unless one is. Errors: `UsageError`.
+[[nodiscard]] FilenameMatchingPolicy GetPolicy(const std::optional<std::string>& policy);
+
 /// Which file names are the ones that are asked for.
 struct MatchingOptions {
   std::vector<std::string> extensions;
@@ -23,7 +28,7 @@ struct MatchingOptions {
   [[nodiscard]] std::vector<ustring> GetExtensions() const;
 
   /// Errors: `UsageError`.
-  [[nodiscard]] FilenameMatchingPolicy GetPolicy() const;
+  [[nodiscard]] FilenameMatchingPolicy GetPolicy() const { return tool::GetPolicy(policy); }
 };
 
 }  // namespace Corvane::PathManagement::tool

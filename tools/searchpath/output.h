@@ -15,8 +15,14 @@ namespace Corvane::PathManagement::tool {
 
 class CommandLine;
 
-/// What the program ends with.
-enum class Outcome : std::uint8_t { Found = 0, NotFound = 1, Failed = 2 };
+/// What the program ends with: the answer of a question, or that of a check.
+enum class Outcome : std::uint8_t {
+  Found = 0,
+  NotFound = 1,
+  Clean = Found,
+  Findings = NotFound,
+  Failed = 2
+};
 
 /// How data is written, as it was asked for.
 struct OutputOptions {

@@ -11,6 +11,7 @@
 #include <fstream>
 #include <iostream>
 #include <system_error>
+#include <utility>
 
 namespace Corvane::PathManagement::tool {
 
@@ -24,7 +25,10 @@ constexpr const char* kNotes =
     "  --path - for standard input. An empty part is dropped; it is not the working\n"
     "  folder, as it would be in $PATH: write \".\". A folder whose name begins with\n"
     "  \"@\" or is \"-\" is written \"./@name\" or \"./-\". A folder that cannot be searched\n"
-    "  is told on standard error; the others are searched.\n"
+    "  is told on standard error; the others are searched. A folder that comes again,\n"
+    "  perhaps by a link, is on the path once, at its first place.\n"
+    "  --without hides a folder with all that belongs to it; with --recursive also\n"
+    "  those below it.\n"
     "  \"+\", \"@\", private and resources folders belong to the folder that they stand\n"
     "  in: --recursive passes them by.\n";
 
@@ -40,20 +44,37 @@ std::vector<ustring> ReadList(std::istream& list, const std::string& what) {
 std::vector<ustring> ReadPart(const std::string& part) {
   if (part == "-") return ReadList(std::cin, "standard input, the list of --path -");
   if (!part.starts_with('@')) return SplitZentraPath(TextFromBytes(part));
-  std::ifstream file(part.substr(1));
-  return ReadList(file, Quoted(part.substr(1)) + ", the list of --path " + part +
-                            " (for a folder of that name write ./" + part + ')');
+  return ReadListFile(part.substr(1), "the list of --path " + part +
+                                          " (for a folder of that name write ./" + part + ')');
+}
+
+std::vector<ustring> GetTexts(const std::vector<std::string>& words) {
+  std::vector<ustring> texts;
+  for (const std::string& word : words) texts.push_back(TextFromBytes(word));
+  return texts;
 }
 
 }  // namespace
 
-void PathOptions::AddTo(CommandLine& commandLine) {
+std::vector<ustring> ReadListFile(const std::string& name, const std::string& what) {
+  std::ifstream file(name);
+  return ReadList(file, Quoted(name) + ", " + what);
+}
+
+void PathOptions::AddFoldersTo(CommandLine& commandLine) {
   commandLine.AddValues("--path", "FOLDERS", parts,
                         "A:B:..., @FILE with a folder a line, - for stdin");
   commandLine.AddFlag("--recursive", recursive, "each folder with all ordinary folders below it");
+  commandLine.AddValues("--without", "FOLDER", without, "hide this folder; may be repeated");
+  commandLine.AddNotes(kNotes);
+}
+
+void PathOptions::AddTo(CommandLine& commandLine) {
+  AddFoldersTo(commandLine);
+  commandLine.AddFlag("--keep-duplicates", keepDuplicates,
+                      "search a folder as often as it is there");
   commandLine.AddFlag("--quiet", quiet, "no word on folders that cannot be searched");
   commandLine.AddFlag("--strict", strict, "exit with 2 when there are such folders");
-  commandLine.AddNotes(kNotes);
 }
 
 host::Environment OpenPath(const PathOptions& options, const CommandLine& commandLine) {
@@ -69,8 +90,11 @@ host::Environment OpenPath(const PathOptions& options, const CommandLine& comman
     throw UsageError("--path names no folder; write . for the working folder: --path .");
   }
   const Progress progress(options.quiet);
-  return host::Environment(
-      folders, options.recursive ? host::FolderExpansion::Recursive : host::FolderExpansion::Alone);
+  return host::Environment({.folders = std::move(folders),
+                            .expansion = options.recursive ? host::FolderExpansion::Recursive
+                                                           : host::FolderExpansion::Alone,
+                            .keepDuplicates = options.keepDuplicates,
+                            .without = GetTexts(options.without)});
 }
 
 bool TellProblems(const host::Environment& environment, const PathOptions& options) {
@@ -84,7 +108,15 @@ bool TellProblems(const host::Environment& environment, const PathOptions& optio
     if (options.quiet) break;
     Tell("cannot search " + Quoted(GetBytes(problem.folder)) + ": " + problem.GetText());
   }
+  if (!options.quiet) TellIdleExclusions(environment);
   return options.strict && !problems.empty();
+}
+
+void TellIdleExclusions(const host::Environment& environment) {
+  for (const ustring& folder : environment.FindIdleExclusions()) {
+    Tell("--without " + Quoted(GetBytes(folder)) +
+         " hides nothing: that folder is not on the path");
+  }
 }
 
 void ReadFolders(const host::Environment& environment, const PathOptions& options) {

@@ -14,10 +14,15 @@ class CommandLine;
 struct PathOptions {
   std::vector<std::string> parts;  // of --path, in order
   bool recursive = false;
+  std::vector<std::string> without;
+  bool keepDuplicates = false;
   bool quiet = false;
   bool strict = false;
 
   void AddTo(CommandLine& commandLine);
+
+  /// For a command that looks for what is wrong with the path itself.
+  void AddFoldersTo(CommandLine& commandLine);
 };
 
 /// Errors: `UsageError` when there is no path, or a list that cannot be read.
@@ -27,8 +32,16 @@ struct PathOptions {
 /// Reads all folders of the path, special ones too, so that nothing has to be waited for later.
 void ReadFolders(const host::Environment& environment, const PathOptions& options);
 
-/// Tells which folders cannot be searched. Returns whether that makes the command fail.
+/// Tells which folders cannot be searched, and which --without hide nothing. Returns whether that
+/// makes the command fail.
 [[nodiscard]] bool TellProblems(const host::Environment& environment, const PathOptions& options);
+
+/// The lines of the list `name`, which `what` says the use of. Errors: `UsageError` when it cannot be
+/// read.
+[[nodiscard]] std::vector<ustring> ReadListFile(const std::string& name, const std::string& what);
+
+/// Tells which --without hide nothing.
+void TellIdleExclusions(const host::Environment& environment);
 
 /// Answers a --from whose folder cannot be used.
 [[noreturn]] void RefuseFrom(const std::string& folder,

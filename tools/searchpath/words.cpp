@@ -32,6 +32,10 @@ const char* GetOutcomeText(host::FolderOutcome outcome) noexcept {
       return "other-case-only";
     case host::FolderOutcome::Unreadable:
       return "unreadable";
+    case host::FolderOutcome::DroppedAsRepeat:
+      return "dropped-as-repeat";
+    case host::FolderOutcome::FilteredOut:
+      return "filtered-out";
     case host::FolderOutcome::Absent:
       break;
   }
@@ -54,6 +58,44 @@ const char* GetRuleText(host::DecidingRule rule) noexcept {
       break;
   }
   return "nothing-found";
+}
+
+const char* GetShadowText(host::ShadowKind kind) noexcept {
+  switch (kind) {
+    case host::ShadowKind::Different:
+      return "different";
+    case host::ShadowKind::Identical:
+      return "identical";
+    case host::ShadowKind::OtherCase:
+      return "other-case";
+    case host::ShadowKind::SameFile:
+      return "same-file";
+    case host::ShadowKind::Unreadable:
+      break;
+  }
+  return "unreadable";
+}
+
+const char* GetFindingText(host::FindingKind kind) noexcept {
+  switch (kind) {
+    case host::FindingKind::Missing:
+      return "missing";
+    case host::FindingKind::Unreadable:
+      return "unreadable";
+    case host::FindingKind::Empty:
+      return "empty";
+    case host::FindingKind::Repeat:
+      return "repeat";
+    case host::FindingKind::Special:
+      return "special";
+    case host::FindingKind::Slow:
+      return "slow";
+    case host::FindingKind::CaseCollision:
+      return "case-collision";
+    case host::FindingKind::NotUtf8:
+      break;
+  }
+  return "not-utf-8";
 }
 
 }  // namespace Corvane::PathManagement::tool

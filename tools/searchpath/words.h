@@ -1,7 +1,9 @@
 #ifndef SEARCHPATH_TOOLS_SEARCHPATH_WORDS_H
 #define SEARCHPATH_TOOLS_SEARCHPATH_WORDS_H
 
+#include "searchpath/host/doctor.h"
 #include "searchpath/host/explanation.h"
+#include "searchpath/host/shadows.h"
 #include "searchpath/model/path_entry_type.h"
 
 namespace Corvane::PathManagement::tool {
@@ -16,6 +18,12 @@ namespace Corvane::PathManagement::tool {
 
 /// "first-folder", "nothing-found" and the like.
 [[nodiscard]] const char* GetRuleText(host::DecidingRule rule) noexcept;
+
+/// "different", "same-file" and the like.
+[[nodiscard]] const char* GetShadowText(host::ShadowKind kind) noexcept;
+
+/// "missing", "not-utf-8" and the like.
+[[nodiscard]] const char* GetFindingText(host::FindingKind kind) noexcept;
 
 }  // namespace Corvane::PathManagement::tool
 

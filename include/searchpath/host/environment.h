@@ -2,13 +2,15 @@
 #define SEARCHPATH_HOST_ENVIRONMENT_H
 
 #include "searchpath/export.h"
+#include "searchpath/host/doctor.h"
 #include "searchpath/host/explanation.h"
-#include "searchpath/host/folder_path.h"
 #include "searchpath/host/folder_problem.h"
+#include "searchpath/host/shadows.h"
 #include "searchpath/host/similar_file.h"
 #include "searchpath/host/working_folder.h"
 #include "searchpath/model/filename_matching_policy.h"
 #include "searchpath/model/found_item.h"
+#include "searchpath/model/path.h"
 #include "searchpath/model/ustring.h"
 
 #include <boost/optional.hpp>
@@ -21,6 +23,8 @@
 #include <vector>
 
 namespace Corvane::PathManagement::host {
+
+class PathView;
 
 /// A question to an `Environment`: which file does a name mean?
 struct Lookup {
@@ -39,19 +43,43 @@ enum class FolderExpansion : std::uint8_t {
   Recursive,  ///< each folder and all ordinary folders below it, see `CreateFolderTree`
 };
 
+/// What an `Environment` is made of.
+struct EnvironmentOptions {
+  /// As users type them, see `WorkingFolder`. One that names no place at all is left out and is a
+  /// problem. For a search-path string, hand in its `SplitZentraPath`.
+  std::vector<ustring> folders;
+  FolderExpansion expansion = FolderExpansion::Alone;
+  /// Whether a folder that is given twice, perhaps by a link, is on the path twice. Otherwise it is
+  /// there once, at its first place.
+  bool keepDuplicates = false;
+  /// Folders that are not to be on the path: each is hidden with the special folders below it, and
+  /// with all folders below it when folders are expanded.
+  std::vector<ustring> without = {};
+};
+
+/// A folder as a user names it, and how the name is to be read.
+struct FolderLookup {
+  /// A folder in full, or a partial pathname: trailing folders of the location.
+  ustring name;
+  FilenameMatchingPolicy policy = FilenameMatchingPolicy::FileSystemDefault;
+  /// Whether "+" has to be written, and a partial pathname may not begin below a special folder.
+  bool isLiteral = false;
+};
+
 /// A working environment on this machine's folders: a search path and what is needed to ask it.
 ///
 /// Threads: all operations, from any thread.
 /// Errors: a folder that cannot be searched is a problem; the rest of the path is searched.
 class SEARCHPATH_EXPORT Environment {
  public:
-  /// `folders` are folders as users type them, see `WorkingFolder`. One that names no place at all
-  /// is left out and is a problem. For a search-path string, hand in its `SplitZentraPath`.
+  explicit Environment(const EnvironmentOptions& options);
   explicit Environment(const std::vector<ustring>& folders,
                        FolderExpansion expansion = FolderExpansion::Alone);
   ~Environment();
 
-  [[nodiscard]] const std::shared_ptr<const FolderPath>& GetPath() const noexcept { return path; }
+  /// The path that is asked: a `FolderPath`, seen without repeats and hidden folders. Its entries
+  /// are `FolderEntry` objects.
+  [[nodiscard]] const std::shared_ptr<const IPath>& GetPath() const noexcept;
   [[nodiscard]] const WorkingFolder& GetWorkingFolder() const noexcept { return workingFolder; }
 
   /// The file that the name means; empty when there is none.
@@ -78,16 +106,43 @@ class SEARCHPATH_EXPORT Environment {
   [[nodiscard]] std::vector<SimilarFile> FindSimilar(const Lookup& lookup,
                                                      std::size_t most = 3) const;
 
+  /// The entries that the name of a folder denotes, in path order, special folders too.
+  [[nodiscard]] std::vector<std::shared_ptr<const IPathEntry>> FindFolders(
+      const FolderLookup& lookup) const;
+
+  /// At most `most` folders of the path that may have been meant by a name that denotes none: their
+  /// last part is called so in another case, without its "+" or "@", or but for one letter.
+  ///
+  /// Cost: lists every folder.
+  [[nodiscard]] std::vector<std::shared_ptr<const IPathEntry>> FindSimilarFolders(
+      const FolderLookup& lookup, std::size_t most = 3) const;
+
+  /// The names that hide files, and what the hidden ones are to those that hide them.
+  ///
+  /// Cost: reads every name on the path, and the files that have one name and one size; on all
+  /// processors.
+  [[nodiscard]] ShadowReport FindShadows(const ShadowLookup& lookup = {}) const;
+
+  /// What is wrong with the path: folder by folder in path order, each file name that collides at
+  /// the end. Folders that are hidden are not examined.
+  ///
+  /// Cost: reads every name on the path. What has been listed before is not listed again: then the
+  /// time that it took is the one of that time.
+  [[nodiscard]] std::vector<PathFinding> Examine(const Examination& examination = {}) const;
+
   /// The folders that cannot be searched: first those that name no place, then in path order.
   [[nodiscard]] std::vector<FolderProblem> FindProblems() const;
+
+  /// The folders that the path was to be without and that hide nothing, as they were given.
+  ///
+  /// Cost: lists every folder of the path, unless each hides a main entry.
+  [[nodiscard]] std::vector<ustring> FindIdleExclusions() const;
 
  private:
   [[nodiscard]] std::optional<AbsoluteIRI> AskerOf(const Lookup& lookup) const;
 
   WorkingFolder workingFolder;
-  std::vector<ustring> origins;          // of the main entries: the folder given that brought each
-  std::vector<FolderProblem> unlocated;  // folders given that name no place
-  std::shared_ptr<const FolderPath> path;
+  std::shared_ptr<const PathView> view;
 };
 
 /// The folders of a list that holds one folder or IRI a line; empty lines are dropped, nothing is

@@ -22,6 +22,8 @@ enum class FolderOutcome : std::uint8_t {
   OtherCaseOnly,         ///< holds the name only in another case
   Absent,                ///< holds no such file
   Unreadable,            ///< could not be searched
+  DroppedAsRepeat,       ///< not asked: the path holds the same folder elsewhere
+  FilteredOut,           ///< not asked: hidden from the path
 };
 
 /// The outcome in words.
@@ -42,12 +44,15 @@ enum class DecidingRule : std::uint8_t {
 /// The rule in words.
 [[nodiscard]] SEARCHPATH_EXPORT const char* GetText(DecidingRule rule) noexcept;
 
-/// One folder that a look-up asked.
+/// One folder that a look-up asked, or would have asked if it were not dropped or hidden.
 struct AskedFolder {
   std::shared_ptr<const IPathEntry> folder;
   FolderOutcome outcome;
-  std::vector<FoundItem> files;  ///< its matches, the best first
+  std::vector<FoundItem> files;  ///< its matches, the best first; none of one that was not asked
   ustring origin;  ///< the folder, as it was given, that brought this one onto the path
+  std::shared_ptr<const IPathEntry> repeated =
+      nullptr;         ///< of a repeat: what it repeats, else null
+  ustring hider = {};  ///< of one that is filtered out: the folder, as it was given, that hides it
 };
 
 /// Why a name means the file that it means.

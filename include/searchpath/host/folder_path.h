@@ -7,6 +7,7 @@
 #include "searchpath/host/lookup_observer.h"
 #include "searchpath/model/path.h"
 
+#include <functional>
 #include <memory>
 #include <vector>
 
@@ -71,6 +72,9 @@ class SEARCHPATH_EXPORT FolderPath : public IPath {
   /// What keeps folders of the path from being searched, in path order. Opens main folders that have
   /// not been listed; of what is below them, knows what questions have come upon so far.
   [[nodiscard]] std::vector<FolderProblem> FindProblems() const;
+  /// The same of the folders for which `isWanted`, called in path order, returns true.
+  [[nodiscard]] std::vector<FolderProblem> FindProblems(
+      const std::function<bool(const IPathEntry&)>& isWanted) const;
 
  private:
   struct State;

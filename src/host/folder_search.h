@@ -1,0 +1,17 @@
+#ifndef SEARCHPATH_SRC_HOST_FOLDER_SEARCH_H
+#define SEARCHPATH_SRC_HOST_FOLDER_SEARCH_H
+
+#include "searchpath/host/environment.h"
+
+#include <memory>
+#include <vector>
+
+namespace Corvane::PathManagement::host {
+
+/// As `Environment::FindFolders`.
+[[nodiscard]] std::vector<std::shared_ptr<const IPathEntry>> FindFoldersNamed(
+    const IPath& path, const WorkingFolder& workingFolder, const FolderLookup& lookup);
+
+}  // namespace Corvane::PathManagement::host
+
+#endif  // SEARCHPATH_SRC_HOST_FOLDER_SEARCH_H

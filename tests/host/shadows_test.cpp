@@ -1,0 +1,121 @@
+#include "support/shown.h"
+
+#include <gtest/gtest.h>
+
+#include <sys/stat.h>
+
+// That shadows are exactly what a look-up of each name finds is checked in lookup_model_test.cpp.
+
+namespace Corvane::PathManagement::host {
+namespace {
+
+using test::Shown;
+
+/// Folders "a", "b" and "c" on a path.
+struct ShadowsTest : testing::Test {
+  /// Each shadow as "name: winner > kind file, kind file;".
+  [[nodiscard]] std::string List(const std::vector<Shadow>& shadows) const {
+    std::string list;
+    for (const auto& shadow : shadows) {
+      list += BytesFromText(shadow.name).value() + ": " + Shown(std::vector{shadow.winner}, tree);
+      for (const auto& [file, kind, problem] : shadow.hidden) {
+        list += (&file == &shadow.hidden.front().file ? " > " : ", ") + std::string(GetText(kind)) +
+                ' ' + Shown(std::vector{file}, tree);
+        if (problem) list += " (" + problem->reason.message() + ')';
+      }
+      list += ";\n";
+    }
+    return list;
+  }
+
+  test::TemporaryTree tree;
+  std::vector<ustring> folders = {tree.Text("a"), tree.Text("b"), tree.Text("c")};
+};
+
+TEST_F(ShadowsTest, EachHiddenFileIsComparedWithTheOneThatHidesIt) {
+  const std::string large(100000, 'x');
+  for (const std::string& file : std::vector<std::string>{"a/size 1",
+                                                          "b/size 12",
+                                                          "a/bytes 12",
+                                                          "b/bytes 13",
+                                                          "c/bytes 12",
+                                                          "b/large " + large + "z",
+                                                          "a/large " + large + "y",
+                                                          "c/large " + large + "y",
+                                                          "a/empty ",
+                                                          "b/empty ",
+                                                          "a/link same",
+                                                          "b/hard same",
+                                                          "c/Link same",
+                                                          "b/lost 12",
+                                                          "c/lost 12",
+                                                          "a/only ",
+                                                          "a/private/size 1",
+                                                          "a/+p/size ",
+                                                          "b/@one/one 1",
+                                                          "c/one 1"}) {
+    tree.File(file.substr(0, file.find(' ')));
+    std::ofstream(tree.Path(file.substr(0, file.find(' ')))) << file.substr(file.find(' '));
+  }
+  tree.Link("../a/link", "b/link");
+  tree.Link("../b/link", "c/LINK");
+  ASSERT_EQ(link(tree.Path("b/hard").c_str(), tree.Path("a/hard").c_str()), 0);
+  const Environment environment(folders);
+  EXPECT_EQ(Shown(environment.FindAll({.name = u"lost"}), tree), "b/lost c/lost");
+  std::filesystem::remove(tree.Path("c/lost"));
+  EXPECT_EQ(List(environment.FindShadows().shadows),
+            "bytes: a/bytes > different b/bytes, identical c/bytes;\n"
+            "empty: a/empty > identical b/empty;\n"
+            "hard: a/hard > same file b/hard;\n"
+            "large: a/large > different b/large, identical c/large;\n"
+            "link: a/link > same file b/link;\n"
+            "lost: b/lost > unreadable c/lost (No such file or directory);\n"
+            "one: b/@one/one > identical c/one;\n"
+            "size: a/size > different b/size;\n");
+  const ShadowLookup respelled{.names = {u"LINK"}, .policy = FilenameMatchingPolicy::IgnoreCase};
+  EXPECT_EQ(List(environment.FindShadows(respelled).shadows),
+            "LINK: a/link > same file b/link, same file c/LINK, other case c/Link;\n");
+}
+
+struct AskedRow {
+  ShadowLookup lookup;
+  std::string shadows;
+  std::vector<ustring> unknownAndIdle = {};
+};
+
+TEST_F(ShadowsTest, NamesAreThoseThatALookUpTakes) {
+  constexpr auto kIgnore = FilenameMatchingPolicy::IgnoreCase;
+  tree.Files({"a/fn.m", "a/fn.c", "b/fn.m", "b/a.b.m", "c/a.b.m", "a/a.b", "b/a.b", "b/.m", "c/.m",
+              "a/@m/m.m", "c/m.m", "a/@n.m/n.m", "b/n.m", "c/@FN/fn.M"});
+  const std::vector<AskedRow> rows = {
+      {{.extensions = {u".m"}},
+       "a.b.m: b/a.b.m > identical c/a.b.m;\nfn: a/fn.m > identical b/fn.m;\n"
+       "m: a/@m/m.m > identical c/m.m;\n"},
+      {{.extensions = {u".c", u".m"}, .allowed = {u"m", u"a.b.m", u"fn.m", u"\xD800"}},
+       "fn: a/fn.c > identical a/fn.m, identical b/fn.m;\n",
+       {u"fn.m", u"\xD800"}},
+      {{.names = {u"fn.m", u"a.b", u"no", u"b/fn.m"}, .allowed = {u"a.b", u"no", u"never"}},
+       "fn.m: a/fn.m > identical b/fn.m;\n",
+       {u"no", u"no"}},
+      {{.extensions = {u".M"}, .policy = kIgnore, .allowed = {u"A.B.M", u"M"}},
+       "FN: a/fn.m > identical b/fn.m, other case c/@FN/fn.M;\nfn: a/fn.m > identical b/fn.m;\n",
+       {}},
+      {{.extensions = {u".q", u"\xD800"}}, ""},
+  };
+  const Environment environment(folders);
+  for (const auto& [lookup, shadows, unknownAndIdle] : rows) {
+    ShadowReport report = environment.FindShadows(lookup);
+    report.unknown.insert(report.unknown.end(), report.idleAllowances.begin(),
+                          report.idleAllowances.end());
+    EXPECT_EQ(List(report.shadows), shadows) << testing::PrintToString(lookup.extensions);
+    EXPECT_EQ(report.unknown, unknownAndIdle) << testing::PrintToString(lookup.extensions);
+  }
+  const ShadowSummary summary = GetSummary(environment.FindShadows().shadows);
+  EXPECT_EQ(summary.counts.GetTotal(), 5U);
+  EXPECT_EQ(summary.counts.Of(ShadowKind::Identical), 5U);
+  EXPECT_EQ(Shown(std::vector{summary.folders[0].winner, summary.folders[0].hidden}, tree), "b c");
+  EXPECT_EQ(summary.folders[0].counts.GetTotal(), 2U);
+}
+
+}  // namespace
+}  // namespace Corvane::PathManagement::host

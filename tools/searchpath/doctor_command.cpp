@@ -1,0 +1,125 @@
+#include "command_line.h"
+#include "commands.h"
+#include "progress.h"
+#include "search_path.h"
+#include "words.h"
+
+#include <nlohmann/json.hpp>
+
+#include <charconv>
+#include <cstddef>
+
+namespace Corvane::PathManagement::tool {
+
+namespace {
+
+constexpr CommandText kText = {
+    "doctor", "", "Prints what is wrong with the path, a line each, and what to do about it.",
+    "  searchpath doctor --path \"$PATH\"\n"
+    "  searchpath doctor --path lib --recursive --slow 20\n"
+    "  searchpath doctor --path @folders --json\n",
+    "What is wrong with a path:\n"
+    "  missing         a folder that is not there, or is a file\n"
+    "  unreadable      one that cannot be searched, and links that lead in a circle\n"
+    "  empty           one that brings no file at all\n"
+    "  repeat          the same folder as an earlier one, perhaps by a link\n"
+    "  special         one that is also the private, resources, + or @ folder of\n"
+    "                  another: anybody finds its files by their plain names\n"
+    "  slow            one that takes long to list\n"
+    "  case-collision  files of different names that are one name where case is\n"
+    "                  ignored, as on other systems or with --policy ignore-case\n"
+    "  not-utf-8       files whose names are not UTF-8\n"
+    "  These are the words of \"finding\" in JSON. That a folder lies below another one\n"
+    "  is nothing wrong. Files that hide others are what searchpath shadows is for.\n\n"
+    "Exit: 0 nothing is wrong, 1 something is, 2 wrong usage or failure.\n\n"};
+
+std::chrono::milliseconds GetSlow(const std::optional<std::string>& typed) {
+  if (!typed) return host::Examination().slow;
+  std::uint32_t number = 0;
+  const char* const end = typed->data() + typed->size();
+  const auto [last, error] = std::from_chars(typed->data(), end, number);
+  if (error != std::errc() || last != end) {
+    throw UsageError("--slow is a number of milliseconds, not " + Quoted(*typed));
+  }
+  return std::chrono::milliseconds(number);
+}
+
+// Of many files the first ones are enough to read.
+std::string GetList(const Output& output, const std::vector<ustring>& files) {
+  constexpr std::size_t kMost = 3;
+  std::string list;
+  for (std::size_t i = 0; i < std::min(files.size(), kMost); ++i) {
+    list += (i == 0 ? "" : ", ") + output.GetShown(GetBytes(files[i]));
+  }
+  return files.size() > kMost ? list + " and " + std::to_string(files.size() - kMost) + " more"
+                              : list;
+}
+
+std::string GetWords(const Output& output, const host::PathFinding& finding) {
+  const auto shown = [&](const ustring& text) { return output.GetShown(GetBytes(text)); };
+  const std::string folder = shown(finding.folder) + ": ";
+  switch (finding.kind) {
+    case host::FindingKind::Missing:
+    case host::FindingKind::Unreadable:
+      return folder + host::FolderProblem{finding.folder, finding.reason.value()}.GetText();
+    case host::FindingKind::Repeat:
+      return folder + "the same folder as " + shown(finding.other);
+    case host::FindingKind::Special:
+      return folder + "belongs to " + shown(finding.other) + ", which is on the path";
+    case host::FindingKind::Slow:
+      return folder + "took " + std::to_string(finding.listingTime.count()) + " ms to list";
+    case host::FindingKind::CaseCollision:
+    case host::FindingKind::NotUtf8:
+      return GetList(output, finding.files) + ": " + host::GetText(finding.kind);
+    case host::FindingKind::Empty:
+      break;
+  }
+  return folder + host::GetText(finding.kind);
+}
+
+void WriteObject(const Output& output, const host::PathFinding& finding) {
+  nlohmann::ordered_json object = {{"finding", GetFindingText(finding.kind)}};
+  AddText(object, "path", finding.folder);
+  AddText(object, "origin", finding.origin);
+  if (!finding.other.empty()) AddText(object, "other", finding.other);
+  if (finding.kind == host::FindingKind::Slow) {
+    object["milliseconds"] = finding.listingTime.count();
+  }
+  if (finding.reason) {
+    object["problem"] = host::FolderProblem{finding.folder, *finding.reason}.GetText();
+  }
+  for (const ustring& file : finding.files) AddText(object["files"].emplace_back(), "path", file);
+  object["advice"] = host::GetAdvice(finding.kind);
+  output.WriteObject(object);
+}
+
+}  // namespace
+
+Outcome RunDoctor(const std::vector<std::string>& arguments) {
+  CommandLine commandLine(kText);
+  PathOptions path;
+  path.AddFoldersTo(commandLine);
+  std::optional<std::string> slow;
+  commandLine.AddValue("--slow", "MS", slow, "from how many milliseconds on: 100 unless given");
+  OutputOptions outputOptions;
+  outputOptions.AddTo(commandLine, false);
+  if (!commandLine.Parse(arguments)) return Outcome::Clean;
+  const Output output(outputOptions);
+  const host::Examination examination{.slow = GetSlow(slow)};
+  const host::Environment environment = OpenPath(path, commandLine);
+  const std::vector<host::PathFinding> findings = [&] {
+    const Progress progress(false);
+    return environment.Examine(examination);
+  }();
+  TellIdleExclusions(environment);
+  for (const host::PathFinding& finding : findings) {
+    if (output.IsJson()) {
+      WriteObject(output, finding);
+    } else {
+      WriteData(GetWords(output, finding) + "; " + host::GetAdvice(finding.kind) + '\n');
+    }
+  }
+  return findings.empty() ? Outcome::Clean : Outcome::Findings;
+}
+
+}  // namespace Corvane::PathManagement::tool

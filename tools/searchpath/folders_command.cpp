@@ -1,0 +1,106 @@
+#include "command_line.h"
+#include "commands.h"
+#include "matching.h"
+#include "path_folder.h"
+#include "search_path.h"
+#include "searchpath/model/byte_text.h"
+#include "words.h"
+
+#include <nlohmann/json.hpp>
+
+#include <algorithm>
+#include <cstddef>
+#include <memory>
+
+namespace Corvane::PathManagement::tool {
+
+namespace {
+
+constexpr CommandText kText = {
+    "folders", "NAME...", "Prints the folders of the path that each NAME denotes.",
+    "  searchpath folders util --path src:lib --recursive   each folder called util\n"
+    "  searchpath folders lib/+pkg --path lib               by its last folders\n"
+    "  searchpath folders ~/src/lib --path @folders         whether it is on the path\n",
+    "The names:\n"
+    "  A NAME that begins with \"/\" or \"~\" denotes one folder, which is on the path or\n"
+    "  not, links resolved. Any other is a partial pathname, the last folders of the\n"
+    "  location; it is not looked for in the working folder. \"+\" and \"@\" may be left\n"
+    "  out, and a match may not begin inside a \"+\" folder.\n"
+    "  With --literal \"+\" has to be written, and no match begins below any special\n"
+    "  folder: +, @, private, resources.\n\n"
+    "Exit: 0 every NAME denotes a folder, 1 some does not, 2 wrong usage or failure.\n\n"};
+
+using Folders = std::vector<std::shared_ptr<const IPathEntry>>;
+
+void WriteFolders(const Output& output, const std::string& name, const Folders& folders) {
+  for (const auto& folder : folders) {
+    if (!output.IsJson()) {
+      output.WritePath(GetBytes(GetNativePath(*folder)));
+      continue;
+    }
+    nlohmann::ordered_json object = {{"name", name}};
+    AddText(object, "path", GetNativePath(*folder));
+    object["kind"] = GetKindText(folder->GetPathEntryType());
+    output.WriteObject(object);
+  }
+}
+
+// The first ones, with `last` before the last.
+std::string GetList(const Folders& folders, const std::string& last) {
+  const std::size_t count = std::min<std::size_t>(folders.size(), 3);
+  std::string list;
+  for (std::size_t i = 0; i < count; ++i) {
+    if (i > 0) list += i + 1 < count ? ", " : ' ' + last + ' ';
+    list += Quoted(GetBytes(GetNativePath(*folders[i])));
+  }
+  return list;
+}
+
+// What may help when `lookup` found nothing; often empty.
+std::string GetHint(const host::Environment& environment, host::FolderLookup lookup) {
+  if (lookup.isLiteral) {
+    lookup.isLiteral = false;
+    const Folders loose = environment.FindFolders(lookup);
+    if (!loose.empty()) return "; without --literal it denotes " + GetList(loose, "and");
+  }
+  lookup.policy = FilenameMatchingPolicy::IgnoreCase;
+  const Folders inOtherCase = environment.FindFolders(lookup);
+  if (!inOtherCase.empty()) {
+    return "; did you mean " + GetList(inOtherCase, "or") +
+           " (another case: --policy ignore-case finds it)?";
+  }
+  const Folders similar = environment.FindSimilarFolders(lookup);
+  return similar.empty() ? "" : "; did you mean " + GetList(similar, "or") + '?';
+}
+
+}  // namespace
+
+Outcome RunFolders(const std::vector<std::string>& arguments) {
+  CommandLine commandLine(kText);
+  PathOptions path;
+  path.AddTo(commandLine);
+  host::FolderLookup lookup;
+  commandLine.AddFlag("--literal", lookup.isLiteral, "+ written, no match below special folders");
+  std::optional<std::string> policy;
+  AddPolicyTo(commandLine, policy);
+  OutputOptions outputOptions;
+  outputOptions.AddTo(commandLine, true);
+  if (!commandLine.Parse(arguments)) return Outcome::Found;
+  lookup.policy = GetPolicy(policy);
+  const Output output(outputOptions);
+  const host::Environment environment = OpenPath(path, commandLine);
+  const bool failed = TellProblems(environment, path);
+  bool foundAll = true;
+  for (const std::string& name : commandLine.GetOperands()) {
+    lookup.name = TextFromBytes(name);
+    const Folders folders = environment.FindFolders(lookup);
+    WriteFolders(output, name, folders);
+    if (!folders.empty()) continue;
+    foundAll = false;
+    Tell("no folder of the path is called " + Quoted(name) + GetHint(environment, lookup));
+  }
+  if (failed) return Outcome::Failed;
+  return foundAll ? Outcome::Found : Outcome::NotFound;
+}
+
+}  // namespace Corvane::PathManagement::tool
