@@ -2,6 +2,7 @@
 // hits and the misses alone; and the same with three extensions to try.
 
 #include "bench_tree.h"
+#include "searchpath/host/environment.h"
 #include "searchpath/model/byte_text.h"
 #include "searchpath/model/search_target.h"
 #include "searchpath/utilities/file_lookup.h"
@@ -93,18 +94,21 @@ void Floor(benchmark::State& state, Kind kind) {
 }
 
 /// The whole question: ordinary folders and method entries.
-void WarmLookup(benchmark::State& state, Kind kind, FilenameMatchingPolicy policy) {
-  const BenchTree& tree = BenchTree::Of(static_cast<std::size_t>(state.range(0)));
-  const auto path = tree.MakePath();
-  const auto targets = Targets(tree, kind);
+void Ask(benchmark::State& state, const std::vector<detail::SearchTarget>& targets,
+         const IPath& path, FilenameMatchingPolicy policy) {
   for (const auto& target : targets) {
-    benchmark::DoNotOptimize(FindFirstFileVisibleOnPath(*path, target, policy));
+    benchmark::DoNotOptimize(FindFirstFileVisibleOnPath(path, target, policy));
   }
   std::size_t at = 0;
   for (auto _ : state) {
-    auto found = FindFirstFileVisibleOnPath(*path, targets[at++ % kQuestions], policy);
+    auto found = FindFirstFileVisibleOnPath(path, targets[at++ % kQuestions], policy);
     benchmark::DoNotOptimize(found);
   }
+}
+
+void WarmLookup(benchmark::State& state, Kind kind, FilenameMatchingPolicy policy) {
+  const BenchTree& tree = BenchTree::Of(static_cast<std::size_t>(state.range(0)));
+  Ask(state, Targets(tree, kind), *tree.MakePath(), policy);
 }
 
 [[maybe_unused]] const bool kRowsAreThere = [] {
@@ -126,6 +130,19 @@ void WarmLookup(benchmark::State& state, Kind kind, FilenameMatchingPolicy polic
   }
   return true;
 }();
+
+/// The same on the path of an environment, which drops repeats, without and with a hidden folder.
+void WarmEnvironment(benchmark::State& state, bool hides) {
+  const BenchTree& tree = BenchTree::Of(static_cast<std::size_t>(state.range(0)));
+  host::EnvironmentOptions options;
+  for (const auto& folder : tree.Folders()) options.folders.push_back(TextFromBytes(folder));
+  if (hides) options.without.push_back(options.folders.back());
+  const host::Environment environment(options);
+  Ask(state, Targets(tree, Kind::Mixed), *environment.GetPath(),
+      FilenameMatchingPolicy::FileSystemDefault);
+}
+BENCHMARK_CAPTURE(WarmEnvironment, "", false)->Name("warm_lookup:environment")->Apply(Sizes);
+BENCHMARK_CAPTURE(WarmEnvironment, "", true)->Name("warm_lookup:hiding")->Apply(Sizes);
 
 /// A peer: the library behind the file look-up of a typesetting system, with its database of names over
 /// one recursive root, written here as the text file that it reads.

@@ -1,0 +1,73 @@
+// Every name that hides a file: 5,000 folders x 100 files, in fresh environments; names cached by the
+// kernel.
+
+#include "bench_tree.h"
+#include "searchpath/host/environment.h"
+#include "searchpath/model/byte_text.h"
+
+#include <boost/unordered/unordered_flat_map.hpp>
+
+#include <dirent.h>
+
+#include <benchmark/benchmark.h>
+#include <functional>
+
+namespace searchpath_bench {
+namespace {
+
+using namespace Corvane::PathManagement;
+
+const BenchTree& TreeOf(const benchmark::State& state) {
+  return BenchTree::Of(static_cast<std::size_t>(state.range(0)));
+}
+
+void Sizes(benchmark::internal::Benchmark* bench) {
+  bench->Arg(1000)
+      ->Arg(5000)
+      ->Unit(benchmark::kMillisecond)
+      ->MeasureProcessCPUTime()
+      ->UseRealTime();
+}
+
+/// The floor: a bare loop of directory reads, and one hash map that counts the names.
+void Floor(benchmark::State& state) {
+  const BenchTree& tree = TreeOf(state);
+  for (auto _ : state) {
+    boost::unordered_flat_map<std::string, std::size_t, std::hash<std::string>> counts;
+    for (const auto& folder : tree.Folders()) {
+      DIR* const directory = opendir(folder.c_str());
+      while (const dirent* item = readdir(directory)) {
+        if (item->d_type == DT_REG) ++counts[item->d_name];
+      }
+      closedir(directory);
+    }
+    benchmark::DoNotOptimize(counts);
+  }
+}
+BENCHMARK(Floor)->Name("shadows:floor")->Apply(Sizes);
+
+void FindShadows(benchmark::State& state, std::size_t times, FilenameMatchingPolicy policy) {
+  const BenchTree& tree = TreeOf(state);
+  host::EnvironmentOptions options{.folders = {}, .keepDuplicates = true};
+  for (std::size_t time = 0; time < times; ++time) {
+    for (const auto& folder : tree.Folders()) options.folders.push_back(TextFromBytes(folder));
+  }
+  for (auto _ : state) {
+    const host::Environment environment(options);
+    const auto report = environment.FindShadows({.policy = policy});
+    if (report.shadows.empty() != (times == 1)) state.SkipWithError("wrong shadows");
+  }
+}
+BENCHMARK_CAPTURE(FindShadows, "", 1, FilenameMatchingPolicy::CaseSensitive)
+    ->Name("shadows:none")
+    ->Apply(Sizes);
+BENCHMARK_CAPTURE(FindShadows, "", 1, FilenameMatchingPolicy::IgnoreCase)
+    ->Name("shadows:none_ignoring_case")
+    ->Apply(Sizes);
+/// Each folder is on the path twice: every name hides a file, which is the same one.
+BENCHMARK_CAPTURE(FindShadows, "", 2, FilenameMatchingPolicy::CaseSensitive)
+    ->Name("shadows:every_name")
+    ->Apply(Sizes);
+
+}  // namespace
+}  // namespace searchpath_bench
