@@ -18,8 +18,8 @@
 #include "searchpath/model/ustring.h"
 #include "searchpath/platform/current_working_folder.h"
 #include "searchpath/platform/diagnostic_logger.h"
-#include "searchpath/platform/exception.h"
 #include "searchpath/platform/event_manager.h"
+#include "searchpath/platform/exception.h"
 #include "searchpath/platform/file_folder_changed_event.h"
 #include "searchpath/platform/filesystem.h"
 #include "searchpath/platform/iri_text.h"
@@ -36,12 +36,11 @@
 #include "searchpath/utilities/once_flag.h"
 #include "searchpath/utilities/packages_on_path.h"
 #include "searchpath/utilities/partial_pathname.h"
+#include "searchpath/utilities/path_editing.h"
 #include "searchpath/utilities/path_entry_vector_differentiator.h"
 #include "searchpath/utilities/path_strings.h"
-#include "searchpath/utilities/toolbox_path_cache.h"
-#include "searchpath/utilities/path_editing.h"
-#include "searchpath/utilities/path_strings.h"
 #include "searchpath/utilities/special_subfolder_notification.h"
+#include "searchpath/utilities/toolbox_path_cache.h"
 // IWYU pragma: end_exports
 
 #endif  // SEARCHPATH_UTILITIES_H

@@ -34,10 +34,10 @@ class LongestCommonSubsequence {
   /// The run, as elements of `first` in its order.
   ///
   /// Precondition: each sequence has fewer than 2^32 - 1 elements.
-  /// Cost: with n and m the lengths and c the number of times that a candidate comes to end earlier,
-  /// n + (m + c) log m; c is at most n when no element occurs twice in `second`. An equal front or
-  /// back costs little more than its part of the result. Some 50 bytes an element, and the links of
-  /// the candidates.
+  /// Cost: with n and m the lengths and c the number of times that a candidate comes to end
+  /// earlier, n + (m + c) log m; c is at most n when no element occurs twice in `second`. An equal
+  /// front or back costs little more than its part of the result. Some 50 bytes an element, and the
+  /// links of the candidates.
   static Container Compute(const Container& first, const Container& second) {
     const std::span<const Element> all(first);
     const std::span<const Element> others(second);
@@ -57,19 +57,19 @@ class LongestCommonSubsequence {
  private:
   using Sequence = std::span<const Element>;
 
-  // An equal front is the front of the result, and what the rules give for the rest follows it: when
-  // it has been walked the candidates end at its positions, as early as can be, so that none of them
-  // changes any more and all that is longer continues the longest of them.
+  // An equal front is the front of the result, and what the rules give for the rest follows it:
+  // when it has been walked the candidates end at its positions, as early as can be, so that none
+  // of them changes any more and all that is longer continues the longest of them.
   //
   // An equal back is the back of the result if its first element, x, does not stand before it in
-  // the first sequence. Let L be the length for what is before the backs. The candidates of length L
-  // + 1, L + 2, … can only end at the positions of the back one by one, each continuing the one
+  // the first sequence. Let L be the length for what is before the backs. The candidates of length
+  // L + 1, L + 2, … can only end at the positions of the back one by one, each continuing the one
   // before; ends in the back do not touch the candidates up to L; and x continues the candidate of
   // length L when it is first met, that is after all that is before the back. Met sooner, x would
   // continue an earlier candidate, and that one could be made of other elements.
 
-  /// The length of the equal front. Elements are compared by blocks, without a branch for each: that
-  /// halves what equal sequences cost beyond the copying.
+  /// The length of the equal front. Elements are compared by blocks, without a branch for each:
+  /// that halves what equal sequences cost beyond the copying.
   static std::size_t FrontLength(Sequence first, Sequence second) {
     constexpr std::size_t block = 16;
     const std::size_t most = std::min(first.size(), second.size());
@@ -132,7 +132,8 @@ class LongestCommonSubsequence<Element, Container>::Candidates {
     }
     // Only the smallest position between two ends matters: the rules let the others end the same
     // candidate before it does. From the last to the first, so that each continues a candidate that
-    // this element has not changed; positions at which a candidate ends are passed over in one step.
+    // this element has not changed; positions at which a candidate ends are passed over in one
+    // step.
     std::uint32_t place = repeated.FreeBefore(repeated.End(firstPlace));
     for (; place >= firstPlace; place = repeated.FreeBefore(place)) {
       const std::uint32_t before = EndBefore(repeated.Position(place));
@@ -160,7 +161,8 @@ class LongestCommonSubsequence<Element, Container>::Candidates {
     return position < firstEnd ? firstEnd : ends.After(position);
   }
 
-  /// Lets the candidate that ends next after `before` end at `position`; at the end of all, a new one.
+  /// Lets the candidate that ends next after `before` end at `position`; at the end of all, a new
+  /// one.
   void End(std::uint32_t index, std::uint32_t position, std::uint32_t before) {
     ends.Insert(position);
     repeated.Occupy(position);

@@ -62,7 +62,7 @@ bool SharedNames::IsName(std::string_view name) const {
 /// Calls use(name) for each name that `file` is looked up by; often for none.
 template <class Use>
 void SharedNames::ForEachName(std::string_view file, const Use& use) const {
-  if (!hasExtensions) return use(file);
+  if (!hasExtensions) use(file);
   for (const auto& extension : extensions) {
     const std::size_t length = LengthAtEnd(file, extension, policy);
     if (length == std::string_view::npos || length == file.size()) continue;

@@ -6,6 +6,7 @@
 #include <sys/resource.h>
 
 #include <atomic>
+#include <functional>
 #include <iostream>
 #include <pthread.h>
 #include <random>
@@ -133,18 +134,21 @@ TEST(ScaleTest, TheBeginningOfANameIsNotTheName) {
 }
 
 /// Calls `work` on a thread with a stack of 512 KiB, with 64 descriptors to be had.
-template <class Work>
-void WithLittle(const Work& work) {
+void WithLittle(std::function<void()> work) {
   rlimit limit{};
   getrlimit(RLIMIT_NOFILE, &limit);
   const rlimit fewDescriptors{64, limit.rlim_max};
-  pthread_attr_t usual, smallStack;
-  for (auto* attributes : {&usual, &smallStack}) pthread_getattr_default_np(attributes);
-  pthread_attr_setstacksize(&smallStack, 512 * 1024);
   setrlimit(RLIMIT_NOFILE, &fewDescriptors);
-  pthread_setattr_default_np(&smallStack);
-  std::thread(work).join();
-  pthread_setattr_default_np(&usual);
+  pthread_attr_t attributes;
+  pthread_attr_init(&attributes);
+  pthread_attr_setstacksize(&attributes, 512 * 1024);
+  const auto run = [](void* given) -> void* {
+    (*static_cast<std::function<void()>*>(given))();
+    return nullptr;
+  };
+  pthread_t thread{};
+  ASSERT_EQ(pthread_create(&thread, &attributes, run, &work), 0);
+  pthread_join(thread, nullptr);
   setrlimit(RLIMIT_NOFILE, &limit);
 }
 

@@ -97,11 +97,10 @@ void WriteSummaryObjects(const Output& output, std::size_t names,
   }
 }
 
-void WriteSummary(const Output& output, const std::vector<host::Shadow>& shadows) {
-  const host::ShadowSummary summary = host::GetSummary(shadows);
-  if (output.IsJson()) return WriteSummaryObjects(output, shadows.size(), summary);
+void WriteSummaryWords(const Output& output, std::size_t names,
+                       const host::ShadowSummary& summary) {
   const std::size_t files = summary.counts.GetTotal();
-  WriteData(GetCounted(shadows.size(), "name") + (shadows.size() == 1 ? " hides " : " hide ") +
+  WriteData(GetCounted(names, "name") + (names == 1 ? " hides " : " hide ") +
             GetCounted(files, "file") + (files == 0 ? "" : ": " + GetCounts(summary.counts)) +
             '\n');
   for (const host::FolderShadows& folders : summary.folders) {
@@ -109,6 +108,15 @@ void WriteSummary(const Output& output, const std::vector<host::Shadow>& shadows
               GetCounted(folders.counts.GetTotal(), "file") + " of " +
               output.GetShown(GetBytes(GetNativePath(*folders.hidden))) + ": " +
               GetCounts(folders.counts) + '\n');
+  }
+}
+
+void WriteSummary(const Output& output, const std::vector<host::Shadow>& shadows) {
+  const host::ShadowSummary summary = host::GetSummary(shadows);
+  if (output.IsJson()) {
+    WriteSummaryObjects(output, shadows.size(), summary);
+  } else {
+    WriteSummaryWords(output, shadows.size(), summary);
   }
 }
 

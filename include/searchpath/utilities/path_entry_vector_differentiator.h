@@ -19,8 +19,8 @@ namespace Corvane::PathManagement {
 /// several times is matched one for one.
 ///
 /// Results accumulate in five lists that copies of an object share: a comparison made by one copy
-/// appends to what all see, and what a getter returned goes on growing. For fresh results make a new
-/// object. A moved-from object holds no lists: its getters answer null.
+/// appends to what all see, and what a getter returned goes on growing. For fresh results make a
+/// new object. A moved-from object holds no lists: its getters answer null.
 ///
 /// Threads: one object and its copies, one thread at a time. `Compare` sorts on several threads
 /// when lists are long, so the canonical IRIs of entries are asked for from any of them.
@@ -49,9 +49,9 @@ class SEARCHPATH_EXPORT PathEntryVectorDifferentiator {
   ///
   /// Precondition: not moved from; no entry is null, and the canonical IRI of each stays the same
   /// throughout.
-  /// Errors: what an entry raises ends the comparison, unless it comes from a sort that is given up
-  /// on other threads just then, and so does a lack of memory. Each list then holds the beginning of
-  /// what it would have, and both lists of refreshed entries hold the same number.
+  /// Errors: what an entry raises arrives here, and so does a lack of memory; a sort on several
+  /// threads may do without the answer and go on. After a failure each list holds the beginning of
+  /// what it would have held, and the two lists of refreshed entries are of the same length.
   /// Cost: n log n in the lengths of the lists, plus what the longest common subsequence costs when
   /// they hold one object many times. Only changed entries are asked for anything. Depth costs no
   /// stack.
