@@ -91,7 +91,7 @@ class UnseenFolders {
     if (const ustring* hider = view.FindHider(*asked.folder)) {
       asked.outcome = FolderOutcome::FilteredOut;
       asked.hider = *hider;
-    } else if (const auto& first = Add(asked.folder); first != asked.folder) {
+    } else if (const auto first = Add(asked.folder); first != asked.folder) {
       asked.outcome = FolderOutcome::DroppedAsRepeat;
       asked.repeated = first;
     } else {
@@ -103,7 +103,7 @@ class UnseenFolders {
 
  private:
   /// The entry that counts for the folder.
-  const std::shared_ptr<const IPathEntry>& Add(const std::shared_ptr<const IPathEntry>& entry) {
+  std::shared_ptr<const IPathEntry> Add(const std::shared_ptr<const IPathEntry>& entry) {
     if (!view.DropsRepeats()) return entry;
     return counting.emplace(entry->GetCanonicalAbsoluteIRI(), entry).first->second;
   }

@@ -137,7 +137,7 @@ class Examiner {
 
   void ExamineFolder(const FolderEntry& folder, const ustring& origin) {
     for (const FolderProblem& problem : folder.GetProblems()) AddProblem(problem, origin);
-    FolderState& state = StateOf(folder);
+    const FolderState& state = StateOf(folder);
     if (state.ListingTime() >= slow) {
       Add(FindingKind::Slow, folder, origin).listingTime =
           std::chrono::duration_cast<std::chrono::milliseconds>(state.ListingTime());

@@ -91,7 +91,7 @@ void ForEachFolder(const host::Environment& environment, const FilesOptions& opt
   }
   const auto folder = GetFolder(environment, *options.from);
   if (options.all) {
-    const auto path = environment.GetPath();
+    const auto& path = environment.GetPath();
     folder->ForEachEntryInScope(GetScopeOfAll(), [&](const auto& entry) {
       return path->IsEntryOnPath(*entry) && visitor(entry);
     });

@@ -7,6 +7,7 @@
 #include "searchpath/model/byte_text.h"
 #include "searchpath/utilities/path_strings.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <fstream>
 #include <iostream>
@@ -49,8 +50,8 @@ std::vector<ustring> ReadPart(const std::string& part) {
 }
 
 std::vector<ustring> GetTexts(const std::vector<std::string>& words) {
-  std::vector<ustring> texts;
-  for (const std::string& word : words) texts.push_back(TextFromBytes(word));
+  std::vector<ustring> texts(words.size());
+  std::transform(words.begin(), words.end(), texts.begin(), TextFromBytes);
   return texts;
 }
 
