@@ -4,6 +4,7 @@ find_package(Boost 1.81 CONFIG REQUIRED) # public headers
 find_package(ICU 72 REQUIRED COMPONENTS uc)
 find_package(TBB 2021 CONFIG REQUIRED COMPONENTS tbb)
 find_package(uriparser 0.9.7 CONFIG REQUIRED char)
+find_package(FlatBuffers 2.0 CONFIG REQUIRED)
 find_package(Threads REQUIRED)
 find_package(PkgConfig REQUIRED)
 pkg_check_modules(xxhash REQUIRED IMPORTED_TARGET libxxhash>=0.8.1)

@@ -10,18 +10,16 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <ctime>
 #include <memory>
+#include <string>
 #include <tuple>
-#include <utility>
 
 namespace Corvane::PathManagement::host {
 
 namespace {
 
 using current_working_folder::AbsolutizeError;
-
-/// Not open on failure; errno then says why.
-Descriptor OpenFolder(const std::string& path) { return OpenPath(path, O_RDONLY | O_DIRECTORY); }
 
 AbsolutizeError ReasonFor(int error, const std::string& path) {
   struct stat status = {};
@@ -50,23 +48,14 @@ struct CloseDirectory {
 };
 using Directory = std::unique_ptr<DIR, CloseDirectory>;
 
-enum class ItemType : std::uint8_t { File, Folder, LinkedFolder, Neither };
-
-ItemType TypeOf(int folder, const dirent& item) {
-  if (item.d_type == DT_REG) return ItemType::File;
-  if (item.d_type == DT_DIR) return ItemType::Folder;
-  if (item.d_type != DT_LNK && item.d_type != DT_UNKNOWN) return ItemType::Neither;
+LinkTarget TargetOf(int folder, const std::string& link) {
   struct stat status = {};
-  if (fstatat(folder, item.d_name, &status, 0) != 0) return ItemType::Neither;
-  if (S_ISREG(status.st_mode)) return ItemType::File;
-  if (!S_ISDIR(status.st_mode)) return ItemType::Neither;
-  // A folder of unknown type may stand behind a link; then it counts as one, which costs a question
-  // more and loses nothing.
-  return ItemType::LinkedFolder;
+  if (fstatat(folder, link.c_str(), &status, 0) != 0) return LinkTarget::Neither;
+  if (S_ISREG(status.st_mode)) return LinkTarget::File;
+  return S_ISDIR(status.st_mode) ? LinkTarget::Folder : LinkTarget::Neither;
 }
 
 void AddFolder(FolderListing& listing, std::string_view name, bool isLink) {
-  if (name == "." || name == "..") return;
   const PathEntryType kind = GetPathEntryTypeFromBaseName(TextFromBytes(name));
   auto& folders =
       kind == PathEntryType::Ordinary ? listing.ordinaryFolders : listing.specialFolders;
@@ -93,25 +82,33 @@ void SortFolders(std::vector<FolderListing::Subfolder>& folders) {
   });
 }
 
+bool IsDots(const char* name) {
+  return name[0] == '.' && (name[1] == '\0' || (name[1] == '.' && name[2] == '\0'));
+}
+
 void ReadItems(const Directory& directory, FolderListing& listing) {
-  const int folder = dirfd(directory.get());
   errno = 0;
   // readdir is safe here: the stream is this function's own.
   while (const dirent* item = readdir(directory.get())) {
-    const ItemType type = TypeOf(folder, *item);
-    if (type == ItemType::File) {
+    if (IsDots(item->d_name)) continue;
+    if (item->d_type == DT_REG) {
       listing.files.Add(item->d_name);
-    } else if (type != ItemType::Neither) {
-      AddFolder(listing, item->d_name, type == ItemType::LinkedFolder);
+    } else if (item->d_type == DT_DIR) {
+      AddFolder(listing, item->d_name, false);
+    } else if (item->d_type == DT_LNK || item->d_type == DT_UNKNOWN) {
+      listing.links.push_back({.name = item->d_name, .target = LinkTarget::Neither});
     }
     errno = 0;
   }
 }
 
-/// The native path of a "file" IRI; empty for any other.
-std::optional<std::string> NativeBytes(const AbsoluteIRI& location) {
-  if (location.getScheme() != u"file") return std::nullopt;
-  return BytesFromText(location.getPath());
+/// Stamps the open folder, which must not have been read yet: a change while it is being read then
+/// shows.
+std::optional<FolderStamp> Stamp(int folder) {
+  timespec now = {};
+  struct stat status = {};
+  if (clock_gettime(CLOCK_REALTIME, &now) != 0 || fstat(folder, &status) != 0) return std::nullopt;
+  return StampOf(status, now);
 }
 
 }  // namespace
@@ -130,12 +127,35 @@ FolderListing ListFolder(const AbsoluteIRI& location) {
     return listing;
   }
   static_cast<void>(folder.Release());  // the stream owns it now
+  listing.stamp = Stamp(dirfd(directory.get()));
   ReadItems(directory, listing);
   if (errno != 0) listing.problem = ReasonFor(errno, *path);
+  for (auto& link : listing.links) link.target = TargetOf(dirfd(directory.get()), link.name);
+  AddLinked(listing);
   listing.files.ShrinkToFit();
+  return listing;
+}
+
+void AddSubfolder(FolderListing& listing, std::string_view name) {
+  AddFolder(listing, name, false);
+}
+
+void AskLinks(const std::string& path, FolderListing& listing) {
+  const Descriptor folder = OpenFolder(path);
+  for (auto& link : listing.links) {
+    link.target = folder.IsOpen() ? TargetOf(folder.Get(), link.name) : LinkTarget::Neither;
+  }
+}
+
+void AddLinked(FolderListing& listing) {
+  for (const auto& link : listing.links) {
+    if (link.target == LinkTarget::File) listing.files.Add(link.name);
+    // A folder of unknown type counts as one behind a link, which costs a question more and loses
+    // nothing.
+    if (link.target == LinkTarget::Folder) AddFolder(listing, link.name, true);
+  }
   SortFolders(listing.specialFolders);
   SortFolders(listing.ordinaryFolders);
-  return listing;
 }
 
 std::optional<AbsolutizeError> ProbeFolder(const AbsoluteIRI& location) {

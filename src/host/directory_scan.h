@@ -5,6 +5,8 @@
 #include "searchpath/model/absolute_iri.h"
 
 #include <optional>
+#include <string>
+#include <string_view>
 
 namespace Corvane::PathManagement::host {
 
@@ -13,6 +15,17 @@ namespace Corvane::PathManagement::host {
 /// about. A folder that cannot be opened is empty; one that cannot be read to its end holds what
 /// was read.
 [[nodiscard]] FolderListing ListFolder(const AbsoluteIRI& location);
+
+// The pieces of a listing that comes from elsewhere than the disk.
+
+/// Adds a folder that stands in the listed one itself.
+void AddSubfolder(FolderListing& listing, std::string_view name);
+
+/// Asks anew where the links of the listing of the folder at the native path lead.
+void AskLinks(const std::string& path, FolderListing& listing);
+
+/// Adds the files and folders behind the links, and puts the folders in order; the last step.
+void AddLinked(FolderListing& listing);
 
 /// Why the folder at `location` cannot be listed; empty when it can be opened.
 [[nodiscard]] std::optional<current_working_folder::AbsolutizeError> ProbeFolder(

@@ -2,6 +2,8 @@
 
 #include "host/file_search.h"
 #include "host/folder_search.h"
+#include "host/folder_state.h"
+#include "host/listing_source.h"
 #include "host/path_examination.h"
 #include "host/path_view.h"
 #include "host/shadow_search.h"
@@ -19,18 +21,20 @@ namespace {
 
 using PathManagement::detail::SearchTarget;
 
-std::vector<std::shared_ptr<const FolderEntry>> Expand(const AbsoluteIRI& folder,
-                                                       FolderExpansion expansion) {
-  if (expansion == FolderExpansion::Recursive) return CreateFolderTree(folder);
-  return {FolderEntry::Create(folder)};
+std::vector<std::shared_ptr<const FolderEntry>> Expand(
+    const AbsoluteIRI& folder, FolderExpansion expansion,
+    const std::shared_ptr<const ListingSource>& source) {
+  auto entry = FolderState::CreateMainFolder(folder, source);
+  if (expansion == FolderExpansion::Recursive) return CreateFolderTree(std::move(entry));
+  return {std::move(entry)};
 }
 
 GivenFolders Locate(const WorkingFolder& workingFolder, const std::vector<ustring>& folders,
-                    FolderExpansion expansion) {
+                    FolderExpansion expansion, const std::shared_ptr<const ListingSource>& source) {
   GivenFolders given;
   for (const ustring& folder : folders) {
     try {
-      given.folders.push_back({folder, Expand(workingFolder.Locate(folder), expansion)});
+      given.folders.push_back({folder, Expand(workingFolder.Locate(folder), expansion, source)});
     } catch (const current_working_folder::FailedToAbsolutizeException& failure) {
       const auto reason =
           static_cast<current_working_folder::AbsolutizeError>(failure.GetErrorCode());
@@ -48,17 +52,25 @@ SearchTarget TargetOf(const Lookup& lookup) {
 
 Environment::Environment(const EnvironmentOptions& options)
     : view(std::make_shared<const PathView>(
-          Locate(workingFolder, options.folders, options.expansion),
-          Locate(workingFolder, options.without, FolderExpansion::Alone), options.expansion,
-          options.keepDuplicates)) {}
+          Locate(workingFolder, options.folders, options.expansion,
+                 ListingSource::From(options.caches)),
+          Locate(workingFolder, options.without, FolderExpansion::Alone, nullptr),
+          options.expansion, options.keepDuplicates)) {}
 
 Environment::Environment(const std::vector<ustring>& folders, FolderExpansion expansion)
     : Environment(EnvironmentOptions{.folders = folders, .expansion = expansion}) {}
+
+Environment::Environment(const PathEntryFactory& cache)
+    : Environment(EnvironmentOptions{.folders = cache.GetFolderStrings(), .caches = {cache}}) {}
 
 Environment::~Environment() = default;
 
 const std::shared_ptr<const IPath>& Environment::GetPath() const noexcept {
   return view->GetPath();
+}
+
+std::vector<std::shared_ptr<const FolderEntry>> Environment::GetMainFolders() const {
+  return view->GetMainFolders();
 }
 
 boost::optional<FoundItem> Environment::Find(const Lookup& lookup) const {

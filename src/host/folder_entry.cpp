@@ -22,7 +22,7 @@ using Entries = std::vector<std::shared_ptr<const IPathEntry>>;
 FolderState& StateOf(const FolderEntry& entry) noexcept { return *entry.state; }
 
 std::shared_ptr<const FolderEntry> FolderEntry::Create(const AbsoluteIRI& location) {
-  return Create(FolderState::OfMainFolder(location));
+  return FolderState::CreateMainFolder(location, nullptr);
 }
 
 std::shared_ptr<const FolderEntry> FolderEntry::Create(std::unique_ptr<FolderState> initialState) {
@@ -151,5 +151,7 @@ const Folders& FolderEntry::GetSpecialFolders() const { return ListedState().Spe
 Folders FolderEntry::CreateOrdinaryFolders() const { return ListedState().MakeOrdinaryFolders(); }
 
 std::vector<FolderProblem> FolderEntry::GetProblems() const { return state->Problems(); }
+
+Freshness FolderEntry::GetFreshness() const { return state->AskFreshness(); }
 
 }  // namespace Corvane::PathManagement::host

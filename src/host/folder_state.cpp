@@ -2,6 +2,7 @@
 
 #include "host/directory_scan.h"
 #include "host/name_key.h"
+#include "host/open_path.h"
 #include "searchpath/model/byte_text.h"
 #include "searchpath/platform/filesystem.h"
 #include "searchpath/platform/iri_text.h"
@@ -56,19 +57,19 @@ void ReleaseInALoop(Folders& folders) noexcept {
 
 }  // namespace
 
-std::unique_ptr<FolderState> FolderState::OfMainFolder(const AbsoluteIRI& location) {
-  CanonicalAbsoluteIRI identity = IdentityOf(location);
-  FolderChain chain(identity);
-  return std::unique_ptr<FolderState>(
-      new FolderState(location, std::move(identity), PathEntryType::Ordinary, std::move(chain)));
+std::shared_ptr<const FolderEntry> FolderState::CreateMainFolder(
+    const AbsoluteIRI& location, std::shared_ptr<const ListingSource> source) {
+  return FolderEntry::Create(std::unique_ptr<FolderState>(
+      new FolderState(location, PathEntryType::Ordinary, std::move(source), std::nullopt)));
 }
 
-FolderState::FolderState(AbsoluteIRI folderLocation, CanonicalAbsoluteIRI identity,
-                         PathEntryType folderKind, FolderChain folderChain)
+FolderState::FolderState(AbsoluteIRI folderLocation, PathEntryType folderKind,
+                         std::shared_ptr<const ListingSource> listingSource,
+                         std::optional<Identity> knownIdentity)
     : location(std::move(folderLocation)),
-      canonical(std::move(identity)),
       kind(folderKind),
-      chain(std::move(folderChain)) {}
+      source(std::move(listingSource)),
+      identity(std::move(knownIdentity)) {}
 
 FolderState::~FolderState() {
   if (!specialFolders.empty()) ReleaseInALoop(specialFolders);
@@ -77,13 +78,23 @@ FolderState::~FolderState() {
 void FolderState::List() {
   listedOnce.Call([this] {
     const auto start = std::chrono::steady_clock::now();
-    listing = ListFolder(location);
+    listing = source != nullptr ? source->List(location) : ListFolder(location);
     listingTime = std::chrono::steady_clock::now() - start;
     specialFolders.clear();
     cutLinks.clear();
     for (const auto& subfolder : listing.specialFolders) AddSpecialFolder(subfolder);
     items.SetCount(listing.files.size());
   });
+}
+
+const FolderState::Identity& FolderState::Identify() {
+  identifiedOnce.Call([this] {
+    if (identity) return;
+    CanonicalAbsoluteIRI canonical = IdentityOf(location);
+    FolderChain chain(canonical);
+    identity.emplace(std::move(canonical), std::move(chain));
+  });
+  return *identity;
 }
 
 void FolderState::AddSpecialFolder(const FolderListing::Subfolder& subfolder) {
@@ -93,7 +104,7 @@ void FolderState::AddSpecialFolder(const FolderListing::Subfolder& subfolder) {
   }
   const AbsoluteIRI link = Below(location, subfolder.name);
   CanonicalAbsoluteIRI target = IdentityOf(link);
-  if (chain.Contains(target, canonical)) {
+  if (Identify().chain.Contains(target, Canonical())) {
     cutLinks.push_back({GetStringFromIRI(link), AbsolutizeError::LinkLoop});
   } else {
     specialFolders.push_back(MakeBehindLink(subfolder, std::move(target)));
@@ -101,20 +112,24 @@ void FolderState::AddSpecialFolder(const FolderListing::Subfolder& subfolder) {
 }
 
 std::shared_ptr<const FolderEntry> FolderState::MakeBelow(
-    const FolderListing::Subfolder& subfolder) const {
-  CanonicalAbsoluteIRI identity(Below(canonical, subfolder.name), ustring());
-  return FolderEntry::Create(std::unique_ptr<FolderState>(new FolderState(
-      Below(location, subfolder.name), std::move(identity), subfolder.kind, chain)));
+    const FolderListing::Subfolder& subfolder) {
+  CanonicalAbsoluteIRI target(Below(Canonical(), subfolder.name), ustring());
+  return Make(subfolder, {std::move(target), Identify().chain});
 }
 
 std::shared_ptr<const FolderEntry> FolderState::MakeBehindLink(
-    const FolderListing::Subfolder& subfolder, CanonicalAbsoluteIRI target) const {
-  FolderChain behindLink = chain.ThroughLink(canonical, target);
-  return FolderEntry::Create(std::unique_ptr<FolderState>(new FolderState(
-      Below(location, subfolder.name), std::move(target), subfolder.kind, std::move(behindLink))));
+    const FolderListing::Subfolder& subfolder, CanonicalAbsoluteIRI target) {
+  FolderChain behindLink = Identify().chain.ThroughLink(Canonical(), target);
+  return Make(subfolder, {std::move(target), std::move(behindLink)});
 }
 
-Folders FolderState::MakeOrdinaryFolders() const {
+std::shared_ptr<const FolderEntry> FolderState::Make(const FolderListing::Subfolder& subfolder,
+                                                     Identity subfolderIdentity) const {
+  return FolderEntry::Create(std::unique_ptr<FolderState>(new FolderState(
+      Below(location, subfolder.name), subfolder.kind, source, std::move(subfolderIdentity))));
+}
+
+Folders FolderState::MakeOrdinaryFolders() {
   Folders folders;
   for (const auto& subfolder : listing.ordinaryFolders) {
     folders.push_back(subfolder.isLink
@@ -129,7 +144,7 @@ const std::shared_ptr<const PathItem>& FolderState::ItemAt(std::size_t index) {
     ustring name = TextFromBytes(listing.files[index]);
     ustring extension = fl::filesystem::detail::extract_extension(name);
     name.resize(name.size() - extension.size());
-    return PathItem(canonical, std::move(name), std::move(extension));
+    return PathItem(Canonical(), std::move(name), std::move(extension));
   });
 }
 
@@ -166,13 +181,27 @@ std::vector<std::size_t> FolderState::FilesThatDifferInCase(const ustring& name)
   return files;
 }
 
-std::vector<FolderProblem> FolderState::Problems() const {
+std::vector<FolderProblem> FolderState::Problems() {
+  // A saved listing tells more than a folder that opens, and mostly for less.
+  if (source != nullptr) List();
   const bool isListed = listedOnce.IsBuilt();
   const auto reason = isListed ? listing.problem : ProbeFolder(location);
   std::vector<FolderProblem> problems;
   if (reason) problems.push_back({GetStringFromIRI(location), *reason});
   if (isListed) problems.insert(problems.end(), cutLinks.begin(), cutLinks.end());
   return problems;
+}
+
+Freshness FolderState::AskFreshness() const {
+  const auto path = NativeBytes(location);
+  if (!path) return Freshness::Gone;
+  if (listedOnce.IsBuilt()) {
+    const Freshness freshness = host::AskFreshness(*path, listing.stamp);
+    // What could not be listed then can be now.
+    const bool isThereAgain = listing.problem && freshness == Freshness::Unknown;
+    return isThereAgain ? Freshness::Stale : freshness;
+  }
+  return host::AskFreshness(*path, source != nullptr ? source->FindStamp(location) : std::nullopt);
 }
 
 }  // namespace Corvane::PathManagement::host

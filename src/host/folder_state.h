@@ -3,6 +3,7 @@
 
 #include "host/folder_chain.h"
 #include "host/folder_listing.h"
+#include "host/listing_source.h"
 #include "host/remembered_items.h"
 #include "searchpath/host/folder_entry.h"
 #include "searchpath/utilities/once_flag.h"
@@ -23,26 +24,30 @@ class FolderState {
  public:
   using Folders = std::vector<std::shared_ptr<const FolderEntry>>;
 
-  /// The state of a folder that is put on a path.
-  [[nodiscard]] static std::unique_ptr<FolderState> OfMainFolder(const AbsoluteIRI& location);
+  /// A folder that is put on a path. Its listing, and those of the folders below it, come from
+  /// `source`; from the disk when that is null.
+  [[nodiscard]] static std::shared_ptr<const FolderEntry> CreateMainFolder(
+      const AbsoluteIRI& location, std::shared_ptr<const ListingSource> source);
   FolderState(const FolderState&) = delete;
   FolderState& operator=(const FolderState&) = delete;
   ~FolderState();
 
   [[nodiscard]] const AbsoluteIRI& Location() const noexcept { return location; }
-  [[nodiscard]] const CanonicalAbsoluteIRI& Canonical() const noexcept { return canonical; }
+  /// Resolved when it is first asked for: a path of many folders that is asked little needs few.
+  [[nodiscard]] const CanonicalAbsoluteIRI& Canonical() { return Identify().canonical; }
   [[nodiscard]] PathEntryType Kind() const noexcept { return kind; }
   /// The folders that lead down to this one.
-  [[nodiscard]] const FolderChain& Chain() const noexcept { return chain; }
+  [[nodiscard]] const FolderChain& Chain() { return Identify().chain; }
 
   /// Lists the folder unless that has been done. Precondition of all that follows.
   void List();
 
+  [[nodiscard]] const FolderListing& Listing() const noexcept { return listing; }
   [[nodiscard]] const NameBlock& Files() const noexcept { return listing.files; }
   /// How long listing the folder took.
   [[nodiscard]] std::chrono::nanoseconds ListingTime() const noexcept { return listingTime; }
   [[nodiscard]] const Folders& SpecialFolders() const noexcept { return specialFolders; }
-  [[nodiscard]] Folders MakeOrdinaryFolders() const;
+  [[nodiscard]] Folders MakeOrdinaryFolders();
 
   /// The item of the file at `index`: always the same object, kept as long as this one.
   [[nodiscard]] const std::shared_ptr<const PathItem>& ItemAt(std::size_t index);
@@ -53,23 +58,38 @@ class FolderState {
                                                     FilenameMatchingPolicy policy) const;
 
   /// As `FolderEntry::GetProblems`: may be asked before the folder is listed.
-  [[nodiscard]] std::vector<FolderProblem> Problems() const;
+  [[nodiscard]] std::vector<FolderProblem> Problems();
+
+  /// As `FolderEntry::GetFreshness`: may be asked before the folder is listed.
+  [[nodiscard]] Freshness AskFreshness() const;
 
  private:
-  FolderState(AbsoluteIRI folderLocation, CanonicalAbsoluteIRI identity, PathEntryType folderKind,
-              FolderChain folderChain);
+  /// Which folder this is, and how it was reached.
+  struct Identity {
+    CanonicalAbsoluteIRI canonical;
+    FolderChain chain;
+  };
 
+  FolderState(AbsoluteIRI folderLocation, PathEntryType folderKind,
+              std::shared_ptr<const ListingSource> listingSource,
+              std::optional<Identity> knownIdentity);
+
+  [[nodiscard]] const Identity& Identify();
   void AddSpecialFolder(const FolderListing::Subfolder& subfolder);
   [[nodiscard]] std::shared_ptr<const FolderEntry> MakeBelow(
-      const FolderListing::Subfolder& subfolder) const;
+      const FolderListing::Subfolder& subfolder);
   [[nodiscard]] std::shared_ptr<const FolderEntry> MakeBehindLink(
-      const FolderListing::Subfolder& subfolder, CanonicalAbsoluteIRI target) const;
+      const FolderListing::Subfolder& subfolder, CanonicalAbsoluteIRI target);
+  [[nodiscard]] std::shared_ptr<const FolderEntry> Make(const FolderListing::Subfolder& subfolder,
+                                                        Identity subfolderIdentity) const;
   [[nodiscard]] std::vector<std::size_t> FilesThatDifferInCase(const ustring& name) const;
 
   AbsoluteIRI location;
-  CanonicalAbsoluteIRI canonical;
   PathEntryType kind;
-  FolderChain chain;
+  std::shared_ptr<const ListingSource> source;  // null: the disk; the listing may view it
+
+  PathManagement::detail::OnceFlag identifiedOnce;  // guards identity
+  std::optional<Identity> identity;
 
   PathManagement::detail::OnceFlag listedOnce;  // guards what follows
   FolderListing listing;

@@ -26,8 +26,8 @@ bool IsBehindLink(const FolderEntry& parent, const FolderEntry& folder) {
 /// it as well.
 class TreeWalk {
  public:
-  explicit TreeWalk(const AbsoluteIRI& root) {
-    nodes.push_back({FolderEntry::Create(root), {}});
+  explicit TreeWalk(std::shared_ptr<const FolderEntry> root) {
+    nodes.push_back({std::move(root), {}});
     WalkWithoutLinks(0);
     for (; nextLink < links.size(); ++nextLink) WalkWithoutLinks(links[nextLink]);
   }
@@ -78,7 +78,11 @@ class TreeWalk {
 }  // namespace
 
 std::vector<std::shared_ptr<const FolderEntry>> CreateFolderTree(const AbsoluteIRI& root) {
-  return TreeWalk(root).InPathOrder();
+  return CreateFolderTree(FolderEntry::Create(root));
+}
+
+Folders CreateFolderTree(std::shared_ptr<const FolderEntry> root) {
+  return TreeWalk(std::move(root)).InPathOrder();
 }
 
 }  // namespace Corvane::PathManagement::host

@@ -24,7 +24,7 @@ std::optional<std::size_t> HiddenFolders::FindHider(const IPathEntry& entry) con
   if (numbers.empty()) return std::nullopt;
   const auto* const onDisk = dynamic_cast<const FolderEntry*>(&entry);
   if (onDisk == nullptr) return FindAtOrAbove(entry.GetCanonicalAbsoluteIRI());
-  const FolderState& reached = StateOf(*onDisk);
+  FolderState& reached = StateOf(*onDisk);
   std::optional<std::size_t> hider;
   static_cast<void>(reached.Chain().AnyBottom(reached.Canonical(), [&](const AbsoluteIRI& folder) {
     hider = FindAtOrAbove(folder);

@@ -1,5 +1,7 @@
 #include "host/open_path.h"
 
+#include "searchpath/model/byte_text.h"
+
 #include <climits>
 
 #include <fcntl.h>
@@ -21,6 +23,13 @@ Descriptor OpenPath(const std::string& path, int flags) {
     begin = end + 1;
   }
   return Descriptor(openat(folder.Get(), path.c_str() + begin, flags | O_CLOEXEC));
+}
+
+Descriptor OpenFolder(const std::string& path) { return OpenPath(path, O_RDONLY | O_DIRECTORY); }
+
+std::optional<std::string> NativeBytes(const AbsoluteIRI& location) {
+  if (location.getScheme() != u"file") return std::nullopt;
+  return BytesFromText(location.getPath());
 }
 
 }  // namespace Corvane::PathManagement::host

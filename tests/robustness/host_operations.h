@@ -8,6 +8,7 @@
 
 #include <mutex>
 #include <set>
+#include <sstream>
 
 namespace Corvane::PathManagement::test {
 
@@ -75,6 +76,14 @@ void ForEachHostOperation(const Visit& visit) {
   visit("FindFolders", [](W w) {
     return w->FindFolders({.name = u"package/class"}).size() +
            w->FindSimilarFolders({.name = u"PACKAGE"}).size();
+  });
+  visit("write a cache and answer from it", [](W w) {
+    std::stringstream stream;
+    stream.exceptions(std::ios_base::failbit | std::ios_base::badbit);
+    host::PathEntryFactory(w->GetMainFolders()).WriteEntries(stream, w.tree.IRI());
+    host::PathEntryFactory cache(host::ListingUse::AsSaved);
+    cache.ReadEntries(stream, w.tree.IRI());
+    return Texts(host::Environment(cache).FindAll({.name = u"fn.x"}));
   });
   visit("ConcurrentForEachEntry", [](W w) {
     std::mutex mutex;  // guards visited

@@ -4,7 +4,9 @@
 #include "searchpath/export.h"
 #include "searchpath/host/doctor.h"
 #include "searchpath/host/explanation.h"
+#include "searchpath/host/folder_entry.h"
 #include "searchpath/host/folder_problem.h"
+#include "searchpath/host/path_entry_factory.h"
 #include "searchpath/host/shadows.h"
 #include "searchpath/host/similar_file.h"
 #include "searchpath/host/working_folder.h"
@@ -55,6 +57,10 @@ struct EnvironmentOptions {
   /// Folders that are not to be on the path: each is hidden with the special folders below it, and
   /// with all folders below it when folders are expanded.
   std::vector<ustring> without = {};
+  /// Folders that one of them holds are not read again while they are fresh; the first that has a
+  /// folder counts. They may have been made for other paths: which folders are searched is up to
+  /// `folders` alone, and what no cache holds is read.
+  std::vector<PathEntryFactory> caches = {};
 };
 
 /// A folder as a user names it, and how the name is to be read.
@@ -75,11 +81,15 @@ class SEARCHPATH_EXPORT Environment {
   explicit Environment(const EnvironmentOptions& options);
   explicit Environment(const std::vector<ustring>& folders,
                        FolderExpansion expansion = FolderExpansion::Alone);
+  /// The path that `cache` was made for.
+  explicit Environment(const PathEntryFactory& cache);
   ~Environment();
 
   /// The path that is asked: a `FolderPath`, seen without repeats and hidden folders. Its entries
   /// are `FolderEntry` objects.
   [[nodiscard]] const std::shared_ptr<const IPath>& GetPath() const noexcept;
+  /// Its main entries, as the folders that they are.
+  [[nodiscard]] std::vector<std::shared_ptr<const FolderEntry>> GetMainFolders() const;
   [[nodiscard]] const WorkingFolder& GetWorkingFolder() const noexcept { return workingFolder; }
 
   /// The file that the name means; empty when there is none.

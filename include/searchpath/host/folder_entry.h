@@ -3,6 +3,7 @@
 
 #include "searchpath/export.h"
 #include "searchpath/host/folder_problem.h"
+#include "searchpath/host/freshness.h"
 #include "searchpath/model/path_entry.h"
 
 #include <memory>
@@ -15,9 +16,9 @@ class FolderState;
 /// A folder on disk, as it was when it was first asked.
 ///
 /// The folder is listed once, at its first question, with one pass of directory reads, and never
-/// again: an entry is a snapshot. Its items are the regular files, also through links; folders,
-/// devices, dangling links and the like are none. A folder that cannot be read is an empty entry
-/// with a problem.
+/// again: an entry is a snapshot. The listing may also come from a `PathEntryFactory`. Its items are
+/// the regular files, also through links; folders, devices, dangling links and the like are none. A
+/// folder that cannot be read is an empty entry with a problem.
 ///
 /// Special folders below it ("+", "@", private, resources) are entries of their own. A link that
 /// leads back to a folder above it is cut and reported as a problem.
@@ -25,8 +26,9 @@ class FolderState;
 /// Threads: all operations, from any thread.
 /// Ownership: an entry owns those below it.
 /// Errors: the disk's are problems, not exceptions.
-/// Cost: making an entry resolves its links; the first question lists the folder; names stay in one
-/// block as the disk gave them, and an item is made when it is first asked for and then kept.
+/// Cost: the first question lists the folder; the first one about its identity resolves its links;
+/// names stay in one block as the disk gave them, and an item is made when it is first asked for and
+/// then kept.
 class SEARCHPATH_EXPORT FolderEntry : public IPathEntry,
                                       public std::enable_shared_from_this<FolderEntry> {
  public:
@@ -77,8 +79,14 @@ class SEARCHPATH_EXPORT FolderEntry : public IPathEntry,
   [[nodiscard]] std::vector<std::shared_ptr<const FolderEntry>> CreateOrdinaryFolders() const;
 
   /// What keeps this folder, or a link directly below it, from being searched. Opens the folder
-  /// when it has not been listed, but does not list it.
+  /// when it has not been listed, but does not list it; an entry from a cache is listed.
   [[nodiscard]] std::vector<FolderProblem> GetProblems() const;
+
+  /// Whether the folder is still as its listing says, which may have come from a cache. Lists
+  /// nothing: an entry that has no listing yet is `Unknown`.
+  ///
+  /// Cost: one question to the disk.
+  [[nodiscard]] Freshness GetFreshness() const;
 
  private:
   friend class FolderState;

@@ -18,6 +18,10 @@ namespace Corvane::PathManagement::host {
 [[nodiscard]] SEARCHPATH_EXPORT std::vector<std::shared_ptr<const FolderEntry>> CreateFolderTree(
     const AbsoluteIRI& root);
 
+/// The same from an entry for the root; where its listing comes from a cache, the others' do, too.
+[[nodiscard]] SEARCHPATH_EXPORT std::vector<std::shared_ptr<const FolderEntry>> CreateFolderTree(
+    std::shared_ptr<const FolderEntry> root);
+
 }  // namespace Corvane::PathManagement::host
 
 #endif  // SEARCHPATH_HOST_FOLDER_TREE_H

@@ -1,0 +1,19 @@
+#ifndef SEARCHPATH_HOST_FRESHNESS_H
+#define SEARCHPATH_HOST_FRESHNESS_H
+
+#include <cstdint>
+
+namespace Corvane::PathManagement::host {
+
+/// Whether a folder on disk is still as its listing says.
+enum class Freshness : std::uint8_t {
+  Fresh,    ///< nothing was added, removed or renamed since
+  Stale,    ///< something was, or another folder stands in its place
+  Gone,     ///< there is no folder any more, or it may not be read
+  Unknown,  ///< there is no listing, or it was made within two seconds of a change: a further
+            ///< change would show no other time
+};
+
+}  // namespace Corvane::PathManagement::host
+
+#endif  // SEARCHPATH_HOST_FRESHNESS_H

@@ -1,0 +1,35 @@
+#ifndef SEARCHPATH_HOST_LISTING_FILE_H
+#define SEARCHPATH_HOST_LISTING_FILE_H
+
+#include "searchpath/export.h"
+#include "searchpath/host/path_entry_factory.h"
+#include "searchpath/platform/filesystem.h"
+
+#include <memory>
+#include <vector>
+
+namespace Corvane::PathManagement::host {
+
+// Caches and saved listings as files. What stands below the folder that holds the file is kept
+// relative to it, so a tree can be moved with the file at its top.
+
+/// Whether the file is a regular one whose first line names the format, in whatever version.
+[[nodiscard]] SEARCHPATH_EXPORT bool IsListingFile(const fl::filesystem::path& file);
+
+/// Errors: `InvalidListingException`, also for a file that cannot be opened; one that is not
+/// regular is not waited for.
+[[nodiscard]] SEARCHPATH_EXPORT PathEntryFactory
+LoadListing(const fl::filesystem::path& file, ListingUse use = ListingUse::WhileFresh);
+
+/// Lists `mainFolders` and all special folders below them, as far as that has not been done, and
+/// replaces the file in one step, as `WriteToolboxPathCache` does.
+///
+/// Errors: `std::system_error`, which says what failed; `std::length_error` for more than a file
+/// can hold. The old file is then as it was.
+SEARCHPATH_EXPORT void SaveListing(
+    const fl::filesystem::path& file,
+    const std::vector<std::shared_ptr<const FolderEntry>>& mainFolders);
+
+}  // namespace Corvane::PathManagement::host
+
+#endif  // SEARCHPATH_HOST_LISTING_FILE_H

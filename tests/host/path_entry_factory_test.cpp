@@ -1,0 +1,278 @@
+#include "searchpath/utilities/toolbox_path_cache.h"
+#include "support/shown.h"
+
+#include <gtest/gtest.h>
+
+#include <sys/stat.h>
+
+#define XXH_INLINE_ALL
+#include <xxhash.h>
+
+#include <chrono>
+#include <cstring>
+#include <functional>
+#include <random>
+#include <sstream>
+#include <tuple>
+
+namespace Corvane::PathManagement::host {
+namespace {
+
+namespace fs = std::filesystem;
+using namespace std::chrono_literals;
+using test::Shown;
+using test::TemporaryTree;
+using Names = std::vector<std::string>;
+using Folders = std::vector<std::shared_ptr<const FolderEntry>>;
+
+/// The path as if nothing had been done to it for an hour, or since `time` after that.
+void Age(const std::string& path, std::chrono::nanoseconds time = 1ns) {
+  static const auto now =
+      std::chrono::floor<std::chrono::seconds>(fs::file_time_type::clock::now());
+  fs::last_write_time(path, now - 1h + time);
+}
+
+Names FoldersBelow(const std::string& root) {
+  Names folders = {root};
+  for (const auto& item : fs::recursive_directory_iterator(root)) {
+    if (!item.is_symlink() && item.is_directory()) folders.push_back(item.path());
+  }
+  std::ranges::sort(folders);
+  return folders;
+}
+
+void AgeAll(const std::string& root) {
+  for (const auto& folder : FoldersBelow(root)) Age(folder);
+}
+
+std::string Written(const Folders& folders, const AbsoluteIRI& root) {
+  std::ostringstream stream;
+  PathEntryFactory(folders).WriteEntries(stream, root);
+  return stream.str();
+}
+
+/// A stream that cannot be sought.
+struct Pipe : std::stringbuf {
+  using std::stringbuf::stringbuf;
+  pos_type seekoff(off_type, std::ios_base::seekdir, std::ios_base::openmode) override {
+    return {off_type(-1)};
+  }
+};
+
+PathEntryFactory Read(const std::string& bytes, const AbsoluteIRI& root, ListingUse use = {}) {
+  Pipe pipe(bytes);
+  std::istream stream(&pipe);
+  PathEntryFactory factory(use);
+  factory.ReadEntries(stream, root);
+  return factory;
+}
+
+Folders ScanOf(const TemporaryTree& tree, const Names& names) {
+  Folders folders;
+  for (const auto& name : names) folders.push_back(FolderEntry::Create(tree.IRI(name)));
+  return folders;
+}
+
+/// All that a path can answer from: its entries, what they are, what they hold, and what is wrong.
+std::string Dump(const Folders& folders) {
+  static constexpr std::uint32_t kinds[] = {0, 1, 2, 3, 5};
+  std::string all;
+  FolderPath(folders).ForEachEntry({kinds, 5}, [&](const auto& entry) {
+    const auto& folder = dynamic_cast<const FolderEntry&>(*entry);
+    const auto items = folder.GetItems();
+    ustring line = folder.GetCanonicalAbsoluteIRI().toString();
+    for (const auto& item : *items) line += u" " + Shown(*item);
+    for (const auto& below : folder.CreateOrdinaryFolders()) line += u" >" + Shown(below);
+    for (const auto& problem : folder.GetProblems()) line += u" !" + problem.folder;
+    all += BytesFromText(Shown(entry) + u" is " + line).value() + '\n';
+    return false;
+  });
+  return all;
+}
+
+/// Adds, removes or renames something, anywhere.
+void Change(const TemporaryTree& tree, std::mt19937_64& random) {
+  const auto anyOf = [&](const Names& names) { return names[random() % names.size()]; };
+  const std::string folder = anyOf(FoldersBelow(tree.Path()));
+  const std::string other = anyOf(FoldersBelow(tree.Path()));
+  const std::string item =
+      folder + "/" +
+      anyOf({"f.x", "F.x", "bad\xFF", "+p", "@c", "private", "resources", "sub", "link"});
+  std::error_code ignored;
+  const auto what = random() % 8;
+  if (what == 0) fs::remove_all(item, ignored);
+  if (what == 1) fs::rename(item, other + "/moved", ignored);
+  if (what == 2 || what == 3) fs::create_directory(item, ignored);
+  if (what == 4) fs::create_symlink(other, item, ignored);
+  if (what == 5) fs::create_symlink(other + "/f.x", item, ignored);
+  if (what > 5) std::ofstream(item).close();
+}
+
+TEST(PathEntryFactoryTest, ACacheAnswersAsAScanDoesWhateverHasChanged) {
+  const Names names = {"a", "b", "b/sub", "gone", "a"};
+  std::size_t fresh = 0;
+  for (std::uint64_t seed = 0; seed < 50; ++seed) {
+    SCOPED_TRACE(seed);
+    std::mt19937_64 random(seed);
+    const TemporaryTree tree;
+    tree.Folder("a");
+    tree.Folder("b/sub");
+    for (int item = 0; item < 30; ++item) Change(tree, random);
+    if (seed % 3 != 0) AgeAll(tree.Path());
+    const std::string bytes = Written(ScanOf(tree, names), tree.IRI());
+    ASSERT_EQ(Dump(Read(bytes, tree.IRI()).GetFolders()), Dump(ScanOf(tree, names)));
+    ASSERT_EQ(Written(Read(bytes, tree.IRI()).GetFolders(), tree.IRI()), bytes);
+    for (std::uint64_t change = 0; change < seed % 5; ++change) Change(tree, random);
+    const auto cache = Read(bytes, tree.IRI());
+    for (const auto& folder : cache.CreateSavedFolders()) {
+      fresh += folder->GetFreshness() == Freshness::Fresh ? 1U : 0U;
+    }
+    ASSERT_EQ(Dump(cache.GetFolders()), Dump(ScanOf(tree, names)));
+  }
+  EXPECT_GT(fresh, 100U);  // or nothing has come from a cache
+}
+
+TEST(PathEntryFactoryTest, AMovedTreeKeepsItsCacheAndIsNotReadAgain) {
+  const TemporaryTree tree;
+  tree.Files({"old/lib/cached", "old/lib/+p/g", "elsewhere/h"});
+  AgeAll(tree.Path());
+  auto bytes = Written(ScanOf(tree, {"old/lib", "elsewhere", "old"}), tree.IRI("old"));
+  // Names that are on no disk show where they come from.
+  bytes.replace(bytes.find("cached"), 6, "invent");
+  constexpr std::size_t header = 21 + 8 + 8;  // the first line, the length, the checksum
+  const auto checksum = XXH3_64bits(bytes.data() + header, bytes.size() - header);
+  std::memcpy(bytes.data() + header - 8, &checksum, 8);
+  fs::copy(tree.Path("old"), tree.Path("copy"), fs::copy_options::recursive);
+  fs::rename(tree.Path("old"), tree.Path("moved"));
+  AgeAll(tree.Path("copy"));
+  const std::pair<std::string, std::string> rows[] = {{"copy", "cached"}, {"moved", "invent"}};
+  for (const auto& [root, file] : rows) {
+    const auto cache = Read(bytes, tree.IRI(root));
+    EXPECT_EQ(Shown(cache.GetFolders(), tree), root + "/lib elsewhere " + root);
+    for (const std::string& name : {file, std::string("+p/g")}) {
+      const auto found = Environment(cache).FindAll({.name = TextFromBytes(name)});
+      EXPECT_EQ(Shown(found, tree), root + "/lib/" + name);
+    }
+  }
+}
+
+TEST(PathEntryFactoryTest, FreshnessSaysWhatBecameOfAFolder) {
+  constexpr auto kNow = std::chrono::nanoseconds(1h);
+  using Doing = std::function<void(const std::string&)>;
+  const auto nothing = [](const auto&) {};
+  const auto replace = [](const auto& path) {
+    fs::rename(path, path + ".old");
+    fs::create_directory(path);
+  };
+  const auto addFile = [](const auto& path) { std::ofstream(path + "/new").close(); };
+  const auto keepTime = [](const auto& change) {
+    return [=](const auto& path) { change(path), Age(path); };
+  };
+  // What is done, the time of the last change before (and after), what that is.
+  const std::tuple<const char*, std::chrono::nanoseconds, Doing, Freshness> rows[] = {
+      {"left alone", 1ns, nothing, Freshness::Fresh},
+      {"a file added", 1ns, addFile, Freshness::Stale},
+      {"a file added, the time set back", 1ns, keepTime(addFile), Freshness::Stale},
+      {"another folder", 1ns, replace, Freshness::Stale},
+      {"another folder of the same time", 1ns, keepTime(replace), Freshness::Stale},
+      {"removed", 1ns, [](const auto& path) { fs::remove(path); }, Freshness::Gone},
+      {"changed just before it was listed", kNow, nothing, Freshness::Unknown},
+      {"changed in time to come", 2h, nothing, Freshness::Unknown}};
+  for (const auto& [name, time, change, expected] : rows) {
+    const TemporaryTree tree;
+    tree.Folder("d");
+    if (time != kNow) Age(tree.Path("d"), time);
+    const auto scanned = ScanOf(tree, {"d"});
+    EXPECT_EQ(scanned[0]->GetFreshness(), Freshness::Unknown) << name;  // has no listing
+    const auto cached = Read(Written(scanned, tree.IRI()), tree.IRI()).GetFolders();
+    change(tree.Path("d"));
+    EXPECT_EQ(scanned[0]->GetFreshness(), expected) << name;
+    EXPECT_EQ(cached[0]->GetFreshness(), expected) << name;
+  }
+}
+
+TEST(PathEntryFactoryTest, ARecordOfWhatWasHoldsOn) {
+  const TemporaryTree tree;
+  tree.Files({"d/f", "d/private/g", "d/sub/h"});
+  tree.Link("f", "d/link");
+  const auto bytes = Written(ScanOf(tree, {"d", "gone"}), tree.IRI());
+  const std::string before = Dump(ScanOf(tree, {"d", "gone"}));
+  fs::remove_all(tree.Path("d"));
+  tree.File("gone/f");
+  EXPECT_EQ(Dump(Read(bytes, tree.IRI(), ListingUse::AsSaved).GetFolders()), before);
+}
+
+TEST(PathEntryFactoryTest, ACacheDoesNotSayWhichFoldersAreSearched) {
+  const TemporaryTree tree;
+  tree.Files({"a/f", "a/sub/f", "b/f", "new/f"});
+  AgeAll(tree.Path());
+  const auto cache = Read(Written(ScanOf(tree, {"b", "a", "a/sub"}), tree.IRI()), tree.IRI());
+  EXPECT_EQ(Shown(Environment(cache).FindAll({.name = u"f"}), tree), "b/f a/f a/sub/f");
+  const Environment other(EnvironmentOptions{.folders = {tree.Text("new"), tree.Text("a")},
+                                             .expansion = FolderExpansion::Recursive,
+                                             .caches = {cache}});
+  EXPECT_EQ(Shown(other.FindAll({.name = u"f"}), tree), "new/f a/f a/sub/f");
+}
+
+std::string Refusal(const std::string& bytes, const AbsoluteIRI& root) try {
+  Read(bytes, root);
+  return "";
+} catch (const InvalidListingException& refused) {
+  return refused.what();
+}
+
+TEST(PathEntryFactoryTest, WhatIsNotWholeIsRefused) {
+  const TemporaryTree tree;
+  tree.Files({"d/f", "d/+p/g"});
+  tree.Link("f", "d/link");
+  std::string bytes = Written(ScanOf(tree, {"d"}), tree.IRI());
+  ASSERT_EQ(Refusal(bytes, tree.IRI()), "");
+  for (std::size_t bit = 0; bit < 8 * bytes.size(); ++bit) {
+    std::string flipped = bytes;
+    flipped[bit / 8] = static_cast<char>(flipped[bit / 8] ^ 1 << bit % 8);
+    ASSERT_NE(Refusal(flipped, tree.IRI()), "") << "bit " << bit;
+    ASSERT_NE(Refusal(bytes.substr(0, bit / 8), tree.IRI()), "") << bit / 8 << " bytes";
+  }
+  const std::string line = "searchpath listing 1\n";
+  const std::pair<std::string, const char*> rows[] = {
+      {"", "it is empty"},
+      {"lib\nsrc\n", "its first line is not \"searchpath listing\""},
+      {"\x7F"
+       "ELF" +
+           bytes,
+       "its first line is not"},
+      {"searchpath listing \n", "no version"},
+      {"searchpath listing 11111111111111\n", "no version"},
+      {"searchpath listing 2\n",
+       "has version 2 of the format, and this program reads version 1: a "
+       "newer program made it"},
+      {"searchpath listing 0\n", "has version 0 of the format, and this program reads version 1 o"},
+      {line + "xx", "it ends in its header"},
+      {line + "0123456701234567", "its length is damaged"},
+      {line + "\xF0\xFF\xFF\x7F" + std::string(12, '\0') + "body", "it is cut off"},
+      {bytes + "x", "there is something behind its end"}};
+  for (const auto& [content, expected] : rows) {
+    EXPECT_NE(Refusal(content, tree.IRI()).find(expected), std::string::npos)
+        << testing::PrintToString(content) << ": " << Refusal(content, tree.IRI());
+  }
+}
+
+TEST(PathEntryFactoryTest, ServesAsTheToolboxCache) {
+  const TemporaryTree tree;
+  tree.File("box/f");
+  ASSERT_EQ(mkfifo(tree.Path("fifo").c_str(), 0600), 0);
+  WriteToolboxPathCache(tree.Text("cache"), tree.Text(), PathEntryFactory(ScanOf(tree, {"box"})));
+  PathEntryFactory factory;
+  LoadToolboxPathCache(tree.Text("cache"), tree.Text(), factory);
+  for (const std::string bad : {"box/f", "fifo", "box", "none"}) {
+    EXPECT_THROW(LoadToolboxPathCache(tree.Text(bad), tree.Text(), factory),
+                 ToolboxCacheWrongFormatException);
+    EXPECT_THROW(static_cast<void>(LoadListing(tree.Text(bad))), InvalidListingException) << bad;
+    EXPECT_FALSE(IsListingFile(tree.Text(bad))) << bad;
+  }
+  EXPECT_TRUE(IsListingFile(tree.Text("cache")));
+  EXPECT_EQ(Shown(factory.GetFolders(), tree), "box");
+}
+
+}  // namespace
+}  // namespace Corvane::PathManagement::host
