@@ -269,6 +269,36 @@ TEST_F(ToolTest, ShadowsAndDoctorCheck) {
   });
 }
 
+TEST_F(ToolTest, CachesAndSavedListingsAnswer) {
+  Check({
+      {"find . -type d -exec touch -d '1 hour ago' {} + && s list --path mid:lib/+pkg --save "
+       "../saved"
+       " && s cache write ../cache --path over:no",
+       0, "cannot search `$T/no`: no such folder\n", ""},
+      {"s list --path @../saved", 0, "", "$T/mid\n$T/lib/+pkg\n$T/lib/+pkg/@cls\n"},
+      {"s cache verify ../saved", 0, "", "a path of 2 folders; in all 3 folders with 3 files\n"},
+      {"touch over/new && s find --all new fn.m --path @../saved --path over --cache ../cache", 0,
+       "", "$T/over/new\n$T/over/fn.m\n"},
+      {"s files --cache ../cache --quiet", 0, "", "$T/over/fn.m\n$T/over/link\n$T/over/new\n"},
+      {"touch mid/x; rm -r lib/+pkg/@cls; s cache verify ../saved", 1, "",
+       "stale   $T/mid  (changed since it was listed)\n"
+       "stale   $T/lib/+pkg  (changed since it was listed)\n"
+       "gone    $T/lib/+pkg/@cls  (no such folder)\n"
+       "a path of 2 folders; in all 3 folders with 3 files\n"},
+      {"s cache verify --json ../saved | head -1 | cut -d, -f 2-", 0, "",
+       "`items`:2,`state`:`stale`,`reason`:`changed since it was listed`}\n"},
+      {"head -c 99 ../cache >../cut; s find fn.m --path lib --cache ../cut", 0,
+       "cannot use `../cut`: it is cut off; the folders are read\n", "$T/lib/fn.m\n"},
+      {"s find fn.m --cache ../cut", 2, "searchpath: cannot use `../cut`: it is cut off\n", ""},
+      {"s cache verify over/fifo", 2, "cannot use `over/fifo`: it cannot be opened: it is no reg",
+       ""},
+      {"s cache write no/x --path lib", 2, "cannot save the listing: cannot open the folder of",
+       ""},
+      {"s list --path - <../saved", 2, "a saved listing is read from a file: --path @FILE", ""},
+      {"s cache wirte x", 2, "after cache comes write or verify, not `wirte`; type:", ""},
+  });
+}
+
 TEST_F(ToolTest, WrongUsageIsOneLineThatHelps) {
   Check({
       {"s", 2, "no command; type: searchpath find NAME --path FOLDERS", ""},
@@ -298,8 +328,9 @@ TEST_F(ToolTest, WrongUsageIsOneLineThatHelps) {
 }
 
 TEST_F(ToolTest, HelpFitsAScreenAndBeginsWithExamples) {
-  for (const std::string command : {"s ", "s find ", "s files ", "s list ", "s folders ",
-                                    "s shadows ", "s doctor ", "s iri "}) {
+  for (const std::string command :
+       {"s ", "s find ", "s files ", "s list ", "s folders ", "s shadows ", "s doctor ", "s iri ",
+        "s cache ", "s cache write ", "s cache verify "}) {
     const std::string help = RunShell(command + "-h").out;
     EXPECT_TRUE(help.starts_with("Usage: searchpath")) << help;
     EXPECT_LE(std::count(help.begin(), help.end(), '\n'), 24) << command;

@@ -28,6 +28,8 @@ namespace Corvane::PathManagement::tool {
 
 /// What is wrong with the path?
 [[nodiscard]] Outcome RunDoctor(const std::vector<std::string>& arguments);
+/// Saves the listings of the path, or checks those that were saved.
+[[nodiscard]] Outcome RunCache(const std::vector<std::string>& arguments);
 
 /// What do texts become as IRIs?
 [[nodiscard]] Outcome RunIri(const std::vector<std::string>& arguments);

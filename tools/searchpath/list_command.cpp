@@ -1,3 +1,4 @@
+#include "cache_file.h"
 #include "command_line.h"
 #include "commands.h"
 #include "path_folder.h"
@@ -9,6 +10,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <optional>
 #include <string>
 
 namespace Corvane::PathManagement::tool {
@@ -19,9 +21,13 @@ constexpr CommandText kText = {
     "list", "", "Prints the folders of the path in the order that they are searched.",
     "  searchpath list --path \"$PATH\"\n"
     "  searchpath list --path lib --recursive --long\n"
-    "  searchpath list --path lib --recursive --json\n",
+    "  searchpath list --path lib --recursive --json\n"
+    "  searchpath list --path lib --recursive --save today\n"
+    "  searchpath list --path @today                 the same folders again\n",
     "--long and --json count the files of each folder and say what keeps it from\n"
-    "being searched. In JSON that is \"problem\", null where nothing does.\n\n"};
+    "being searched. In JSON that is \"problem\", null where nothing does.\n"
+    "--save writes the folders with the names of their files to FILE, as a cache; see\n"
+    "searchpath cache --help. Nothing is printed then.\n\n"};
 
 constexpr std::size_t kCountWidth = 7;  // digits that stay in line
 constexpr std::size_t kKindWidth = 9;   // of "resources"
@@ -66,6 +72,8 @@ Outcome RunList(const std::vector<std::string>& arguments) {
   OutputOptions outputOptions;
   bool inWords = false;
   commandLine.AddFlag("--long", inWords, "with the number of files, the kind and what is wrong");
+  std::optional<std::string> saveTo;
+  commandLine.AddValue("--save", "FILE", saveTo, "write the listings to FILE, for --path @FILE");
   outputOptions.AddTo(commandLine, true);
   if (!commandLine.Parse(arguments)) return Outcome::Found;
   if (inWords && outputOptions.print0) {
@@ -73,6 +81,7 @@ Outcome RunList(const std::vector<std::string>& arguments) {
   }
   const Output output(outputOptions);
   const host::Environment environment = OpenPath(path, commandLine);
+  if (saveTo) return SavePath(environment, path, *saveTo) ? Outcome::Failed : Outcome::Found;
   if (inWords || output.IsJson()) ReadFolders(environment, path);
   const bool failed = TellProblems(environment, path);
   environment.GetPath()->ForEachEntry(GetScopeOfAll(),

@@ -17,8 +17,8 @@ struct Command {
 };
 
 constexpr Command kCommands[] = {
-    {"find", RunFind},       {"files", RunFiles},   {"list", RunList}, {"folders", RunFolders},
-    {"shadows", RunShadows}, {"doctor", RunDoctor}, {"iri", RunIri}};
+    {"find", RunFind},       {"files", RunFiles},   {"list", RunList},   {"folders", RunFolders},
+    {"shadows", RunShadows}, {"doctor", RunDoctor}, {"cache", RunCache}, {"iri", RunIri}};
 
 constexpr const char* kExamples =
     "Examples:\n"
@@ -40,6 +40,7 @@ constexpr const char* kHelp =
     "  folders NAME...    the folders of the path that each NAME denotes\n"
     "  shadows [NAME...]  the names that hide files, and how those differ\n"
     "  doctor             what is wrong with the path, and what to do about it\n"
+    "  cache              saves the listings of the path, tells what changed since\n"
     "  iri TEXT...        what a text becomes: IRI, canonical IRI, native path\n\n"
     "searchpath COMMAND -h shows its options, --help examples and more.\n"
     "searchpath --version shows the version.\n";

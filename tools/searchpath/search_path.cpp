@@ -1,5 +1,6 @@
 #include "search_path.h"
 
+#include "cache_file.h"
 #include "command_line.h"
 #include "output.h"
 #include "path_folder.h"
@@ -30,6 +31,10 @@ constexpr const char* kNotes =
     "  perhaps by a link, is on the path once, at its first place.\n"
     "  --without hides a folder with all that belongs to it; with --recursive also\n"
     "  those below it.\n"
+    "  FILE may also be what list --save or cache write has written: then its folders\n"
+    "  are the path, and those that have not changed since are not read again. --cache\n"
+    "  FILE does that for any path, and without --path for the one it was written for.\n"
+    "  A cache that is damaged is told and left alone.\n"
     "  \"+\", \"@\", private and resources folders belong to the folder that they stand\n"
     "  in: --recursive passes them by.\n";
 
@@ -38,13 +43,22 @@ std::vector<ustring> ReadList(std::istream& list, const std::string& what) {
   std::vector<ustring> folders;
   const bool isOpen = !list.fail() || list.eof();
   if (isOpen) folders = host::ReadFolderList(list);
+  if (!folders.empty() && folders.front().starts_with(u"searchpath listing ")) {
+    throw UsageError("a saved listing is read from a file: --path @FILE");
+  }
   if (isOpen && !list.bad()) return folders;
   throw UsageError("cannot read " + what + ": " + std::generic_category().message(errno));
 }
 
-std::vector<ustring> ReadPart(const std::string& part) {
+// A saved listing among the lists becomes one of `caches`.
+std::vector<ustring> ReadPart(const std::string& part,
+                              std::vector<host::PathEntryFactory>& caches) {
   if (part == "-") return ReadList(std::cin, "standard input, the list of --path -");
   if (!part.starts_with('@')) return SplitZentraPath(TextFromBytes(part));
+  if (IsListing(part.substr(1))) {
+    caches.push_back(ReadListing(part.substr(1)));
+    return caches.back().GetFolderStrings();
+  }
   return ReadListFile(part.substr(1), "the list of --path " + part +
                                           " (for a folder of that name write ./" + part + ')');
 }
@@ -53,6 +67,18 @@ std::vector<ustring> GetTexts(const std::vector<std::string>& words) {
   std::vector<ustring> texts(words.size());
   std::transform(words.begin(), words.end(), texts.begin(), TextFromBytes);
   return texts;
+}
+
+// What --cache names; nothing, which is told, where that cannot be used and --path says enough.
+std::vector<host::PathEntryFactory> ReadCache(const PathOptions& options) {
+  if (!options.cache) return {};
+  try {
+    return {ReadListing(*options.cache)};
+  } catch (const UsageError& error) {
+    if (options.parts.empty()) throw;
+    if (!options.quiet) Tell(std::string(error.what()) + "; the folders are read");
+    return {};
+  }
 }
 
 }  // namespace
@@ -65,6 +91,8 @@ std::vector<ustring> ReadListFile(const std::string& name, const std::string& wh
 void PathOptions::AddFoldersTo(CommandLine& commandLine) {
   commandLine.AddValues("--path", "FOLDERS", parts,
                         "A:B:..., @FILE with a folder a line, - for stdin");
+  commandLine.AddValue("--cache", "FILE", cache,
+                       "a cache of the path: unchanged folders are not read");
   commandLine.AddFlag("--recursive", recursive, "each folder with all ordinary folders below it");
   commandLine.AddValues("--without", "FOLDER", without, "hide this folder; may be repeated");
   commandLine.AddNotes(kNotes);
@@ -79,12 +107,14 @@ void PathOptions::AddTo(CommandLine& commandLine) {
 }
 
 host::Environment OpenPath(const PathOptions& options, const CommandLine& commandLine) {
-  if (options.parts.empty()) {
+  if (options.parts.empty() && !options.cache) {
     throw UsageError("no path to search; type: " + commandLine.GetLineWith("--path \"$PATH\""));
   }
+  std::vector<host::PathEntryFactory> caches = ReadCache(options);
   std::vector<ustring> folders;
+  if (options.parts.empty()) folders = caches.front().GetFolderStrings();
   for (const std::string& part : options.parts) {
-    std::vector<ustring> more = ReadPart(part);
+    std::vector<ustring> more = ReadPart(part, caches);
     folders.insert(folders.end(), more.begin(), more.end());
   }
   if (folders.empty()) {
@@ -95,7 +125,8 @@ host::Environment OpenPath(const PathOptions& options, const CommandLine& comman
                             .expansion = options.recursive ? host::FolderExpansion::Recursive
                                                            : host::FolderExpansion::Alone,
                             .keepDuplicates = options.keepDuplicates,
-                            .without = GetTexts(options.without)});
+                            .without = GetTexts(options.without),
+                            .caches = std::move(caches)});
 }
 
 bool TellProblems(const host::Environment& environment, const PathOptions& options) {

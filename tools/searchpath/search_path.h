@@ -3,6 +3,7 @@
 
 #include "searchpath/host/environment.h"
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -13,6 +14,7 @@ class CommandLine;
 /// The path that a command works on, as it was asked for.
 struct PathOptions {
   std::vector<std::string> parts;  // of --path, in order
+  std::optional<std::string> cache;
   bool recursive = false;
   std::vector<std::string> without;
   bool keepDuplicates = false;

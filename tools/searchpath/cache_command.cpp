@@ -1,0 +1,186 @@
+#include "cache_file.h"
+#include "command_line.h"
+#include "commands.h"
+#include "output.h"
+#include "path_folder.h"
+#include "progress.h"
+#include "words.h"
+
+#include <nlohmann/json.hpp>
+
+#include <algorithm>
+#include <array>
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace Corvane::PathManagement::tool {
+
+namespace {
+
+constexpr CommandText kWriteText = {
+    "cache write", "FILE", "Writes a cache of the path to FILE.",
+    "  searchpath cache write lib/cache --path lib --recursive\n"
+    "  searchpath find plot.m --cache lib/cache\n",
+    "The cache:\n"
+    "  It holds the names in every folder of the path and when the folder last changed.\n"
+    "  With --cache FILE, a folder that is as it was is not read again; all others are,\n"
+    "  so the answers are the same. FILE is replaced in one step. Folders below the one\n"
+    "  that holds FILE are kept relative to it, so such a tree may be moved.\n\n"
+    "Exit: 0 it is written, 2 wrong usage or failure.\n\n"};
+
+constexpr CommandText kVerifyText = {
+    "cache verify", "FILE",
+    "Tells whether the cache FILE is whole, and which folders have changed.",
+    "  searchpath cache verify lib/cache\n"
+    "  searchpath cache verify lib/cache --json\n",
+    "What is told:\n"
+    "  stale   something in the folder was added, removed or renamed since, or another\n"
+    "          folder stands in its place\n"
+    "  gone    there is no folder that can be read\n"
+    "  unsure  the folder had changed less than two seconds before it was listed, so\n"
+    "          that a further change would not show\n"
+    "  All of them are read again when they are used. --json shows the fresh ones too.\n\n"
+    "Exit: 0 all folders are fresh, 1 some are not, 2 wrong usage, or no cache that can\n"
+    "be used.\n"};
+
+constexpr const char* kHelp =
+    "Usage: searchpath cache write FILE [OPTION]...\n"
+    "       searchpath cache verify FILE [OPTION]...\n"
+    "Writes the listings of a path to a file, or tells what became of the folders.\n\n"
+    "searchpath cache write -h and searchpath cache verify -h show the options. All\n"
+    "commands that search a path take --cache FILE.\n";
+
+constexpr const char* kExamples =
+    "Examples:\n"
+    "  searchpath cache write lib/cache --path lib --recursive\n"
+    "  searchpath find plot.m --cache lib/cache\n"
+    "  searchpath cache verify lib/cache\n\n";
+
+const std::string& GetFile(const CommandLine& commandLine) {
+  const auto& files = commandLine.GetOperands();
+  if (files.size() == 1) return files.front();
+  throw UsageError("a cache is one FILE; leave out " + Quoted(files[1]));
+}
+
+Outcome Write(const std::vector<std::string>& arguments) {
+  CommandLine commandLine(kWriteText);
+  PathOptions path;
+  path.AddTo(commandLine);
+  if (!commandLine.Parse(arguments)) return Outcome::Found;
+  const std::string& file = GetFile(commandLine);
+  const host::Environment environment = OpenPath(path, commandLine);
+  return SavePath(environment, path, file) ? Outcome::Failed : Outcome::Found;
+}
+
+// A folder of a cache, and what became of it.
+struct CheckedFolder {
+  std::shared_ptr<const host::FolderEntry> entry;  // as it was saved
+  std::size_t files;
+  host::Freshness freshness;
+};
+
+// As JSON says it.
+const char* GetStateText(host::Freshness freshness) {
+  static constexpr std::array kWords = {"fresh", "stale", "gone", "unsure"};
+  return kWords[static_cast<std::size_t>(freshness)];
+}
+
+std::optional<std::string> GetReason(const CheckedFolder& folder) {
+  switch (folder.freshness) {
+    case host::Freshness::Fresh:
+      return std::nullopt;
+    case host::Freshness::Stale:
+      return "changed since it was listed";
+    case host::Freshness::Unknown:
+      return "changed less than two seconds before it was listed";
+    case host::Freshness::Gone:
+      break;
+  }
+  const auto problems = host::FolderEntry::Create(folder.entry->GetAbsoluteIRI())->GetProblems();
+  // It may have come back meanwhile.
+  return problems.empty() ? "could not be read" : problems.front().GetText();
+}
+
+std::vector<CheckedFolder> Check(const host::PathEntryFactory& cache) {
+  const Progress progress(false);
+  std::vector<CheckedFolder> checked;
+  for (auto& entry : cache.CreateSavedFolders()) {
+    const std::size_t files = entry->GetItems()->size();
+    const host::Freshness freshness = entry->GetFreshness();
+    checked.push_back({std::move(entry), files, freshness});
+  }
+  return checked;
+}
+
+std::string GetCount(std::size_t count, const char* thing) {
+  return std::to_string(count) + ' ' + thing + (count == 1 ? "" : "s");
+}
+
+void WriteObjects(const Output& output, const std::vector<CheckedFolder>& folders) {
+  for (const CheckedFolder& folder : folders) {
+    nlohmann::ordered_json object;
+    AddText(object, "path", GetNativePath(*folder.entry));
+    object["items"] = folder.files;
+    object["state"] = GetStateText(folder.freshness);
+    object["reason"] = nullptr;
+    if (const auto reason = GetReason(folder)) object["reason"] = *reason;
+    output.WriteObject(object);
+  }
+}
+
+void WriteWords(const Output& output, const std::vector<CheckedFolder>& folders,
+                std::size_t mainFolders) {
+  constexpr std::size_t stateWidth = 6;  // of "unsure"
+  std::size_t files = 0;
+  for (const CheckedFolder& folder : folders) {
+    files += folder.files;
+    const auto reason = GetReason(folder);
+    if (!reason) continue;
+    WriteData(GetPadded(GetStateText(folder.freshness), stateWidth) + "  " +
+              output.GetShown(GetBytes(GetNativePath(*folder.entry))) + "  (" + *reason + ")\n");
+  }
+  WriteData("a path of " + GetCount(mainFolders, "folder") + "; in all " +
+            GetCount(folders.size(), "folder") + " with " + GetCount(files, "file") + '\n');
+}
+
+Outcome Verify(const std::vector<std::string>& arguments) {
+  CommandLine commandLine(kVerifyText);
+  OutputOptions outputOptions;
+  outputOptions.AddTo(commandLine, false);
+  if (!commandLine.Parse(arguments)) return Outcome::Found;
+  const Output output(outputOptions);
+  const auto cache = ReadListing(GetFile(commandLine), host::ListingUse::AsSaved);
+  const std::vector<CheckedFolder> folders = Check(cache);
+  if (output.IsJson()) {
+    WriteObjects(output, folders);
+  } else {
+    WriteWords(output, folders, cache.GetFolders().size());
+  }
+  const bool isFresh = std::all_of(folders.begin(), folders.end(), [](const auto& folder) {
+    return folder.freshness == host::Freshness::Fresh;
+  });
+  return isFresh ? Outcome::Found : Outcome::NotFound;
+}
+
+}  // namespace
+
+Outcome RunCache(const std::vector<std::string>& arguments) {
+  const std::string word = arguments.empty() ? "" : arguments.front();
+  if (word == "write") return Write({arguments.begin() + 1, arguments.end()});
+  if (word == "verify") return Verify({arguments.begin() + 1, arguments.end()});
+  if (word == "--help") WriteData(kExamples);
+  if (word == "--version") {
+    WriteVersion();
+  } else if (word == "-h" || word == "--help") {
+    WriteData(kHelp);
+  } else {
+    throw UsageError("after cache comes write or verify" +
+                     (word.empty() ? "" : ", not " + Quoted(word)) +
+                     "; type: searchpath cache write FILE --path FOLDERS");
+  }
+  return Outcome::Found;
+}
+
+}  // namespace Corvane::PathManagement::tool

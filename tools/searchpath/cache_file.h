@@ -1,0 +1,28 @@
+#ifndef SEARCHPATH_TOOLS_SEARCHPATH_CACHE_FILE_H
+#define SEARCHPATH_TOOLS_SEARCHPATH_CACHE_FILE_H
+
+#include "search_path.h"
+#include "searchpath/host/listing_file.h"
+
+#include <string>
+
+namespace Corvane::PathManagement::tool {
+
+// Files with the listings of a path, named as on the command line.
+
+[[nodiscard]] bool IsListing(const std::string& file);
+
+/// Errors: `UsageError`, which says what is wrong with the file.
+[[nodiscard]] host::PathEntryFactory ReadListing(
+    const std::string& file, host::ListingUse use = host::ListingUse::WhileFresh);
+
+/// Saves the listings of the whole path, and tells which folders cannot be searched. Returns
+/// whether that makes the command fail.
+///
+/// Errors: `UsageError` when the file cannot be written.
+[[nodiscard]] bool SavePath(const host::Environment& environment, const PathOptions& options,
+                            const std::string& file);
+
+}  // namespace Corvane::PathManagement::tool
+
+#endif  // SEARCHPATH_TOOLS_SEARCHPATH_CACHE_FILE_H
