@@ -13,9 +13,14 @@
 #include "searchpath/host/freshness.h"
 #include "searchpath/host/listing_file.h"
 #include "searchpath/host/lookup_observer.h"
+#include "searchpath/host/main_search_path_manager.h"
+#include "searchpath/host/name_changes.h"
+#include "searchpath/host/path_differences.h"
 #include "searchpath/host/path_entry_factory.h"
+#include "searchpath/host/path_refresh.h"
 #include "searchpath/host/shadows.h"
 #include "searchpath/host/similar_file.h"
+#include "searchpath/host/stored_path.h"
 #include "searchpath/host/working_folder.h"
 // IWYU pragma: end_exports
 

@@ -77,6 +77,7 @@ FolderState::~FolderState() {
 
 void FolderState::List() {
   listedOnce.Call([this] {
+    listingHasBegun = true;  // before the disk is asked: who finds it unset knows that it will be
     const auto start = std::chrono::steady_clock::now();
     listing = source != nullptr ? source->List(location) : ListFolder(location);
     listingTime = std::chrono::steady_clock::now() - start;

@@ -8,6 +8,7 @@
 #include "searchpath/host/folder_entry.h"
 #include "searchpath/utilities/once_flag.h"
 
+#include <atomic>
 #include <chrono>
 #include <cstddef>
 #include <memory>
@@ -63,6 +64,17 @@ class FolderState {
   /// As `FolderEntry::GetFreshness`: may be asked before the folder is listed.
   [[nodiscard]] Freshness AskFreshness() const;
 
+  // For two versions of a folder; all but the first only once it has been listed.
+
+  /// Whether nobody has asked for what it holds, and listing it will show the folder as it is then.
+  [[nodiscard]] bool IsUntouched() const noexcept;
+  [[nodiscard]] bool IsListed() const noexcept { return listedOnce.IsBuilt(); }
+  /// Whether files and problems are the same, whatever the order of the disk. What hangs below, and
+  /// ordinary folders, which no path leads to, are not asked.
+  [[nodiscard]] bool HoldsSameAs(const FolderState& other) const;
+  /// The same folder with `below` in place of its special folders.
+  [[nodiscard]] std::shared_ptr<const FolderEntry> MakeWith(Folders below);
+
  private:
   /// Which folder this is, and how it was reached.
   struct Identity {
@@ -91,6 +103,7 @@ class FolderState {
   PathManagement::detail::OnceFlag identifiedOnce;  // guards identity
   std::optional<Identity> identity;
 
+  std::atomic<bool> listingHasBegun = false;
   PathManagement::detail::OnceFlag listedOnce;  // guards what follows
   FolderListing listing;
   std::chrono::nanoseconds listingTime = {};

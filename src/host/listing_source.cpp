@@ -2,6 +2,8 @@
 
 #include "host/directory_scan.h"
 
+#include <algorithm>
+
 namespace Corvane::PathManagement::host {
 
 std::shared_ptr<const ListingSource> ListingSource::From(
@@ -22,6 +24,11 @@ FolderListing ListingSource::List(const AbsoluteIRI& location) const {
     break;
   }
   return ListFolder(location);
+}
+
+bool ListingSource::FollowsTheDisk() const noexcept {
+  return std::all_of(saved.begin(), saved.end(),
+                     [](const auto& listings) { return listings->FollowsTheDisk(); });
 }
 
 std::optional<FolderStamp> ListingSource::FindStamp(const AbsoluteIRI& location) const {

@@ -26,6 +26,9 @@ class ListingSource {
   /// The listing of the folder at `location`; may view the saved ones, which live as long as this.
   [[nodiscard]] FolderListing List(const AbsoluteIRI& location) const;
 
+  /// Whether a listing shows a folder as it is, not as it was when the listing was saved.
+  [[nodiscard]] bool FollowsTheDisk() const noexcept;
+
   /// The stamp of a saved listing of the folder; empty when there is none.
   [[nodiscard]] std::optional<FolderStamp> FindStamp(const AbsoluteIRI& location) const;
 

@@ -35,6 +35,9 @@ class SavedListings {
   /// checksum and one for the names.
   SavedListings(std::istream& stream, const AbsoluteIRI& root, ListingUse listingUse);
 
+  /// Whether only fresh listings are found.
+  [[nodiscard]] bool FollowsTheDisk() const noexcept { return use == ListingUse::WhileFresh; }
+
   /// The folders in the order of the file, with their places in it.
   [[nodiscard]] const std::vector<AbsoluteIRI>& Locations() const noexcept { return locations; }
 

@@ -1,0 +1,64 @@
+#ifndef SEARCHPATH_HOST_STORED_PATH_H
+#define SEARCHPATH_HOST_STORED_PATH_H
+
+#include "searchpath/export.h"
+#include "searchpath/model/absolute_iri.h"
+#include "searchpath/platform/filesystem.h"
+
+#include <functional>
+#include <optional>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+namespace Corvane::PathManagement::host {
+
+/// A line of a stored path names no folder on disk. The message says which.
+class SEARCHPATH_EXPORT InvalidStoredPathException : public std::runtime_error {
+ public:
+  explicit InvalidStoredPathException(const std::string& explanation);
+  InvalidStoredPathException(const InvalidStoredPathException&) = default;
+  InvalidStoredPathException& operator=(const InvalidStoredPathException&) = default;
+  ~InvalidStoredPathException() override;
+};
+
+/// The folders of a search path in a text file, so that they outlive the program.
+///
+/// A line holds a native path, which begins with "/" or "~", or a "file" IRI; empty lines do not
+/// count. A folder whose name has a line break is written as an IRI, where that is an escape.
+///
+/// Threads: all operations, from any thread and any process. Readers find the old list or the new
+/// one, whole. Changes come one after the other, none is lost: they lock the file of that name with
+/// ".lock" behind it, which stays.
+/// Errors: `std::system_error` of the disk; `InvalidStoredPathException`.
+class SEARCHPATH_EXPORT StoredPath {
+ public:
+  using Folders = std::vector<AbsoluteIRI>;
+
+  explicit StoredPath(const fl::filesystem::path& listFile) : file(listFile) {}
+
+  /// "searchpath/path" in the user's configuration folder: $XDG_CONFIG_HOME, or else ~/.config.
+  ///
+  /// Errors: `FailedToAbsolutizeException` when the user has no home either.
+  [[nodiscard]] static fl::filesystem::path GetDefaultFile();
+
+  [[nodiscard]] const fl::filesystem::path& GetFile() const noexcept { return file; }
+
+  /// In path order; empty when there is no file.
+  [[nodiscard]] std::optional<Folders> Read() const;
+
+  /// Replaces the folders by change(folders), which are none when there is no file. Lines of folders
+  /// that stay are kept as they were written. Makes the file and the folders above it when need be; a
+  /// link stays, and the file that it leads to is replaced.
+  ///
+  /// Precondition: `change` does not change this path itself.
+  /// Errors: also what `change` throws. The file is then as it was.
+  void Change(const std::function<Folders(const Folders&)>& change) const;
+
+ private:
+  fl::filesystem::path file;
+};
+
+}  // namespace Corvane::PathManagement::host
+
+#endif  // SEARCHPATH_HOST_STORED_PATH_H

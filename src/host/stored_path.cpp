@@ -1,0 +1,143 @@
+#include "searchpath/host/stored_path.h"
+
+#include "host/held_hash.h"
+#include "platform/atomic_file_writer.h"
+#include "platform/descriptor.h"
+#include "platform/native_path.h"
+#include "searchpath/host/environment.h"
+#include "searchpath/host/working_folder.h"
+#include "searchpath/model/byte_text.h"
+#include "searchpath/platform/iri_text.h"
+#include "searchpath/utilities/iri_conversion.h"
+
+#include <boost/unordered/unordered_flat_map.hpp>
+
+#include <fcntl.h>
+#include <sys/file.h>
+
+#include <cerrno>
+#include <cstddef>
+#include <cstdlib>
+#include <filesystem>
+#include <ostream>
+#include <system_error>
+
+namespace Corvane::PathManagement::host {
+
+namespace {
+
+using fl::filesystem::detail::NativeBytes;
+using fl::filesystem::detail::PathError;
+
+struct Line {
+  ustring text;
+  AbsoluteIRI location;
+};
+
+Line LocateLine(const ustring& text, std::size_t number, const std::string& file) {
+  const bool isAbsolute = text.starts_with(u'/') || text.starts_with(u'~') ||
+                          foundation::storage::vfs::hasIRIPrefix(text);
+  try {
+    // What a relative text means would change with every working folder.
+    if (isAbsolute) return {text, WorkingFolder().Locate(text)};
+  } catch (const current_working_folder::FailedToAbsolutizeException&) {
+    // Told below.
+  }
+  throw InvalidStoredPathException("folder " + std::to_string(number) + " of the list \"" + file +
+                                   "\" is no absolute path or \"file\" IRI: \"" +
+                                   BytesFromText(text).value_or("") + '"');
+}
+
+/// Empty when there is no file.
+std::optional<std::vector<Line>> ReadLines(const std::string& file) {
+  std::error_code error;
+  const auto status = std::filesystem::status(file, error);
+  if (status.type() == std::filesystem::file_type::not_found) return std::nullopt;
+  errno = is_directory(status) ? EISDIR : EINVAL;  // for what no call refuses
+  fl::filesystem::ifstream list(TextFromBytes(file));
+  if (!list.is_open()) throw PathError(errno, "cannot read", file, ", the stored path");
+  std::vector<Line> lines;
+  for (const ustring& text : ReadFolderList(list)) {
+    lines.push_back(LocateLine(text, lines.size() + 1, file));
+  }
+  if (list.bad()) throw PathError(errno, "cannot read", file, ", the stored path");
+  return lines;
+}
+
+StoredPath::Folders LocationsOf(const std::vector<Line>& lines) {
+  StoredPath::Folders folders;
+  folders.reserve(lines.size());
+  for (const Line& line : lines) folders.push_back(line.location);
+  return folders;
+}
+
+std::string TextOf(const AbsoluteIRI& folder) {
+  const ustring path = GetStringFromIRI(folder);
+  const bool isALine = path.find(u'\n') == path.npos;
+  return BytesFromText(isALine ? path : folder.toString()).value_or("");
+}
+
+/// Holds off all others who change the file, until it is gone.
+fl::filesystem::detail::Descriptor Lock(const std::string& file) {
+  const std::string name = file + ".lock";
+  fl::filesystem::detail::Descriptor lock(open(name.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0666));
+  if (!lock.IsOpen()) throw PathError(errno, "cannot open", name);
+  while (flock(lock.Get(), LOCK_EX) != 0) {
+    if (errno != EINTR) throw PathError(errno, "cannot lock", name);
+  }
+  return lock;
+}
+
+/// Where the file is, behind links; makes the folders above it.
+std::string Prepare(const fl::filesystem::path& file) {
+  const std::filesystem::path real = std::filesystem::weakly_canonical(NativeBytes(file));
+  std::filesystem::create_directories(real.parent_path());
+  return real;
+}
+
+std::optional<std::string> AbsoluteFrom(const char* variable) {
+  const char* const value = std::getenv(variable);
+  if (value == nullptr || *value != '/') return std::nullopt;
+  return value;
+}
+
+}  // namespace
+
+InvalidStoredPathException::InvalidStoredPathException(const std::string& explanation)
+    : std::runtime_error(explanation) {}
+
+InvalidStoredPathException::~InvalidStoredPathException() = default;
+
+fl::filesystem::path StoredPath::GetDefaultFile() {
+  constexpr const char* kBelow = "/searchpath/path";
+  if (const auto folder = AbsoluteFrom("XDG_CONFIG_HOME")) return TextFromBytes(*folder + kBelow);
+  if (const auto home = AbsoluteFrom("HOME")) return TextFromBytes(*home + "/.config" + kBelow);
+  return WorkingFolder().Locate(u"~/.config/searchpath/path").getPath();
+}
+
+std::optional<StoredPath::Folders> StoredPath::Read() const {
+  const auto lines = ReadLines(NativeBytes(file));
+  if (!lines) return std::nullopt;
+  return LocationsOf(*lines);
+}
+
+void StoredPath::Change(const std::function<Folders(const Folders&)>& change) const {
+  const std::string real = Prepare(file);
+  const auto lock = Lock(real);
+  const std::vector<Line> lines = ReadLines(real).value_or(std::vector<Line>());
+  const Folders before = LocationsOf(lines);
+  const Folders after = change(before);
+  if (after == before) return;
+  boost::unordered_flat_map<AbsoluteIRI, std::string, HeldHash> texts;
+  for (const Line& line : lines) {
+    texts.try_emplace(line.location, BytesFromText(line.text).value_or(""));
+  }
+  fl::filesystem::detail::AtomicFileWriter writer(real, ".path-", ".tmp");
+  for (const AbsoluteIRI& folder : after) {
+    const auto kept = texts.find(folder);
+    writer.Stream() << (kept == texts.end() ? TextOf(folder) : kept->second) << '\n';
+  }
+  writer.Commit();
+}
+
+}  // namespace Corvane::PathManagement::host

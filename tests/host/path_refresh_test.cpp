@@ -1,0 +1,199 @@
+#include "support/shown.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstdlib>
+#include <filesystem>
+#include <map>
+#include <random>
+#include <sstream>
+
+namespace Corvane::PathManagement::host {
+namespace {
+
+using test::Shown;
+using test::TemporaryTree;
+using ComparisonFilter = PathEntryVectorDifferentiator::ComparisonFilter;
+using Entries = std::vector<std::shared_ptr<const IPathEntry>>;
+using Folders = std::vector<std::shared_ptr<const FolderEntry>>;
+
+constexpr const char* kMakeTree =
+    "mkdir -p a/private a/+pkg/@cls b c/@m; touch a/x a/y a/private/p a/+pkg/f a/+pkg/@cls/c b/x "
+    "c/@m/m; ln -s .. a/+pkg/+loop; ln -s ../c/@m a/@linked; ln -s ../c a/ordinary";
+
+void Do(const TemporaryTree& tree, const std::string& command) {
+  ASSERT_EQ(std::system(("cd " + tree.Path() + " && { " + command + "; }").c_str()), 0) << command;
+}
+
+/// All folders of a path; lists them.
+Entries AllOf(const Folders& mainFolders) {
+  constexpr std::uint32_t kKinds[] = {0, 1, 2, 3, 5};
+  Entries all;
+  for (const auto& folder : mainFolders) {
+    folder->ForEachEntryInScope(SearchScope(kKinds, 5),
+                                [&all](const auto& entry) { return all.push_back(entry), false; });
+  }
+  return all;
+}
+
+Folders PathOf(const TemporaryTree& tree, const std::vector<std::string>& names) {
+  Folders folders;
+  for (const auto& name : names) folders.push_back(FolderEntry::Create(tree.IRI(name)));
+  return folders;
+}
+
+Folders Refreshed(const Folders& folders) {
+  std::vector<AbsoluteIRI> locations;
+  for (const auto& folder : folders) locations.push_back(folder->GetAbsoluteIRI());
+  return RefreshFolders(folders, locations, [](const auto& /*folder*/) { return true; });
+}
+
+/// The folders of `path` whose entries `old` does not have.
+std::string NewOf(const Folders& path, const Folders& old, const TemporaryTree& tree) {
+  const Entries kept = AllOf(old);
+  Entries all = AllOf(path);
+  std::erase_if(all, [&](const auto& entry) { return std::ranges::count(kept, entry) > 0; });
+  return Shown(all, tree);
+}
+
+TEST(PathRefreshTest, WhatHasChangedGetsANewEntryAndNothingElse) {
+  struct Row {
+    const char* change;
+    const char* expected;  // the folders with new entries
+  };
+  const std::vector<Row> rows = {
+      {"true", ""},
+      {"touch a/z", "a"},
+      {"touch a/+pkg/@cls/d", "a a/+pkg a/+pkg/@cls"},
+      {"rm c/@m/m", "a a/@linked c c/@m"},
+      {"mkdir a/@n", "a a/@n"},
+      {"rm -r a/private", "a"},
+      {"mkdir a/sub; mkdir a/sub/@n; rm a/ordinary", ""},  // no path leads there
+      {"rm a/x; touch a/w a/x; rm a/w; echo text >a/x", ""},
+      {"mv a/x a/z", "a"},
+      {"rm a/x; mkdir a/x", "a"},
+      {"mv a/+pkg/+loop a/+pkg/+ring", "a a/+pkg"},
+      {"rm a/@linked; ln -s ../a/+pkg/@cls a/@linked", "a a/@linked"},
+      {"mv a/@linked a/@other", "a a/@other"},
+      {"rm -r b", "b"},
+      {"rm -r b; ln -s c b", "b b/@m"},
+  };
+  for (const Row& row : rows) {
+    const TemporaryTree tree;
+    Do(tree, kMakeTree);
+    const Folders old = PathOf(tree, {"a", "b", "c"});
+    std::stringstream stream;
+    PathEntryFactory(old).WriteEntries(stream, tree.IRI());
+    Do(tree, row.change);
+    const Folders fresh = Refreshed(old);
+    EXPECT_EQ(NewOf(fresh, old, tree), row.expected) << row.change;
+    EXPECT_EQ(Shown(AllOf(fresh), tree), Shown(AllOf(PathOf(tree, {"a", "b", "c"})), tree));
+    // The same beside a path that is not refreshed: what is unchanged comes from there.
+    PathEntryFactory saved(ListingUse::AsSaved);
+    saved.ReadEntries(stream, tree.IRI());
+    const Folders shared = ShareUnchangedFolders(PathOf(tree, {"c", "b", "a"}), saved.GetFolders());
+    EXPECT_EQ(NewOf({shared[2], shared[1], shared[0]}, saved.GetFolders(), tree), row.expected)
+        << row.change << ", saved";
+  }
+}
+
+TEST(PathRefreshTest, OnlyWhatIsAskedForIsListedAnew) {
+  const TemporaryTree tree;
+  Do(tree, kMakeTree);
+  const Folders old = PathOf(tree, {"a", "b", "b", "c", "gone"});
+  AllOf({old[0], old[1], old[3]});  // the second "b" has taken no snapshot
+  Do(tree, "touch a/z b/z c/z c/@m/z");
+  const auto refresh = [&](const std::string& changed) {
+    const ChangedFolders folders(std::vector<AbsoluteIRI>{tree.IRI(changed)});
+    const auto concern = [&](const FolderEntry& folder) { return folders.Concern(folder); };
+    return RefreshFolders(
+        old, {tree.IRI("c"), tree.IRI("b"), tree.IRI("b"), tree.IRI("b"), tree.IRI("a")}, concern);
+  };
+  const auto differ = [&](const std::string& changed) {
+    const Folders fresh = refresh(changed);
+    EXPECT_TRUE(fresh[2] == old[2] && fresh[3] != old[1] && fresh[3] != old[2]) << changed;
+    return std::string(fresh[0] != old[3] ? "c" : "") + (fresh[1] != old[1] ? "b" : "") +
+           (fresh[4] != old[0] ? "a" : "");
+  };
+  EXPECT_EQ(differ("elsewhere"), "");
+  EXPECT_EQ(differ("a/ordinary"), "c");  // leads to c
+  EXPECT_EQ(differ("b"), "b");
+  EXPECT_EQ(differ("a/private/@new"), "a");
+  EXPECT_EQ(differ("c/@m"), "ca");
+}
+
+/// Slow and obvious: all that stands in a tree.
+struct Listing {
+  explicit Listing(const TemporaryTree& tree) {
+    for (const auto& item : std::filesystem::recursive_directory_iterator(tree.Path())) {
+      names[item.path().string().substr(tree.Path().size() + 1)] = item.is_directory();
+    }
+  }
+
+  [[nodiscard]] std::string Below(const std::string& folder) const {
+    std::string below;
+    for (const auto& [name, isFolder] : names) {
+      if (name.starts_with(folder + "/")) below += name + (isFolder ? "/ " : " ");
+    }
+    return below;
+  }
+
+  /// The folders here that `isWanted`.
+  template <class IsWanted>
+  [[nodiscard]] std::string Folders(const IsWanted& isWanted) const {
+    std::string wanted;
+    for (const auto& [name, isFolder] : names)
+      wanted += isFolder && isWanted(name) ? name + ' ' : "";
+    return wanted;
+  }
+
+  std::map<std::string, bool> names;  // and whether it is a folder
+};
+
+std::string Sorted(Entries entries, const TemporaryTree& tree) {
+  std::ranges::sort(entries, {}, [](const auto& entry) { return Shown(*entry); });
+  return entries.empty() ? "" : Shown(entries, tree) + ' ';
+}
+
+TEST(PathRefreshTest, RandomChangesAreToldAsTheListingsDiffer) {
+  constexpr std::uint64_t kSeed = 20261121;
+  std::mt19937_64 random{kSeed};
+  const auto anyOf = [&](const std::vector<std::string>& names) {
+    return names[random() % names.size()];
+  };
+  const TemporaryTree tree;
+  const std::vector<std::string> mains = {"a", "b", "c"};
+  for (const auto& folder : mains) tree.Folder(folder);
+  Folders path = PathOf(tree, mains);
+  for (int round = 0; round < 100; ++round) {
+    AllOf(path);
+    const Listing before(tree);
+    std::string commands = "true";
+    for (std::size_t change = random() % 4; change-- > 0;) {
+      const std::string folder = anyOf(mains) + anyOf({"", "/+p", "/+p/@m", "/private", "/+p/+q"});
+      commands +=
+          "; " + anyOf({"mkdir -p " + folder + "; touch " + folder + anyOf({"/f", "/g"}),
+                        "rm -f " + folder + anyOf({"/f", "/g"}), "rm -rf " + folder + "/*"});
+    }
+    Do(tree, commands);
+    const Listing after(tree);
+    const Folders fresh = Refreshed(path);
+    PathEntryVectorDifferentiator told;
+    told.Compare({path.begin(), path.end()}, {fresh.begin(), fresh.end()},
+                 ComparisonFilter::IncludeSubfolders);
+    SCOPED_TRACE(std::to_string(kSeed) + " round " + std::to_string(round) + ": " + commands);
+    const auto isNew = [&](const auto& folder) { return !before.names.contains(folder); };
+    const auto isGone = [&](const auto& folder) { return !after.names.contains(folder); };
+    const auto isOther = [&](const auto& folder) {
+      return !isGone(folder) && before.Below(folder) != after.Below(folder);
+    };
+    ASSERT_EQ(Sorted(*told.GetAdded(), tree), after.Folders(isNew));
+    ASSERT_EQ(Sorted(*told.GetRemoved(), tree), before.Folders(isGone));
+    ASSERT_EQ(Sorted(*told.GetRefreshedAfter(), tree), before.Folders(isOther));
+    path = fresh;
+  }
+}
+
+}  // namespace
+}  // namespace Corvane::PathManagement::host
