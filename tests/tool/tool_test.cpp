@@ -58,8 +58,10 @@ class ToolTest : public testing::Test {
         "export TERM=xterm; unset NO_COLOR; s() { '" SEARCHPATH_TOOL
         "' \"$@\"; }\n"
         "words() { grep -oE '\"(rule|outcome)\":[^,]*' | cut -d'\"' -f4 | paste -sd ' '; }\ncd ";
-    const int status = std::system(
-        (start + root + "/tree\n{ " + command + "\n} >" + out + " 2>../error </dev/null").c_str());
+    const int status =
+        std::system((start + root + "/tree\nexport XDG_CONFIG_HOME=${PWD%/tree}/config\n{ " +
+                     command + "\n} >" + out + " 2>../error </dev/null")
+                        .c_str());
     return {WEXITSTATUS(status), Read("error"), Read("out")};
   }
 
@@ -269,6 +271,77 @@ TEST_F(ToolTest, ShadowsAndDoctorCheck) {
   });
 }
 
+TEST_F(ToolTest, DiffTellsFoldersOrNames) {
+  Check({
+      {"s diff over:lib over:over/../lib:", 0, "", ""},
+      {"s diff over:mid:no lib:over", 1, "cannot search `$T/no`: no such folder\n",
+       "removed    2         $T/mid\nremoved    3         $T/no\n"
+       "added      1         $T/lib\n"},
+      {"printf 'lib\nover\nmid\n' | s diff over:mid:lib -", 1, "", "moved      3 -> 1    $T/lib\n"},
+      {"s diff --subfolders over:lib mid:over", 1, "",
+       "removed    2         $T/lib\nremoved    2         $T/lib/private\n"
+       "removed    2         $T/lib/resources\nremoved    2         $T/lib/+pkg\n"
+       "removed    2         $T/lib/+pkg/@cls\nremoved    2         $T/lib/@shape\n"
+       "added      1         $T/mid\n"},
+      {"s diff --json over mid", 1, "",
+       "{`change`:`removed`,`path`:`$T/over`,`kind`:`ordinary`,`old`:1,`new`:null}\n"
+       "{`change`:`added`,`path`:`$T/mid`,`kind`:`ordinary`,`old`:null,`new`:1}\n"},
+      {"s list --path lib:over --save ../then; touch lib/+pkg/@cls/cls.m; s diff --subfolders "
+       "@../then mid:lib:over",
+       1, "",
+       "added      1         $T/mid\nrefreshed  1 -> 2    $T/lib\nrefreshed  1 -> 2    "
+       "$T/lib/+pkg\n"
+       "refreshed  1 -> 2    $T/lib/+pkg/@cls\n"},
+      {"mv lib/fn.m lib/other.m; s diff --names @../then lib:over; s diff --names lib:over "
+       "@../then",
+       1, "",
+       "changed  $T/lib/fn.m -> $T/over/fn.m\nnew      $T/lib/other.m\n"
+       "changed  $T/over/fn.m -> $T/lib/fn.m\ngone     $T/lib/other.m\n"},
+      {"mv lib/other.m lib/fn.m; s diff @../then lib:over; s diff @../then @../then", 0, "",
+       "refreshed  1         $T/lib\n"},
+      {"s diff --names over:lib over:lib/../lib", 0, "", ""},
+      {"s diff --names over:mid:lib lib:over", 1, "",
+       "changed  $T/over/fn.m -> $T/lib/fn.m\ngone     $T/mid/fo.m\ngone     $T/mid/shape.m\n"},
+      {"s diff --names --json mid lib/+pkg:over | sed -n 1,3p", 0, "",
+       "{`change`:`new`,`name`:`fn.m`,`old`:null,`new`:`$T/over/fn.m`}\n"
+       "{`change`:`gone`,`name`:`fo.m`,`old`:`$T/mid/fo.m`,`new`:null}\n"
+       "{`change`:`new`,`name`:`inner.m`,`old`:null,`new`:`$T/lib/+pkg/inner.m`}\n"},
+      {"s diff --names over lib --color always | head -n 1", 0, "",
+       "\x1b[32mnew\x1b[0m      $T/lib/Case.m\n"},
+      {"s diff --strict --quiet lib no", 2, "",
+       "removed    1         $T/lib\nadded      1         $T/no\n"},
+  });
+}
+
+TEST_F(ToolTest, TheStoredPathIsEditedAndUsed) {
+  Check({
+      {"s list", 2, "and none stored with searchpath add; type: searchpath list --path \"$PATH\"",
+       ""},
+      {"s add over lib && cat $XDG_CONFIG_HOME/searchpath/path", 0, "", "$T/over\n$T/lib\n"},
+      {"s find fn.m", 0, "", "$T/over/fn.m\n"},
+      {"s add mid --dry-run && s list | wc -l", 0, "",
+       "added      1         $T/mid\nnew      $T/mid/fo.m\nnew      $T/mid/shape.m\n7\n"},
+      {"s add mid no", 2, "no folder `no`; check the spelling", ""},
+      {"mkdir 'new\nline' && s add --end over 'new\nline' mid && rmdir 'new\nline'; "
+       "cat $XDG_CONFIG_HOME/searchpath/path",
+       0, "", "$T/lib\n$T/over\nfile://$T/new%0Aline\n$T/mid\n"},
+      {"s remove 'new\nline' never http://h/ over/.", 1,
+       "the folder `$T/never` is not on the path; name it as the path lists it\n"
+       "searchpath: the folder `http://h/` is not on the path",
+       ""},
+      {"s remove mid --dry-run; s list --quiet | tail -n 1", 0, "",
+       "removed    2         $T/mid\ngone     $T/mid/fo.m\ngone     $T/mid/shape.m\n$T/mid\n"},
+      {"for i in $(seq 30); do mkdir d$i; s add --store ../many d$i & done; wait; wc -l <../many",
+       0, "", "30\n"},
+      {"printf '~/\n/x//y\n' >../real; ln -s real ../store; s add --store ../store mid; cat "
+       "../real",
+       0, "", "$T/mid\n~/\n/x//y\n"},
+      {"echo lib >../store; s add mid --store ../store", 2, "folder 1 of the list", ""},
+      {"s add mid --store ./no/such/file && cat no/such/file", 0, "", "$T/mid\n"},
+      {"s add lib --store .", 2, "Is a directory", ""},
+  });
+}
+
 TEST_F(ToolTest, CachesAndSavedListingsAnswer) {
   Check({
       {"find . -type d -exec touch -d '1 hour ago' {} + && s list --path mid:lib/+pkg --save "
@@ -320,6 +393,13 @@ TEST_F(ToolTest, WrongUsageIsOneLineThatHelps) {
       {"s find --stdin --path lib </", 2, "cannot read standard input, the names of --stdin", ""},
       {"s find --explain x -0 --path lib", 2, "--explain and --print0 exclude each other", ""},
       {"s list --long -0 --path lib", 2, "--long and --print0 exclude each other", ""},
+      {"s diff lib", 2, "two paths, OLD and NEW; type: searchpath diff A:B C:D", ""},
+      {"s diff - -", 2, "OLD and NEW cannot both be standard input", ""},
+      {"s diff lib @list", 2, "cannot read \"list\", the list of NEW @list", ""},
+      {"s diff : lib", 2, "OLD names no folder; write . for", ""},
+      {"s diff lib lib --names --subfolders", 2, "--names and --subfolders exclude each other", ""},
+      {"s add", 2, "add needs FOLDER...; type: searchpath add FOLDER...", ""},
+      {"s remove x --store ''", 2, "--store is empty; leave it out", ""},
       {"s files --from over --path lib", 2, "\"over\" is not on the path; searchpath list", ""},
       {"s list --path lib --json -0", 2, "--json and --print0 exclude each other", ""},
       {"s find fn.m --path lib >/dev/full", 2, "cannot write standard output: No space left", ""},
@@ -330,7 +410,7 @@ TEST_F(ToolTest, WrongUsageIsOneLineThatHelps) {
 TEST_F(ToolTest, HelpFitsAScreenAndBeginsWithExamples) {
   for (const std::string command :
        {"s ", "s find ", "s files ", "s list ", "s folders ", "s shadows ", "s doctor ", "s iri ",
-        "s cache ", "s cache write ", "s cache verify "}) {
+        "s cache ", "s cache write ", "s cache verify ", "s diff ", "s add ", "s remove "}) {
     const std::string help = RunShell(command + "-h").out;
     EXPECT_TRUE(help.starts_with("Usage: searchpath")) << help;
     EXPECT_LE(std::count(help.begin(), help.end(), '\n'), 24) << command;

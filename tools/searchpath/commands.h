@@ -28,6 +28,15 @@ namespace Corvane::PathManagement::tool {
 
 /// What is wrong with the path?
 [[nodiscard]] Outcome RunDoctor(const std::vector<std::string>& arguments);
+/// Puts folders on the stored path.
+[[nodiscard]] Outcome RunAdd(const std::vector<std::string>& arguments);
+
+/// Takes folders off the stored path.
+[[nodiscard]] Outcome RunRemove(const std::vector<std::string>& arguments);
+
+/// How do two paths differ?
+[[nodiscard]] Outcome RunDiff(const std::vector<std::string>& arguments);
+
 /// Saves the listings of the path, or checks those that were saved.
 [[nodiscard]] Outcome RunCache(const std::vector<std::string>& arguments);
 

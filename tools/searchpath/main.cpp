@@ -17,8 +17,9 @@ struct Command {
 };
 
 constexpr Command kCommands[] = {
-    {"find", RunFind},       {"files", RunFiles},   {"list", RunList},   {"folders", RunFolders},
-    {"shadows", RunShadows}, {"doctor", RunDoctor}, {"cache", RunCache}, {"iri", RunIri}};
+    {"find", RunFind},       {"files", RunFiles},   {"list", RunList}, {"folders", RunFolders},
+    {"shadows", RunShadows}, {"doctor", RunDoctor}, {"diff", RunDiff}, {"add", RunAdd},
+    {"remove", RunRemove},   {"cache", RunCache},   {"iri", RunIri}};
 
 constexpr const char* kExamples =
     "Examples:\n"
@@ -28,6 +29,8 @@ constexpr const char* kExamples =
     "  searchpath list --path lib --recursive       which folders are searched?\n"
     "  searchpath shadows --path lib:src            which files hide others?\n"
     "  searchpath doctor --path \"$PATH\"            what is wrong with the path?\n"
+    "  searchpath diff \"$OLD\" \"$PATH\"               what differs between two paths?\n"
+    "  searchpath add ~/bin /usr/bin                which path, when there is no --path?\n"
     "  searchpath iri '/usr/my lib'                 how is a folder written as an IRI?\n\n";
 
 constexpr const char* kHelp =
@@ -40,6 +43,9 @@ constexpr const char* kHelp =
     "  folders NAME...    the folders of the path that each NAME denotes\n"
     "  shadows [NAME...]  the names that hide files, and how those differ\n"
     "  doctor             what is wrong with the path, and what to do about it\n"
+    "  diff OLD NEW       how two paths differ: folders, or names that mean others\n"
+    "  add FOLDER...      puts folders on the stored path, for use without --path\n"
+    "  remove FOLDER...   takes folders off it\n"
     "  cache              saves the listings of the path, tells what changed since\n"
     "  iri TEXT...        what a text becomes: IRI, canonical IRI, native path\n\n"
     "searchpath COMMAND -h shows its options, --help examples and more.\n"

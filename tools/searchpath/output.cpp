@@ -87,11 +87,12 @@ std::string Output::GetShown(const std::string& bytes) const {
 void Output::WritePath(const std::string& path) const {
   const std::string shown = GetShown(path);
   const std::size_t name = shown.rfind('/') + 1;
-  WriteData(shown.substr(0, name) + Emphasised(std::string_view(shown).substr(name)) + lineEnd);
+  WriteData(shown.substr(0, name) +
+            GetPainted(std::string_view(shown).substr(name), Paint::Emphasis) + lineEnd);
 }
 
 void Output::WriteField(std::string_view label, const std::string& value) const {
-  WriteData(Emphasised(label) + ": " + GetShown(value) + lineEnd);
+  WriteData(GetPainted(label, Paint::Emphasis) + ": " + GetShown(value) + lineEnd);
 }
 
 void Output::WriteObject(const nlohmann::ordered_json& object) const {
@@ -101,8 +102,21 @@ void Output::WriteObject(const nlohmann::ordered_json& object) const {
   WriteData(line + '\n');
 }
 
-std::string Output::Emphasised(std::string_view text) const {
-  return color ? "\x1b[1m" + std::string(text) + "\x1b[0m" : std::string(text);
+std::string Output::GetPainted(std::string_view text, Paint paint) const {
+  const auto start = [paint] {
+    switch (paint) {
+      case Paint::Good:
+        return "\x1b[32m";
+      case Paint::Bad:
+        return "\x1b[31m";
+      case Paint::Notice:
+        return "\x1b[33m";
+      case Paint::Emphasis:
+        break;
+    }
+    return "\x1b[1m";
+  };
+  return color ? start() + std::string(text) + "\x1b[0m" : std::string(text);
 }
 
 void WriteData(std::string_view bytes) {

@@ -24,6 +24,9 @@ enum class Outcome : std::uint8_t {
   Failed = 2
 };
 
+/// What a word that is painted says.
+enum class Paint : std::uint8_t { Emphasis, Good, Bad, Notice };
+
 /// How data is written, as it was asked for.
 struct OutputOptions {
   bool json = false;
@@ -45,6 +48,9 @@ class Output {
   /// `bytes` as they are written: made harmless for a terminal.
   [[nodiscard]] std::string GetShown(const std::string& bytes) const;
 
+  /// `text` in colour, where there is colour.
+  [[nodiscard]] std::string GetPainted(std::string_view text, Paint paint) const;
+
   /// A line with a path, its last part emphasised.
   void WritePath(const std::string& path) const;
   /// A line "label: value".
@@ -53,8 +59,6 @@ class Output {
   void WriteObject(const nlohmann::ordered_json& object) const;
 
  private:
-  [[nodiscard]] std::string Emphasised(std::string_view text) const;
-
   bool json;
   char lineEnd;
   bool toTerminal;

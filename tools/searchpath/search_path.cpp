@@ -5,7 +5,9 @@
 #include "output.h"
 #include "path_folder.h"
 #include "progress.h"
+#include "searchpath/host/stored_path.h"
 #include "searchpath/model/byte_text.h"
+#include "searchpath/utilities/iri_conversion.h"
 #include "searchpath/utilities/path_strings.h"
 
 #include <algorithm>
@@ -21,6 +23,7 @@ namespace {
 
 constexpr const char* kNotes =
     "The path:\n"
+    "  Without --path it is the stored one, see searchpath add --help.\n"
     "  --path takes folders as in $PATH. Given several times, its parts follow one\n"
     "  another. A path string is cut at every \":\" and \";\": write IRIs, and folders\n"
     "  with such a character, into a FILE, one a line, and give --path @FILE, or\n"
@@ -50,16 +53,17 @@ std::vector<ustring> ReadList(std::istream& list, const std::string& what) {
   throw UsageError("cannot read " + what + ": " + std::generic_category().message(errno));
 }
 
-// A saved listing among the lists becomes one of `caches`.
-std::vector<ustring> ReadPart(const std::string& part,
+// `where` is what the part was given for: "--path". A saved listing among the lists becomes one of
+// `caches`.
+std::vector<ustring> ReadPart(const std::string& part, const std::string& where,
                               std::vector<host::PathEntryFactory>& caches) {
-  if (part == "-") return ReadList(std::cin, "standard input, the list of --path -");
+  if (part == "-") return ReadList(std::cin, "standard input, the list of " + where + " -");
   if (!part.starts_with('@')) return SplitZentraPath(TextFromBytes(part));
   if (IsListing(part.substr(1))) {
     caches.push_back(ReadListing(part.substr(1)));
     return caches.back().GetFolderStrings();
   }
-  return ReadListFile(part.substr(1), "the list of --path " + part +
+  return ReadListFile(part.substr(1), "the list of " + where + ' ' + part +
                                           " (for a folder of that name write ./" + part + ')');
 }
 
@@ -81,6 +85,44 @@ std::vector<host::PathEntryFactory> ReadCache(const PathOptions& options) {
   }
 }
 
+host::Environment Open(std::vector<ustring> folders, const std::string& where,
+                       const PathOptions& options, std::vector<host::PathEntryFactory> caches) {
+  if (folders.empty()) {
+    throw UsageError(where + " names no folder; write . for the working folder");
+  }
+  const Progress progress(options.quiet);
+  return host::Environment({.folders = std::move(folders),
+                            .expansion = options.recursive ? host::FolderExpansion::Recursive
+                                                           : host::FolderExpansion::Alone,
+                            .keepDuplicates = options.keepDuplicates,
+                            .without = GetTexts(options.without),
+                            .caches = std::move(caches)});
+}
+
+host::Environment OpenParts(const std::vector<std::string>& parts, const std::string& where,
+                            const PathOptions& options,
+                            std::vector<host::PathEntryFactory> caches) {
+  std::vector<ustring> folders;
+  for (const std::string& part : parts) {
+    std::vector<ustring> more = ReadPart(part, where, caches);
+    folders.insert(folders.end(), more.begin(), more.end());
+  }
+  return Open(std::move(folders), where, options, std::move(caches));
+}
+
+host::Environment OpenStoredPath(const PathOptions& options, const CommandLine& commandLine) {
+  const host::StoredPath stored(host::StoredPath::GetDefaultFile());
+  const auto locations = stored.Read();
+  if (!locations) {
+    throw UsageError("no path to search, and none stored with searchpath add; type: " +
+                     commandLine.GetLineWith("--path \"$PATH\""));
+  }
+  std::vector<ustring> folders;
+  for (const AbsoluteIRI& location : *locations) folders.push_back(GetStringFromIRI(location));
+  return Open(std::move(folders), "the stored path " + Quoted(GetBytes(stored.GetFile().native())),
+              options, {});
+}
+
 }  // namespace
 
 std::vector<ustring> ReadListFile(const std::string& name, const std::string& what) {
@@ -90,9 +132,8 @@ std::vector<ustring> ReadListFile(const std::string& name, const std::string& wh
 
 void PathOptions::AddFoldersTo(CommandLine& commandLine) {
   commandLine.AddValues("--path", "FOLDERS", parts,
-                        "A:B:..., @FILE with a folder a line, - for stdin");
-  commandLine.AddValue("--cache", "FILE", cache,
-                       "a cache of the path: unchanged folders are not read");
+                        "A:B:..., @FILE (a folder a line, or list --save), -");
+  commandLine.AddValue("--cache", "FILE", cache, "unchanged folders as FILE has them; cache -h");
   commandLine.AddFlag("--recursive", recursive, "each folder with all ordinary folders below it");
   commandLine.AddValues("--without", "FOLDER", without, "hide this folder; may be repeated");
   commandLine.AddNotes(kNotes);
@@ -106,27 +147,28 @@ void PathOptions::AddTo(CommandLine& commandLine) {
   commandLine.AddFlag("--strict", strict, "exit with 2 when there are such folders");
 }
 
+void PathOptions::AddReadingTo(CommandLine& commandLine) {
+  commandLine.AddFlag("--recursive", recursive, "each folder with all ordinary folders below it");
+  commandLine.AddFlag("--quiet", quiet, "no word on folders that cannot be searched");
+  commandLine.AddFlag("--strict", strict, "exit with 2 when there are such folders");
+}
+
 host::Environment OpenPath(const PathOptions& options, const CommandLine& commandLine) {
-  if (options.parts.empty() && !options.cache) {
-    throw UsageError("no path to search; type: " + commandLine.GetLineWith("--path \"$PATH\""));
-  }
   std::vector<host::PathEntryFactory> caches = ReadCache(options);
-  std::vector<ustring> folders;
-  if (options.parts.empty()) folders = caches.front().GetFolderStrings();
-  for (const std::string& part : options.parts) {
-    std::vector<ustring> more = ReadPart(part, caches);
-    folders.insert(folders.end(), more.begin(), more.end());
+  if (!options.parts.empty()) {
+    return OpenParts(options.parts, "--path", options, std::move(caches));
   }
-  if (folders.empty()) {
-    throw UsageError("--path names no folder; write . for the working folder: --path .");
+  if (!options.cache) return OpenStoredPath(options, commandLine);
+  std::vector<ustring> folders = caches.front().GetFolderStrings();
+  return Open(std::move(folders), "--cache", options, std::move(caches));
+}
+
+host::Environment OpenVersion(const std::string& part, const std::string& where,
+                              const PathOptions& options) {
+  if (part.starts_with('@') && IsListing(part.substr(1))) {
+    return host::Environment(ReadListing(part.substr(1), host::ListingUse::AsSaved));
   }
-  const Progress progress(options.quiet);
-  return host::Environment({.folders = std::move(folders),
-                            .expansion = options.recursive ? host::FolderExpansion::Recursive
-                                                           : host::FolderExpansion::Alone,
-                            .keepDuplicates = options.keepDuplicates,
-                            .without = GetTexts(options.without),
-                            .caches = std::move(caches)});
+  return OpenParts({part}, where, options, {});
 }
 
 bool TellProblems(const host::Environment& environment, const PathOptions& options) {
@@ -136,11 +178,16 @@ bool TellProblems(const host::Environment& environment, const PathOptions& optio
     const Progress progress(options.quiet);
     return environment.FindProblems();
   }();
+  const bool failed = TellProblems(problems, options);
+  if (!options.quiet) TellIdleExclusions(environment);
+  return failed;
+}
+
+bool TellProblems(const std::vector<host::FolderProblem>& problems, const PathOptions& options) {
   for (const host::FolderProblem& problem : problems) {
     if (options.quiet) break;
     Tell("cannot search " + Quoted(GetBytes(problem.folder)) + ": " + problem.GetText());
   }
-  if (!options.quiet) TellIdleExclusions(environment);
   return options.strict && !problems.empty();
 }
 

@@ -25,11 +25,21 @@ struct PathOptions {
 
   /// For a command that looks for what is wrong with the path itself.
   void AddFoldersTo(CommandLine& commandLine);
+
+  /// For a command that is given its paths in another way.
+  void AddReadingTo(CommandLine& commandLine);
 };
 
 /// Errors: `UsageError` when there is no path, or a list that cannot be read.
 [[nodiscard]] host::Environment OpenPath(const PathOptions& options,
                                          const CommandLine& commandLine);
+
+/// The path that `part` makes, which is written as one of --path and was given for `where`. A saved
+/// listing counts as what was there when it was saved.
+///
+/// Errors: as `OpenPath`.
+[[nodiscard]] host::Environment OpenVersion(const std::string& part, const std::string& where,
+                                            const PathOptions& options);
 
 /// Reads all folders of the path, special ones too, so that nothing has to be waited for later.
 void ReadFolders(const host::Environment& environment, const PathOptions& options);
@@ -37,6 +47,8 @@ void ReadFolders(const host::Environment& environment, const PathOptions& option
 /// Tells which folders cannot be searched, and which --without hide nothing. Returns whether that
 /// makes the command fail.
 [[nodiscard]] bool TellProblems(const host::Environment& environment, const PathOptions& options);
+[[nodiscard]] bool TellProblems(const std::vector<host::FolderProblem>& problems,
+                                const PathOptions& options);
 
 /// The lines of the list `name`, which `what` says the use of. Errors: `UsageError` when it cannot be
 /// read.

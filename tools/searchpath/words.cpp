@@ -60,6 +60,20 @@ const char* GetRuleText(host::DecidingRule rule) noexcept {
   return "nothing-found";
 }
 
+const char* GetChangeText(host::FolderChange change) noexcept {
+  switch (change) {
+    case host::FolderChange::Removed:
+      return "removed";
+    case host::FolderChange::Added:
+      return "added";
+    case host::FolderChange::Moved:
+      return "moved";
+    case host::FolderChange::Refreshed:
+      break;
+  }
+  return "refreshed";
+}
+
 const char* GetShadowText(host::ShadowKind kind) noexcept {
   switch (kind) {
     case host::ShadowKind::Different:

@@ -3,6 +3,7 @@
 
 #include "searchpath/host/doctor.h"
 #include "searchpath/host/explanation.h"
+#include "searchpath/host/path_differences.h"
 #include "searchpath/host/shadows.h"
 #include "searchpath/model/path_entry_type.h"
 
@@ -18,6 +19,9 @@ namespace Corvane::PathManagement::tool {
 
 /// "first-folder", "nothing-found" and the like.
 [[nodiscard]] const char* GetRuleText(host::DecidingRule rule) noexcept;
+
+/// "removed", "added", "moved" or "refreshed".
+[[nodiscard]] const char* GetChangeText(host::FolderChange change) noexcept;
 
 /// "different", "same-file" and the like.
 [[nodiscard]] const char* GetShadowText(host::ShadowKind kind) noexcept;

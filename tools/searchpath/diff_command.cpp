@@ -1,0 +1,130 @@
+#include "command_line.h"
+#include "commands.h"
+#include "difference_output.h"
+#include "progress.h"
+#include "search_path.h"
+#include "searchpath/host/name_changes.h"
+#include "searchpath/host/path_differences.h"
+#include "searchpath/host/path_refresh.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <memory>
+#include <utility>
+#include <vector>
+
+namespace Corvane::PathManagement::tool {
+
+namespace {
+
+constexpr CommandText kText = {
+    "diff", "OLD NEW", "Prints how the path NEW differs from the path OLD.",
+    "  searchpath diff \"$PATH\" /opt/bin:\"$PATH\"     which folders differ\n"
+    "  searchpath diff --names lib:src src:lib     which names mean another file\n"
+    "  searchpath list --path lib --save then; searchpath diff @then lib\n"
+    "                                              what has changed in lib since then\n",
+    "The paths:\n"
+    "  OLD and NEW are written as for --path: A:B:..., @FILE with a folder a line, or\n"
+    "  - for standard input. Where FILE was written by list --save, what its folders\n"
+    "  held then is compared; all others are read.\n\n"
+    "The folders:\n"
+    "  removed    on OLD only             added      on NEW only\n"
+    "  moved      in another order        refreshed  holds other files\n"
+    "  with its place on OLD, on NEW, or both, the first being 1. Of folders in\n"
+    "  another order, as few as possible count as moved. What a folder holds are its\n"
+    "  file names and its special folders: \"+\", \"@\", private and resources. What is\n"
+    "  in a file is not compared. --subfolders tells special folders one by one, with\n"
+    "  the place of the folder of the path that they belong to.\n\n"
+    "The names:\n"
+    "  --names tells, in place of the folders, which file names mean another file\n"
+    "  (changed OLD -> NEW), none (gone) or one where there was none (new). Names in\n"
+    "  special folders are not among them. In JSON the file is \"old\" and \"new\", null\n"
+    "  where there is none.\n\n"
+    "Exit: 0 no difference, 1 some difference, 2 wrong usage or failure.\n"};
+
+struct DiffOptions {
+  PathOptions path;
+  OutputOptions output;
+  bool subfolders = false;
+  bool names = false;
+
+  void AddTo(CommandLine& commandLine) {
+    commandLine.AddFlag("--subfolders", subfolders,
+                        "special folders too: +, @, private, resources");
+    commandLine.AddFlag("--names", names, "the names that mean another file, not the folders");
+    path.AddReadingTo(commandLine);
+    output.AddTo(commandLine, false);
+  }
+};
+
+void CheckOptions(const DiffOptions& options, const std::vector<std::string>& operands) {
+  if (operands.size() != 2) {
+    throw UsageError("diff needs two paths, OLD and NEW; type: searchpath diff A:B C:D");
+  }
+  if (operands[0] == "-" && operands[1] == "-") {
+    throw UsageError("OLD and NEW cannot both be standard input; write one into a file: @FILE");
+  }
+  if (options.names && options.subfolders) {
+    throw UsageError("--names and --subfolders exclude each other; names are those of the path");
+  }
+}
+
+// What cannot be searched on either path, each once.
+std::vector<host::FolderProblem> FindProblems(const host::Environment& before,
+                                              const host::Environment& after) {
+  std::vector<host::FolderProblem> problems = before.FindProblems();
+  const std::size_t old = problems.size();
+  for (host::FolderProblem& problem : after.FindProblems()) {
+    const bool isKnown =
+        std::any_of(problems.begin(), problems.begin() + static_cast<std::ptrdiff_t>(old),
+                    [&](const host::FolderProblem& known) {
+                      return known.folder == problem.folder && known.reason == problem.reason;
+                    });
+    if (!isKnown) problems.push_back(std::move(problem));
+  }
+  return problems;
+}
+
+// Returns whether there is a difference.
+bool WriteDifferences(const Output& output, const DiffOptions& options,
+                      const host::FolderPath& before, const host::FolderPath& after) {
+  using Filter = PathEntryVectorDifferentiator::ComparisonFilter;
+  if (options.names) {
+    const auto names = [&] {
+      const Progress progress(options.path.quiet);
+      return host::FindNameChanges(before, after);
+    }();
+    for (const host::NameChange& name : names) WriteDifference(output, name);
+    return !names.empty();
+  }
+  const auto folders = [&] {
+    const Progress progress(options.path.quiet);
+    return host::FindPathDifferences(
+        before, after, options.subfolders ? Filter::IncludeSubfolders : Filter::TopLevelOnly);
+  }();
+  for (const host::FolderDifference& folder : folders) WriteDifference(output, folder);
+  return !folders.empty();
+}
+
+}  // namespace
+
+Outcome RunDiff(const std::vector<std::string>& arguments) {
+  CommandLine commandLine(kText);
+  DiffOptions options;
+  options.AddTo(commandLine);
+  if (!commandLine.Parse(arguments)) return Outcome::Found;
+  const std::vector<std::string>& operands = commandLine.GetOperands();
+  CheckOptions(options, operands);
+  const Output output(options.output);
+  const host::Environment before = OpenVersion(operands[0], "OLD", options.path);
+  const host::Environment after = OpenVersion(operands[1], "NEW", options.path);
+  const host::FolderPath old(before.GetMainFolders());
+  const host::FolderPath shared(
+      host::ShareUnchangedFolders(after.GetMainFolders(), old.GetMainFolders()));
+  const bool failed = TellProblems(FindProblems(before, after), options.path);
+  const bool differ = WriteDifferences(output, options, old, shared);
+  if (failed) return Outcome::Failed;
+  return differ ? Outcome::NotFound : Outcome::Found;
+}
+
+}  // namespace Corvane::PathManagement::tool

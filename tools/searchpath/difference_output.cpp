@@ -1,0 +1,88 @@
+#include "difference_output.h"
+
+#include "output.h"
+#include "path_folder.h"
+#include "searchpath/host/environment.h"
+#include "words.h"
+
+#include <nlohmann/json.hpp>
+
+#include <cstddef>
+#include <optional>
+#include <string>
+
+namespace Corvane::PathManagement::tool {
+
+namespace {
+
+constexpr std::size_t kChangeWidth = 9;  // of "refreshed"
+constexpr std::size_t kPlaceWidth = 8;   // of "10 -> 12"
+
+Paint GetPaint(host::FolderChange change) {
+  switch (change) {
+    case host::FolderChange::Removed:
+      return Paint::Bad;
+    case host::FolderChange::Added:
+      return Paint::Good;
+    case host::FolderChange::Moved:
+    case host::FolderChange::Refreshed:
+      break;
+  }
+  return Paint::Notice;
+}
+
+std::string GetPlace(std::optional<std::size_t> place) {
+  return place ? std::to_string(*place + 1) : "";
+}
+
+std::string GetPlaces(const host::FolderDifference& difference) {
+  const std::string before = GetPlace(difference.placeBefore);
+  const std::string after = GetPlace(difference.placeAfter);
+  if (before.empty() || after.empty() || before == after) return after.empty() ? before : after;
+  return before + " -> " + after;
+}
+
+}  // namespace
+
+void WriteDifference(const Output& output, const host::FolderDifference& difference) {
+  const IPathEntry& folder = *(difference.after ? difference.after : difference.before);
+  const std::string change = GetChangeText(difference.change);
+  if (!output.IsJson()) {
+    WriteData(output.GetPainted(change, GetPaint(difference.change)) +
+              std::string(kChangeWidth + 2 - change.size(), ' ') +
+              GetPadded(GetPlaces(difference), kPlaceWidth) + "  " +
+              output.GetShown(GetBytes(GetNativePath(folder))) + '\n');
+    return;
+  }
+  nlohmann::ordered_json object = {{"change", change}};
+  AddText(object, "path", GetNativePath(folder));
+  object["kind"] = GetKindText(folder.GetPathEntryType());
+  object["old"] = nullptr;
+  object["new"] = nullptr;
+  if (difference.placeBefore) object["old"] = *difference.placeBefore + 1;
+  if (difference.placeAfter) object["new"] = *difference.placeAfter + 1;
+  output.WriteObject(object);
+}
+
+void WriteDifference(const Output& output, const host::NameChange& name) {
+  const char* const change = !name.before ? "new" : !name.after ? "gone" : "changed";
+  const Paint paint = !name.before ? Paint::Good : !name.after ? Paint::Bad : Paint::Notice;
+  if (!output.IsJson()) {
+    const auto shown = [&](const FoundItem& file) {
+      return output.GetShown(GetBytes(host::GetNativePath(file)));
+    };
+    WriteData(output.GetPainted(change, paint) + std::string(9 - std::string(change).size(), ' ') +
+              (name.before ? shown(*name.before) : "") + (name.before && name.after ? " -> " : "") +
+              (name.after ? shown(*name.after) : "") + '\n');
+    return;
+  }
+  nlohmann::ordered_json object = {{"change", change}};
+  AddText(object, "name", name.name);
+  object["old"] = nullptr;
+  if (name.before) AddText(object, "old", host::GetNativePath(*name.before));
+  object["new"] = nullptr;
+  if (name.after) AddText(object, "new", host::GetNativePath(*name.after));
+  output.WriteObject(object);
+}
+
+}  // namespace Corvane::PathManagement::tool
