@@ -10,6 +10,7 @@
 #include <cstddef>
 #include <optional>
 #include <string>
+#include <utility>
 
 namespace Corvane::PathManagement::tool {
 
@@ -42,6 +43,12 @@ std::string GetPlaces(const host::FolderDifference& difference) {
   return before + " -> " + after;
 }
 
+std::pair<std::string, Paint> Describe(const host::NameChange& name) {
+  if (!name.before) return {"new", Paint::Good};
+  if (!name.after) return {"gone", Paint::Bad};
+  return {"changed", Paint::Notice};
+}
+
 }  // namespace
 
 void WriteDifference(const Output& output, const host::FolderDifference& difference) {
@@ -65,13 +72,12 @@ void WriteDifference(const Output& output, const host::FolderDifference& differe
 }
 
 void WriteDifference(const Output& output, const host::NameChange& name) {
-  const char* const change = !name.before ? "new" : !name.after ? "gone" : "changed";
-  const Paint paint = !name.before ? Paint::Good : !name.after ? Paint::Bad : Paint::Notice;
+  const auto [change, paint] = Describe(name);
   if (!output.IsJson()) {
     const auto shown = [&](const FoundItem& file) {
       return output.GetShown(GetBytes(host::GetNativePath(file)));
     };
-    WriteData(output.GetPainted(change, paint) + std::string(9 - std::string(change).size(), ' ') +
+    WriteData(output.GetPainted(change, paint) + std::string(kChangeWidth - change.size(), ' ') +
               (name.before ? shown(*name.before) : "") + (name.before && name.after ? " -> " : "") +
               (name.after ? shown(*name.after) : "") + '\n');
     return;
