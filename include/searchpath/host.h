@@ -2,6 +2,7 @@
 #define SEARCHPATH_HOST_H
 
 // IWYU pragma: begin_exports
+#include "searchpath/host/diagnostic_log.h"
 #include "searchpath/host/doctor.h"
 #include "searchpath/host/environment.h"
 #include "searchpath/host/explanation.h"

@@ -1,7 +1,10 @@
 #include "host/directory_scan.h"
 
 #include "host/open_path.h"
+#include "host/timed_message.h"
+#include "model/quoted_text.h"
 #include "searchpath/model/byte_text.h"
+#include "searchpath/utilities/iri_conversion.h"
 #include "searchpath/utilities/path_strings.h"
 
 #include <dirent.h>
@@ -20,6 +23,8 @@ namespace Corvane::PathManagement::host {
 namespace {
 
 using current_working_folder::AbsolutizeError;
+
+const foundation::log::basic_diagnostic_logger kLogger("searchpath::host::folders");
 
 AbsolutizeError ReasonFor(int error, const std::string& path) {
   struct stat status = {};
@@ -111,9 +116,7 @@ std::optional<FolderStamp> Stamp(int folder) {
   return StampOf(status, now);
 }
 
-}  // namespace
-
-FolderListing ListFolder(const AbsoluteIRI& location) {
+FolderListing ReadFolder(const AbsoluteIRI& location) {
   FolderListing listing;
   const auto path = NativeBytes(location);
   if (!path) {
@@ -133,6 +136,18 @@ FolderListing ListFolder(const AbsoluteIRI& location) {
   for (auto& link : listing.links) link.target = TargetOf(dirfd(directory.get()), link.name);
   AddLinked(listing);
   listing.files.ShrinkToFit();
+  return listing;
+}
+
+}  // namespace
+
+FolderListing ListFolder(const AbsoluteIRI& location) {
+  const TimedMessage message(kLogger);
+  FolderListing listing = ReadFolder(location);
+  message.Write(foundation::log::Severity::Debug, [&] {
+    return "read " + PathManagement::detail::QuotedText(GetStringFromIRI(location)) + ", " +
+           std::to_string(listing.files.size()) + " files,";
+  });
   return listing;
 }
 

@@ -20,7 +20,7 @@ inline constexpr std::size_t kMostBodyBytes = 0x7FFFFFFE;
 
 struct ListingBody {
   std::unique_ptr<char[]> bytes;  // aligned for any type
-  std::size_t size;
+  std::size_t size = 0;
 };
 
 /// The body in `stream`, which holds nothing behind it; its checksum is right.

@@ -4,6 +4,7 @@
 #include "host/name_key.h"
 #include "host/parallel.h"
 #include "host/short_hash.h"
+#include "host/timed_message.h"
 #include "searchpath/host/filename_comparison.h"
 
 #include <algorithm>
@@ -15,6 +16,8 @@
 namespace Corvane::PathManagement::host {
 
 namespace {
+
+const foundation::log::basic_diagnostic_logger kLogger("searchpath::host::index");
 
 /// Calls use(name) for each file name that `target` may mean, the preferred one first.
 template <class Use>
@@ -181,13 +184,19 @@ const NameIndex* PlainLookup::IndexFor(FilenameMatchingPolicy policy) {
 }
 
 std::unique_ptr<const NameIndex> PlainLookup::BuildIndex(FilenameMatchingPolicy policy) const {
+  const TimedMessage message(kLogger);
   ListAll();
   std::vector<const NameBlock*> names;
   names.reserve(folders.size());
   for (const FolderState* folder : states) names.push_back(&folder->Files());
-  return std::make_unique<const NameIndex>(names, policy == FilenameMatchingPolicy::IgnoreCase
-                                                      ? NameIndex::Sameness::FoldedCase
-                                                      : NameIndex::Sameness::Bytes);
+  auto index = std::make_unique<const NameIndex>(names, policy == FilenameMatchingPolicy::IgnoreCase
+                                                            ? NameIndex::Sameness::FoldedCase
+                                                            : NameIndex::Sameness::Bytes);
+  message.Write(foundation::log::Severity::Information, [&] {
+    return "listed and indexed " + std::to_string(folders.size()) + " folders, " +
+           std::to_string(index->size()) + " files,";
+  });
+  return index;
 }
 
 const PlainLookup::MethodFolders& PlainLookup::IndexedMethodFolders() {

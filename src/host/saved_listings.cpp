@@ -3,6 +3,7 @@
 #include "host/directory_scan.h"
 #include "host/listing_envelope.h"
 #include "host/open_path.h"
+#include "host/timed_message.h"
 #include "saved_listing_generated.h"
 #include "searchpath/model/byte_text.h"
 #include "searchpath/platform/iri_text.h"
@@ -17,6 +18,8 @@
 namespace Corvane::PathManagement::host {
 
 namespace {
+
+const foundation::log::basic_diagnostic_logger kLogger("searchpath::host::cache");
 
 using current_working_folder::AbsolutizeError;
 using Bytes = flatbuffers::Vector<std::uint8_t>;
@@ -148,7 +151,9 @@ class LocationMaker {
 }  // namespace
 
 SavedListings::SavedListings(std::istream& stream, const AbsoluteIRI& root, ListingUse listingUse)
-    : use(listingUse), body(ReadEnvelope(stream)) {
+    : use(listingUse) {
+  const TimedMessage message(kLogger);
+  body = ReadEnvelope(stream);
   const auto* bytes = reinterpret_cast<const std::uint8_t*>(body.bytes.get());
   // As many tables as there could be: their number is bounded by the bytes.
   flatbuffers::Verifier verifier(bytes, body.size, kDeepest,
@@ -156,6 +161,10 @@ SavedListings::SavedListings(std::istream& stream, const AbsoluteIRI& root, List
   if (!saved::VerifyListingBuffer(verifier)) Refuse("its tables do not fit together");
   listing = saved::GetListing(bytes);
   CheckFolders(root);
+  message.Write(foundation::log::Severity::Information, [this] {
+    return "read the listings of " + std::to_string(locations.size()) + " folders, " +
+           std::to_string(body.size) + " bytes,";
+  });
 }
 
 void SavedListings::CheckFolders(const AbsoluteIRI& root) {

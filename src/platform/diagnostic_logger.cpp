@@ -1,5 +1,6 @@
 #include "searchpath/platform/diagnostic_logger.h"
 
+#include <atomic>
 #include <mutex>
 #include <utility>
 
@@ -15,9 +16,13 @@ class basic_diagnostic_logger::SinkPlace {
   void Set(std::shared_ptr<const DiagnosticSink> newSink) {
     const std::lock_guard lock(mutex);
     sink.swap(newSink);
+    isThere = sink != nullptr;
   }
 
+  [[nodiscard]] bool IsThere() const noexcept { return isThere; }
+
  private:
+  std::atomic<bool> isThere = false;
   mutable std::mutex mutex;
   std::shared_ptr<const DiagnosticSink> sink;  // null: messages go nowhere
 };
@@ -32,6 +37,8 @@ const std::shared_ptr<basic_diagnostic_logger::SinkPlace>& basic_diagnostic_logg
   static const auto commonPlace = std::make_shared<SinkPlace>();
   return commonPlace;
 }
+
+bool basic_diagnostic_logger::IsHeard() const noexcept { return place->IsThere(); }
 
 void basic_diagnostic_logger::Write(Severity severity, std::string_view message) const {
   // Called outside the lock: a sink may write or set a sink.

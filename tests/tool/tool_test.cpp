@@ -368,6 +368,13 @@ TEST_F(ToolTest, CachesAndSavedListingsAnswer) {
       {"s cache write no/x --path lib", 2, "cannot save the listing: cannot open the folder of",
        ""},
       {"s list --path - <../saved", 2, "a saved listing is read from a file: --path @FILE", ""},
+      {"SEARCHPATH_LOG=../log s find fn.m fo.m --path lib --cache ../cache; grep -oE "
+       "'host::[a-z]+: [a-z ]*' ../log",
+       0, "no file called `fo.m`",
+       "$T/lib/fn.m\nhost::cache: read the listings of \nhost::folders: read \n"
+       "host::index: listed and indexed \n"},
+      {"SEARCHPATH_LOG=lib s list --path lib", 2,
+       "cannot write the diagnostic log: Failed opening file lib", ""},
       {"s cache wirte x", 2, "after cache comes write or verify, not `wirte`; type:", ""},
   });
 }

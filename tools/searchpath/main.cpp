@@ -1,11 +1,16 @@
 #include "command_line.h"
 #include "commands.h"
 #include "output.h"
+#include "searchpath/host/diagnostic_log.h"
+#include "searchpath/model/byte_text.h"
 #include "suggestion.h"
 
 #include <csignal>
+#include <cstdlib>
 #include <exception>
 #include <iostream>
+#include <optional>
+#include <string_view>
 
 namespace Corvane::PathManagement::tool {
 
@@ -81,6 +86,15 @@ Outcome Run(const std::vector<std::string>& arguments) {
   return Outcome::Found;
 }
 
+// For whoever wants to know what took the time; every command would need the option otherwise.
+void StartLogIfAsked() {
+  const char* const log = std::getenv("SEARCHPATH_LOG");
+  if (log == nullptr || *log == '\0') return;
+  const bool isFile = std::string_view(log) != "-";
+  host::StartDiagnosticLog(isFile ? std::optional<fl::filesystem::path>(TextFromBytes(log))
+                                  : std::nullopt);
+}
+
 }  // namespace
 
 }  // namespace Corvane::PathManagement::tool
@@ -92,6 +106,7 @@ int main(int count, char** words) {
   std::signal(SIGPIPE, SIG_DFL);
   std::ios::sync_with_stdio(false);  // only then does standard input tell its errors
   try {
+    StartLogIfAsked();
     const Outcome outcome = Run({words + (count > 0 ? 1 : 0), words + count});
     FinishData();
     return static_cast<int>(outcome);

@@ -36,6 +36,9 @@ class SEARCHPATH_EXPORT basic_diagnostic_logger {
 
   [[nodiscard]] const std::string& GetName() const noexcept { return name; }
 
+  /// Whether there is a sink, so that a message that costs something to word is worded for somebody.
+  [[nodiscard]] bool IsHeard() const noexcept;
+
   /// Errors: those of the sink pass through.
   void Write(Severity severity, std::string_view message) const;
 
