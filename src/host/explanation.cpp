@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <iterator>
 #include <utility>
 
 namespace Corvane::PathManagement::host {
@@ -33,25 +34,39 @@ bool IsMethodEntry(const AskedFolder& asked) {
   return asked.folder->GetPathEntryType() == PathEntryType::AtFolder;
 }
 
-bool HoldsInOtherCase(const IPathEntry& folder, const SearchTarget& target) {
-  const ustring& name = target.GetName();
-  const std::size_t lastSeparator = name.find_last_of(Constants::PathnameSeparatorStr);
-  const SearchTarget file(lastSeparator == ustring::npos ? name : name.substr(lastSeparator + 1),
-                          target.GetExtensions());
-  return folder.FindItem(file, FilenameMatchingPolicy::IgnoreCase) != nullptr;
-}
+/// The files that a name means when case is ignored, looked up when somebody first asks.
+class OtherCases {
+ public:
+  OtherCases(const PathView& pathView, const std::optional<AbsoluteIRI>& askingFolder,
+             const SearchTarget& searchTarget)
+      : view(pathView), asker(askingFolder), target(searchTarget) {}
+
+  [[nodiscard]] std::vector<FoundItem> In(const std::shared_ptr<const IPathEntry>& folder) {
+    if (!files) {
+      files = FindAllFiles(view, asker, target, FilenameMatchingPolicy::IgnoreCase, nullptr);
+    }
+    std::vector<FoundItem> here;
+    std::copy_if(files->begin(), files->end(), std::back_inserter(here),
+                 [&](const FoundItem& file) { return file.GetPathEntry() == folder; });
+    return here;
+  }
+
+ private:
+  const PathView& view;
+  const std::optional<AbsoluteIRI>& asker;
+  const SearchTarget& target;
+  std::optional<std::vector<FoundItem>> files;
+};
 
 bool IsUnreadable(const IPathEntry& folder) {
   const auto* onDisk = dynamic_cast<const FolderEntry*>(&folder);
-  return onDisk != nullptr && !onDisk->GetProblems().empty() && onDisk->GetItems()->empty();
+  return onDisk != nullptr && !onDisk->GetProblems().empty() && onDisk->GetItemCount() == 0;
 }
 
-FolderOutcome OutcomeOf(const AskedFolder& asked, const std::vector<FoundItem>& all,
-                        const SearchTarget& target, bool isPlain) {
+FolderOutcome OutcomeOf(const AskedFolder& asked, const std::vector<FoundItem>& all, bool isPlain) {
   if (asked.files.empty()) {
     if (IsUnreadable(*asked.folder)) return FolderOutcome::Unreadable;
-    return HoldsInOtherCase(*asked.folder, target) ? FolderOutcome::OtherCaseOnly
-                                                   : FolderOutcome::Absent;
+    return asked.inOtherCase.empty() ? FolderOutcome::Absent : FolderOutcome::OtherCaseOnly;
   }
   const bool isMethod = isPlain && IsMethodEntry(asked);
   if (asked.files.front() == all.front()) {
@@ -162,8 +177,12 @@ Explanation ExplainLookup(const PathView& view, const std::optional<AbsoluteIRI>
   AskedFolders record;
   auto files = FindAllFiles(view, asker, target, policy, &record);
   UnseenFolders unseen(view, files);
+  OtherCases otherCases(view, asker, target);
   for (AskedFolder& folder : record.asked) {
-    if (!unseen.Mark(folder)) folder.outcome = OutcomeOf(folder, files, target, isPlain);
+    if (!unseen.Mark(folder)) {
+      if (folder.files.empty()) folder.inOtherCase = otherCases.In(folder.folder);
+      folder.outcome = OutcomeOf(folder, files, isPlain);
+    }
     folder.origin = view.GetAll().GetOrigin(*folder.folder);
   }
   const DecidingRule rule = RuleFor(files, record.asked, isPlain);

@@ -36,6 +36,8 @@ FolderEntry::~FolderEntry() = default;
 
 PathEntryType FolderEntry::GetPathEntryType() const { return state->Kind(); }
 
+std::size_t FolderEntry::GetItemCount() const { return ListedState().Files().size(); }
+
 std::shared_ptr<const std::vector<std::shared_ptr<const PathItem>>> FolderEntry::GetItems() const {
   const NameBlock& names = ListedState().Files();
   std::vector<std::size_t> order(names.size());

@@ -209,6 +209,8 @@ TEST_F(ToolTest, FoldersAreHiddenAndShownOnce) {
        "  filtered out         $T/over  by --without over\n  holds it             $T/lib\n"
        "  dropped as a repeat  $T/link  the same as $T/lib\n"
        "why: the first folder on the path that holds it\n"},
+      {"s find --explain case.m --path lib | sed -n 3p", 0, "no file called `case.m`",
+       "  other case only  $T/lib  holds $T/lib/Case.m\n"},
       {"s find --explain --json fn.c --path lib:link --without lib/private --from lib |"
        " grep -oE 'outcome.:.[df][^}]*' | cut -d'\"' -f3-",
        0, "",

@@ -107,7 +107,7 @@ std::vector<CheckedFolder> Check(const host::PathEntryFactory& cache) {
   const Progress progress(false);
   std::vector<CheckedFolder> checked;
   for (auto& entry : cache.CreateSavedFolders()) {
-    const std::size_t files = entry->GetItems()->size();
+    const std::size_t files = entry->GetItemCount();
     const host::Freshness freshness = entry->GetFreshness();
     checked.push_back({std::move(entry), files, freshness});
   }

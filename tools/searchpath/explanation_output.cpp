@@ -35,6 +35,9 @@ std::string GetRemark(const Output& output, const host::Environment& environment
     remarks.push_back((isBest ? "holds " : "also holds ") +
                       output.GetShown(GetBytes(host::GetNativePath(file))));
   }
+  for (const FoundItem& file : asked.inOtherCase) {
+    remarks.push_back("holds " + output.GetShown(GetBytes(host::GetNativePath(file))));
+  }
   if (const char* problem = FindProblemText(*asked.folder)) remarks.emplace_back(problem);
   if (asked.repeated != nullptr) {
     remarks.push_back("the same as " + output.GetShown(GetBytes(GetNativePath(*asked.repeated))));
@@ -93,6 +96,9 @@ nlohmann::ordered_json GetObject(const host::AskedFolder& asked) {
   object["files"] = nlohmann::ordered_json::array();
   for (const FoundItem& file : asked.files) {
     AddText(object["files"].emplace_back(), "path", host::GetNativePath(file));
+  }
+  for (const FoundItem& file : asked.inOtherCase) {
+    AddText(object["inOtherCase"].emplace_back(), "path", host::GetNativePath(file));
   }
   AddText(object, "origin", asked.origin);
   if (const char* problem = FindProblemText(*asked.folder)) object["problem"] = problem;

@@ -33,7 +33,7 @@ constexpr std::size_t kCountWidth = 7;  // digits that stay in line
 constexpr std::size_t kKindWidth = 9;   // of "resources"
 
 void WriteWords(const Output& output, const IPathEntry& folder) {
-  const std::size_t count = folder.GetItems()->size();
+  const std::size_t count = GetItemCount(folder);
   const std::string number = std::to_string(count);
   const std::string blanks(kCountWidth - std::min(kCountWidth, number.size()), ' ');
   const char* problem = FindProblemText(folder);
@@ -47,7 +47,7 @@ void WriteObject(const Output& output, const IPathEntry& folder) {
   nlohmann::ordered_json object;
   AddText(object, "path", GetNativePath(folder));
   object["kind"] = GetKindText(folder.GetPathEntryType());
-  object["items"] = folder.GetItems()->size();
+  object["items"] = GetItemCount(folder);
   object["problem"] = nullptr;
   if (const char* problem = FindProblemText(folder)) object["problem"] = problem;
   output.WriteObject(object);

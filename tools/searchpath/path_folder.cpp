@@ -10,13 +10,18 @@ namespace Corvane::PathManagement::tool {
 
 const char* FindProblemText(const IPathEntry& folder) {
   const auto* onDisk = dynamic_cast<const host::FolderEntry*>(&folder);
-  if (onDisk == nullptr || !onDisk->GetItems()->empty()) return nullptr;
+  if (onDisk == nullptr || onDisk->GetItemCount() != 0) return nullptr;
   const ustring path = GetNativePath(folder);
   // A folder tells the problems of links in it, too.
   for (const host::FolderProblem& problem : onDisk->GetProblems()) {
     if (problem.folder == path) return problem.GetText();
   }
   return nullptr;
+}
+
+std::size_t GetItemCount(const IPathEntry& folder) {
+  const auto* onDisk = dynamic_cast<const host::FolderEntry*>(&folder);
+  return onDisk != nullptr ? onDisk->GetItemCount() : folder.GetItems()->size();
 }
 
 ustring GetNativePath(const IPathEntry& folder) {

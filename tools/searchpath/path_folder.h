@@ -5,12 +5,17 @@
 #include "searchpath/model/search_scope.h"
 #include "searchpath/model/ustring.h"
 
+#include <cstddef>
+
 namespace Corvane::PathManagement::tool {
 
 // What is said of a folder of the path.
 
 /// What keeps `folder` from being searched, in words; null when nothing does. Lists the folder.
 [[nodiscard]] const char* FindProblemText(const IPathEntry& folder);
+
+/// How many files `folder` holds.
+[[nodiscard]] std::size_t GetItemCount(const IPathEntry& folder);
 
 /// The location of `folder` as users read it.
 [[nodiscard]] ustring GetNativePath(const IPathEntry& folder);

@@ -201,7 +201,7 @@ void TellIdleExclusions(const host::Environment& environment) {
 void ReadFolders(const host::Environment& environment, const PathOptions& options) {
   const Progress progress(options.quiet);
   environment.GetPath()->ForEachEntry(GetScopeOfAll(), [](const auto& folder) {
-    [[maybe_unused]] const auto items = folder->GetItems();
+    [[maybe_unused]] const auto count = GetItemCount(*folder);
     return false;
   });
 }

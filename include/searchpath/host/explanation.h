@@ -49,6 +49,8 @@ struct AskedFolder {
   std::shared_ptr<const IPathEntry> folder;
   FolderOutcome outcome;
   std::vector<FoundItem> files;  ///< its matches, the best first; none of one that was not asked
+  std::vector<FoundItem> inOtherCase = {};  ///< of one without matches: what the name would match
+                                            ///< if case were ignored
   ustring origin;  ///< the folder, as it was given, that brought this one onto the path
   std::shared_ptr<const IPathEntry> repeated =
       nullptr;         ///< of a repeat: what it repeats, else null

@@ -6,6 +6,7 @@
 #include "searchpath/host/freshness.h"
 #include "searchpath/model/path_entry.h"
 
+#include <cstddef>
 #include <memory>
 #include <vector>
 
@@ -41,6 +42,8 @@ class SEARCHPATH_EXPORT FolderEntry : public IPathEntry,
   ~FolderEntry() override;
 
   [[nodiscard]] PathEntryType GetPathEntryType() const override;
+  /// How many items there are; makes none. Lists the folder.
+  [[nodiscard]] std::size_t GetItemCount() const;
   /// In the order of the bytes of their names.
   [[nodiscard]] std::shared_ptr<const std::vector<std::shared_ptr<const PathItem>>> GetItems()
       const override;
