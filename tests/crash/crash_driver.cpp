@@ -1,10 +1,13 @@
-// Writes caches and is killed, crowded and refused meanwhile; check_crashes, beside this file, runs it.
+// Writes caches and is killed, crowded, refused and cut off meanwhile; check_crashes and
+// check_power_cuts, beside this file, run it.
 //
 //   crash_driver kill FOLDER COUNT     kills COUNT writers, each at a random moment
 //   crash_driver crowd FOLDER COUNT    COUNT writes by each of many writers, with many readers
 //   crash_driver write FOLDER VERSION  one write, between two marks that a trace shows
 //   crash_driver load FOLDER VERSION   one load, likewise
 //   crash_driver look FOLDER VERSION   looks whether the cache is that version, and all that is there
+//   crash_driver pour FOLDER VERSION   writes one after the other from there on, tells what is saved
+//   crash_driver version FOLDER 0      tells which version the cache is
 //
 // Ends with 0, or 1 when something was torn, lost or left behind, 2 for wrong arguments, 3 for the
 // exception that a write or a load is to raise when it fails.
@@ -203,7 +206,15 @@ int Run(const std::string& mode, const Scene& scene, Version number) {
   if (mode == "kill") return KillWriters(scene, number);
   if (mode == "crowd") return Crowd(scene, number);
   if (mode == "write") return BetweenMarks([&] { scene.Write(number); });
+  while (mode == "pour") {
+    scene.Write(number);
+    std::printf("%lu\n", number++), std::fflush(stdout);
+  }
   std::optional<Version> version;
+  if (mode == "version") {
+    version = scene.Load();
+    return version ? std::printf("%lu\n", *version), 0 : Fault("a torn cache was believed");
+  }
   if (mode == "load") {
     const int end = BetweenMarks([&] { version = scene.Load(); });
     return end != 0 || version == number ? end : Fault("a torn cache was believed");
