@@ -90,7 +90,9 @@ fl::filesystem::detail::Descriptor Lock(const std::string& file) {
 
 /// Where the file is, behind links; makes the folders above it.
 std::string Prepare(const fl::filesystem::path& file) {
-  const std::filesystem::path real = std::filesystem::weakly_canonical(NativeBytes(file));
+  // Absolute first: the parent of a name alone would be no folder.
+  const std::filesystem::path real =
+      std::filesystem::weakly_canonical(std::filesystem::absolute(NativeBytes(file)));
   std::filesystem::create_directories(real.parent_path());
   return real;
 }

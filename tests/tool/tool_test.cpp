@@ -339,7 +339,8 @@ TEST_F(ToolTest, TheStoredPathIsEditedAndUsed) {
        "../real",
        0, "", "$T/mid\n~/\n/x//y\n"},
       {"echo lib >../store; s add mid --store ../store", 2, "folder 1 of the list", ""},
-      {"s add mid --store ./no/such/file && cat no/such/file", 0, "", "$T/mid\n"},
+      {"s add mid --store no/such/file && s add mid --store file && cat no/such/file file", 0, "",
+       "$T/mid\n$T/mid\n"},
       {"s add lib --store .", 2, "Is a directory", ""},
   });
 }
