@@ -4,6 +4,7 @@
 #include "host/folder_search.h"
 #include "host/folder_state.h"
 #include "host/listing_source.h"
+#include "host/package_folders.h"
 #include "host/path_examination.h"
 #include "host/path_view.h"
 #include "host/shadow_search.h"
@@ -29,12 +30,13 @@ std::vector<std::shared_ptr<const FolderEntry>> Expand(
   return {std::move(entry)};
 }
 
-GivenFolders Locate(const WorkingFolder& workingFolder, const std::vector<ustring>& folders,
-                    FolderExpansion expansion, const std::shared_ptr<const ListingSource>& source) {
+GivenFolders Locate(const WorkingFolder& workingFolder, const EnvironmentOptions& options,
+                    const std::shared_ptr<const ListingSource>& source) {
   GivenFolders given;
-  for (const ustring& folder : folders) {
+  for (const ustring& folder : options.folders) {
     try {
-      given.folders.push_back({folder, Expand(workingFolder.Locate(folder), expansion, source)});
+      given.folders.push_back({{.source = options.source, .folder = folder},
+                               Expand(workingFolder.Locate(folder), options.expansion, source)});
     } catch (const current_working_folder::FailedToAbsolutizeException& failure) {
       const auto reason =
           static_cast<current_working_folder::AbsolutizeError>(failure.GetErrorCode());
@@ -44,6 +46,12 @@ GivenFolders Locate(const WorkingFolder& workingFolder, const std::vector<ustrin
   return given;
 }
 
+std::shared_ptr<const PackageRegistry> ReadPackages(const std::optional<ustring>& root,
+                                                    const WorkingFolder& workingFolder) {
+  if (!root) return nullptr;
+  return std::make_shared<const PackageRegistry>(*root, workingFolder);
+}
+
 SearchTarget TargetOf(const Lookup& lookup) {
   return CreateSearchTargetWithExtensionInFilenamePreferred(lookup.name, lookup.extensions);
 }
@@ -51,17 +59,19 @@ SearchTarget TargetOf(const Lookup& lookup) {
 }  // namespace
 
 Environment::Environment(const EnvironmentOptions& options)
-    : view(std::make_shared<const PathView>(
-          Locate(workingFolder, options.folders, options.expansion,
-                 ListingSource::From(options.caches)),
-          Locate(workingFolder, options.without, FolderExpansion::Alone, nullptr),
-          options.expansion, options.keepDuplicates)) {}
+    : packages(ReadPackages(options.packages, workingFolder)),
+      view(std::make_shared<const PathView>(
+          WithPackageFolders(Locate(workingFolder, options, ListingSource::From(options.caches)),
+                             packages.get(), ListingSource::From(options.caches)),
+          Locate(workingFolder, {.folders = options.without}, nullptr), options.expansion,
+          options.keepDuplicates)) {}
 
 Environment::Environment(const std::vector<ustring>& folders, FolderExpansion expansion)
     : Environment(EnvironmentOptions{.folders = folders, .expansion = expansion}) {}
 
 Environment::Environment(const PathEntryFactory& cache)
-    : Environment(EnvironmentOptions{.folders = cache.GetFolderStrings(), .caches = {cache}}) {}
+    : Environment(EnvironmentOptions{
+          .folders = cache.GetFolderStrings(), .source = FolderSource::Cache, .caches = {cache}}) {}
 
 Environment::~Environment() = default;
 
@@ -71,6 +81,10 @@ const std::shared_ptr<const IPath>& Environment::GetPath() const noexcept {
 
 std::vector<std::shared_ptr<const FolderEntry>> Environment::GetMainFolders() const {
   return view->GetMainFolders();
+}
+
+FolderOrigin Environment::FindOrigin(const IPathEntry& entry) const {
+  return view->GetAll().GetOrigin(entry);
 }
 
 boost::optional<FoundItem> Environment::Find(const Lookup& lookup) const {

@@ -96,7 +96,7 @@ class Examiner {
     const Folder& top = given.entries.front();
     const auto earlier = mainFolders.find(top->GetCanonicalAbsoluteIRI());
     if (!IsHidden(*top) && earlier != mainFolders.end()) {
-      Add(FindingKind::Repeat, *top, given.text).other = PathOf(*earlier->second);
+      Add(FindingKind::Repeat, *top, given.origin.folder).other = PathOf(*earlier->second);
       return;
     }
     const std::size_t before = findings.size();
@@ -107,12 +107,12 @@ class Examiner {
       isShown = true;
       files += CountFiles(folder);
       if (!mainFolders.emplace(folder->GetCanonicalAbsoluteIRI(), folder).second) continue;
-      ExamineMainFolder(folder, given.text);
+      ExamineMainFolder(folder, given.origin.folder);
     }
     const bool isBroken =
         std::any_of(findings.begin() + static_cast<std::ptrdiff_t>(before), findings.end(),
                     [](const PathFinding& finding) { return finding.reason.has_value(); });
-    if (isShown && files == 0 && !isBroken) Add(FindingKind::Empty, *top, given.text);
+    if (isShown && files == 0 && !isBroken) Add(FindingKind::Empty, *top, given.origin.folder);
   }
 
   static std::size_t CountFiles(const Folder& top) {
@@ -168,7 +168,8 @@ class Examiner {
         view.GetPath()->FindAllInScope({&kMainKind, 1}, PathManagement::detail::SearchTarget(name),
                                        FilenameMatchingPolicy::IgnoreCase);
     const auto first = files.front().GetPathEntry();
-    PathFinding& finding = Add(FindingKind::CaseCollision, *first, view.GetAll().GetOrigin(*first));
+    PathFinding& finding =
+        Add(FindingKind::CaseCollision, *first, view.GetAll().GetOrigin(*first).folder);
     boost::unordered_flat_set<ustring> spellings;
     for (const FoundItem& file : files) {
       const auto item = file.GetPathItem();

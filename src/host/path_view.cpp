@@ -43,10 +43,10 @@ GivenPath::GivenPath(std::vector<Given> givenFolders)
   }
 }
 
-const ustring& GivenPath::GetOrigin(const IPathEntry& entry) const {
+const FolderOrigin& GivenPath::GetOrigin(const IPathEntry& entry) const {
   auto found = givenBy.find(&entry);
   if (found == givenBy.end()) found = givenBy.find(path->GetMainEntryForEntry(entry).get());
-  return given[found->second].text;
+  return given[found->second].origin;
 }
 
 PathView::PathView(GivenFolders givenFolders, const GivenFolders& hiddenFolders,
@@ -58,7 +58,7 @@ PathView::PathView(GivenFolders givenFolders, const GivenFolders& hiddenFolders,
   Folders folders;
   for (const Given& folder : hiddenFolders.folders) {
     folders.push_back(folder.entries.front());
-    hiddenTexts.push_back(folder.text);
+    hiddenTexts.push_back(folder.origin.folder);
   }
   for (const FolderProblem& problem : hiddenFolders.unlocated) {
     unlocatedHidden.push_back(problem.folder);

@@ -3,6 +3,7 @@
 
 #include "host/hidden_folders.h"
 #include "searchpath/host/folder_entry.h"
+#include "searchpath/host/folder_origin.h"
 #include "searchpath/host/folder_path.h"
 #include "searchpath/host/folder_problem.h"
 #include "searchpath/model/path.h"
@@ -20,7 +21,7 @@ namespace Corvane::PathManagement::host {
 /// Folders as they were given, each with what it was expanded to.
 struct GivenFolders {
   struct Given {
-    ustring text;                                             // as it was given
+    FolderOrigin origin;
     std::vector<std::shared_ptr<const FolderEntry>> entries;  // the folder itself first
   };
 
@@ -36,8 +37,8 @@ class GivenPath {
   [[nodiscard]] const std::vector<GivenFolders::Given>& GetGiven() const noexcept { return given; }
   [[nodiscard]] const std::shared_ptr<const FolderPath>& GetPath() const noexcept { return path; }
 
-  /// The folder given that brought `entry`. Precondition: `entry` is on the path.
-  [[nodiscard]] const ustring& GetOrigin(const IPathEntry& entry) const;
+  /// As `Environment::FindOrigin`.
+  [[nodiscard]] const FolderOrigin& GetOrigin(const IPathEntry& entry) const;
 
  private:
   std::vector<GivenFolders::Given> given;

@@ -5,6 +5,7 @@
 #include "searchpath/host/doctor.h"
 #include "searchpath/host/explanation.h"
 #include "searchpath/host/folder_entry.h"
+#include "searchpath/host/folder_origin.h"
 #include "searchpath/host/folder_problem.h"
 #include "searchpath/host/path_entry_factory.h"
 #include "searchpath/host/shadows.h"
@@ -26,6 +27,7 @@
 
 namespace Corvane::PathManagement::host {
 
+class PackageRegistry;
 class PathView;
 
 /// A question to an `Environment`: which file does a name mean?
@@ -49,7 +51,9 @@ enum class FolderExpansion : std::uint8_t {
 struct EnvironmentOptions {
   /// As users type them, see `WorkingFolder`. One that names no place at all is left out and is a
   /// problem. For a search-path string, hand in its `SplitZentraPath`.
-  std::vector<ustring> folders;
+  std::vector<ustring> folders = {};
+  /// Where they were named, for whoever asks who put a folder on the path.
+  FolderSource source = FolderSource::Given;
   FolderExpansion expansion = FolderExpansion::Alone;
   /// Whether a folder that is given twice, perhaps by a link, is on the path twice. Otherwise it is
   /// there once, at its first place.
@@ -61,6 +65,9 @@ struct EnvironmentOptions {
   /// folder counts. They may have been made for other paths: which folders are searched is up to
   /// `folders` alone, and what no cache holds is read.
   std::vector<PathEntryFactory> caches = {};
+  /// A root of packages, as a user types it, see `PackageRegistry`. The folders that its packages
+  /// put on the path come behind all others, each by itself.
+  std::optional<ustring> packages = {};
 };
 
 /// A folder as a user names it, and how the name is to be read.
@@ -91,6 +98,14 @@ class SEARCHPATH_EXPORT Environment {
   /// Its main entries, as the folders that they are.
   [[nodiscard]] std::vector<std::shared_ptr<const FolderEntry>> GetMainFolders() const;
   [[nodiscard]] const WorkingFolder& GetWorkingFolder() const noexcept { return workingFolder; }
+
+  /// The packages below the root that was given; null when none was. Which of them cannot be used
+  /// is known there.
+  [[nodiscard]] const std::shared_ptr<const PackageRegistry>& GetPackages() const noexcept {
+    return packages;
+  }
+  /// Who put the folder that `entry` is for on the path. Precondition: `entry` is on the path.
+  [[nodiscard]] FolderOrigin FindOrigin(const IPathEntry& entry) const;
 
   /// The file that the name means; empty when there is none.
   ///
@@ -140,7 +155,8 @@ class SEARCHPATH_EXPORT Environment {
   /// time that it took is the one of that time.
   [[nodiscard]] std::vector<PathFinding> Examine(const Examination& examination = {}) const;
 
-  /// The folders that cannot be searched: first those that name no place, then in path order.
+  /// The folders that cannot be searched: first those that name no place, a root of packages that
+  /// cannot be read and folders of packages that lead into a loop of links, then in path order.
   [[nodiscard]] std::vector<FolderProblem> FindProblems() const;
 
   /// The folders that the path was to be without and that hide nothing, as they were given.
@@ -152,6 +168,7 @@ class SEARCHPATH_EXPORT Environment {
   [[nodiscard]] std::optional<AbsoluteIRI> AskerOf(const Lookup& lookup) const;
 
   WorkingFolder workingFolder;
+  std::shared_ptr<const PackageRegistry> packages;
   std::shared_ptr<const PathView> view;
 };
 

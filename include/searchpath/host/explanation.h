@@ -2,6 +2,7 @@
 #define SEARCHPATH_HOST_EXPLANATION_H
 
 #include "searchpath/export.h"
+#include "searchpath/host/folder_origin.h"
 #include "searchpath/model/found_item.h"
 #include "searchpath/model/path_entry.h"
 #include "searchpath/model/ustring.h"
@@ -51,7 +52,7 @@ struct AskedFolder {
   std::vector<FoundItem> files;  ///< its matches, the best first; none of one that was not asked
   std::vector<FoundItem> inOtherCase = {};  ///< of one without matches: what the name would match
                                             ///< if case were ignored
-  ustring origin;  ///< the folder, as it was given, that brought this one onto the path
+  FolderOrigin origin;                      ///< who put it on the path
   std::shared_ptr<const IPathEntry> repeated =
       nullptr;         ///< of a repeat: what it repeats, else null
   ustring hider = {};  ///< of one that is filtered out: the folder, as it was given, that hides it
