@@ -157,9 +157,9 @@ TEST_F(ToolTest, FindExplains) {
        "folders asked: none, since no folder of the path fits the name\nwhy: no folder holds it\n"},
       {"s find --explain fn.m --json --path no:over", 0, "cannot search `$T/no`: no such folder\n",
        "{`name`:`fn.m`,`path`:`$T/over/fn.m`,`rule`:`first-folder`,`asked`:[{`folder`:`$T/no`,"
-       "`kind`:`ordinary`,`outcome`:`unreadable`,`files`:[],`origin`:`no`,`problem`:`no such "
-       "folder`},{`folder`:`$T/over`,`kind`:`ordinary`,`outcome`:`holds-it`,"
-       "`files`:[{`path`:`$T/over/fn.m`}],`origin`:`over`}]}\n"},
+       "`kind`:`ordinary`,`outcome`:`unreadable`,`files`:[],`origin`:`no`,`source`:`command-line`,"
+       "`problem`:`no such folder`},{`folder`:`$T/over`,`kind`:`ordinary`,`outcome`:`holds-it`,"
+       "`files`:[{`path`:`$T/over/fn.m`}],`origin`:`over`,`source`:`command-line`}]}\n"},
       {"s find --explain --json shape private/own --ext m --path mid:lib | words", 0, "",
        "folder-before-method holds-it absent loses-to-earlier-folder partial-pathname holds-it\n"},
       {"s find --explain --json shape case own --ext m --path lib:mid --from lib | words", 0,
@@ -179,13 +179,15 @@ TEST_F(ToolTest, FilesListAndIriAnswer) {
       {"s files --from lib/+pkg --json --path lib", 0, "",
        "{`path`:`$T/lib/+pkg/inner.m`,`folder`:`$T/lib/+pkg`,`kind`:`+`}\n"},
       {"s list --long --path lib/+pkg:over:no", 0, "no such folder\n",
-       "      1 file   ordinary   $T/lib/+pkg\n      0 files  @          $T/lib/+pkg/@cls\n"
+       "      1 file   ordinary   $T/lib/+pkg\n      0 files  @          $T/lib/+pkg/@cls  "
+       "(from --path lib/+pkg)\n"
        "      2 files  ordinary   $T/over\n      0 files  ordinary   $T/no  (no such folder)\n"},
       {"s list --path lib", 0, "",
        "$T/lib\n$T/lib/private\n$T/lib/resources\n$T/lib/+pkg\n$T/lib/+pkg/@cls\n$T/lib/@shape\n"},
       {"s list --json --path over:no", 0, "no such folder\n",
-       "{`path`:`$T/over`,`kind`:`ordinary`,`items`:2,`problem`:null}\n"
-       "{`path`:`$T/no`,`kind`:`ordinary`,`items`:0,`problem`:`no such folder`}\n"},
+       "{`path`:`$T/over`,`kind`:`ordinary`,`items`:2,`problem`:null,`origin`:`over`,`source`:"
+       "`command-line`}\n{`path`:`$T/no`,`kind`:`ordinary`,`items`:0,`problem`:`no such folder`,"
+       "`origin`:`no`,`source`:`command-line`}\n"},
       {"s list --strict --quiet --path no", 2, "", "$T/no\n"},
       {"s iri 'a %' http://h/%41", 0, "",
        "iri: file://$T/a%20%25\ncanonical: file://$T/a%20%25\n"
@@ -214,8 +216,9 @@ TEST_F(ToolTest, FoldersAreHiddenAndShownOnce) {
       {"s find --explain --json fn.c --path lib:link --without lib/private --from lib |"
        " grep -oE 'outcome.:.[df][^}]*' | cut -d'\"' -f3-",
        0, "",
-       "filtered-out`,`files`:[],`origin`:`lib`,`hider`:`lib/private`\n"
-       "dropped-as-repeat`,`files`:[],`origin`:`link`,`repeats`:`$T/lib`\n"},
+       "filtered-out`,`files`:[],`origin`:`lib`,`source`:`command-line`,`hider`:`lib/private`\n"
+       "dropped-as-repeat`,`files`:[],`origin`:`link`,`source`:`command-line`,`repeats`:`$T/"
+       "lib`\n"},
       {"s folders pkg lib/resources +PKG $PWD/link --path lib", 1,
        "is called `+PKG`; did you mean `$T/lib/+pkg` (another case: --policy ignore-case finds "
        "it)?",
@@ -320,7 +323,8 @@ TEST_F(ToolTest, TheStoredPathIsEditedAndUsed) {
       {"s list", 2, "and none stored with searchpath add; type: searchpath list --path \"$PATH\"",
        ""},
       {"s add over lib && cat $XDG_CONFIG_HOME/searchpath/path", 0, "", "$T/over\n$T/lib\n"},
-      {"s find fn.m", 0, "", "$T/over/fn.m\n"},
+      {"s list --long | head -n 1", 0, "",
+       "      2 files  ordinary   $T/over  (from the stored path)\n"},
       {"s add mid --dry-run && s list | wc -l", 0, "",
        "added      1         $T/mid\nnew      $T/mid/fo.m\nnew      $T/mid/shape.m\n7\n"},
       {"s add mid no", 2, "no folder `no`; check the spelling", ""},
@@ -382,6 +386,35 @@ TEST_F(ToolTest, CachesAndSavedListingsAnswer) {
   });
 }
 
+TEST_F(ToolTest, PackagesAreListedAndSearched) {
+  Check({
+      {"mkdir -p p/new/lib p/old p/bad; mv lib/fn.m p/new/lib; cd p; f=searchpath.json\n"
+       "echo '{\"name\": 7}' >bad/$f; printf "
+       "'{\"name\":\"%s\",\"version\":\"1\",\"folders\":[\"lib\","
+       "{\"folder\":\"doc\",\"tags\":[3]}]%s}' a '' b ',\"contributesToPath\":false' >both\n"
+       "sed 's/}{.*/}/' both >new/$f; sed 's/.*}{/{/' both >old/$f; cd ..\n"
+       "s packages --root p --path lib:p/new/lib",
+       0, "searchpath: $T/p/bad/searchpath.json:1: name: expected a text\n",
+       "a 1: contributes to the path\n  for the path  $T/p/new/lib  (on the path)\n"
+       "  other         $T/p/new/doc\nb 1: contributes nothing to the path\n"
+       "  other         $T/p/old/lib\n  other         $T/p/old/doc\n"},
+      {"s packages --root p --json --quiet | head -n 1", 0, "",
+       "{`name`:`a`,`version`:`1`,`path`:`$T/p/new`,`contributesToPath`:true,`checksManualInstall`:"
+       "false,`folders`:[{`path`:`$T/p/new/lib`,`tags`:[0],`forPath`:true,`onPath`:null},"
+       "{`path`:`$T/p/new/doc`,`tags`:[3],`forPath`:false,`onPath`:null}]}\n"},
+      {"s find --explain fn.m --path lib --packages p --quiet", 0, "",
+       "`fn.m` means $T/p/new/lib/fn.m\nfolders asked, in order:\n  absent    $T/lib\n"
+       "  holds it  $T/p/new/lib  from package a 1\n"
+       "why: the first folder on the path that holds it\n"},
+      {"s list --json --packages p --strict", 2, ":1: name: expected a text\n",
+       "{`path`:`$T/p/new/lib`,`kind`:`ordinary`,`items`:1,`problem`:null,"
+       "`origin`:`$T/p/new/lib`,`source`:`package`,`package`:{`name`:`a`,`version`:`1`}}\n"},
+      {"s packages --root lib", 1, "no package in `lib`; see searchpath packages --help\n", ""},
+      {"s files --packages no", 2, "--packages `no`: no such folder; name the folder that", ""},
+      {"s packages --path lib", 2, "needs --root; type: searchpath packages --root DIR", ""},
+  });
+}
+
 TEST_F(ToolTest, WrongUsageIsOneLineThatHelps) {
   Check({
       {"s", 2, "no command; type: searchpath find NAME --path FOLDERS", ""},
@@ -420,7 +453,8 @@ TEST_F(ToolTest, WrongUsageIsOneLineThatHelps) {
 TEST_F(ToolTest, HelpFitsAScreenAndBeginsWithExamples) {
   for (const std::string command :
        {"s ", "s find ", "s files ", "s list ", "s folders ", "s shadows ", "s doctor ", "s iri ",
-        "s cache ", "s cache write ", "s cache verify ", "s diff ", "s add ", "s remove "}) {
+        "s cache ", "s cache write ", "s cache verify ", "s diff ", "s add ", "s remove ",
+        "s packages "}) {
     const std::string help = RunShell(command + "-h").out;
     EXPECT_TRUE(help.starts_with("Usage: searchpath")) << help;
     EXPECT_LE(std::count(help.begin(), help.end(), '\n'), 24) << command;

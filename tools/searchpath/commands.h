@@ -40,6 +40,9 @@ namespace Corvane::PathManagement::tool {
 /// Saves the listings of the path, or checks those that were saved.
 [[nodiscard]] Outcome RunCache(const std::vector<std::string>& arguments);
 
+/// Which packages are there?
+[[nodiscard]] Outcome RunPackages(const std::vector<std::string>& arguments);
+
 /// What do texts become as IRIs?
 [[nodiscard]] Outcome RunIri(const std::vector<std::string>& arguments);
 

@@ -1,5 +1,6 @@
 #include "command_line.h"
 #include "commands.h"
+#include "package_output.h"
 #include "progress.h"
 #include "search_path.h"
 #include "words.h"
@@ -99,6 +100,7 @@ Outcome RunDoctor(const std::vector<std::string>& arguments) {
   CommandLine commandLine(kText);
   PathOptions path;
   path.AddFoldersTo(commandLine);
+  path.AddPackagesTo(commandLine);
   std::optional<std::string> slow;
   commandLine.AddValue("--slow", "MS", slow, "from how many milliseconds on: 100 unless given");
   OutputOptions outputOptions;
@@ -112,6 +114,7 @@ Outcome RunDoctor(const std::vector<std::string>& arguments) {
     return environment.Examine(examination);
   }();
   TellIdleExclusions(environment);
+  if (environment.GetPackages() != nullptr) TellPackageProblems(*environment.GetPackages());
   for (const host::PathFinding& finding : findings) {
     if (output.IsJson()) {
       WriteObject(output, finding);

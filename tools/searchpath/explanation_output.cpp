@@ -1,5 +1,6 @@
 #include "explanation_output.h"
 
+#include "origin_output.h"
 #include "output.h"
 #include "path_folder.h"
 #include "words.h"
@@ -8,6 +9,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <utility>
 #include <vector>
 
 namespace Corvane::PathManagement::tool {
@@ -20,11 +22,6 @@ struct AskedLine {
   std::string folder;
   std::string remark;  // often empty
 };
-
-// Whether the folder was given as it is, and not brought by another.
-bool IsItself(const host::Environment& environment, const host::AskedFolder& asked) {
-  return environment.GetWorkingFolder().Locate(asked.origin) == asked.folder->GetAbsoluteIRI();
-}
 
 std::string GetRemark(const Output& output, const host::Environment& environment,
                       const host::Explanation& explanation, const host::AskedFolder& asked) {
@@ -45,9 +42,8 @@ std::string GetRemark(const Output& output, const host::Environment& environment
   if (asked.outcome == host::FolderOutcome::FilteredOut) {
     remarks.push_back("by --without " + output.GetShown(GetBytes(asked.hider)));
   }
-  if (!IsItself(environment, asked)) {
-    remarks.push_back("from --path " + output.GetShown(GetBytes(asked.origin)));
-  }
+  std::string origin = GetOriginText(output, environment, asked.origin, *asked.folder);
+  if (!origin.empty()) remarks.push_back(std::move(origin));
   std::string remark;
   for (const std::string& part : remarks) remark += (remark.empty() ? "" : "; ") + part;
   return remark;
@@ -100,7 +96,7 @@ nlohmann::ordered_json GetObject(const host::AskedFolder& asked) {
   for (const FoundItem& file : asked.inOtherCase) {
     AddText(object["inOtherCase"].emplace_back(), "path", host::GetNativePath(file));
   }
-  AddText(object, "origin", asked.origin);
+  AddOrigin(object, asked.origin);
   if (const char* problem = FindProblemText(*asked.folder)) object["problem"] = problem;
   if (asked.repeated != nullptr) AddText(object, "repeats", GetNativePath(*asked.repeated));
   if (asked.outcome == host::FolderOutcome::FilteredOut) AddText(object, "hider", asked.hider);

@@ -37,7 +37,7 @@ constexpr CommandText kText = {
     "Why:\n"
     "  --explain shows each folder that was asked, in order: what came of it, which\n"
     "  hidden files it holds, and, where it is no folder of --path itself, which of\n"
-    "  those brought it; then the rule that decided. It shows what --all does.\n\n"
+    "  those or which package brought it; then the rule that decided. It shows what --all does.\n\n"
     "Many names:\n"
     "  --stdin skips an empty line, tells its number and ends with 2; the others are\n"
     "  answered. With -0, names are ended by NUL, and so are the answers. What is not\n"

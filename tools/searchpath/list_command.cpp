@@ -1,6 +1,7 @@
 #include "cache_file.h"
 #include "command_line.h"
 #include "commands.h"
+#include "origin_output.h"
 #include "path_folder.h"
 #include "search_path.h"
 #include "searchpath/model/path_entry.h"
@@ -25,39 +26,47 @@ constexpr CommandText kText = {
     "  searchpath list --path lib --recursive --save today\n"
     "  searchpath list --path @today                 the same folders again\n",
     "--long and --json count the files of each folder and say what keeps it from\n"
-    "being searched. In JSON that is \"problem\", null where nothing does.\n"
+    "being searched, in JSON \"problem\", null where nothing does; and who put it on\n"
+    "the path, unless it was named itself on the command line.\n"
     "--save writes the folders with the names of their files to FILE, as a cache; see\n"
     "searchpath cache --help. Nothing is printed then.\n\n"};
 
 constexpr std::size_t kCountWidth = 7;  // digits that stay in line
 constexpr std::size_t kKindWidth = 9;   // of "resources"
 
-void WriteWords(const Output& output, const IPathEntry& folder) {
+void WriteWords(const Output& output, const host::Environment& environment,
+                const IPathEntry& folder) {
   const std::size_t count = GetItemCount(folder);
   const std::string number = std::to_string(count);
   const std::string blanks(kCountWidth - std::min(kCountWidth, number.size()), ' ');
   const char* problem = FindProblemText(folder);
+  const std::string origin =
+      GetOriginText(output, environment, environment.FindOrigin(folder), folder);
   WriteData(blanks + number + (count == 1 ? " file   " : " files  ") +
             GetPadded(GetKindText(folder.GetPathEntryType()), kKindWidth) + "  " +
             output.GetShown(GetBytes(GetNativePath(folder))) +
-            (problem == nullptr ? "" : std::string("  (") + problem + ')') + '\n');
+            (problem == nullptr ? "" : std::string("  (") + problem + ')') +
+            (origin.empty() ? "" : "  (" + origin + ')') + '\n');
 }
 
-void WriteObject(const Output& output, const IPathEntry& folder) {
+void WriteObject(const Output& output, const host::Environment& environment,
+                 const IPathEntry& folder) {
   nlohmann::ordered_json object;
   AddText(object, "path", GetNativePath(folder));
   object["kind"] = GetKindText(folder.GetPathEntryType());
   object["items"] = GetItemCount(folder);
   object["problem"] = nullptr;
   if (const char* problem = FindProblemText(folder)) object["problem"] = problem;
+  AddOrigin(object, environment.FindOrigin(folder));
   output.WriteObject(object);
 }
 
-void WriteFolder(const Output& output, const IPathEntry& folder, bool inWords) {
+void WriteFolder(const Output& output, const host::Environment& environment,
+                 const IPathEntry& folder, bool inWords) {
   if (output.IsJson()) {
-    WriteObject(output, folder);
+    WriteObject(output, environment, folder);
   } else if (inWords) {
-    WriteWords(output, folder);
+    WriteWords(output, environment, folder);
   } else {
     output.WritePath(GetBytes(GetNativePath(folder)));
   }
@@ -86,7 +95,7 @@ Outcome RunList(const std::vector<std::string>& arguments) {
   const bool failed = TellProblems(environment, path);
   environment.GetPath()->ForEachEntry(GetScopeOfAll(),
                                       [&](const std::shared_ptr<const IPathEntry>& folder) {
-                                        WriteFolder(output, *folder, inWords);
+                                        WriteFolder(output, environment, *folder, inWords);
                                         return false;
                                       });
   return failed ? Outcome::Failed : Outcome::Found;

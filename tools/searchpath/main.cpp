@@ -22,9 +22,10 @@ struct Command {
 };
 
 constexpr Command kCommands[] = {
-    {"find", RunFind},       {"files", RunFiles},   {"list", RunList}, {"folders", RunFolders},
-    {"shadows", RunShadows}, {"doctor", RunDoctor}, {"diff", RunDiff}, {"add", RunAdd},
-    {"remove", RunRemove},   {"cache", RunCache},   {"iri", RunIri}};
+    {"find", RunFind},         {"files", RunFiles},     {"list", RunList},
+    {"folders", RunFolders},   {"shadows", RunShadows}, {"doctor", RunDoctor},
+    {"diff", RunDiff},         {"add", RunAdd},         {"remove", RunRemove},
+    {"packages", RunPackages}, {"cache", RunCache},     {"iri", RunIri}};
 
 constexpr const char* kExamples =
     "Examples:\n"
@@ -52,6 +53,7 @@ constexpr const char* kHelp =
     "  add FOLDER...      puts folders on the stored path, for use without --path\n"
     "  remove FOLDER...   takes folders off it\n"
     "  cache              saves the listings of the path, tells what changed since\n"
+    "  packages           the packages below a folder, and their folders\n"
     "  iri TEXT...        what a text becomes: IRI, canonical IRI, native path\n\n"
     "searchpath COMMAND -h shows its options, --help examples and more.\n"
     "searchpath --version shows the version.\n";

@@ -3,6 +3,7 @@
 #include "cache_file.h"
 #include "command_line.h"
 #include "output.h"
+#include "package_output.h"
 #include "path_folder.h"
 #include "progress.h"
 #include "searchpath/host/stored_path.h"
@@ -40,6 +41,11 @@ constexpr const char* kNotes =
     "  A cache that is damaged is told and left alone.\n"
     "  \"+\", \"@\", private and resources folders belong to the folder that they stand\n"
     "  in: --recursive passes them by.\n";
+
+constexpr const char* kPackageNotes =
+    "  --packages adds the folders that the packages in DIR put on the path, package\n"
+    "  by package in the order of their folders' names, and needs no --path; see\n"
+    "  searchpath packages. --recursive does not reach them.\n";
 
 // `what` is read, and how else it could be written.
 std::vector<ustring> ReadList(std::istream& list, const std::string& what) {
@@ -85,42 +91,50 @@ std::vector<host::PathEntryFactory> ReadCache(const PathOptions& options) {
   }
 }
 
-host::Environment Open(std::vector<ustring> folders, const std::string& where,
-                       const PathOptions& options, std::vector<host::PathEntryFactory> caches) {
-  if (folders.empty()) {
-    throw UsageError(where + " names no folder; write . for the working folder");
+// Folders, and where they come from.
+struct NamedFolders {
+  std::vector<ustring> folders;
+  host::FolderSource source;
+  std::string where;  // for who reads that there are none
+  std::vector<host::PathEntryFactory> caches;
+};
+
+host::Environment Open(NamedFolders named, const PathOptions& options) {
+  if (named.folders.empty() && !options.packages) {
+    throw UsageError(named.where + " names no folder; write . for the working folder");
   }
   const Progress progress(options.quiet);
-  return host::Environment({.folders = std::move(folders),
-                            .expansion = options.recursive ? host::FolderExpansion::Recursive
-                                                           : host::FolderExpansion::Alone,
-                            .keepDuplicates = options.keepDuplicates,
-                            .without = GetTexts(options.without),
-                            .caches = std::move(caches)});
+  host::EnvironmentOptions made = {.folders = std::move(named.folders),
+                                   .source = named.source,
+                                   .expansion = options.recursive ? host::FolderExpansion::Recursive
+                                                                  : host::FolderExpansion::Alone,
+                                   .keepDuplicates = options.keepDuplicates,
+                                   .without = GetTexts(options.without),
+                                   .caches = std::move(named.caches)};
+  if (options.packages) made.packages = TextFromBytes(*options.packages);
+  host::Environment environment(made);
+  if (options.packages) CheckRoot("--packages", *options.packages, *environment.GetPackages());
+  return environment;
 }
 
-host::Environment OpenParts(const std::vector<std::string>& parts, const std::string& where,
-                            const PathOptions& options,
-                            std::vector<host::PathEntryFactory> caches) {
+NamedFolders ReadParts(const std::vector<std::string>& parts, const std::string& where,
+                       std::vector<host::PathEntryFactory> caches) {
   std::vector<ustring> folders;
   for (const std::string& part : parts) {
     std::vector<ustring> more = ReadPart(part, where, caches);
     folders.insert(folders.end(), more.begin(), more.end());
   }
-  return Open(std::move(folders), where, options, std::move(caches));
+  return {std::move(folders), host::FolderSource::Given, where, std::move(caches)};
 }
 
-host::Environment OpenStoredPath(const PathOptions& options, const CommandLine& commandLine) {
+// Nothing when no path is stored.
+NamedFolders ReadStoredPath() {
   const host::StoredPath stored(host::StoredPath::GetDefaultFile());
-  const auto locations = stored.Read();
-  if (!locations) {
-    throw UsageError("no path to search, and none stored with searchpath add; type: " +
-                     commandLine.GetLineWith("--path \"$PATH\""));
-  }
   std::vector<ustring> folders;
-  for (const AbsoluteIRI& location : *locations) folders.push_back(GetStringFromIRI(location));
-  return Open(std::move(folders), "the stored path " + Quoted(GetBytes(stored.GetFile().native())),
-              options, {});
+  for (const AbsoluteIRI& location : stored.Read().value_or(std::vector<AbsoluteIRI>())) {
+    folders.push_back(GetStringFromIRI(location));
+  }
+  return {std::move(folders), host::FolderSource::StoredPath, "the stored path", {}};
 }
 
 }  // namespace
@@ -139,8 +153,15 @@ void PathOptions::AddFoldersTo(CommandLine& commandLine) {
   commandLine.AddNotes(kNotes);
 }
 
+void PathOptions::AddPackagesTo(CommandLine& commandLine) {
+  commandLine.AddValue("--packages", "DIR", packages,
+                       "behind them, the folders of the packages in DIR");
+  commandLine.AddNotes(kPackageNotes);
+}
+
 void PathOptions::AddTo(CommandLine& commandLine) {
   AddFoldersTo(commandLine);
+  AddPackagesTo(commandLine);
   commandLine.AddFlag("--keep-duplicates", keepDuplicates,
                       "search a folder as often as it is there");
   commandLine.AddFlag("--quiet", quiet, "no word on folders that cannot be searched");
@@ -156,11 +177,19 @@ void PathOptions::AddReadingTo(CommandLine& commandLine) {
 host::Environment OpenPath(const PathOptions& options, const CommandLine& commandLine) {
   std::vector<host::PathEntryFactory> caches = ReadCache(options);
   if (!options.parts.empty()) {
-    return OpenParts(options.parts, "--path", options, std::move(caches));
+    return Open(ReadParts(options.parts, "--path", std::move(caches)), options);
   }
-  if (!options.cache) return OpenStoredPath(options, commandLine);
-  std::vector<ustring> folders = caches.front().GetFolderStrings();
-  return Open(std::move(folders), "--cache", options, std::move(caches));
+  if (options.cache) {
+    std::vector<ustring> folders = caches.front().GetFolderStrings();
+    return Open({std::move(folders), host::FolderSource::Cache, "--cache", std::move(caches)},
+                options);
+  }
+  NamedFolders stored = ReadStoredPath();
+  if (stored.folders.empty() && !options.packages) {
+    throw UsageError("no path to search, and none stored with searchpath add; type: " +
+                     commandLine.GetLineWith("--path \"$PATH\""));
+  }
+  return Open(std::move(stored), options);
 }
 
 host::Environment OpenVersion(const std::string& part, const std::string& where,
@@ -168,7 +197,7 @@ host::Environment OpenVersion(const std::string& part, const std::string& where,
   if (part.starts_with('@') && IsListing(part.substr(1))) {
     return host::Environment(ReadListing(part.substr(1), host::ListingUse::AsSaved));
   }
-  return OpenParts({part}, where, options, {});
+  return Open(ReadParts({part}, where, {}), options);
 }
 
 bool TellProblems(const host::Environment& environment, const PathOptions& options) {
@@ -180,7 +209,10 @@ bool TellProblems(const host::Environment& environment, const PathOptions& optio
   }();
   const bool failed = TellProblems(problems, options);
   if (!options.quiet) TellIdleExclusions(environment);
-  return failed;
+  const host::PackageRegistry* const packages = environment.GetPackages().get();
+  if (packages == nullptr) return failed;
+  if (!options.quiet) TellPackageProblems(*packages);
+  return failed || (options.strict && packages->GetProblemCount() > 0);
 }
 
 bool TellProblems(const std::vector<host::FolderProblem>& problems, const PathOptions& options) {

@@ -17,6 +17,7 @@ struct PathOptions {
   std::optional<std::string> cache;
   bool recursive = false;
   std::vector<std::string> without;
+  std::optional<std::string> packages;  // the root of those whose folders follow
   bool keepDuplicates = false;
   bool quiet = false;
   bool strict = false;
@@ -25,12 +26,13 @@ struct PathOptions {
 
   /// For a command that looks for what is wrong with the path itself.
   void AddFoldersTo(CommandLine& commandLine);
+  void AddPackagesTo(CommandLine& commandLine);
 
   /// For a command that is given its paths in another way.
   void AddReadingTo(CommandLine& commandLine);
 };
 
-/// Errors: `UsageError` when there is no path, or a list that cannot be read.
+/// Errors: `UsageError` when there is no path, or a list or a root of packages that cannot be read.
 [[nodiscard]] host::Environment OpenPath(const PathOptions& options,
                                          const CommandLine& commandLine);
 
@@ -44,8 +46,8 @@ struct PathOptions {
 /// Reads all folders of the path, special ones too, so that nothing has to be waited for later.
 void ReadFolders(const host::Environment& environment, const PathOptions& options);
 
-/// Tells which folders cannot be searched, and which --without hide nothing. Returns whether that
-/// makes the command fail.
+/// Tells which folders cannot be searched, which packages cannot be used, and which --without hide
+/// nothing. Returns whether that makes the command fail.
 [[nodiscard]] bool TellProblems(const host::Environment& environment, const PathOptions& options);
 [[nodiscard]] bool TellProblems(const std::vector<host::FolderProblem>& problems,
                                 const PathOptions& options);

@@ -74,6 +74,20 @@ const char* GetChangeText(host::FolderChange change) noexcept {
   return "refreshed";
 }
 
+const char* GetSourceText(host::FolderSource source) noexcept {
+  switch (source) {
+    case host::FolderSource::StoredPath:
+      return "stored-path";
+    case host::FolderSource::Cache:
+      return "cache";
+    case host::FolderSource::Package:
+      return "package";
+    case host::FolderSource::Given:
+      break;
+  }
+  return "command-line";
+}
+
 const char* GetShadowText(host::ShadowKind kind) noexcept {
   switch (kind) {
     case host::ShadowKind::Different:

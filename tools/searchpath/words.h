@@ -3,6 +3,7 @@
 
 #include "searchpath/host/doctor.h"
 #include "searchpath/host/explanation.h"
+#include "searchpath/host/folder_origin.h"
 #include "searchpath/host/path_differences.h"
 #include "searchpath/host/shadows.h"
 #include "searchpath/model/path_entry_type.h"
@@ -22,6 +23,9 @@ namespace Corvane::PathManagement::tool {
 
 /// "removed", "added", "moved" or "refreshed".
 [[nodiscard]] const char* GetChangeText(host::FolderChange change) noexcept;
+
+/// "command-line", "stored-path", "cache" or "package".
+[[nodiscard]] const char* GetSourceText(host::FolderSource source) noexcept;
 
 /// "different", "same-file" and the like.
 [[nodiscard]] const char* GetShadowText(host::ShadowKind kind) noexcept;

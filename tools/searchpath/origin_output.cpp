@@ -1,0 +1,37 @@
+#include "origin_output.h"
+
+#include "output.h"
+#include "package_output.h"
+#include "words.h"
+
+#include <nlohmann/json.hpp>
+
+namespace Corvane::PathManagement::tool {
+
+std::string GetOriginText(const Output& output, const host::Environment& environment,
+                          const host::FolderOrigin& origin, const IPathEntry& folder) {
+  const auto isItself = [&] {
+    return environment.GetWorkingFolder().Locate(origin.folder) == folder.GetAbsoluteIRI();
+  };
+  switch (origin.source) {
+    case host::FolderSource::StoredPath:
+      return "from the stored path";
+    case host::FolderSource::Cache:
+      return "from the cache";
+    case host::FolderSource::Package:
+      return "from package " + output.GetShown(GetText(*origin.package));
+    case host::FolderSource::Given:
+      break;
+  }
+  return isItself() ? "" : "from --path " + output.GetShown(GetBytes(origin.folder));
+}
+
+void AddOrigin(nlohmann::ordered_json& object, const host::FolderOrigin& origin) {
+  AddText(object, "origin", origin.folder);
+  object["source"] = GetSourceText(origin.source);
+  if (!origin.package) return;
+  AddText(object["package"], "name", origin.package->name);
+  AddText(object["package"], "version", origin.package->version);
+}
+
+}  // namespace Corvane::PathManagement::tool

@@ -1,0 +1,26 @@
+#ifndef SEARCHPATH_TOOLS_SEARCHPATH_ORIGIN_OUTPUT_H
+#define SEARCHPATH_TOOLS_SEARCHPATH_ORIGIN_OUTPUT_H
+
+#include "searchpath/host/environment.h"
+
+#include <nlohmann/json_fwd.hpp>
+
+#include <string>
+
+namespace Corvane::PathManagement::tool {
+
+class Output;
+
+// Who put a folder on the path.
+
+/// "from package geometry 1.2" and the like, as it is shown; empty for a folder that was named itself
+/// on the command line.
+[[nodiscard]] std::string GetOriginText(const Output& output, const host::Environment& environment,
+                                        const host::FolderOrigin& origin, const IPathEntry& folder);
+
+/// Adds "origin", "source" and, when that is one, "package" to `object`.
+void AddOrigin(nlohmann::ordered_json& object, const host::FolderOrigin& origin);
+
+}  // namespace Corvane::PathManagement::tool
+
+#endif  // SEARCHPATH_TOOLS_SEARCHPATH_ORIGIN_OUTPUT_H

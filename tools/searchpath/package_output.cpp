@@ -1,0 +1,27 @@
+#include "package_output.h"
+
+#include "command_line.h"
+#include "output.h"
+
+namespace Corvane::PathManagement::tool {
+
+std::string GetText(const ZentraComponents::ComponentIdentifier& package) {
+  return GetBytes(package.name) + ' ' + GetBytes(package.version);
+}
+
+void CheckRoot(const std::string& option, const std::string& root,
+               const host::PackageRegistry& registry) {
+  if (const auto& problem = registry.GetRootProblem()) {
+    throw UsageError(option + ' ' + Quoted(root) + ": " + problem->GetText() +
+                     "; name the folder that the packages stand in");
+  }
+}
+
+void TellPackageProblems(const host::PackageRegistry& registry) {
+  const auto& problems = registry.GetProblems();
+  for (const host::PackageProblem& problem : problems) Tell(GetBytes(problem.GetText()));
+  const std::size_t more = registry.GetProblemCount() - problems.size();
+  if (more > 0) Tell("left out " + std::to_string(more) + " more packages");
+}
+
+}  // namespace Corvane::PathManagement::tool

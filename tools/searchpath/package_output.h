@@ -1,0 +1,24 @@
+#ifndef SEARCHPATH_TOOLS_SEARCHPATH_PACKAGE_OUTPUT_H
+#define SEARCHPATH_TOOLS_SEARCHPATH_PACKAGE_OUTPUT_H
+
+#include "searchpath/host/package_registry.h"
+
+#include <string>
+
+namespace Corvane::PathManagement::tool {
+
+// What is said of packages.
+
+/// "geometry 1.2", as bytes.
+[[nodiscard]] std::string GetText(const ZentraComponents::ComponentIdentifier& package);
+
+/// Errors: `UsageError` when `root`, the value of `option`, cannot be read.
+void CheckRoot(const std::string& option, const std::string& root,
+               const host::PackageRegistry& registry);
+
+/// Tells which packages were left out, and why.
+void TellPackageProblems(const host::PackageRegistry& registry);
+
+}  // namespace Corvane::PathManagement::tool
+
+#endif  // SEARCHPATH_TOOLS_SEARCHPATH_PACKAGE_OUTPUT_H

@@ -1,0 +1,159 @@
+#include "command_line.h"
+#include "commands.h"
+#include "package_output.h"
+#include "search_path.h"
+#include "searchpath/model/byte_text.h"
+#include "searchpath/utilities/iri_conversion.h"
+#include "searchpath/utilities/packages_on_path.h"
+
+#include <nlohmann/json.hpp>
+
+#include <algorithm>
+#include <optional>
+#include <set>
+#include <utility>
+
+namespace Corvane::PathManagement::tool {
+
+namespace {
+
+constexpr CommandText kText = {
+    "packages", "", "Prints the packages below a folder, and the folders of each.",
+    "  searchpath packages --root /opt/packages\n"
+    "  searchpath packages --root /opt/packages --path @folders   which are on the path?\n"
+    "  searchpath find plot.m --path src --packages /opt/packages\n",
+    "The packages:\n"
+    "  Each folder directly below DIR with a file called searchpath.json is a package:\n"
+    "    {\"name\": \"geometry\", \"version\": \"1.2\", \"folders\": [\"lib\"]}\n"
+    "  A folder is a pathname below the package's own folder, or an IRI, or\n"
+    "  {\"folder\": ..., \"tags\": [...]}; tag 0, which counts without tags, makes it a\n"
+    "  folder for the path. A package that cannot be used is told on standard error;\n"
+    "  the others are there. With --path it is said of each folder for the path\n"
+    "  whether it is on that path.\n\n"
+    "Exit: 0 there are packages, 1 there are none, 2 wrong usage or failure.\n\n"};
+
+// A folder of a package.
+struct FolderLine {
+  AbsoluteIRI location;
+  std::set<int> tags;
+  bool isForPath;
+  std::optional<bool> isOnPath;  // empty when no path was given
+};
+
+// What a package is and what it does to the path.
+struct PackageLines {
+  ComponentIdentifier identifier;
+  std::shared_ptr<const Corvane::PackageRegistry::IPackage> package;
+  std::vector<FolderLine> folders;
+  std::string problem;  // why none of its folders can be put on the path; "" when none is to be
+};
+
+CanonicalAbsoluteIRI GetIdentity(const AbsoluteIRI& folder) {
+  try {
+    return GetCanonicalIRI(folder);
+  } catch (const foundation::storage::vfs::Exception&) {
+    return {folder, {}};  // in a loop of links it is on no path
+  }
+}
+
+PackageLines GetLines(const host::PackageRegistry& registry, const ComponentIdentifier& identifier,
+                      const std::optional<host::Environment>& environment) {
+  PackageLines lines{identifier, registry.GetPackage(identifier), {}, {}};
+  std::set<CanonicalAbsoluteIRI> forPath;
+  try {
+    const auto folders = GetPathFoldersForPackages(registry, {&identifier, 1});
+    forPath = {folders.begin(), folders.end()};
+  } catch (const foundation::storage::vfs::Exception& error) {
+    lines.problem = GetText(identifier) + " contributes nothing to the path: " + error.what();
+  }
+  const auto add = [&](const AbsoluteIRI& folder, const std::set<int>& tags) {
+    const CanonicalAbsoluteIRI identity = GetIdentity(folder);
+    const bool isForPath = forPath.contains(identity);
+    std::optional<bool> isOnPath;
+    if (environment) {
+      isOnPath = environment->GetPath()->GetPathEntryFromAbsoluteIRI(identity) != nullptr;
+    }
+    lines.folders.push_back({folder, tags, isForPath, isOnPath});
+    return isForPath;
+  };
+  std::size_t found = 0;
+  for (const auto& each : lines.package->GetFolders()) found += add(each.folder, *each.tags);
+  // A package may put its own folder on the path, which need not be one of its folders.
+  if (found == 0 && !forPath.empty()) add(lines.package->GetMetadata().rootFolder, {});
+  return lines;
+}
+
+void WriteWords(const Output& output, const PackageLines& lines) {
+  const bool contributes = std::any_of(lines.folders.begin(), lines.folders.end(),
+                                       [](const FolderLine& line) { return line.isForPath; });
+  WriteData(output.GetShown(GetText(lines.identifier)) +
+            (contributes ? ": contributes to the path\n" : ": contributes nothing to the path\n"));
+  for (const FolderLine& line : lines.folders) {
+    std::string remark;
+    if (line.isForPath && line.isOnPath) {
+      remark = *line.isOnPath ? "  (on the path)" : "  (not on the path)";
+    }
+    WriteData((line.isForPath ? "  for the path  " : "  other         ") +
+              output.GetShown(GetBytes(GetStringFromIRI(line.location))) + remark + '\n');
+  }
+}
+
+void WriteObject(const Output& output, const PackageLines& lines) {
+  nlohmann::ordered_json object;
+  AddText(object, "name", lines.identifier.name);
+  AddText(object, "version", lines.identifier.version);
+  const auto& metadata = lines.package->GetMetadata();
+  AddText(object, "path", GetStringFromIRI(metadata.rootFolder));
+  object["contributesToPath"] = metadata.contributesToPath;
+  object["checksManualInstall"] = metadata.checksManualInstall;
+  object["folders"] = nlohmann::ordered_json::array();
+  for (const FolderLine& line : lines.folders) {
+    nlohmann::ordered_json& folder = object["folders"].emplace_back();
+    AddText(folder, "path", GetStringFromIRI(line.location));
+    folder["tags"] = line.tags;
+    folder["forPath"] = line.isForPath;
+    folder["onPath"] = nullptr;
+    if (line.isOnPath) folder["onPath"] = *line.isOnPath;
+  }
+  output.WriteObject(object);
+}
+
+}  // namespace
+
+Outcome RunPackages(const std::vector<std::string>& arguments) {
+  CommandLine commandLine(kText);
+  std::optional<std::string> root;
+  PathOptions path;
+  commandLine.AddValue("--root", "DIR", root, "the folder that the packages stand in");
+  path.AddFoldersTo(commandLine);
+  commandLine.AddFlag("--quiet", path.quiet, "no word on what cannot be used");
+  commandLine.AddFlag("--strict", path.strict, "exit with 2 when there is such a thing");
+  OutputOptions outputOptions;
+  outputOptions.AddTo(commandLine, false);
+  if (!commandLine.Parse(arguments)) return Outcome::Found;
+  if (!root) {
+    throw UsageError("packages needs --root; type: " + commandLine.GetLineWith("--root DIR"));
+  }
+  const Output output(outputOptions);
+  const host::PackageRegistry registry(TextFromBytes(*root));
+  CheckRoot("--root", *root, registry);
+  std::optional<host::Environment> environment;
+  bool failed = path.strict && registry.GetProblemCount() > 0;
+  if (!path.parts.empty()) {
+    environment.emplace(OpenPath(path, commandLine));
+    failed = TellProblems(*environment, path) || failed;
+  }
+  if (!path.quiet) TellPackageProblems(registry);
+  for (const ComponentIdentifier& identifier : registry.GetIdentifiers()) {
+    const PackageLines lines = GetLines(registry, identifier, environment);
+    failed = failed || (path.strict && !lines.problem.empty());
+    if (!path.quiet && !lines.problem.empty()) Tell(lines.problem);
+    output.IsJson() ? WriteObject(output, lines) : WriteWords(output, lines);
+  }
+  if (failed) return Outcome::Failed;
+  if (!registry.GetIdentifiers().empty()) return Outcome::Found;
+  Tell("no package in " + Quoted(*root) + "; see searchpath packages --help");
+  return Outcome::NotFound;
+}
+
+}  // namespace Corvane::PathManagement::tool
