@@ -36,7 +36,7 @@ struct FakeFactory : IPathEntryFactory {
 };
 
 struct ToolboxPathCacheTest : testing::Test {
-  ToolboxPathCacheTest() { std::ofstream(tree.Path("cache")) << "old"; }
+  ToolboxPathCacheTest() { tree.File("cache", "old"); }
 
   void Write() const { WriteToolboxPathCache(cache, root, factory); }
   void Load() { LoadToolboxPathCache(cache, root, factory); }

@@ -1,37 +1,11 @@
 #include "diff/longest_common_subsequence.h"
 #include "searchpath/utilities/path_entry_vector_differentiator.h"
+#include "support/counted_memory.h"
 #include "support/recording.h"
+#include "support/setting.h"
+#include "support/small_stack.h"
 
-#include <gtest/gtest.h>
-
-#include <atomic>
-#include <cstdio>
-#include <cstdlib>
-#include <malloc.h>
-#include <new>
-#include <pthread.h>
 #include <random>
-
-// The memory of this whole program, the library included: counted, with its highest mark.
-namespace {
-
-std::atomic<std::size_t> bytesInUse = 0;
-std::atomic<std::size_t> mostBytesInUse = 0;
-
-}  // namespace
-
-void* operator new(std::size_t size) {
-  void* const memory = std::malloc(size);
-  if (memory == nullptr) throw std::bad_alloc();
-  const std::size_t now = bytesInUse += malloc_usable_size(memory);
-  if (now > mostBytesInUse) mostBytesInUse = now;
-  return memory;
-}
-void operator delete(void* memory) noexcept {
-  if (memory != nullptr) bytesInUse -= malloc_usable_size(memory);
-  std::free(memory);
-}
-void operator delete(void* memory, std::size_t) noexcept { operator delete(memory); }
 
 namespace Corvane::PathManagement::test {
 namespace {
@@ -39,26 +13,15 @@ namespace {
 using Differentiator = PathEntryVectorDifferentiator;
 constexpr auto kAll = Differentiator::ComparisonFilter::IncludeSubfolders;
 
-/// Runs `work` on a thread with a stack of 512 KiB; returns the memory that it takes at most.
-std::size_t OnASmallStack(const std::function<void()>& work) {
-  pthread_attr_t attributes;
-  pthread_attr_init(&attributes);
-  EXPECT_EQ(pthread_attr_setstacksize(&attributes, 512 * 1024), 0);
-  const auto run = [](void* given) -> void* {
-    (*static_cast<const std::function<void()>*>(given))();
-    return nullptr;
-  };
-  const std::size_t before = mostBytesInUse = bytesInUse.load();
-  pthread_t thread = {};
-  EXPECT_EQ(pthread_create(&thread, &attributes, run, const_cast<std::function<void()>*>(&work)),
-            0);
-  pthread_join(thread, nullptr);
-  pthread_attr_destroy(&attributes);
-  return mostBytesInUse - before;
+/// Expects that `work` needs little stack, and at most `most` bytes beside what is there.
+void ExpectLittle(const char* name, std::size_t most, const std::function<void()>& work) {
+  const std::size_t before = memory.mostBytesInUse = memory.bytesInUse.load();
+  OnASmallStack(work);
+  EXPECT_LE(memory.mostBytesInUse - before, most) << name;
 }
 
 TEST(DiffScaleTest, AMillionEntriesNeedLittleStackAndMemory) {
-  constexpr std::size_t count = 1000000;
+  constexpr std::size_t count = RandomCases(1'000'000);
   const std::vector<FakeEntry> objects(count, FakeEntry("", u"file:///folder"));
   EntryList before;
   for (const FakeEntry& object : objects) before.emplace_back(EntryPointer(), &object);
@@ -71,18 +34,14 @@ TEST(DiffScaleTest, AMillionEntriesNeedLittleStackAndMemory) {
       {"one object often", [&] { std::fill_n(after.begin(), 10000, before[0]); }},
       {"in both", [&] { std::fill_n(before.begin() + 500, 10000, before[0]); }},
       {"shuffled", [&] { std::shuffle(after.begin() + 10000, after.end(), random); }}};
-  const auto expect = [](const char* name, std::size_t bytes) {
-    std::printf("%s: %zu bytes an entry\n", name, bytes / count);
-    EXPECT_LE(bytes, 400 * count) << name;
-  };
   for (const auto& [name, change] : steps) {
     change();
-    expect(name, OnASmallStack([&] {
-             LongestCommonSubsequence<EntryPointer, EntryList>::Compute(before, after);
-           }));
+    ExpectLittle(name, 50 * count, [&] {
+      LongestCommonSubsequence<EntryPointer, EntryList>::Compute(before, after);
+    });
   }
   Differentiator differentiator;
-  expect("compared", OnASmallStack([&] { differentiator.Compare(before, after, kAll); }));
+  ExpectLittle("compared", 100 * count, [&] { differentiator.Compare(before, after, kAll); });
   EXPECT_GT(differentiator.GetReordered()->size(), count / 2);
 }
 
@@ -93,10 +52,9 @@ TEST(DiffScaleTest, AHundredThousandLevelsNeedLittleStackAndMemory) {
   for (const FakeEntry& object : objects) entries.emplace_back(EntryPointer(), &object);
   for (std::size_t at = 2; at < 2 * levels; ++at) objects[at - 2].singleA = entries[at];
   Differentiator differentiator;
-  const std::size_t bytes =
-      OnASmallStack([&] { differentiator.Compare({entries[0]}, {entries[1]}, kAll); });
+  ExpectLittle("levels", 50 * 2 * levels,
+               [&] { differentiator.Compare({entries[0]}, {entries[1]}, kAll); });
   EXPECT_EQ(differentiator.GetRefreshedBefore()->size(), levels);
-  EXPECT_LE(bytes, 400 * 2 * levels);
 }
 
 }  // namespace

@@ -1,6 +1,7 @@
 #include "searchpath/utilities/path_entry_vector_differentiator.h"
 
 #include "support/recording.h"
+#include "support/setting.h"
 #include "support/textbook_subsequence.h"
 
 #include <gtest/gtest.h>
@@ -68,9 +69,6 @@ TEST(PathEntryVectorDifferentiatorTest, SortsEveryDifferenceIntoItsList) {
     Filter filter;
     const char* expected;
   } rows[] = {
-      {"nothing", "", "", kAll, ""},
-      {"the same", "b1 a1 c1", "b1 a1 c1", kAll, ""},
-      {"turned round", "a1 b1 c1", "c1 b1 a1", kAll, " ~a1 ~b1"},
       {"one moved", "d1 a1 b1 c1", "a1 b1 c1 d1", kTop, " ~d1"},
       {"another object, and moved", "a1 b1", "b1 a2", kTop, " a1>a2"},
       {"once and twice", "a1 b1", "b1 a1 a1", kTop, " +a1 ~a1"},
@@ -119,8 +117,8 @@ struct Model {
     };
     std::erase_if(before, isCommon);
     // As the library does, so that the calls can be compared.
-    tbb::parallel_sort(before, ComesBefore);
-    tbb::parallel_sort(after, ComesBefore);
+    tbb::parallel_sort(before.begin(), before.end(), ComesBefore);
+    tbb::parallel_sort(after.begin(), after.end(), ComesBefore);
     Match(before, after);
     before = Below(before);
     after = Below(after);
@@ -169,7 +167,7 @@ TEST(PathEntryVectorDifferentiatorTest, IsTheModelForRandomListsAndTrees) {
   std::mt19937 random(20260211);
   CallLog log;
   Objects many, few(&log);
-  for (int round = 0; round < 100000; ++round) {
+  for (std::size_t round = 0; round < RandomCases(100'000); ++round) {
     // Short lists are sorted by one thread, so that their calls have an order.
     const bool isLogged = round % 5 == 0;
     Objects& objects = isLogged ? few : many;

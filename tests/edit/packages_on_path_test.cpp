@@ -39,7 +39,7 @@ TEST(PackagesOnPathTest, MetadataAndPropertiesDecideWhichFoldersAPackageHas) {
   FakeRegistry registry(&log);
   const auto ask = [&](const std::vector<ComponentIdentifier>& packages) {
     try {
-      return log.Take(Printed(Names(GetPathFoldersForPackages(registry, packages))));
+      return log.Take(Printed(FolderNames(GetPathFoldersForPackages(registry, packages))));
     } catch (const std::bad_variant_access&) {
       return log.Take("threw");
     }

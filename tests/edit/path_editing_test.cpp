@@ -1,6 +1,7 @@
 #include "searchpath/utilities/path_editing.h"
 
 #include "support/recording_manager.h"
+#include "support/setting.h"
 #include "support/temporary_tree.h"
 
 #include <boost/range/adaptor/filtered.hpp>
@@ -78,7 +79,7 @@ TEST(PathEditingTest, EditsAsTheObviousWayDoes) {
     for (ustring& text : texts) text = all[random() % (random() % 4 == 0 ? kinds : 3)];
     return texts;
   };
-  for (int round = 0; round < 100'000; ++round) {
+  for (std::size_t round = 0; round < RandomCases(100'000); ++round) {
     const auto at = static_cast<Position>(random() % 3);  // all but 0 is the end
     const auto behaviour = static_cast<Case::Manager>(random() % 4);
     const Case edit = {random() % 2 == 0, at, some(4, all.size()), some(6, 5), behaviour};

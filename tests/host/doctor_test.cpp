@@ -2,20 +2,17 @@
 
 #include <gtest/gtest.h>
 
-#include <unistd.h>
-
 namespace Corvane::PathManagement::host {
 namespace {
 
 struct DoctorTest : testing::Test {
   /// Each finding as "kind folder other files", from the tree on.
-  [[nodiscard]] std::string Examine(EnvironmentOptions options,
-                                    const Examination& examination = {}) const {
+  [[nodiscard]] std::string Examine(EnvironmentOptions options) const {
     for (auto* texts : {&options.folders, &options.without}) {
       for (ustring& text : *texts) text = tree.Text() + u'/' + text;
     }
     std::string list;
-    for (const auto& finding : Environment(options).Examine(examination)) {
+    for (const auto& finding : Environment(options).Examine()) {
       std::string line = GetText(finding.kind);
       std::vector<ustring> texts = {finding.folder, finding.other};
       texts.insert(texts.end(), finding.files.begin(), finding.files.end());
@@ -32,7 +29,8 @@ struct DoctorTest : testing::Test {
 
 TEST_F(DoctorTest, EachThingThatIsWrongIsFound) {
   tree.Files({"lib/fn.x", "lib/private/fn.x", "lib/sub/deep.x", "other/FN.x", "other/fn.x",
-              "other/Fn", "lib/@cls/odd\xFF.x", "lib/Fn", "file"});
+              "other/Fn", "lib/@cls/\xFE", "lib/@cls/\xFF", "lib/@cls/\xFD", "lib/Fn", "file",
+              "t/@t/\xFF"});
   tree.Folder("bare/below");
   tree.Link("../lib", "bare/link");
   tree.Link("lib", "link");
@@ -41,7 +39,9 @@ TEST_F(DoctorTest, EachThingThatIsWrongIsFound) {
   tree.Link("..", "lib/@cls/+up");
   constexpr auto kRecursive = FolderExpansion::Recursive;
   const std::string inLib =
-      "cannot be searched lib/@cls/+up\nnames that are not UTF-8 lib/@cls lib/@cls/odd\xFF.x\n";
+      "cannot be searched lib/@cls/+up\nnames that are not UTF-8 lib/@cls lib/@cls/\xFD "
+      "lib/@cls/\xFE "
+      "lib/@cls/\xFF\n";
   const std::vector<std::pair<EnvironmentOptions, std::string>> rows = {
       {{.folders = {u"lib", u"lib/sub"}, .without = {u"lib/@cls"}}, ""},
       {{.folders = {u"lib", u"link", u"gone", u"dangling", u"loop", u"file", u"bare", u"gone"}},
@@ -50,13 +50,16 @@ TEST_F(DoctorTest, EachThingThatIsWrongIsFound) {
                "the same folder as an earlier one gone gone\n"},
       {{.folders = {u"lib/private", u"lib"}},
        "belongs to another folder of the path lib/private lib\n" + inLib},
+      {{.folders = {u"t/@t", u"t"}},
+       "belongs to another folder of the path t/@t t\nnames that are not UTF-8 t/@t t/@t/\xFF\n"},
       {{.folders = {u"lib", u"other"}, .without = {u"lib/@cls"}},
        "names that are one where case is ignored lib lib/fn.x other/FN.x\n"},
       {{.folders = {u"lib", u"other", u"gone"}, .without = {u"lib", u"gone"}},
        "names that are one where case is ignored other other/FN.x other/fn.x\n"},
       {{.folders = {u"lib/sub", u"bare"}, .expansion = kRecursive},
        "cannot be searched bare/link/@cls/+up\n"
-       "names that are not UTF-8 bare/link/@cls bare/link/@cls/odd\xFF.x\n"},
+       "names that are not UTF-8 bare/link/@cls bare/link/@cls/\xFD bare/link/@cls/\xFE "
+       "bare/link/@cls/\xFF\n"},
       {{.folders = {u"lib", u"lib/sub"}, .expansion = kRecursive},
        inLib + "the same folder as an earlier one lib/sub lib/sub\n"},
   };
@@ -64,14 +67,6 @@ TEST_F(DoctorTest, EachThingThatIsWrongIsFound) {
     EXPECT_EQ(Examine(options), findings)
         << testing::PrintToString(options.folders) << testing::PrintToString(options.without);
   }
-}
-
-TEST_F(DoctorTest, AFolderIsSlowFromAnyTimeOn) {
-  tree.File("lib/+p/fn.x");
-  const EnvironmentOptions options{.folders = {u"lib"}};
-  EXPECT_EQ(Examine(options, {.slow = std::chrono::milliseconds(0)}),
-            "takes long to list lib\ntakes long to list lib/+p\n");
-  EXPECT_EQ(Examine(options, {.slow = std::chrono::hours(1)}), "");
 }
 
 }  // namespace

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <sstream>
 
 namespace Corvane::PathManagement::host {
@@ -11,99 +12,68 @@ using test::Shown;
 using test::TemporaryTree;
 
 struct EnvironmentTest : testing::Test {
-  EnvironmentTest() { tree.Files({"one/a.x", "one/fn", "two/a.x", "two/fn.x", "two/below/low.x"}); }
-
   TemporaryTree tree;
 };
 
-TEST_F(EnvironmentTest, NamesMayCarryAnExtensionOrFolders) {
-  const Environment environment({tree.Text("one"), tree.Text("two")});
-  const auto all = [&](const Lookup& lookup) { return Shown(environment.FindAll(lookup), tree); };
-  EXPECT_EQ(all({.name = u"fn.x", .extensions = {u".y"}}), "two/fn.x");
-  EXPECT_EQ(all({.name = u"a.x", .fromFolder = tree.Text("two/below")}), "one/a.x two/a.x");
-  EXPECT_EQ(all({.name = u"two/a.x", .fromFolder = tree.Text("one")}), "two/a.x");
-  EXPECT_THROW(all({.name = u"a.x", .fromFolder = u"/absent"}),
-               current_working_folder::FailedToAbsolutizeException);
-}
+struct ViewRow {
+  std::vector<std::string> folders, without;
+  FolderExpansion expansion;
+  std::string expected;  // main entries; files called p/a.x; what hides nothing; problems
+};
 
-TEST_F(EnvironmentTest, FoldersAreExpandedAndBadOnesReported) {
-  const Environment alone({u"http://host/", tree.Text("absent"), tree.Text("two")});
-  EXPECT_FALSE(alone.Find({.name = u"low.x"}));
-  const auto problems = alone.FindProblems();
-  ASSERT_EQ(problems.size(), 2U);
-  EXPECT_EQ(problems[0].folder, u"http://host/");
-  EXPECT_EQ(problems[1].folder, tree.Text("absent"));
-  const Environment recursive({tree.Text()}, FolderExpansion::Recursive);
-  EXPECT_EQ(Shown(recursive.FindAll({.name = u"low.x"}), tree), "two/below/low.x");
-  EXPECT_EQ(recursive.GetPath()->GetMainEntries()->size(), 4U);
-}
-
-TEST_F(EnvironmentTest, HiddenAndRepeatedFoldersAreNotAsked) {
-  tree.Files({"one/private/a.x", "one/private/b.x", "two/+p/a.x"});
+TEST_F(EnvironmentTest, WhatIsHiddenOrComesAgainIsNotShown) {
+  tree.Files({"one/private/a.x", "two/+p/a.x", "two/sub/a.x"});
   tree.Link("one", "link");
-  std::vector<ustring> folders;
-  for (const char* folder : {"one", "link", "gone", "one/private", "two", "gone"}) {
-    folders.push_back(tree.Text(folder));
-  }
-  const std::vector<ustring> idle = {u"", tree.Text("gone"), tree.Text("two/below")};
-  const Environment environment(
-      {.folders = folders, .without = {idle[0], tree.Text("two"), idle[2]}});
-  EXPECT_EQ(environment.FindIdleExclusions(), (std::vector<ustring>{idle[0], idle[2]}));
-  EXPECT_EQ(Shown(*environment.GetPath()->GetMainEntries(), tree), "one gone one/private");
-  EXPECT_EQ(environment.FindProblems().size(), 1U);
-  const auto all = [&](const Lookup& lookup) { return Shown(environment.FindAll(lookup), tree); };
-  EXPECT_EQ(all({.name = u"b.x", .fromFolder = tree.Text("link")}), "one/private/b.x");
-  EXPECT_EQ(all({.name = u"p/a.x"}), "");
-  const auto explanation = environment.Explain({.name = u"b.x", .fromFolder = tree.Text("one")});
-  std::vector<FolderOutcome> outcomes;
-  for (const auto& asked : explanation.asked) outcomes.push_back(asked.outcome);
-  using enum FolderOutcome;
-  EXPECT_EQ(outcomes, (std::vector{HoldsIt, Absent, DroppedAsRepeat, Unreadable, DroppedAsRepeat,
-                                   FilteredOut, DroppedAsRepeat}));
-  EXPECT_EQ(explanation.asked[4].repeated, explanation.asked[0].folder);
-  EXPECT_EQ(explanation.asked[5].hider, tree.Text("two"));
-  const Environment below({.folders = {tree.Text()},
-                           .expansion = FolderExpansion::Recursive,
-                           .without = {tree.Text("two"), tree.Text("one/private")}});
-  EXPECT_EQ(Shown(*below.GetPath()->GetMainEntries(), tree), tree.Path() + " one");
-  EXPECT_FALSE(below.Find({.name = u"b.x", .fromFolder = tree.Text("one")}));
-  EXPECT_FALSE(below.Find({.name = u"low.x"}));
-  EXPECT_TRUE(below.FindIdleExclusions().empty());
-}
-
-TEST_F(EnvironmentTest, WhatAHiddenFolderLinksToIsShownWhereElseItIs) {
-  tree.Files({"two/+p/a.x", "two/sub/a.x"});
-  tree.Link("../two/+p", "old/+p");
+  tree.Link("../two/+p", "old/+p");  // what a hidden folder links to is shown where else it is
   tree.Link("../two", "old/@up");
-  EnvironmentOptions options{.folders = {tree.Text("old"), tree.Text("two")},
-                             .without = {tree.Text("old")}};
-  EXPECT_EQ(Shown(Environment(options).FindAll({.name = u"p/a.x"}), tree), "two/+p/a.x");
-  options.expansion = FolderExpansion::Recursive;
-  options.folders.push_back(tree.Text("two/sub"));
-  EXPECT_EQ(Shown(*Environment(options).GetPath()->GetMainEntries(), tree),
-            "two two/below two/sub");
-  options.without.push_back(tree.Text("two"));
-  EXPECT_EQ(Shown(*Environment(options).GetPath()->GetMainEntries(), tree), "");
+  using enum FolderExpansion;
+  const std::vector<ViewRow> rows = {
+      {{"one", "http://h/", "link", "gone", "one/private", "two", "gone"},
+       {"http://host/", "two", "two/sub"},
+       Alone,
+       "one gone one/private; ; http://host/ two/sub; http://h/ gone"},
+      {{"old", "two"}, {"old"}, Alone, "two; two/+p/a.x; ; "},
+      {{"old", "two", "two/sub"}, {"old"}, Recursive, "two two/sub; two/+p/a.x; ; "},
+      {{"old", "two", "two/sub"}, {"old", "two"}, Recursive, "; ; ; "},
+      {{"one", "two"}, {"two/sub", "one/private"}, Recursive, "one two; two/+p/a.x; ; "},
+  };
+  for (const auto& [folders, without, expansion, expected] : rows) {
+    EnvironmentOptions options{.folders = {}, .expansion = expansion};
+    const auto text = [&](const std::string& name) {
+      return name.starts_with("http") ? TextFromBytes(name) : tree.Text(name);
+    };
+    std::ranges::transform(folders, std::back_inserter(options.folders), text);
+    std::ranges::transform(without, std::back_inserter(options.without), text);
+    const Environment environment(options);
+    std::vector<ustring> problems;
+    for (const auto& problem : environment.FindProblems()) problems.push_back(problem.folder);
+    EXPECT_EQ(Shown(*environment.GetPath()->GetMainEntries(), tree) + "; " +
+                  Shown(environment.FindAll({.name = u"p/a.x"}), tree) + "; " +
+                  Shown(environment.FindIdleExclusions(), tree) + "; " + Shown(problems, tree),
+              expected)
+        << testing::PrintToString(folders) << testing::PrintToString(without);
+  }
 }
 
 TEST_F(EnvironmentTest, FoldersAreFoundByName) {
   tree.Files({"one/+pkg/@cls/f", "two/@cls/f", "two/private/f", "Pkg/f"});
-  const Environment environment({tree.Text("one"), tree.Text("two"), tree.Text("Pkg")});
+  const Environment environment(
+      {tree.Text("one"), tree.Text("two"), tree.Text("Pkg"), tree.Text("two/private")});
   constexpr auto kIgnore = FilenameMatchingPolicy::IgnoreCase;
   const std::vector<std::pair<FolderLookup, std::string>> rows = {
       {{u"cls"}, "two/@cls"},
       {{u"pkg/cls"}, "one/+pkg/@cls"},
       {{u"pkg", kIgnore}, "one/+pkg Pkg"},
-      {{.name = u"pkg", .isLiteral = true}, ""},
       {{.name = u"+pkg/cls", .isLiteral = true}, "one/+pkg/@cls"},
       {{.name = tree.Text("two/@cls"), .isLiteral = true}, "two/@cls"},
-      {{tree.Text("absent")}, ""},
       {{.name = u"", .isLiteral = true}, ""},
   };
   for (const auto& [lookup, expected] : rows) {
     EXPECT_EQ(Shown(environment.FindFolders(lookup), tree), expected)
         << testing::PrintToString(lookup.name) << lookup.isLiteral;
   }
+  EXPECT_EQ(Shown(environment.FindSimilarFolders({u"PRIVATE"}), tree), "two/private two/private")
+      << "also where a main entry has it below";
   EXPECT_EQ(Shown(environment.FindSimilarFolders({u"no/PKG"}, 2), tree), "one/+pkg Pkg");
   EXPECT_EQ(Shown(environment.FindSimilarFolders({u"clas"}), tree), "one/+pkg/@cls two/@cls");
   EXPECT_EQ(Shown(environment.FindSimilarFolders({u"/"}), tree), "");

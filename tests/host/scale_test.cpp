@@ -1,14 +1,10 @@
 #include "support/setting.h"
 #include "support/shown.h"
-
-#include <gtest/gtest.h>
+#include "support/small_stack.h"
 
 #include <sys/resource.h>
 
 #include <atomic>
-#include <functional>
-#include <iostream>
-#include <pthread.h>
 #include <random>
 #include <set>
 #include <thread>
@@ -90,8 +86,6 @@ struct ManyFolders {
 
 TEST(ScaleTest, ManyThreadsGetTheRightAnswersWhileTheIndexIsBuilt) {
   const ManyFolders world(Setting("SEARCHPATH_FOLDERS", 60));
-  rusage before{}, after{};
-  getrusage(RUSAGE_SELF, &before);
   for (const auto policy : {kExact, FilenameMatchingPolicy::IgnoreCase}) {
     const FolderPath path = PathOf(world.tree, world.count);
     std::vector<std::jthread> threads;
@@ -110,9 +104,6 @@ TEST(ScaleTest, ManyThreadsGetTheRightAnswersWhileTheIndexIsBuilt) {
       });
     }
   }
-  getrusage(RUSAGE_SELF, &after);
-  std::cout << world.names.size() << " files in at most "
-            << (after.ru_maxrss - before.ru_maxrss) / 1024 << " MiB\n";
 }
 
 TEST(ScaleTest, TheBeginningOfANameIsNotTheName) {
@@ -133,25 +124,6 @@ TEST(ScaleTest, TheBeginningOfANameIsNotTheName) {
   }
 }
 
-/// Calls `work` on a thread with a stack of 512 KiB, with 64 descriptors to be had.
-void WithLittle(std::function<void()> work) {
-  rlimit limit{};
-  getrlimit(RLIMIT_NOFILE, &limit);
-  const rlimit fewDescriptors{64, limit.rlim_max};
-  setrlimit(RLIMIT_NOFILE, &fewDescriptors);
-  pthread_attr_t attributes;
-  pthread_attr_init(&attributes);
-  pthread_attr_setstacksize(&attributes, 512 * 1024);
-  const auto run = [](void* given) -> void* {
-    (*static_cast<std::function<void()>*>(given))();
-    return nullptr;
-  };
-  pthread_t thread{};
-  ASSERT_EQ(pthread_create(&thread, &attributes, run, &work), 0);
-  pthread_join(thread, nullptr);
-  setrlimit(RLIMIT_NOFILE, &limit);
-}
-
 TEST(ScaleTest, DeepNestingNeedsLittleStackAndFewDescriptors) {
   const std::size_t levels = Setting("SEARCHPATH_LEVELS", 400);
   const TemporaryTree tree;
@@ -164,7 +136,11 @@ TEST(ScaleTest, DeepNestingNeedsLittleStackAndFewDescriptors) {
     tree.Folder("0");
     move("inside", "0/+ten_letters");
   }
-  WithLittle([&] {
+  rlimit limit{};
+  getrlimit(RLIMIT_NOFILE, &limit);
+  const rlimit fewDescriptors{64, limit.rlim_max};
+  setrlimit(RLIMIT_NOFILE, &fewDescriptors);
+  OnASmallStack([&] {
     const FolderPath path = PathOf(tree, 1);
     std::size_t count = 0;
     path.ForEachEntry(kAll, [&](const auto&) { return ++count, false; });
@@ -173,6 +149,7 @@ TEST(ScaleTest, DeepNestingNeedsLittleStackAndFewDescriptors) {
     ASSERT_TRUE(found);
     EXPECT_EQ(path.GetMainEntryForEntry(*found->GetPathEntry()), (*path.GetMainEntries())[0]);
   });
+  setrlimit(RLIMIT_NOFILE, &limit);
   for (std::size_t level = 0; level < levels; ++level) {
     move("0/+ten_letters", "inside");
     std::filesystem::remove(tree.Path("0"));

@@ -34,29 +34,18 @@ struct ShadowsTest : testing::Test {
 
 TEST_F(ShadowsTest, EachHiddenFileIsComparedWithTheOneThatHidesIt) {
   const std::string large(100000, 'x');
-  for (const std::string& file : std::vector<std::string>{"a/size 1",
-                                                          "b/size 12",
-                                                          "a/bytes 12",
-                                                          "b/bytes 13",
-                                                          "c/bytes 12",
-                                                          "b/large " + large + "z",
-                                                          "a/large " + large + "y",
-                                                          "c/large " + large + "y",
-                                                          "a/empty ",
-                                                          "b/empty ",
-                                                          "a/link same",
-                                                          "b/hard same",
-                                                          "c/Link same",
-                                                          "b/lost 12",
-                                                          "c/lost 12",
-                                                          "a/only ",
-                                                          "a/private/size 1",
-                                                          "a/+p/size ",
-                                                          "b/@one/one 1",
-                                                          "c/one 1"}) {
-    tree.File(file.substr(0, file.find(' ')));
-    std::ofstream(tree.Path(file.substr(0, file.find(' ')))) << file.substr(file.find(' '));
-  }
+  const std::vector<std::pair<std::string, std::string>> files = {
+      {"a/size", "1"},          {"b/size", "12"},
+      {"a/bytes", "12"},        {"b/bytes", "13"},
+      {"c/bytes", "12"},        {"b/large", large + "z"},
+      {"a/large", large + "y"}, {"c/large", large + "y"},
+      {"a/empty", ""},          {"b/empty", ""},
+      {"a/link", "same"},       {"b/hard", "same"},
+      {"c/Link", "same"},       {"b/lost", "12"},
+      {"c/lost", "12"},         {"a/only", ""},
+      {"a/private/size", "1"},  {"a/+p/size", ""},
+      {"b/@one/one", "1"},      {"c/one", "1"}};
+  for (const auto& [file, content] : files) tree.File(file, content);
   tree.Link("../a/link", "b/link");
   tree.Link("../b/link", "c/LINK");
   ASSERT_EQ(link(tree.Path("b/hard").c_str(), tree.Path("a/hard").c_str()), 0);
@@ -111,10 +100,9 @@ TEST_F(ShadowsTest, NamesAreThoseThatALookUpTakes) {
     EXPECT_EQ(report.unknown, unknownAndIdle) << testing::PrintToString(lookup.extensions);
   }
   const ShadowSummary summary = GetSummary(environment.FindShadows().shadows);
-  EXPECT_EQ(summary.counts.GetTotal(), 5U);
   EXPECT_EQ(summary.counts.Of(ShadowKind::Identical), 5U);
+  ASSERT_EQ(summary.folders.size(), 3U);
   EXPECT_EQ(Shown(std::vector{summary.folders[0].winner, summary.folders[0].hidden}, tree), "b c");
-  EXPECT_EQ(summary.folders[0].counts.GetTotal(), 2U);
 }
 
 }  // namespace

@@ -32,7 +32,7 @@ struct FileLookupTest : testing::Test {
   FakePath p{"p", &log};
   ItemPointer item = Item(u"i", u".x");
 
-  FileLookupTest() { p.methodEntriesByName = {m, n, o}; }
+  FileLookupTest() { p.listed = {m, n, o}; }
   std::shared_ptr<FakeEntry> Entry(const char* name) {
     return std::make_shared<FakeEntry>(name, ustring(u"file:///") + char16_t(name[0]), &log);
   }
@@ -80,7 +80,7 @@ TEST_F(FileLookupTest, TakesTheOrdinaryEntryOrTheMethodEntryThatComesFirst) {
 }
 
 TEST_F(FileLookupTest, LooksInThePrivateFolderFirst) {
-  p.methodEntriesByName.clear();
+  p.listed.clear();
   EXPECT_EQ(FromFolder(u"fn"), kFromFolder + kOnPath);
   p.entryByIRI[u"file:///o"] = o;
   EXPECT_EQ(FromFolder(u"fn"), kFromFolder + " o.GetSingleSubfolderEntryA()" + kOnPath);
@@ -112,7 +112,7 @@ TEST_F(FileLookupTest, FindsFilesByExtensions) {
   EXPECT_EQ(Asked(FindFilesByExtensions(m, {u".x", u".Y", u".x"}, kPolicy)),
             "a@m a@m c@m d@m d@m " + calls);
   EXPECT_EQ(Asked(FindFilesByExtensions(m, {}, kPolicy)), calls);
-  p.visited = {n, m, n};
+  p.listed = {n, m, n};
   const std::uint32_t kinds[] = {0, 3};
   const std::string calls2 = " n.GetFilenameComparator(1) n.GetItems()";
   EXPECT_EQ(Asked(FindFilesByExtensions(p, {kinds, 2}, {u".x"}, kPolicy)),

@@ -1,4 +1,5 @@
 #include "support/path_programs.h"
+#include "support/setting.h"
 
 #include <gtest/gtest.h>
 
@@ -8,18 +9,114 @@
 namespace Corvane::PathManagement {
 namespace {
 
+using namespace test;
+
+constexpr Policy kPolicy = Policy::IgnoreCase;
+const Scope kNoKinds(nullptr, 0);
+const Target kTarget(u"t");
+
 TEST(CompositeModelTest, RandomNestingsAnswerAndAskAsTheModelDoes) {
   constexpr std::uint64_t seed = 20261122;
-  constexpr int programs = 100000;
+  const std::size_t programs = RandomCases(100'000);
   std::mt19937_64 random(seed);
-  test::PathPrograms all;
+  PathPrograms all;
   std::vector<std::uint8_t> program;
-  for (int at = 0; at < programs; ++at) {
+  for (std::size_t at = 0; at < programs; ++at) {
     program.resize(24 + random() % 48);
     for (auto& byte : program) byte = static_cast<std::uint8_t>(random());
     ASSERT_EQ(all.Run(program), "") << testing::PrintToString(program);
   }
-  std::printf("seed %llu, %d programs\n", static_cast<unsigned long long>(seed), programs);
+  std::printf("seed %llu, %zu programs\n", static_cast<unsigned long long>(seed), programs);
+}
+
+/// What the model leaves open, and the plainest cases. The part p holds the entries a and b, q
+/// holds b and c; neither holds d.
+struct CompositeTest : testing::Test {
+  CallLog log;
+  std::shared_ptr<FakeEntry> a = std::make_shared<FakeEntry>("a", u"file:///a");
+  std::shared_ptr<FakeEntry> b = std::make_shared<FakeEntry>("b", u"file:///b");
+  std::shared_ptr<FakeEntry> c = std::make_shared<FakeEntry>("c", u"file:///c");
+  std::shared_ptr<FakeEntry> d = std::make_shared<FakeEntry>("d", u"file:///d");
+  std::shared_ptr<FakePath> p = MakePart("p", {a, b}, &log), q = MakePart("q", {b, c}, &log);
+  ConcatenatedPath both{p, q};
+
+  template <class Answer>
+  std::string Asked(const Answer& answer) {
+    return log.Take(Names(answer));
+  }
+};
+
+TEST_F(CompositeTest, AConcatenatedPathAsksItsPartsInOrder) {
+  EXPECT_EQ(Asked(both.GetMethodEntries()), "abbc p.GetMethodEntries() q.GetMethodEntries()");
+  EXPECT_EQ(Asked(both.FindFirstInScope(kNoKinds, kTarget, kPolicy)),
+            "- p.FindFirstInScope({},t,1) q.FindFirstInScope({},t,1)");
+  p->firstFound = p->allFound.back();
+  EXPECT_EQ(Asked(both.FindFirstInScope(kNoKinds, kTarget, kPolicy)),
+            "b p.FindFirstInScope({},t,1)");
+  const std::string ask = "GetPathEntryFromAbsoluteIRI(file:///d";
+  EXPECT_EQ(Asked(both.GetPathEntryFromAbsoluteIRI(d->iri, kPolicy)),
+            "- p." + ask + ") q." + ask + ") p." + ask + ",1) q." + ask + ",1)");
+  EXPECT_EQ(Asked(both.FirstEntryIsBeforeSecondOnPath(*c, *a)),
+            "no p.IsEntryOnPath(c) p.IsEntryOnPath(a)");
+}
+
+TEST_F(CompositeTest, CopiesAndMovesTakeTheListThatIsBuilt) {
+  DeduplicatedPath unique({p, q});
+  const auto check = []<class Path>(Path& path) {
+    static_assert(!std::is_nothrow_move_constructible_v<Path> && !std::is_final_v<Path>);
+    static_assert(!std::is_copy_assignable_v<Path>);
+    const Path unbuilt = path;
+    const auto entries = path.GetMainEntries();
+    EXPECT_EQ(path.GetMainEntries(), entries);
+    EXPECT_NE(unbuilt.GetMainEntries(), entries);
+    EXPECT_EQ(Path(path).GetMainEntries(), entries);
+    EXPECT_EQ(Path(std::move(path)).GetMainEntries(), entries);
+    EXPECT_EQ(path.GetMainEntries(), nullptr);
+  };
+  check(both);
+  check(unique);
+  static_assert(!std::is_copy_constructible_v<FilteredPath> && !std::is_final_v<FilteredPath>);
+}
+
+TEST_F(CompositeTest, AConcatenatedPathLendsItsListToDerivedClasses) {
+  struct FirstOnly : ConcatenatedPath {
+    using ConcatenatedPath::ConcatenatedPath, ConcatenatedPath::GetPathEntryFromAbsoluteIRI;
+    SharedEntryList GetMainEntries() const override {
+      mainEntriesOnce.Call([this] { mainEntries = parts.front()->GetMainEntries(); });
+      return mainEntries;
+    }
+    EntryPointer GetPathEntryFromAbsoluteIRI(const CanonicalAbsoluteIRI& iri) const override {
+      return parts.back()->GetPathEntryFromAbsoluteIRI(iri);
+    }
+  };
+  const FirstOnly first(p, q);
+  EXPECT_EQ(Asked(first.GetMainEntries()), "ab p.GetMainEntries()");
+  EXPECT_EQ(Asked(first.GetPathEntryFromAbsoluteIRI(b->GetAbsoluteIRI(), kPolicy)),
+            "b q.GetPathEntryFromAbsoluteIRI(file:///b)");
+}
+
+TEST_F(CompositeTest, ADeduplicatedPathListsEachFileOnceWhereverItsNameIsCut) {
+  const auto file = [](const auto& folder, const ustring& name, const ustring& extension) {
+    return std::make_shared<PathItem>(folder->iri, name, extension);
+  };
+  p->allFound = {{file(a, u"f", u"n.x"), a}, {file(a, u"fn", u".y"), b}};
+  q->allFound = {{file(a, u"", u"fn.x"), d}, {file(b, u"f", u"n.x"), c}, {file(a, u"FN", u".x"), d},
+                 {file(a, u"fn.y", u""), d}, {file(b, u"fn", u".x"), d}, {file(a, u"fn", u""), b}};
+  EXPECT_EQ(Names(DeduplicatedPath({p, q}).FindAllInScope(kNoKinds, kTarget, kPolicy)), "abcdb");
+}
+
+TEST_F(CompositeTest, AFilteredPathLooksForAllOnlyWhenTheFirstIsHidden) {
+  const FilteredPath path(p, MakePart("h", {a}, &log));
+  const auto first = [&] { return Asked(path.FindFirstInScope(kNoKinds, kTarget, kPolicy)); };
+  p->firstFound = p->allFound.back();
+  EXPECT_EQ(first(), "b p.FindFirstInScope({},t,1) h.IsEntryOnPath(b)");
+  p->firstFound = p->allFound.front();
+  EXPECT_EQ(first(),
+            "b p.FindFirstInScope({},t,1) h.IsEntryOnPath(a) p.FindAllInScope({},t,1) "
+            "h.IsEntryOnPath(a) h.IsEntryOnPath(b)");
+  p->listed = {nullptr, a, b};
+  p->mainEntries = std::make_shared<const EntryList>(p->listed);
+  EXPECT_EQ(Names(path.GetMethodEntries()) + Names(path.GetMainEntries()), "bb");
 }
 
 }  // namespace

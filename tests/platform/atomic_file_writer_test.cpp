@@ -101,7 +101,7 @@ struct Failure {
 TEST(AtomicFileWriterTest, AFailureNamesTheFileAndChangesNothing) {
   const TemporaryTree tree;
   tree.Files({"file", "folder/file", "closed/file"});
-  std::ofstream(tree.Path("file")) << "old";
+  tree.File("file", "old");
   ASSERT_EQ(mkfifo(tree.Path("fifo").c_str(), 0600), 0);
   ASSERT_EQ(chmod(tree.Path("closed").c_str(), 0555) + chmod(tree.Path().c_str(), 0755), 0);
   const auto before = Contents(tree);

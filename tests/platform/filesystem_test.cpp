@@ -27,7 +27,7 @@ TEST(FilesystemTest, TemporaryNamesAreNewAndReadableOnceCreated) {
   EXPECT_FALSE(name == tmpnam(tree.Text(), u"tmp\xDCFF", u".x") || remove(name)) << "created";
   EXPECT_EQ(tmpnam(u"/", u"a", u"").native().size() + tmpnam(u"", u"a", u"").native().size(), 35U);
   EXPECT_THROW((void)tmpnam(u"/\xD800", u"a", u""), std::system_error);
-  std::ofstream(tree.Path("a")) << "two words";
+  tree.File("a", "two words");
   rename(tree.Text("a"), name);
   EXPECT_THROW(rename(tree.Text("a"), name), std::system_error);
   ifstream file(name);

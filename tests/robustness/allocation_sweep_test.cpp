@@ -1,81 +1,54 @@
-#include "cache_operations.h"
-#include "diff_operations.h"
-#include "edit_operations.h"
 #include "host_operations.h"
 #include "operations.h"
+#include "searchpath/utilities/toolbox_path_cache.h"
+#include "support/counted_memory.h"
 
 #include <gtest/gtest.h>
 
 #include <fcntl.h>
 
-#include <atomic>
 #include <cstdio>
-#include <cstdlib>
+#include <istream>
 #include <limits>
-#include <new>
-
-// The memory of this whole program, the shared library included: counted, and refused on demand.
-namespace {
-
-std::atomic<std::size_t> requests = 0;
-std::atomic<std::size_t> firstRefused = 0;  // the number of a request; 0 refuses none
-std::atomic<std::size_t> lastRefused = 0;
-std::atomic<long> liveBlocks = 0;
-
-void* Allocate(std::size_t size,
-               std::size_t alignment = __STDCPP_DEFAULT_NEW_ALIGNMENT__) noexcept {
-  const std::size_t request = ++requests;
-  if (firstRefused != 0 && request >= firstRefused && request <= lastRefused) return nullptr;
-  ++liveBlocks;
-  return std::aligned_alloc(alignment, (size / alignment + 1) * alignment);
-}
-
-void* AllocateOrThrow(std::size_t size, std::size_t alignment = __STDCPP_DEFAULT_NEW_ALIGNMENT__) {
-  void* const memory = Allocate(size, alignment);
-  if (memory == nullptr) throw std::bad_alloc();
-  return memory;
-}
-
-void Release(void* memory) noexcept {
-  if (memory != nullptr) --liveBlocks;
-  std::free(memory);
-}
-
-std::size_t Units(std::align_val_t alignment) { return static_cast<std::size_t>(alignment); }
-
-}  // namespace
-
-using std::align_val_t;
-using std::nothrow_t;
-using std::size_t;
-
-void* operator new(size_t size) { return AllocateOrThrow(size); }
-void* operator new[](size_t size) { return AllocateOrThrow(size); }
-void* operator new(size_t size, align_val_t unit) { return AllocateOrThrow(size, Units(unit)); }
-void* operator new[](size_t size, align_val_t unit) { return AllocateOrThrow(size, Units(unit)); }
-void* operator new(size_t size, const nothrow_t&) noexcept { return Allocate(size); }
-void* operator new[](size_t size, const nothrow_t&) noexcept { return Allocate(size); }
-void* operator new(size_t size, align_val_t unit, const nothrow_t&) noexcept {
-  return Allocate(size, Units(unit));
-}
-void* operator new[](size_t size, align_val_t unit, const nothrow_t&) noexcept {
-  return Allocate(size, Units(unit));
-}
-void operator delete(void* memory) noexcept { Release(memory); }
-void operator delete[](void* memory) noexcept { Release(memory); }
-void operator delete(void* memory, size_t) noexcept { Release(memory); }
-void operator delete[](void* memory, size_t) noexcept { Release(memory); }
-void operator delete(void* memory, align_val_t) noexcept { Release(memory); }
-void operator delete[](void* memory, align_val_t) noexcept { Release(memory); }
-void operator delete(void* memory, size_t, align_val_t) noexcept { Release(memory); }
-void operator delete[](void* memory, size_t, align_val_t) noexcept { Release(memory); }
-void operator delete(void* memory, const nothrow_t&) noexcept { Release(memory); }
-void operator delete[](void* memory, const nothrow_t&) noexcept { Release(memory); }
-void operator delete(void* memory, align_val_t, const nothrow_t&) noexcept { Release(memory); }
-void operator delete[](void* memory, align_val_t, const nothrow_t&) noexcept { Release(memory); }
 
 namespace Corvane::PathManagement::test {
 namespace {
+
+/// A cache on the disk, alone in its folder, and the factory of what it holds.
+struct CacheWorld : IPathEntryFactory {
+  void Renew() { WriteToolboxPathCache(tree.Text("cache"), u"/a-folder-on-the-heap", *this); }
+  void Forget() {
+    const std::filesystem::directory_iterator names(tree.Path());
+    if (std::distance(begin(names), end(names)) > 1) throw std::runtime_error("left behind");
+  }
+  void ReadEntries(std::istream& stream, const AbsoluteIRI& /*root*/) override {
+    if (stream.get() != 'x') throw std::bad_alloc();
+  }
+  void WriteEntries(std::ostream& stream, const AbsoluteIRI& /*root*/) const override {
+    stream << 'x';
+  }
+
+  TemporaryTree tree;
+};
+
+/// As `ForEachPathOperation`. What the operations raise without memory says no more than that.
+template <class Visit>
+void ForEachCacheOperation(const Visit& visit) {
+  visit("write a cache", [](CacheWorld& w) {
+    try {
+      return w.Renew(), true;
+    } catch (const UnableToSaveToolboxCacheException&) {
+      throw std::bad_alloc();
+    }
+  });
+  visit("load a cache", [](CacheWorld& w) {
+    try {
+      return LoadToolboxPathCache(w.tree.Text("cache"), u"/a-folder-on-the-heap", w), true;
+    } catch (const ToolboxCacheWrongFormatException&) {
+      throw std::bad_alloc();
+    }
+  });
+}
 
 constexpr std::size_t kNoLimit = std::numeric_limits<std::size_t>::max();
 
@@ -95,22 +68,22 @@ std::size_t Sweep(const char* name, const Ask& ask, AnyWorld& world, bool alsoFo
   for (std::size_t refused = 1;; ++refused) {
     world.Forget();
     const std::ptrdiff_t openBefore = OpenDescriptors();
-    const long before = liveBlocks;
+    const std::size_t before = memory.blocksInUse;
     world.Renew();
     bool isRight = true;  // unless it answers, and wrongly
-    requests = 0;
-    lastRefused = alsoFollowing ? kNoLimit : refused;
-    firstRefused = refused;
+    memory.requests = 0;
+    memory.lastRefused = alsoFollowing ? kNoLimit : refused;
+    memory.firstRefused = refused;
     try {
       isRight = ask(world) == expected;
     } catch (const std::bad_alloc&) {
     }
-    firstRefused = 0;
-    const bool wasRefused = requests >= refused;
+    memory.firstRefused = 0;
+    const bool wasRefused = memory.requests >= refused;
     EXPECT_TRUE(isRight) << name << ", request " << refused;
     EXPECT_TRUE(ask(world) == expected) << name << " after request " << refused;
     world.Forget();
-    EXPECT_EQ(liveBlocks, before) << name << " leaks after request " << refused;
+    EXPECT_EQ(memory.blocksInUse, before) << name << " leaks after request " << refused;
     EXPECT_EQ(OpenDescriptors(), openBefore) << name << " after request " << refused;
     if (!wasRefused) return refused - 1;
   }
@@ -118,9 +91,9 @@ std::size_t Sweep(const char* name, const Ask& ask, AnyWorld& world, bool alsoFo
 
 TEST(AllocationSweepTest, TheLibraryTakesItsMemoryFromHere) {
   const ustring text = u"file:///folder";
-  const long before = liveBlocks;
+  const std::size_t before = memory.blocksInUse;
   const AbsoluteIRI iri(text);
-  EXPECT_EQ(liveBlocks, before + 1);
+  EXPECT_EQ(memory.blocksInUse, before + 1);
 }
 
 TEST(AllocationSweepTest, AnOperationWithoutMemorySaysSoAndLeavesNothingBehind) {

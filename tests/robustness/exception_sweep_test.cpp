@@ -1,5 +1,3 @@
-#include "diff_operations.h"
-#include "edit_operations.h"
 #include "operations.h"
 
 #include <gtest/gtest.h>

@@ -2,17 +2,24 @@
 #define SEARCHPATH_TESTS_ROBUSTNESS_OPERATIONS_H
 
 #include "searchpath/model/byte_text.h"
+#include "searchpath/platform/event_manager.h"
 #include "searchpath/platform/iri_text.h"
 #include "searchpath/utilities/deduplicated_path.h"
 #include "searchpath/utilities/file_lookup.h"
 #include "searchpath/utilities/filtered_path.h"
 #include "searchpath/utilities/iri_conversion.h"
 #include "searchpath/utilities/matching_entries.h"
+#include "searchpath/utilities/packages_on_path.h"
 #include "searchpath/utilities/partial_pathname.h"
+#include "searchpath/utilities/path_editing.h"
+#include "searchpath/utilities/path_entry_vector_differentiator.h"
 #include "searchpath/utilities/path_strings.h"
-#include "support/recording.h"
+#include "searchpath/utilities/special_subfolder_notification.h"
+#include "support/recording_manager.h"
 
-#include <optional>
+#include <gtest/gtest.h>
+
+#include <array>
 
 // Every exported operation once, each as a row that the sweeps and the storm run.
 namespace Corvane::PathManagement::test {
@@ -96,15 +103,9 @@ class World {
     top = AddEntry(name + "/top", folder);
     method = AddEntry(name + "/method", folder + u"/@cls");
     top->visited = {Unowned(top), method};
-    auto part = std::make_shared<FakePath>(name, log);
-    part->mainEntries = std::make_shared<const EntryList>(EntryList{top});
-    part->methodEntries = part->methodEntriesByName = {method};
-    part->partiallyMatchingEntries = part->visited = {top, method};
-    part->mainEntryFor = {{top.get(), top}, {method.get(), top}};
-    part->parentEntryFor = {{method.get(), top}};
-    part->allFound = {FoundItem(item, top)};
-    part->held = {top.get(), method.get()};
-    parts.push_back(std::move(part));
+    parts.push_back(MakePart(name, {top, method}, log));
+    parts.back()->parentEntryFor = {{method.get(), top}};
+    parts.back()->entryByCanonicalIRI.clear();
   }
 };
 
@@ -188,37 +189,38 @@ void ForEachTextOperation(const Visit& visit) {
   visit("to bytes", [](W) { return BytesFromText(kNative + u"\xDC80\u20AC\U0001F600"); });
   visit("file IRI", [](W) { return AbsoluteIRI(u"file:/%2Bpackage/./b c/%C3%A4{x}\xDC80"); });
   visit("other IRI", [](W) { return AbsoluteIRI(kHostText); });
-  visit("no IRI", [](W) -> std::optional<AbsoluteIRI> {
+  visit("no IRI", [](W) {
     try {
-      return AbsoluteIRI(u"file:///a-folder-with-a-%-that-begins-no-escape");
+      return AbsoluteIRI(u"file:///a-folder-with-a-%-that-begins-no-escape") != kFile;
     } catch (const vfs::InvalidIRIException&) {
-      return std::nullopt;
+      return false;
     }
   });
   for (const AbsoluteIRI* const iri : {&kFile, &kHost}) {
-    visit("getName", [iri](W) { return iri->getName(); });
-    visit("getPath", [iri](W) { return iri->getPath(); });
-    visit("getScheme", [iri](W) { return iri->getScheme(); });
-    visit("toString", [iri](W) { return iri->toString(); });
-    visit("getParent", [iri](W) { return iri->getParent(); });
+    visit("texts of an IRI", [iri](W) {
+      return std::vector{iri->getName(),
+                         iri->getPath(),
+                         iri->getScheme(),
+                         iri->toString(),
+                         iri->makePathRelativeTo(iri->getParent().getParent()),
+                         GetStringFromIRI(*iri)};
+    });
     visit("resolved", [iri](W) { return iri->getResolvedIRI(); });
-    visit("relative", [iri](W) { return iri->makePathRelativeTo(iri->getParent().getParent()); });
     visit("canonical", [iri](W) { return GetCanonicalIRI(*iri); });
-    visit("shown", [iri](W) { return GetStringFromIRI(*iri); });
   }
   for (const ustring* const text : {&kNative, &kFileText, &kHostText}) {
-    visit("IRI", [text](W) { return GetIRIFromString(*text); });
     visit("canonical IRI", [text](W) { return GetCanonicalIRIFromString(*text); });
     visit("search path", [text](W) { return SplitZentraPath(*text); });
     visit("pathname", [text](W) { return SplitPartialPathname(*text); });
-    visit("without root", [text](W) { return RemoveRootPathFromAbsolutePath(*text); });
-    visit("end", [text](W) { return GetPartialPathIncludingSpecialFolders(*text); });
-    visit("root", [text](W) { return files::extract_root_path(*text); });
-    visit("extension", [text](W) { return files::extract_extension(*text); });
-    visit("native form", [text](W) { return files::make_native_form(*text, true); });
-    visit("decoded", [text](W) {
+    visit("parts", [text](W) {
       ustring decoded = *text;
-      return foundation::storage::utility::decodeURL(decoded, true), decoded;
+      foundation::storage::utility::decodeURL(decoded, true);
+      return std::vector{decoded,
+                         RemoveRootPathFromAbsolutePath(*text),
+                         GetPartialPathIncludingSpecialFolders(*text),
+                         files::extract_root_path(*text),
+                         files::extract_extension(*text),
+                         files::make_native_form(*text, true)};
     });
     visit("target", [text](W) {
       return CreateSearchTargetWithExtensionInFilenamePreferred(*text, kExtensions).GetExtensions();
@@ -227,6 +229,100 @@ void ForEachTextOperation(const Visit& visit) {
   visit("from native", [](W) { return vfs::toAbsoluteIRI(u"scheme", kNative); });
   visit("to native", [](W) { return vfs::fromAbsoluteIRI(kFile); });
   visit("file", [](W) { return vfs::File(kLink, kStorage).getCanonicalLocation(); });
+}
+
+using Differences = std::array<EntryList, 5>;
+
+/// As `ForEachPathOperation`; expects of a failure the beginning of each list, and pairs. No level
+/// has more changed entries than one thread sorts.
+template <class Visit>
+void ForEachDiffOperation(CallLog* log, const Visit& visit) {
+  using Differentiator = PathEntryVectorDifferentiator;
+  std::vector<std::shared_ptr<FakeEntry>> made;
+  for (const char16_t* name : {u"a", u"a", u"b", u"c", u"d", u"p", u"p", u"q", u"r"}) {
+    made.push_back(std::make_shared<FakeEntry>("entry", ustring(u"file:///") + name, log));
+  }
+  made[0]->singleA = made[5], made[1]->singleB = made[6];
+  made[0]->listA = made[1]->listC = {made[8]}, made[1]->listB = {made[7]};
+  const auto compare = [before = EntryList{made[0], made[2], made[3], made[2]},
+                        after = EntryList{made[3], made[2], made[1], made[4]}](
+                           const Differences& whole) {
+    Differentiator result;
+    const auto lists = {result.GetAdded(), result.GetRemoved(), result.GetReordered(),
+                        result.GetRefreshedBefore(), result.GetRefreshedAfter()};
+    try {
+      result.Compare(before, after, Differentiator::ComparisonFilter::IncludeSubfolders);
+    } catch (...) {
+      auto all = whole.begin();
+      for (const auto& list : lists) {
+        const auto difference = std::mismatch(list->begin(), list->end(), all->begin(), all->end());
+        EXPECT_TRUE(difference.first == list->end()) << all - whole.begin();
+        ++all;
+      }
+      EXPECT_EQ(result.GetRefreshedBefore()->size(), result.GetRefreshedAfter()->size());
+      throw;
+    }
+    Differences found;
+    std::transform(lists.begin(), lists.end(), found.begin(), [](auto& list) { return *list; });
+    return found;
+  };
+  const Differences whole = compare({});
+  if (log != nullptr) log->Take();
+  visit("Compare", [compare, whole](const auto&) { return compare(whole); });
+}
+
+/// A path of a few folders, a package, and somebody who hears of changes.
+struct EditWorld {
+  explicit EditWorld(CallLog* callLog = nullptr)
+      : log(callLog), cwf(callLog), manager(callLog), registry(callLog) {
+    registry.folders = {{path->front(), std::make_shared<std::set<int>>(std::set{0})}};
+  }
+  void Renew() {
+    using namespace foundation::msg_svc::eventmgr;
+    manager.folders = path;
+    subscription = createLocalEventMgr(SessionEmId)->subscribe([this](const Event&) {
+      if (log != nullptr) log->Add("handler");
+    });
+  }
+  void Forget() {
+    manager.folders = path;
+    subscription = {};
+  }
+
+  CallLog* log;
+  const std::shared_ptr<const IRIList> path = std::make_shared<const IRIList>(
+      IRIList{AbsoluteIRI(u"file:///a"), AbsoluteIRI(u"file:///b"), AbsoluteIRI(u"file:///a")});
+  const std::vector<ustring> typed = {u"a", u"a-folder-not-on-it"}, failing = {u"a", u"fails\x4"};
+  const std::vector<ComponentIdentifier> packages = {{u"q", u"1"}, {u"p", u"1"}};
+  FakeWorkingFolder cwf;
+  FakeManager manager;
+  FakeRegistry registry;
+  foundation::msg_svc::eventmgr::Subscription subscription;
+};
+
+/// As `ForEachPathOperation`.
+template <class Visit>
+void ForEachEditOperation(const Visit& visit) {
+  using W = EditWorld&;
+  const auto edit = [&visit](const char* name, const auto& change) {
+    visit(name, [&](W w) {
+      w.manager.folders = w.path;
+      const Notification notification = change(w, w.manager);
+      std::vector<ustring> result = {FolderNames(*w.manager.folders)};
+      for (const auto& message : notification.GetMessages()) result.push_back(GetText(message));
+      return result;
+    });
+  };
+  const auto end = Position::End;
+  edit("add", [=](W w, auto& m) { return AddFoldersToZentraPath(w.typed, w.cwf, m, end); });
+  edit("add none", [=](W w, auto& m) { return AddFoldersToZentraPath(w.failing, w.cwf, m, end); });
+  edit("remove", [](W w, auto& m) { return RemoveFoldersFromZentraPath(w.typed, w.cwf, m); });
+  visit("is on path", [](W w) { return PackageIsOnPath(w.packages.back(), w.manager); });
+  visit("packages", [](W w) { return GetPathFoldersForPackages(w.registry, w.packages); });
+  visit("notify", [location = AbsoluteIRI(u"file:///bin/+package/@class/file.x")](W) {
+    NotifyUpstreamPathEntriesOfPossibleSpecialSubfolderChangesAndCanonicalize(location);
+    return true;
+  });
 }
 
 }  // namespace Corvane::PathManagement::test

@@ -1,4 +1,3 @@
-#include "diff_operations.h"
 #include "host_operations.h"
 #include "operations.h"
 

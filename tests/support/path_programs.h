@@ -4,7 +4,6 @@
 #include "searchpath/utilities/deduplicated_path.h"
 #include "searchpath/utilities/filtered_path.h"
 #include "support/naive_path.h"
-#include "support/names.h"
 
 #include <span>
 
@@ -35,7 +34,9 @@ class PathPrograms {
       if (statement < 6) {
         AddComposite(static_cast<NaivePath::Kind>(statement / 2));
       } else if (statement < 8) {
-        CopyOrMove(AnyNode(), statement == 6);
+        const Node node = AnyNode();
+        const bool isCopy = statement == 6;
+        if (!CopyOrMove<DeduplicatedPath>(node, isCopy)) CopyOrMove<ConcatenatedPath>(node, isCopy);
       } else {
         problem = Ask(AnyNode());
       }
@@ -75,13 +76,14 @@ class PathPrograms {
   void AddComposite(NaivePath::Kind kind) {
     NaivePath::Parts real;
     NaivePath::Parts naive;
-    for (std::size_t count = kind == NaivePath::Filtered ? 2 : 1 + Below(3); count > 0; --count) {
+    const bool isFiltered = kind == NaivePath::Filtered;
+    for (std::size_t count = isFiltered ? 2 : (1 + Below(4)) % 4; count > 0; --count) {
       const Node part = AnyNode();
       real.push_back(part.real);
       naive.push_back(part.naive);
     }
     Node made{nullptr, std::make_shared<NaivePath>(kind, naive)};
-    if (kind == NaivePath::Filtered) {
+    if (isFiltered) {
       made.real = std::make_shared<FilteredPath>(real[0], real[1]);
     } else if (kind == NaivePath::Deduplicated) {
       made.real = std::make_shared<DeduplicatedPath>(std::move(real));
@@ -91,14 +93,16 @@ class PathPrograms {
     nodes.push_back(made);
   }
 
-  void CopyOrMove(const Node& node, bool isCopy) {
-    const auto real = std::dynamic_pointer_cast<DeduplicatedPath>(node.real);
-    if (real == nullptr) return;
+  /// Whether `node` is a `Path`, now also copied or moved.
+  template <class Path>
+  bool CopyOrMove(const Node& node, bool isCopy) {
+    const auto real = std::dynamic_pointer_cast<Path>(node.real);
+    if (real == nullptr) return false;
     auto& naive = dynamic_cast<NaivePath&>(*node.naive);
-    nodes.push_back({isCopy ? std::make_shared<DeduplicatedPath>(*real)
-                            : std::make_shared<DeduplicatedPath>(std::move(*real)),
+    nodes.push_back({std::make_shared<Path>(isCopy ? Path(*real) : Path(std::move(*real))),
                      std::make_shared<NaivePath>(naive)});
     if (!isCopy && naive.mainEntries) naive.mainEntries = nullptr;
+    return true;
   }
 
   std::string Ask(const Node& node) {
@@ -116,10 +120,13 @@ class PathPrograms {
   std::string Answer(const IPath& path, std::size_t question, const FakeEntry& entry,
                      const FakeEntry& other, std::size_t last) {
     constexpr Policy how = Policy::IgnoreCase;
-    const Visitor visitor = [&, count = std::size_t(0)](const EntryPointer& visited) mutable {
-      log.Add(Names(visited));
-      return count++ == last;
-    };
+    Visitor visitor;  // the last is one that is none
+    if (last < 7) {
+      visitor = [&, count = std::size_t(0)](const EntryPointer& visited) mutable {
+        log.Add(Names(visited));
+        return count++ == last;
+      };
+    }
     const auto isBefore = [&] { return path.FirstEntryIsBeforeSecondOnPath(entry, other); };
     const std::function<std::string()> answers[] = {
         [&] { return Names(path.GetMainEntryForEntry(entry)); },
@@ -136,7 +143,11 @@ class PathPrograms {
         [&] { return Names(path.ForEachEntry(kScope, visitor)); },
         [&] { return Names(path.ForEachEntry(kScope, visitor)); },
         [&] { return Names(path.ConcurrentForEachEntry(kScope, visitor)); }};
-    return log.Take(question < 14 ? answers[question]() : Names(path.GetMainEntries()));
+    try {
+      return log.Take(question < 14 ? answers[question]() : Names(path.GetMainEntries()));
+    } catch (const std::bad_function_call&) {
+      return log.Take("threw");
+    }
   }
 
   static constexpr std::uint32_t kKind = 3;

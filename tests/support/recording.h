@@ -107,7 +107,7 @@ struct FakeEntry : IPathEntry, Recorder {
 
   AbsoluteIRI iri;  // both as given and canonical
   PathEntryType type = PathEntryType::Ordinary;
-  ItemList items, foundItems;
+  ItemList items;
   ItemPointer foundItem;
   EntryPointer singleA, singleB;
   EntryList listA, listB, listC, visited;
@@ -128,7 +128,7 @@ struct FakeEntry : IPathEntry, Recorder {
     return Record(__func__, target, policy), foundItem;
   }
   ItemList FindItems(const Target& target, Policy policy) const override {
-    return Record(__func__, target, policy), foundItems;
+    return Record(__func__, target, policy), ItemList();
   }
   bool ForEachEntryInScope(Scope scope, const Visitor& visit) const override {
     return Record(__func__, scope, visit), VisitAll(visited, visit);
@@ -147,14 +147,14 @@ struct FakeEntry : IPathEntry, Recorder {
   }
 };
 
-/// Both traversals visit `visited` as it stands, whatever the scope; an entry is on the path when
-/// it is in `held`; what a map does not hold is answered with null.
+/// Lists and visits `listed`, whatever it is asked for; an entry is on the path when it is in
+/// `held`; what a map does not hold is answered with null.
 struct FakePath : IPath, Recorder {
   explicit FakePath(std::string printedName, CallLog* callLog = nullptr)
       : Recorder{std::move(printedName), callLog} {}
 
   SharedEntryList mainEntries = std::make_shared<const EntryList>();
-  EntryList methodEntries, methodEntriesByName, partiallyMatchingEntries, visited;
+  EntryList listed;
   std::map<const IPathEntry*, EntryPointer> mainEntryFor, parentEntryFor;
   std::map<ustring, EntryPointer> entryByCanonicalIRI, entryByIRI;  // by the IRI's text
   OptionalFile firstFound;
@@ -163,12 +163,12 @@ struct FakePath : IPath, Recorder {
   std::set<const IPathEntry*> held;
 
   SharedEntryList GetMainEntries() const override { return Record(__func__), mainEntries; }
-  EntryList GetMethodEntries() const override { return Record(__func__), methodEntries; }
+  EntryList GetMethodEntries() const override { return Record(__func__), listed; }
   EntryList GetMethodEntriesByName(Scope scope, const ustring& n, Policy p) const override {
-    return Record(__func__, scope, n, p), methodEntriesByName;
+    return Record(__func__, scope, n, p), listed;
   }
   EntryList GetPartiallyMatchingEntries(Scope scope, const ustring& n, Policy p) const override {
-    return Record(__func__, scope, n, p), partiallyMatchingEntries;
+    return Record(__func__, scope, n, p), listed;
   }
   EntryPointer GetMainEntryForEntry(const IPathEntry& entry) const override {
     return Record(__func__, entry), Answer(mainEntryFor, &entry);
@@ -189,10 +189,10 @@ struct FakePath : IPath, Recorder {
     return Record(__func__, scope, target, p), allFound;
   }
   bool ForEachEntry(Scope scope, const Visitor& visitor) const override {
-    return Record(__func__, scope, visitor), VisitAll(visited, visitor);
+    return Record(__func__, scope, visitor), VisitAll(listed, visitor);
   }
   bool ConcurrentForEachEntry(Scope scope, const Visitor& visitor) const override {
-    return Record(__func__, scope, visitor), VisitAll(visited, visitor);
+    return Record(__func__, scope, visitor), VisitAll(listed, visitor);
   }
   bool FirstEntryIsBeforeSecondOnPath(const IPathEntry& a, const IPathEntry& b) const override {
     return Record(__func__, a, b), firstIsBeforeSecond;
@@ -214,8 +214,7 @@ inline std::shared_ptr<FakePath> MakePart(const std::string& name, const EntryLi
                                           CallLog* log) {
   auto part = std::make_shared<FakePath>(name, log);
   part->mainEntries = std::make_shared<const EntryList>(entries);
-  part->methodEntries = part->methodEntriesByName = part->partiallyMatchingEntries = part->visited =
-      entries;
+  part->listed = entries;
   for (const EntryPointer& entry : entries) {
     const AbsoluteIRI& iri = dynamic_cast<const FakeEntry&>(*entry).iri;
     part->held.insert(entry.get());
@@ -243,6 +242,21 @@ struct FakeWorkingFolder : current_working_folder::ICurrentWorkingFolder, Record
     return foundation::storage::vfs::toAbsoluteIRI(u"file", above + folder);
   }
 };
+
+// Answers in short: "ab" for the entries a and b or for files in them, "-" for nothing.
+inline std::string Names(bool answer) { return answer ? "yes" : "no"; }
+inline std::string Names(const EntryPointer& entry) {
+  return entry == nullptr ? "-" : dynamic_cast<const FakeEntry&>(*entry).name;
+}
+inline std::string Names(const FoundItem& found) { return Names(found.GetPathEntry()); }
+inline std::string Names(const OptionalFile& found) { return found ? Names(*found) : "-"; }
+template <class Element>
+std::string Names(const std::vector<Element>& list) {
+  std::string names;
+  for (const Element& element : list) names += Names(element);
+  return list.capacity() == list.size() ? names : names + " and spare room";
+}
+inline std::string Names(const SharedEntryList& list) { return list ? Names(*list) : "no list"; }
 
 }  // namespace Corvane::PathManagement::test
 

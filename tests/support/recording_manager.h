@@ -12,7 +12,7 @@ using PackageRegistry::PropertyValue;
 
 /// The names of the folders, with spaces between.
 template <class Folders>
-ustring Names(const Folders& folders) {
+ustring FolderNames(const Folders& folders) {
   ustring names;
   for (const AbsoluteIRI& each : folders) names += (names.empty() ? u"" : u" ") + each.getName();
   return names;
@@ -26,7 +26,7 @@ struct FakeManager : IMainSearchPathManager, Recorder {
   std::function<void(Notification&)> duringChange = [](Notification&) {};
 
   void SetFolderIRIs(const AbsoluteIRIRange& given, Notification& notification) override {
-    Record(__func__, Names(given));
+    Record(__func__, FolderNames(given));
     duringChange(notification);
     folders = std::make_shared<const IRIList>(given.begin(), given.end());
   }

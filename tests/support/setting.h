@@ -14,6 +14,16 @@ inline std::size_t Setting(const char* name, std::size_t everyRun) {
   return text == nullptr ? everyRun : std::stoul(text);
 }
 
+/// How many random cases to try. Under a sanitizer, where each takes many times as long, a tenth:
+/// it looks at how the work is done, and plain runs at what comes of it.
+constexpr std::size_t RandomCases(std::size_t inPlainRuns) {
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+  return inPlainRuns / 10;
+#else
+  return inPlainRuns;
+#endif
+}
+
 }  // namespace Corvane::PathManagement::test
 
 #endif  // SEARCHPATH_TESTS_SUPPORT_SETTING_H

@@ -6,6 +6,7 @@
 
 namespace Corvane::PathManagement::test {
 
+inline ustring Shown(const ustring& text) { return text; }
 inline ustring Shown(const PathItem& item) { return item.GetName() + item.GetExtension(); }
 inline ustring Shown(const IPathEntry& entry) { return entry.GetAbsoluteIRI().getPath(); }
 inline ustring Shown(const FoundItem& found) { return host::GetNativePath(found); }
@@ -14,7 +15,7 @@ ustring Shown(const std::shared_ptr<Thing>& thing) {
   return thing == nullptr ? ustring(u"none") : Shown(*thing);
 }
 
-/// The entries, files or items of a list with spaces between, those in `tree` from there on.
+/// The texts, entries, files or items of a list with spaces between, those in `tree` from there on.
 template <class List>
 std::string Shown(const List& list, const TemporaryTree& tree) {
   std::string all;

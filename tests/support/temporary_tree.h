@@ -14,8 +14,7 @@
 
 namespace Corvane::PathManagement::test {
 
-/// A fresh folder on the real disk, removed with all that is in it. Names are bytes, relative to
-/// it.
+/// A fresh folder on the real disk, removed with all that is in it. Names in it are bytes.
 class TemporaryTree {
  public:
   TemporaryTree() {
@@ -41,10 +40,10 @@ class TemporaryTree {
 
   void Folder(const std::string& name) const { std::filesystem::create_directories(Path(name)); }
 
-  /// Makes a file and the folders above it.
-  void File(const std::string& name) const {
+  /// Makes a file, or gives it another content, and the folders above it.
+  void File(const std::string& name, const std::string& content = "") const {
     MakeAbove(name);
-    if (!std::ofstream(Path(name))) throw std::runtime_error("cannot make " + name);
+    if (!(std::ofstream(Path(name)) << content)) throw std::runtime_error("cannot make " + name);
   }
   void Files(const std::vector<std::string>& names) const {
     for (const std::string& name : names) File(name);

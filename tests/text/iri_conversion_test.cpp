@@ -1,6 +1,5 @@
 #include "searchpath/utilities/iri_conversion.h"
 
-#include "support/temporary_tree.h"
 #include "support/text_table.h"
 
 namespace Corvane::PathManagement {
@@ -18,17 +17,6 @@ TEST(IRIConversionTest, TurnsIRIsIntoText) {
   test::ExpectTable({u"file:///a%20b/%25/%FF => /a b/%/\xDCFF", u"FILE:///a%20b => FILE:///a b",
                      u"File:///%FF", u"http://h/%C3%A9?a%20b => http://h/\u00E9?a b"},
                     [](const ustring& text) { return GetStringFromIRI(AbsoluteIRI(text)); });
-}
-
-TEST(IRIConversionTest, MakesIRIsCanonical) {
-  const test::TemporaryTree tree;
-  tree.Link("absent", "link");
-  const CanonicalAbsoluteIRI expected(tree.IRI("absent"), u"");
-  EXPECT_EQ(GetCanonicalIRI(tree.IRI("link")), expected);
-  EXPECT_EQ(GetCanonicalIRIFromString(tree.Text("link")), expected);
-  EXPECT_EQ(GetCanonicalIRIFromString(tree.IRI("x").toString() + u"/../link"), expected);
-  EXPECT_THROW((void)GetCanonicalIRIFromString(u"a"),
-               foundation::storage::vfs::InvalidIRIException);
 }
 
 }  // namespace

@@ -1,50 +1,14 @@
 #include "searchpath/utilities/path_strings.h"
 
-#include "searchpath/utilities/partial_pathname.h"
-#include "support/partial_pathname_model.h"
 #include "support/text_table.h"
 #include "text/root_path.h"
 
-#include <random>
 #include <stdexcept>
-#include <vector>
 
 namespace Corvane::PathManagement {
 namespace {
 
 using test::ExpectTable;
-using std::string_literals::operator""s;
-
-TEST(SplitZentraPathTest, CutsAtSemicolonsAndColons) {
-  ExpectTable(
-      {u" => ", u"; => ", u";:; => ", u"a => [a]", u"a;;b; => [a][b]", u"a:b;d => [a][b][d]",
-       u":a:: => [a]", u" a ; b\t => [ a ][ b\t]", u";\0; => [\0]"s, u"\"a;b\" => [\"a][b\"]",
-       u"file:///a,b => [file][///a,b]", u"a\\;b => [a\\][b]", u"\xD800;c => [\xD800][c]"},
-      [](const ustring& text) {
-        ustring shown;
-        for (const ustring& folder : SplitZentraPath(text)) shown += u"[" + folder + u"]";
-        return shown;
-      });
-}
-
-TEST(SplitZentraPathTest, SplitsAsTheObviousWayDoes) {
-  const auto seed = std::random_device()();
-  std::mt19937 random(seed);
-  const ustring units = u";:/ab +\0\xDC80"s;
-  for (int round = 0; round < 100'000; ++round) {
-    ustring text(random() % 20, u'\0');
-    for (char16_t& unit : text) unit = units[random() % units.size()];
-    ASSERT_EQ(SplitZentraPath(text), test::NaiveSplit(text, u";:")) << "seed " << seed;
-    const auto folders = SplitPartialPathname(text);
-    ASSERT_EQ(std::vector<ustring>(folders.begin(), folders.end()), test::NaiveSplit(text, u"/"))
-        << "seed " << seed;
-  }
-}
-
-TEST(PathStringsTest, RemovesTheRoot) {
-  ExpectTable({u"/usr/lib => usr/lib", u"/ => ", u"//a//b => a//b", u"a/b", u" => ", u"~/a"},
-              [](const ustring& path) { return RemoveRootPathFromAbsolutePath(path); });
-}
 
 // No path of this system has its root elsewhere than in front.
 TEST(PathStringsTest, RemovesAsManyUnitsMoreAsStandInFrontOfTheRoot) {

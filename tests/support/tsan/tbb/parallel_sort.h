@@ -5,7 +5,6 @@
 #include <exception>
 #include <functional>
 #include <iterator>
-#include <ranges>
 #include <thread>
 #include <vector>
 
@@ -39,11 +38,6 @@ void parallel_sort(Iterator begin, Iterator end, const Compare& comesBefore) {
 template <std::random_access_iterator Iterator>
 void parallel_sort(Iterator begin, Iterator end) {
   parallel_sort(begin, end, std::less<>());
-}
-
-template <std::ranges::random_access_range Range, class Compare = std::less<>>
-void parallel_sort(Range&& range, const Compare& comesBefore = Compare()) {
-  parallel_sort(std::ranges::begin(range), std::ranges::end(range), comesBefore);
 }
 
 }  // namespace tbb
