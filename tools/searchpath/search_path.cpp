@@ -112,7 +112,7 @@ host::Environment Open(NamedFolders named, const PathOptions& options) {
                                    .without = GetTexts(options.without),
                                    .caches = std::move(named.caches)};
   if (options.packages) made.packages = TextFromBytes(*options.packages);
-  host::Environment environment(made);
+  const host::Environment environment(made);
   if (options.packages) CheckRoot("--packages", *options.packages, *environment.GetPackages());
   return environment;
 }
