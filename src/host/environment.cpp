@@ -87,6 +87,12 @@ FolderOrigin Environment::FindOrigin(const IPathEntry& entry) const {
   return view->GetAll().GetOrigin(entry);
 }
 
+std::unique_ptr<MainSearchPathManager> Environment::CreateManager() const {
+  auto manager = std::make_unique<MainSearchPathManager>(GetMainFolders());
+  manager->SetKnownPackages(FindKnownPackages(view->GetAll().GetGiven()));
+  return manager;
+}
+
 boost::optional<FoundItem> Environment::Find(const Lookup& lookup) const {
   const IPath& path = *view->GetPath();
   const SearchTarget target = TargetOf(lookup);

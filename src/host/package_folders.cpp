@@ -44,4 +44,16 @@ GivenFolders WithPackageFolders(GivenFolders given, const PackageRegistry* regis
   return given;
 }
 
+std::vector<KnownPackage> FindKnownPackages(const std::vector<GivenFolders::Given>& given) {
+  std::vector<KnownPackage> known;
+  for (const GivenFolders::Given& folder : given) {
+    const auto& package = folder.origin.package;
+    if (!package) continue;
+    // The folders of one package stand together.
+    if (known.empty() || known.back().package != *package) known.push_back({*package, {}});
+    known.back().folders.push_back(folder.entries.front()->GetCanonicalAbsoluteIRI());
+  }
+  return known;
+}
+
 }  // namespace Corvane::PathManagement::host

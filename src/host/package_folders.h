@@ -3,9 +3,11 @@
 
 #include "host/listing_source.h"
 #include "host/path_view.h"
+#include "searchpath/host/main_search_path_manager.h"
 #include "searchpath/host/package_registry.h"
 
 #include <memory>
+#include <vector>
 
 namespace Corvane::PathManagement::host {
 
@@ -15,6 +17,10 @@ namespace Corvane::PathManagement::host {
 /// `FolderState`.
 [[nodiscard]] GivenFolders WithPackageFolders(GivenFolders given, const PackageRegistry* registry,
                                               const std::shared_ptr<const ListingSource>& source);
+
+/// The packages that put folders among `given`, in their order, each with these folders.
+[[nodiscard]] std::vector<KnownPackage> FindKnownPackages(
+    const std::vector<GivenFolders::Given>& given);
 
 }  // namespace Corvane::PathManagement::host
 

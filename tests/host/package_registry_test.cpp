@@ -116,6 +116,16 @@ TEST_F(PackageRegistryTest, FoldersOfPackagesComeLastOnAPath) {
   EXPECT_EQ(environment.FindOrigin(*environment.FindFolders({u"private"})[0]).package->name,
             u"root/p");
   EXPECT_EQ(environment.FindProblems().at(0).folder, tree.Text("root/r/loop"));
+
+  // A manager knows the packages and shares the entries; a hidden folder is not on its path.
+  const auto manager = environment.CreateManager();
+  EXPECT_EQ(manager->GetPath()->GetMainFolders(), environment.GetMainFolders());
+  ASSERT_EQ(manager->GetPackagesOnPath()->size(), 1U);
+  EXPECT_EQ(manager->GetPackagesOnPath()->front().name, u"root/p");
+  EXPECT_TRUE(RemoveFolderTexts(std::vector<ustring>{tree.Text("root/p/lib")},
+                                environment.GetWorkingFolder(), *manager)
+                  .empty());
+  EXPECT_TRUE(manager->GetPackagesOnPath()->empty());
   EXPECT_EQ(Environment({.packages = u"ftp://h/"}).FindProblems().at(0).folder, u"ftp://h/");
 }
 

@@ -7,6 +7,7 @@
 #include "searchpath/host/folder_entry.h"
 #include "searchpath/host/folder_origin.h"
 #include "searchpath/host/folder_problem.h"
+#include "searchpath/host/main_search_path_manager.h"
 #include "searchpath/host/path_entry_factory.h"
 #include "searchpath/host/shadows.h"
 #include "searchpath/host/similar_file.h"
@@ -106,6 +107,10 @@ class SEARCHPATH_EXPORT Environment {
   }
   /// Who put the folder that `entry` is for on the path. Precondition: `entry` is on the path.
   [[nodiscard]] FolderOrigin FindOrigin(const IPathEntry& entry) const;
+
+  /// A manager of this path, for a program whose path changes: it begins with the folders of
+  /// `GetMainFolders`, the same entries, and knows the packages whose folders were put there.
+  [[nodiscard]] std::unique_ptr<MainSearchPathManager> CreateManager() const;
 
   /// The file that the name means; empty when there is none.
   ///
