@@ -3,11 +3,13 @@
 
 // IWYU pragma: begin_exports
 #include "searchpath/host/diagnostic_log.h"
+#include "searchpath/host/disk_feed.h"
 #include "searchpath/host/doctor.h"
 #include "searchpath/host/environment.h"
 #include "searchpath/host/explanation.h"
 #include "searchpath/host/filename_comparison.h"
 #include "searchpath/host/folder_entry.h"
+#include "searchpath/host/folder_observer.h"
 #include "searchpath/host/folder_origin.h"
 #include "searchpath/host/folder_path.h"
 #include "searchpath/host/folder_problem.h"

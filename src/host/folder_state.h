@@ -72,6 +72,8 @@ class FolderState {
   /// Whether files and problems are the same, whatever the order of the disk. What hangs below, and
   /// ordinary folders, which no path leads to, are not asked.
   [[nodiscard]] bool HoldsSameAs(const FolderState& other) const;
+  /// The same folder, to be listed from the disk. May be asked before this one is listed.
+  [[nodiscard]] std::shared_ptr<const FolderEntry> MakeUnlisted();
   /// The same folder with `below` in place of its special folders.
   [[nodiscard]] std::shared_ptr<const FolderEntry> MakeWith(Folders below);
 

@@ -58,6 +58,11 @@ bool FolderState::HoldsSameAs(const FolderState& other) const {
                     isSameLink);
 }
 
+std::shared_ptr<const FolderEntry> FolderState::MakeUnlisted() {
+  return FolderEntry::Create(
+      std::unique_ptr<FolderState>(new FolderState(location, kind, nullptr, Identity(Identify()))));
+}
+
 std::shared_ptr<const FolderEntry> FolderState::MakeWith(Folders below) {
   auto copy =
       std::unique_ptr<FolderState>(new FolderState(location, kind, source, Identity(Identify())));

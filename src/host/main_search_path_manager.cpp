@@ -138,15 +138,15 @@ class MainSearchPathManager::State {
     listeners.Tell(*before->path, *after->path);
   }
 
-  /// The same for the folders alone. Without a difference the path stays, and with it all that it
-  /// has learned.
-  void ChangeFolders(const std::vector<AbsoluteIRI>* locations,
-                     const std::function<bool(const FolderEntry&)>& isListedAnew) {
+  /// The same for the folders alone, which become refresh(current version). Without a difference
+  /// the path stays, and with it all that it has learned.
+  template <class Refresh>
+  void ChangeFolders(const Refresh& refresh) {
     Change([&](const std::shared_ptr<const Version>& current) {
-      const Folders& old = current->path->GetMainFolders();
-      Folders refreshed = host::RefreshFolders(
-          old, locations != nullptr ? *locations : *current->locations, isListedAnew);
-      return refreshed == old ? current : MakeVersion(std::move(refreshed), current->knownPackages);
+      Folders refreshed = refresh(*current);
+      return refreshed == current->path->GetMainFolders()
+                 ? current
+                 : MakeVersion(std::move(refreshed), current->knownPackages);
     });
   }
 
@@ -185,7 +185,10 @@ MainSearchPathManager::~MainSearchPathManager() = default;
 void MainSearchPathManager::SetFolderIRIs(const AbsoluteIRIRange& folders,
                                           Notification& /*notification*/) {
   const std::vector<AbsoluteIRI> locations(folders.begin(), folders.end());
-  state->ChangeFolders(&locations, [](const FolderEntry& /*folder*/) { return false; });
+  state->ChangeFolders([&](const Version& current) {
+    return host::RefreshFolders(current.path->GetMainFolders(), locations,
+                                [](const FolderEntry& /*folder*/) { return false; });
+  });
 }
 
 std::shared_ptr<const std::vector<ComponentIdentifier>> MainSearchPathManager::GetPackagesOnPath()
@@ -203,11 +206,16 @@ std::shared_ptr<const FolderPath> MainSearchPathManager::GetPath() const {
 
 void MainSearchPathManager::RefreshFolders(const AbsoluteIRIRange& locations) {
   const ChangedFolders changed(locations);
-  state->ChangeFolders(nullptr, [&](const FolderEntry& folder) { return changed.Concern(folder); });
+  state->ChangeFolders([&](const Version& current) {
+    return host::RefreshFolders(current.path->GetMainFolders(), changed);
+  });
 }
 
 void MainSearchPathManager::RefreshAllFolders() {
-  state->ChangeFolders(nullptr, [](const FolderEntry& /*folder*/) { return true; });
+  state->ChangeFolders([](const Version& current) {
+    return host::RefreshFolders(current.path->GetMainFolders(), *current.locations,
+                                [](const FolderEntry& /*folder*/) { return true; });
+  });
 }
 
 void MainSearchPathManager::SetKnownPackages(std::vector<KnownPackage> packages) {

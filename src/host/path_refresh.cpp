@@ -30,7 +30,9 @@ bool AreSameFolder(const FolderEntry& left, const FolderEntry& right) {
 /// is unchanged from there, bottom up. In loops, since folders nest deeper than stacks.
 class Sharing {
  public:
-  Sharing(const Folder& fresh, const Folder& old) {
+  /// Folders that `changedFolders` does not name are as they were; without it, all may have changed.
+  Sharing(const Folder& fresh, const Folder& old, const ChangedFolders* changedFolders = nullptr)
+      : changed(changedFolders) {
     nodes.push_back({.fresh = fresh, .old = old});
     for (std::size_t at = 0; at < nodes.size(); ++at) Compare(at);
   }
@@ -47,7 +49,7 @@ class Sharing {
 
  private:
   struct Node {
-    Folder fresh;
+    Folder fresh;  // the old one where that is as it was
     Folder old;
     std::size_t parent = 0;
     std::size_t place = 0;     // among the folders directly below the parent
@@ -56,17 +58,24 @@ class Sharing {
   };
 
   void Compare(std::size_t at) {
-    const Folder fresh = nodes[at].fresh;
     const Folder old = nodes[at].old;
+    const Folder fresh = nodes[at].fresh = ListedAnew(nodes[at].fresh, old);
     if (!AreSameFolder(*fresh, *old)) return;
     nodes[at].isUnchanged = true;
     const FolderState& oldState = StateOf(*old);
+    if (fresh == old && !oldState.IsListed()) return;
     if (oldState.IsUntouched() && StateOf(*fresh).IsUntouched()) return;
     nodes[at].below = fresh->GetSpecialFolders();
     const Folders& oldBelow = old->GetSpecialFolders();
     nodes[at].isUnchanged =
         nodes[at].below.size() == oldBelow.size() && StateOf(*fresh).HoldsSameAs(oldState);
     AddBelow(at, oldBelow);
+  }
+
+  [[nodiscard]] Folder ListedAnew(const Folder& fresh, const Folder& old) const {
+    if (changed == nullptr || !AreSameFolder(*fresh, *old)) return fresh;
+    if (!changed->Name(*old)) return old;
+    return fresh == old ? StateOf(*old).MakeUnlisted() : fresh;
   }
 
   void AddBelow(std::size_t parent, const Folders& oldBelow) {
@@ -90,7 +99,8 @@ class Sharing {
     return StateOf(*node.fresh).MakeWith(std::move(node.below));
   }
 
-  std::vector<Node> nodes;  // each behind the one above it
+  const ChangedFolders* changed;  // null: all
+  std::vector<Node> nodes;        // each behind the one above it
 };
 
 /// Finds the entries of a path by location or identity, each once.
@@ -151,6 +161,22 @@ Folders RefreshFolders(const Folders& oldFolders, const std::vector<AbsoluteIRI>
   return refreshed;
 }
 
+Folders RefreshFolders(const Folders& oldFolders, const ChangedFolders& changed) {
+  Folders refreshed = oldFolders;
+  std::vector<std::size_t> asked;
+  for (std::size_t at = 0; at < refreshed.size(); ++at) {
+    if (changed.Concern(*refreshed[at])) asked.push_back(at);
+  }
+  AnyInParallel(asked.size(), [&](std::size_t index) {
+    Folder& folder = refreshed[asked[index]];
+    const Folder fresh =
+        changed.Name(*folder) ? FolderEntry::Create(folder->GetAbsoluteIRI()) : folder;
+    folder = Sharing(fresh, folder, &changed).Result();
+    return false;
+  });
+  return refreshed;
+}
+
 Folders ShareUnchangedFolders(const Folders& folders, const Folders& oldFolders) {
   Folders shared = folders;
   Folders old;
@@ -197,6 +223,8 @@ ChangedFolders::ChangedFolders(const AbsoluteIRIRange& locations) {
 }
 
 ChangedFolders::~ChangedFolders() = default;
+
+bool ChangedFolders::Name(const FolderEntry& folder) const { return all->Hold(folder); }
 
 bool ChangedFolders::Concern(const FolderEntry& mainFolder) const {
   std::vector<const FolderEntry*> pending = {&mainFolder};

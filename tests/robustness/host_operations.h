@@ -2,6 +2,7 @@
 #define SEARCHPATH_TESTS_ROBUSTNESS_HOST_OPERATIONS_H
 
 #include "searchpath/host.h"
+#include "searchpath/platform/file_folder_changed_event.h"
 #include "searchpath/utilities/iri_conversion.h"
 #include "support/recording.h"
 #include "support/temporary_tree.h"
@@ -98,6 +99,17 @@ void ForEachHostOperation(const Visit& visit) {
   visit("GetItems", [](W w) {
     const auto items = w->GetPath()->GetMainEntries()->front()->GetItems();
     return items->at(0)->GetName() + u" " + items->at(1)->GetName();
+  });
+  visit("an observer takes an event", [](W w) {
+    using namespace foundation::msg_svc::eventmgr;
+    using namespace storage::filefolderobserver;
+    host::MainSearchPathManager manager(w->GetMainFolders());
+    const auto events = createLocalEventMgr(EventMgrId{1});
+    host::FolderObserver observer(manager, *events);
+    events->publish(std::make_unique<FileFolderChangedEvent>(w.tree.IRI("lib").toString(),
+                                                             FrozenInclusion::LocationItself));
+    observer.Settle();
+    return manager.GetPath()->GetMainFolders().front()->GetSpecialFolders().size();
   });
   visit("absolutize", [](W w) { return w->GetWorkingFolder().absolutize(w.folders[0]); });
 }

@@ -61,7 +61,8 @@ class SEARCHPATH_EXPORT MainSearchPathManager : public IMainSearchPathManager {
   /// Never null.
   [[nodiscard]] std::shared_ptr<const FolderPath> GetPath() const;
 
-  /// Lists folders anew in which something may have changed, see `ChangedFolders`.
+  /// Lists the folders anew in which something may have changed, see `ChangedFolders`, and no
+  /// others.
   ///
   /// Errors: those of a change.
   void RefreshFolders(const AbsoluteIRIRange& locations);

@@ -58,10 +58,22 @@ class SEARCHPATH_EXPORT ChangedFolders {
   /// not been will see the change anyway.
   [[nodiscard]] bool Concern(const FolderEntry& mainFolder) const;
 
+  /// Whether `folder` itself is one of them or, should that be a special folder, above it: a special
+  /// folder that comes or goes is a change of those that it belongs to.
+  [[nodiscard]] bool Name(const FolderEntry& folder) const;
+
  private:
   struct Locations;
   std::shared_ptr<const Locations> all;
 };
+
+/// The main folders of the same path with those folders listed anew that `changed` names, and no
+/// others: what belongs to a folder and is not named itself keeps its listing.
+///
+/// Cost: asks the disk about those folders alone, on several threads.
+[[nodiscard]] SEARCHPATH_EXPORT std::vector<std::shared_ptr<const FolderEntry>> RefreshFolders(
+    const std::vector<std::shared_ptr<const FolderEntry>>& oldFolders,
+    const ChangedFolders& changed);
 
 }  // namespace Corvane::PathManagement::host
 

@@ -1,0 +1,163 @@
+#include "searchpath/platform/file_folder_changed_event.h"
+#include "searchpath/utilities.h"
+#include "support/folder_contents.h"
+#include "support/openings.h"
+#include "support/setting.h"
+
+#include <gtest/gtest.h>
+
+#include <condition_variable>
+#include <latch>
+#include <random>
+#include <semaphore>
+#include <thread>
+
+namespace Corvane::PathManagement::host {
+namespace {
+
+namespace files = std::filesystem;
+using namespace foundation::msg_svc::eventmgr;
+using namespace storage::filefolderobserver;
+
+/// A path of three folders, and an observer on a stream of events of its own.
+struct FolderObserverTest : testing::Test {
+  void Publish(const std::string& name) const {
+    events->publish(std::make_unique<FileFolderChangedEvent>(tree.IRI(name).toString(),
+                                                             FrozenInclusion::LocationItself));
+  }
+  test::Contents OnPath() const { return test::ContentsOf(*manager.GetPath(), tree); }
+  test::Contents OnDisk() const { return test::ContentsOf({"a", "b", "c"}, tree); }
+  void Do(const std::string& commands) const {
+    EXPECT_EQ(std::system(("cd " + tree.Path() + "; " + commands).c_str()), 0) << commands;
+  }
+  void AwaitTheDisk(const std::string& after) {
+    std::unique_lock lock(mutex);
+    changed.wait_for(lock, std::chrono::minutes(1), [&] { return OnPath() == OnDisk(); });
+    EXPECT_EQ(OnPath(), OnDisk()) << after;
+  }
+
+  const test::TemporaryTree tree;
+  MainSearchPathManager manager{{FolderEntry::Create(tree.IRI("a")),
+                                 FolderEntry::Create(tree.IRI("b")),
+                                 FolderEntry::Create(tree.IRI("c"))}};
+  const std::shared_ptr<EventMgr> events = createLocalEventMgr(EventMgrId{1});
+  std::mutex mutex;
+  std::condition_variable changed;  // the path
+  const MainSearchPathManager::Subscription listening = manager.AddListener([this](const auto&) {
+    const std::lock_guard lock(mutex);
+    changed.notify_all();
+  });
+  FolderObserver observer{manager, *events};
+};
+
+TEST_F(FolderObserverTest, AnEventListsTheFoldersThatItNamesAndNoOthers) {
+  tree.Files({"a/x", "b/+p/f", "b/@c/m", "b/private/g", "c/x"});
+  EXPECT_EQ(OnPath(), OnDisk());
+  const test::Openings openings(tree, {"a", "b", "b/+p", "b/@c", "b/private", "c"});
+  const std::pair<const char*, const char*> rows[] = {
+      {"a", "a"},      {"b", "b"},  {"b/+p", "b b/+p"}, {"b/@c", "b b/@c"},
+      {"b/@new", "b"}, {"a/x", ""}, {"elsewhere", ""}};
+  for (const auto& [named, opened] : rows) {
+    tree.Files({"a/y", "b/+p/g", "b/@c/n"});
+    Publish(named);
+    observer.Settle();
+    EXPECT_EQ(openings.Take(), opened) << named;
+  }
+  FolderObserver ofSession(manager, *createLocalEventMgr(SessionEmId));
+  NotifyUpstreamPathEntriesOfPossibleSpecialSubfolderChanges(tree.IRI("b/+p/f.m"));
+  ofSession.Settle();
+  EXPECT_EQ(openings.Take(), "b b/+p");
+  EXPECT_EQ(OnPath(), OnDisk());
+}
+
+TEST_F(FolderObserverTest, EventsDuringARefreshAreTheNextOneEachFolderOnce) {
+  tree.Files({"a/x", "b/x", "c/x"});
+  EXPECT_EQ(OnPath(), OnDisk());
+  const test::Openings openings(tree, {"a", "b", "c"});
+  const auto publishing = manager.AddListener([&](const auto&) {
+    for (const char* const folder : {"b", "c", "b", "c"}) Publish(folder);
+    std::jthread([&] { Publish("c"); });  // comes to its end: nobody waits for the refresh
+    throw std::runtime_error("a listener's");
+  });
+  tree.File("a/y");
+  Publish("a");
+  EXPECT_THROW(observer.Settle(), std::runtime_error);
+  EXPECT_EQ(openings.Take(), "a a b c");  // a refresh that failed is made again
+}
+
+TEST_F(FolderObserverTest, ThePathFollowsTheDisk) {
+  for (const bool onlyPolls : {false, true}) {
+    EXPECT_NE(OnPath(), test::Contents());  // lists it, before it is watched
+    Do("rm -rf *; mkdir -p a b/@c c");
+    const std::chrono::milliseconds interval(20);
+    const DiskFeed feed(manager, events, {.pollInterval = interval, .onlyPolls = onlyPolls});
+    AwaitTheDisk("at first");
+    EXPECT_EQ(feed.FindPolledFolders().empty(), !onlyPolls);
+    for (const char* const change :
+         {"touch a/y c/y", "rm c/y", "mkdir -p a/+p/@n; touch a/+p/@n/f", "rm -r b/@c",
+          "mv a/+p b/+q; mkdir a/private", "rm -r b", "mkdir -p b/+r; touch b/+r/f",
+          "mkdir s; touch s/new; rm -r b/+r; mv s b/+r", "mv a a1; mv c a", "mv a1 c",
+          "mv c d; ln -s d c; touch d/x", "mkdir -p e/f/@e; touch e/f/@e/e; ln -sfn e/f c",
+          "touch e/f/n", "mv e e1; mkdir -p e/f; touch e/f/other", "touch a/z; rm -r e",
+          "mkdir -p e/f/private", "rm c; ln -s loop loop; ln -s loop c", "rm c; mkdir c c/+z"}) {
+      const auto before = OnDisk();
+      Do(change);
+      EXPECT_NE(OnDisk(), before) << change;
+      AwaitTheDisk(change);
+    }
+  }
+}
+
+TEST_F(FolderObserverTest, WhatGoesUnseenIsLookedFor) {
+  tree.Files({"a/x", "b/x"});
+  const DiskFeed feed(manager, events);
+  std::counting_semaphore<1000> stalled(0);
+  std::latch mayGoOn(1);
+  const auto stalling = events->subscribe([&](const Event&) { stalled.release(), mayGoOn.wait(); });
+  tree.File("a/y");
+  stalled.acquire();
+  std::size_t most = 0;  // events that the kernel keeps
+  std::ifstream("/proc/sys/fs/inotify/max_queued_events") >> most;
+  for (std::size_t event = 0; event < most; event += 2) {
+    std::ofstream{tree.Path("a/passing")};
+    files::remove(tree.Path("a/passing"));
+  }
+  tree.Files({"b/late", "b/+late/f"});
+  mayGoOn.count_down();
+  AwaitTheDisk("lost events");
+}
+
+TEST_F(FolderObserverTest, AStormOfChangesEndsInWhatIsOnTheDisk) {
+  constexpr std::uint64_t kSeed = 20261121;
+  const std::size_t changes = test::Setting("SEARCHPATH_CHANGES", 3000) / 2;  // of each thread
+  std::latch isHalfDone(2);
+  const auto stalling = manager.AddListener([&](const auto&) { isHalfDone.wait(); });
+  const auto change = [&](std::uint64_t seed) {
+    std::mt19937_64 random{seed};
+    const auto anyFolder = [&] {
+      constexpr const char* kBelow[] = {"", "", "/+p", "/@c", "/private", "/+p/@c"};
+      return tree.Path(std::string(1, "abc"[random() % 3]) + kBelow[random() % 6]);
+    };
+    const auto anyFile = [&] { return anyFolder() + "/f" + std::to_string(random() % 100); };
+    for (std::size_t made = 0; made < changes; ++made) {
+      std::error_code ignored;
+      if (made % 100 == 0) files::remove_all(anyFolder(), ignored);
+      if (made % 100 == 50) files::rename(anyFolder(), anyFolder(), ignored);
+      if (made % 4 == 0) files::create_directories(anyFolder(), ignored);
+      if (made % 4 == 1) std::ofstream{anyFile()};
+      if (made % 4 == 2) files::rename(anyFile(), anyFile(), ignored);
+      if (made % 4 == 3) files::remove(anyFile(), ignored);
+      if (made == changes / 2) isHalfDone.count_down();
+    }
+  };
+  const DiskFeed feed(manager, events);
+  {
+    const std::jthread first(change, kSeed);
+    const std::jthread second(change, kSeed + 1);
+    for (int time = 0; time < 10; ++time) const DiskFeed passing(manager, events);
+  }
+  AwaitTheDisk(std::to_string(kSeed));
+}
+
+}  // namespace
+}  // namespace Corvane::PathManagement::host
