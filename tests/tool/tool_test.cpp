@@ -415,6 +415,57 @@ TEST_F(ToolTest, PackagesAreListedAndSearched) {
   });
 }
 
+// "begin" comes back when all is watched, "seen N" prints the next N lines, "end" lets nobody read on.
+constexpr const char* kWatch = R"sh(cat >../watch <<'END'
+begin() {
+  rm -f ../told ../seen; mkfifo ../told ../seen
+  (exec "$tool" watch "$@") 2>../told >../seen &
+  exec 3<../told 4<../seen; read -r told <&3
+}
+seen() { for line in $(seq $1); do read -r line <&4; echo "$line"; done; }
+end() { exec 3<&- 4<&-; wait $!; echo $?; }
+END
+echo "tool=')sh" SEARCHPATH_TOOL "'\" >>../watch";
+
+TEST_F(ToolTest, WatchTellsWhatChangesWhileItDoes) {
+  EXPECT_EQ(RunShell(kWatch).error, "");
+  Check({
+      {". ../watch; begin --path mid:lib; echo $told; touch mid/Case.m; seen 2; rm mid/Case.m; "
+       "seen "
+       "2; end",
+       0, "",
+       "searchpath: watching 2 folders\nrefreshed  1         $T/mid\n"
+       "changed  $T/lib/Case.m -> $T/mid/Case.m\nrefreshed  1         $T/mid\n"
+       "changed  $T/mid/Case.m -> $T/lib/Case.m\n141\n"},
+      {". ../watch; begin --path mid:lib --json; kill -STOP $!; touch mid/x mid/y; rm mid/x "
+       "lib/plain;"
+       " touch lib/plain; mkdir lib/sub/ordinary; kill -CONT $!; seen 2; end",
+       0, "",
+       "{`change`:`refreshed`,`path`:`$T/mid`,`kind`:`ordinary`,`old`:1,`new`:1}\n"
+       "{`change`:`new`,`name`:`y`,`old`:null,`new`:`$T/mid/y`}\n141\n"},
+      {". ../watch; begin --path mid --count 2; mv mid gone; seen 4; read -r told <&3; echo $told;"
+       " end; mv gone mid",
+       0, "",
+       "refreshed  1         $T/mid\ngone     $T/mid/fo.m\ngone     $T/mid/shape.m\n"
+       "gone     $T/mid/y\nsearchpath: cannot search \"$T/mid\": no such folder\n0\n"},
+      {". ../watch; begin --path lib --subfolders; touch lib/+pkg/@cls/new; seen 3; end", 0, "",
+       "refreshed  1         $T/lib\nrefreshed  1         $T/lib/+pkg\n"
+       "refreshed  1         $T/lib/+pkg/@cls\n141\n"},
+      {". ../watch; begin --path over --recursive; mkdir over/new; seen 1; rmdir over/new; seen 1; "
+       "end",
+       0, "", "added      2         $T/over/new\nremoved    2         $T/over/new\n141\n"},
+      {". ../watch; s add over lib; begin; s remove over; seen 3; s add mid; seen 1; end", 0, "",
+       "removed    1         $T/over\nchanged  $T/over/fn.m -> $T/lib/fn.m\n"
+       "gone     $T/over/link\nadded      1         $T/mid\n141\n"},
+      {". ../watch; echo over >two; echo mid >>two; begin --path @two; echo mid >two; seen 1; end",
+       0, "", "removed    1         $T/over\n141\n"},
+      {"s watch --path over --count 0", 2, "--count is a number of lines, 1 or more, not `0`", ""},
+      {"s watch --path - --recursive", 2, "which standard input cannot be; write the folders", ""},
+      {"s watch --path no --strict", 2, "cannot search `$T/no`: no such folder\n", ""},
+      {"s watch --path over >&-", 2, "cannot write standard output: Bad file descriptor", ""},
+  });
+}
+
 TEST_F(ToolTest, WrongUsageIsOneLineThatHelps) {
   Check({
       {"s", 2, "no command; type: searchpath find NAME --path FOLDERS", ""},
@@ -454,7 +505,7 @@ TEST_F(ToolTest, HelpFitsAScreenAndBeginsWithExamples) {
   for (const std::string command :
        {"s ", "s find ", "s files ", "s list ", "s folders ", "s shadows ", "s doctor ", "s iri ",
         "s cache ", "s cache write ", "s cache verify ", "s diff ", "s add ", "s remove ",
-        "s packages "}) {
+        "s packages ", "s watch "}) {
     const std::string help = RunShell(command + "-h").out;
     EXPECT_TRUE(help.starts_with("Usage: searchpath")) << help;
     EXPECT_LE(std::count(help.begin(), help.end(), '\n'), 24) << command;

@@ -37,6 +37,9 @@ namespace Corvane::PathManagement::tool {
 /// How do two paths differ?
 [[nodiscard]] Outcome RunDiff(const std::vector<std::string>& arguments);
 
+/// What changes on the path, while it does?
+[[nodiscard]] Outcome RunWatch(const std::vector<std::string>& arguments);
+
 /// Saves the listings of the path, or checks those that were saved.
 [[nodiscard]] Outcome RunCache(const std::vector<std::string>& arguments);
 

@@ -22,10 +22,11 @@ struct Command {
 };
 
 constexpr Command kCommands[] = {
-    {"find", RunFind},         {"files", RunFiles},     {"list", RunList},
-    {"folders", RunFolders},   {"shadows", RunShadows}, {"doctor", RunDoctor},
-    {"diff", RunDiff},         {"add", RunAdd},         {"remove", RunRemove},
-    {"packages", RunPackages}, {"cache", RunCache},     {"iri", RunIri}};
+    {"find", RunFind},       {"files", RunFiles},       {"list", RunList},
+    {"folders", RunFolders}, {"shadows", RunShadows},   {"doctor", RunDoctor},
+    {"diff", RunDiff},       {"watch", RunWatch},       {"add", RunAdd},
+    {"remove", RunRemove},   {"packages", RunPackages}, {"cache", RunCache},
+    {"iri", RunIri}};
 
 constexpr const char* kExamples =
     "Examples:\n"
@@ -52,6 +53,7 @@ constexpr const char* kHelp =
     "  diff OLD NEW       how two paths differ: folders, or names that mean others\n"
     "  add FOLDER...      puts folders on the stored path, for use without --path\n"
     "  remove FOLDER...   takes folders off it\n"
+    "  watch              what changes on the path, while it changes\n"
     "  cache              saves the listings of the path, tells what changed since\n"
     "  packages           the packages below a folder, and their folders\n"
     "  iri TEXT...        what a text becomes: IRI, canonical IRI, native path\n\n"

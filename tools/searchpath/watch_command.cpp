@@ -1,0 +1,238 @@
+#include "command_line.h"
+#include "commands.h"
+#include "difference_output.h"
+#include "path_folder.h"
+#include "progress.h"
+#include "search_path.h"
+#include "searchpath/host/disk_feed.h"
+#include "searchpath/host/folder_observer.h"
+#include "searchpath/host/main_search_path_manager.h"
+#include "searchpath/host/name_changes.h"
+#include "searchpath/host/path_differences.h"
+#include "searchpath/host/stored_path.h"
+#include "searchpath/host/working_folder.h"
+#include "searchpath/model/byte_text.h"
+#include "searchpath/platform/file_folder_changed_event.h"
+
+#include <fcntl.h>
+#include <poll.h>
+#include <sys/eventfd.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <array>
+#include <atomic>
+#include <cerrno>
+#include <charconv>
+#include <csignal>
+#include <cstdint>
+#include <cstdio>
+#include <memory>
+#include <system_error>
+#include <utility>
+#include <vector>
+
+namespace Corvane::PathManagement::tool {
+
+namespace {
+
+using Filter = PathEntryVectorDifferentiator::ComparisonFilter;
+using foundation::msg_svc::eventmgr::createLocalEventMgr;
+using foundation::msg_svc::eventmgr::Event;
+using foundation::msg_svc::eventmgr::SessionEmId;
+using storage::filefolderobserver::FileFolderChangedEvent;
+
+constexpr CommandText kText = {
+    "watch", "", "Prints what changes on the path, until it is interrupted.",
+    "  searchpath watch --path \"$PATH\"\n"
+    "  searchpath watch --path lib --recursive --json\n"
+    "  searchpath watch --path lib --count 1 --quiet   wait for the next change\n",
+    "What is printed:\n"
+    "  What diff prints of the path as it was printed last and as it is now: the\n"
+    "  folders that were added, removed, moved or refreshed, then the names that mean\n"
+    "  another file (changed), none (gone) or one where there was none (new). Changes\n"
+    "  that follow one another at once are one; what was undone by then is none. In\n"
+    "  JSON an object with \"name\" is a name, any other a folder. Each line is written\n"
+    "  at once. When all is watched, a line \"watching N folders\" is told on standard\n"
+    "  error.\n\n"
+    "What is watched:\n"
+    "  Files and folders that come and go; not what is in files. The stored path and\n"
+    "  --path @FILE are read again when they change, and with --recursive folders that\n"
+    "  come and go below are added and removed. Folders on network file systems are\n"
+    "  asked every two seconds. What --without hides of a folder stays so, but a folder\n"
+    "  that comes to be hidden or a repeat by a link is told until the next start.\n\n"
+    "Exit: 0 after --count, 2 wrong usage or failure; else by the signal.\n\n"};
+
+struct WatchOptions {
+  PathOptions path;
+  OutputOptions output;
+  bool subfolders = false;
+  std::optional<std::string> count;
+
+  void AddTo(CommandLine& commandLine) {
+    commandLine.AddFlag("--subfolders", subfolders,
+                        "special folders too: +, @, private, resources");
+    commandLine.AddValue("--count", "N", count, "end when N lines or more have been printed");
+    path.AddTo(commandLine);
+    output.AddTo(commandLine, false);
+  }
+
+  // How many lines end it; empty: none do.
+  [[nodiscard]] std::optional<std::size_t> GetCount() const {
+    if (!count) return std::nullopt;
+    std::size_t lines = 0;
+    const char* const end = count->data() + count->size();
+    const auto [stop, error] = std::from_chars(count->data(), end, lines);
+    if (error == std::errc() && stop == end && lines > 0) return lines;
+    throw UsageError("--count is a number of lines, 1 or more, not " + Quoted(*count));
+  }
+
+  void Check() const {
+    const bool readsInput = std::count(path.parts.begin(), path.parts.end(), "-") > 0;
+    if (path.recursive && readsInput) {
+      throw UsageError(
+          "--recursive reads the path again, which standard input cannot be; write the folders "
+          "into a file: --path @FILE");
+    }
+  }
+};
+
+// The files that the path is read from.
+std::vector<AbsoluteIRI> FindLists(const PathOptions& options) {
+  const host::WorkingFolder workingFolder;
+  if (options.parts.empty() && !options.cache) {
+    return {workingFolder.Locate(host::StoredPath::GetDefaultFile().native())};
+  }
+  std::vector<AbsoluteIRI> lists;
+  for (const std::string& part : options.parts) {
+    if (part.starts_with('@')) {
+      lists.push_back(workingFolder.Locate(u"./" + TextFromBytes(part.substr(1))));
+    }
+  }
+  return lists;
+}
+
+// A descriptor opened later would take the place of one that is closed.
+void CheckStandardOutput() {
+  if (fcntl(STDOUT_FILENO, F_GETFD) < 0) {
+    throw std::system_error(errno, std::generic_category(), "cannot write standard output");
+  }
+}
+
+// What other threads have to say. They ring; the main thread waits.
+class Bell {
+ public:
+  Bell() : descriptor(eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK)) {
+    if (descriptor < 0) throw std::system_error(errno, std::generic_category(), "cannot watch");
+  }
+  Bell(const Bell&) = delete;
+  Bell& operator=(const Bell&) = delete;
+  ~Bell() { close(descriptor); }
+
+  void Ring() const {
+    static_cast<void>(eventfd_write(descriptor, 1));  // fails when it rings already
+  }
+
+  // Also notices that nobody reads what would be written.
+  void Await() const {
+    std::array<pollfd, 2> sources = {{{.fd = descriptor, .events = POLLIN, .revents = 0},
+                                      {.fd = STDOUT_FILENO, .events = 0, .revents = 0}}};
+    while (poll(sources.data(), sources.size(), -1) < 0 && errno == EINTR) {
+    }
+    if (sources[1].revents != 0) std::raise(SIGPIPE);
+    eventfd_t count = 0;
+    static_cast<void>(eventfd_read(descriptor, &count));
+  }
+
+ private:
+  int descriptor;
+};
+
+// Writes what differs; returns the number of lines.
+std::size_t WriteDifferences(const Output& output, const WatchOptions& options,
+                             const host::FolderPath& before, const host::FolderPath& after) {
+  const auto folders = host::FindPathDifferences(
+      before, after, options.subfolders ? Filter::IncludeSubfolders : Filter::TopLevelOnly);
+  for (const host::FolderDifference& folder : folders) {
+    WriteDifference(output, folder);
+    const char* const problem = folder.after == nullptr ? nullptr : FindProblemText(*folder.after);
+    if (problem != nullptr && !options.path.quiet) {
+      Tell("cannot search " + Quoted(GetBytes(GetNativePath(*folder.after))) + ": " + problem);
+    }
+  }
+  const auto names = host::FindNameChanges(before, after);
+  for (const host::NameChange& name : names) WriteDifference(output, name);
+  return folders.size() + names.size();
+}
+
+// The path as it is asked for now.
+void ReadAgain(host::MainSearchPathManager& manager, const WatchOptions& options,
+               const CommandLine& commandLine) {
+  std::vector<AbsoluteIRI> folders;
+  try {
+    const host::Environment environment = OpenPath(options.path, commandLine);
+    for (const auto& folder : environment.GetMainFolders()) {
+      folders.push_back(folder->GetAbsoluteIRI());
+    }
+  } catch (const std::exception& error) {
+    Tell(std::string(error.what()) + "; the path stays as it was");
+    return;
+  }
+  foundation::core::except::Notification notification;
+  manager.SetFolderIRIs(folders, notification);
+}
+
+Outcome Watch(host::MainSearchPathManager& manager, const WatchOptions& options,
+              const Output& output, const CommandLine& commandLine) {
+  const std::optional<std::size_t> count = options.GetCount();
+  const std::vector<AbsoluteIRI> lists = FindLists(options.path);
+  const Bell bell;
+  std::atomic<bool> isPathInDoubt = false;
+  const auto events = createLocalEventMgr(SessionEmId);
+  const auto hearing = events->subscribe([&](const Event& event) {
+    const auto* const changed = dynamic_cast<const FileFolderChangedEvent*>(&event);
+    if (changed == nullptr) return;
+    const auto isChanged = [&](const AbsoluteIRI& list) {
+      return list.toString() == changed->GetLocation();
+    };
+    if (!options.path.recursive && std::none_of(lists.begin(), lists.end(), isChanged)) return;
+    isPathInDoubt = true;
+    bell.Ring();
+  });
+  const auto listening = manager.AddListener([&](const auto& /*change*/) { bell.Ring(); });
+  const host::FolderObserver observer(manager, *events);
+  auto printed = manager.GetPath();
+  const host::DiskFeed feed(manager, events, {.files = lists});
+  if (!options.path.quiet) {
+    const std::size_t folders = printed->GetMainFolders().size();
+    Tell("watching " + std::to_string(folders) + (folders == 1 ? " folder" : " folders"));
+  }
+  for (std::size_t lines = 0; !count || lines < *count;) {
+    bell.Await();
+    if (isPathInDoubt.exchange(false)) ReadAgain(manager, options, commandLine);
+    const auto current = manager.GetPath();
+    lines += WriteDifferences(output, options, *printed, *current);
+    FinishData();
+    printed = current;
+  }
+  return Outcome::Found;
+}
+
+}  // namespace
+
+Outcome RunWatch(const std::vector<std::string>& arguments) {
+  CommandLine commandLine(kText);
+  WatchOptions options;
+  options.AddTo(commandLine);
+  if (!commandLine.Parse(arguments)) return Outcome::Found;
+  options.Check();
+  CheckStandardOutput();
+  const Output output(options.output);
+  const host::Environment environment = OpenPath(options.path, commandLine);
+  ReadFolders(environment, options.path);
+  if (TellProblems(environment, options.path)) return Outcome::Failed;
+  const auto manager = environment.CreateManager();
+  return Watch(*manager, options, output, commandLine);
+}
+
+}  // namespace Corvane::PathManagement::tool
