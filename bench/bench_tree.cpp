@@ -3,6 +3,7 @@
 #include "searchpath/model/byte_text.h"
 #include "searchpath/platform/iri_text.h"
 
+#include <dirent.h>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -77,6 +78,24 @@ std::vector<std::u16string> BenchTree::Questions(std::size_t count) const {
     names.push_back(Corvane::PathManagement::TextFromBytes(name));
   }
   return names;
+}
+
+void FolderCounts(benchmark::internal::Benchmark* bench) {
+  bench->Arg(1000)
+      ->Arg(5000)
+      ->Unit(benchmark::kMillisecond)
+      ->MeasureProcessCPUTime()
+      ->UseRealTime();
+}
+
+std::size_t ReadBare(const std::vector<std::string>& folders) {
+  std::size_t count = 0;
+  for (const auto& folder : folders) {
+    DIR* const directory = opendir(folder.c_str());
+    while (readdir(directory) != nullptr) ++count;
+    closedir(directory);
+  }
+  return count;
 }
 
 }  // namespace searchpath_bench

@@ -4,6 +4,7 @@
 #include "searchpath/host/folder_entry.h"
 #include "searchpath/host/folder_path.h"
 
+#include <benchmark/benchmark.h>
 #include <cstddef>
 #include <memory>
 #include <string>
@@ -19,6 +20,11 @@ class BenchTree {
  public:
   /// The tree with `folderCount` folders.
   static const BenchTree& Of(std::size_t folderCount);
+
+  /// The tree with as many as the size of the case.
+  static const BenchTree& Of(const benchmark::State& state) {
+    return Of(static_cast<std::size_t>(state.range(0)));
+  }
 
   explicit BenchTree(std::size_t folderCount);
   BenchTree(const BenchTree&) = delete;
@@ -39,6 +45,12 @@ class BenchTree {
   std::string root;
   std::vector<std::string> folders;
 };
+
+/// For rows that read folders: two sizes, timed with all threads.
+void FolderCounts(benchmark::internal::Benchmark* bench);
+
+/// A floor: a bare loop of directory reads; returns how many items there are.
+std::size_t ReadBare(const std::vector<std::string>& folders);
 
 }  // namespace searchpath_bench
 

@@ -9,8 +9,6 @@
 #include "searchpath/platform/iri_text.h"
 #include "searchpath/utilities/file_lookup.h"
 
-#include <dirent.h>
-
 #include <benchmark/benchmark.h>
 #include <chrono>
 #include <filesystem>
@@ -60,35 +58,19 @@ class CachedTree {
   fl::filesystem::path cacheFile;
 };
 
-void Sizes(benchmark::internal::Benchmark* bench) {
-  bench->Arg(1000)
-      ->Arg(5000)
-      ->Unit(benchmark::kMillisecond)
-      ->MeasureProcessCPUTime()
-      ->UseRealTime();
-}
-
 /// The floor: a bare loop of directory reads.
 void Floor(benchmark::State& state) {
   const CachedTree& tree = CachedTree::Of(state);
-  for (auto _ : state) {
-    std::size_t count = 0;
-    for (const auto& folder : tree.Folders()) {
-      DIR* const directory = opendir(folder.c_str());
-      while (readdir(directory) != nullptr) ++count;
-      closedir(directory);
-    }
-    benchmark::DoNotOptimize(count);
-  }
+  for (auto _ : state) benchmark::DoNotOptimize(ReadBare(tree.Folders()));
 }
-BENCHMARK(Floor)->Name("cache:floor")->Apply(Sizes);
+BENCHMARK(Floor)->Name("cache:floor")->Apply(FolderCounts);
 
 /// Reading and verifying the file, and an entry for each folder; nothing is asked.
 void Load(benchmark::State& state) {
   const CachedTree& tree = CachedTree::Of(state);
   for (auto _ : state) benchmark::DoNotOptimize(tree.Load());
 }
-BENCHMARK(Load)->Name("cache:load")->Apply(Sizes);
+BENCHMARK(Load)->Name("cache:load")->Apply(FolderCounts);
 
 void AskLast(const CachedTree& tree, const host::FolderPath& path) {
   const detail::SearchTarget last(TextFromBytes(BenchTree::FileName(tree.Folders().size() - 1, 0)));
@@ -99,13 +81,13 @@ void FirstAnswer(benchmark::State& state) {
   const CachedTree& tree = CachedTree::Of(state);
   for (auto _ : state) AskLast(tree, *tree.LoadPath());
 }
-BENCHMARK(FirstAnswer)->Name("cache:first_answer")->Apply(Sizes);
+BENCHMARK(FirstAnswer)->Name("cache:first_answer")->Apply(FolderCounts);
 
 void FirstAnswerOfScan(benchmark::State& state) {
   const CachedTree& tree = CachedTree::Of(state);
   for (auto _ : state) AskLast(tree, *tree.ScanPath());
 }
-BENCHMARK(FirstAnswerOfScan)->Name("cache:first_answer_of_scan")->Apply(Sizes);
+BENCHMARK(FirstAnswerOfScan)->Name("cache:first_answer_of_scan")->Apply(FolderCounts);
 
 void AskThousand(const CachedTree& tree, const host::FolderPath& path) {
   static const std::vector<std::u16string> questions = tree.Questions(1000);
@@ -119,13 +101,13 @@ void ThousandAnswers(benchmark::State& state) {
   const CachedTree& tree = CachedTree::Of(state);
   for (auto _ : state) AskThousand(tree, *tree.LoadPath());
 }
-BENCHMARK(ThousandAnswers)->Name("cache:thousand_answers")->Apply(Sizes);
+BENCHMARK(ThousandAnswers)->Name("cache:thousand_answers")->Apply(FolderCounts);
 
 void ThousandAnswersOfScan(benchmark::State& state) {
   const CachedTree& tree = CachedTree::Of(state);
   for (auto _ : state) AskThousand(tree, *tree.ScanPath());
 }
-BENCHMARK(ThousandAnswersOfScan)->Name("cache:thousand_answers_of_scan")->Apply(Sizes);
+BENCHMARK(ThousandAnswersOfScan)->Name("cache:thousand_answers_of_scan")->Apply(FolderCounts);
 
 }  // namespace
 }  // namespace searchpath_bench

@@ -4,8 +4,6 @@
 #include "searchpath/model/byte_text.h"
 #include "searchpath/utilities/file_lookup.h"
 
-#include <dirent.h>
-
 #include <benchmark/benchmark.h>
 #include <filesystem>
 #include <set>
@@ -17,36 +15,16 @@ using namespace Corvane::PathManagement;
 
 constexpr auto kPolicy = FilenameMatchingPolicy::FileSystemDefault;
 
-const BenchTree& TreeOf(const benchmark::State& state) {
-  return BenchTree::Of(static_cast<std::size_t>(state.range(0)));
-}
-
-void Sizes(benchmark::internal::Benchmark* bench) {
-  bench->Arg(1000)
-      ->Arg(5000)
-      ->Unit(benchmark::kMillisecond)
-      ->MeasureProcessCPUTime()
-      ->UseRealTime();
-}
-
 /// The floor: a bare loop of directory reads.
 void Floor(benchmark::State& state) {
-  const BenchTree& tree = TreeOf(state);
-  for (auto _ : state) {
-    std::size_t count = 0;
-    for (const auto& folder : tree.Folders()) {
-      DIR* const directory = opendir(folder.c_str());
-      while (readdir(directory) != nullptr) ++count;
-      closedir(directory);
-    }
-    benchmark::DoNotOptimize(count);
-  }
+  const BenchTree& tree = BenchTree::Of(state);
+  for (auto _ : state) benchmark::DoNotOptimize(ReadBare(tree.Folders()));
 }
-BENCHMARK(Floor)->Name("cold_scan:floor")->Apply(Sizes);
+BENCHMARK(Floor)->Name("cold_scan:floor")->Apply(FolderCounts);
 
 /// A directory iterator and a set a folder.
 void IteratorAndSets(benchmark::State& state) {
-  const BenchTree& tree = TreeOf(state);
+  const BenchTree& tree = BenchTree::Of(state);
   for (auto _ : state) {
     std::vector<std::set<std::string>> sets;
     for (const auto& folder : tree.Folders()) {
@@ -58,22 +36,22 @@ void IteratorAndSets(benchmark::State& state) {
     benchmark::DoNotOptimize(sets);
   }
 }
-BENCHMARK(IteratorAndSets)->Name("cold_scan:iterator_and_sets")->Apply(Sizes);
+BENCHMARK(IteratorAndSets)->Name("cold_scan:iterator_and_sets")->Apply(FolderCounts);
 
 /// A program that asks one name, which is in the last folder: no index is built.
 void OneQuestion(benchmark::State& state) {
-  const BenchTree& tree = TreeOf(state);
+  const BenchTree& tree = BenchTree::Of(state);
   const detail::SearchTarget last(TextFromBytes(BenchTree::FileName(tree.Folders().size() - 1, 0)));
   for (auto _ : state) {
     const auto path = tree.MakePath();
     benchmark::DoNotOptimize(FindFirstFileVisibleOnPath(*path, last, kPolicy));
   }
 }
-BENCHMARK(OneQuestion)->Name("cold_scan:one_question")->Apply(Sizes);
+BENCHMARK(OneQuestion)->Name("cold_scan:one_question")->Apply(FolderCounts);
 
 /// A program that goes on asking: the index is built at its second question.
 void TwoQuestions(benchmark::State& state) {
-  const BenchTree& tree = TreeOf(state);
+  const BenchTree& tree = BenchTree::Of(state);
   const detail::SearchTarget last(TextFromBytes(BenchTree::FileName(tree.Folders().size() - 1, 0)));
   for (auto _ : state) {
     const auto path = tree.MakePath();
@@ -81,7 +59,7 @@ void TwoQuestions(benchmark::State& state) {
     benchmark::DoNotOptimize(FindFirstFileVisibleOnPath(*path, last, kPolicy));
   }
 }
-BENCHMARK(TwoQuestions)->Name("cold_scan:with_index")->Apply(Sizes);
+BENCHMARK(TwoQuestions)->Name("cold_scan:with_index")->Apply(FolderCounts);
 
 }  // namespace
 }  // namespace searchpath_bench

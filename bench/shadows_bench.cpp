@@ -17,21 +17,9 @@ namespace {
 
 using namespace Corvane::PathManagement;
 
-const BenchTree& TreeOf(const benchmark::State& state) {
-  return BenchTree::Of(static_cast<std::size_t>(state.range(0)));
-}
-
-void Sizes(benchmark::internal::Benchmark* bench) {
-  bench->Arg(1000)
-      ->Arg(5000)
-      ->Unit(benchmark::kMillisecond)
-      ->MeasureProcessCPUTime()
-      ->UseRealTime();
-}
-
 /// The floor: a bare loop of directory reads, and one hash map that counts the names.
 void Floor(benchmark::State& state) {
-  const BenchTree& tree = TreeOf(state);
+  const BenchTree& tree = BenchTree::Of(state);
   for (auto _ : state) {
     boost::unordered_flat_map<std::string, std::size_t, std::hash<std::string>> counts;
     for (const auto& folder : tree.Folders()) {
@@ -44,10 +32,10 @@ void Floor(benchmark::State& state) {
     benchmark::DoNotOptimize(counts);
   }
 }
-BENCHMARK(Floor)->Name("shadows:floor")->Apply(Sizes);
+BENCHMARK(Floor)->Name("shadows:floor")->Apply(FolderCounts);
 
 void FindShadows(benchmark::State& state, std::size_t times, FilenameMatchingPolicy policy) {
-  const BenchTree& tree = TreeOf(state);
+  const BenchTree& tree = BenchTree::Of(state);
   host::EnvironmentOptions options{.folders = {}, .keepDuplicates = true};
   for (std::size_t time = 0; time < times; ++time) {
     for (const auto& folder : tree.Folders()) options.folders.push_back(TextFromBytes(folder));
@@ -60,14 +48,14 @@ void FindShadows(benchmark::State& state, std::size_t times, FilenameMatchingPol
 }
 BENCHMARK_CAPTURE(FindShadows, "", 1, FilenameMatchingPolicy::CaseSensitive)
     ->Name("shadows:none")
-    ->Apply(Sizes);
+    ->Apply(FolderCounts);
 BENCHMARK_CAPTURE(FindShadows, "", 1, FilenameMatchingPolicy::IgnoreCase)
     ->Name("shadows:none_ignoring_case")
-    ->Apply(Sizes);
+    ->Apply(FolderCounts);
 /// Each folder is on the path twice: every name hides a file, which is the same one.
 BENCHMARK_CAPTURE(FindShadows, "", 2, FilenameMatchingPolicy::CaseSensitive)
     ->Name("shadows:every_name")
-    ->Apply(Sizes);
+    ->Apply(FolderCounts);
 
 }  // namespace
 }  // namespace searchpath_bench
