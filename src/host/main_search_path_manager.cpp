@@ -186,8 +186,7 @@ void MainSearchPathManager::SetFolderIRIs(const AbsoluteIRIRange& folders,
                                           Notification& /*notification*/) {
   const std::vector<AbsoluteIRI> locations(folders.begin(), folders.end());
   state->ChangeFolders([&](const Version& current) {
-    return host::RefreshFolders(current.path->GetMainFolders(), locations,
-                                [](const FolderEntry& /*folder*/) { return false; });
+    return RearrangeFolders(current.path->GetMainFolders(), locations);
   });
 }
 
@@ -212,10 +211,8 @@ void MainSearchPathManager::RefreshFolders(const AbsoluteIRIRange& locations) {
 }
 
 void MainSearchPathManager::RefreshAllFolders() {
-  state->ChangeFolders([](const Version& current) {
-    return host::RefreshFolders(current.path->GetMainFolders(), *current.locations,
-                                [](const FolderEntry& /*folder*/) { return true; });
-  });
+  state->ChangeFolders(
+      [](const Version& current) { return host::RefreshFolders(current.path->GetMainFolders()); });
 }
 
 void MainSearchPathManager::SetKnownPackages(std::vector<KnownPackage> packages) {

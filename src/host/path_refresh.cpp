@@ -142,20 +142,22 @@ AbsoluteIRI IdentityOf(const FolderEntry& folder) { return folder.GetCanonicalAb
 
 }  // namespace
 
-Folders RefreshFolders(const Folders& oldFolders, const std::vector<AbsoluteIRI>& locations,
-                       const std::function<bool(const FolderEntry&)>& isListedAnew) {
+Folders RearrangeFolders(const Folders& oldFolders, const std::vector<AbsoluteIRI>& locations) {
   Counterparts counterparts(oldFolders, LocationOf);
-  Folders refreshed;
-  std::vector<std::size_t> asked;  // the places at which the disk is
+  Folders rearranged;
+  rearranged.reserve(locations.size());
   for (const AbsoluteIRI& location : locations) {
-    refreshed.push_back(counterparts.Take(location));
-    const Folder& old = refreshed.back();
-    if (old == nullptr || isListedAnew(*old)) asked.push_back(refreshed.size() - 1);
+    Folder old = counterparts.Take(location);
+    rearranged.push_back(old != nullptr ? std::move(old) : FolderEntry::Create(location));
   }
-  AnyInParallel(asked.size(), [&](std::size_t index) {
-    Folder& folder = refreshed[asked[index]];
-    Folder fresh = FolderEntry::Create(locations[asked[index]]);
-    folder = folder == nullptr ? std::move(fresh) : Sharing(fresh, folder).Result();
+  return rearranged;
+}
+
+Folders RefreshFolders(const Folders& oldFolders) {
+  Folders refreshed = oldFolders;
+  AnyInParallel(refreshed.size(), [&](std::size_t at) {
+    const Folder fresh = FolderEntry::Create(refreshed[at]->GetAbsoluteIRI());
+    refreshed[at] = Sharing(fresh, refreshed[at]).Result();
     return false;
   });
   return refreshed;
@@ -169,6 +171,7 @@ Folders RefreshFolders(const Folders& oldFolders, const ChangedFolders& changed)
   }
   AnyInParallel(asked.size(), [&](std::size_t index) {
     Folder& folder = refreshed[asked[index]];
+    // Made anew, since a link on the way to it may lead elsewhere by now.
     const Folder fresh =
         changed.Name(*folder) ? FolderEntry::Create(folder->GetAbsoluteIRI()) : folder;
     folder = Sharing(fresh, folder, &changed).Result();

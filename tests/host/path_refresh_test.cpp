@@ -43,12 +43,6 @@ Folders PathOf(const TemporaryTree& tree, const std::vector<std::string>& names)
   return folders;
 }
 
-Folders Refreshed(const Folders& folders) {
-  std::vector<AbsoluteIRI> locations;
-  for (const auto& folder : folders) locations.push_back(folder->GetAbsoluteIRI());
-  return RefreshFolders(folders, locations, [](const auto& /*folder*/) { return true; });
-}
-
 /// The folders of `path` whose entries `old` does not have.
 std::string NewOf(const Folders& path, const Folders& old, const TemporaryTree& tree) {
   const Entries kept = AllOf(old);
@@ -86,7 +80,7 @@ TEST(PathRefreshTest, WhatHasChangedGetsANewEntryAndNothingElse) {
     std::stringstream stream;
     PathEntryFactory(old).WriteEntries(stream, tree.IRI());
     Do(tree, row.change);
-    const Folders fresh = Refreshed(old);
+    const Folders fresh = RefreshFolders(old);
     EXPECT_EQ(NewOf(fresh, old, tree), row.expected) << row.change;
     EXPECT_EQ(Shown(AllOf(fresh), tree), Shown(AllOf(PathOf(tree, {"a", "b", "c"})), tree));
     // The same beside a path that is not refreshed: what is unchanged comes from there.
@@ -106,9 +100,9 @@ TEST(PathRefreshTest, OnlyWhatIsAskedForIsListedAnew) {
   Do(tree, "touch a/z b/z c/z c/@m/z");
   const auto refresh = [&](const std::string& changed) {
     const ChangedFolders folders(std::vector<AbsoluteIRI>{tree.IRI(changed)});
-    const auto concern = [&](const FolderEntry& folder) { return folders.Concern(folder); };
-    return RefreshFolders(
-        old, {tree.IRI("c"), tree.IRI("b"), tree.IRI("b"), tree.IRI("b"), tree.IRI("a")}, concern);
+    const Folders rearranged = RearrangeFolders(
+        old, {tree.IRI("c"), tree.IRI("b"), tree.IRI("b"), tree.IRI("b"), tree.IRI("a")});
+    return RefreshFolders(rearranged, folders);
   };
   const auto differ = [&](const std::string& changed) {
     const Folders fresh = refresh(changed);
@@ -178,7 +172,7 @@ TEST(PathRefreshTest, RandomChangesAreToldAsTheListingsDiffer) {
     }
     Do(tree, commands);
     const Listing after(tree);
-    const Folders fresh = Refreshed(path);
+    const Folders fresh = RefreshFolders(path);
     PathEntryVectorDifferentiator told;
     told.Compare({path.begin(), path.end()}, {fresh.begin(), fresh.end()},
                  ComparisonFilter::IncludeSubfolders);

@@ -6,7 +6,6 @@
 #include "searchpath/model/absolute_iri.h"
 #include "searchpath/model/any_range_adapter.h"
 
-#include <functional>
 #include <memory>
 #include <vector>
 
@@ -20,18 +19,21 @@ namespace Corvane::PathManagement::host {
 // does not count, nor do ordinary folders, which no path leads to, nor what is in the files. An
 // entry that nobody has asked for what it holds is unchanged too: it has taken no snapshot yet.
 
-/// The main folders of a path that has the folders at `locations`, in this order, made from
-/// `oldFolders`, those of an earlier version. A location that was on it keeps its entry; where
-/// `isListedAnew` says so, the folder is listed anew first, and a folder that has changed gets a new
-/// entry, which shares those below it that have not. Repeated locations take old entries one for
-/// one. What was not on the path gets an entry that has not been listed.
+/// The main folders of a path that has the folders at `locations`, in this order. A location that was
+/// on an earlier version, whose folders are `oldFolders`, keeps its entry; repeated ones take old
+/// entries one for one. What was not on it gets an entry that has not been listed.
 ///
-/// Threads: `isListedAnew` is called on this thread, once for each entry in question.
-/// Cost: asks the disk about new folders and those listed anew alone, on several threads.
-[[nodiscard]] SEARCHPATH_EXPORT std::vector<std::shared_ptr<const FolderEntry>> RefreshFolders(
+/// Cost: asks the disk nothing.
+[[nodiscard]] SEARCHPATH_EXPORT std::vector<std::shared_ptr<const FolderEntry>> RearrangeFolders(
     const std::vector<std::shared_ptr<const FolderEntry>>& oldFolders,
-    const std::vector<AbsoluteIRI>& locations,
-    const std::function<bool(const FolderEntry&)>& isListedAnew);
+    const std::vector<AbsoluteIRI>& locations);
+
+/// `oldFolders` as they are now: all that have been listed are listed anew, and one that has changed
+/// gets a new entry, which shares those below it that have not.
+///
+/// Cost: that of listing, on several threads.
+[[nodiscard]] SEARCHPATH_EXPORT std::vector<std::shared_ptr<const FolderEntry>> RefreshFolders(
+    const std::vector<std::shared_ptr<const FolderEntry>>& oldFolders);
 
 /// `folders` with the entries of `oldFolders`, which come from elsewhere, in place of all that are
 /// unchanged, below changed ones too. The same folder is found whatever location it was given as; of
