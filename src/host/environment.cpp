@@ -46,6 +46,13 @@ GivenFolders Locate(const WorkingFolder& workingFolder, const EnvironmentOptions
   return given;
 }
 
+/// All folders of the path.
+GivenFolders LocateAll(const WorkingFolder& workingFolder, const EnvironmentOptions& options,
+                       const PackageRegistry* packages) {
+  const auto source = ListingSource::From(options.caches);
+  return WithPackageFolders(Locate(workingFolder, options, source), packages, source);
+}
+
 std::shared_ptr<const PackageRegistry> ReadPackages(const std::optional<ustring>& root,
                                                     const WorkingFolder& workingFolder) {
   if (!root) return nullptr;
@@ -61,8 +68,7 @@ SearchTarget TargetOf(const Lookup& lookup) {
 Environment::Environment(const EnvironmentOptions& options)
     : packages(ReadPackages(options.packages, workingFolder)),
       view(std::make_shared<const PathView>(
-          WithPackageFolders(Locate(workingFolder, options, ListingSource::From(options.caches)),
-                             packages.get(), ListingSource::From(options.caches)),
+          LocateAll(workingFolder, options, packages.get()),
           Locate(workingFolder, {.folders = options.without}, nullptr), options.expansion,
           options.keepDuplicates)) {}
 

@@ -48,14 +48,6 @@ struct PackageLines {
   std::string problem;  // why none of its folders can be put on the path; "" when none is to be
 };
 
-CanonicalAbsoluteIRI GetIdentity(const AbsoluteIRI& folder) {
-  try {
-    return GetCanonicalIRI(folder);
-  } catch (const foundation::storage::vfs::Exception&) {
-    return {folder, {}};  // in a loop of links it is on no path
-  }
-}
-
 PackageLines GetLines(const host::PackageRegistry& registry, const ComponentIdentifier& identifier,
                       const std::optional<host::Environment>& environment) {
   PackageLines lines{identifier, registry.GetPackage(identifier), {}, {}};
@@ -67,7 +59,7 @@ PackageLines GetLines(const host::PackageRegistry& registry, const ComponentIden
     lines.problem = GetText(identifier) + " contributes nothing to the path: " + error.what();
   }
   const auto add = [&](const AbsoluteIRI& folder, const std::set<int>& tags) {
-    const CanonicalAbsoluteIRI identity = GetIdentity(folder);
+    const auto identity = host::FolderEntry::Create(folder)->GetCanonicalAbsoluteIRI();
     const bool isForPath = forPath.contains(identity);
     std::optional<bool> isOnPath;
     if (environment) {
