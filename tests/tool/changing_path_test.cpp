@@ -1,0 +1,197 @@
+#include "tool/tool_test.h"
+
+namespace searchpath_test {
+namespace {
+
+TEST_F(ToolTest, DiffTellsFoldersOrNames) {
+  Check({
+      {"s diff over:lib over:over/../lib:", 0, "", ""},
+      {"s diff over:mid:no lib:over", 1, "cannot search `$T/no`: no such folder\n",
+       "removed    2         $T/mid\nremoved    3         $T/no\n"
+       "added      1         $T/lib\n"},
+      {"printf 'lib\nover\nmid\n' | s diff over:mid:lib -", 1, "", "moved      3 -> 1    $T/lib\n"},
+      {"s diff --subfolders over:lib mid:over", 1, "",
+       "removed    2         $T/lib\nremoved    2         $T/lib/private\n"
+       "removed    2         $T/lib/resources\nremoved    2         $T/lib/+pkg\n"
+       "removed    2         $T/lib/+pkg/@cls\nremoved    2         $T/lib/@shape\n"
+       "added      1         $T/mid\n"},
+      {"s diff --json over mid", 1, "",
+       "{`change`:`removed`,`path`:`$T/over`,`kind`:`ordinary`,`old`:1,`new`:null}\n"
+       "{`change`:`added`,`path`:`$T/mid`,`kind`:`ordinary`,`old`:null,`new`:1}\n"},
+      {"s list --path lib:over --save ../then; touch lib/+pkg/@cls/cls.m; s diff --subfolders "
+       "@../then mid:lib:over",
+       1, "",
+       "added      1         $T/mid\nrefreshed  1 -> 2    $T/lib\nrefreshed  1 -> 2    "
+       "$T/lib/+pkg\n"
+       "refreshed  1 -> 2    $T/lib/+pkg/@cls\n"},
+      {"mv lib/fn.m lib/other.m; s diff --names @../then lib:over; s diff --names lib:over "
+       "@../then",
+       1, "",
+       "changed  $T/lib/fn.m -> $T/over/fn.m\nnew      $T/lib/other.m\n"
+       "changed  $T/over/fn.m -> $T/lib/fn.m\ngone     $T/lib/other.m\n"},
+      {"mv lib/other.m lib/fn.m; s diff @../then lib:over; s diff @../then @../then", 0, "",
+       "refreshed  1         $T/lib\n"},
+      {"s diff --names over:lib over:lib/../lib", 0, "", ""},
+      {"s diff --names over:mid:lib lib:over", 1, "",
+       "changed  $T/over/fn.m -> $T/lib/fn.m\ngone     $T/mid/fo.m\ngone     $T/mid/shape.m\n"},
+      {"s diff --names --json mid lib/+pkg:over | sed -n 1,3p", 0, "",
+       "{`change`:`new`,`name`:`fn.m`,`old`:null,`new`:`$T/over/fn.m`}\n"
+       "{`change`:`gone`,`name`:`fo.m`,`old`:`$T/mid/fo.m`,`new`:null}\n"
+       "{`change`:`new`,`name`:`inner.m`,`old`:null,`new`:`$T/lib/+pkg/inner.m`}\n"},
+      {"s diff --names over lib --color always | head -n 1", 0, "",
+       "\x1b[32mnew\x1b[0m      $T/lib/Case.m\n"},
+      {"s diff --strict --quiet lib no", 2, "",
+       "removed    1         $T/lib\nadded      1         $T/no\n"},
+  });
+}
+
+TEST_F(ToolTest, TheStoredPathIsEditedAndUsed) {
+  Check({
+      {"s list", 2, "and none stored with searchpath add; type: searchpath list --path \"$PATH\"",
+       ""},
+      {"s add over lib && cat $XDG_CONFIG_HOME/searchpath/path", 0, "", "$T/over\n$T/lib\n"},
+      {"s list --long | head -n 1", 0, "",
+       "      2 files  ordinary   $T/over  (from the stored path)\n"},
+      {"s add mid --dry-run && s list | wc -l", 0, "",
+       "added      1         $T/mid\nnew      $T/mid/fo.m\nnew      $T/mid/shape.m\n7\n"},
+      {"s add mid no", 2, "no folder `no`; check the spelling", ""},
+      {"mkdir 'new\nline' && s add --end over 'new\nline' mid && rmdir 'new\nline'; "
+       "cat $XDG_CONFIG_HOME/searchpath/path",
+       0, "", "$T/lib\n$T/over\nfile://$T/new%0Aline\n$T/mid\n"},
+      {"s remove 'new\nline' never http://h/ over/.", 1,
+       "the folder `$T/never` is not on the path; name it as the path lists it\n"
+       "searchpath: the folder `http://h/` is not on the path",
+       ""},
+      {"s remove mid --dry-run; s list --quiet | tail -n 1", 0, "",
+       "removed    2         $T/mid\ngone     $T/mid/fo.m\ngone     $T/mid/shape.m\n$T/mid\n"},
+      {"for i in $(seq 30); do mkdir d$i; s add --store ../many d$i & done; wait; wc -l <../many",
+       0, "", "30\n"},
+      {"printf '~/\n/x//y\n' >../real; ln -s real ../store; s add --store ../store mid; cat "
+       "../real",
+       0, "", "$T/mid\n~/\n/x//y\n"},
+      {"echo lib >../store; s add mid --store ../store", 2, "folder 1 of the list", ""},
+      {"s add mid --store no/such/file && s add mid --store file && cat no/such/file file", 0, "",
+       "$T/mid\n$T/mid\n"},
+      {"s add lib --store .", 2, "Is a directory", ""},
+  });
+}
+
+TEST_F(ToolTest, CachesAndSavedListingsAnswer) {
+  Check({
+      {"find . -type d -exec touch -d '1 hour ago' {} + && s list --path mid:lib/+pkg --save "
+       "../saved"
+       " && s cache write ../cache --path over:no",
+       0, "cannot search `$T/no`: no such folder\n", ""},
+      {"s list --path @../saved", 0, "", "$T/mid\n$T/lib/+pkg\n$T/lib/+pkg/@cls\n"},
+      {"s cache verify ../saved", 0, "", "a path of 2 folders; in all 3 folders with 3 files\n"},
+      {"touch over/new && s find --all new fn.m --path @../saved --path over --cache ../cache", 0,
+       "", "$T/over/new\n$T/over/fn.m\n"},
+      {"s files --cache ../cache --quiet", 0, "", "$T/over/fn.m\n$T/over/link\n$T/over/new\n"},
+      {"touch mid/x; rm -r lib/+pkg/@cls; s cache verify ../saved", 1, "",
+       "stale   $T/mid  (changed since it was listed)\n"
+       "stale   $T/lib/+pkg  (changed since it was listed)\n"
+       "gone    $T/lib/+pkg/@cls  (no such folder)\n"
+       "a path of 2 folders; in all 3 folders with 3 files\n"},
+      {"s cache verify --json ../saved | head -1 | cut -d, -f 2-", 0, "",
+       "`items`:2,`state`:`stale`,`reason`:`changed since it was listed`}\n"},
+      {"head -c 99 ../cache >../cut; s find fn.m --path lib --cache ../cut", 0,
+       "cannot use `../cut`: it is cut off; the folders are read\n", "$T/lib/fn.m\n"},
+      {"s find fn.m --cache ../cut", 2, "searchpath: cannot use `../cut`: it is cut off\n", ""},
+      {"s cache verify over/fifo", 2, "cannot use `over/fifo`: it cannot be opened: it is no reg",
+       ""},
+      {"s cache write no/x --path lib", 2, "cannot save the listing: cannot open the folder of",
+       ""},
+      {"s list --path - <../saved", 2, "a saved listing is read from a file: --path @FILE", ""},
+      {"SEARCHPATH_LOG=../log s find fn.m fo.m --path lib --cache ../cache; grep -oE "
+       "'host::[a-z]+: [a-z ]*' ../log",
+       0, "no file called `fo.m`",
+       "$T/lib/fn.m\nhost::cache: read the listings of \nhost::folders: read \n"
+       "host::index: listed and indexed \n"},
+      {"SEARCHPATH_LOG=lib s list --path lib", 2,
+       "cannot write the diagnostic log: Failed opening file lib", ""},
+      {"s cache wirte x", 2, "after cache comes write or verify, not `wirte`; type:", ""},
+  });
+}
+
+TEST_F(ToolTest, PackagesAreListedAndSearched) {
+  Check({
+      {"mkdir -p p/new/lib p/old p/bad; mv lib/fn.m p/new/lib; cd p; f=searchpath.json\n"
+       "echo '{\"name\": 7}' >bad/$f; printf "
+       "'{\"name\":\"%s\",\"version\":\"1\",\"folders\":[\"lib\","
+       "{\"folder\":\"doc\",\"tags\":[3]}]%s}' a '' b ',\"contributesToPath\":false' >both\n"
+       "sed 's/}{.*/}/' both >new/$f; sed 's/.*}{/{/' both >old/$f; cd ..\n"
+       "s packages --root p --path lib:p/new/lib",
+       0, "searchpath: $T/p/bad/searchpath.json:1: name: expected a text\n",
+       "a 1: contributes to the path\n  for the path  $T/p/new/lib  (on the path)\n"
+       "  other         $T/p/new/doc\nb 1: contributes nothing to the path\n"
+       "  other         $T/p/old/lib\n  other         $T/p/old/doc\n"},
+      {"s packages --root p --json --quiet | head -n 1", 0, "",
+       "{`name`:`a`,`version`:`1`,`path`:`$T/p/new`,`contributesToPath`:true,`checksManualInstall`:"
+       "false,`folders`:[{`path`:`$T/p/new/lib`,`tags`:[0],`forPath`:true,`onPath`:null},"
+       "{`path`:`$T/p/new/doc`,`tags`:[3],`forPath`:false,`onPath`:null}]}\n"},
+      {"s find --explain fn.m --path lib --packages p --quiet", 0, "",
+       "`fn.m` means $T/p/new/lib/fn.m\nfolders asked, in order:\n  absent    $T/lib\n"
+       "  holds it  $T/p/new/lib  from package a 1\n"
+       "why: the first folder on the path that holds it\n"},
+      {"s list --json --packages p --strict", 2, ":1: name: expected a text\n",
+       "{`path`:`$T/p/new/lib`,`kind`:`ordinary`,`items`:1,`problem`:null,"
+       "`origin`:`$T/p/new/lib`,`source`:`package`,`package`:{`name`:`a`,`version`:`1`}}\n"},
+      {"s packages --root lib", 1, "no package in `lib`; see searchpath packages --help\n", ""},
+      {"s files --packages no", 2, "--packages `no`: no such folder; name the folder that", ""},
+      {"s packages --path lib", 2, "needs --root; type: searchpath packages --root DIR", ""},
+  });
+}
+
+// "begin" comes back when all is watched, "seen N" prints the next N lines, "end" lets nobody read on.
+constexpr const char* kWatch = R"sh(cat >../watch <<'END'
+begin() {
+  rm -f ../told ../seen; mkfifo ../told ../seen
+  (exec "$tool" watch "$@") 2>../told >../seen &
+  exec 3<../told 4<../seen; read -r told <&3
+}
+seen() { for line in $(seq $1); do read -r line <&4; echo "$line"; done; }
+end() { exec 3<&- 4<&-; wait $!; echo $?; }
+END
+echo "tool=')sh" SEARCHPATH_TOOL "'\" >>../watch";
+
+TEST_F(ToolTest, WatchTellsWhatChangesWhileItDoes) {
+  EXPECT_EQ(RunShell(kWatch).error, "");
+  Check({
+      {". ../watch; begin --path mid:lib; echo $told; touch mid/Case.m; seen 2; rm mid/Case.m; "
+       "seen "
+       "2; end",
+       0, "",
+       "searchpath: watching 2 folders\nrefreshed  1         $T/mid\n"
+       "changed  $T/lib/Case.m -> $T/mid/Case.m\nrefreshed  1         $T/mid\n"
+       "changed  $T/mid/Case.m -> $T/lib/Case.m\n141\n"},
+      {". ../watch; begin --path mid:lib --json; kill -STOP $!; touch mid/x mid/y; rm mid/x "
+       "lib/plain;"
+       " touch lib/plain; mkdir lib/sub/ordinary; kill -CONT $!; seen 2; end",
+       0, "",
+       "{`change`:`refreshed`,`path`:`$T/mid`,`kind`:`ordinary`,`old`:1,`new`:1}\n"
+       "{`change`:`new`,`name`:`y`,`old`:null,`new`:`$T/mid/y`}\n141\n"},
+      {". ../watch; begin --path mid --count 2; mv mid gone; seen 4; read -r told <&3; echo $told;"
+       " end; mv gone mid",
+       0, "",
+       "refreshed  1         $T/mid\ngone     $T/mid/fo.m\ngone     $T/mid/shape.m\n"
+       "gone     $T/mid/y\nsearchpath: cannot search \"$T/mid\": no such folder\n0\n"},
+      {". ../watch; begin --path lib --subfolders; touch lib/+pkg/@cls/new; seen 3; end", 0, "",
+       "refreshed  1         $T/lib\nrefreshed  1         $T/lib/+pkg\n"
+       "refreshed  1         $T/lib/+pkg/@cls\n141\n"},
+      {". ../watch; begin --path over --recursive; mkdir over/new; seen 1; rmdir over/new; seen 1; "
+       "end",
+       0, "", "added      2         $T/over/new\nremoved    2         $T/over/new\n141\n"},
+      {". ../watch; s add over lib; begin; s remove over; seen 3; s add mid; seen 1; end", 0, "",
+       "removed    1         $T/over\nchanged  $T/over/fn.m -> $T/lib/fn.m\n"
+       "gone     $T/over/link\nadded      1         $T/mid\n141\n"},
+      {". ../watch; echo over >two; echo mid >>two; begin --path @two; echo mid >two; seen 1; end",
+       0, "", "removed    1         $T/over\n141\n"},
+      {"s watch --path over --count 0", 2, "--count is a number of lines, 1 or more, not `0`", ""},
+      {"s watch --path - --recursive", 2, "which standard input cannot be; write the folders", ""},
+      {"s watch --path no --strict", 2, "cannot search `$T/no`: no such folder\n", ""},
+      {"s watch --path over >&-", 2, "cannot write standard output: Bad file descriptor", ""},
+  });
+}
+
+}  // namespace
+}  // namespace searchpath_test

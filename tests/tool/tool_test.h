@@ -1,0 +1,117 @@
+#ifndef SEARCHPATH_TESTS_TOOL_TOOL_TEST_H
+#define SEARCHPATH_TESTS_TOOL_TOOL_TEST_H
+
+#include <gtest/gtest.h>
+
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <array>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <pty.h>
+#include <regex>
+#include <string>
+#include <vector>
+
+namespace searchpath_test {
+
+struct Result {
+  int exit;
+  std::string error;
+  std::string out;
+};
+
+struct Row {
+  const char* command;
+  int exit;
+  const char* error;  // a part of it; "" for no word at all
+  const char* out;
+};
+
+inline constexpr const char* kMakeTree = R"sh(
+mkdir -p over lib/private lib/sub/deep lib/+pkg/@cls lib/@shape lib/resources odd a:b @list mid
+touch mid/fo.m over/fn.m lib/fn.m lib/fn.c lib/Case.m lib/plain lib/private/fn.m lib/private/own.m
+touch lib/sub/below.m lib/sub/deep/deep.m lib/+pkg/inner.m lib/@shape/shape.m a:b/colon mid/shape.m
+touch "odd/it's \"q\" 100%.m" odd/[x,y] odd/{} odd/CASE.m odd/-1 'odd/two
+lines' "$(printf 'odd/bad\377')" "$(printf 'odd/esc\033[31m')" "$(printf 'odd/\342\200\256')"
+ln -s ../lib/plain over/link; ln -s nothing over/dangling; ln -s loop loop; mkfifo over/fifo
+ln -s .. lib/sub/up; printf 'a:b\n\nlib\n' >folders; yes lib | head -n 9999 >long)sh";
+
+// The program as a shell runs it, in a tree of its own. In commands it is called "s"; in what is
+// expected, "$T" is the tree, and ` a quote.
+class ToolTest : public testing::Test {
+ protected:
+  void SetUp() override {
+    std::string scratch = testing::TempDir() + "searchpathXXXXXX";
+    ASSERT_NE(mkdtemp(scratch.data()), nullptr);
+    root = std::filesystem::canonical(scratch);
+    std::filesystem::create_directory(root + "/tree");
+    const Result made = RunShell(kMakeTree);
+    ASSERT_EQ(made.exit, 0) << made.error;
+  }
+  void TearDown() override { std::filesystem::remove_all(root); }
+
+  [[nodiscard]] Result RunShell(const std::string& command,
+                                const std::string& out = "../out") const {
+    const std::string start =
+        "export TERM=xterm; unset NO_COLOR; s() { '" SEARCHPATH_TOOL
+        "' \"$@\"; }\n"
+        "words() { grep -oE '\"(rule|outcome)\":[^,]*' | cut -d'\"' -f4 | paste -sd ' '; }\ncd ";
+    const int status =
+        std::system((start + root + "/tree\nexport XDG_CONFIG_HOME=${PWD%/tree}/config\n{ " +
+                     command + "\n} >" + out + " 2>../error </dev/null")
+                        .c_str());
+    return {WEXITSTATUS(status), Read("error"), Read("out")};
+  }
+
+  [[nodiscard]] std::string Read(const std::string& name) const {
+    std::ifstream file(root + '/' + name);
+    return {std::istreambuf_iterator<char>(file), {}};
+  }
+
+  // What `command` writes to a terminal.
+  [[nodiscard]] std::string RunOnTerminal(const std::string& command) const {
+    int master = -1;
+    int slave = -1;
+    std::array<char, 4096> text{};
+    EXPECT_EQ(openpty(&master, &slave, text.data(), nullptr, nullptr), 0);
+    EXPECT_EQ(RunShell(command, text.data()).exit, 0) << command;
+    close(slave);  // then reading ends with an error, once all has been read
+    std::string shown;
+    for (ssize_t got = 0; (got = read(master, text.data(), text.size())) > 0;) {
+      shown.append(text.data(), static_cast<std::size_t>(got));
+    }
+    close(master);
+    std::erase(shown, '\r');
+    return shown;
+  }
+
+  [[nodiscard]] std::string Expand(const char* text) const {
+    return std::regex_replace(std::regex_replace(text, std::regex("`"), "\""), std::regex("\\$T"),
+                              root + "/tree");
+  }
+
+  void Check(const std::vector<Row>& rows) const {
+    for (const Row& row : rows) {
+      const Result result = RunShell(row.command);
+      const std::regex lines(row.exit == 2 ? "(searchpath: .*\n)?" : "(searchpath: .*\n)*");
+      EXPECT_EQ(result.exit, row.exit) << row.command;
+      EXPECT_EQ(result.out, Expand(row.out)) << row.command;
+      EXPECT_TRUE(result.error.find(Expand(row.error)) != std::string::npos &&
+                  result.error.empty() == (*row.error == '\0') &&
+                  std::regex_match(result.error, lines))
+          << row.command << '\n'
+          << result.error;
+    }
+  }
+
+  std::string root;
+};
+
+}  // namespace searchpath_test
+
+#endif  // SEARCHPATH_TESTS_TOOL_TOOL_TEST_H
