@@ -1,19 +1,17 @@
 #include "searchpath/host/environment.h"
 
+#include "host/cache_source.h"
 #include "host/file_search.h"
 #include "host/folder_search.h"
 #include "host/folder_state.h"
-#include "host/listing_source.h"
 #include "host/package_folders.h"
 #include "host/path_examination.h"
 #include "host/path_view.h"
 #include "host/shadow_search.h"
 #include "host/similar_files.h"
 #include "searchpath/host/folder_tree.h"
-#include "searchpath/model/byte_text.h"
 #include "searchpath/utilities/file_lookup.h"
 
-#include <string>
 #include <utility>
 
 namespace Corvane::PathManagement::host {
@@ -49,7 +47,7 @@ GivenFolders Locate(const WorkingFolder& workingFolder, const EnvironmentOptions
 /// All folders of the path.
 GivenFolders LocateAll(const WorkingFolder& workingFolder, const EnvironmentOptions& options,
                        const PackageRegistry* packages) {
-  const auto source = ListingSource::From(options.caches);
+  const auto source = CreateSourceFrom(options.caches);
   return WithPackageFolders(Locate(workingFolder, options, source), packages, source);
 }
 
@@ -150,20 +148,5 @@ std::optional<AbsoluteIRI> Environment::AskerOf(const Lookup& lookup) const {
 std::vector<FolderProblem> Environment::FindProblems() const { return view->FindProblems(); }
 
 std::vector<ustring> Environment::FindIdleExclusions() const { return view->FindIdleExclusions(); }
-
-std::vector<ustring> ReadFolderList(std::istream& list) {
-  std::vector<ustring> folders;
-  for (std::string line; std::getline(list, line);) {
-    if (!line.empty()) folders.push_back(TextFromBytes(line));
-  }
-  return folders;
-}
-
-ustring GetNativePath(const FoundItem& found) {
-  const auto item = found.GetPathItem();
-  ustring path = found.GetPathEntry()->GetAbsoluteIRI().getPath();
-  if (!path.ends_with(u'/')) path.push_back(u'/');
-  return path + item->GetName() + item->GetExtension();
-}
 
 }  // namespace Corvane::PathManagement::host

@@ -1,7 +1,9 @@
 #ifndef SEARCHPATH_SRC_HOST_FOLDER_SEARCH_H
 #define SEARCHPATH_SRC_HOST_FOLDER_SEARCH_H
 
-#include "searchpath/host/environment.h"
+#include "searchpath/host/folder_lookup.h"
+#include "searchpath/host/working_folder.h"
+#include "searchpath/model/path.h"
 
 #include <memory>
 #include <vector>

@@ -2,7 +2,7 @@
 #define SEARCHPATH_SRC_HOST_HIDDEN_FOLDERS_H
 
 #include "host/held_hash.h"
-#include "searchpath/host/environment.h"
+#include "searchpath/host/folder_expansion.h"
 #include "searchpath/host/folder_path.h"
 
 #include <boost/unordered/unordered_flat_map.hpp>

@@ -1,7 +1,7 @@
 #include "host/listing_envelope.h"
 
 #include "host/short_hash.h"
-#include "searchpath/host/path_entry_factory.h"
+#include "searchpath/host/invalid_listing_exception.h"
 
 #include <algorithm>
 #include <array>

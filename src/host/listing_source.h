@@ -2,38 +2,32 @@
 #define SEARCHPATH_SRC_HOST_LISTING_SOURCE_H
 
 #include "host/folder_listing.h"
-#include "host/saved_listings.h"
 #include "searchpath/model/absolute_iri.h"
 
-#include <memory>
 #include <optional>
-#include <utility>
-#include <vector>
 
 namespace Corvane::PathManagement::host {
 
-/// Where the listings of folders come from: saved ones first, then the disk.
+/// Where entries take the listings of their folders from, when that is not the disk alone.
 ///
 /// Threads: immutable.
 class ListingSource {
  public:
-  explicit ListingSource(std::vector<std::shared_ptr<const SavedListings>> listings)
-      : saved(std::move(listings)) {}
-  /// Null, which means the disk, when nothing was read into any of `caches`.
-  [[nodiscard]] static std::shared_ptr<const ListingSource> From(
-      const std::vector<PathEntryFactory>& caches);
+  virtual ~ListingSource() = default;
 
-  /// The listing of the folder at `location`; may view the saved ones, which live as long as this.
-  [[nodiscard]] FolderListing List(const AbsoluteIRI& location) const;
+  /// The listing of the folder at `location`; may view what this object holds.
+  [[nodiscard]] virtual FolderListing List(const AbsoluteIRI& location) const = 0;
 
   /// Whether a listing shows a folder as it is, not as it was when the listing was saved.
-  [[nodiscard]] bool FollowsTheDisk() const noexcept;
+  [[nodiscard]] virtual bool FollowsTheDisk() const noexcept = 0;
 
   /// The stamp of a saved listing of the folder; empty when there is none.
-  [[nodiscard]] std::optional<FolderStamp> FindStamp(const AbsoluteIRI& location) const;
+  [[nodiscard]] virtual std::optional<FolderStamp> FindStamp(const AbsoluteIRI& location) const = 0;
 
- private:
-  std::vector<std::shared_ptr<const SavedListings>> saved;  // the first that has a folder counts
+ protected:  // copied by derived classes only
+  ListingSource() = default;
+  ListingSource(const ListingSource&) = default;
+  ListingSource& operator=(const ListingSource&) = default;
 };
 
 }  // namespace Corvane::PathManagement::host

@@ -1,7 +1,7 @@
 #ifndef SEARCHPATH_SRC_HOST_LOCATED_JSON_H
 #define SEARCHPATH_SRC_HOST_LOCATED_JSON_H
 
-#include "searchpath/host/package_registry.h"
+#include "searchpath/host/package_problem.h"
 #include "searchpath/model/ustring.h"
 
 #include <cstddef>

@@ -1,7 +1,7 @@
 #ifndef SEARCHPATH_SRC_HOST_NAME_INDEX_H
 #define SEARCHPATH_SRC_HOST_NAME_INDEX_H
 
-#include "host/folder_listing.h"
+#include "host/name_block.h"
 #include "host/name_key.h"
 
 #include <cstddef>

@@ -3,7 +3,7 @@
 
 #include "host/listing_source.h"
 #include "host/path_view.h"
-#include "searchpath/host/main_search_path_manager.h"
+#include "searchpath/host/known_package.h"
 #include "searchpath/host/package_registry.h"
 
 #include <memory>

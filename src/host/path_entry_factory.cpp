@@ -1,16 +1,13 @@
 #include "searchpath/host/path_entry_factory.h"
 
 #include "host/folder_state.h"
-#include "host/listing_source.h"
 #include "host/listing_writer.h"
-#include "host/saved_listings.h"
+#include "host/saved_source.h"
 #include "searchpath/utilities/iri_conversion.h"
 
 #include <utility>
 
 namespace Corvane::PathManagement::host {
-
-InvalidListingException::~InvalidListingException() = default;
 
 PathEntryFactory::PathEntryFactory(std::vector<std::shared_ptr<const FolderEntry>> mainFolders)
     : folders(std::move(mainFolders)) {}
@@ -19,7 +16,7 @@ PathEntryFactory::~PathEntryFactory() = default;
 
 void PathEntryFactory::ReadEntries(std::istream& stream, const AbsoluteIRI& root) {
   auto read = std::make_shared<const SavedListings>(stream, root, use);
-  const auto source = std::make_shared<const ListingSource>(std::vector{read});
+  const auto source = std::make_shared<const SavedSource>(std::vector{read});
   std::vector<std::shared_ptr<const FolderEntry>> made;
   const auto mainFolders = read->MainFolders();
   made.reserve(mainFolders.size());
@@ -43,8 +40,8 @@ std::vector<ustring> PathEntryFactory::GetFolderStrings() const {
 
 std::vector<std::shared_ptr<const FolderEntry>> PathEntryFactory::CreateSavedFolders() const {
   std::vector<std::shared_ptr<const FolderEntry>> all;
-  const auto source = ListingSource::From({*this});
-  if (source == nullptr) return all;
+  if (saved == nullptr) return all;
+  const auto source = std::make_shared<const SavedSource>(std::vector{saved});
   for (const AbsoluteIRI& location : saved->Locations()) {
     all.push_back(FolderState::CreateMainFolder(location, source));
   }

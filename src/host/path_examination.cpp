@@ -6,7 +6,7 @@
 #include "host/parallel.h"
 #include "host/path_view.h"
 #include "host/shared_names.h"
-#include "searchpath/host/environment.h"
+#include "searchpath/host/native_location.h"
 #include "searchpath/model/byte_text.h"
 #include "searchpath/utilities/iri_conversion.h"
 

@@ -5,6 +5,7 @@
 #include "host/open_path.h"
 #include "host/timed_message.h"
 #include "saved_listing_generated.h"
+#include "searchpath/host/invalid_listing_exception.h"
 #include "searchpath/model/byte_text.h"
 #include "searchpath/platform/iri_text.h"
 #include "searchpath/utilities/iri_conversion.h"

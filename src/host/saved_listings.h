@@ -4,7 +4,7 @@
 #include "host/folder_listing.h"
 #include "host/held_hash.h"
 #include "host/listing_envelope.h"
-#include "searchpath/host/path_entry_factory.h"
+#include "searchpath/host/listing_use.h"
 #include "searchpath/model/absolute_iri.h"
 
 #include <boost/unordered/unordered_flat_map.hpp>
@@ -62,9 +62,6 @@ class SavedListings {
   std::vector<AbsoluteIRI> locations;
   boost::unordered_flat_map<AbsoluteIRI, std::uint32_t, HeldHash> places;
 };
-
-/// What `factory` has read; null when that is nothing.
-[[nodiscard]] std::shared_ptr<const SavedListings> SavedListingsOf(const PathEntryFactory& factory);
 
 }  // namespace Corvane::PathManagement::host
 

@@ -6,8 +6,8 @@
 #include "host/parallel.h"
 #include "host/path_view.h"
 #include "host/shared_names.h"
-#include "searchpath/host/environment.h"
 #include "searchpath/host/filename_comparison.h"
+#include "searchpath/host/native_location.h"
 #include "searchpath/model/byte_text.h"
 
 #include <boost/unordered/unordered_flat_set.hpp>

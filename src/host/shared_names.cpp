@@ -1,7 +1,7 @@
 #include "host/shared_names.h"
 
 #include "host/folded_name.h"
-#include "host/folder_listing.h"
+#include "host/name_block.h"
 #include "searchpath/host/filename_comparison.h"
 #include "searchpath/model/byte_text.h"
 #include "searchpath/utilities/file_lookup.h"

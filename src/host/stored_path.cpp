@@ -4,7 +4,7 @@
 #include "platform/atomic_file_writer.h"
 #include "platform/descriptor.h"
 #include "platform/native_path.h"
-#include "searchpath/host/environment.h"
+#include "searchpath/host/folder_list.h"
 #include "searchpath/host/working_folder.h"
 #include "searchpath/model/byte_text.h"
 #include "searchpath/platform/iri_text.h"

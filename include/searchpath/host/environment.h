@@ -5,9 +5,13 @@
 #include "searchpath/host/doctor.h"
 #include "searchpath/host/explanation.h"
 #include "searchpath/host/folder_entry.h"
+#include "searchpath/host/folder_expansion.h"
+#include "searchpath/host/folder_list.h"
+#include "searchpath/host/folder_lookup.h"
 #include "searchpath/host/folder_origin.h"
 #include "searchpath/host/folder_problem.h"
 #include "searchpath/host/main_search_path_manager.h"
+#include "searchpath/host/native_location.h"
 #include "searchpath/host/path_entry_factory.h"
 #include "searchpath/host/shadows.h"
 #include "searchpath/host/similar_file.h"
@@ -20,8 +24,6 @@
 #include <boost/optional.hpp>
 
 #include <cstddef>
-#include <cstdint>
-#include <istream>
 #include <memory>
 #include <optional>
 #include <vector>
@@ -40,12 +42,6 @@ struct Lookup {
   /// The folder that asks, as a user types it: its private folder comes first.
   std::optional<ustring> fromFolder = {};
   FilenameMatchingPolicy policy = FilenameMatchingPolicy::FileSystemDefault;
-};
-
-/// How the folders that an `Environment` is given become its path.
-enum class FolderExpansion : std::uint8_t {
-  Alone,      ///< each folder by itself
-  Recursive,  ///< each folder and all ordinary folders below it, see `CreateFolderTree`
 };
 
 /// What an `Environment` is made of.
@@ -69,15 +65,6 @@ struct EnvironmentOptions {
   /// A root of packages, as a user types it, see `PackageRegistry`. The folders that its packages
   /// put on the path come behind all others, each by itself.
   std::optional<ustring> packages = {};
-};
-
-/// A folder as a user names it, and how the name is to be read.
-struct FolderLookup {
-  /// A folder in full, or a partial pathname: trailing folders of the location.
-  ustring name;
-  FilenameMatchingPolicy policy = FilenameMatchingPolicy::FileSystemDefault;
-  /// Whether "+" has to be written, and a partial pathname may not begin below a special folder.
-  bool isLiteral = false;
 };
 
 /// A working environment on this machine's folders: a search path and what is needed to ask it.
@@ -176,14 +163,6 @@ class SEARCHPATH_EXPORT Environment {
   std::shared_ptr<const PackageRegistry> packages;
   std::shared_ptr<const PathView> view;
 };
-
-/// The folders of a list that holds one folder or IRI a line; empty lines are dropped, nothing is
-/// trimmed. Unlike a search-path string it can hold every folder but one whose name has a line
-/// break.
-[[nodiscard]] SEARCHPATH_EXPORT std::vector<ustring> ReadFolderList(std::istream& list);
-
-/// The native path of a found file, below the folder as it was given to the path.
-[[nodiscard]] SEARCHPATH_EXPORT ustring GetNativePath(const FoundItem& found);
 
 }  // namespace Corvane::PathManagement::host
 

@@ -4,6 +4,7 @@
 #include "searchpath/export.h"
 #include "searchpath/host/folder_entry.h"
 #include "searchpath/host/folder_path.h"
+#include "searchpath/host/known_package.h"
 #include "searchpath/host/working_folder.h"
 #include "searchpath/model/any_range_adapter.h"
 #include "searchpath/platform/main_search_path_manager.h"
@@ -14,12 +15,6 @@
 #include <vector>
 
 namespace Corvane::PathManagement::host {
-
-/// A package that may be on the path, and the folders that it puts there.
-struct KnownPackage {
-  ComponentIdentifier package;
-  std::vector<CanonicalAbsoluteIRI> folders;
-};
 
 /// Owns a search path of folders on disk and tells what changes on it.
 ///

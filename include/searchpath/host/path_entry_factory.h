@@ -3,35 +3,18 @@
 
 #include "searchpath/export.h"
 #include "searchpath/host/folder_entry.h"
+#include "searchpath/host/invalid_listing_exception.h"
+#include "searchpath/host/listing_use.h"
 #include "searchpath/model/path_entry_factory.h"
 
-#include <cstdint>
 #include <istream>
 #include <memory>
 #include <ostream>
-#include <stdexcept>
-#include <string>
 #include <vector>
 
 namespace Corvane::PathManagement::host {
 
 class SavedListings;
-
-/// What was to be a cache or saved listing is none that can be used. The message says why, without
-/// a name for it: "it is cut off".
-class SEARCHPATH_EXPORT InvalidListingException : public std::runtime_error {
- public:
-  explicit InvalidListingException(const std::string& why) : std::runtime_error(why) {}
-  InvalidListingException(const InvalidListingException&) = default;
-  InvalidListingException& operator=(const InvalidListingException&) = default;
-  ~InvalidListingException() override;
-};
-
-/// What saved listings are good for.
-enum class ListingUse : std::uint8_t {
-  WhileFresh,  ///< as a cache: a folder that is not `Freshness::Fresh` is read from the disk
-  AsSaved,  ///< as a record of what was: a listing counts as it is, whatever became of the folder
-};
 
 /// Writes the listings of folders, and makes entries from them without reading the folders again.
 /// One format serves as cache and as saved listing of a path; docs/formats.md describes it.
@@ -84,6 +67,7 @@ class SEARCHPATH_EXPORT PathEntryFactory : public IPathEntryFactory {
   [[nodiscard]] std::vector<std::shared_ptr<const FolderEntry>> CreateSavedFolders() const;
 
  private:
+  /// What `factory` has read; null when that is nothing.
   friend std::shared_ptr<const SavedListings> SavedListingsOf(const PathEntryFactory& factory);
 
   ListingUse use = ListingUse::WhileFresh;

@@ -1,0 +1,20 @@
+#ifndef SEARCHPATH_HOST_FOLDER_LOOKUP_H
+#define SEARCHPATH_HOST_FOLDER_LOOKUP_H
+
+#include "searchpath/model/filename_matching_policy.h"
+#include "searchpath/model/ustring.h"
+
+namespace Corvane::PathManagement::host {
+
+/// A folder as a user names it, and how the name is to be read.
+struct FolderLookup {
+  /// A folder in full, or a partial pathname: trailing folders of the location.
+  ustring name;
+  FilenameMatchingPolicy policy = FilenameMatchingPolicy::FileSystemDefault;
+  /// Whether "+" has to be written, and a partial pathname may not begin below a special folder.
+  bool isLiteral = false;
+};
+
+}  // namespace Corvane::PathManagement::host
+
+#endif  // SEARCHPATH_HOST_FOLDER_LOOKUP_H

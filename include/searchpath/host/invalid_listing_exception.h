@@ -1,0 +1,23 @@
+#ifndef SEARCHPATH_HOST_INVALID_LISTING_EXCEPTION_H
+#define SEARCHPATH_HOST_INVALID_LISTING_EXCEPTION_H
+
+#include "searchpath/export.h"
+
+#include <stdexcept>
+#include <string>
+
+namespace Corvane::PathManagement::host {
+
+/// What was to be a cache or saved listing is none that can be used. The message says why, without
+/// a name for it: "it is cut off".
+class SEARCHPATH_EXPORT InvalidListingException : public std::runtime_error {
+ public:
+  explicit InvalidListingException(const std::string& why) : std::runtime_error(why) {}
+  InvalidListingException(const InvalidListingException&) = default;
+  InvalidListingException& operator=(const InvalidListingException&) = default;
+  ~InvalidListingException() override;
+};
+
+}  // namespace Corvane::PathManagement::host
+
+#endif  // SEARCHPATH_HOST_INVALID_LISTING_EXCEPTION_H

@@ -1,0 +1,19 @@
+#ifndef SEARCHPATH_HOST_KNOWN_PACKAGE_H
+#define SEARCHPATH_HOST_KNOWN_PACKAGE_H
+
+#include "searchpath/model/absolute_iri.h"
+#include "searchpath/platform/package_registry.h"
+
+#include <vector>
+
+namespace Corvane::PathManagement::host {
+
+/// A package that may be on the path, and the folders that it puts there.
+struct KnownPackage {
+  ZentraComponents::ComponentIdentifier package;
+  std::vector<CanonicalAbsoluteIRI> folders;
+};
+
+}  // namespace Corvane::PathManagement::host
+
+#endif  // SEARCHPATH_HOST_KNOWN_PACKAGE_H
