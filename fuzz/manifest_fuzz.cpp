@@ -1,6 +1,6 @@
 #include "fuzz_input.h"
-#include "host/located_json.h"
-#include "host/package_manifest.h"
+#include "host/packages/located_json.h"
+#include "host/packages/package_manifest.h"
 
 #include <algorithm>
 

@@ -4,7 +4,6 @@
 // IWYU pragma: begin_exports
 #include "searchpath/host/diagnostic_log.h"
 #include "searchpath/host/disk_feed.h"
-#include "searchpath/host/doctor.h"
 #include "searchpath/host/environment.h"
 #include "searchpath/host/explanation.h"
 #include "searchpath/host/filename_comparison.h"
@@ -30,9 +29,10 @@
 #include "searchpath/host/package_registry.h"
 #include "searchpath/host/path_differences.h"
 #include "searchpath/host/path_entry_factory.h"
+#include "searchpath/host/path_examination.h"
 #include "searchpath/host/path_refresh.h"
-#include "searchpath/host/shadows.h"
-#include "searchpath/host/similar_file.h"
+#include "searchpath/host/shadow_search.h"
+#include "searchpath/host/similar_files.h"
 #include "searchpath/host/stored_path.h"
 #include "searchpath/host/working_folder.h"
 // IWYU pragma: end_exports

@@ -1,6 +1,6 @@
 #include "searchpath/host/stored_path.h"
 
-#include "host/held_hash.h"
+#include "host/common/held_hash.h"
 #include "platform/atomic_file_writer.h"
 #include "platform/descriptor.h"
 #include "platform/native_path.h"

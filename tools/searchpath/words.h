@@ -1,11 +1,11 @@
 #ifndef SEARCHPATH_TOOLS_SEARCHPATH_WORDS_H
 #define SEARCHPATH_TOOLS_SEARCHPATH_WORDS_H
 
-#include "searchpath/host/doctor.h"
 #include "searchpath/host/explanation.h"
 #include "searchpath/host/folder_origin.h"
 #include "searchpath/host/path_differences.h"
-#include "searchpath/host/shadows.h"
+#include "searchpath/host/path_examination.h"
+#include "searchpath/host/shadow_search.h"
 #include "searchpath/model/path_entry_type.h"
 
 namespace Corvane::PathManagement::tool {

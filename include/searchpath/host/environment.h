@@ -2,7 +2,6 @@
 #define SEARCHPATH_HOST_ENVIRONMENT_H
 
 #include "searchpath/export.h"
-#include "searchpath/host/doctor.h"
 #include "searchpath/host/explanation.h"
 #include "searchpath/host/folder_entry.h"
 #include "searchpath/host/folder_expansion.h"
@@ -13,8 +12,9 @@
 #include "searchpath/host/main_search_path_manager.h"
 #include "searchpath/host/native_location.h"
 #include "searchpath/host/path_entry_factory.h"
-#include "searchpath/host/shadows.h"
-#include "searchpath/host/similar_file.h"
+#include "searchpath/host/path_examination.h"
+#include "searchpath/host/shadow_search.h"
+#include "searchpath/host/similar_files.h"
 #include "searchpath/host/working_folder.h"
 #include "searchpath/model/filename_matching_policy.h"
 #include "searchpath/model/found_item.h"

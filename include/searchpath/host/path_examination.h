@@ -1,0 +1,53 @@
+#ifndef SEARCHPATH_HOST_PATH_EXAMINATION_H
+#define SEARCHPATH_HOST_PATH_EXAMINATION_H
+
+#include "searchpath/export.h"
+#include "searchpath/model/ustring.h"
+#include "searchpath/platform/current_working_folder.h"
+
+#include <chrono>
+#include <cstdint>
+#include <optional>
+#include <vector>
+
+namespace Corvane::PathManagement::host {
+
+/// What may be wrong with a path. That one folder lies below another is not: both are asked.
+enum class FindingKind : std::uint8_t {
+  Missing,     ///< there is no such folder
+  Unreadable,  ///< it cannot be searched
+  Empty,       ///< it brings no file at all
+  Repeat,      ///< the same folder as an earlier one, perhaps by a link
+  Special,     ///< a main entry that is also the private, resources, "+" or "@" folder of another
+  Slow,        ///< it takes long to list
+  CaseCollision,  ///< files whose names are one where case is ignored
+  NotUtf8,        ///< files whose names are no UTF-8
+};
+
+/// The kind in words.
+[[nodiscard]] SEARCHPATH_EXPORT const char* GetText(FindingKind kind) noexcept;
+
+/// What to do about it, in words.
+[[nodiscard]] SEARCHPATH_EXPORT const char* GetAdvice(FindingKind kind) noexcept;
+
+/// One thing that is wrong with a path. Names and folders are as users read them.
+struct PathFinding {
+  FindingKind kind;
+  ustring folder;      ///< of files in several folders: the first's
+  ustring origin;      ///< the folder, as it was given, that brought it onto the path
+  ustring other = {};  ///< of a repeat: what it repeats; of a special folder: the folder above it
+  std::vector<ustring> files = {};             ///< native paths of the files, in path order
+  std::chrono::milliseconds listingTime = {};  ///< of a slow one
+  /// Of one that is missing or unreadable: why.
+  std::optional<current_working_folder::AbsolutizeError> reason = {};
+};
+
+/// How a path is examined.
+struct Examination {
+  /// A folder that takes as long to list is slow.
+  std::chrono::milliseconds slow = std::chrono::milliseconds(100);
+};
+
+}  // namespace Corvane::PathManagement::host
+
+#endif  // SEARCHPATH_HOST_PATH_EXAMINATION_H

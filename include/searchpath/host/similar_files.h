@@ -1,0 +1,29 @@
+#ifndef SEARCHPATH_HOST_SIMILAR_FILES_H
+#define SEARCHPATH_HOST_SIMILAR_FILES_H
+
+#include "searchpath/export.h"
+#include "searchpath/model/found_item.h"
+
+#include <cstdint>
+
+namespace Corvane::PathManagement::host {
+
+/// How the name of a file resembles one that was not found.
+enum class Similarity : std::uint8_t {
+  OtherCase,       ///< the same but for case
+  OtherExtension,  ///< the same but for the extension, or for having one
+  OneLetterOff,    ///< one character more, less or other, or two neighbours swapped
+};
+
+/// The similarity in words.
+[[nodiscard]] SEARCHPATH_EXPORT const char* GetText(Similarity similarity) noexcept;
+
+/// A file that may have been meant. Never taken silently: a look-up that finds nothing stays empty.
+struct SimilarFile {
+  FoundItem file;
+  Similarity similarity = Similarity::OneLetterOff;
+};
+
+}  // namespace Corvane::PathManagement::host
+
+#endif  // SEARCHPATH_HOST_SIMILAR_FILES_H

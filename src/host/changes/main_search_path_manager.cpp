@@ -1,0 +1,254 @@
+#include "searchpath/host/main_search_path_manager.h"
+
+#include "host/common/held_hash.h"
+#include "searchpath/host/path_refresh.h"
+#include "searchpath/utilities/path_editing.h"
+
+#include <boost/unordered/unordered_flat_set.hpp>
+
+#include <algorithm>
+#include <atomic>
+#include <exception>
+#include <mutex>
+#include <optional>
+#include <thread>
+#include <utility>
+
+namespace Corvane::PathManagement::host {
+
+namespace {
+
+using ComparisonFilter = PathEntryVectorDifferentiator::ComparisonFilter;
+using Folders = std::vector<std::shared_ptr<const FolderEntry>>;
+using Packages = std::vector<KnownPackage>;
+
+/// What is current, from one change to the next.
+struct Version {
+  std::shared_ptr<const FolderPath> path;
+  std::shared_ptr<const std::vector<AbsoluteIRI>> locations;
+  std::shared_ptr<const Packages> knownPackages;
+  std::shared_ptr<const std::vector<ComponentIdentifier>> packages;  // those on the path
+};
+
+std::vector<ComponentIdentifier> FindPackagesOn(const Folders& folders, const Packages& known) {
+  std::vector<ComponentIdentifier> packages;
+  if (known.empty()) return packages;  // then the folders' links need not be resolved
+  boost::unordered_flat_set<AbsoluteIRI, HeldHash> onPath;
+  for (const auto& folder : folders) onPath.insert(folder->GetCanonicalAbsoluteIRI());
+  const auto isOnPath = [&](const AbsoluteIRI& folder) { return onPath.contains(folder); };
+  for (const auto& [package, itsFolders] : known) {
+    if (!itsFolders.empty() && std::all_of(itsFolders.begin(), itsFolders.end(), isOnPath)) {
+      packages.push_back(package);
+    }
+  }
+  return packages;
+}
+
+std::shared_ptr<const Version> MakeVersion(Folders folders, std::shared_ptr<const Packages> known) {
+  std::vector<AbsoluteIRI> locations;
+  for (const auto& folder : folders) locations.push_back(folder->GetAbsoluteIRI());
+  auto packages = FindPackagesOn(folders, *known);
+  return std::make_shared<const Version>(Version{
+      .path = std::make_shared<const FolderPath>(std::move(folders)),
+      .locations = std::make_shared<const std::vector<AbsoluteIRI>>(std::move(locations)),
+      .knownPackages = std::move(known),
+      .packages = std::make_shared<const std::vector<ComponentIdentifier>>(std::move(packages))});
+}
+
+PathEntryVectorDifferentiator Compare(const IPath& before, const IPath& after,
+                                      ComparisonFilter filter) {
+  const auto oldEntries = before.GetMainEntries();
+  const auto newEntries = after.GetMainEntries();
+  PathEntryVectorDifferentiator differences;
+  differences.Compare(*oldEntries, *newEntries, filter);
+  return differences;
+}
+
+/// Those who listen. A subscription owns its listener; here is only where to find it.
+class Listeners {
+ public:
+  struct Subscribed {
+    MainSearchPathManager::Listener call;
+    ComparisonFilter filter;
+  };
+
+  std::shared_ptr<const Subscribed> Add(Subscribed subscribed) {
+    auto added = std::make_shared<const Subscribed>(std::move(subscribed));
+    const std::lock_guard lock(mutex);
+    std::erase_if(all, [](const auto& listener) { return listener.expired(); });
+    all.push_back(added);
+    return added;
+  }
+
+  void Tell(const IPath& before, const IPath& after) const {
+    std::exception_ptr failure;
+    std::optional<PathEntryVectorDifferentiator> topLevel;
+    std::optional<PathEntryVectorDifferentiator> withSubfolders;
+    for (const auto& listed : Copy()) {
+      const auto listener = listed.lock();
+      if (listener == nullptr) continue;
+      try {
+        const bool isDeep = listener->filter == ComparisonFilter::IncludeSubfolders;
+        auto& differences = isDeep ? withSubfolders : topLevel;
+        if (!differences) differences = Compare(before, after, listener->filter);
+        listener->call(*differences);
+      } catch (...) {
+        if (failure == nullptr) failure = std::current_exception();
+      }
+    }
+    if (failure != nullptr) std::rethrow_exception(failure);
+  }
+
+ private:
+  using Listed = std::vector<std::weak_ptr<const Subscribed>>;
+
+  /// No lock is held while they are called: they may subscribe others.
+  [[nodiscard]] Listed Copy() const {
+    const std::lock_guard lock(mutex);
+    return all;
+  }
+
+  mutable std::mutex mutex;  // guards all
+  Listed all;
+};
+
+}  // namespace
+
+class MainSearchPathManager::State {
+ public:
+  explicit State(Folders folders)
+      : version(MakeVersion(std::move(folders), std::make_shared<const Packages>())) {}
+
+  [[nodiscard]] std::shared_ptr<const Version> Current() const {
+    const std::lock_guard lock(versionMutex);
+    return version;
+  }
+
+  /// Makes make(current version) current and tells the listeners when its folders are others.
+  template <class Make>
+  void Change(const Make& make) {
+    const ChangeUnderWay underWay(*this);
+    const auto before = Current();
+    const auto after = make(before);
+    {
+      const std::lock_guard lock(versionMutex);
+      version = after;
+    }
+    if (before->path->GetMainFolders() == after->path->GetMainFolders()) return;
+    listeners.Tell(*before->path, *after->path);
+  }
+
+  /// The same for the folders alone, which become refresh(current version). Without a difference
+  /// the path stays, and with it all that it has learned.
+  template <class Refresh>
+  void ChangeFolders(const Refresh& refresh) {
+    Change([&](const std::shared_ptr<const Version>& current) {
+      Folders refreshed = refresh(*current);
+      return refreshed == current->path->GetMainFolders()
+                 ? current
+                 : MakeVersion(std::move(refreshed), current->knownPackages);
+    });
+  }
+
+  Listeners listeners;
+
+ private:
+  /// Keeps changes apart, and knows one that comes from within another.
+  class ChangeUnderWay {
+   public:
+    explicit ChangeUnderWay(State& changed) : state(changed) {
+      // Only this thread can have stored its own id, so no other store matters.
+      if (state.changer == std::this_thread::get_id()) throw RecursivePathChangeException();
+      lock = std::unique_lock(state.changeMutex);
+      state.changer = std::this_thread::get_id();
+    }
+    ChangeUnderWay(const ChangeUnderWay&) = delete;
+    ChangeUnderWay& operator=(const ChangeUnderWay&) = delete;
+    ~ChangeUnderWay() { state.changer = std::thread::id(); }
+
+   private:
+    State& state;
+    std::unique_lock<std::mutex> lock;
+  };
+
+  mutable std::mutex versionMutex;  // guards version
+  std::shared_ptr<const Version> version;
+  std::mutex changeMutex;  // held throughout a change
+  std::atomic<std::thread::id> changer = std::thread::id();
+};
+
+MainSearchPathManager::MainSearchPathManager(Folders folders)
+    : state(std::make_unique<State>(std::move(folders))) {}
+
+MainSearchPathManager::~MainSearchPathManager() = default;
+
+void MainSearchPathManager::SetFolderIRIs(const AbsoluteIRIRange& folders,
+                                          Notification& /*notification*/) {
+  const std::vector<AbsoluteIRI> locations(folders.begin(), folders.end());
+  state->ChangeFolders([&](const Version& current) {
+    return RearrangeFolders(current.path->GetMainFolders(), locations);
+  });
+}
+
+std::shared_ptr<const std::vector<ComponentIdentifier>> MainSearchPathManager::GetPackagesOnPath()
+    const {
+  return state->Current()->packages;
+}
+
+std::shared_ptr<const std::vector<AbsoluteIRI>> MainSearchPathManager::GetFolderIRIs() const {
+  return state->Current()->locations;
+}
+
+std::shared_ptr<const FolderPath> MainSearchPathManager::GetPath() const {
+  return state->Current()->path;
+}
+
+void MainSearchPathManager::RefreshFolders(const AbsoluteIRIRange& locations) {
+  const ChangedFolders changed(locations);
+  state->ChangeFolders([&](const Version& current) {
+    return host::RefreshFolders(current.path->GetMainFolders(), changed);
+  });
+}
+
+void MainSearchPathManager::RefreshAllFolders() {
+  state->ChangeFolders(
+      [](const Version& current) { return host::RefreshFolders(current.path->GetMainFolders()); });
+}
+
+void MainSearchPathManager::SetKnownPackages(std::vector<KnownPackage> packages) {
+  const auto known = std::make_shared<const Packages>(std::move(packages));
+  state->Change([&](const std::shared_ptr<const Version>& current) {
+    auto onPath = FindPackagesOn(current->path->GetMainFolders(), *known);
+    Version changed = *current;
+    changed.knownPackages = known;
+    changed.packages = std::make_shared<const std::vector<ComponentIdentifier>>(std::move(onPath));
+    return std::make_shared<const Version>(std::move(changed));
+  });
+}
+
+MainSearchPathManager::Subscription MainSearchPathManager::AddListener(Listener listener,
+                                                                       ComparisonFilter filter) {
+  return state->listeners.Add({.call = std::move(listener), .filter = filter});
+}
+
+foundation::core::except::Notification RemoveFolderTexts(const UstringRange& folders,
+                                                         const WorkingFolder& workingFolder,
+                                                         IMainSearchPathManager& manager) {
+  std::vector<AbsoluteIRI> locations;
+  std::vector<ustring> unlocated;
+  for (const ustring& folder : folders) {
+    try {
+      locations.push_back(workingFolder.Locate(folder));
+    } catch (const current_working_folder::FailedToAbsolutizeException&) {
+      unlocated.push_back(folder);
+    }
+  }
+  Notification notification = RemoveIRIsFromZentraPath(locations, manager);
+  for (ustring& folder : unlocated) {
+    notification.Append(
+        {.catalogue = u"ZENTRA:rmpath", .key = u"DirNotFound", .arguments = {std::move(folder)}});
+  }
+  return notification;
+}
+
+}  // namespace Corvane::PathManagement::host

@@ -1,0 +1,244 @@
+#include "searchpath/host/path_refresh.h"
+
+#include "host/common/held_hash.h"
+#include "host/common/parallel.h"
+#include "host/folder/folder_state.h"
+#include "searchpath/utilities/iri_conversion.h"
+#include "searchpath/utilities/path_strings.h"
+
+#include <boost/unordered/unordered_flat_map.hpp>
+#include <boost/unordered/unordered_flat_set.hpp>
+
+#include <cstddef>
+#include <map>
+#include <optional>
+#include <utility>
+
+namespace Corvane::PathManagement::host {
+
+namespace {
+
+using Folder = std::shared_ptr<const FolderEntry>;
+using Folders = std::vector<Folder>;
+
+bool AreSameFolder(const FolderEntry& left, const FolderEntry& right) {
+  const AbsoluteIRI folder = left.GetCanonicalAbsoluteIRI();
+  return folder == static_cast<const AbsoluteIRI&>(right.GetCanonicalAbsoluteIRI());
+}
+
+/// Compares a folder and all that hangs below it with an earlier version, top down, and takes what
+/// is unchanged from there, bottom up. In loops, since folders nest deeper than stacks.
+class Sharing {
+ public:
+  /// Folders that `changedFolders` does not name are as they were; without it, all may have changed.
+  Sharing(const Folder& fresh, const Folder& old, const ChangedFolders* changedFolders = nullptr)
+      : changed(changedFolders) {
+    nodes.push_back({.fresh = fresh, .old = old});
+    for (std::size_t at = 0; at < nodes.size(); ++at) Compare(at);
+  }
+
+  /// The old entry, the fresh one, or a new one that holds entries of both.
+  [[nodiscard]] Folder Result() {
+    for (std::size_t at = nodes.size() - 1; at > 0; --at) {
+      Node& parent = nodes[nodes[at].parent];
+      if (!nodes[at].isUnchanged) parent.isUnchanged = false;
+      parent.below[nodes[at].place] = ResultAt(nodes[at]);
+    }
+    return ResultAt(nodes.front());
+  }
+
+ private:
+  struct Node {
+    Folder fresh;  // the old one where that is as it was
+    Folder old;
+    std::size_t parent = 0;
+    std::size_t place = 0;     // among the folders directly below the parent
+    bool isUnchanged = false;  // with all below it that has been looked at
+    Folders below = {};        // of the fresh one, unless it is not asked
+  };
+
+  void Compare(std::size_t at) {
+    const Folder old = nodes[at].old;
+    const Folder fresh = nodes[at].fresh = ListedAnew(nodes[at].fresh, old);
+    if (!AreSameFolder(*fresh, *old)) return;
+    nodes[at].isUnchanged = true;
+    const FolderState& oldState = StateOf(*old);
+    if (fresh == old && !oldState.IsListed()) return;
+    if (oldState.IsUntouched() && StateOf(*fresh).IsUntouched()) return;
+    nodes[at].below = fresh->GetSpecialFolders();
+    const Folders& oldBelow = old->GetSpecialFolders();
+    nodes[at].isUnchanged =
+        nodes[at].below.size() == oldBelow.size() && StateOf(*fresh).HoldsSameAs(oldState);
+    AddBelow(at, oldBelow);
+  }
+
+  [[nodiscard]] Folder ListedAnew(const Folder& fresh, const Folder& old) const {
+    if (changed == nullptr || !AreSameFolder(*fresh, *old)) return fresh;
+    if (!changed->Name(*old)) return old;
+    return fresh == old ? StateOf(*old).MakeUnlisted() : fresh;
+  }
+
+  void AddBelow(std::size_t parent, const Folders& oldBelow) {
+    if (oldBelow.empty()) return;
+    std::map<ustring, Folder> byName;
+    for (const Folder& old : oldBelow) byName.emplace(old->GetAbsoluteIRI().getName(), old);
+    for (std::size_t place = 0; place < nodes[parent].below.size(); ++place) {
+      const Folder fresh = nodes[parent].below[place];
+      const auto old = byName.find(fresh->GetAbsoluteIRI().getName());
+      if (old == byName.end()) {
+        nodes[parent].isUnchanged = false;
+      } else {
+        nodes.push_back({.fresh = fresh, .old = old->second, .parent = parent, .place = place});
+      }
+    }
+  }
+
+  static Folder ResultAt(Node& node) {
+    if (node.isUnchanged) return node.old;
+    if (node.below.empty() || node.below == node.fresh->GetSpecialFolders()) return node.fresh;
+    return StateOf(*node.fresh).MakeWith(std::move(node.below));
+  }
+
+  const ChangedFolders* changed;  // null: all
+  std::vector<Node> nodes;        // each behind the one above it
+};
+
+/// Finds the entries of a path by location or identity, each once.
+class Counterparts {
+ public:
+  template <class KeyOf>
+  Counterparts(Folders allFolders, const KeyOf& keyOf) : folders(std::move(allFolders)) {
+    others.resize(folders.size());
+    for (std::size_t at = folders.size(); at-- > 0;) {
+      const auto [first, isNew] = firsts.try_emplace(keyOf(*folders[at]), at);
+      if (!isNew) others[at] = std::exchange(first->second, at);
+    }
+  }
+
+  /// Null when there is none, or none is left.
+  [[nodiscard]] Folder Take(const AbsoluteIRI& key) {
+    const auto first = firsts.find(key);
+    if (first == firsts.end() || !first->second) return nullptr;
+    const std::size_t at = *first->second;
+    first->second = others[at];
+    return std::exchange(folders[at], nullptr);
+  }
+
+  [[nodiscard]] Folders TakeRest() {
+    std::erase(folders, nullptr);
+    return std::move(folders);
+  }
+
+ private:
+  using Place = std::optional<std::size_t>;
+
+  Folders folders;  // null where it was taken
+  boost::unordered_flat_map<AbsoluteIRI, Place, HeldHash> firsts;
+  std::vector<Place> others;  // the next with the same key
+};
+
+AbsoluteIRI LocationOf(const FolderEntry& folder) { return folder.GetAbsoluteIRI(); }
+AbsoluteIRI IdentityOf(const FolderEntry& folder) { return folder.GetCanonicalAbsoluteIRI(); }
+
+}  // namespace
+
+Folders RearrangeFolders(const Folders& oldFolders, const std::vector<AbsoluteIRI>& locations) {
+  Counterparts counterparts(oldFolders, LocationOf);
+  Folders rearranged;
+  rearranged.reserve(locations.size());
+  for (const AbsoluteIRI& location : locations) {
+    Folder old = counterparts.Take(location);
+    rearranged.push_back(old != nullptr ? std::move(old) : FolderEntry::Create(location));
+  }
+  return rearranged;
+}
+
+Folders RefreshFolders(const Folders& oldFolders) {
+  Folders refreshed = oldFolders;
+  AnyInParallel(refreshed.size(), [&](std::size_t at) {
+    const Folder fresh = FolderEntry::Create(refreshed[at]->GetAbsoluteIRI());
+    refreshed[at] = Sharing(fresh, refreshed[at]).Result();
+    return false;
+  });
+  return refreshed;
+}
+
+Folders RefreshFolders(const Folders& oldFolders, const ChangedFolders& changed) {
+  Folders refreshed = oldFolders;
+  std::vector<std::size_t> asked;
+  for (std::size_t at = 0; at < refreshed.size(); ++at) {
+    if (changed.Concern(*refreshed[at])) asked.push_back(at);
+  }
+  AnyInParallel(asked.size(), [&](std::size_t index) {
+    Folder& folder = refreshed[asked[index]];
+    // Made anew, since a link on the way to it may lead elsewhere by now.
+    const Folder fresh =
+        changed.Name(*folder) ? FolderEntry::Create(folder->GetAbsoluteIRI()) : folder;
+    folder = Sharing(fresh, folder, &changed).Result();
+    return false;
+  });
+  return refreshed;
+}
+
+Folders ShareUnchangedFolders(const Folders& folders, const Folders& oldFolders) {
+  Folders shared = folders;
+  Folders old;
+  Counterparts sameLocation(oldFolders, LocationOf);
+  for (const Folder& folder : folders) old.push_back(sameLocation.Take(LocationOf(*folder)));
+  Counterparts sameFolder(sameLocation.TakeRest(), IdentityOf);
+  for (std::size_t at = 0; at < old.size(); ++at) {
+    if (old[at] == nullptr) old[at] = sameFolder.Take(IdentityOf(*folders[at]));
+  }
+  AnyInParallel(shared.size(), [&](std::size_t at) {
+    if (old[at] != nullptr) shared[at] = Sharing(shared[at], old[at]).Result();
+    return false;
+  });
+  return shared;
+}
+
+struct ChangedFolders::Locations {
+  /// A special folder that comes or goes is a change of the one above it.
+  void Add(AbsoluteIRI location) {
+    while (named.insert(location).second && location.hasParent() &&
+           GetPathEntryTypeFromBaseName(location.getName()) != PathEntryType::Ordinary) {
+      location = location.getParent();
+    }
+  }
+
+  [[nodiscard]] bool Hold(const FolderEntry& folder) const {
+    return named.contains(LocationOf(folder)) || named.contains(IdentityOf(folder));
+  }
+
+  boost::unordered_flat_set<AbsoluteIRI, HeldHash> named;
+};
+
+ChangedFolders::ChangedFolders(const AbsoluteIRIRange& locations) {
+  const auto added = std::make_shared<Locations>();
+  for (const AbsoluteIRI& location : locations) {
+    added->Add(location);
+    try {
+      added->Add(GetCanonicalIRI(location));
+    } catch (const foundation::storage::vfs::Exception&) {
+      // Entries for what cannot be resolved are known by the location itself.
+    }
+  }
+  all = added;
+}
+
+ChangedFolders::~ChangedFolders() = default;
+
+bool ChangedFolders::Name(const FolderEntry& folder) const { return all->Hold(folder); }
+
+bool ChangedFolders::Concern(const FolderEntry& mainFolder) const {
+  std::vector<const FolderEntry*> pending = {&mainFolder};
+  while (!pending.empty()) {
+    const FolderEntry& folder = *pending.back();
+    pending.pop_back();
+    if (all->Hold(folder)) return true;
+    if (!StateOf(folder).IsListed()) continue;
+    for (const Folder& below : folder.GetSpecialFolders()) pending.push_back(below.get());
+  }
+  return false;
+}
+
+}  // namespace Corvane::PathManagement::host

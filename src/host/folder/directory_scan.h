@@ -1,0 +1,36 @@
+#ifndef SEARCHPATH_SRC_HOST_FOLDER_DIRECTORY_SCAN_H
+#define SEARCHPATH_SRC_HOST_FOLDER_DIRECTORY_SCAN_H
+
+#include "host/folder/folder_listing.h"
+#include "searchpath/model/absolute_iri.h"
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace Corvane::PathManagement::host {
+
+/// Lists the folder at `location` with one pass of directory reads: regular files and folders, each
+/// also through links. Only links, and files whose type the file system does not tell, are asked
+/// about. A folder that cannot be opened is empty; one that cannot be read to its end holds what
+/// was read.
+[[nodiscard]] FolderListing ListFolder(const AbsoluteIRI& location);
+
+// The pieces of a listing that comes from elsewhere than the disk.
+
+/// Adds a folder that stands in the listed one itself.
+void AddSubfolder(FolderListing& listing, std::string_view name);
+
+/// Asks anew where the links of the listing of the folder at the native path lead.
+void AskLinks(const std::string& path, FolderListing& listing);
+
+/// Adds the files and folders behind the links, and puts the folders in order; the last step.
+void AddLinked(FolderListing& listing);
+
+/// Why the folder at `location` cannot be listed; empty when it can be opened.
+[[nodiscard]] std::optional<current_working_folder::AbsolutizeError> ProbeFolder(
+    const AbsoluteIRI& location);
+
+}  // namespace Corvane::PathManagement::host
+
+#endif  // SEARCHPATH_SRC_HOST_FOLDER_DIRECTORY_SCAN_H

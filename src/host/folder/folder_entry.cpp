@@ -1,0 +1,159 @@
+#include "searchpath/host/folder_entry.h"
+
+#include "host/folder/folder_state.h"
+#include "host/folder/folder_walk.h"
+#include "searchpath/host/filename_comparison.h"
+
+#include <algorithm>
+#include <iterator>
+#include <numeric>
+#include <utility>
+
+namespace Corvane::PathManagement::host {
+
+namespace {
+
+using PathManagement::detail::SearchTarget;
+using Folders = std::vector<std::shared_ptr<const FolderEntry>>;
+using Entries = std::vector<std::shared_ptr<const IPathEntry>>;
+
+}  // namespace
+
+FolderState& StateOf(const FolderEntry& entry) noexcept { return *entry.state; }
+
+std::shared_ptr<const FolderEntry> FolderEntry::Create(const AbsoluteIRI& location) {
+  return FolderState::CreateMainFolder(location, nullptr);
+}
+
+std::shared_ptr<const FolderEntry> FolderEntry::Create(std::unique_ptr<FolderState> initialState) {
+  return std::shared_ptr<const FolderEntry>(new FolderEntry(std::move(initialState)));
+}
+
+FolderEntry::FolderEntry(std::unique_ptr<FolderState> initialState)
+    : state(std::move(initialState)) {}
+
+FolderEntry::~FolderEntry() = default;
+
+PathEntryType FolderEntry::GetPathEntryType() const { return state->Kind(); }
+
+std::size_t FolderEntry::GetItemCount() const { return ListedState().Files().size(); }
+
+std::shared_ptr<const std::vector<std::shared_ptr<const PathItem>>> FolderEntry::GetItems() const {
+  const NameBlock& names = ListedState().Files();
+  std::vector<std::size_t> order(names.size());
+  std::iota(order.begin(), order.end(), std::size_t{0});
+  std::sort(order.begin(), order.end(),
+            [&names](std::size_t left, std::size_t right) { return names[left] < names[right]; });
+  std::vector<std::shared_ptr<const PathItem>> items;
+  items.reserve(order.size());
+  for (const std::size_t index : order) items.push_back(state->ItemAt(index));
+  return std::make_shared<const std::vector<std::shared_ptr<const PathItem>>>(std::move(items));
+}
+
+FolderState& FolderEntry::ListedState() const {
+  state->List();
+  return *state;
+}
+
+CanonicalAbsoluteIRI FolderEntry::GetCanonicalAbsoluteIRI() const { return state->Canonical(); }
+
+AbsoluteIRI FolderEntry::GetAbsoluteIRI() const { return state->Location(); }
+
+namespace {
+
+std::shared_ptr<const IPathEntry> FirstOfKind(const Folders& folders, PathEntryType kind) {
+  const auto found = std::find_if(folders.begin(), folders.end(), [kind](const auto& folder) {
+    return folder->GetPathEntryType() == kind;
+  });
+  return found == folders.end() ? nullptr : *found;
+}
+
+std::shared_ptr<const Entries> AllOfKind(const Folders& folders, PathEntryType kind) {
+  Entries entries;
+  std::copy_if(folders.begin(), folders.end(), std::back_inserter(entries),
+               [kind](const auto& folder) { return folder->GetPathEntryType() == kind; });
+  return std::make_shared<const Entries>(std::move(entries));
+}
+
+}  // namespace
+
+std::shared_ptr<const IPathEntry> FolderEntry::GetSingleSubfolderEntryA() const {
+  return FirstOfKind(GetSpecialFolders(), PathEntryType::PrivateFolder);
+}
+
+std::shared_ptr<const IPathEntry> FolderEntry::GetSingleSubfolderEntryB() const {
+  return FirstOfKind(GetSpecialFolders(), PathEntryType::ResourcesFolder);
+}
+
+std::shared_ptr<const Entries> FolderEntry::GetSubfolderEntriesA() const {
+  return AllOfKind(GetSpecialFolders(), PathEntryType::PlusFolder);
+}
+
+std::shared_ptr<const Entries> FolderEntry::GetSubfolderEntriesB() const {
+  return AllOfKind(GetSpecialFolders(), PathEntryType::AtFolder);
+}
+
+std::shared_ptr<const Entries> FolderEntry::GetSubfolderEntriesC() const {
+  return std::make_shared<const Entries>();
+}
+
+std::shared_ptr<const PathItem> FolderEntry::FindItem(const SearchTarget& target,
+                                                      FilenameMatchingPolicy policy) const {
+  FolderState& listed = ListedState();
+  const auto first = [&](const ustring& name) -> std::shared_ptr<const PathItem> {
+    const auto files = listed.FilesNamed(name, policy);
+    return files.empty() ? nullptr : listed.ItemAt(files.front());
+  };
+  if (target.GetExtensions().empty()) return first(target.GetName());
+  for (const ustring& extension : target.GetExtensions()) {
+    if (auto item = first(target.GetName() + extension)) return item;
+  }
+  return nullptr;
+}
+
+std::vector<std::shared_ptr<const PathItem>> FolderEntry::FindItems(
+    const SearchTarget& target, FilenameMatchingPolicy policy) const {
+  FolderState& listed = ListedState();
+  std::vector<std::size_t> files;
+  const auto add = [&](const ustring& name) {
+    for (const std::size_t index : listed.FilesNamed(name, policy)) {
+      // Two extensions of the list may be the same one but for case.
+      if (std::find(files.begin(), files.end(), index) == files.end()) files.push_back(index);
+    }
+  };
+  if (target.GetExtensions().empty()) add(target.GetName());
+  for (const ustring& extension : target.GetExtensions()) add(target.GetName() + extension);
+  std::vector<std::shared_ptr<const PathItem>> items;
+  items.reserve(files.size());
+  for (const std::size_t index : files) items.push_back(listed.ItemAt(index));
+  return items;
+}
+
+bool FolderEntry::ForEachEntryInScope(SearchScope scope, const PathEntryVisitor& visitor) const {
+  return WalkFolders(shared_from_this(), [&](const auto& entry, std::size_t /*depth*/) {
+    return IsInScope(scope, entry->GetPathEntryType()) && visitor(entry);
+  });
+}
+
+bool FolderEntry::ConcurrentForEachEntryInScope(SearchScope scope,
+                                                const PathEntryVisitor& visitor) const {
+  return ForEachEntryInScope(scope, visitor);
+}
+
+std::shared_ptr<std::function<bool(const ustring&, const ustring&)>>
+FolderEntry::GetFilenameComparator(FilenameMatchingPolicy policy) const {
+  return std::make_shared<std::function<bool(const ustring&, const ustring&)>>(
+      [policy](const ustring& left, const ustring& right) {
+        return AreSameFilename(left, right, policy);
+      });
+}
+
+const Folders& FolderEntry::GetSpecialFolders() const { return ListedState().SpecialFolders(); }
+
+Folders FolderEntry::CreateOrdinaryFolders() const { return ListedState().MakeOrdinaryFolders(); }
+
+std::vector<FolderProblem> FolderEntry::GetProblems() const { return state->Problems(); }
+
+Freshness FolderEntry::GetFreshness() const { return state->AskFreshness(); }
+
+}  // namespace Corvane::PathManagement::host

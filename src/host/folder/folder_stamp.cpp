@@ -1,0 +1,66 @@
+#include "host/folder/folder_stamp.h"
+
+#include "host/folder/open_path.h"
+
+#include <climits>
+
+#include <fcntl.h>
+#include <unistd.h>
+
+namespace Corvane::PathManagement::host {
+
+namespace {
+
+constexpr std::int64_t kSecond = 1'000'000'000;  // in nanoseconds
+constexpr std::int64_t kGrain = 2 * kSecond;
+constexpr std::int64_t kLastSecond = 9'000'000'000;  // whose nanoseconds fit into 64 bits
+
+bool HasNanoseconds(const timespec& time) {
+  return time.tv_sec > -kLastSecond && time.tv_sec < kLastSecond;
+}
+
+std::int64_t Nanoseconds(const timespec& time) { return time.tv_sec * kSecond + time.tv_nsec; }
+
+/// Empty when there is no folder to be reached there.
+std::optional<struct stat> StatusOf(const std::string& path) {
+  struct stat status = {};
+  const bool isKnown = path.size() < PATH_MAX ? stat(path.c_str(), &status) == 0 : [&] {
+    const Descriptor folder = OpenFolder(path);
+    return folder.IsOpen() && fstat(folder.Get(), &status) == 0;
+  }();
+  if (!isKnown || !S_ISDIR(status.st_mode)) return std::nullopt;
+  return status;
+}
+
+/// Whether this process may list the folder; most folders are open to everybody, which says so
+/// without a further question.
+bool IsReadable(const std::string& path, const struct stat& status) {
+  constexpr mode_t forEverybody = S_IRUSR | S_IRGRP | S_IROTH;
+  if ((status.st_mode & forEverybody) == forEverybody) return true;
+  return OpenFolder(path).IsOpen();
+}
+
+}  // namespace
+
+std::optional<FolderStamp> StampOf(const struct stat& status, const timespec& now) {
+  if (!HasNanoseconds(status.st_mtim) || !HasNanoseconds(status.st_ctim)) return std::nullopt;
+  if (Nanoseconds(status.st_mtim) > Nanoseconds(now) - kGrain) return std::nullopt;
+  return FolderStamp{.modified = Nanoseconds(status.st_mtim),
+                     .changed = Nanoseconds(status.st_ctim),
+                     .inode = status.st_ino};
+}
+
+Freshness AskFreshness(const std::string& path, const std::optional<FolderStamp>& stamp) {
+  const auto status = StatusOf(path);
+  if (!status || !IsReadable(path, *status)) return Freshness::Gone;
+  if (!stamp) return Freshness::Unknown;
+  if (!HasNanoseconds(status->st_mtim) || !HasNanoseconds(status->st_ctim)) return Freshness::Stale;
+  // A folder that was copied with all its times is another one: so is one of two that were made in
+  // the same instant and changed places.
+  const FolderStamp now{.modified = Nanoseconds(status->st_mtim),
+                        .changed = Nanoseconds(status->st_ctim),
+                        .inode = status->st_ino};
+  return *stamp == now ? Freshness::Fresh : Freshness::Stale;
+}
+
+}  // namespace Corvane::PathManagement::host

@@ -1,0 +1,88 @@
+#include "searchpath/host/folder_tree.h"
+
+#include "host/common/held_hash.h"
+
+#include <boost/unordered/unordered_flat_set.hpp>
+
+#include <cstddef>
+#include <memory>
+#include <utility>
+#include <vector>
+
+namespace Corvane::PathManagement::host {
+
+namespace {
+
+using Folders = std::vector<std::shared_ptr<const FolderEntry>>;
+
+/// Whether `folder` stands behind a link in `parent`.
+bool IsBehindLink(const FolderEntry& parent, const FolderEntry& folder) {
+  const AbsoluteIRI target = folder.GetCanonicalAbsoluteIRI();
+  return !target.hasParent() || target.getName() != folder.GetAbsoluteIRI().getName() ||
+         !(target.getParent() == static_cast<const AbsoluteIRI&>(parent.GetCanonicalAbsoluteIRI()));
+}
+
+/// Walks a tree in two passes: what can be reached without a link is taken there, whatever links lead to
+/// it as well.
+class TreeWalk {
+ public:
+  explicit TreeWalk(std::shared_ptr<const FolderEntry> root) {
+    nodes.push_back({std::move(root), {}});
+    WalkWithoutLinks(0);
+    for (; nextLink < links.size(); ++nextLink) WalkWithoutLinks(links[nextLink]);
+  }
+
+  [[nodiscard]] Folders InPathOrder() const {
+    Folders tree;
+    std::vector<std::size_t> pending = {0};
+    while (!pending.empty()) {
+      const Node& node = nodes[pending.back()];
+      pending.pop_back();
+      if (!node.isTaken) continue;
+      tree.push_back(node.folder);
+      pending.insert(pending.end(), node.below.rbegin(), node.below.rend());
+    }
+    return tree;
+  }
+
+ private:
+  struct Node {
+    std::shared_ptr<const FolderEntry> folder;
+    std::vector<std::size_t> below;  // in the order of their names
+    bool isTaken = false;            // the first node of its folder
+  };
+
+  void WalkWithoutLinks(std::size_t top) {
+    std::vector<std::size_t> pending = {top};
+    while (!pending.empty()) {
+      const std::size_t at = pending.back();
+      pending.pop_back();
+      const auto folder = nodes[at].folder;
+      if (!seen.insert(folder->GetCanonicalAbsoluteIRI()).second) continue;
+      nodes[at].isTaken = true;
+      for (auto& below : folder->CreateOrdinaryFolders()) {
+        const std::size_t node = nodes.size();
+        (IsBehindLink(*folder, *below) ? links : pending).push_back(node);
+        nodes[at].below.push_back(node);
+        nodes.push_back({std::move(below), {}});
+      }
+    }
+  }
+
+  std::vector<Node> nodes;  // the root first
+  std::vector<std::size_t> links;
+  std::size_t nextLink = 0;
+  boost::unordered_flat_set<AbsoluteIRI, HeldHash> seen;
+};
+
+}  // namespace
+
+std::vector<std::shared_ptr<const FolderEntry>> CreateFolderTree(const AbsoluteIRI& root) {
+  return CreateFolderTree(FolderEntry::Create(root));
+}
+
+Folders CreateFolderTree(std::shared_ptr<const FolderEntry> root) {
+  return TreeWalk(std::move(root)).InPathOrder();
+}
+
+}  // namespace Corvane::PathManagement::host

@@ -1,0 +1,46 @@
+#ifndef SEARCHPATH_SRC_HOST_FOLDER_FOLDER_WALK_H
+#define SEARCHPATH_SRC_HOST_FOLDER_FOLDER_WALK_H
+
+#include "searchpath/host/folder_entry.h"
+#include "searchpath/model/search_scope.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <memory>
+#include <utility>
+#include <vector>
+
+namespace Corvane::PathManagement::host {
+
+[[nodiscard]] inline bool IsInScope(SearchScope scope, PathEntryType kind) {
+  return scope.Contains(static_cast<std::uint32_t>(kind));
+}
+
+/// Whether `scope` holds kinds that only entries below the main entries have.
+[[nodiscard]] inline bool ReachesBelowMainEntries(SearchScope scope) {
+  return std::any_of(scope.begin(), scope.end(), [](std::uint32_t kind) {
+    return kind != static_cast<std::uint32_t>(PathEntryType::Ordinary);
+  });
+}
+
+/// Calls visit(entry, depth) for `top`, at depth 0, and all entries below it, in path order, until
+/// it returns true; returns whether it did. A loop, not a recursion: folders nest deeper than
+/// stacks. An entry's own special folders are asked for only after it was visited.
+template <class Visit>
+bool WalkFolders(const std::shared_ptr<const FolderEntry>& top, const Visit& visit) {
+  std::vector<std::pair<std::shared_ptr<const FolderEntry>, std::size_t>> pending = {{top, 0}};
+  while (!pending.empty()) {
+    const auto [entry, depth] = std::move(pending.back());
+    pending.pop_back();
+    if (visit(entry, depth)) return true;
+    const auto& below = entry->GetSpecialFolders();
+    for (auto child = below.rbegin(); child != below.rend(); ++child) {
+      pending.emplace_back(*child, depth + 1);
+    }
+  }
+  return false;
+}
+
+}  // namespace Corvane::PathManagement::host
+
+#endif  // SEARCHPATH_SRC_HOST_FOLDER_FOLDER_WALK_H

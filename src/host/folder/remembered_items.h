@@ -1,0 +1,81 @@
+#ifndef SEARCHPATH_SRC_HOST_FOLDER_REMEMBERED_ITEMS_H
+#define SEARCHPATH_SRC_HOST_FOLDER_REMEMBERED_ITEMS_H
+
+#include "searchpath/model/path_item.h"
+
+#include <atomic>
+#include <cstddef>
+#include <memory>
+#include <utility>
+
+namespace Corvane::PathManagement::host {
+
+/// The items of a folder, each made when it is first asked for, so that the same file is always the
+/// same object.
+///
+/// Threads: `Get` from any thread, without a lock.
+/// Cost: one pointer for each file, from the first `Get` on.
+class RememberedItems {
+ public:
+  RememberedItems() = default;
+  RememberedItems(const RememberedItems&) = delete;
+  RememberedItems& operator=(const RememberedItems&) = delete;
+  ~RememberedItems() {
+    Slot* const all = slots.load(std::memory_order_relaxed);
+    for (std::size_t index = 0; all != nullptr && index < count; ++index) {
+      if (Remembered* const kept = all[index].load(std::memory_order_relaxed)) Release(*kept);
+    }
+    delete[] all;
+  }
+
+  /// Precondition: called once, before any `Get`.
+  void SetCount(std::size_t itemCount) noexcept { count = itemCount; }
+
+  /// The item at `index`, which `make` makes when there is none. When two threads make it at once,
+  /// one of them wins and both get that one. The reference lives as long as this object.
+  template <class Make>
+  [[nodiscard]] const std::shared_ptr<const PathItem>& Get(std::size_t index, const Make& make) {
+    Slot& slot = Slots()[index];
+    if (const Remembered* kept = slot.load(std::memory_order_acquire)) return kept->self;
+    const auto made = std::make_shared<Remembered>(make());
+    made->self = std::shared_ptr<const PathItem>(made, &made->item);
+    Remembered* winner = nullptr;
+    if (slot.compare_exchange_strong(winner, made.get(), std::memory_order_acq_rel)) {
+      winner = made.get();
+    } else {
+      Release(*made);
+    }
+    return winner->self;
+  }
+
+ private:
+  /// An item that owns itself, until the folder lets go of it: a look-up then touches the one
+  /// allocation that holds the item, its owner and the count of owners.
+  struct Remembered {
+    explicit Remembered(PathItem&& newItem) : item(std::move(newItem)) {}
+    std::shared_ptr<const PathItem> self;
+    PathItem item;
+  };
+  using Slot = std::atomic<Remembered*>;
+
+  static void Release(Remembered& remembered) noexcept {
+    const std::shared_ptr<const PathItem> last = std::move(remembered.self);
+  }
+
+  Slot* Slots() {
+    if (Slot* all = slots.load(std::memory_order_acquire)) return all;
+    auto made = std::make_unique<Slot[]>(count);
+    Slot* winner = nullptr;
+    if (slots.compare_exchange_strong(winner, made.get(), std::memory_order_acq_rel)) {
+      winner = made.release();
+    }
+    return winner;
+  }
+
+  std::size_t count = 0;
+  std::atomic<Slot*> slots = nullptr;
+};
+
+}  // namespace Corvane::PathManagement::host
+
+#endif  // SEARCHPATH_SRC_HOST_FOLDER_REMEMBERED_ITEMS_H

@@ -1,0 +1,221 @@
+#include "host/packages/located_json.h"
+
+#include "model/quoted_text.h"
+#include "searchpath/model/byte_text.h"
+
+#include <nlohmann/json.hpp>
+#include <unicode/utf8.h>
+
+#include <algorithm>
+#include <iterator>
+#include <string>
+
+namespace Corvane::PathManagement::host {
+
+namespace {
+
+constexpr std::size_t kMostLevels = 32;
+constexpr std::size_t kMostValues = 10'000;
+
+/// Where the parser stands in a text, which it does not tell of values.
+class Lines {
+ public:
+  explicit Lines(std::string_view bytes) : text(bytes) {}
+
+  /// The line of the token that has just been read. A number ends only with the byte behind it,
+  /// which may be a line break and does not count.
+  std::size_t GetLine() {
+    const std::size_t end = std::max<std::size_t>(read, 1) - 1;
+    const auto from = text.begin() + static_cast<std::ptrdiff_t>(counted);
+    const auto to = text.begin() + static_cast<std::ptrdiff_t>(std::max(end, counted));
+    line += static_cast<std::size_t>(std::count(from, to, '\n'));
+    counted = std::max(end, counted);
+    return line;
+  }
+
+  /// An iterator over the text that tells how far it came.
+  class Iterator {
+   public:
+    using iterator_category = std::input_iterator_tag;
+    using value_type = char;
+    using difference_type = std::ptrdiff_t;
+    using pointer = const char*;
+    using reference = const char&;
+
+    Iterator(Lines& of, std::size_t from) : lines(&of), at(from) {}
+    reference operator*() const { return lines->text[at]; }
+    Iterator& operator++() {
+      lines->read = ++at;
+      return *this;
+    }
+    friend bool operator==(const Iterator& left, const Iterator& right) {
+      return left.at == right.at;
+    }
+
+   private:
+    Lines* lines;
+    std::size_t at;
+  };
+  Iterator Begin() { return {*this, 0}; }
+  Iterator End() { return {*this, text.size()}; }
+
+ private:
+  std::string_view text;
+  std::size_t read = 0;     // bytes that the parser has taken
+  std::size_t counted = 0;  // bytes whose line breaks are in line
+  std::size_t line = 1;
+};
+
+/// Takes what the parser meets, in its order; the names of these operations are the parser's.
+class TreeBuilder {
+ public:
+  explicit TreeBuilder(Lines& textLines) : lines(textLines) {}
+
+  bool null() { return Add(nullptr); }
+  bool boolean(bool value) { return Add(value); }
+  bool number_integer(std::int64_t value) { return Add(value); }
+  bool number_unsigned(std::uint64_t value) {
+    if (!std::in_range<std::int64_t>(value)) Fail(PackageFault::OutOfRange);
+    return Add(static_cast<std::int64_t>(value));
+  }
+  bool number_float(double value, const std::string& digits) {
+    // An integer of very many digits comes as one, too, and would lose some. What stands before
+    // decimals depends on the locale here.
+    const bool isInteger = digits.find_first_not_of("-0123456789") == std::string::npos;
+    if (isInteger) Fail(PackageFault::OutOfRange);
+    return Add(value);
+  }
+  bool string(const std::string& value) { return Add(TextFromBytes(value)); }
+  // Only other formats than JSON have it.
+  static bool binary(const nlohmann::json::binary_t& /*value*/) { return false; }
+  bool start_object(std::size_t /*unknown*/) { return Open(LocatedJson::Object()); }
+  bool start_array(std::size_t /*unknown*/) { return Open(LocatedJson::Array()); }
+  bool key(const std::string& name) {
+    // A member is there before its value, so that the field has its name by then.
+    Members().push_back({TextFromBytes(name), {lines.GetLine(), nullptr}});
+    return true;
+  }
+  bool end_object();
+  bool end_array() {
+    open.pop_back();
+    return true;
+  }
+  [[noreturn]] bool parse_error(std::size_t /*position*/, const std::string& /*token*/,
+                                const nlohmann::json::exception& /*error*/) {
+    throw ManifestException(PackageFault::Syntax, lines.GetLine(), {});
+  }
+
+  LocatedJson TakeRoot() { return std::move(root); }
+
+ private:
+  [[nodiscard]] LocatedJson::Object& Members() const {
+    return std::get<LocatedJson::Object>(open.back()->content);
+  }
+  [[nodiscard]] ustring Field() const;
+  [[noreturn]] void Fail(PackageFault fault) {
+    Place();  // so that an element is counted
+    throw ManifestException(fault, lines.GetLine(), Field());
+  }
+
+  /// Where the value that has just been met belongs.
+  LocatedJson& Place();
+  template <class Content>
+  bool Add(Content content) {
+    if (++values > kMostValues) throw ManifestException(PackageFault::TooManyValues, {}, {});
+    Place() = {lines.GetLine(), std::move(content)};
+    return true;
+  }
+  template <class Content>
+  bool Open(Content content) {
+    if (open.size() == kMostLevels) Fail(PackageFault::TooDeep);
+    Add(std::move(content));
+    open.push_back(open.empty() ? &root : LastBelow(*open.back()));
+    return true;
+  }
+  static LocatedJson* LastBelow(LocatedJson& above) {
+    if (auto* array = std::get_if<LocatedJson::Array>(&above.content)) return &array->back();
+    return &std::get<LocatedJson::Object>(above.content).back().value;
+  }
+
+  Lines& lines;
+  LocatedJson root = {1, nullptr};
+  std::vector<LocatedJson*> open;  // containers, each in the one before it
+  std::size_t values = 0;
+};
+
+LocatedJson& TreeBuilder::Place() {
+  if (open.empty()) return root;
+  if (auto* array = std::get_if<LocatedJson::Array>(&open.back()->content)) {
+    return array->emplace_back(LocatedJson{1, nullptr});
+  }
+  return Members().back().value;
+}
+
+ustring TreeBuilder::Field() const {
+  ustring field;
+  for (const LocatedJson* container : open) {
+    if (const auto* array = std::get_if<LocatedJson::Array>(&container->content)) {
+      field = FieldBelow(field, array->size() - 1);
+    } else {
+      field = FieldBelow(field, std::get<LocatedJson::Object>(container->content).back().name);
+    }
+  }
+  return field;
+}
+
+bool TreeBuilder::end_object() {
+  const LocatedJson::Object& members = Members();
+  std::vector<const JsonMember*> byName;
+  byName.reserve(members.size());
+  for (const JsonMember& member : members) byName.push_back(&member);
+  const auto name = [](const JsonMember* member) -> const ustring& { return member->name; };
+  std::ranges::stable_sort(byName, {}, name);
+  const auto same = std::ranges::adjacent_find(byName, {}, name);
+  open.pop_back();
+  if (same == byName.end()) return true;
+  const JsonMember& second = **(same + 1);
+  throw ManifestException(PackageFault::RepeatedField, second.value.line,
+                          FieldBelow(Field(), second.name));
+}
+
+void CheckUtf8(std::string_view bytes) {
+  const auto* units = reinterpret_cast<const std::uint8_t*>(bytes.data());
+  for (std::size_t at = 0; at < bytes.size();) {
+    const std::size_t begin = at;
+    UChar32 codePoint = 0;
+    U8_NEXT(units, at, bytes.size(), codePoint);
+    if (codePoint >= 0) continue;
+    const auto line = 1 + std::ranges::count(bytes.substr(0, begin), '\n');
+    throw ManifestException(PackageFault::NotUtf8, static_cast<std::size_t>(line), {});
+  }
+}
+
+bool IsWord(const ustring& name) {
+  constexpr std::size_t kLongest = 60;
+  return !name.empty() && name.size() <= kLongest && std::ranges::all_of(name, [](char16_t unit) {
+    return (unit >= u'0' && unit <= u'9') || (unit >= u'A' && unit <= u'Z') ||
+           (unit >= u'a' && unit <= u'z') || unit == u'_' || unit == u'-';
+  });
+}
+
+}  // namespace
+
+ustring FieldBelow(const ustring& object, const ustring& name) {
+  // What is no word could be taken for the rest of the message, or be as long as the manifest.
+  return object + (object.empty() ? u"" : u".") +
+         (IsWord(name) ? name : TextFromBytes(PathManagement::detail::QuotedText(name)));
+}
+
+ustring FieldBelow(const ustring& array, std::size_t index) {
+  return array + u'[' + TextFromBytes(std::to_string(index)) + u']';
+}
+
+LocatedJson ParseJson(std::string_view bytes) {
+  CheckUtf8(bytes);
+  Lines lines(bytes);
+  TreeBuilder builder(lines);
+  static_cast<void>(nlohmann::json::sax_parse(lines.Begin(), lines.End(), &builder));
+  return builder.TakeRoot();
+}
+
+}  // namespace Corvane::PathManagement::host

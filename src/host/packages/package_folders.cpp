@@ -1,0 +1,59 @@
+#include "host/packages/package_folders.h"
+
+#include "host/folder/directory_scan.h"
+#include "host/folder/folder_state.h"
+#include "searchpath/utilities/iri_conversion.h"
+#include "searchpath/utilities/packages_on_path.h"
+
+#include <utility>
+
+namespace Corvane::PathManagement::host {
+
+namespace {
+
+using current_working_folder::AbsolutizeError;
+
+/// The folder of a package whose canonical location cannot be told, and why.
+FolderProblem ProblemOf(const Corvane::PackageRegistry::IPackage& package) {
+  for (const auto& each : package.GetFolders()) {
+    const auto reason = ProbeFolder(each.folder);
+    if (reason == AbsolutizeError::LinkLoop || reason == AbsolutizeError::InputOutput) {
+      return {GetStringFromIRI(each.folder), *reason};
+    }
+  }
+  return {GetStringFromIRI(package.GetMetadata().rootFolder), AbsolutizeError::Other};
+}
+
+}  // namespace
+
+GivenFolders WithPackageFolders(GivenFolders given, const PackageRegistry* registry,
+                                const std::shared_ptr<const ListingSource>& source) {
+  if (registry == nullptr) return given;
+  if (const auto& problem = registry->GetRootProblem()) given.unlocated.push_back(*problem);
+  for (const ComponentIdentifier& package : registry->GetIdentifiers()) {
+    try {
+      // One at a time, since the answer does not tell which folder is whose.
+      for (const AbsoluteIRI& folder : GetPathFoldersForPackages(*registry, {&package, 1})) {
+        given.folders.push_back({{FolderSource::Package, GetStringFromIRI(folder), package},
+                                 {FolderState::CreateMainFolder(folder, source)}});
+      }
+    } catch (const foundation::storage::vfs::Exception&) {
+      given.unlocated.push_back(ProblemOf(*registry->GetPackage(package)));
+    }
+  }
+  return given;
+}
+
+std::vector<KnownPackage> FindKnownPackages(const std::vector<GivenFolders::Given>& given) {
+  std::vector<KnownPackage> known;
+  for (const GivenFolders::Given& folder : given) {
+    const auto& package = folder.origin.package;
+    if (!package) continue;
+    // The folders of one package stand together.
+    if (known.empty() || known.back().package != *package) known.push_back({*package, {}});
+    known.back().folders.push_back(folder.entries.front()->GetCanonicalAbsoluteIRI());
+  }
+  return known;
+}
+
+}  // namespace Corvane::PathManagement::host

@@ -1,0 +1,27 @@
+#ifndef SEARCHPATH_SRC_HOST_PACKAGES_PACKAGE_FOLDERS_H
+#define SEARCHPATH_SRC_HOST_PACKAGES_PACKAGE_FOLDERS_H
+
+#include "host/folder/listing_source.h"
+#include "host/path/path_view.h"
+#include "searchpath/host/known_package.h"
+#include "searchpath/host/package_registry.h"
+
+#include <memory>
+#include <vector>
+
+namespace Corvane::PathManagement::host {
+
+/// `given`, and behind it the folders that the packages of `registry` put on the path, package by
+/// package; nothing more when `registry` is null. A package with a folder that leads into a loop of
+/// links puts none there, and that folder is a problem. Listings come from `source`, see
+/// `FolderState`.
+[[nodiscard]] GivenFolders WithPackageFolders(GivenFolders given, const PackageRegistry* registry,
+                                              const std::shared_ptr<const ListingSource>& source);
+
+/// The packages that put folders among `given`, in their order, each with these folders.
+[[nodiscard]] std::vector<KnownPackage> FindKnownPackages(
+    const std::vector<GivenFolders::Given>& given);
+
+}  // namespace Corvane::PathManagement::host
+
+#endif  // SEARCHPATH_SRC_HOST_PACKAGES_PACKAGE_FOLDERS_H

@@ -1,0 +1,205 @@
+#include "host/packages/package_manifest.h"
+
+#include "host/packages/located_json.h"
+#include "searchpath/model/byte_text.h"
+#include "searchpath/platform/iri_text.h"
+#include "searchpath/utilities/iri_conversion.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <functional>
+#include <initializer_list>
+#include <map>
+#include <optional>
+#include <set>
+#include <type_traits>
+#include <utility>
+#include <variant>
+#include <vector>
+
+namespace Corvane::PathManagement::host {
+
+namespace {
+
+using Corvane::PackageRegistry::IPackage;
+using Corvane::PackageRegistry::PackageFolder;
+using Corvane::PackageRegistry::PackageMetadata;
+using Corvane::PackageRegistry::PropertyValue;
+using Properties = std::map<ustring, PropertyValue, std::less<>>;
+using Tags = std::shared_ptr<const std::set<int>>;
+
+class Package final : public IPackage {
+ public:
+  Package(PackageMetadata itsMetadata, std::vector<PackageFolder> itsFolders,
+          Properties itsProperties)
+      : metadata(std::move(itsMetadata)),
+        folders(std::move(itsFolders)),
+        properties(std::move(itsProperties)) {}
+
+  [[nodiscard]] const std::vector<PackageFolder>& GetFolders() const override { return folders; }
+  [[nodiscard]] std::optional<PropertyValue> GetProperty(std::u16string_view key) const override {
+    const auto found = properties.find(key);
+    if (found == properties.end()) return std::nullopt;
+    return found->second;
+  }
+  [[nodiscard]] const PackageMetadata& GetMetadata() const override { return metadata; }
+
+ private:
+  PackageMetadata metadata;
+  std::vector<PackageFolder> folders;
+  Properties properties;
+};
+
+/// A value of the manifest and what it is called.
+struct Field {
+  const LocatedJson& value;
+  ustring name;
+
+  [[noreturn]] void Refuse(PackageFault fault, ustring detail = {}) const {
+    throw ManifestException(fault, value.line, name, std::move(detail));
+  }
+
+  template <class Content>
+  [[nodiscard]] const Content& As(const char16_t* expected) const {
+    const auto* content = std::get_if<Content>(&value.content);
+    if (content == nullptr) Refuse(PackageFault::WrongType, expected);
+    return *content;
+  }
+  [[nodiscard]] bool AsTruth() const { return As<bool>(u"true or false"); }
+  [[nodiscard]] const ustring& AsText() const {
+    const auto& text = As<ustring>(u"a text");
+    if (text.empty()) Refuse(PackageFault::WrongType, u"a text that is not empty");
+    return text;
+  }
+  [[nodiscard]] int AsInt() const {
+    const auto number = As<std::int64_t>(u"an integer");
+    if (!std::in_range<int>(number)) Refuse(PackageFault::OutOfRange);
+    return static_cast<int>(number);
+  }
+  [[nodiscard]] std::vector<Field> GetElements() const {
+    const auto& array = As<LocatedJson::Array>(u"a list");
+    std::vector<Field> elements;
+    elements.reserve(array.size());
+    for (std::size_t i = 0; i < array.size(); ++i) {
+      elements.push_back({array[i], FieldBelow(name, i)});
+    }
+    return elements;
+  }
+  /// The member called `key`; empty when there is none.
+  [[nodiscard]] std::optional<Field> Find(const ustring& key) const {
+    for (const JsonMember& member : As<LocatedJson::Object>(u"an object")) {
+      if (member.name == key) return Field{member.value, FieldBelow(name, key)};
+    }
+    return std::nullopt;
+  }
+  [[nodiscard]] Field Get(const ustring& key) const {
+    if (const auto found = Find(key)) return *found;
+    throw ManifestException(PackageFault::MissingField, value.line, FieldBelow(name, key));
+  }
+  void CheckMembers(std::initializer_list<std::u16string_view> known) const {
+    for (const JsonMember& member : As<LocatedJson::Object>(u"an object")) {
+      if (std::ranges::find(known, member.name) != known.end()) continue;
+      throw ManifestException(PackageFault::UnknownField, member.value.line,
+                              FieldBelow(name, member.name));
+    }
+  }
+};
+
+bool LeadsUp(std::u16string_view pathname) {
+  for (std::size_t begin = 0; begin <= pathname.size();) {
+    const std::size_t end = std::min(pathname.find(u'/', begin), pathname.size());
+    if (pathname.substr(begin, end - begin) == u"..") return true;
+    begin = end + 1;
+  }
+  return false;
+}
+
+AbsoluteIRI LocationOf(const Field& field, const ustring& packageFolder) try {
+  namespace vfs = foundation::storage::vfs;
+  const ustring& text = field.AsText();
+  if (vfs::hasIRIPrefix(text)) return GetIRIFromString(text);
+  // Also where ".." would lead back: behind a link it leads elsewhere.
+  if (text.starts_with(u'/') || text.starts_with(u'~') || LeadsUp(text)) {
+    field.Refuse(PackageFault::OutsideOfFolder);
+  }
+  return vfs::toAbsoluteIRI(u"file", packageFolder + u'/' + text);
+} catch (const foundation::storage::vfs::InvalidIRIException& error) {
+  field.Refuse(PackageFault::InvalidFolder, TextFromBytes(error.what()));
+}
+
+Tags TagsOf(const Field& field) {
+  std::set<int> tags;
+  for (const Field& tag : field.GetElements()) tags.insert(tag.AsInt());
+  return std::make_shared<const std::set<int>>(std::move(tags));
+}
+
+std::vector<PackageFolder> FoldersOf(const Field& field, const ustring& packageFolder) {
+  const auto onPath = std::make_shared<const std::set<int>>(std::set<int>{0});
+  std::vector<PackageFolder> folders;
+  for (const Field& folder : field.GetElements()) {
+    if (std::holds_alternative<ustring>(folder.value.content)) {
+      folders.push_back({LocationOf(folder, packageFolder), onPath});
+      continue;
+    }
+    static_cast<void>(folder.As<LocatedJson::Object>(u"a text or an object"));
+    folder.CheckMembers({u"folder", u"tags"});
+    const auto tags = folder.Find(u"tags");
+    folders.push_back(
+        {LocationOf(folder.Get(u"folder"), packageFolder), tags ? TagsOf(*tags) : onPath});
+  }
+  return folders;
+}
+
+PropertyValue PropertyOf(const Field& field) {
+  return std::visit(
+      [&field]<class Content>(const Content& content) -> PropertyValue {
+        // A text can be made of a null pointer, too, and must not be.
+        constexpr bool isNull = std::is_null_pointer_v<Content>;
+        if constexpr (!isNull && std::is_constructible_v<PropertyValue, Content>) return content;
+        field.Refuse(PackageFault::WrongType, u"a truth value, number or text");
+      },
+      field.value.content);
+}
+
+Properties PropertiesOf(const Field& field) {
+  Properties properties;
+  const auto& members = field.As<LocatedJson::Object>(u"an object");
+  for (const JsonMember& member : members) {
+    const Field property{member.value, FieldBelow(field.name, member.name)};
+    // Those that say whether the package's folders are put on the path.
+    if (member.name == u"IsQRX" || member.name == u"ManualInstall") {
+      static_cast<void>(property.AsTruth());
+    }
+    properties.emplace(member.name, PropertyOf(property));
+  }
+  return properties;
+}
+
+}  // namespace
+
+PackageManifest ReadManifest(std::string_view bytes, const AbsoluteIRI& folder) {
+  if (bytes.size() >= kTooLargeManifest) throw ManifestException(PackageFault::TooLarge, {}, {});
+  const LocatedJson json = ParseJson(bytes);
+  const Field all{json, {}};
+  all.CheckMembers({u"name", u"version", u"folders", u"contributesToPath", u"checksManualInstall",
+                    u"properties"});
+  const Field name = all.Get(u"name");
+  const auto contributes = all.Find(u"contributesToPath");
+  const auto checksInstall = all.Find(u"checksManualInstall");
+  const auto properties = all.Find(u"properties");
+  ZentraComponents::ComponentIdentifier identifier{name.AsText(), all.Get(u"version").AsText()};
+  auto folders = FoldersOf(all.Get(u"folders"), folder.getPath());
+  // Each folder is kept with the whole of its location; the rest is about as large as its text.
+  constexpr std::size_t kFolderMemory = 200;
+  const std::size_t memory =
+      4 * bytes.size() +
+      folders.size() * (kFolderMemory + sizeof(char16_t) * folder.toStringView().size());
+  PackageMetadata metadata{!contributes || contributes->AsTruth(),
+                           checksInstall && checksInstall->AsTruth(), folder};
+  auto package =
+      std::make_shared<const Package>(std::move(metadata), std::move(folders),
+                                      properties ? PropertiesOf(*properties) : Properties());
+  return {std::move(identifier), name.value.line, std::move(package), memory};
+}
+
+}  // namespace Corvane::PathManagement::host

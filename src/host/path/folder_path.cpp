@@ -1,0 +1,307 @@
+#include "searchpath/host/folder_path.h"
+
+#include "host/common/parallel.h"
+#include "host/folder/folder_walk.h"
+#include "host/path/path_table.h"
+#include "host/path/plain_lookup.h"
+#include "searchpath/host/filename_comparison.h"
+#include "searchpath/model/constants.h"
+#include "searchpath/utilities/iri_conversion.h"
+#include "searchpath/utilities/once_flag.h"
+#include "searchpath/utilities/partial_pathname.h"
+#include "text/separators.h"
+
+#include <algorithm>
+#include <cassert>
+#include <iterator>
+#include <optional>
+#include <utility>
+
+namespace Corvane::PathManagement::host {
+
+namespace {
+
+using PathManagement::detail::SearchTarget;
+using Folders = std::vector<std::shared_ptr<const FolderEntry>>;
+using Entries = std::vector<std::shared_ptr<const IPathEntry>>;
+
+/// A target whose name has separators, taken apart.
+struct PartialTarget {
+  ustring folder;  // up to the last separator, with it
+  SearchTarget file;
+};
+
+std::optional<PartialTarget> SplitTarget(const SearchTarget& target) {
+  const ustring& name = target.GetName();
+  const auto separator = name.find_last_of(Constants::PathnameSeparatorStr);
+  if (separator == ustring::npos) return std::nullopt;
+  return PartialTarget{name.substr(0, separator + 1),
+                       SearchTarget(name.substr(separator + 1), target.GetExtensions())};
+}
+
+bool BeginsAtRoot(const ustring& folder) {
+  return folder.find_first_of(Constants::PathnameSeparatorStr) == 0;
+}
+
+bool IsPlain(const SearchTarget& target) {
+  return !PathManagement::detail::HasSeparator(target.GetName());
+}
+
+/// Whether `scope` covers the main entries and nothing else.
+bool IsMainScope(SearchScope scope) {
+  if (scope.size() == 1) return *scope.data() == 0;  // which nearly all questions ask
+  return IsInScope(scope, PathEntryType::Ordinary) && !ReachesBelowMainEntries(scope);
+}
+
+/// The entry for the folder that a full pathname names; null also for one that no folder can have.
+std::shared_ptr<const IPathEntry> EntryNamed(const FolderPath& path, const ustring& pathname,
+                                             FilenameMatchingPolicy policy) {
+  try {
+    return path.GetPathEntryFromAbsoluteIRI(GetIRIFromString(pathname), policy);
+  } catch (const foundation::storage::vfs::InvalidIRIException&) {
+    return nullptr;
+  }
+}
+
+}  // namespace
+
+struct FolderPath::State {
+  explicit State(Folders mainFolders)
+      : folders(std::move(mainFolders)),
+        mainEntries(std::make_shared<const Entries>(folders.begin(), folders.end())),
+        plainLookup(folders, mainEntries) {}
+
+  const Folders folders;
+  const std::shared_ptr<const Entries> mainEntries;
+  PlainLookup plainLookup;
+
+  PathManagement::detail::OnceFlag tableOnce = {};
+  std::unique_ptr<const PathTable> table = nullptr;  // guarded by tableOnce
+
+  const PathTable& Table() {
+    tableOnce.Call([this] { table = std::make_unique<const PathTable>(folders); });
+    return *table;
+  }
+
+  /// Visits the entries in `scope` in path order until `visit` returns true; returns whether it
+  /// did. Lists no folder that it does not have to.
+  template <class Visit>
+  bool ForEachInScope(SearchScope scope, const Visit& visit) const {
+    const bool descends = ReachesBelowMainEntries(scope);
+    return std::any_of(folders.begin(), folders.end(), [&](const auto& folder) {
+      return descends ? WalkInScope(folder, scope, visit)
+                      : IsInScope(scope, folder->GetPathEntryType()) && visit(folder);
+    });
+  }
+
+  template <class Visit>
+  static bool WalkInScope(const std::shared_ptr<const FolderEntry>& top, SearchScope scope,
+                          const Visit& visit) {
+    return WalkFolders(top, [&](const auto& entry, std::size_t /*depth*/) {
+      return IsInScope(scope, entry->GetPathEntryType()) && visit(entry);
+    });
+  }
+
+  /// Calls ask(entry, file) for the entries of `path`, whose state this is, in which `target` is to
+  /// be looked for, in path order, until it returns true.
+  template <class Ask>
+  void ForEachFolderOf(const FolderPath& path, SearchScope scope, const SearchTarget& target,
+                       FilenameMatchingPolicy policy, const Ask& ask) const {
+    const auto parts = SplitTarget(target);
+    if (!parts) {
+      ForEachInScope(scope, [&](const auto& entry) { return ask(entry, target); });
+    } else if (parts->file.GetName().empty()) {
+      return;  // a trailing separator names a folder, and folders are no files
+    } else if (BeginsAtRoot(parts->folder)) {
+      const auto entry = EntryNamed(path, parts->folder, policy);
+      if (entry != nullptr && IsInScope(scope, entry->GetPathEntryType())) ask(entry, parts->file);
+    } else {
+      const auto partial = SplitPartialPathname(parts->folder);
+      ForEachInScope(scope, [&](const auto& entry) {
+        return DoesPartialPathnameMatchPathEntryIRI(path, partial, entry, policy) &&
+               ask(entry, parts->file);
+      });
+    }
+  }
+};
+
+FolderPath::FolderPath(std::vector<std::shared_ptr<const FolderEntry>> folders)
+    : state(std::make_unique<State>(std::move(folders))) {}
+
+FolderPath::~FolderPath() = default;
+
+std::shared_ptr<const Entries> FolderPath::GetMainEntries() const { return state->mainEntries; }
+
+const Folders& FolderPath::GetMainFolders() const noexcept { return state->folders; }
+
+Entries FolderPath::GetMethodEntries() const {
+  Entries methods;
+  for (const auto& folder : state->folders) {
+    WalkFolders(folder, [&methods](const auto& entry, std::size_t /*depth*/) {
+      if (entry->GetPathEntryType() == PathEntryType::AtFolder) methods.push_back(entry);
+      return false;
+    });
+  }
+  return methods;
+}
+
+Entries FolderPath::GetMethodEntriesByName(SearchScope scope, const ustring& name,
+                                           FilenameMatchingPolicy policy) const {
+  if (IsMainScope(scope)) return state->plainLookup.FindMethodFolders(name, policy);
+  Entries methods;
+  const ustring folderName = u'@' + name;
+  for (const auto& folder : state->folders) {
+    std::vector<PathEntryType> kindsAbove;
+    WalkFolders(folder, [&](const auto& entry, std::size_t depth) {
+      kindsAbove.resize(depth);
+      if (depth > 0 && IsInScope(scope, kindsAbove.back()) &&
+          entry->GetPathEntryType() == PathEntryType::AtFolder &&
+          AreSameFilename(entry->GetAbsoluteIRI().getName(), folderName, policy)) {
+        methods.push_back(entry);
+      }
+      kindsAbove.push_back(entry->GetPathEntryType());
+      return false;
+    });
+  }
+  return methods;
+}
+
+Entries FolderPath::GetPartiallyMatchingEntries(SearchScope scope, const ustring& name,
+                                                FilenameMatchingPolicy policy) const {
+  const auto partial = SplitPartialPathname(name);
+  Entries matches;
+  state->ForEachInScope(scope, [&](const auto& entry) {
+    if (DoesPartialPathnameMatchPathEntryIRI(*this, partial, entry, policy)) {
+      matches.push_back(entry);
+    }
+    return false;
+  });
+  return matches;
+}
+
+std::shared_ptr<const IPathEntry> FolderPath::GetMainEntryForEntry(const IPathEntry& entry) const {
+  const PathTable& table = state->Table();
+  const auto row = table.Find(entry);
+  assert(row && "the entry must be on the path");
+  return table.Rows()[table.Rows()[*row].main].entry;
+}
+
+std::shared_ptr<const IPathEntry> FolderPath::GetParentEntryForEntry(
+    const IPathEntry& entry) const {
+  const PathTable& table = state->Table();
+  const auto row = table.Find(entry);
+  assert(row && "the entry must be on the path");
+  const std::uint32_t parent = table.Rows()[*row].parent;
+  return parent == *row ? nullptr : table.Rows()[parent].entry;
+}
+
+std::shared_ptr<const IPathEntry> FolderPath::GetPathEntryFromAbsoluteIRI(
+    const CanonicalAbsoluteIRI& iri) const {
+  const PathTable& table = state->Table();
+  const auto row = table.Find(static_cast<const AbsoluteIRI&>(iri));
+  if (!row) return nullptr;
+  const auto& entry = table.Rows()[*row].entry;
+  return entry->GetCanonicalAbsoluteIRI() == iri ? entry : nullptr;
+}
+
+std::shared_ptr<const IPathEntry> FolderPath::GetPathEntryFromAbsoluteIRI(
+    const AbsoluteIRI& iri, FilenameMatchingPolicy policy) const {
+  AbsoluteIRI canonical = iri;
+  try {
+    canonical = GetCanonicalIRI(iri);
+  } catch (const foundation::storage::vfs::Exception&) {
+    // A location that cannot be resolved is known by its text, as the entry for it is.
+  }
+  const PathTable& table = state->Table();
+  if (policy == FilenameMatchingPolicy::IgnoreCase) {
+    for (const auto& row : table.Rows()) {
+      const AbsoluteIRI location = row.entry->GetCanonicalAbsoluteIRI();
+      if (AreSameFilename(location.toStringView(), canonical.toStringView(), policy)) {
+        return row.entry;
+      }
+    }
+    return nullptr;
+  }
+  const auto row = table.Find(canonical);
+  return row ? table.Rows()[*row].entry : nullptr;
+}
+
+boost::optional<FoundItem> FolderPath::FindFirstInScope(SearchScope scope,
+                                                        const SearchTarget& target,
+                                                        FilenameMatchingPolicy policy) const {
+  if (IsPlain(target) && IsMainScope(scope)) return state->plainLookup.FindFirst(target, policy);
+  boost::optional<FoundItem> found;
+  state->ForEachFolderOf(*this, scope, target, policy, [&](const auto& entry, const auto& file) {
+    if (auto item = entry->FindItem(file, policy)) found.emplace(std::move(item), entry);
+    return found.has_value();
+  });
+  return found;
+}
+
+std::vector<FoundItem> FolderPath::FindAllInScope(SearchScope scope, const SearchTarget& target,
+                                                  FilenameMatchingPolicy policy) const {
+  if (IsPlain(target) && IsMainScope(scope)) return state->plainLookup.FindAll(target, policy);
+  std::vector<FoundItem> found;
+  state->ForEachFolderOf(*this, scope, target, policy, [&](const auto& entry, const auto& file) {
+    for (auto& item : entry->FindItems(file, policy)) found.emplace_back(std::move(item), entry);
+    return false;
+  });
+  return found;
+}
+
+std::vector<FoundItem> FolderPath::FindAllInScope(SearchScope scope, const SearchTarget& target,
+                                                  FilenameMatchingPolicy policy,
+                                                  ILookupObserver& observer) const {
+  std::vector<FoundItem> all;
+  state->ForEachFolderOf(*this, scope, target, policy, [&](const auto& entry, const auto& file) {
+    std::vector<FoundItem> here;
+    for (auto& item : entry->FindItems(file, policy)) here.emplace_back(std::move(item), entry);
+    observer.FolderAsked(entry, here);
+    all.insert(all.end(), here.begin(), here.end());
+    return false;
+  });
+  return all;
+}
+
+bool FolderPath::ForEachEntry(SearchScope scope, const PathEntryVisitor& visitor) const {
+  return state->ForEachInScope(scope, visitor);
+}
+
+bool FolderPath::ConcurrentForEachEntry(SearchScope scope, const PathEntryVisitor& visitor) const {
+  return AnyInParallel(state->folders.size(), [&](std::size_t index) {
+    return State::WalkInScope(state->folders[index], scope, visitor);
+  });
+}
+
+bool FolderPath::FirstEntryIsBeforeSecondOnPath(const IPathEntry& first,
+                                                const IPathEntry& second) const {
+  const auto firstRow = state->Table().Find(first);
+  const auto secondRow = state->Table().Find(second);
+  return firstRow && (!secondRow || *firstRow < *secondRow);
+}
+
+bool FolderPath::IsEntryOnPath(const IPathEntry& entry) const {
+  return state->Table().Find(entry).has_value();
+}
+
+std::vector<FolderProblem> FolderPath::FindProblems() const {
+  return FindProblems([](const IPathEntry& /*folder*/) { return true; });
+}
+
+std::vector<FolderProblem> FolderPath::FindProblems(
+    const std::function<bool(const IPathEntry&)>& isWanted) const {
+  std::vector<FolderProblem> problems;
+  const auto add = [&](const FolderEntry& entry) {
+    if (!isWanted(entry)) return;
+    auto found = entry.GetProblems();
+    std::move(found.begin(), found.end(), std::back_inserter(problems));
+  };
+  if (state->tableOnce.IsBuilt()) {
+    for (const auto& row : state->table->Rows()) add(*row.entry);
+  } else {
+    for (const auto& folder : state->folders) add(*folder);
+  }
+  return problems;
+}
+
+}  // namespace Corvane::PathManagement::host

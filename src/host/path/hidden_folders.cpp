@@ -1,0 +1,49 @@
+#include "host/path/hidden_folders.h"
+
+#include "host/folder/folder_state.h"
+#include "searchpath/utilities/path_strings.h"
+
+#include <utility>
+
+namespace Corvane::PathManagement::host {
+
+HiddenFolders::HiddenFolders(std::vector<std::shared_ptr<const FolderEntry>> folders,
+                             FolderExpansion folderExpansion)
+    : FolderPath(std::move(folders)), expansion(folderExpansion) {
+  const auto& hidden = GetMainFolders();
+  for (std::size_t number = 0; number < hidden.size(); ++number) {
+    numbers.emplace(hidden[number]->GetCanonicalAbsoluteIRI(), number);
+  }
+}
+
+bool HiddenFolders::IsEntryOnPath(const IPathEntry& entry) const {
+  return FindHider(entry).has_value();
+}
+
+std::optional<std::size_t> HiddenFolders::FindHider(const IPathEntry& entry) const {
+  if (numbers.empty()) return std::nullopt;
+  const auto* const onDisk = dynamic_cast<const FolderEntry*>(&entry);
+  if (onDisk == nullptr) return FindAtOrAbove(entry.GetCanonicalAbsoluteIRI());
+  FolderState& reached = StateOf(*onDisk);
+  std::optional<std::size_t> hider;
+  static_cast<void>(reached.Chain().AnyBottom(reached.Canonical(), [&](const AbsoluteIRI& folder) {
+    hider = FindAtOrAbove(folder);
+    return hider.has_value();
+  }));
+  return hider;
+}
+
+std::optional<std::size_t> HiddenFolders::FindAtOrAbove(AbsoluteIRI folder) const {
+  while (true) {
+    const auto found = numbers.find(folder);
+    if (found != numbers.end()) return found->second;
+    const bool belongsToParent =
+        folder.hasParent() &&
+        (expansion == FolderExpansion::Recursive ||
+         GetPathEntryTypeFromBaseName(folder.getName()) != PathEntryType::Ordinary);
+    if (!belongsToParent) return std::nullopt;
+    folder = folder.getParent();
+  }
+}
+
+}  // namespace Corvane::PathManagement::host

@@ -1,0 +1,227 @@
+#include "host/path/plain_lookup.h"
+
+#include "host/common/parallel.h"
+#include "host/common/timed_message.h"
+#include "host/folder/folder_state.h"
+#include "host/names/name_key.h"
+#include "host/names/short_hash.h"
+#include "searchpath/host/filename_comparison.h"
+
+#include <algorithm>
+#include <iterator>
+#include <optional>
+#include <string_view>
+#include <utility>
+
+namespace Corvane::PathManagement::host {
+
+namespace {
+
+const foundation::log::basic_diagnostic_logger kLogger("searchpath::host::index");
+
+/// Calls use(name) for each file name that `target` may mean, the preferred one first.
+template <class Use>
+void ForEachName(const PathManagement::detail::SearchTarget& target, const Use& use) {
+  NameKey name;
+  if (target.GetExtensions().empty()) {
+    if (name.Set(target.GetName(), {})) use(name);
+    return;
+  }
+  for (const ustring& extension : target.GetExtensions()) {
+    if (name.Set(target.GetName(), extension)) use(name);
+  }
+}
+
+/// Calls use(folder) for the "@" folders directly below `folders`, in path order.
+template <class Use>
+void ForEachMethodFolder(const PlainLookup::Folders& folders, const Use& use) {
+  for (const auto& folder : folders) {
+    for (const auto& below : folder->GetSpecialFolders()) {
+      if (below->GetPathEntryType() == PathEntryType::AtFolder) use(below);
+    }
+  }
+}
+
+/// The folder name of a method entry without "@".
+ustring MethodName(const FolderEntry& methodFolder) {
+  return methodFolder.GetAbsoluteIRI().getName().substr(1);
+}
+
+}  // namespace
+
+std::size_t PlainLookup::NameHash::operator()(const ustring& name) const noexcept {
+  return ShortHash(name.data(), name.size() * sizeof(char16_t));
+}
+
+PlainLookup::PlainLookup(Folders mainFolders, std::shared_ptr<const Entries> mainEntries)
+    : folders(std::move(mainFolders)), entries(std::move(mainEntries)) {
+  states.reserve(folders.size());
+  for (const auto& folder : folders) states.push_back(&StateOf(*folder));
+}
+
+boost::optional<FoundItem> PlainLookup::FindFirst(const Target& target,
+                                                  FilenameMatchingPolicy policy) {
+  const NameIndex* const index = IndexFor(policy);
+  return index == nullptr ? AskFolders(target, policy) : AskIndex(*index, target);
+}
+
+boost::optional<FoundItem> PlainLookup::AskFolders(const Target& target,
+                                                   FilenameMatchingPolicy policy) const {
+  for (const auto& folder : folders) {
+    if (auto item = folder->FindItem(target, policy)) return FoundItem(std::move(item), folder);
+  }
+  return boost::none;
+}
+
+boost::optional<FoundItem> PlainLookup::AskIndex(const NameIndex& index, const Target& target) {
+  std::optional<Place> best;
+  ForEachName(target, [&](const NameKey& name) {
+    const auto cursor = index.Find(name);
+    if (!cursor) return;
+    const Place first = index.At(cursor);
+    if (best && best->folder <= first.folder) return;
+    best = cursor.HasSibling() ? PlacesIn(index, cursor, first.folder, name.View()).front() : first;
+  });
+  boost::optional<FoundItem> found;
+  if (best) found.emplace(ItemAt(*best, index), (*entries)[best->folder]);
+  return found;
+}
+
+std::vector<FoundItem> PlainLookup::FindAll(const Target& target, FilenameMatchingPolicy policy) {
+  std::vector<FoundItem> found;
+  const NameIndex* const index = IndexFor(policy);
+  if (index == nullptr) {
+    for (const auto& folder : folders) {
+      for (auto& item : folder->FindItems(target, policy)) {
+        found.emplace_back(std::move(item), folder);
+      }
+    }
+    return found;
+  }
+  std::vector<Place> places;  // by folder, then in the order of the extensions
+  ForEachName(target, [&](const NameKey& name) {
+    std::vector<Place> merged;
+    const auto added = AllPlaces(*index, name);
+    std::merge(places.begin(), places.end(), added.begin(), added.end(), std::back_inserter(merged),
+               [](Place left, Place right) { return left.folder < right.folder; });
+    places = std::move(merged);
+  });
+  found.reserve(places.size());
+  auto group = places.begin();  // the places in the same folder
+  for (auto at = places.begin(); at != places.end(); ++at) {
+    if (group->folder != at->folder) group = at;
+    // Two extensions of the list may be the same one but for case.
+    const bool isRepeat =
+        std::any_of(group, at, [at](Place earlier) { return earlier.file == at->file; });
+    if (!isRepeat) found.emplace_back(ItemAt(*at, *index), (*entries)[at->folder]);
+  }
+  return found;
+}
+
+/// All files of that name, in path order.
+std::vector<NameIndex::Place> PlainLookup::AllPlaces(const NameIndex& index,
+                                                     const NameKey& name) const {
+  std::vector<Place> places;
+  auto cursor = index.Find(name);
+  while (cursor) {
+    const std::uint32_t folder = index.At(cursor).folder;
+    const auto here = PlacesIn(index, cursor, folder, name.View());
+    places.insert(places.end(), here.begin(), here.end());
+    while (cursor && index.At(cursor).folder == folder) cursor = index.Next(cursor);
+  }
+  return places;
+}
+
+/// The files that the names from `cursor` on have in `folder`: the very name, then the others by
+/// their bytes, as `FolderEntry::FindItems` orders them.
+std::vector<NameIndex::Place> PlainLookup::PlacesIn(const NameIndex& index,
+                                                    NameIndex::Cursor cursor, std::uint32_t folder,
+                                                    std::string_view name) const {
+  std::vector<Place> places;
+  for (; cursor && index.At(cursor).folder == folder; cursor = index.Next(cursor)) {
+    places.push_back(index.At(cursor));
+  }
+  if (places.size() > 1) {
+    const NameBlock& names = states[folder]->Files();
+    std::sort(places.begin(), places.end(), [&](Place left, Place right) {
+      const auto key = [&](Place place) {
+        return std::make_pair(names[place.file] != name, names[place.file]);
+      };
+      return key(left) < key(right);
+    });
+  }
+  return places;
+}
+
+PlainLookup::Entries PlainLookup::FindMethodFolders(const ustring& name,
+                                                    FilenameMatchingPolicy policy) {
+  const bool isIndexed = exact.once.IsBuilt() || folded.once.IsBuilt();
+  if (isIndexed && policy != FilenameMatchingPolicy::IgnoreCase) {
+    const MethodFolders& byName = IndexedMethodFolders();
+    // Most names have a length that no method entry has.
+    if ((methodLengths >> (name.size() % 64U) & 1U) == 0) return {};
+    const auto found = byName.find(name);
+    return found == byName.end() ? Entries() : found->second;
+  }
+  Entries found;
+  ForEachMethodFolder(folders, [&](const auto& methodFolder) {
+    if (AreSameFilename(MethodName(*methodFolder), name, policy)) found.push_back(methodFolder);
+  });
+  return found;
+}
+
+PlainLookup::LazyIndex& PlainLookup::Lazy(FilenameMatchingPolicy policy) noexcept {
+  return policy == FilenameMatchingPolicy::IgnoreCase ? folded : exact;
+}
+
+/// The index for `policy`; null for the first question, which is answered without.
+const NameIndex* PlainLookup::IndexFor(FilenameMatchingPolicy policy) {
+  LazyIndex& lazy = Lazy(policy);
+  if (lazy.once.IsBuilt()) return lazy.index.get();
+  if (!lazy.wasAsked.exchange(true)) return nullptr;
+  lazy.once.Call([&] { lazy.index = BuildIndex(policy); });
+  return lazy.index.get();
+}
+
+std::unique_ptr<const NameIndex> PlainLookup::BuildIndex(FilenameMatchingPolicy policy) const {
+  const TimedMessage message(kLogger);
+  ListAll();
+  std::vector<const NameBlock*> names;
+  names.reserve(folders.size());
+  for (const FolderState* folder : states) names.push_back(&folder->Files());
+  auto index = std::make_unique<const NameIndex>(names, policy == FilenameMatchingPolicy::IgnoreCase
+                                                            ? NameIndex::Sameness::FoldedCase
+                                                            : NameIndex::Sameness::Bytes);
+  message.Write(foundation::log::Severity::Information, [&] {
+    return "listed and indexed " + std::to_string(folders.size()) + " folders, " +
+           std::to_string(index->size()) + " files,";
+  });
+  return index;
+}
+
+const PlainLookup::MethodFolders& PlainLookup::IndexedMethodFolders() {
+  methodsOnce.Call([this] {
+    methods.clear();
+    ForEachMethodFolder(folders, [this](const auto& methodFolder) {
+      const ustring name = MethodName(*methodFolder);
+      methods[name].push_back(methodFolder);
+      methodLengths |= std::uint64_t{1} << (name.size() % 64U);
+    });
+  });
+  return methods;
+}
+
+void PlainLookup::ListAll() const {
+  AnyInParallel(folders.size(), [this](std::size_t folder) {
+    states[folder]->List();
+    return false;
+  });
+}
+
+const std::shared_ptr<const PathItem>& PlainLookup::ItemAt(Place place, const NameIndex& index) {
+  return items.Get(place.record, index.size(), [&]() -> const std::shared_ptr<const PathItem>& {
+    return states[place.folder]->ItemAt(place.file);
+  });
+}
+
+}  // namespace Corvane::PathManagement::host

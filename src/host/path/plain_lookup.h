@@ -1,0 +1,90 @@
+#ifndef SEARCHPATH_SRC_HOST_PATH_PLAIN_LOOKUP_H
+#define SEARCHPATH_SRC_HOST_PATH_PLAIN_LOOKUP_H
+
+#include "host/names/name_index.h"
+#include "host/path/known_items.h"
+#include "searchpath/host/folder_entry.h"
+#include "searchpath/model/found_item.h"
+#include "searchpath/model/ustring.h"
+#include "searchpath/utilities/once_flag.h"
+
+#include <boost/optional.hpp>
+#include <boost/unordered/unordered_flat_map.hpp>
+
+#include <atomic>
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <string_view>
+#include <vector>
+
+namespace Corvane::PathManagement::host {
+
+class FolderState;
+
+/// Answers plain names, those without a separator, from the main folders of a path.
+///
+/// The first question asks the folders one after the other, as far as it must; a program that asks
+/// once pays for no more. The second builds an index of all of them, one for the policies that tell
+/// case apart and one for `IgnoreCase`, each when it is first of use.
+///
+/// Threads: all operations, from any thread; who comes while an index is built waits for it.
+/// Cost: with an index, one hash probe for each extension, however many folders there are.
+class PlainLookup {
+ public:
+  using Folders = std::vector<std::shared_ptr<const FolderEntry>>;
+  using Entries = std::vector<std::shared_ptr<const IPathEntry>>;
+  using Target = PathManagement::detail::SearchTarget;
+
+  /// `mainEntries` and `mainFolders` are the same objects.
+  PlainLookup(Folders mainFolders, std::shared_ptr<const Entries> mainEntries);
+
+  /// The first match in path order.
+  [[nodiscard]] boost::optional<FoundItem> FindFirst(const Target& target,
+                                                     FilenameMatchingPolicy policy);
+  /// Every match in path order, the best first within a folder.
+  [[nodiscard]] std::vector<FoundItem> FindAll(const Target& target, FilenameMatchingPolicy policy);
+
+  /// The "@" folders of that name directly below the main folders, in path order.
+  [[nodiscard]] Entries FindMethodFolders(const ustring& name, FilenameMatchingPolicy policy);
+
+ private:
+  struct LazyIndex {
+    std::atomic<bool> wasAsked = false;
+    PathManagement::detail::OnceFlag once;  // guards index
+    std::unique_ptr<const NameIndex> index;
+  };
+  struct NameHash {
+    using is_avalanching = void;
+    std::size_t operator()(const ustring& name) const noexcept;
+  };
+  using MethodFolders = boost::unordered_flat_map<ustring, Entries, NameHash>;
+  using Place = NameIndex::Place;
+
+  [[nodiscard]] LazyIndex& Lazy(FilenameMatchingPolicy policy) noexcept;
+  [[nodiscard]] boost::optional<FoundItem> AskFolders(const Target& target,
+                                                      FilenameMatchingPolicy policy) const;
+  [[nodiscard]] boost::optional<FoundItem> AskIndex(const NameIndex& index, const Target& target);
+  [[nodiscard]] const NameIndex* IndexFor(FilenameMatchingPolicy policy);
+  [[nodiscard]] std::unique_ptr<const NameIndex> BuildIndex(FilenameMatchingPolicy policy) const;
+  [[nodiscard]] const MethodFolders& IndexedMethodFolders();
+  void ListAll() const;
+  [[nodiscard]] const std::shared_ptr<const PathItem>& ItemAt(Place place, const NameIndex& index);
+  [[nodiscard]] std::vector<Place> AllPlaces(const NameIndex& index, const NameKey& name) const;
+  [[nodiscard]] std::vector<Place> PlacesIn(const NameIndex& index, NameIndex::Cursor cursor,
+                                            std::uint32_t folder, std::string_view name) const;
+
+  const Folders folders;
+  const std::shared_ptr<const Entries> entries;
+  std::vector<FolderState*> states;  // of the folders, at hand without a look at each
+  KnownItems items;
+  LazyIndex exact;
+  LazyIndex folded;
+  PathManagement::detail::OnceFlag methodsOnce;  // guards methods
+  MethodFolders methods;                         // by name, without "@"
+  std::uint64_t methodLengths = 0;               // a bit for each length of those names, modulo 64
+};
+
+}  // namespace Corvane::PathManagement::host
+
+#endif  // SEARCHPATH_SRC_HOST_PATH_PLAIN_LOOKUP_H

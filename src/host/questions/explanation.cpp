@@ -1,0 +1,192 @@
+#include "searchpath/host/explanation.h"
+
+#include "host/common/held_hash.h"
+#include "host/path/path_view.h"
+#include "host/questions/file_search.h"
+#include "text/separators.h"
+
+#include <boost/unordered/unordered_flat_map.hpp>
+
+#include <algorithm>
+#include <cstddef>
+#include <iterator>
+#include <utility>
+
+namespace Corvane::PathManagement::host {
+
+namespace {
+
+using PathManagement::detail::SearchTarget;
+
+/// Writes down which folders are asked.
+class AskedFolders : public ILookupObserver {
+ public:
+  void FolderAsked(const std::shared_ptr<const IPathEntry>& folder,
+                   const std::vector<FoundItem>& files) override {
+    asked.push_back(
+        {.folder = folder, .outcome = FolderOutcome::Absent, .files = files, .origin = {}});
+  }
+
+  std::vector<AskedFolder> asked;
+};
+
+bool IsMethodEntry(const AskedFolder& asked) {
+  return asked.folder->GetPathEntryType() == PathEntryType::AtFolder;
+}
+
+/// The files that a name means when case is ignored, looked up when somebody first asks.
+class OtherCases {
+ public:
+  OtherCases(const PathView& pathView, const std::optional<AbsoluteIRI>& askingFolder,
+             const SearchTarget& searchTarget)
+      : view(pathView), asker(askingFolder), target(searchTarget) {}
+
+  [[nodiscard]] std::vector<FoundItem> In(const std::shared_ptr<const IPathEntry>& folder) {
+    if (!files) {
+      files = FindAllFiles(view, asker, target, FilenameMatchingPolicy::IgnoreCase, nullptr);
+    }
+    std::vector<FoundItem> here;
+    std::copy_if(files->begin(), files->end(), std::back_inserter(here),
+                 [&](const FoundItem& file) { return file.GetPathEntry() == folder; });
+    return here;
+  }
+
+ private:
+  const PathView& view;
+  const std::optional<AbsoluteIRI>& asker;
+  const SearchTarget& target;
+  std::optional<std::vector<FoundItem>> files;
+};
+
+bool IsUnreadable(const IPathEntry& folder) {
+  const auto* onDisk = dynamic_cast<const FolderEntry*>(&folder);
+  return onDisk != nullptr && !onDisk->GetProblems().empty() && onDisk->GetItemCount() == 0;
+}
+
+FolderOutcome OutcomeOf(const AskedFolder& asked, const std::vector<FoundItem>& all, bool isPlain) {
+  if (asked.files.empty()) {
+    if (IsUnreadable(*asked.folder)) return FolderOutcome::Unreadable;
+    return asked.inOtherCase.empty() ? FolderOutcome::Absent : FolderOutcome::OtherCaseOnly;
+  }
+  const bool isMethod = isPlain && IsMethodEntry(asked);
+  if (asked.files.front() == all.front()) {
+    return isMethod ? FolderOutcome::MethodEntry : FolderOutcome::HoldsIt;
+  }
+  return isMethod ? FolderOutcome::LosesToEarlierFolder : FolderOutcome::HiddenByEarlier;
+}
+
+DecidingRule RuleFor(const std::vector<FoundItem>& all, const std::vector<AskedFolder>& asked,
+                     bool isPlain) {
+  if (all.empty()) return DecidingRule::NothingFound;
+  if (!isPlain) return DecidingRule::PartialPathname;
+  switch (all.front().GetPathEntry()->GetPathEntryType()) {
+    case PathEntryType::PrivateFolder:
+      return DecidingRule::PrivateFolder;
+    case PathEntryType::AtFolder:
+      return DecidingRule::MethodEntryFirst;
+    default:
+      break;
+  }
+  const bool beatsMethod = std::any_of(asked.begin(), asked.end(), [](const AskedFolder& folder) {
+    return !folder.files.empty() && IsMethodEntry(folder);
+  });
+  return beatsMethod ? DecidingRule::FolderBeforeMethod : DecidingRule::FirstFolder;
+}
+
+/// Finds, for folders that are asked, which are not shown by a path, and why.
+class UnseenFolders {
+ public:
+  /// Of two entries for one folder, the one that holds a file of the answer `all` counts.
+  UnseenFolders(const PathView& pathView, const std::vector<FoundItem>& all) : view(pathView) {
+    for (const FoundItem& file : all) Add(file.GetPathEntry());
+  }
+
+  /// Marks `asked` when it is not shown; returns whether it is not. Called in the order asked.
+  bool Mark(AskedFolder& asked) {
+    if (const ustring* hider = view.FindHider(*asked.folder)) {
+      asked.outcome = FolderOutcome::FilteredOut;
+      asked.hider = *hider;
+    } else if (const auto first = Add(asked.folder); first != asked.folder) {
+      asked.outcome = FolderOutcome::DroppedAsRepeat;
+      asked.repeated = first;
+    } else {
+      return false;
+    }
+    asked.files.clear();
+    return true;
+  }
+
+ private:
+  /// The entry that counts for the folder.
+  std::shared_ptr<const IPathEntry> Add(const std::shared_ptr<const IPathEntry>& entry) {
+    if (!view.DropsRepeats()) return entry;
+    return counting.emplace(entry->GetCanonicalAbsoluteIRI(), entry).first->second;
+  }
+
+  const PathView& view;
+  boost::unordered_flat_map<AbsoluteIRI, std::shared_ptr<const IPathEntry>, HeldHash> counting;
+};
+
+}  // namespace
+
+const char* GetText(FolderOutcome outcome) noexcept {
+  switch (outcome) {
+    case FolderOutcome::HoldsIt:
+      return "holds it";
+    case FolderOutcome::MethodEntry:
+      return "method entry that holds it";
+    case FolderOutcome::HiddenByEarlier:
+      return "hidden by an earlier folder";
+    case FolderOutcome::LosesToEarlierFolder:
+      return "method entry that loses to an earlier folder";
+    case FolderOutcome::OtherCaseOnly:
+      return "other case only";
+    case FolderOutcome::Unreadable:
+      return "unreadable";
+    case FolderOutcome::DroppedAsRepeat:
+      return "dropped as a repeat";
+    case FolderOutcome::FilteredOut:
+      return "filtered out";
+    case FolderOutcome::Absent:
+      break;
+  }
+  return "absent";
+}
+
+const char* GetText(DecidingRule rule) noexcept {
+  switch (rule) {
+    case DecidingRule::FirstFolder:
+      return "the first folder on the path that holds it";
+    case DecidingRule::MethodEntryFirst:
+      return "a method entry of that name comes before every folder that holds it";
+    case DecidingRule::FolderBeforeMethod:
+      return "the first folder that holds it comes before the method entry";
+    case DecidingRule::PrivateFolder:
+      return "the private folder of the folder that asks comes first";
+    case DecidingRule::PartialPathname:
+      return "the first folder on the path that the name's folders match";
+    case DecidingRule::NothingFound:
+      break;
+  }
+  return "no folder holds it";
+}
+
+Explanation ExplainLookup(const PathView& view, const std::optional<AbsoluteIRI>& asker,
+                          const SearchTarget& target, FilenameMatchingPolicy policy) {
+  const bool isPlain = !PathManagement::detail::HasSeparator(target.GetName());
+  AskedFolders record;
+  auto files = FindAllFiles(view, asker, target, policy, &record);
+  UnseenFolders unseen(view, files);
+  OtherCases otherCases(view, asker, target);
+  for (AskedFolder& folder : record.asked) {
+    if (!unseen.Mark(folder)) {
+      if (folder.files.empty()) folder.inOtherCase = otherCases.In(folder.folder);
+      folder.outcome = OutcomeOf(folder, files, isPlain);
+    }
+    folder.origin = view.GetAll().GetOrigin(*folder.folder);
+  }
+  const DecidingRule rule = RuleFor(files, record.asked, isPlain);
+  return {std::move(files), rule, std::move(record.asked)};
+}
+
+}  // namespace Corvane::PathManagement::host

@@ -1,0 +1,78 @@
+#include "host/questions/file_comparison.h"
+
+#include <fcntl.h>
+
+#include <cerrno>
+#include <memory>
+
+namespace Corvane::PathManagement::host {
+
+bool ComparedFile::Fail(int number) noexcept {
+  error = std::error_code(number, std::generic_category());
+  return false;
+}
+
+const struct stat* ComparedFile::Ask() {
+  if (!wasAsked) {
+    wasAsked = true;
+    if (stat(path.c_str(), &status) != 0) {
+      // Too long for the kernel in one piece, for one.
+      const Descriptor place = OpenPath(path, O_PATH);
+      if (!place.IsOpen() || fstat(place.Get(), &status) != 0) static_cast<void>(Fail(errno));
+    }
+    // What was listed as a file may have been replaced since.
+    if (!error && !S_ISREG(status.st_mode)) static_cast<void>(Fail(EINVAL));
+  }
+  return error ? nullptr : &status;
+}
+
+bool ComparedFile::Open() {
+  if (file.IsOpen()) return true;
+  if (error) return false;
+  // Never waits, whatever stands there by now.
+  file = OpenPath(path, O_RDONLY | O_NONBLOCK | O_NOCTTY);
+  return file.IsOpen() || Fail(errno);
+}
+
+std::optional<std::string_view> ComparedFile::Read(std::uint64_t offset, Block& block) {
+  if (!Open()) return std::nullopt;
+  std::size_t size = 0;
+  while (size < block.size()) {
+    const ssize_t got = pread(file.Get(), block.data() + size, block.size() - size,
+                              static_cast<off_t>(offset + size));
+    if (got == 0) break;
+    if (got > 0) {
+      size += static_cast<std::size_t>(got);
+    } else if (errno != EINTR) {
+      static_cast<void>(Fail(errno));
+      return std::nullopt;
+    }
+  }
+  return std::string_view(block.data(), size);
+}
+
+bool AreOneFile(ComparedFile& first, ComparedFile& second) {
+  const struct stat* const left = first.Ask();
+  const struct stat* const right = second.Ask();
+  return left != nullptr && right != nullptr && left->st_dev == right->st_dev &&
+         left->st_ino == right->st_ino;
+}
+
+Sameness CompareFiles(ComparedFile& first, ComparedFile& second) {
+  if (AreOneFile(first, second)) return Sameness::SameFile;
+  const struct stat* const left = first.Ask();
+  const struct stat* const right = second.Ask();
+  if (left == nullptr || right == nullptr) return Sameness::Unknown;
+  if (left->st_size != right->st_size) return Sameness::OtherBytes;
+  // On the heap: threads may have small stacks.
+  const auto blocks = std::make_unique_for_overwrite<std::array<ComparedFile::Block, 2>>();
+  for (std::uint64_t offset = 0;; offset += blocks->front().size()) {
+    const auto leftBytes = first.Read(offset, blocks->front());
+    const auto rightBytes = second.Read(offset, blocks->back());
+    if (!leftBytes || !rightBytes) return Sameness::Unknown;
+    if (*leftBytes != *rightBytes) return Sameness::OtherBytes;
+    if (leftBytes->size() < blocks->front().size()) return Sameness::SameBytes;
+  }
+}
+
+}  // namespace Corvane::PathManagement::host

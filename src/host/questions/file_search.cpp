@@ -1,0 +1,104 @@
+#include "host/questions/file_search.h"
+
+#include "host/path/path_view.h"
+#include "text/separators.h"
+
+#include <algorithm>
+#include <array>
+#include <cstdint>
+#include <iterator>
+#include <utility>
+
+namespace Corvane::PathManagement::host {
+
+namespace {
+
+using PathManagement::detail::HasSeparator;
+using PathManagement::detail::SearchTarget;
+
+constexpr std::array<std::uint32_t, 1> kMainKinds = {0};
+constexpr std::array<std::uint32_t, 5> kAllKinds = {0, 1, 2, 3, 4};
+
+/// One look-up, with or without somebody who listens. Who listens hears of all folders; then those
+/// that the path does not show are asked too, and what they answer is taken away.
+class FileSearch {
+ public:
+  FileSearch(const PathView& searchView, const SearchTarget& searchTarget,
+             FilenameMatchingPolicy searchPolicy, ILookupObserver* listener)
+      : view(searchView),
+        folders(*searchView.GetAll().GetPath()),
+        target(searchTarget),
+        policy(searchPolicy),
+        observer(listener) {}
+
+  [[nodiscard]] std::vector<FoundItem> Run(const std::optional<AbsoluteIRI>& asker) const {
+    std::vector<FoundItem> all;
+    if (HasSeparator(target.GetName())) {
+      all = InScope({kAllKinds.data(), kAllKinds.size()});
+    } else {
+      if (asker) all = InPrivateFolderOf(*asker);
+      const auto onPath = OnPath();
+      all.insert(all.end(), onPath.begin(), onPath.end());
+    }
+    view.RemoveUnseen(all);
+    return all;
+  }
+
+ private:
+  [[nodiscard]] std::vector<FoundItem> InScope(SearchScope scope) const {
+    return observer == nullptr ? view.GetPath()->FindAllInScope(scope, target, policy)
+                               : folders.FindAllInScope(scope, target, policy, *observer);
+  }
+
+  [[nodiscard]] std::vector<FoundItem> In(const std::shared_ptr<const IPathEntry>& folder) const {
+    std::vector<FoundItem> files;
+    for (auto& item : folder->FindItems(target, policy))
+      files.emplace_back(std::move(item), folder);
+    if (observer != nullptr) observer->FolderAsked(folder, files);
+    return files;
+  }
+
+  [[nodiscard]] std::vector<FoundItem> InPrivateFolderOf(const AbsoluteIRI& asker) const {
+    const auto entry =
+        folders.GetPathEntryFromAbsoluteIRI(asker, FilenameMatchingPolicy::FileSystemDefault);
+    const auto folder = entry != nullptr ? entry->GetSingleSubfolderEntryA() : nullptr;
+    return folder != nullptr ? In(folder) : std::vector<FoundItem>();
+  }
+
+  /// The matches in ordinary folders and those in the method entries of that name, in path order.
+  [[nodiscard]] std::vector<FoundItem> OnPath() const {
+    const SearchScope scope(kMainKinds.data(), kMainKinds.size());
+    auto ordinary = InScope(scope);
+    std::vector<FoundItem> methods;
+    const IPath& asked = observer == nullptr ? *view.GetPath() : folders;
+    for (const auto& entry : asked.GetMethodEntriesByName(
+             scope, target.GetName(), FilenameMatchingPolicy::FileSystemDefault)) {
+      const auto files = In(entry);
+      methods.insert(methods.end(), files.begin(), files.end());
+    }
+    if (methods.empty()) return ordinary;
+    std::vector<FoundItem> all;
+    std::merge(ordinary.begin(), ordinary.end(), methods.begin(), methods.end(),
+               std::back_inserter(all), [this](const FoundItem& left, const FoundItem& right) {
+                 return folders.FirstEntryIsBeforeSecondOnPath(*left.GetPathEntry(),
+                                                               *right.GetPathEntry());
+               });
+    return all;
+  }
+
+  const PathView& view;
+  const FolderPath& folders;  // all of them
+  const SearchTarget& target;
+  FilenameMatchingPolicy policy;
+  ILookupObserver* observer;  // null when nobody listens
+};
+
+}  // namespace
+
+std::vector<FoundItem> FindAllFiles(const PathView& view, const std::optional<AbsoluteIRI>& asker,
+                                    const SearchTarget& target, FilenameMatchingPolicy policy,
+                                    ILookupObserver* observer) {
+  return FileSearch(view, target, policy, observer).Run(asker);
+}
+
+}  // namespace Corvane::PathManagement::host

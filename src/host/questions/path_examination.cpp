@@ -1,0 +1,254 @@
+#include "host/questions/path_examination.h"
+
+#include "host/common/held_hash.h"
+#include "host/common/parallel.h"
+#include "host/folder/folder_state.h"
+#include "host/folder/folder_walk.h"
+#include "host/names/shared_names.h"
+#include "host/path/path_view.h"
+#include "searchpath/host/native_location.h"
+#include "searchpath/model/byte_text.h"
+#include "searchpath/utilities/iri_conversion.h"
+
+#include <boost/unordered/unordered_flat_map.hpp>
+#include <boost/unordered/unordered_flat_set.hpp>
+
+#include <algorithm>
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <utility>
+
+namespace Corvane::PathManagement::host {
+
+namespace {
+
+using current_working_folder::AbsolutizeError;
+using Folder = std::shared_ptr<const FolderEntry>;
+
+ustring PathOf(const IPathEntry& folder) { return GetStringFromIRI(folder.GetAbsoluteIRI()); }
+
+FindingKind KindOf(AbsolutizeError reason) {
+  const bool isMissing = reason == AbsolutizeError::Absent ||
+                         reason == AbsolutizeError::BrokenLink ||
+                         reason == AbsolutizeError::NotAFolder;
+  return isMissing ? FindingKind::Missing : FindingKind::Unreadable;
+}
+
+bool IsUtf8(std::string_view name) {
+  if (std::all_of(name.begin(), name.end(),
+                  [](char byte) { return static_cast<unsigned char>(byte) < 0x80; })) {
+    return true;
+  }
+  // A byte that is none becomes the second half of a pair, without the first.
+  const auto isOfPair = [](char16_t unit, char16_t half) { return (unit & 0xFC00) == half; };
+  char16_t before = 0;
+  for (const char16_t unit : TextFromBytes(name)) {
+    if (isOfPair(unit, 0xDC00) && !isOfPair(before, 0xD800)) return false;
+    before = unit;
+  }
+  return true;
+}
+
+/// Looks at every folder of a path that is not hidden.
+class Examiner {
+ public:
+  Examiner(const PathView& pathView, const Examination& examination)
+      : view(pathView), slow(examination.slow) {}
+
+  std::vector<PathFinding> Run() {
+    for (const FolderProblem& problem : view.GetUnlocated()) {
+      AddProblem(problem, problem.folder);
+    }
+    ListAll();
+    FindSpecialFolders();
+    for (const auto& given : view.GetAll().GetGiven()) ExamineGiven(given);
+    FindCollisions();
+    return std::move(findings);
+  }
+
+ private:
+  [[nodiscard]] bool IsHidden(const FolderEntry& folder) const {
+    return view.FindHider(folder) != nullptr;
+  }
+
+  void ListAll() const {
+    const auto& folders = view.GetAll().GetPath()->GetMainFolders();
+    AnyInParallel(folders.size(), [&](std::size_t at) {
+      const auto visit = [](const Folder& /*folder*/, std::size_t /*depth*/) { return false; };
+      return !IsHidden(*folders[at]) && WalkFolders(folders[at], visit);
+    });
+  }
+
+  void FindSpecialFolders() {
+    for (const auto& top : view.GetAll().GetPath()->GetMainFolders()) {
+      if (IsHidden(*top)) continue;
+      WalkFolders(top, [&](const auto& folder, std::size_t depth) {
+        if (depth > 0) specialFolders.emplace(folder->GetCanonicalAbsoluteIRI(), top);
+        return false;
+      });
+    }
+  }
+
+  void ExamineGiven(const GivenFolders::Given& given) {
+    const Folder& top = given.entries.front();
+    const auto earlier = mainFolders.find(top->GetCanonicalAbsoluteIRI());
+    if (!IsHidden(*top) && earlier != mainFolders.end()) {
+      Add(FindingKind::Repeat, *top, given.origin.folder).other = PathOf(*earlier->second);
+      return;
+    }
+    const std::size_t before = findings.size();
+    bool isShown = false;
+    std::size_t files = 0;
+    for (const Folder& folder : given.entries) {
+      if (IsHidden(*folder)) continue;
+      isShown = true;
+      files += CountFiles(folder);
+      if (!mainFolders.emplace(folder->GetCanonicalAbsoluteIRI(), folder).second) continue;
+      ExamineMainFolder(folder, given.origin.folder);
+    }
+    const bool isBroken =
+        std::any_of(findings.begin() + static_cast<std::ptrdiff_t>(before), findings.end(),
+                    [](const PathFinding& finding) { return finding.reason.has_value(); });
+    if (isShown && files == 0 && !isBroken) Add(FindingKind::Empty, *top, given.origin.folder);
+  }
+
+  static std::size_t CountFiles(const Folder& top) {
+    std::size_t count = 0;
+    WalkFolders(top, [&](const auto& folder, std::size_t /*depth*/) {
+      return count += StateOf(*folder).Files().size(), false;
+    });
+    return count;
+  }
+
+  void ExamineMainFolder(const Folder& top, const ustring& origin) {
+    const auto special = specialFolders.find(top->GetCanonicalAbsoluteIRI());
+    if (special != specialFolders.end()) {
+      Add(FindingKind::Special, *top, origin).other = PathOf(*special->second);
+    }
+    WalkFolders(top, [&](const auto& folder, std::size_t /*depth*/) {
+      const bool isFirst = examined.insert(folder->GetCanonicalAbsoluteIRI()).second;
+      if (isFirst && !IsHidden(*folder)) ExamineFolder(*folder, origin);
+      return false;
+    });
+  }
+
+  void ExamineFolder(const FolderEntry& folder, const ustring& origin) {
+    for (const FolderProblem& problem : folder.GetProblems()) AddProblem(problem, origin);
+    const FolderState& state = StateOf(folder);
+    if (state.ListingTime() >= slow) {
+      Add(FindingKind::Slow, folder, origin).listingTime =
+          std::chrono::duration_cast<std::chrono::milliseconds>(state.ListingTime());
+    }
+    std::vector<std::string_view> odd;
+    for (std::size_t file = 0; file < state.Files().size(); ++file) {
+      if (!IsUtf8(state.Files()[file])) odd.push_back(state.Files()[file]);
+    }
+    if (odd.empty()) return;
+    std::sort(odd.begin(), odd.end());
+    PathFinding& finding = Add(FindingKind::NotUtf8, folder, origin);
+    for (const std::string_view name : odd) {
+      finding.files.push_back(finding.folder + u'/' + TextFromBytes(name));
+    }
+  }
+
+  void FindCollisions() {
+    SharedNames names({}, FilenameMatchingPolicy::IgnoreCase);
+    for (const Folder& folder : view.GetMainFolders()) names.AddFolder(StateOf(*folder).Files());
+    std::vector<std::string> respelled = names.GetRespelled();
+    std::sort(respelled.begin(), respelled.end());
+    for (const std::string& name : respelled) AddCollision(TextFromBytes(name));
+  }
+
+  void AddCollision(const ustring& name) {
+    static constexpr std::uint32_t kMainKind = 0;
+    const auto files =
+        view.GetPath()->FindAllInScope({&kMainKind, 1}, PathManagement::detail::SearchTarget(name),
+                                       FilenameMatchingPolicy::IgnoreCase);
+    const auto first = files.front().GetPathEntry();
+    PathFinding& finding =
+        Add(FindingKind::CaseCollision, *first, view.GetAll().GetOrigin(*first).folder);
+    boost::unordered_flat_set<ustring> spellings;
+    for (const FoundItem& file : files) {
+      const auto item = file.GetPathItem();
+      if (spellings.insert(item->GetName() + item->GetExtension()).second) {
+        finding.files.push_back(GetNativePath(file));
+      }
+    }
+  }
+
+  PathFinding& Add(FindingKind kind, const IPathEntry& folder, const ustring& origin) {
+    return findings.emplace_back(
+        PathFinding{.kind = kind, .folder = PathOf(folder), .origin = origin});
+  }
+
+  void AddProblem(const FolderProblem& problem, const ustring& origin) {
+    findings.push_back({.kind = KindOf(problem.reason),
+                        .folder = problem.folder,
+                        .origin = origin,
+                        .reason = problem.reason});
+  }
+
+  const PathView& view;
+  std::chrono::nanoseconds slow;
+  std::vector<PathFinding> findings;
+  // By canonical location: special folders with the main entry that they hang below, main entries
+  // that have been examined, all that have been.
+  boost::unordered_flat_map<AbsoluteIRI, Folder, HeldHash> specialFolders;
+  boost::unordered_flat_map<AbsoluteIRI, Folder, HeldHash> mainFolders;
+  boost::unordered_flat_set<AbsoluteIRI, HeldHash> examined;
+};
+
+}  // namespace
+
+std::vector<PathFinding> ExaminePath(const PathView& view, const Examination& examination) {
+  return Examiner(view, examination).Run();
+}
+
+const char* GetText(FindingKind kind) noexcept {
+  switch (kind) {
+    case FindingKind::Missing:
+      return "missing";
+    case FindingKind::Unreadable:
+      return "cannot be searched";
+    case FindingKind::Empty:
+      return "brings no file";
+    case FindingKind::Repeat:
+      return "the same folder as an earlier one";
+    case FindingKind::Special:
+      return "belongs to another folder of the path";
+    case FindingKind::Slow:
+      return "takes long to list";
+    case FindingKind::CaseCollision:
+      return "names that are one where case is ignored";
+    case FindingKind::NotUtf8:
+      break;
+  }
+  return "names that are not UTF-8";
+}
+
+const char* GetAdvice(FindingKind kind) noexcept {
+  switch (kind) {
+    case FindingKind::Missing:
+      return "make the folder, or take it off the path";
+    case FindingKind::Unreadable:
+      return "mend that, or take the folder off the path";
+    case FindingKind::Empty:
+      return "take it off the path, or search the folders below it";
+    case FindingKind::Repeat:
+      return "take it off the path: it is never asked";
+    case FindingKind::Special:
+      return "take it off the path: the other brings it, with its own rules";
+    case FindingKind::Slow:
+      return "put it last on the path, or keep a copy on a nearer disk";
+    case FindingKind::CaseCollision:
+      return "rename all but one";
+    case FindingKind::NotUtf8:
+      break;
+  }
+  return "rename them: many programs take UTF-8 only";
+}
+
+}  // namespace Corvane::PathManagement::host

@@ -1,0 +1,27 @@
+#ifndef SEARCHPATH_SRC_HOST_QUESTIONS_SIMILAR_FILES_H
+#define SEARCHPATH_SRC_HOST_QUESTIONS_SIMILAR_FILES_H
+
+#include "searchpath/host/folder_entry.h"
+#include "searchpath/host/similar_files.h"
+#include "searchpath/model/path.h"
+
+#include <cstddef>
+#include <memory>
+#include <vector>
+
+namespace Corvane::PathManagement::host {
+
+/// At most `most` files of `mainFolders` whose names resemble what `target` looks for, the most
+/// similar first, each name once. Reads every name there.
+[[nodiscard]] std::vector<SimilarFile> FindSimilarFiles(
+    const std::vector<std::shared_ptr<const FolderEntry>>& mainFolders,
+    const PathManagement::detail::SearchTarget& target, std::size_t most);
+
+/// As `Environment::FindSimilarFolders`.
+[[nodiscard]] std::vector<std::shared_ptr<const IPathEntry>> FindFoldersLike(const IPath& path,
+                                                                             const ustring& name,
+                                                                             std::size_t most);
+
+}  // namespace Corvane::PathManagement::host
+
+#endif  // SEARCHPATH_SRC_HOST_QUESTIONS_SIMILAR_FILES_H

@@ -1,0 +1,124 @@
+#include "host/saved/listing_envelope.h"
+
+#include "host/names/short_hash.h"
+#include "searchpath/host/invalid_listing_exception.h"
+
+#include <algorithm>
+#include <array>
+#include <bit>
+#include <charconv>
+#include <cstdint>
+#include <cstring>
+#include <string>
+#include <utility>
+
+namespace Corvane::PathManagement::host {
+
+namespace {
+
+static_assert(std::endian::native == std::endian::little, "numbers are read as they are stored");
+
+constexpr std::uint32_t kVersion = 1;
+constexpr std::size_t kMostVersionDigits = 9;
+constexpr std::size_t kFirstBlock = std::size_t{1} << 20U;  // in bytes
+
+using Numbers = std::array<std::uint64_t, 2>;  // length and checksum
+
+/// Reads without the stream's own state and exceptions: what is missing is told here.
+std::size_t ReadBytes(std::istream& stream, char* bytes, std::size_t size) try {
+  return static_cast<std::size_t>(stream.rdbuf()->sgetn(bytes, static_cast<std::streamsize>(size)));
+} catch (const std::ios_base::failure& failure) {
+  throw InvalidListingException(std::string("it cannot be read: ") + failure.what());
+}
+
+void CheckFormat(std::istream& stream) {
+  if (stream.rdbuf() == nullptr || stream.fail()) {
+    throw InvalidListingException("it cannot be opened");
+  }
+  std::array<char, kListingFormat.size()> begin = {};
+  const std::size_t size = ReadBytes(stream, begin.data(), begin.size());
+  if (size == 0) throw InvalidListingException("it is empty");
+  if (std::string_view(begin.data(), size) != kListingFormat) {
+    throw InvalidListingException("its first line is not \"searchpath listing\" and a version");
+  }
+}
+
+void CheckVersion(std::istream& stream) {
+  std::string digits;
+  char next = '\0';
+  while (digits.size() <= kMostVersionDigits && ReadBytes(stream, &next, 1) == 1 && next != '\n') {
+    digits.push_back(next);
+  }
+  std::uint32_t version = 0;
+  const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), version);
+  if (next != '\n' || error != std::errc() || end != digits.data() + digits.size()) {
+    throw InvalidListingException("its first line has no version");
+  }
+  if (version == kVersion) return;
+  throw InvalidListingException(
+      "it has version " + digits + " of the format, and this program reads version " +
+      std::to_string(kVersion) +
+      (version > kVersion ? ": a newer program made it; make it anew with this one" : " only"));
+}
+
+/// How many bytes a stream that can tell still holds, up to what a body may have.
+std::size_t RemainingBytes(std::istream& stream) {
+  auto& buffer = *stream.rdbuf();
+  const auto here = buffer.pubseekoff(0, std::ios_base::cur, std::ios_base::in);
+  if (here < 0) return 0;
+  const auto end = buffer.pubseekoff(0, std::ios_base::end, std::ios_base::in);
+  if (buffer.pubseekpos(here, std::ios_base::in) != here) {
+    throw InvalidListingException("it cannot be read: seeking failed");
+  }
+  return end < here ? 0 : std::min(static_cast<std::size_t>(end - here), kMostBodyBytes);
+}
+
+/// Reads `size` bytes, or what there is of them. The length may be a lie: without a stream that can
+/// tell, memory grows with what has come.
+ListingBody ReadBody(std::istream& stream, std::size_t size) {
+  std::size_t capacity = std::min(size, std::max(RemainingBytes(stream), kFirstBlock));
+  ListingBody body{std::make_unique_for_overwrite<char[]>(capacity), 0};
+  for (;;) {
+    const std::size_t wanted = capacity - body.size;
+    const std::size_t count = ReadBytes(stream, body.bytes.get() + body.size, wanted);
+    body.size += count;
+    if (count < wanted || body.size == size) return body;
+    capacity = std::min(size, 2 * capacity);
+    auto larger = std::make_unique_for_overwrite<char[]>(capacity);
+    std::memcpy(larger.get(), body.bytes.get(), body.size);
+    body.bytes = std::move(larger);
+  }
+}
+
+}  // namespace
+
+ListingBody ReadEnvelope(std::istream& stream) {
+  CheckFormat(stream);
+  CheckVersion(stream);
+  Numbers numbers = {};
+  if (ReadBytes(stream, reinterpret_cast<char*>(numbers.data()), sizeof(numbers)) !=
+      sizeof(numbers)) {
+    throw InvalidListingException("it ends in its header");
+  }
+  const auto [length, checksum] = numbers;
+  if (length > kMostBodyBytes) throw InvalidListingException("its length is damaged");
+  ListingBody body = ReadBody(stream, static_cast<std::size_t>(length));
+  if (body.size < length) throw InvalidListingException("it is cut off");
+  char behind = '\0';
+  if (ReadBytes(stream, &behind, 1) != 0) {
+    throw InvalidListingException("there is something behind its end");
+  }
+  if (ShortHash(body.bytes.get(), body.size) != checksum) {
+    throw InvalidListingException("it is damaged: its checksum differs");
+  }
+  return body;
+}
+
+void WriteEnvelope(std::ostream& stream, std::string_view body) {
+  const Numbers numbers = {body.size(), ShortHash(body.data(), body.size())};
+  stream << kListingFormat << kVersion << '\n';
+  stream.write(reinterpret_cast<const char*>(numbers.data()), sizeof(numbers));
+  stream.write(body.data(), static_cast<std::streamsize>(body.size()));
+}
+
+}  // namespace Corvane::PathManagement::host

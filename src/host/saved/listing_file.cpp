@@ -1,0 +1,64 @@
+#include "searchpath/host/listing_file.h"
+
+#include "host/saved/listing_envelope.h"
+#include "platform/atomic_file_writer.h"
+#include "platform/native_path.h"
+#include "searchpath/host/working_folder.h"
+
+#include <sys/stat.h>
+
+#include <array>
+#include <cerrno>
+#include <string>
+#include <string_view>
+#include <system_error>
+
+namespace Corvane::PathManagement::host {
+
+namespace {
+
+/// The folder that holds `file`.
+AbsoluteIRI FolderOf(const fl::filesystem::path& file) {
+  ustring folder = fl::filesystem::detail::extract_parent_path(file);
+  if (!folder.starts_with(u'/')) folder.insert(0, u"./");  // "~" is a name here
+  return WorkingFolder().Locate(folder);
+}
+
+/// Why a file did not open.
+std::string ReasonFor(const fl::filesystem::path& file) {
+  struct stat status = {};
+  if (stat(fl::filesystem::detail::NativeBytes(file).c_str(), &status) != 0) {
+    return std::generic_category().message(errno);
+  }
+  return S_ISREG(status.st_mode) ? "it may not be read" : "it is no regular file";
+}
+
+}  // namespace
+
+bool IsListingFile(const fl::filesystem::path& file) {
+  fl::filesystem::ifstream stream(file);
+  std::array<char, kListingFormat.size()> begin = {};
+  stream.read(begin.data(), begin.size());
+  return stream && std::string_view(begin.data(), begin.size()) == kListingFormat;
+}
+
+PathEntryFactory LoadListing(const fl::filesystem::path& file, ListingUse use) {
+  fl::filesystem::ifstream stream(file);
+  if (!stream.is_open()) {
+    throw InvalidListingException("it cannot be opened: " + ReasonFor(file));
+  }
+  PathEntryFactory factory(use);
+  factory.ReadEntries(stream, FolderOf(file));
+  return factory;
+}
+
+void SaveListing(const fl::filesystem::path& file,
+                 const std::vector<std::shared_ptr<const FolderEntry>>& mainFolders) {
+  const PathEntryFactory factory(mainFolders);
+  const std::string target = fl::filesystem::detail::NativeBytes(file);
+  fl::filesystem::detail::AtomicFileWriter writer(target, "tmplisting_", ".tmp");
+  factory.WriteEntries(writer.Stream(), FolderOf(file));
+  writer.Commit();
+}
+
+}  // namespace Corvane::PathManagement::host

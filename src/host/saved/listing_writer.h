@@ -1,0 +1,20 @@
+#ifndef SEARCHPATH_SRC_HOST_SAVED_LISTING_WRITER_H
+#define SEARCHPATH_SRC_HOST_SAVED_LISTING_WRITER_H
+
+#include "searchpath/host/folder_entry.h"
+#include "searchpath/model/absolute_iri.h"
+
+#include <memory>
+#include <ostream>
+#include <vector>
+
+namespace Corvane::PathManagement::host {
+
+/// Writes the listings of `mainFolders` and all special folders below them, as
+/// `PathEntryFactory::WriteEntries` says.
+void WriteListings(std::ostream& stream, const AbsoluteIRI& root,
+                   const std::vector<std::shared_ptr<const FolderEntry>>& mainFolders);
+
+}  // namespace Corvane::PathManagement::host
+
+#endif  // SEARCHPATH_SRC_HOST_SAVED_LISTING_WRITER_H

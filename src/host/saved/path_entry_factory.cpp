@@ -1,0 +1,55 @@
+#include "searchpath/host/path_entry_factory.h"
+
+#include "host/folder/folder_state.h"
+#include "host/saved/listing_writer.h"
+#include "host/saved/saved_source.h"
+#include "searchpath/utilities/iri_conversion.h"
+
+#include <utility>
+
+namespace Corvane::PathManagement::host {
+
+PathEntryFactory::PathEntryFactory(std::vector<std::shared_ptr<const FolderEntry>> mainFolders)
+    : folders(std::move(mainFolders)) {}
+
+PathEntryFactory::~PathEntryFactory() = default;
+
+void PathEntryFactory::ReadEntries(std::istream& stream, const AbsoluteIRI& root) {
+  auto read = std::make_shared<const SavedListings>(stream, root, use);
+  const auto source = std::make_shared<const SavedSource>(std::vector{read});
+  std::vector<std::shared_ptr<const FolderEntry>> made;
+  const auto mainFolders = read->MainFolders();
+  made.reserve(mainFolders.size());
+  for (const std::uint32_t place : mainFolders) {
+    made.push_back(FolderState::CreateMainFolder(read->Locations()[place], source));
+  }
+  folders = std::move(made);
+  saved = std::move(read);
+}
+
+void PathEntryFactory::WriteEntries(std::ostream& stream, const AbsoluteIRI& root) const {
+  WriteListings(stream, root, folders);
+}
+
+std::vector<ustring> PathEntryFactory::GetFolderStrings() const {
+  std::vector<ustring> strings;
+  strings.reserve(folders.size());
+  for (const auto& folder : folders) strings.push_back(GetStringFromIRI(folder->GetAbsoluteIRI()));
+  return strings;
+}
+
+std::vector<std::shared_ptr<const FolderEntry>> PathEntryFactory::CreateSavedFolders() const {
+  std::vector<std::shared_ptr<const FolderEntry>> all;
+  if (saved == nullptr) return all;
+  const auto source = std::make_shared<const SavedSource>(std::vector{saved});
+  for (const AbsoluteIRI& location : saved->Locations()) {
+    all.push_back(FolderState::CreateMainFolder(location, source));
+  }
+  return all;
+}
+
+std::shared_ptr<const SavedListings> SavedListingsOf(const PathEntryFactory& factory) {
+  return factory.saved;
+}
+
+}  // namespace Corvane::PathManagement::host

@@ -1,0 +1,234 @@
+#include "host/saved/saved_listings.h"
+
+#include "host/common/timed_message.h"
+#include "host/folder/directory_scan.h"
+#include "host/folder/open_path.h"
+#include "host/saved/listing_envelope.h"
+#include "saved_listing_generated.h"
+#include "searchpath/host/invalid_listing_exception.h"
+#include "searchpath/model/byte_text.h"
+#include "searchpath/platform/iri_text.h"
+#include "searchpath/utilities/iri_conversion.h"
+
+#include <algorithm>
+#include <cstring>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace Corvane::PathManagement::host {
+
+namespace {
+
+const foundation::log::basic_diagnostic_logger kLogger("searchpath::host::cache");
+
+using current_working_folder::AbsolutizeError;
+using Bytes = flatbuffers::Vector<std::uint8_t>;
+
+constexpr flatbuffers::uoffset_t kDeepest = 8;  // tables in tables; the format has three
+
+[[noreturn]] void Refuse(const std::string& why) {
+  throw InvalidListingException("it is malformed: " + why);
+}
+
+std::string_view View(const Bytes& bytes) {
+  return {reinterpret_cast<const char*>(bytes.data()), bytes.size()};
+}
+
+NameBlock ViewNames(const saved::Names* names) {
+  if (names == nullptr) return {};
+  return {View(*names->bytes()), names->begins()->data(), names->begins()->size()};
+}
+
+/// Checks what the tables' own verification does not know of: what their content means.
+///
+/// Tables may share what they hold, so that a small file can say a lot. A file that was written
+/// says nothing twice: what is said in all may not be more than there is, or checking it could go
+/// on for ever.
+class ContentCheck {
+ public:
+  explicit ContentCheck(std::size_t bodySize) : bytesLeft(bodySize) {}
+
+  void CheckFolder(const saved::Folder& folder) {
+    Count(folder.location()->size());
+    if (folder.place() > saved::Place::MAX) Refuse("a folder has no place");
+    if (folder.problem() > static_cast<std::uint8_t>(AbsolutizeError::NameTooLong)) {
+      Refuse("a problem is unknown");
+    }
+    CheckNames(folder.files());
+    CheckNames(folder.folders());
+    CheckNames(folder.links());
+    CheckRepeats(folder);
+    const std::size_t linkCount = folder.links() == nullptr ? 0 : folder.links()->begins()->size();
+    const auto* targets = folder.targets();
+    if ((targets == nullptr ? 0 : targets->size()) != linkCount) Refuse("a link has no target");
+    if (targets == nullptr) return;
+    Count(linkCount);
+    if (std::any_of(targets->begin(), targets->end(), [](std::uint8_t target) {
+          return target > static_cast<std::uint8_t>(LinkTarget::Folder);
+        })) {
+      Refuse("the target of a link is unknown");
+    }
+  }
+
+ private:
+  void Count(std::size_t bytes) {
+    if (bytes > bytesLeft) Refuse("it says the same thing several times");
+    bytesLeft -= bytes;
+  }
+
+  void CheckNames(const saved::Names* names) {
+    if (names == nullptr) return;
+    const std::string_view block = View(*names->bytes());
+    const auto* begins = names->begins()->data();
+    const std::size_t count = names->begins()->size();
+    Count(block.size() + count * sizeof(*begins));
+    // A begin at the start and one behind each NUL, but for the last: then no name is missing, and
+    // none holds a NUL.
+    if (count == 0 || block.empty() || begins[0] != 0 || block.back() != '\0' ||
+        static_cast<std::size_t>(std::count(block.begin(), block.end(), '\0')) != count) {
+      Refuse("names have no end");
+    }
+    for (std::size_t index = 1; index < count; ++index) {
+      if (begins[index] >= block.size() || begins[index] <= begins[index - 1] ||
+          block[begins[index] - 1] != '\0') {
+        Refuse("a name begins nowhere");
+      }
+    }
+    if (block.find('/') != block.npos) Refuse("a name has a separator");
+    for (std::size_t index = 0; index < count; ++index) {
+      const char* name = block.data() + begins[index];
+      if (name[0] == '\0') Refuse("a name is empty");
+      if (name[0] == '.' && (name[1] == '\0' || (name[1] == '.' && name[2] == '\0'))) {
+        Refuse("a name is \".\" or \"..\"");
+      }
+    }
+  }
+
+  /// Folders that hold a name several times would, nested, make a tree out of all proportion.
+  static void CheckRepeats(const saved::Folder& folder) {
+    std::vector<std::string_view> all;
+    for (const auto* names : {folder.folders(), folder.links()}) {
+      const NameBlock block = ViewNames(names);
+      for (std::size_t index = 0; index < block.size(); ++index) all.push_back(block[index]);
+    }
+    std::sort(all.begin(), all.end());
+    if (std::adjacent_find(all.begin(), all.end()) != all.end()) Refuse("a folder is there twice");
+  }
+
+  std::size_t bytesLeft;
+};
+
+/// Makes the locations of folders, which stand below `root` or elsewhere.
+class LocationMaker {
+ public:
+  explicit LocationMaker(const AbsoluteIRI& rootLocation) : root(rootLocation) {
+    if (root.getScheme() == u"file") rootPath = root.getPath();
+    if (!rootPath.ends_with(u'/')) rootPath.push_back(u'/');
+  }
+
+  [[nodiscard]] AbsoluteIRI Make(const saved::Folder& folder) const try {
+    const std::string_view bytes = View(*folder.location());
+    switch (folder.place()) {
+      case saved::Place::BelowRoot:
+        if (root.getScheme() != u"file") Refuse("it has to stand below a folder on disk");
+        if (bytes.empty()) return root;
+        if (bytes.front() == '/') Refuse("a relative location begins with a separator");
+        return foundation::storage::vfs::toAbsoluteIRI(u"file", rootPath + TextFromBytes(bytes));
+      case saved::Place::Absolute:
+        return foundation::storage::vfs::toAbsoluteIRI(u"file", TextFromBytes(bytes));
+      default:
+        return AbsoluteIRI(TextFromBytes(bytes));
+    }
+  } catch (const foundation::storage::vfs::InvalidIRIException& invalid) {
+    Refuse(std::string("a location is none: ") + invalid.what());
+  }
+
+ private:
+  const AbsoluteIRI& root;
+  ustring rootPath;  // ends with a separator
+};
+
+}  // namespace
+
+SavedListings::SavedListings(std::istream& stream, const AbsoluteIRI& root, ListingUse listingUse)
+    : use(listingUse) {
+  const TimedMessage message(kLogger);
+  body = ReadEnvelope(stream);
+  const auto* bytes = reinterpret_cast<const std::uint8_t*>(body.bytes.get());
+  // As many tables as there could be: their number is bounded by the bytes.
+  flatbuffers::Verifier verifier(bytes, body.size, kDeepest,
+                                 static_cast<flatbuffers::uoffset_t>(body.size));
+  if (!saved::VerifyListingBuffer(verifier)) Refuse("its tables do not fit together");
+  listing = saved::GetListing(bytes);
+  CheckFolders(root);
+  message.Write(foundation::log::Severity::Information, [this] {
+    return "read the listings of " + std::to_string(locations.size()) + " folders, " +
+           std::to_string(body.size) + " bytes,";
+  });
+}
+
+void SavedListings::CheckFolders(const AbsoluteIRI& root) {
+  const std::size_t count = listing->folders()->size();
+  locations.reserve(count);
+  places.reserve(count);
+  ContentCheck check(body.size);
+  const LocationMaker locationMaker(root);
+  for (const saved::Folder* folder : *listing->folders()) {
+    check.CheckFolder(*folder);
+    const auto place = static_cast<std::uint32_t>(locations.size());
+    locations.push_back(locationMaker.Make(*folder));
+    if (!places.emplace(locations.back(), place).second) Refuse("a folder is there twice");
+  }
+  if (std::any_of(listing->path()->begin(), listing->path()->end(),
+                  [count](std::uint32_t place) { return place >= count; })) {
+    Refuse("the path has a folder that is not there");
+  }
+}
+
+std::vector<std::uint32_t> SavedListings::MainFolders() const {
+  return {listing->path()->begin(), listing->path()->end()};
+}
+
+std::optional<std::uint32_t> SavedListings::Find(const AbsoluteIRI& location) const {
+  const auto found = places.find(location);
+  if (found == places.end()) return std::nullopt;
+  return found->second;
+}
+
+std::optional<FolderStamp> SavedListings::FindStamp(std::uint32_t folder) const {
+  const saved::Stamp* stamp = listing->folders()->Get(folder)->stamp();
+  if (stamp == nullptr) return std::nullopt;
+  return FolderStamp{stamp->modified(), stamp->changed(), stamp->inode()};
+}
+
+std::optional<FolderListing> SavedListings::FindListing(std::uint32_t folder) const {
+  const saved::Folder& known = *listing->folders()->Get(folder);
+  const auto path = NativeBytes(locations[folder]);
+  const bool asSaved = use == ListingUse::AsSaved;
+  if (!asSaved &&
+      (!path || !known.listed() || AskFreshness(*path, FindStamp(folder)) != Freshness::Fresh)) {
+    return std::nullopt;
+  }
+  FolderListing made;
+  made.stamp = FindStamp(folder);
+  if (!known.listed()) {
+    made.problem = static_cast<AbsolutizeError>(known.problem());
+    return made;
+  }
+  made.files = ViewNames(known.files());
+  const NameBlock folders = ViewNames(known.folders());
+  for (std::size_t index = 0; index < folders.size(); ++index) AddSubfolder(made, folders[index]);
+  const NameBlock links = ViewNames(known.links());
+  for (std::size_t index = 0; index < links.size(); ++index) {
+    const auto place = static_cast<flatbuffers::uoffset_t>(index);
+    made.links.push_back({.name = std::string(links[index]),
+                          .target = static_cast<LinkTarget>(known.targets()->Get(place))});
+  }
+  // What a link leads to may change without a trace in the folder that it stands in.
+  if (!asSaved && !made.links.empty()) AskLinks(*path, made);
+  AddLinked(made);
+  return made;
+}
+
+}  // namespace Corvane::PathManagement::host
