@@ -40,18 +40,17 @@ class SEARCHPATH_EXPORT IPath {
   /// The main entries in path order. Never null, except from a composite that was moved from; the
   /// vector never changes, so it may be kept. In a range-for, name the pointer first: the temporary
   /// dies before the loop body runs.
-  [[nodiscard]] virtual std::shared_ptr<const std::vector<std::shared_ptr<const IPathEntry>>>
-  GetMainEntries() const = 0;
+  [[nodiscard]] virtual std::shared_ptr<const PathEntries> GetMainEntries() const = 0;
 
   /// All method entries in path order.
-  [[nodiscard]] virtual std::vector<std::shared_ptr<const IPathEntry>> GetMethodEntries() const = 0;
+  [[nodiscard]] virtual PathEntries GetMethodEntries() const = 0;
 
   /// The method entries called `name` whose parent entry's kind is in `scope`, in path order.
-  [[nodiscard]] virtual std::vector<std::shared_ptr<const IPathEntry>> GetMethodEntriesByName(
-      SearchScope scope, const ustring& name, FilenameMatchingPolicy policy) const = 0;
+  [[nodiscard]] virtual PathEntries GetMethodEntriesByName(SearchScope scope, const ustring& name,
+                                                           FilenameMatchingPolicy policy) const = 0;
 
   /// The entries in `scope` that the partial pathname of folders `name` matches, in path order.
-  [[nodiscard]] virtual std::vector<std::shared_ptr<const IPathEntry>> GetPartiallyMatchingEntries(
+  [[nodiscard]] virtual PathEntries GetPartiallyMatchingEntries(
       SearchScope scope, const ustring& name, FilenameMatchingPolicy policy) const = 0;
 
   /// The main entry that `entry` belongs to.

@@ -18,6 +18,9 @@ namespace Corvane::PathManagement {
 
 class IPathEntry;
 
+/// Entries in the order that whoever hands them out says. Never holds a null pointer.
+using PathEntries = std::vector<std::shared_ptr<const IPathEntry>>;
+
 /// Called with one entry after the other; returns true to stop the traversal.
 using PathEntryVisitor = std::function<bool(const std::shared_ptr<const IPathEntry>&)>;
 
@@ -36,8 +39,7 @@ class SEARCHPATH_EXPORT IPathEntry {
   [[nodiscard]] virtual PathEntryType GetPathEntryType() const = 0;
 
   /// The files of the folder, in the entry's own order. Never null.
-  [[nodiscard]] virtual std::shared_ptr<const std::vector<std::shared_ptr<const PathItem>>>
-  GetItems() const = 0;
+  [[nodiscard]] virtual std::shared_ptr<const PathItems> GetItems() const = 0;
 
   /// The identity of the folder. Precondition of all that sorts by it: it never changes.
   [[nodiscard]] virtual CanonicalAbsoluteIRI GetCanonicalAbsoluteIRI() const = 0;
@@ -52,16 +54,13 @@ class SEARCHPATH_EXPORT IPathEntry {
   [[nodiscard]] virtual std::shared_ptr<const IPathEntry> GetSingleSubfolderEntryB() const = 0;
 
   /// The "+" folders. Never null.
-  [[nodiscard]] virtual std::shared_ptr<const std::vector<std::shared_ptr<const IPathEntry>>>
-  GetSubfolderEntriesA() const = 0;
+  [[nodiscard]] virtual std::shared_ptr<const PathEntries> GetSubfolderEntriesA() const = 0;
 
   /// The "@" folders, the method entries. Never null.
-  [[nodiscard]] virtual std::shared_ptr<const std::vector<std::shared_ptr<const IPathEntry>>>
-  GetSubfolderEntriesB() const = 0;
+  [[nodiscard]] virtual std::shared_ptr<const PathEntries> GetSubfolderEntriesB() const = 0;
 
   /// Further folders that an environment hangs below the entry. Never null.
-  [[nodiscard]] virtual std::shared_ptr<const std::vector<std::shared_ptr<const IPathEntry>>>
-  GetSubfolderEntriesC() const = 0;
+  [[nodiscard]] virtual std::shared_ptr<const PathEntries> GetSubfolderEntriesC() const = 0;
 
   /// The best match among the files of the folder; null when none matches. The name of `target`
   /// holds no separator.
@@ -69,8 +68,8 @@ class SEARCHPATH_EXPORT IPathEntry {
       const detail::SearchTarget& target, FilenameMatchingPolicy policy) const = 0;
 
   /// Every match among the files of the folder, best first.
-  [[nodiscard]] virtual std::vector<std::shared_ptr<const PathItem>> FindItems(
-      const detail::SearchTarget& target, FilenameMatchingPolicy policy) const = 0;
+  [[nodiscard]] virtual PathItems FindItems(const detail::SearchTarget& target,
+                                            FilenameMatchingPolicy policy) const = 0;
 
   /// Visits this entry and all that hang below it, as far as their kind is in `scope`. Returns true
   /// when the visitor asked to stop.

@@ -4,7 +4,9 @@
 #include "searchpath/model/absolute_iri.h"
 #include "searchpath/model/ustring.h"
 
+#include <memory>
 #include <utility>
+#include <vector>
 
 namespace Corvane::PathManagement {
 
@@ -32,6 +34,9 @@ class PathItem {
   ustring name;
   ustring extension;
 };
+
+/// Files in the order that whoever hands them out says. Never holds a null pointer.
+using PathItems = std::vector<std::shared_ptr<const PathItem>>;
 
 }  // namespace Corvane::PathManagement
 
