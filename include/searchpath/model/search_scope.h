@@ -2,6 +2,7 @@
 #define SEARCHPATH_MODEL_SEARCH_SCOPE_H
 
 #include <algorithm>
+#include <array>
 #include <cstdint>
 
 namespace Corvane::PathManagement {
@@ -13,7 +14,7 @@ namespace Corvane::PathManagement {
 class SearchScope {
  public:
   /// `kinds` may be null when `count` is 0: a scope that covers nothing.
-  SearchScope(const std::uint32_t* kinds, std::uint64_t count) noexcept
+  constexpr SearchScope(const std::uint32_t* kinds, std::uint64_t count) noexcept
       : first(kinds), length(count) {}
 
   [[nodiscard]] const std::uint32_t* data() const noexcept { return first; }
@@ -30,6 +31,24 @@ class SearchScope {
   const std::uint32_t* first;
   std::uint64_t length;  // in kinds
 };
+
+namespace detail {
+
+/// Every kind, resources last, so that each named scope is the beginning of this list.
+inline constexpr std::array<std::uint32_t, 6> kKinds = {0, 1, 2, 3, 4, 5};
+
+}  // namespace detail
+
+/// Ordinary folders: where a plain file name is looked up, and the scope that finds the method
+/// entries directly below ordinary folders.
+inline constexpr SearchScope kMainScope(detail::kKinds.data(), 1);
+
+/// Every kind of folder whose files are looked up by name: for names with separators. Resources
+/// folders are not among them, since they hold data.
+inline constexpr SearchScope kAllKindsScope(detail::kKinds.data(), 5);
+
+/// Resources folders as well: for traversals that list, count or compare folders.
+inline constexpr SearchScope kAllKindsAndResourcesScope(detail::kKinds.data(), 6);
 
 }  // namespace Corvane::PathManagement
 
