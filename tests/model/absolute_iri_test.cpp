@@ -147,5 +147,24 @@ TEST(CanonicalAbsoluteIRITest, IsComparedWithItsString) {
   }
 }
 
+template <class IRI>
+void ExpectKeptByAssignmentToItself(IRI iri) {
+  const IRI before = iri;
+  IRI& same = iri;
+  iri = same;
+  EXPECT_EQ(iri, before);
+  iri = std::move(same);
+  EXPECT_EQ(iri, before);
+  EXPECT_EQ(iri.toStringView(), before.toStringView());
+}
+
+TEST(AbsoluteIRITest, IsKeptByAssignmentToItself) {
+  const AbsoluteIRI iri(u"file:///a");
+  ExpectKeptByAssignmentToItself(AbsoluteIRI(u"file:///b"));
+  ExpectKeptByAssignmentToItself(CanonicalAbsoluteIRI(iri, u"short"));
+  ExpectKeptByAssignmentToItself(CanonicalAbsoluteIRI(iri, ustring(100, u's')));
+  static_assert(std::is_nothrow_move_assignable_v<CanonicalAbsoluteIRI>);
+}
+
 }  // namespace
 }  // namespace Corvane::PathManagement

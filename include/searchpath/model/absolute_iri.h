@@ -139,6 +139,15 @@ class SEARCHPATH_EXPORT AbsoluteIRI {
 class SEARCHPATH_EXPORT CanonicalAbsoluteIRI : public AbsoluteIRI {
  public:
   CanonicalAbsoluteIRI(const AbsoluteIRI& iri, const ustring& suffix);
+  CanonicalAbsoluteIRI(const CanonicalAbsoluteIRI&) = default;
+  CanonicalAbsoluteIRI(CanonicalAbsoluteIRI&&) noexcept = default;
+  // By value, for copies and moves alike, so that what is assigned to itself keeps its value.
+  CanonicalAbsoluteIRI& operator=(CanonicalAbsoluteIRI other) noexcept {
+    text.swap(other.text);
+    AbsoluteIRI::operator=(std::move(other));
+    return *this;
+  }
+  ~CanonicalAbsoluteIRI() = default;
 
   [[nodiscard]] friend bool operator==(const CanonicalAbsoluteIRI& left,
                                        const CanonicalAbsoluteIRI& right) noexcept {
