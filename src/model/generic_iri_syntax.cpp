@@ -23,6 +23,10 @@ constexpr std::size_t kLongestIRI = 64UL * 1024;  // in bytes
 
 constexpr std::u16string_view kNeverLiteral = u" \"<>\\^`{|}\x7F";
 
+// Stands before a path that begins with "//": without it the path of "ab:/.//c" would become the
+// authority of "ab://c".
+constexpr std::u16string_view kNoAuthority = u"/.";
+
 constexpr bool IsAlpha(char16_t unit) {
   return (unit >= u'a' && unit <= u'z') || (unit >= u'A' && unit <= u'Z');
 }
@@ -115,6 +119,29 @@ class ParsedIRI {
   UriUriA uri = {};
 };
 
+/// `path` as RFC 3986 removes dot segments from it. Each segment is taken with the separator after
+/// it, so that "/a/.." keeps its last one.
+ustring PathWithoutDotSegments(std::u16string_view path) {
+  const std::size_t rootLength = path.starts_with(u'/') ? 1 : 0;
+  ustring plain(path.substr(0, rootLength));
+  path.remove_prefix(rootLength);
+  while (!path.empty()) {
+    const std::size_t separator = path.find(u'/');
+    const ustring segment = DecodeEscapes(path.substr(0, separator), Undecodable::Kept);
+    const std::u16string_view written =
+        path.substr(0, separator == path.npos ? separator : separator + 1);
+    path.remove_prefix(written.size());
+    if (segment == u"..") {
+      if (plain.size() == rootLength) continue;
+      plain.pop_back();  // the separator after the segment that goes
+      plain.resize(plain.rfind(u'/') + 1);
+    } else if (segment != u".") {
+      plain.append(written);
+    }
+  }
+  return plain;
+}
+
 }  // namespace
 
 std::size_t SchemeLength(std::u16string_view text) noexcept {
@@ -136,12 +163,25 @@ ustring NormalizeGenericIRI(std::u16string_view text) {
   const std::string ascii = InAscii(WithIllegalEscaped(text));
   ParsedIRI parsed(text, ascii);
   parsed.Normalize();
-  std::string normal = parsed.Text();
-  // Without its "." the path of "ab:/.//c" would become the authority of "ab://c".
+  const std::string normalAscii = parsed.Text();
+  ustring normal(normalAscii.begin(), normalAscii.end());
   const std::size_t afterScheme = SchemeLength(text) + 1;
   const bool hadAuthority = ascii.compare(afterScheme, 2, "//") == 0;
-  if (!hadAuthority && normal.compare(afterScheme, 2, "//") == 0) normal.insert(afterScheme, "/.");
-  return {normal.begin(), normal.end()};
+  if (!hadAuthority && normal.compare(afterScheme, 2, u"//") == 0) {
+    normal.insert(afterScheme, kNoAuthority);
+  }
+  return normal;
+}
+
+ustring GenericIRIWithoutDotSegments(std::u16string_view text) {
+  const GenericIRI iri = ParseGenericIRI(text);
+  const std::u16string_view whole = iri.text;
+  const ustring path =
+      PathWithoutDotSegments(whole.substr(iri.pathBegin, iri.pathEnd - iri.pathBegin));
+  ustring plain(whole.substr(0, iri.pathBegin));
+  const bool hasAuthority = iri.pathBegin > SchemeLength(whole) + 1;
+  if (!hasAuthority && path.starts_with(u"//")) plain.append(kNoAuthority);
+  return plain.append(path).append(whole.substr(iri.pathEnd));
 }
 
 }  // namespace foundation::storage::vfs::detail

@@ -29,6 +29,11 @@ struct GenericIRI {
 /// Errors: `InvalidIRIException`.
 [[nodiscard]] ustring NormalizeGenericIRI(std::u16string_view text);
 
+/// `text` without the "." and ".." segments of its path, also those written as escapes; ".." above
+/// the root is dropped. Nothing else changes.
+/// Precondition: it is the text of an IRI of a scheme other than "file".
+[[nodiscard]] ustring GenericIRIWithoutDotSegments(std::u16string_view text);
+
 }  // namespace foundation::storage::vfs::detail
 
 #endif  // SEARCHPATH_SRC_MODEL_GENERIC_IRI_SYNTAX_H

@@ -1,5 +1,6 @@
 #include "searchpath/platform/storage.h"
 
+#include "model/generic_iri_syntax.h"
 #include "platform/canonical_path.h"
 #include "searchpath/model/byte_text.h"
 #include "searchpath/platform/iri_text.h"
@@ -16,6 +17,11 @@ std::string NativeBytes(const AbsoluteIRI& location) {
   return Corvane::PathManagement::BytesFromText(location.getPath()).value();
 }
 
+/// There are no links to mind, so ".." means the same as text.
+CanonicalAbsoluteIRI CanonicalIRIOfOtherScheme(const AbsoluteIRI& location) {
+  return {AbsoluteIRI(detail::GenericIRIWithoutDotSegments(location.toStringView())), u""};
+}
+
 CanonicalAbsoluteIRI CanonicalIRI(const detail::CanonicalPath& canonical) {
   const fl::filesystem::path path(Corvane::PathManagement::TextFromBytes(canonical.bytes));
   return {toAbsoluteIRI(u"file", path), u""};
@@ -27,7 +33,7 @@ Folder::Folder(const AbsoluteIRI& folderLocation, StorageSystemReference /*stora
     : location(folderLocation) {}
 
 CanonicalAbsoluteIRI Folder::getCanonicalLocation() const {
-  if (!IsOnDisk(location)) return {location, u""};
+  if (!IsOnDisk(location)) return CanonicalIRIOfOtherScheme(location);
   return CanonicalIRI(detail::ResolveLinks(NativeBytes(location)));
 }
 
@@ -35,7 +41,7 @@ File::File(const AbsoluteIRI& fileLocation, StorageSystemReference /*storageSyst
     : location(fileLocation) {}
 
 CanonicalAbsoluteIRI File::getCanonicalLocation() const {
-  if (!IsOnDisk(location)) return {location, u""};
+  if (!IsOnDisk(location)) return CanonicalIRIOfOtherScheme(location);
   const std::string path = NativeBytes(location);
   const detail::CanonicalPath canonical = detail::ResolveLinks(path);
   if (canonical.error != 0) throw detail::CannotResolve(path, canonical.error);

@@ -44,8 +44,26 @@ TEST(StorageTest, ResolvesLinksAsFarAsThereIsSomething) {
         EXPECT_EQ(Folder(given, storage).getLocation(), given);
         return outcome(Folder(given, storage)) + u"|" + outcome(File(given, storage));
       });
-  const AbsoluteIRI unknown(u"ab://c/../d");
-  EXPECT_EQ(Folder(unknown, storage).getCanonicalLocation(), CanonicalAbsoluteIRI(unknown, u""));
+}
+
+TEST(StorageTest, TakesDotSegmentsOutOfOtherSchemesAsText) {
+  test::ExpectTable(
+      {u"ab://c", u"ab://c/", u"ab://c//d///", u"ab://c/\u00E9/%41%2f%c3?../x#/./y", u"ab:c/d",
+       u"ab://c/../d => ab://c/d", u"ab://c/d/./e/../f/ => ab://c/d/f/", u"ab://c/d/.. => ab://c/",
+       u"ab://c/d/. => ab://c/d/", u"ab://c/../../.. => ab://c/", u"ab://c/d//../e => ab://c/d/e",
+       u"ab://c/%2e/d/%2E./e?f => ab://c/e?f", u"ab://c/.../..d => ab://c/.../..d",
+       u"ab:c/../d => ab:d", u"ab:c/..//../d => ab:d", u"FILE:///a/../b => FILE:///b",
+       // what looks like an authority then is none
+       u"ab:/.//c => ab:/.//c", u"ab:/d/..//c => ab:/.//c", u"ab:///..//c => ab:////c"},
+      [](const ustring& text) {
+        const AbsoluteIRI given(text);
+        const auto storage = storage::microservicestoragesystem::GetStorageSystemReference();
+        const CanonicalAbsoluteIRI canonical = Folder(given, storage).getCanonicalLocation();
+        EXPECT_EQ(File(given, storage).getCanonicalLocation(), canonical);
+        EXPECT_EQ(Folder(canonical, storage).getCanonicalLocation(), canonical);
+        EXPECT_EQ(canonical, CanonicalAbsoluteIRI(canonical, u""));
+        return canonical.toString();
+      });
 }
 
 }  // namespace

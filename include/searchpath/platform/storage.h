@@ -21,8 +21,9 @@ class SEARCHPATH_EXPORT Folder {
   [[nodiscard]] AbsoluteIRI getLocation() const noexcept { return location; }
 
   /// The location with links and ".." resolved as far as it exists, the rest kept as it is. So what
-  /// is absent, unreadable, no folder or of an unknown scheme still has one, and one that goes on
-  /// naming the same place once it is gone.
+  /// is absent, unreadable or no folder still has one, and one that goes on naming the same place
+  /// once it is gone. Of a scheme other than "file", which has no links, it is the text without "."
+  /// and ".." segments; one above the root is dropped.
   ///
   /// Errors: `Exception` for a loop of links and for I/O errors.
   /// Cost: one question to the file system for each component.
