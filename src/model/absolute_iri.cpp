@@ -118,7 +118,7 @@ std::vector<std::u16string_view> ResolvedComponents(std::u16string_view path,
 /// cannot say.
 ustring Decoded(const IRIRepresentation& iri, std::u16string_view escaped) {
   const bool isFile = std::u16string_view(iri.Text(), iri.schemeLength) == u"file";
-  return DecodeEscapes(escaped, isFile ? Undecodable::AsByte : Undecodable::Kept);
+  return DecodeEscapes(escaped, isFile ? Undecodable::AsByte : Undecodable::KeptWithSeparators);
 }
 
 }  // namespace

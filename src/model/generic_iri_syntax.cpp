@@ -142,6 +142,17 @@ ustring PathWithoutDotSegments(std::u16string_view path) {
   return plain;
 }
 
+/// The parser writes those of hosts in lower case.
+void WriteEscapesInUpperCase(ustring& text) {
+  for (std::size_t at = text.find(u'%'); at != text.npos; at = text.find(u'%', at + 1)) {
+    if (const auto byte = EscapeAt(text, at)) {
+      ustring escape;
+      AppendEscape(escape, *byte);
+      text.replace(at, escape.size(), escape);
+    }
+  }
+}
+
 }  // namespace
 
 std::size_t SchemeLength(std::u16string_view text) noexcept {
@@ -170,6 +181,7 @@ ustring NormalizeGenericIRI(std::u16string_view text) {
   if (!hadAuthority && normal.compare(afterScheme, 2, u"//") == 0) {
     normal.insert(afterScheme, kNoAuthority);
   }
+  WriteEscapesInUpperCase(normal);
   return normal;
 }
 

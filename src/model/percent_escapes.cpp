@@ -21,14 +21,13 @@ constexpr int HexValue(char16_t unit) {
   return -1;
 }
 
-constexpr bool NamesAnotherFile(std::uint8_t byte) { return byte == '/' || byte == 0; }
-
-/// The bytes of the escapes that stand one after the other from `begin` on. Where escapes are kept,
-/// one that would name another file ends the run.
+/// The bytes of the escapes that stand one after the other from `begin` on, up to one that is kept
+/// since it would name another file.
 std::string BytesOfRun(std::u16string_view text, std::size_t begin, Undecodable undecodable) {
   std::string bytes;
   while (const auto byte = EscapeAt(text, begin + 3 * bytes.size())) {
-    if (undecodable == Undecodable::Kept && NamesAnotherFile(*byte)) break;
+    const bool namesAnotherFile = *byte == '/' || *byte == 0;
+    if (namesAnotherFile && undecodable == Undecodable::KeptWithSeparators) break;
     bytes.push_back(static_cast<char>(*byte));
   }
   return bytes;
@@ -48,10 +47,10 @@ std::size_t DecodeRun(std::u16string_view text, std::size_t begin, Undecodable u
       continue;
     }
     at = start + 1;
-    if (undecodable == Undecodable::Kept) {
-      decoded += text.substr(begin + 3 * start, 3);
-    } else {
+    if (undecodable == Undecodable::AsByte) {
       decoded.push_back(UnitForByte(units[start]));
+    } else {
+      decoded += text.substr(begin + 3 * start, 3);
     }
   }
   return begin + 3 * bytes.size();
@@ -90,7 +89,7 @@ ustring DecodeAsciiEscapes(std::u16string_view text) {
   decoded.reserve(text.size());
   for (std::size_t at = 0; at < text.size();) {
     const auto byte = EscapeAt(text, at);
-    if (byte && *byte < 0x80 && !NamesAnotherFile(*byte)) {
+    if (byte && *byte < 0x80) {
       decoded.push_back(*byte);
       at += 3;
     } else {

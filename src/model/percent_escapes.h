@@ -19,14 +19,15 @@ void AppendEscape(ustring& text, std::uint8_t byte);
 
 /// What becomes of escapes that stand for no text.
 enum class Undecodable : std::uint8_t {
-  Kept,    ///< they stay as they are written, and so do "%2F" and "%00"
-  AsByte,  ///< they become the unit that stands for their byte
+  Kept,                ///< they stay as they are written
+  KeptWithSeparators,  ///< they stay, and so do "%2F" and "%00", which would name another file
+  AsByte,              ///< they become the unit that stands for their byte
 };
 
 /// `text` with its escapes decoded as UTF-8.
 [[nodiscard]] ustring DecodeEscapes(std::u16string_view text, Undecodable undecodable);
 
-/// `text` with the escapes of ASCII characters decoded, except "%2F" and "%00".
+/// `text` with the escapes of ASCII characters decoded.
 [[nodiscard]] ustring DecodeAsciiEscapes(std::u16string_view text);
 
 }  // namespace foundation::storage::vfs::detail

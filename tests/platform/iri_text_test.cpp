@@ -38,7 +38,9 @@ TEST(IRITextTest, IsNormalised) {
                u"file:///\xD83D%80 => invalid", u"/a => invalid", u"c:/a => invalid",
                u"HTTP://u@HoST/a/./b/../%7e%2f%c3?%41#%42 => HTTP://u@host/a/~%2F%C3?A#B",
                u"http://h/\u00E9 c => http://h/%C3%A9%20c", u"http://h/a/../.. => http://h/",
-               u"FILE:///a//b/ => FILE:///a//b/", u"ab:/.//c => ab:/.//c", u"ab:/%zz => invalid"},
+               u"FILE:///a//b/ => FILE:///a//b/", u"ab:/.//c => ab:/.//c", u"ab:/%zz => invalid",
+               u"http://H%c3%a9%2fx/%c3 => http://h%C3%A9%2Fx/%C3",
+               u"ab://\u00E9%e9?%zz => invalid", u"ab://\u00C9%c9 => ab://%C3%89%C9"},
               [](ustring text) { return utility::normalizeURL(text), text; });
 }
 
@@ -48,9 +50,10 @@ TEST(IRITextTest, IsDecodedForDisplay) {
   };
   ExpectTable(
       {u"http://h/a%20b%C3%A9%f0%9F%98%80 => http://h/a b\u00E9\U0001F600", u"%zz%4%", u"%FF%C3( ",
-       u"%C0%AF%ED%A0%80", u"%e9%C3%A9 => %e9\u00E9", u"a+b", u"\xD83D%80", u"%2541%25 => %41%"},
+       u"%C0%AF%ED%A0%80", u"%e9%C3%A9 => %e9\u00E9", u"a+b", u"\xD83D%80", u"%2541%25 => %41%",
+       u"http://h/a%2Fb%3fc%23%00d => http://h/a/b?c#\0d"s, u"%C3%2F%a9 => %C3/%a9"},
       decode(true));
-  ExpectTable({u"%20%C3%A9%41 =>  %C3%A9A", u"%zz%4%"}, decode(false));
+  ExpectTable({u"%20%C3%A9%41%2F%00 =>  %C3%A9A/\0"s, u"%zz%4%"}, decode(false));
 }
 
 TEST(IRITextTest, ComesFromNativePathsAndBack) {

@@ -15,7 +15,8 @@ TEST(IRIConversionTest, TurnsTextIntoIRIs) {
 
 TEST(IRIConversionTest, TurnsIRIsIntoText) {
   test::ExpectTable({u"file:///a%20b/%25/%FF => /a b/%/\xDCFF", u"FILE:///a%20b => FILE:///a b",
-                     u"File:///%FF", u"http://h/%C3%A9?a%20b => http://h/\u00E9?a b"},
+                     u"File:///%FF", u"http://h/%C3%A9?a%20b => http://h/\u00E9?a b",
+                     u"http://h/a%2Fb%2541 => http://h/a/b%41"},
                     [](const ustring& text) { return GetStringFromIRI(AbsoluteIRI(text)); });
 }
 

@@ -28,14 +28,15 @@ namespace foundation::storage::utility {
 
 /// Brings an IRI text into its normal form. For "file" that is the spelling of `AbsoluteIRI`
 /// without "." and ".." components, a stray "%" becoming "%25"; for other schemes the syntax-based
-/// normalisation of RFC 3986, in ASCII, the scheme's case untouched.
+/// normalisation of RFC 3986, in ASCII, with escapes in upper case and the scheme's case untouched.
 ///
 /// Errors: `InvalidIRIException` for a text that is no IRI; `text` is then unchanged.
 SEARCHPATH_EXPORT void normalizeURL(ustring& text);
 
-/// Decodes percent escapes, for display. With `decodeUtf8` escapes of valid UTF-8 become the
-/// characters they stand for; without it only escapes of ASCII do. What cannot be decoded stays as
-/// it stands, and so do "%2F" and "%00": no text comes to name another file. "+" is never a blank.
+/// Decodes percent escapes, for people to read: with `decodeUtf8` every escape that is part of valid
+/// UTF-8, without it every escape of an ASCII character. Any other stays as it stands, and "+" is
+/// never a blank. "%2F", "%3F", "%25" and "%00" are decoded too, so the result is no way back: it may
+/// be the text of another IRI, and so may what is decoded from it again.
 SEARCHPATH_EXPORT void decodeURL(ustring& text, bool decodeUtf8);
 
 }  // namespace foundation::storage::utility

@@ -23,7 +23,8 @@ namespace Corvane::PathManagement {
 /// `GetCanonicalIRI` of `GetIRIFromString`.
 [[nodiscard]] SEARCHPATH_EXPORT CanonicalAbsoluteIRI GetCanonicalIRIFromString(const ustring& text);
 
-/// `iri` as users read it: the native path of a "file" IRI, the decoded text of any other.
+/// `iri` as users read it: the native path of a "file" IRI, from which `GetIRIFromString` makes the
+/// same IRI again; the decoded text of any other, which is no way back.
 [[nodiscard]] SEARCHPATH_EXPORT ustring GetStringFromIRI(const AbsoluteIRI& iri);
 
 }  // namespace Corvane::PathManagement
