@@ -1,7 +1,6 @@
 #include "searchpath/utilities/toolbox_path_cache.h"
 
-#include "platform/atomic_file_writer.h"
-#include "platform/native_path.h"
+#include "searchpath/platform/atomic_file_writer.h"
 #include "searchpath/platform/iri_text.h"
 
 #include <exception>
@@ -32,8 +31,7 @@ void GoOnIfCancelled() {
 
 void WriteToolboxPathCache(const fl::filesystem::path& cacheFile, const fl::filesystem::path& root,
                            const IPathEntryFactory& factory) try {
-  namespace files = fl::filesystem::detail;
-  files::AtomicFileWriter writer(files::NativeBytes(cacheFile), "tmpcache_", ".xml");
+  fl::filesystem::AtomicFileWriter writer(cacheFile, u"tmpcache_", u".xml");
   factory.WriteEntries(writer.Stream(), toAbsoluteIRI(u"file", root));
   writer.Commit();
 } catch (...) {

@@ -1,12 +1,12 @@
 #include "searchpath/host/stored_path.h"
 
 #include "host/common/held_hash.h"
-#include "platform/atomic_file_writer.h"
 #include "platform/descriptor.h"
 #include "platform/native_path.h"
 #include "searchpath/host/folder_list.h"
 #include "searchpath/host/working_folder.h"
 #include "searchpath/model/byte_text.h"
+#include "searchpath/platform/atomic_file_writer.h"
 #include "searchpath/platform/iri_text.h"
 #include "searchpath/utilities/iri_conversion.h"
 
@@ -134,7 +134,7 @@ void StoredPath::Change(const std::function<Folders(const Folders&)>& change) co
   for (const Line& line : lines) {
     texts.try_emplace(line.location, BytesFromText(line.text).value_or(""));
   }
-  fl::filesystem::detail::AtomicFileWriter writer(real, ".path-", ".tmp");
+  fl::filesystem::AtomicFileWriter writer(TextFromBytes(real), u".path-", u".tmp");
   for (const AbsoluteIRI& folder : after) {
     const auto kept = texts.find(folder);
     writer.Stream() << (kept == texts.end() ? TextOf(folder) : kept->second) << '\n';

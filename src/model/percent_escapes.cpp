@@ -1,5 +1,6 @@
 #include "model/percent_escapes.h"
 
+#include "model/hexadecimal.h"
 #include "model/text_units.h"
 
 #include <unicode/utf8.h>
@@ -67,10 +68,9 @@ std::optional<std::uint8_t> EscapeAt(std::u16string_view text, std::size_t at) n
 }
 
 void AppendEscape(ustring& text, std::uint8_t byte) {
-  constexpr std::u16string_view digits = u"0123456789ABCDEF";
+  using namespace Corvane::PathManagement::detail;
   text.push_back(u'%');
-  text.push_back(digits[byte >> 4U]);
-  text.push_back(digits[byte & 0xFU]);
+  AppendHexadecimal(text, byte, 2, kUpperCaseDigits);
 }
 
 ustring DecodeEscapes(std::u16string_view text, Undecodable undecodable) {

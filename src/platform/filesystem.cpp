@@ -1,9 +1,8 @@
 #include "searchpath/platform/filesystem.h"
 
-#include "platform/atomic_file_writer.h"
+#include "model/hexadecimal.h"
 #include "platform/descriptor.h"
 #include "platform/native_path.h"
-#include "searchpath/model/byte_text.h"
 #include "searchpath/model/constants.h"
 #include "searchpath/platform/iri_text.h"
 
@@ -12,18 +11,31 @@
 
 #include <cerrno>
 #include <cstddef>
+#include <cstdint>
 #include <cstdio>
 #include <ext/stdio_filebuf.h>
+#include <random>
 #include <string>
 
 namespace fl::filesystem {
 
 namespace {
 
-using Corvane::PathManagement::TextFromBytes;
+using Corvane::PathManagement::detail::AppendHexadecimal;
+using Corvane::PathManagement::detail::kLowerCaseDigits;
 using FileBuffer = __gnu_cxx::stdio_filebuf<char>;
 
 constexpr std::size_t kBufferSize = std::size_t{1} << 16;
+
+/// 64 random bits in hexadecimal.
+ustring RandomDigits() {
+  static_assert(std::random_device::max() == 0xFFFFFFFF);
+  std::random_device source;
+  const std::uint64_t bits = (std::uint64_t{source()} << 32U) | source();
+  ustring digits;
+  AppendHexadecimal(digits, bits, 16, kLowerCaseDigits);
+  return digits;
+}
 
 /// A buffer that is not open unless `pathname` is a regular file.
 std::unique_ptr<FileBuffer> OpenRegularFile(const path& pathname) {
@@ -52,7 +64,7 @@ path tmpnam(const path& folder, const ustring& prefix, const ustring& suffix) {
   if (!beginning.empty() && !beginning.ends_with(u'/')) beginning += u'/';
   for (;;) {
     ustring name = beginning;
-    name.append(prefix).append(TextFromBytes(detail::RandomFilename("", ""))).append(suffix);
+    name.append(prefix).append(RandomDigits()).append(suffix);
     struct stat status = {};
     if (lstat(detail::NativeBytes(name).c_str(), &status) != 0) return name;
   }

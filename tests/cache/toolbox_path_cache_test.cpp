@@ -55,7 +55,10 @@ struct ToolboxPathCacheTest : testing::Test {
 };
 
 TEST_F(ToolboxPathCacheTest, WhatWasWrittenIsReadBack) {
+  std::vector<std::ios::iostate> masks;
+  factory.onCall = [&](auto& stream) { masks.push_back(stream.exceptions()); };
   Write(), Load();
+  EXPECT_EQ(masks, std::vector({std::ios::failbit | std::ios::badbit, std::ios::goodbit}));
   EXPECT_EQ(factory.entries, u"file:///lib%20%FF file:///lib%20%FF new");
 }
 

@@ -1,4 +1,4 @@
-#include "platform/atomic_file_writer.h"
+#include "searchpath/platform/atomic_file_writer.h"
 
 #include "support/temporary_tree.h"
 
@@ -21,9 +21,10 @@
 #include <linux/seccomp.h>
 #include <map>
 
-namespace fl::filesystem::detail {
+namespace fl::filesystem {
 namespace {
 
+using Corvane::PathManagement::TextFromBytes;
 using Corvane::PathManagement::test::TemporaryTree;
 
 std::string Read(const std::string& name) {
@@ -53,7 +54,7 @@ const std::map<std::string, std::function<void(std::ostream&)>> kWays = {
 
 /// Returns what went wrong, "" for nothing.
 std::string Write(const std::string& target, const std::string& way) try {
-  AtomicFileWriter writer(target, "tmp_", ".x");
+  AtomicFileWriter writer(TextFromBytes(target), u"tmp_", u".x");
   try {
     kWays.at(way)(writer.Stream());
   } catch (const std::ios::failure&) {
@@ -83,6 +84,12 @@ Spoiling Refusing(unsigned number, unsigned index, unsigned mask, unsigned error
   };
 }
 
+#ifdef SYS_rename
+constexpr unsigned kRename = SYS_rename;
+#else
+constexpr unsigned kRename = SYS_renameat;
+#endif
+
 void LimitSizes() {
   constexpr rlimit limit = {299'999, 299'999};
   signal(SIGXFSZ, SIG_IGN);
@@ -106,8 +113,8 @@ TEST(AtomicFileWriterTest, AFailureNamesTheFileAndChangesNothing) {
   ASSERT_EQ(chmod(tree.Path("closed").c_str(), 0555) + chmod(tree.Path().c_str(), 0755), 0);
   const auto before = Contents(tree);
   const std::vector<Failure> rows = {
-      {"open the folder of", "absent/file", ": No such file or directory"},
-      {"open the folder of", "file/file", ": Not a directory"},
+      {"create a file beside", "absent/file", ": No such file or directory"},
+      {"examine", "file/file", ": Not a directory"},
       {"replace", "folder", ": Is a directory"},
       {"write", "folder/", ": Is a directory"},
       {"replace", "fifo", ", which is no regular file: Operation not supported"},
@@ -118,7 +125,7 @@ TEST(AtomicFileWriterTest, AFailureNamesTheFileAndChangesNothing) {
       {"create a file beside", "file", ": No space left on device",
        Refusing(SYS_openat, 2, O_CREAT, ENOSPC)},
       {"bring to the disk", "file", ": Input/output error", Refusing(SYS_fsync, 0, ~0U, EIO)},
-      {"put in place", "file", ": Operation not permitted", Refusing(SYS_renameat, 0, ~0U, EPERM)},
+      {"put in place", "file", ": Operation not permitted", Refusing(kRename, 0, ~0U, EPERM)},
       {"create a file beside", "file", ": File exists", Refusing(SYS_openat, 2, O_CREAT, EEXIST)}};
   for (const auto& [complaint, target, reason, spoil] : rows) {
     const std::string path = tree.Path() + "/" + target;
@@ -148,6 +155,9 @@ TEST(AtomicFileWriterTest, AllIsWrittenAndPermissionsAreHandedDown) {
       EXPECT_EQ(status.st_mode, S_IFREG | mode) << file << ", " << way;
     }
     umask(maskBefore);
+    EXPECT_EXIT((std::cerr << Write(chdir(tree.Path().c_str()) == 0 ? "new" : "", way), _exit(0)),
+                testing::ExitedWithCode(0), "^$")
+        << "relative";
     EXPECT_EQ(Read(tree.Path("target")), "") << "written through a link";
     EXPECT_EQ(Contents(tree).size(), 4U) << way << " left something behind";
   }
@@ -155,10 +165,12 @@ TEST(AtomicFileWriterTest, AllIsWrittenAndPermissionsAreHandedDown) {
 
 TEST(AtomicFileWriterTest, TheLastOfTwoWritersWinsAndAKillHindersNobody) {
   const TemporaryTree tree;
-  AtomicFileWriter first(tree.Path("file"), "tmp_", ".x");
-  AtomicFileWriter last(tree.Path("file"), "tmp_", ".x");
-  EXPECT_EXIT((AtomicFileWriter(tree.Path("file"), "tmp_", ".x").Stream().flush(), raise(SIGKILL)),
+  const path file = tree.Text("file");
+  AtomicFileWriter first(file, u"tmp_", u".x");
+  AtomicFileWriter last(file, u"tmp_", u".x");
+  EXPECT_EXIT((AtomicFileWriter(file, u"tmp_", u".x").Stream().flush(), raise(SIGKILL)),
               testing::KilledBySignal(SIGKILL), "");
+  EXPECT_EQ(last.Stream().exceptions(), std::ios::failbit | std::ios::badbit);
   last.Stream() << "last";
   first.Stream() << "first";
   first.Commit();
@@ -169,4 +181,4 @@ TEST(AtomicFileWriterTest, TheLastOfTwoWritersWinsAndAKillHindersNobody) {
 }
 
 }  // namespace
-}  // namespace fl::filesystem::detail
+}  // namespace fl::filesystem

@@ -1,9 +1,9 @@
 #include "searchpath/host/listing_file.h"
 
 #include "host/saved/listing_envelope.h"
-#include "platform/atomic_file_writer.h"
 #include "platform/native_path.h"
 #include "searchpath/host/working_folder.h"
+#include "searchpath/platform/atomic_file_writer.h"
 
 #include <sys/stat.h>
 
@@ -55,8 +55,7 @@ PathEntryFactory LoadListing(const fl::filesystem::path& file, ListingUse use) {
 void SaveListing(const fl::filesystem::path& file,
                  const std::vector<std::shared_ptr<const FolderEntry>>& mainFolders) {
   const PathEntryFactory factory(mainFolders);
-  const std::string target = fl::filesystem::detail::NativeBytes(file);
-  fl::filesystem::detail::AtomicFileWriter writer(target, "tmplisting_", ".tmp");
+  fl::filesystem::AtomicFileWriter writer(file, u"tmplisting_", u".tmp");
   factory.WriteEntries(writer.Stream(), FolderOf(file));
   writer.Commit();
 }

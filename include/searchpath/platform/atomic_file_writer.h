@@ -1,40 +1,43 @@
-#ifndef SEARCHPATH_SRC_PLATFORM_ATOMIC_FILE_WRITER_H
-#define SEARCHPATH_SRC_PLATFORM_ATOMIC_FILE_WRITER_H
+#ifndef SEARCHPATH_PLATFORM_ATOMIC_FILE_WRITER_H
+#define SEARCHPATH_PLATFORM_ATOMIC_FILE_WRITER_H
+
+#include "searchpath/export.h"
+#include "searchpath/model/ustring.h"
+#include "searchpath/platform/filesystem.h"
 
 #include <memory>
 #include <ostream>
-#include <string>
-#include <string_view>
 
-namespace fl::filesystem::detail {
+namespace fl::filesystem {
 
 /// Writes a file as a whole. Whoever reads the target, at whatever moment, also after a kill or a
 /// power cut, finds what was there before or all that was written; once `Commit` has returned, the
-/// latter. Every file that the libraries write goes through here.
+/// latter. Every file that the libraries write is written by this class.
 ///
-/// The bytes go to a temporary in the target's own folder, which `Commit` renames. It is gone when
-/// the writer is; only a process that is killed leaves it behind.
+/// The bytes go to a temporary file in the target's own folder, which `Commit` renames. It is gone
+/// when the writer is; only a process that is killed leaves it behind.
 ///
 /// A regular file at the target is replaced and hands down its permissions, but neither its owner
 /// nor its further names; that it is read-only is no hindrance. A link is replaced itself, and the
 /// file that it leads to stays as it is. All else, a folder, a FIFO, a device, is refused. A new
 /// file gets what the umask leaves of 0666.
 ///
+/// Precondition: where the target is a relative path, the working folder stays the same until
+/// `Commit` has returned.
 /// Threads: one at a time; writers of the same target need not know of each other, the last
 /// `Commit` wins. No operation is a point of cancellation.
 /// Errors: `std::system_error`, which names the target and says what could not be done; the target
 /// is then as it was.
-class AtomicFileWriter {
+class SEARCHPATH_EXPORT AtomicFileWriter {
  public:
-  /// Makes the temporary, called `prefix`, 16 hexadecimal digits, `suffix`. `target` is the native
-  /// path in bytes; a relative one is looked up once, here.
-  AtomicFileWriter(std::string_view target, std::string_view prefix, std::string_view suffix);
+  /// Creates the temporary file under a name of `tmpnam`, with this prefix and suffix.
+  AtomicFileWriter(const path& targetFile, const ustring& prefix, const ustring& suffix);
   AtomicFileWriter(const AtomicFileWriter&) = delete;
   AtomicFileWriter& operator=(const AtomicFileWriter&) = delete;
   ~AtomicFileWriter();
 
   /// Where the content is written, and may be sought. It raises `std::ios_base::failure` once a
-  /// write fails. A failure is remembered as well, so that it ends in `Commit` even when nobody
+  /// write fails. A failure is remembered as well, so that `Commit` raises it even when nobody
   /// looked at the stream. Precondition: not yet committed.
   [[nodiscard]] std::ostream& Stream() noexcept;
 
@@ -44,12 +47,9 @@ class AtomicFileWriter {
 
  private:
   struct Parts;
-  std::unique_ptr<Parts> parts;
+  std::unique_ptr<Parts> parts;  // never null
 };
 
-/// `prefix`, 64 random bits in hexadecimal, `suffix`.
-[[nodiscard]] std::string RandomFilename(std::string_view prefix, std::string_view suffix);
+}  // namespace fl::filesystem
 
-}  // namespace fl::filesystem::detail
-
-#endif  // SEARCHPATH_SRC_PLATFORM_ATOMIC_FILE_WRITER_H
+#endif  // SEARCHPATH_PLATFORM_ATOMIC_FILE_WRITER_H
