@@ -1,6 +1,10 @@
 #include "model/quoted_text.h"
 
+#include "model/hexadecimal.h"
 #include "searchpath/model/byte_text.h"
+
+#include <unicode/uchar.h>
+#include <unicode/utf16.h>
 
 #include <cstddef>
 
@@ -10,17 +14,12 @@ namespace {
 
 constexpr std::size_t kLongestQuoted = 200;  // in code units
 
-std::string Escape(char16_t unit) {
-  constexpr std::string_view digits = "0123456789abcdef";
-  std::string escape = "\\u";
-  for (const int shift : {12, 8, 4, 0}) {
-    escape.push_back(digits[(static_cast<unsigned>(unit) >> shift) & 0xFU]);
-  }
-  return escape;
+/// Whether `unit` would not be seen as itself: a control, half of a pair, or one that changes the
+/// direction in which all that follows is written.
+bool IsEscaped(char16_t unit) {
+  return U16_IS_SURROGATE(unit) || u_isISOControl(unit) ||
+         u_hasBinaryProperty(unit, UCHAR_BIDI_CONTROL);
 }
-
-constexpr bool IsLead(char16_t unit) { return unit >= 0xD800 && unit <= 0xDBFF; }
-constexpr bool IsTrail(char16_t unit) { return unit >= 0xDC00 && unit <= 0xDFFF; }
 
 }  // namespace
 
@@ -32,10 +31,11 @@ std::string QuotedText(std::u16string_view text) {
       break;
     }
     const char16_t unit = text[at];
-    if (IsLead(unit) && at + 1 < text.size() && IsTrail(text[at + 1])) {
+    if (U16_IS_LEAD(unit) && at + 1 < text.size() && U16_IS_TRAIL(text[at + 1])) {
       quoted += BytesFromText(text.substr(at++, 2)).value();
-    } else if (unit < 0x20 || unit == 0x7F || IsLead(unit) || IsTrail(unit)) {
-      quoted += Escape(unit);
+    } else if (IsEscaped(unit)) {
+      quoted += "\\u";
+      AppendHexadecimal(quoted, unit, 4, kLowerCaseDigits);
     } else {
       quoted += BytesFromText(text.substr(at, 1)).value();
     }

@@ -14,8 +14,8 @@
 namespace foundation::core::except {
 
 /// What a message is about: a text, most often a folder as the user typed it, a number, a location.
-// GCC 12's library takes a variant of texts and numbers alone for whole even when copying it ran
-// out of memory; a class that the library does not know makes it look.
+// The location is among the alternatives for another reason, too: with texts and numbers alone, the
+// library of GCC 12 takes a variant for valid even after copying it ran out of memory.
 using MessageArgument = std::variant<ustring, std::int64_t, storage::vfs::AbsoluteIRI>;
 
 /// One message: which catalogue its wording stands in, under which key, and what goes into it.
@@ -45,8 +45,9 @@ class Notification {
 };
 
 /// `message` as an English sentence without a full stop, for those who have no catalogue. Texts are
-/// quoted, with controls as escapes and long ones cut. A message that this library does not write
-/// is shown as it is: its catalogue, its key and its arguments.
+/// quoted; controls and marks of writing direction are shown as escapes, and long texts are cut. A
+/// message that this library does not write is shown as it is: its catalogue, its key and its
+/// arguments.
 [[nodiscard]] SEARCHPATH_EXPORT ustring GetText(const MessageRecord& message);
 
 }  // namespace foundation::core::except
