@@ -36,9 +36,7 @@ GivenFolders Locate(const WorkingFolder& workingFolder, const EnvironmentOptions
       given.folders.push_back({{.source = options.source, .folder = folder},
                                Expand(workingFolder.Locate(folder), options.expansion, source)});
     } catch (const current_working_folder::FailedToAbsolutizeException& failure) {
-      const auto reason =
-          static_cast<current_working_folder::AbsolutizeError>(failure.GetErrorCode());
-      given.unlocated.push_back({.folder = folder, .reason = reason});
+      given.unlocated.push_back({.folder = folder, .reason = failure.GetReason()});
     }
   }
   return given;

@@ -47,6 +47,7 @@ TEST(WorkingFolderTest, TextBecomesALocationOrAnError) {
     try {
       ADD_FAILURE() << testing::PrintToString(text) << folder.absolutize(text).hashValue();
     } catch (const FailedToAbsolutizeException& failure) {
+      EXPECT_EQ(failure.GetReason(), error);
       EXPECT_EQ(failure.GetErrorCode(), static_cast<std::uint32_t>(error));
     }
   }

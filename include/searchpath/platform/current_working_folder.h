@@ -32,7 +32,9 @@ class SEARCHPATH_EXPORT FailedToAbsolutizeException : public std::exception {
   FailedToAbsolutizeException& operator=(const FailedToAbsolutizeException&) = default;
   ~FailedToAbsolutizeException() override;
 
-  /// The number of the `AbsolutizeError`.
+  [[nodiscard]] AbsolutizeError GetReason() const noexcept { return error; }
+
+  /// The number of the reason.
   [[nodiscard]] std::uint32_t GetErrorCode() const noexcept {
     return static_cast<std::uint32_t>(error);
   }

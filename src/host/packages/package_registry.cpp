@@ -110,9 +110,7 @@ PackageRegistry::State::State(const ustring& root, const WorkingFolder& workingF
   try {
     AddAll(workingFolder.Locate(root));
   } catch (const current_working_folder::FailedToAbsolutizeException& failure) {
-    const auto reason =
-        static_cast<current_working_folder::AbsolutizeError>(failure.GetErrorCode());
-    rootProblem = {root, reason};
+    rootProblem = {root, failure.GetReason()};
   }
 }
 
