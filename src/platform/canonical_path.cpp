@@ -10,7 +10,6 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstddef>
-#include <optional>
 #include <system_error>
 
 namespace foundation::storage::vfs::detail {
@@ -19,15 +18,16 @@ namespace {
 
 constexpr int kMostLinks = 40;  // as many as the kernel follows
 
-/// The target of the link `path`; empty when it is gone by now.
-std::optional<std::string> TargetOf(const std::string& path) {
+std::error_code LastError() { return {errno, std::generic_category()}; }
+
+/// The target of the link `path`; with an `error` when there is no link any more.
+std::string TargetOf(const std::string& path, std::error_code& error) {
   std::string target(256, '\0');
   for (;;) {
     const ssize_t length = readlink(path.c_str(), target.data(), target.size());
-    if (length < 0 && errno == EIO) throw CannotResolve(path, EIO);
-    if (length < 0) return std::nullopt;
-    if (static_cast<std::size_t>(length) < target.size()) {
-      target.resize(static_cast<std::size_t>(length));
+    if (length < 0) error = LastError();
+    if (length < static_cast<ssize_t>(target.size())) {
+      target.resize(static_cast<std::size_t>(std::max<ssize_t>(length, 0)));
       return target;
     }
     target.resize(2 * target.size());
@@ -42,13 +42,14 @@ class LinkWalk {
   LinkWalk& operator=(const LinkWalk&) = delete;
 
   CanonicalPath Run() {
-    while (error == 0 && !(component = TakeComponent(rest)).empty()) {
+    while (!error && !(component = TakeComponent(rest)).empty()) {
       if (component == "..") {
         resolved.resize(std::min(resolved.rfind('/'), resolved.size()));
       } else if (component != ".") {
         Enter();
       }
     }
+    if (error == std::errc::io_error) throw CannotResolve(original, error);
     while (!(component = TakeComponent(rest)).empty()) {
       if (component != ".") resolved.append("/").append(component);
     }
@@ -61,26 +62,24 @@ class LinkWalk {
     resolved.append("/").append(component);
     struct stat status = {};
     if (lstat(resolved.c_str(), &status) != 0) {
-      error = errno;
-      if (error == EIO) throw CannotResolve(original, error);
+      error = LastError();
     } else if (S_ISLNK(status.st_mode)) {
       Follow(parentLength);
     } else if (!S_ISDIR(status.st_mode) && rest.find_first_not_of('/') != rest.npos) {
-      error = ENOTDIR;
+      error = std::make_error_code(std::errc::not_a_directory);
     }
   }
 
   /// Goes on with the target of the link that has just been entered from a folder of
   /// `parentLength`.
   void Follow(std::size_t parentLength) {
-    if (++linksFollowed > kMostLinks) throw CannotResolve(original, ELOOP);
-    std::optional<std::string> target = TargetOf(resolved);
-    if (!target) {
-      error = errno;
-      return;
+    if (++linksFollowed > kMostLinks) {
+      throw CannotResolve(original, std::make_error_code(std::errc::too_many_symbolic_link_levels));
     }
-    resolved.resize(target->starts_with('/') ? 0 : parentLength);
-    buffer = target->append(rest);
+    std::string target = TargetOf(resolved, error);
+    if (error) return;
+    resolved.resize(target.starts_with('/') ? 0 : parentLength);
+    buffer = target.append(rest);
     rest = buffer;
   }
 
@@ -90,16 +89,15 @@ class LinkWalk {
   std::string_view component;  // taken from the rest
   std::string resolved;        // without links; "" is the root
   int linksFollowed = 0;
-  int error = 0;
+  std::error_code error;
 };
 
 }  // namespace
 
-Exception CannotResolve(std::string_view path, int error) {
+Exception CannotResolve(std::string_view path, const std::error_code& error) {
   using Corvane::PathManagement::TextFromBytes;
   using Corvane::PathManagement::detail::QuotedText;
-  return Exception("cannot resolve " + QuotedText(TextFromBytes(path)) + ": " +
-                   std::generic_category().message(error));
+  return Exception("cannot resolve " + QuotedText(TextFromBytes(path)) + ": " + error.message());
 }
 
 CanonicalPath ResolveLinks(std::string_view path) { return LinkWalk(path).Run(); }

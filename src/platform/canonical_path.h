@@ -5,17 +5,18 @@
 
 #include <string>
 #include <string_view>
+#include <system_error>
 
 namespace foundation::storage::vfs::detail {
 
 /// A native path with its links resolved, as bytes.
 struct CanonicalPath {
   std::string bytes;
-  int error;  // the errno that ended the walk; 0 when the whole path exists
+  std::error_code error;  // what ended the walk; none when the whole path exists
 };
 
-/// The error that names `path` and the errno that stopped its resolution.
-[[nodiscard]] Exception CannotResolve(std::string_view path, int error);
+/// The exception that names `path` and the error that stopped its resolution.
+[[nodiscard]] Exception CannotResolve(std::string_view path, const std::error_code& error);
 
 /// Resolves links, "." and ".." of the absolute `path` as far as it exists and may be asked about;
 /// the rest is kept as it is.

@@ -44,7 +44,7 @@ CanonicalAbsoluteIRI File::getCanonicalLocation() const {
   if (!IsOnDisk(location)) return CanonicalIRIOfOtherScheme(location);
   const std::string path = NativeBytes(location);
   const detail::CanonicalPath canonical = detail::ResolveLinks(path);
-  if (canonical.error != 0) throw detail::CannotResolve(path, canonical.error);
+  if (canonical.error) throw detail::CannotResolve(path, canonical.error);
   return CanonicalIRI(canonical);
 }
 

@@ -1,24 +1,20 @@
 #include "searchpath/platform/atomic_file_writer.h"
 
+#include "support/refused_calls.h"
 #include "support/temporary_tree.h"
 
 #include <gtest/gtest.h>
 
 #include <fcntl.h>
-#include <sys/prctl.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
-#include <sys/syscall.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <csignal>
-#include <cstddef>
 #include <functional>
 #include <iostream>
 #include <iterator>
-#include <linux/filter.h>
-#include <linux/seccomp.h>
 #include <map>
 
 namespace fl::filesystem {
@@ -65,24 +61,7 @@ std::string Write(const std::string& target, const std::string& way) try {
   return error.what();
 }
 
-using Spoiling = std::function<void()>;
-
-/// Has this process get `error` from each system call `number` from now on whose argument at
-/// `index` has one of the bits of `mask`. It takes no rights to ask for that.
-Spoiling Refusing(unsigned number, unsigned index, unsigned mask, unsigned error) {
-  return [=] {
-    const unsigned argument = offsetof(seccomp_data, args) + index * 8;  // its lower half
-    sock_filter steps[] = {BPF_STMT(BPF_LD | BPF_W | BPF_ABS, offsetof(seccomp_data, nr)),
-                           BPF_JUMP(BPF_JMP | BPF_JEQ | BPF_K, number, 0, 3),
-                           BPF_STMT(BPF_LD | BPF_W | BPF_ABS, argument),
-                           BPF_JUMP(BPF_JMP | BPF_JSET | BPF_K, mask, 0, 1),
-                           BPF_STMT(BPF_RET | BPF_K, SECCOMP_RET_ERRNO | error),
-                           BPF_STMT(BPF_RET | BPF_K, SECCOMP_RET_ALLOW)};
-    const sock_fprog filter = {std::size(steps), steps};
-    prctl(PR_SET_NO_NEW_PRIVS, 1, 0, 0, 0);
-    prctl(PR_SET_SECCOMP, SECCOMP_MODE_FILTER, &filter);
-  };
-}
+using Corvane::PathManagement::test::Refusing;
 
 #ifdef SYS_rename
 constexpr unsigned kRename = SYS_rename;
@@ -102,7 +81,7 @@ void BecomeNobody() {
 
 struct Failure {
   std::string complaint, target, reason;  // the target is a name in the tree
-  Spoiling spoil = [] {};
+  std::function<void()> spoil = [] {};
 };
 
 TEST(AtomicFileWriterTest, AFailureNamesTheFileAndChangesNothing) {

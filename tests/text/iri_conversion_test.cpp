@@ -1,5 +1,6 @@
 #include "searchpath/utilities/iri_conversion.h"
 
+#include "support/temporary_tree.h"
 #include "support/text_table.h"
 
 namespace Corvane::PathManagement {
@@ -14,10 +15,22 @@ TEST(IRIConversionTest, TurnsTextIntoIRIs) {
 }
 
 TEST(IRIConversionTest, TurnsIRIsIntoText) {
-  test::ExpectTable({u"file:///a%20b/%25/%FF => /a b/%/\xDCFF", u"FILE:///a%20b => FILE:///a b",
-                     u"File:///%FF", u"http://h/%C3%A9?a%20b => http://h/\u00E9?a b",
-                     u"http://h/a%2Fb%2541 => http://h/a/b%41"},
-                    [](const ustring& text) { return GetStringFromIRI(AbsoluteIRI(text)); });
+  test::ExpectTable(
+      {u"file:///a%20b/%25/%FF => /a b/%/\xDCFF", u"FILE:///a%20b => FILE:///a b", u"File:///%FF",
+       u"http://h/%C3%A9?a%20b => http://h/\u00E9?a b", u"http://h/a%2Fb%2541 => http://h/a/b%41"},
+      [](const ustring& text) { return GetStringFromIRI(AbsoluteIRI(text)); });
+}
+
+TEST(IRIConversionTest, TurnsTextIntoCanonicalIRIs) {
+  const test::TemporaryTree tree;
+  tree.Folder("folder");
+  tree.Link("folder", "link");
+  const auto folder = CanonicalAbsoluteIRI(tree.IRI("folder"), u"");
+  EXPECT_EQ(GetCanonicalIRIFromString(tree.Text("link")), folder);
+  EXPECT_EQ(GetCanonicalIRIFromString(tree.IRI("link/.").toString()), folder);
+  EXPECT_EQ(GetCanonicalIRI(tree.IRI("link")), folder);
+  EXPECT_THROW(static_cast<void>(GetCanonicalIRIFromString(u"link")),
+               foundation::storage::vfs::InvalidIRIException);
 }
 
 }  // namespace
