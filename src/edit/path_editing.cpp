@@ -1,5 +1,6 @@
 #include "searchpath/utilities/path_editing.h"
 
+#include "model/held_hash.h"
 #include "searchpath/utilities/iri_conversion.h"
 
 #include <boost/unordered/unordered_flat_map.hpp>
@@ -20,14 +21,9 @@ using foundation::core::except::MessageRecord;
 
 namespace {
 
-struct HeldHash {
-  using is_avalanching = void;
-  std::size_t operator()(const AbsoluteIRI& iri) const noexcept { return hash_value(iri); }
-};
-
 // The type of their keys makes canonical IRIs, too, compare as `AbsoluteIRI`.
-using IRISet = boost::unordered_flat_set<AbsoluteIRI, HeldHash, std::equal_to<>>;
-using IRIFlags = boost::unordered_flat_map<AbsoluteIRI, bool, HeldHash, std::equal_to<>>;
+using IRISet = boost::unordered_flat_set<AbsoluteIRI, detail::HeldHash, std::equal_to<>>;
+using IRIFlags = boost::unordered_flat_map<AbsoluteIRI, bool, detail::HeldHash, std::equal_to<>>;
 
 /// The message about a folder that cannot be used; none when the failure is not the folder's own.
 std::optional<MessageRecord> MessageAbout(const ustring& folder, std::uint32_t errorCode) {

@@ -1,5 +1,6 @@
 #include "searchpath/utilities/deduplicated_path.h"
 
+#include "model/held_hash.h"
 #include "paths/make_room.h"
 #include "searchpath/platform/diagnostic_logger.h"
 
@@ -37,12 +38,7 @@ class SeenFolders {
   }
 
  private:
-  struct HeldHash {
-    using is_avalanching = void;
-    std::size_t operator()(const AbsoluteIRI& iri) const noexcept { return iri.hashValue(); }
-  };
-
-  boost::unordered_flat_set<AbsoluteIRI, HeldHash> folders;
+  boost::unordered_flat_set<AbsoluteIRI, detail::HeldHash> folders;
 };
 
 /// The files that one question has found, by folder and file name. Does not own them.

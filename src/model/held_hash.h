@@ -1,0 +1,18 @@
+#ifndef SEARCHPATH_SRC_MODEL_HELD_HASH_H
+#define SEARCHPATH_SRC_MODEL_HELD_HASH_H
+
+#include "searchpath/model/absolute_iri.h"
+
+#include <cstddef>
+
+namespace Corvane::PathManagement::detail {
+
+/// For hash tables of locations: the hash that each location holds already.
+struct HeldHash {
+  using is_avalanching = void;
+  std::size_t operator()(const AbsoluteIRI& iri) const noexcept { return hash_value(iri); }
+};
+
+}  // namespace Corvane::PathManagement::detail
+
+#endif  // SEARCHPATH_SRC_MODEL_HELD_HASH_H
