@@ -1,10 +1,10 @@
 #include "searchpath/utilities/concatenated_path.h"
 
-#include "paths/make_room.h"
+#include "paths/join.h"
 
 #include <algorithm>
 #include <cassert>
-#include <iterator>
+#include <cstddef>
 #include <utility>
 
 namespace Corvane::PathManagement {
@@ -17,13 +17,26 @@ using Entries = std::vector<std::shared_ptr<const IPathEntry>>;
 /// What `ask` answers for each part, one answer behind the other.
 template <class Element, class Ask>
 std::vector<Element> Concatenate(const Parts& parts, const Ask& ask) {
-  std::vector<Element> all;
+  std::vector<std::vector<Element>> answers;
+  answers.reserve(parts.size());
+  for (const auto& part : parts) answers.push_back(ask(*part));
+  return detail::Join(std::move(answers));
+}
+
+/// The main entries of all `parts`. A composite that was moved from hands out null.
+Entries ConcatenateMainEntries(const Parts& parts) {
+  std::vector<std::shared_ptr<const Entries>> lists;
+  lists.reserve(parts.size());
+  std::size_t count = 0;
   for (const auto& part : parts) {
-    std::vector<Element> answer = ask(*part);
-    detail::MakeRoom(all, answer.size());
-    std::move(answer.begin(), answer.end(), std::back_inserter(all));
+    lists.push_back(part->GetMainEntries());
+    if (lists.back() != nullptr) count += lists.back()->size();
   }
-  all.shrink_to_fit();
+  Entries all;
+  all.reserve(count);
+  for (const auto& list : lists) {
+    if (list != nullptr) all.insert(all.end(), list->begin(), list->end());
+  }
   return all;
 }
 
@@ -52,18 +65,8 @@ ConcatenatedPath::ConcatenatedPath(ConcatenatedPath&& other)
 ConcatenatedPath::~ConcatenatedPath() = default;
 
 std::shared_ptr<const Entries> ConcatenatedPath::GetMainEntries() const {
-  mainEntriesOnce.Call([this] {
-    Entries all;
-    for (const auto& part : parts) {
-      const auto entries = part->GetMainEntries();
-      // A composite that was moved from hands out null.
-      if (entries == nullptr) continue;
-      detail::MakeRoom(all, entries->size());
-      all.insert(all.end(), entries->begin(), entries->end());
-    }
-    all.shrink_to_fit();
-    mainEntries = std::make_shared<const Entries>(std::move(all));
-  });
+  mainEntriesOnce.Call(
+      [this] { mainEntries = std::make_shared<const Entries>(ConcatenateMainEntries(parts)); });
   return mainEntries;
 }
 

@@ -1,7 +1,7 @@
 #include "searchpath/utilities/deduplicated_path.h"
 
 #include "model/held_hash.h"
-#include "paths/make_room.h"
+#include "paths/join.h"
 #include "searchpath/platform/diagnostic_logger.h"
 
 #include <boost/range/algorithm/equal.hpp>
@@ -20,10 +20,10 @@ namespace {
 using Parts = std::vector<std::shared_ptr<const IPath>>;
 using Entries = std::vector<std::shared_ptr<const IPathEntry>>;
 
-// Made when the library is loaded, for what is to be told of de-duplication; nothing is, so far.
+// Made when the library is loaded. Nothing is written to it so far.
 const foundation::log::basic_diagnostic_logger kLogger("searchpath::utilities::deduplicatedpath");
 
-/// The folders that one question has come upon.
+/// The folders that the answer to one question holds so far.
 class SeenFolders {
  public:
   /// Makes room for the folders of the first list, most of which are new. The table grows by itself
@@ -74,11 +74,11 @@ class SeenFiles {
   boost::unordered_flat_set<const PathItem*, Hash, Equal> files;
 };
 
-/// Appends the entries that are the first for their folder. Takes them out of a list that is not
-/// const.
+/// Those of `entries` that are the first for their folder, moved out of a list that is not const.
 template <class List>
-void AppendFirst(List& entries, SeenFolders& seen, Entries& kept) {
-  detail::MakeRoom(kept, entries.size());
+Entries FirstIn(List& entries, SeenFolders& seen) {
+  Entries kept;
+  kept.reserve(entries.size());
   seen.Expect(entries.size());
   for (std::size_t at = 0; at < entries.size(); ++at) {
     // Entries lie anywhere in memory: those ahead are fetched while this one is asked.
@@ -86,18 +86,25 @@ void AppendFirst(List& entries, SeenFolders& seen, Entries& kept) {
     if (entries.size() - at > ahead) __builtin_prefetch(entries[at + ahead].get());
     if (seen.IsFirst(*entries[at])) kept.push_back(std::move(entries[at]));
   }
+  return kept;
 }
 
+Entries FirstOf(Entries entries, SeenFolders& seen) { return FirstIn(entries, seen); }
+
+Entries FirstOf(const std::shared_ptr<const Entries>& entries, SeenFolders& seen) {
+  // Null from a composite that was moved from.
+  return entries == nullptr ? Entries() : FirstIn(*entries, seen);
+}
+
+/// What is the first for its folder in the lists that `ask` answers for each part. Each entry is
+/// asked for its folder before the next part is asked.
 template <class Ask>
 Entries CollectFirst(const Parts& parts, const Ask& ask) {
-  Entries kept;
+  std::vector<Entries> kept;
+  kept.reserve(parts.size());
   SeenFolders seen;
-  for (const auto& part : parts) {
-    Entries entries = ask(*part);
-    AppendFirst(entries, seen, kept);
-  }
-  kept.shrink_to_fit();
-  return kept;
+  for (const auto& part : parts) kept.push_back(FirstOf(ask(*part), seen));
+  return detail::Join(std::move(kept));
 }
 
 }  // namespace
@@ -113,14 +120,8 @@ DeduplicatedPath::~DeduplicatedPath() = default;
 
 std::shared_ptr<const Entries> DeduplicatedPath::GetMainEntries() const {
   mainEntriesOnce.Call([this] {
-    Entries kept;
-    SeenFolders seen;
-    for (const auto& part : parts) {
-      // Null from a composite that was moved from.
-      if (const auto entries = part->GetMainEntries()) AppendFirst(*entries, seen, kept);
-    }
-    kept.shrink_to_fit();
-    mainEntries = std::make_shared<const Entries>(std::move(kept));
+    mainEntries = std::make_shared<const Entries>(
+        CollectFirst(parts, [](const IPath& part) { return part.GetMainEntries(); }));
   });
   return mainEntries;
 }
@@ -145,18 +146,16 @@ Entries DeduplicatedPath::GetPartiallyMatchingEntries(SearchScope scope, const u
 std::vector<FoundItem> DeduplicatedPath::FindAllInScope(SearchScope scope,
                                                         const detail::SearchTarget& target,
                                                         FilenameMatchingPolicy policy) const {
-  std::vector<FoundItem> kept;
+  std::vector<std::vector<FoundItem>> kept;
+  kept.reserve(parts.size());
   SeenFiles seen;
   for (const auto& part : parts) {
-    std::vector<FoundItem> answer = part->FindAllInScope(scope, target, policy);
-    detail::MakeRoom(kept, answer.size());
-    for (FoundItem& found : answer) {
-      // The items that are seen live in the files that are kept.
-      if (seen.IsFirst(*found.GetPathItem())) kept.push_back(std::move(found));
-    }
+    kept.push_back(part->FindAllInScope(scope, target, policy));
+    // The items that are seen live in the files that are kept.
+    std::erase_if(kept.back(),
+                  [&](const FoundItem& found) { return !seen.IsFirst(*found.GetPathItem()); });
   }
-  kept.shrink_to_fit();
-  return kept;
+  return detail::Join(std::move(kept));
 }
 
 bool DeduplicatedPath::ForEachEntry(SearchScope scope, const PathEntryVisitor& visitor) const {

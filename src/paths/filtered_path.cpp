@@ -1,5 +1,7 @@
 #include "searchpath/utilities/filtered_path.h"
 
+#include "paths/join.h"
+
 #include <algorithm>
 #include <iterator>
 #include <utility>
@@ -37,8 +39,7 @@ class FilteredPath::EntryFilter {
   template <class Element>
   [[nodiscard]] std::vector<Element> Shown(std::vector<Element> list) const {
     std::erase_if(list, [this](const Element& element) { return !(*this)(element); });
-    list.shrink_to_fit();
-    return list;
+    return detail::Fit(std::move(list));
   }
 
   [[nodiscard]] auto Wrap(const PathEntryVisitor& visitor) const {
@@ -66,10 +67,10 @@ std::shared_ptr<const Entries> FilteredPath::GetMainEntries() const {
     Entries shown;
     // Null from a composite that was moved from.
     if (const auto entries = source->GetMainEntries()) {
+      shown.reserve(entries->size());
       std::copy_if(entries->begin(), entries->end(), std::back_inserter(shown), GetEntryFilter());
-      shown.shrink_to_fit();
     }
-    mainEntries = std::make_shared<const Entries>(std::move(shown));
+    mainEntries = std::make_shared<const Entries>(detail::Fit(std::move(shown)));
   });
   return mainEntries;
 }

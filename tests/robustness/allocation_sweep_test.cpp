@@ -60,6 +60,16 @@ std::ptrdiff_t OpenDescriptors() {
   return open;
 }
 
+/// How much room a list has; 0 of any other answer.
+template <class Answer>
+std::size_t Capacity(const Answer& /*answer*/) {
+  return 0;
+}
+template <class Element>
+std::size_t Capacity(const std::vector<Element>& list) {
+  return list.capacity();
+}
+
 /// Refuses each request that `ask` makes, once or with all that follow; returns how many there are.
 template <class Ask, class AnyWorld>
 std::size_t Sweep(const char* name, const Ask& ask, AnyWorld& world, bool alsoFollowing) {
@@ -75,7 +85,8 @@ std::size_t Sweep(const char* name, const Ask& ask, AnyWorld& world, bool alsoFo
     memory.lastRefused = alsoFollowing ? kNoLimit : refused;
     memory.firstRefused = refused;
     try {
-      isRight = ask(world) == expected;
+      const auto answer = ask(world);
+      isRight = answer == expected && Capacity(answer) == Capacity(expected);
     } catch (const std::bad_alloc&) {
     }
     memory.firstRefused = 0;

@@ -1,0 +1,33 @@
+#ifndef SEARCHPATH_SRC_PATHS_JOIN_H
+#define SEARCHPATH_SRC_PATHS_JOIN_H
+
+#include <cstddef>
+#include <iterator>
+#include <utility>
+#include <vector>
+
+namespace Corvane::PathManagement::detail {
+
+/// `list` without spare room. Unlike `shrink_to_fit`, raises when there is no memory for that.
+template <class Element>
+std::vector<Element> Fit(std::vector<Element> list) {
+  if (list.size() == list.capacity()) return list;
+  return {std::make_move_iterator(list.begin()), std::make_move_iterator(list.end())};
+}
+
+/// The elements of all `lists` one behind the other, without spare room. They are moved once,
+/// however many lists there are; growing with each list would move the first ones every time.
+template <class Element>
+std::vector<Element> Join(std::vector<std::vector<Element>> lists) {
+  if (lists.size() == 1) return Fit(std::move(lists.front()));
+  std::size_t count = 0;
+  for (const auto& list : lists) count += list.size();
+  std::vector<Element> all;
+  all.reserve(count);
+  for (auto& list : lists) std::move(list.begin(), list.end(), std::back_inserter(all));
+  return all;
+}
+
+}  // namespace Corvane::PathManagement::detail
+
+#endif  // SEARCHPATH_SRC_PATHS_JOIN_H
