@@ -1,7 +1,9 @@
 #include "searchpath/utilities/path_entry_vector_differentiator.h"
 
+#include "diff/descent_check.h"
 #include "diff/less_than_by_functor.h"
 #include "diff/longest_common_subsequence.h"
+#include "diff/sort_in_parallel.h"
 
 #include <tbb/parallel_sort.h>
 
@@ -23,10 +25,6 @@ constexpr detail::LessThanByFunctorImpl kComesBefore([](const Entry& entry) -> A
 });
 
 void SortByAddress(Entries& entries) { tbb::parallel_sort(entries.begin(), entries.end()); }
-
-void SortByIRI(Entries& entries) {
-  tbb::parallel_sort(entries.begin(), entries.end(), kComesBefore);
-}
 
 struct Division {
   Entries beforeOnly;
@@ -113,6 +111,7 @@ void PathEntryVectorDifferentiator::Compare(Entries before, Entries after,
 void PathEntryVectorDifferentiator::CompareHelper(Entries&& before, Entries&& after,
                                                   ComparisonFilter filter, bool computeReordered) {
   assert(added != nullptr);
+  [[maybe_unused]] detail::DescentCheck descent;
   // The same objects in the same order differ in nothing, which ends the descent, too.
   while (before != after) {
     Entries inOrder;
@@ -127,10 +126,11 @@ void PathEntryVectorDifferentiator::CompareHelper(Entries&& before, Entries&& af
       std::set_difference(common.begin(), common.end(), inOrder.begin(), inOrder.end(),
                           std::back_inserter(*reordered));
     }
-    SortByIRI(beforeOnly);
-    SortByIRI(afterOnly);
+    detail::SortInParallel(beforeOnly, kComesBefore);
+    detail::SortInParallel(afterOnly, kComesBefore);
     AppendByIRI(beforeOnly, afterOnly);
     if (filter != ComparisonFilter::IncludeSubfolders) return;
+    assert(descent.MayGoBelow(beforeOnly, afterOnly) && "no entry may hang below itself");
     before = GetSubEntries(beforeOnly);
     after = GetSubEntries(afterOnly);
     computeReordered = false;

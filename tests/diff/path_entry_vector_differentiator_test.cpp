@@ -5,11 +5,16 @@
 #include "support/textbook_subsequence.h"
 
 #include <gtest/gtest.h>
+#include <tbb/global_control.h>
 #include <tbb/parallel_sort.h>
+#include <tbb/task_arena.h>
+#include <tbb/task_group.h>
 
 #include <atomic>
+#include <chrono>
 #include <random>
 #include <sstream>
+#include <thread>
 
 namespace Corvane::PathManagement::test {
 namespace {
@@ -18,7 +23,8 @@ using Differentiator = PathEntryVectorDifferentiator;
 using Filter = Differentiator::ComparisonFilter;
 constexpr Filter kTop = Filter::TopLevelOnly, kAll = Filter::IncludeSubfolders;
 
-/// The entries "a1", "a2", "a3", "b1", … "z3" at ascending addresses: the letter is the folder.
+/// The entries "a1", "a2", "a3", "b1", … "z3" at ascending addresses: the letter is the folder. The
+/// digit is the further text of the canonical location, which does not tell folders apart.
 struct Objects {
   explicit Objects(CallLog* log = nullptr) {
     entries.reserve(kNames);
@@ -26,6 +32,7 @@ struct Objects {
       const char letter = static_cast<char>('a' + at / 3), digit = static_cast<char>('1' + at % 3);
       const ustring location = ustring(u"file:///") + static_cast<char16_t>(letter);
       entries.emplace_back(std::string{letter, digit}, location, log);
+      entries.back().furtherText = {static_cast<char16_t>(digit)};
     }
   }
   FakeEntry& operator[](const std::string& name) {
@@ -199,35 +206,128 @@ TEST(PathEntryVectorDifferentiatorTest, IsTheModelForRandomListsAndTrees) {
   }
 }
 
-/// Refuses to be asked for its canonical IRI once too often, by whatever thread.
+/// Refuses one of the questions for its canonical IRI, the one numbered `refused`, by whatever
+/// thread.
 struct RefusingEntry : FakeEntry {
   using FakeEntry::FakeEntry;
   CanonicalAbsoluteIRI GetCanonicalAbsoluteIRI() const override {
-    if (++questions == most) throw this;
+    const int question = ++questions;
+    if (whenAsked) whenAsked(question);
+    if (question == refused) throw this;
     return FakeEntry::GetCanonicalAbsoluteIRI();
   }
-  int most = 0;
+  [[nodiscard]] bool HasRefused() const { return refused > 0 && questions >= refused; }
+
+  int refused = 0;
+  std::function<void(int question)> whenAsked;
   mutable std::atomic<int> questions = 0;
 };
 
-TEST(PathEntryVectorDifferentiatorTest, ALongListIsInOrderOrThrows) {
-  for (const int most : {0, 1, 4, 9, 16}) {
-    EntryList ascending;
-    for (char16_t number = 0x4E00; number < 0x5E00; ++number) {
-      const auto entry = std::make_shared<RefusingEntry>("", u"file:///" + ustring(1, number));
-      entry->most = number % 97 == 0 ? most : 0;
-      ascending.push_back(entry);
-    }
-    EntryList shuffled = ascending;
-    std::shuffle(shuffled.begin(), shuffled.end(), std::mt19937(20260212));
-    Differentiator differentiator;
-    try {
-      differentiator.Compare({}, shuffled, kTop);
-      EXPECT_EQ(*differentiator.GetAdded(), ascending);
-    } catch (const RefusingEntry*) {
-      EXPECT_NE(most, 0);
-    }
+using RefusingList = std::vector<std::shared_ptr<RefusingEntry>>;
+
+/// Entries at ascending addresses, which is how a list stands when it is to be sorted by location.
+/// The locations ascend as well but for the entries from each place of `swapped`, which stand the
+/// wrong way round.
+RefusingList AlmostAscending(std::size_t count, const std::vector<std::size_t>& swapped = {}) {
+  std::vector<AbsoluteIRI> locations;
+  for (std::size_t at = 0; at < count; ++at) {
+    const ustring name = {static_cast<char16_t>(0x4E00 + at / 4096),
+                          static_cast<char16_t>(0x4E00 + at % 4096)};
+    locations.emplace_back(u"file:///" + name);
   }
+  for (const std::size_t at : swapped) std::swap(locations[at], locations[at + 1]);
+  RefusingList list(count);
+  for (auto& entry : list) entry = std::make_shared<RefusingEntry>("", u"file:///");
+  std::ranges::sort(list);
+  for (std::size_t at = 0; at < count; ++at) list[at]->iri = locations[at];
+  return list;
+}
+
+/// Compares nothing with `list`. Expects it in order or, when an entry has refused, the refusal.
+void ExpectOrderOrRefusal(const RefusingList& list) {
+  const auto hasRefused = [](const auto& entry) { return entry->HasRefused(); };
+  Differentiator differentiator;
+  try {
+    differentiator.Compare({}, {list.begin(), list.end()}, kTop);
+    EXPECT_TRUE(std::ranges::none_of(list, hasRefused)) << "lost among " << list.size();
+    EXPECT_EQ(differentiator.GetAdded()->size(), list.size());
+    EXPECT_TRUE(std::ranges::is_sorted(
+        *differentiator.GetAdded(), std::less<AbsoluteIRI>(),
+        [](const auto& entry) { return dynamic_cast<const FakeEntry&>(*entry).iri; }));
+  } catch (const RefusingEntry* refusing) {
+    EXPECT_TRUE(refusing->HasRefused());
+  }
+}
+
+TEST(PathEntryVectorDifferentiatorTest, AListIsInOrderOrARefusalArrives) {
+  std::mt19937 random(20260212);
+  for (std::size_t round = 0; round < Setting("SEARCHPATH_REFUSALS", RandomCases(20)); ++round) {
+    const std::size_t size = 600 + round * 300 % 18'001;
+    const auto any = [&] { return random() % (size - 1); };
+    RefusingList list = AlmostAscending(size, {any(), any(), any()});
+    list[any()]->refused = static_cast<int>(random() % 10);
+    if (round % 4 == 0) {
+      for (const auto& entry : list) std::swap(entry->iri, list[any()]->iri);
+    }
+    ExpectOrderOrRefusal(list);
+  }
+}
+
+/// Whether `condition` comes true within two seconds.
+bool Await(const std::function<bool()>& condition) {
+  const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(2);
+  while (!condition() && std::chrono::steady_clock::now() < end) std::this_thread::yield();
+  return condition();
+}
+
+/// Runs `work` where a sort has two threads, also on a machine with one processor.
+void OnTwoThreads(const std::function<void()>& work) {
+  const tbb::global_control limit(tbb::global_control::max_allowed_parallelism, 2);
+  tbb::task_arena(2).execute(work);
+}
+
+TEST(PathEntryVectorDifferentiatorTest, ARefusalArrivesThatComesWhenTheListIsFoundOutOfOrder) {
+  const RefusingList list = AlmostAscending(4096, {100});
+  RefusingEntry& refusing = *list[3500];
+  list[100]->whenAsked = [&](int) { Await([&] { return refusing.questions > 0; }); };
+  refusing.refused = 1;
+  refusing.whenAsked = [](int question) {
+    if (question == 1) Await(tbb::is_current_task_group_canceling);
+  };
+  OnTwoThreads([&] { ExpectOrderOrRefusal(list); });
+  EXPECT_TRUE(refusing.HasRefused());
+}
+
+TEST(PathEntryVectorDifferentiatorTest, LongListsAreSortedByLocationOnSeveralThreads) {
+  const RefusingList list = AlmostAscending(4096);
+  std::atomic<std::thread::id> first;
+  std::atomic<bool> hasSecond = false, isGivenUp = false;
+  std::atomic<int> questions = 0;
+  const auto ask = [&](int) {
+    std::thread::id none;
+    if (!first.compare_exchange_strong(none, std::this_thread::get_id())) {
+      if (none != std::this_thread::get_id()) hasSecond = true;
+    }
+    // The first few are compared before there is anything to do for a second thread.
+    if (++questions < 100 || hasSecond || isGivenUp) return;
+    isGivenUp = !Await([&] { return hasSecond.load(); });
+  };
+  for (const auto& entry : list) entry->whenAsked = ask;
+  OnTwoThreads([&] { ExpectOrderOrRefusal(list); });
+  EXPECT_TRUE(hasSecond);
+}
+
+TEST(PathEntryVectorDifferentiatorDeathTest, NoEntryMayHangBelowItself) {
+#ifndef NDEBUG
+  Objects objects;
+  objects["a1"].singleA = objects.Pointer("b1");
+  objects["b1"].listC = objects.List("c1 d1");
+  objects["d1"].singleB = objects.Pointer("a1");
+  const auto compare = [&] { Differentiator().Compare({}, objects.List("a1"), kAll); };
+  EXPECT_DEATH(compare(), "no entry may hang below itself");
+  objects["d1"].singleB = objects.Pointer("e1");
+  compare();
+#endif
 }
 
 }  // namespace

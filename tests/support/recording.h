@@ -76,6 +76,10 @@ struct Recorder {
  private:
   static std::string Show(const ustring& text) { return Printed(text); }
   static std::string Show(const AbsoluteIRI& iri) { return Printed(iri.toString()); }
+  static std::string Show(const CanonicalAbsoluteIRI& iri) {
+    const bool isPlain = iri == CanonicalAbsoluteIRI(iri, u"");
+    return Printed(iri.toString()) + (isPlain ? "" : " and more");
+  }
   static std::string Show(const Visitor& /*visitor*/) { return "visitor"; }
   static std::string Show(Policy policy) { return std::to_string(static_cast<int>(policy)); }
   static std::string Show(Scope scope) {
@@ -105,7 +109,8 @@ struct FakeEntry : IPathEntry, Recorder {
   FakeEntry(std::string printedName, const ustring& location, CallLog* callLog = nullptr)
       : Recorder{std::move(printedName), callLog}, iri(location) {}
 
-  AbsoluteIRI iri;  // both as given and canonical
+  AbsoluteIRI iri;      // both as given and canonical
+  ustring furtherText;  // of the canonical one
   PathEntryType type = PathEntryType::Ordinary;
   ItemList items;
   ItemPointer foundItem;
@@ -116,7 +121,7 @@ struct FakeEntry : IPathEntry, Recorder {
   PathEntryType GetPathEntryType() const override { return Record(__func__), type; }
   SharedItemList GetItems() const override { return Record(__func__), Share(items); }
   CanonicalAbsoluteIRI GetCanonicalAbsoluteIRI() const override {
-    return Record(__func__), CanonicalAbsoluteIRI(iri, u"");
+    return Record(__func__), CanonicalAbsoluteIRI(iri, furtherText);
   }
   AbsoluteIRI GetAbsoluteIRI() const override { return Record(__func__), iri; }
   EntryPointer GetSingleSubfolderEntryA() const override { return Record(__func__), singleA; }

@@ -1,0 +1,55 @@
+#ifndef SEARCHPATH_SRC_DIFF_SORT_IN_PARALLEL_H
+#define SEARCHPATH_SRC_DIFF_SORT_IN_PARALLEL_H
+
+#include <tbb/parallel_sort.h>
+
+#include <atomic>
+#include <exception>
+
+namespace Corvane::PathManagement::detail {
+
+/// Compares as another comparator does until that raises for the first time. What it raised is kept,
+/// and from then on nothing comes before anything: no loop of a sort runs past the end with that.
+///
+/// Threads: all operations but `Rethrow`, from any thread.
+template <class Compare>
+class FailureKeepingComparator {
+ public:
+  explicit FailureKeepingComparator(const Compare& comparator) : comesBefore(comparator) {}
+
+  template <class Thing>
+  bool operator()(const Thing& left, const Thing& right) noexcept {
+    if (hasFailed.load(std::memory_order_relaxed)) return false;
+    try {
+      return comesBefore(left, right);
+    } catch (...) {
+      if (!hasFailed.exchange(true)) failure = std::current_exception();
+      return false;
+    }
+  }
+
+  /// Raises what was kept, if there is anything. Not while comparisons are under way.
+  void Rethrow() const {
+    if (failure != nullptr) std::rethrow_exception(failure);
+  }
+
+ private:
+  const Compare& comesBefore;
+  std::atomic<bool> hasFailed = false;
+  std::exception_ptr failure;  // written by the thread that sets hasFailed, read after the sort
+};
+
+/// Sorts `list` on several threads when it is long. What `comesBefore` raises arrives here, always:
+/// the sort itself drops an exception that comes when it has just found the list out of order.
+template <class List, class Compare>
+void SortInParallel(List& list, const Compare& comesBefore) {
+  FailureKeepingComparator comparator(comesBefore);
+  tbb::parallel_sort(list.begin(), list.end(), [&comparator](const auto& left, const auto& right) {
+    return comparator(left, right);
+  });
+  comparator.Rethrow();
+}
+
+}  // namespace Corvane::PathManagement::detail
+
+#endif  // SEARCHPATH_SRC_DIFF_SORT_IN_PARALLEL_H
