@@ -29,6 +29,7 @@ TEST(DiffScaleTest, AMillionEntriesNeedLittleStackAndMemory) {
   std::mt19937 random(20260213);
   const std::pair<const char*, std::function<void()>> steps[] = {
       {"identical", [] {}},
+      {"rotated", [&] { std::rotate(after.begin(), after.end() - count / 2, after.end()); }},
       {"edited", [&] { std::erase_if(after, [&](const auto&) { return random() % 100 == 0; }); }},
       {"reversed", [&] { std::reverse(after.begin(), after.end()); }},
       {"one object often", [&] { std::fill_n(after.begin(), 10000, before[0]); }},
