@@ -49,6 +49,9 @@ ConcatenatedPath::ConcatenatedPath(const std::shared_ptr<const IPath>& first,
 ConcatenatedPath::ConcatenatedPath(std::vector<std::shared_ptr<const IPath>>&& pathParts)
     : parts(std::move(pathParts)) {}
 
+ConcatenatedPath::ConcatenatedPath(std::initializer_list<std::shared_ptr<const IPath>> pathParts)
+    : parts(pathParts) {}
+
 // The flag is copied before the list is looked at: it says "built" only once the list stands.
 ConcatenatedPath::ConcatenatedPath(const ConcatenatedPath& other)
     : IPath(other),

@@ -1,9 +1,12 @@
+#include "searchpath/utilities/partial_pathname.h"
 #include "support/path_programs.h"
 #include "support/setting.h"
 
 #include <gtest/gtest.h>
 
+#include <atomic>
 #include <cstdio>
+#include <future>
 #include <random>
 
 namespace Corvane::PathManagement {
@@ -62,7 +65,7 @@ TEST_F(CompositeTest, AConcatenatedPathAsksItsPartsInOrder) {
 
 TEST_F(CompositeTest, CopiesAndMovesTakeTheListThatIsBuilt) {
   DeduplicatedPath unique({p, q});
-  const auto check = []<class Path>(Path& path) {
+  const auto check = [this]<class Path>(Path& path) {
     static_assert(!std::is_nothrow_move_constructible_v<Path> && !std::is_final_v<Path>);
     static_assert(!std::is_copy_assignable_v<Path>);
     const Path unbuilt = path;
@@ -72,10 +75,73 @@ TEST_F(CompositeTest, CopiesAndMovesTakeTheListThatIsBuilt) {
     EXPECT_EQ(Path(path).GetMainEntries(), entries);
     EXPECT_EQ(Path(std::move(path)).GetMainEntries(), entries);
     EXPECT_EQ(path.GetMainEntries(), nullptr);
+    std::vector<std::shared_ptr<const IPath>> given = {p, q};
+    const Path taking(std::move(given));
+    EXPECT_TRUE(given.empty());
   };
   check(both);
   check(unique);
+  EXPECT_EQ(Names(ConcatenatedPath({p, q}).GetMainEntries()), "abbc");
   static_assert(!std::is_copy_constructible_v<FilteredPath> && !std::is_final_v<FilteredPath>);
+}
+
+TEST_F(CompositeTest, ACopyMadeDuringABuildDoesNotWaitAndBuildsItsOwnList) {
+  std::future<std::shared_ptr<const ConcatenatedPath>> copying;
+  log.onCall = [&](const std::string&) {
+    if (copying.valid()) return;
+    copying = std::async(std::launch::async,
+                         [&] { return std::make_shared<const ConcatenatedPath>(both); });
+    EXPECT_EQ(copying.wait_for(std::chrono::seconds(10)), std::future_status::ready);
+  };
+  const auto entries = both.GetMainEntries();
+  log.Take();
+  const auto copied = copying.get()->GetMainEntries();
+  EXPECT_EQ(Asked(copied), "abbc p.GetMainEntries() q.GetMainEntries()");
+  EXPECT_NE(copied, entries);
+}
+
+using CompositeDeathTest = CompositeTest;
+
+TEST_F(CompositeDeathTest, OnlyEntriesOnThePathHaveAMainEntryAndAParent) {
+#ifndef NDEBUG
+  EXPECT_DEATH((void)both.GetMainEntryForEntry(*d), "must be on the path");
+  EXPECT_DEATH((void)both.GetParentEntryForEntry(*d), "must be on the path");
+  const std::vector<ustring> partial = {u"d"};
+  EXPECT_DEATH((void)DoesPartialPathnameMatchPathEntryIRI(both, partial, d, kPolicy),
+               "must be on the path");
+#endif
+  EXPECT_EQ(Names(both.GetMainEntryForEntry(*c)), "b");
+}
+
+TEST_F(CompositeTest, AConcurrentTraversalWithoutRepeatsIsTheOneOfTheDerivedClass) {
+  struct Silent : DeduplicatedPath {
+    using DeduplicatedPath::DeduplicatedPath;
+    bool ForEachEntry(Scope scope, const Visitor&) const override { return scope.size() == 0; }
+  };
+  EXPECT_TRUE(Silent({p, q}).ConcurrentForEachEntry(kNoKinds, nullptr));
+}
+
+TEST_F(CompositeTest, AFilterLetsItsSourceVisitFromSeveralThreads) {
+  struct OnTwoThreads : FakePath {
+    using FakePath::FakePath;
+    bool ConcurrentForEachEntry(Scope, const Visitor& visit) const override {
+      const auto other = std::async(std::launch::async, [&] { visit(listed[0]); });
+      return visit(listed[1]);
+    }
+  };
+  const auto source = std::make_shared<OnTwoThreads>("source");
+  source->listed = {a, b};
+  std::promise<void> arrived[2];
+  std::atomic<int> meetings = 0;
+  const FilteredPath path(source, std::make_shared<FakePath>("hidden"));
+  path.ConcurrentForEachEntry(kNoKinds, [&](const EntryPointer& entry) {
+    const bool isFirst = entry == a;
+    arrived[isFirst ? 0 : 1].set_value();
+    const auto other = arrived[isFirst ? 1 : 0].get_future();
+    if (other.wait_for(std::chrono::seconds(10)) == std::future_status::ready) ++meetings;
+    return false;
+  });
+  EXPECT_EQ(meetings, 2);
 }
 
 TEST_F(CompositeTest, AConcatenatedPathLendsItsListToDerivedClasses) {

@@ -18,6 +18,7 @@ class PathPrograms {
     for (const char16_t folder : {u'a', u'b', u'c', u'd', u'a', u'b'}) {
       const std::string name(1, static_cast<char>('a' + entries.size()));
       entries.push_back(std::make_shared<FakeEntry>(name, u"file:///" + ustring(1, folder), &log));
+      entries.back()->furtherText = name > "c" ? u"further" : u"";
       if (name != "c")
         entries.back()->visited = {Unowned(entries.back()), Unowned(entries.front())};
     }
@@ -111,15 +112,15 @@ class PathPrograms {
     std::size_t question = Below(16);
     if (question < 2 && !node.naive->IsEntryOnPath(*entry)) question += 2;
     const std::size_t last = Below(8);
+    const auto how = static_cast<Policy>(Below(3));
     log.Take();
-    const std::string real = Answer(*node.real, question, *entry, *other, last);
-    const std::string naive = Answer(*node.naive, question, *entry, *other, last);
+    const std::string real = Answer(*node.real, question, *entry, *other, last, how);
+    const std::string naive = Answer(*node.naive, question, *entry, *other, last, how);
     return real == naive ? "" : "got " + real + "\nnot " + naive;
   }
 
   std::string Answer(const IPath& path, std::size_t question, const FakeEntry& entry,
-                     const FakeEntry& other, std::size_t last) {
-    constexpr Policy how = Policy::IgnoreCase;
+                     const FakeEntry& other, std::size_t last, Policy how) {
     Visitor visitor;  // the last is one that is none
     if (last < 7) {
       visitor = [&, count = std::size_t(0)](const EntryPointer& visited) mutable {
@@ -136,7 +137,7 @@ class PathPrograms {
         [&] { return Names(path.GetPartiallyMatchingEntries(kScope, u"m", how)); },
         [&] { return Names(path.FindAllInScope(kScope, kTarget, how)); },
         [&] { return Names(path.FindFirstInScope(kScope, kTarget, how)); },
-        [&] { return Names(path.GetPathEntryFromAbsoluteIRI({entry.iri, u""})); },
+        [&] { return Names(path.GetPathEntryFromAbsoluteIRI({entry.iri, entry.furtherText})); },
         [&] { return Names(path.GetPathEntryFromAbsoluteIRI(entry.iri, how)); },
         [&] { return Names(path.IsEntryOnPath(entry)); },
         [&] { return Names(isBefore()); },

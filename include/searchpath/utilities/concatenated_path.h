@@ -5,6 +5,7 @@
 #include "searchpath/model/path.h"
 #include "searchpath/utilities/once_flag.h"
 
+#include <initializer_list>
 #include <memory>
 #include <vector>
 
@@ -28,7 +29,10 @@ class SEARCHPATH_EXPORT ConcatenatedPath : public IPath {
  public:
   ConcatenatedPath(const std::shared_ptr<const IPath>& first,
                    const std::shared_ptr<const IPath>& second);
+  /// Takes the vector over, which is empty afterwards.
   explicit ConcatenatedPath(std::vector<std::shared_ptr<const IPath>>&& pathParts);
+  /// Without it, `ConcatenatedPath({p, q})` could mean two parts, a vector, or a path to copy.
+  ConcatenatedPath(std::initializer_list<std::shared_ptr<const IPath>> pathParts);
 
   /// Shares the parts, and the list of main entries when it is built.
   ConcatenatedPath(const ConcatenatedPath& other);
