@@ -23,7 +23,6 @@ using namespace std::chrono_literals;
 using test::Shown;
 using test::TemporaryTree;
 using Names = std::vector<std::string>;
-using Folders = std::vector<std::shared_ptr<const FolderEntry>>;
 
 /// The path as if nothing had been done to it for an hour, or since `time` after that.
 void Age(const std::string& path, std::chrono::nanoseconds time = 1ns) {
@@ -45,7 +44,7 @@ void AgeAll(const std::string& root) {
   for (const auto& folder : FoldersBelow(root)) Age(folder);
 }
 
-std::string Written(const Folders& folders, const AbsoluteIRI& root) {
+std::string Written(const FolderEntries& folders, const AbsoluteIRI& root) {
   std::ostringstream stream;
   PathEntryFactory(folders).WriteEntries(stream, root);
   return stream.str();
@@ -67,14 +66,14 @@ PathEntryFactory Read(const std::string& bytes, const AbsoluteIRI& root, Listing
   return factory;
 }
 
-Folders ScanOf(const TemporaryTree& tree, const Names& names) {
-  Folders folders;
+FolderEntries ScanOf(const TemporaryTree& tree, const Names& names) {
+  FolderEntries folders;
   for (const auto& name : names) folders.push_back(FolderEntry::Create(tree.IRI(name)));
   return folders;
 }
 
 /// All that a path can answer from: its entries, what they are, what they hold, and what is wrong.
-std::string Dump(const Folders& folders) {
+std::string Dump(const FolderEntries& folders) {
   static constexpr std::uint32_t kinds[] = {0, 1, 2, 3, 5};
   std::string all;
   FolderPath(folders).ForEachEntry({kinds, 5}, [&](const auto& entry) {

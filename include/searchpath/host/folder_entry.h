@@ -12,7 +12,11 @@
 
 namespace Corvane::PathManagement::host {
 
+class FolderEntry;
 class FolderState;
+
+/// Several folders; what returns them says in which order.
+using FolderEntries = std::vector<std::shared_ptr<const FolderEntry>>;
 
 /// A folder on disk, as it was when it was first asked.
 ///
@@ -45,27 +49,22 @@ class SEARCHPATH_EXPORT FolderEntry : public IPathEntry,
   /// How many items there are; makes none. Lists the folder.
   [[nodiscard]] std::size_t GetItemCount() const;
   /// In the order of the bytes of their names.
-  [[nodiscard]] std::shared_ptr<const std::vector<std::shared_ptr<const PathItem>>> GetItems()
-      const override;
+  [[nodiscard]] std::shared_ptr<const PathItems> GetItems() const override;
   [[nodiscard]] CanonicalAbsoluteIRI GetCanonicalAbsoluteIRI() const override;
   [[nodiscard]] AbsoluteIRI GetAbsoluteIRI() const override;
   [[nodiscard]] std::shared_ptr<const IPathEntry> GetSingleSubfolderEntryA() const override;
   [[nodiscard]] std::shared_ptr<const IPathEntry> GetSingleSubfolderEntryB() const override;
-  [[nodiscard]] std::shared_ptr<const std::vector<std::shared_ptr<const IPathEntry>>>
-  GetSubfolderEntriesA() const override;
-  [[nodiscard]] std::shared_ptr<const std::vector<std::shared_ptr<const IPathEntry>>>
-  GetSubfolderEntriesB() const override;
+  [[nodiscard]] std::shared_ptr<const PathEntries> GetSubfolderEntriesA() const override;
+  [[nodiscard]] std::shared_ptr<const PathEntries> GetSubfolderEntriesB() const override;
   /// Empty: no further folders hang below a folder on disk.
-  [[nodiscard]] std::shared_ptr<const std::vector<std::shared_ptr<const IPathEntry>>>
-  GetSubfolderEntriesC() const override;
+  [[nodiscard]] std::shared_ptr<const PathEntries> GetSubfolderEntriesC() const override;
   [[nodiscard]] std::shared_ptr<const PathItem> FindItem(
       const PathManagement::detail::SearchTarget& target,
       FilenameMatchingPolicy policy) const override;
   /// In the order of the extensions; under `IgnoreCase` the very name before names that differ in
   /// case.
-  [[nodiscard]] std::vector<std::shared_ptr<const PathItem>> FindItems(
-      const PathManagement::detail::SearchTarget& target,
-      FilenameMatchingPolicy policy) const override;
+  [[nodiscard]] PathItems FindItems(const PathManagement::detail::SearchTarget& target,
+                                    FilenameMatchingPolicy policy) const override;
   bool ForEachEntryInScope(SearchScope scope, const PathEntryVisitor& visitor) const override;
   /// Visits on the calling thread: below one folder there is too little to share out.
   bool ConcurrentForEachEntryInScope(SearchScope scope,
@@ -75,11 +74,11 @@ class SEARCHPATH_EXPORT FolderEntry : public IPathEntry,
 
   /// The entries directly below, in path order: private, resources, "+" folders, "@" folders, each
   /// group in the order of the bytes of their names.
-  [[nodiscard]] const std::vector<std::shared_ptr<const FolderEntry>>& GetSpecialFolders() const;
+  [[nodiscard]] const FolderEntries& GetSpecialFolders() const;
 
   /// Entries for the ordinary folders directly below, in the order of the bytes of their names.
   /// Made anew at each call: nothing on the path leads to them.
-  [[nodiscard]] std::vector<std::shared_ptr<const FolderEntry>> CreateOrdinaryFolders() const;
+  [[nodiscard]] FolderEntries CreateOrdinaryFolders() const;
 
   /// What keeps this folder, or a link directly below it, from being searched. Opens the folder
   /// when it has not been listed, but does not list it; an entry from a cache is listed.

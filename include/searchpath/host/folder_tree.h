@@ -15,12 +15,11 @@ namespace Corvane::PathManagement::host {
 /// that leads to it. So loops end.
 ///
 /// Cost: lists every folder once.
-[[nodiscard]] SEARCHPATH_EXPORT std::vector<std::shared_ptr<const FolderEntry>> CreateFolderTree(
-    const AbsoluteIRI& root);
+[[nodiscard]] SEARCHPATH_EXPORT FolderEntries CreateFolderTree(const AbsoluteIRI& root);
 
 /// The same from an entry for the root; where its listing comes from a cache, the others' do, too.
-[[nodiscard]] SEARCHPATH_EXPORT std::vector<std::shared_ptr<const FolderEntry>> CreateFolderTree(
-    std::shared_ptr<const FolderEntry> root);
+[[nodiscard]] SEARCHPATH_EXPORT FolderEntries
+CreateFolderTree(std::shared_ptr<const FolderEntry> root);
 
 }  // namespace Corvane::PathManagement::host
 

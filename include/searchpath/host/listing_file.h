@@ -26,9 +26,8 @@ LoadListing(const fl::filesystem::path& file, ListingUse use = ListingUse::While
 ///
 /// Errors: `std::system_error`, which says what failed; `std::length_error` for more than a file
 /// can hold. The old file is then as it was.
-SEARCHPATH_EXPORT void SaveListing(
-    const fl::filesystem::path& file,
-    const std::vector<std::shared_ptr<const FolderEntry>>& mainFolders);
+SEARCHPATH_EXPORT void SaveListing(const fl::filesystem::path& file,
+                                   const FolderEntries& mainFolders);
 
 }  // namespace Corvane::PathManagement::host
 

@@ -35,7 +35,7 @@ class SEARCHPATH_EXPORT PathEntryFactory : public IPathEntryFactory {
   /// Empty, to be read into.
   explicit PathEntryFactory(ListingUse listingUse = ListingUse::WhileFresh) : use(listingUse) {}
   /// With the main folders of a path, to be written.
-  explicit PathEntryFactory(std::vector<std::shared_ptr<const FolderEntry>> mainFolders);
+  explicit PathEntryFactory(FolderEntries mainFolders);
   PathEntryFactory(const PathEntryFactory&) = default;
   PathEntryFactory& operator=(const PathEntryFactory&) = default;
   ~PathEntryFactory() override;
@@ -55,23 +55,21 @@ class SEARCHPATH_EXPORT PathEntryFactory : public IPathEntryFactory {
   void WriteEntries(std::ostream& stream, const AbsoluteIRI& root) const override;
 
   /// The main folders in path order.
-  [[nodiscard]] std::vector<std::shared_ptr<const FolderEntry>> GetFolders() const {
-    return folders;
-  }
+  [[nodiscard]] FolderEntries GetFolders() const { return folders; }
 
   /// The main folders as users write them: native paths, and IRIs of other schemes than "file".
   [[nodiscard]] std::vector<ustring> GetFolderStrings() const;
 
   /// Entries for all folders that were read, special ones too, each once; made anew at each call.
   /// Their freshness is that of the listings which were read.
-  [[nodiscard]] std::vector<std::shared_ptr<const FolderEntry>> CreateSavedFolders() const;
+  [[nodiscard]] FolderEntries CreateSavedFolders() const;
 
  private:
   /// What `factory` has read; null when that is nothing.
   friend std::shared_ptr<const SavedListings> SavedListingsOf(const PathEntryFactory& factory);
 
   ListingUse use = ListingUse::WhileFresh;
-  std::vector<std::shared_ptr<const FolderEntry>> folders;
+  FolderEntries folders;
   std::shared_ptr<const SavedListings> saved;  // null unless they were read
 };
 

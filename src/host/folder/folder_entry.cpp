@@ -14,8 +14,6 @@ namespace Corvane::PathManagement::host {
 namespace {
 
 using PathManagement::detail::SearchTarget;
-using Folders = std::vector<std::shared_ptr<const FolderEntry>>;
-using Entries = std::vector<std::shared_ptr<const IPathEntry>>;
 
 }  // namespace
 
@@ -38,16 +36,16 @@ PathEntryType FolderEntry::GetPathEntryType() const { return state->Kind(); }
 
 std::size_t FolderEntry::GetItemCount() const { return ListedState().Files().size(); }
 
-std::shared_ptr<const std::vector<std::shared_ptr<const PathItem>>> FolderEntry::GetItems() const {
+std::shared_ptr<const PathItems> FolderEntry::GetItems() const {
   const NameBlock& names = ListedState().Files();
   std::vector<std::size_t> order(names.size());
   std::iota(order.begin(), order.end(), std::size_t{0});
   std::sort(order.begin(), order.end(),
             [&names](std::size_t left, std::size_t right) { return names[left] < names[right]; });
-  std::vector<std::shared_ptr<const PathItem>> items;
+  PathItems items;
   items.reserve(order.size());
   for (const std::size_t index : order) items.push_back(state->ItemAt(index));
-  return std::make_shared<const std::vector<std::shared_ptr<const PathItem>>>(std::move(items));
+  return std::make_shared<const PathItems>(std::move(items));
 }
 
 FolderState& FolderEntry::ListedState() const {
@@ -61,18 +59,18 @@ AbsoluteIRI FolderEntry::GetAbsoluteIRI() const { return state->Location(); }
 
 namespace {
 
-std::shared_ptr<const IPathEntry> FirstOfKind(const Folders& folders, PathEntryType kind) {
+std::shared_ptr<const IPathEntry> FirstOfKind(const FolderEntries& folders, PathEntryType kind) {
   const auto found = std::find_if(folders.begin(), folders.end(), [kind](const auto& folder) {
     return folder->GetPathEntryType() == kind;
   });
   return found == folders.end() ? nullptr : *found;
 }
 
-std::shared_ptr<const Entries> AllOfKind(const Folders& folders, PathEntryType kind) {
-  Entries entries;
+std::shared_ptr<const PathEntries> AllOfKind(const FolderEntries& folders, PathEntryType kind) {
+  PathEntries entries;
   std::copy_if(folders.begin(), folders.end(), std::back_inserter(entries),
                [kind](const auto& folder) { return folder->GetPathEntryType() == kind; });
-  return std::make_shared<const Entries>(std::move(entries));
+  return std::make_shared<const PathEntries>(std::move(entries));
 }
 
 }  // namespace
@@ -85,16 +83,16 @@ std::shared_ptr<const IPathEntry> FolderEntry::GetSingleSubfolderEntryB() const 
   return FirstOfKind(GetSpecialFolders(), PathEntryType::ResourcesFolder);
 }
 
-std::shared_ptr<const Entries> FolderEntry::GetSubfolderEntriesA() const {
+std::shared_ptr<const PathEntries> FolderEntry::GetSubfolderEntriesA() const {
   return AllOfKind(GetSpecialFolders(), PathEntryType::PlusFolder);
 }
 
-std::shared_ptr<const Entries> FolderEntry::GetSubfolderEntriesB() const {
+std::shared_ptr<const PathEntries> FolderEntry::GetSubfolderEntriesB() const {
   return AllOfKind(GetSpecialFolders(), PathEntryType::AtFolder);
 }
 
-std::shared_ptr<const Entries> FolderEntry::GetSubfolderEntriesC() const {
-  return std::make_shared<const Entries>();
+std::shared_ptr<const PathEntries> FolderEntry::GetSubfolderEntriesC() const {
+  return std::make_shared<const PathEntries>();
 }
 
 std::shared_ptr<const PathItem> FolderEntry::FindItem(const SearchTarget& target,
@@ -111,8 +109,7 @@ std::shared_ptr<const PathItem> FolderEntry::FindItem(const SearchTarget& target
   return nullptr;
 }
 
-std::vector<std::shared_ptr<const PathItem>> FolderEntry::FindItems(
-    const SearchTarget& target, FilenameMatchingPolicy policy) const {
+PathItems FolderEntry::FindItems(const SearchTarget& target, FilenameMatchingPolicy policy) const {
   FolderState& listed = ListedState();
   std::vector<std::size_t> files;
   const auto add = [&](const ustring& name) {
@@ -123,7 +120,7 @@ std::vector<std::shared_ptr<const PathItem>> FolderEntry::FindItems(
   };
   if (target.GetExtensions().empty()) add(target.GetName());
   for (const ustring& extension : target.GetExtensions()) add(target.GetName() + extension);
-  std::vector<std::shared_ptr<const PathItem>> items;
+  PathItems items;
   items.reserve(files.size());
   for (const std::size_t index : files) items.push_back(listed.ItemAt(index));
   return items;
@@ -148,9 +145,13 @@ FolderEntry::GetFilenameComparator(FilenameMatchingPolicy policy) const {
       });
 }
 
-const Folders& FolderEntry::GetSpecialFolders() const { return ListedState().SpecialFolders(); }
+const FolderEntries& FolderEntry::GetSpecialFolders() const {
+  return ListedState().SpecialFolders();
+}
 
-Folders FolderEntry::CreateOrdinaryFolders() const { return ListedState().MakeOrdinaryFolders(); }
+FolderEntries FolderEntry::CreateOrdinaryFolders() const {
+  return ListedState().MakeOrdinaryFolders();
+}
 
 std::vector<FolderProblem> FolderEntry::GetProblems() const { return state->Problems(); }
 

@@ -17,7 +17,6 @@ namespace Corvane::PathManagement::host {
 namespace {
 
 using current_working_folder::AbsolutizeError;
-using Folders = FolderState::Folders;
 
 /// The identity of the folder at `location`. One that cannot be resolved is known by the location
 /// itself; listing it will say what is wrong with it.
@@ -37,9 +36,9 @@ AbsoluteIRI Below(const AbsoluteIRI& folder, const std::string& name) {
 
 /// Releases folders one after the other, however deep they nest: a destructor that runs inside this
 /// one hands its folders over instead of going deeper.
-void ReleaseInALoop(Folders& folders) noexcept {
-  thread_local std::vector<Folders>* running = nullptr;
-  std::vector<Folders> pending;
+void ReleaseInALoop(FolderEntries& folders) noexcept {
+  thread_local std::vector<FolderEntries>* running = nullptr;
+  std::vector<FolderEntries> pending;
   const bool isOutermost = running == nullptr;
   if (isOutermost) running = &pending;
   try {
@@ -49,7 +48,7 @@ void ReleaseInALoop(Folders& folders) noexcept {
   }
   if (!isOutermost) return;
   while (!pending.empty()) {
-    const Folders released = std::move(pending.back());
+    const FolderEntries released = std::move(pending.back());
     pending.pop_back();
   }
   running = nullptr;
@@ -130,8 +129,8 @@ std::shared_ptr<const FolderEntry> FolderState::Make(const FolderListing::Subfol
       Below(location, subfolder.name), subfolder.kind, source, std::move(subfolderIdentity))));
 }
 
-Folders FolderState::MakeOrdinaryFolders() {
-  Folders folders;
+FolderEntries FolderState::MakeOrdinaryFolders() {
+  FolderEntries folders;
   for (const auto& subfolder : listing.ordinaryFolders) {
     folders.push_back(subfolder.isLink
                           ? MakeBehindLink(subfolder, IdentityOf(Below(location, subfolder.name)))

@@ -23,8 +23,6 @@ namespace Corvane::PathManagement::host {
 /// Threads: all operations, from any thread.
 class FolderState {
  public:
-  using Folders = std::vector<std::shared_ptr<const FolderEntry>>;
-
   /// A folder that is put on a path. Its listing, and those of the folders below it, come from
   /// `source`; from the disk when that is null.
   [[nodiscard]] static std::shared_ptr<const FolderEntry> CreateMainFolder(
@@ -47,8 +45,8 @@ class FolderState {
   [[nodiscard]] const NameBlock& Files() const noexcept { return listing.files; }
   /// How long listing the folder took.
   [[nodiscard]] std::chrono::nanoseconds ListingTime() const noexcept { return listingTime; }
-  [[nodiscard]] const Folders& SpecialFolders() const noexcept { return specialFolders; }
-  [[nodiscard]] Folders MakeOrdinaryFolders();
+  [[nodiscard]] const FolderEntries& SpecialFolders() const noexcept { return specialFolders; }
+  [[nodiscard]] FolderEntries MakeOrdinaryFolders();
 
   /// The item of the file at `index`: always the same object, kept as long as this one.
   [[nodiscard]] const std::shared_ptr<const PathItem>& ItemAt(std::size_t index);
@@ -75,7 +73,7 @@ class FolderState {
   /// The same folder, to be listed from the disk. May be asked before this one is listed.
   [[nodiscard]] std::shared_ptr<const FolderEntry> MakeUnlisted();
   /// The same folder with `below` in place of its special folders.
-  [[nodiscard]] std::shared_ptr<const FolderEntry> MakeWith(Folders below);
+  [[nodiscard]] std::shared_ptr<const FolderEntry> MakeWith(FolderEntries below);
 
  private:
   /// Which folder this is, and how it was reached.
@@ -109,7 +107,7 @@ class FolderState {
   PathManagement::detail::OnceFlag listedOnce;  // guards what follows
   FolderListing listing;
   std::chrono::nanoseconds listingTime = {};
-  Folders specialFolders;
+  FolderEntries specialFolders;
   std::vector<FolderProblem> cutLinks;
   RememberedItems items;
 };

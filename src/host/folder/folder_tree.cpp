@@ -13,8 +13,6 @@ namespace Corvane::PathManagement::host {
 
 namespace {
 
-using Folders = std::vector<std::shared_ptr<const FolderEntry>>;
-
 /// Whether `folder` stands behind a link in `parent`.
 bool IsBehindLink(const FolderEntry& parent, const FolderEntry& folder) {
   const AbsoluteIRI target = folder.GetCanonicalAbsoluteIRI();
@@ -32,8 +30,8 @@ class TreeWalk {
     for (; nextLink < links.size(); ++nextLink) WalkWithoutLinks(links[nextLink]);
   }
 
-  [[nodiscard]] Folders InPathOrder() const {
-    Folders tree;
+  [[nodiscard]] FolderEntries InPathOrder() const {
+    FolderEntries tree;
     std::vector<std::size_t> pending = {0};
     while (!pending.empty()) {
       const Node& node = nodes[pending.back()];
@@ -77,11 +75,11 @@ class TreeWalk {
 
 }  // namespace
 
-std::vector<std::shared_ptr<const FolderEntry>> CreateFolderTree(const AbsoluteIRI& root) {
+FolderEntries CreateFolderTree(const AbsoluteIRI& root) {
   return CreateFolderTree(FolderEntry::Create(root));
 }
 
-Folders CreateFolderTree(std::shared_ptr<const FolderEntry> root) {
+FolderEntries CreateFolderTree(std::shared_ptr<const FolderEntry> root) {
   return TreeWalk(std::move(root)).InPathOrder();
 }
 

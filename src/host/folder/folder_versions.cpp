@@ -63,7 +63,7 @@ std::shared_ptr<const FolderEntry> FolderState::MakeUnlisted() {
       std::unique_ptr<FolderState>(new FolderState(location, kind, nullptr, Identity(Identify()))));
 }
 
-std::shared_ptr<const FolderEntry> FolderState::MakeWith(Folders below) {
+std::shared_ptr<const FolderEntry> FolderState::MakeWith(FolderEntries below) {
   auto copy =
       std::unique_ptr<FolderState>(new FolderState(location, kind, source, Identity(Identify())));
   copy->listedOnce.Call([&] {

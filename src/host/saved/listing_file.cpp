@@ -52,8 +52,7 @@ PathEntryFactory LoadListing(const fl::filesystem::path& file, ListingUse use) {
   return factory;
 }
 
-void SaveListing(const fl::filesystem::path& file,
-                 const std::vector<std::shared_ptr<const FolderEntry>>& mainFolders) {
+void SaveListing(const fl::filesystem::path& file, const FolderEntries& mainFolders) {
   const PathEntryFactory factory(mainFolders);
   fl::filesystem::AtomicFileWriter writer(file, u"tmplisting_", u".tmp");
   factory.WriteEntries(writer.Stream(), FolderOf(file));

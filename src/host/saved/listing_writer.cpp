@@ -174,7 +174,7 @@ class ListingWriter {
 }  // namespace
 
 void WriteListings(std::ostream& stream, const AbsoluteIRI& root,
-                   const std::vector<std::shared_ptr<const FolderEntry>>& mainFolders) {
+                   const FolderEntries& mainFolders) {
   ListingWriter writer(root);
   for (const auto& folder : mainFolders) writer.AddMainFolder(folder);
   writer.Write(stream);

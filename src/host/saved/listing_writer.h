@@ -12,8 +12,7 @@ namespace Corvane::PathManagement::host {
 
 /// Writes the listings of `mainFolders` and all special folders below them, as
 /// `PathEntryFactory::WriteEntries` says.
-void WriteListings(std::ostream& stream, const AbsoluteIRI& root,
-                   const std::vector<std::shared_ptr<const FolderEntry>>& mainFolders);
+void WriteListings(std::ostream& stream, const AbsoluteIRI& root, const FolderEntries& mainFolders);
 
 }  // namespace Corvane::PathManagement::host
 

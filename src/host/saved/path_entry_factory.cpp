@@ -9,15 +9,14 @@
 
 namespace Corvane::PathManagement::host {
 
-PathEntryFactory::PathEntryFactory(std::vector<std::shared_ptr<const FolderEntry>> mainFolders)
-    : folders(std::move(mainFolders)) {}
+PathEntryFactory::PathEntryFactory(FolderEntries mainFolders) : folders(std::move(mainFolders)) {}
 
 PathEntryFactory::~PathEntryFactory() = default;
 
 void PathEntryFactory::ReadEntries(std::istream& stream, const AbsoluteIRI& root) {
   auto read = std::make_shared<const SavedListings>(stream, root, use);
   const auto source = std::make_shared<const SavedSource>(std::vector{read});
-  std::vector<std::shared_ptr<const FolderEntry>> made;
+  FolderEntries made;
   const auto mainFolders = read->MainFolders();
   made.reserve(mainFolders.size());
   for (const std::uint32_t place : mainFolders) {
@@ -38,8 +37,8 @@ std::vector<ustring> PathEntryFactory::GetFolderStrings() const {
   return strings;
 }
 
-std::vector<std::shared_ptr<const FolderEntry>> PathEntryFactory::CreateSavedFolders() const {
-  std::vector<std::shared_ptr<const FolderEntry>> all;
+FolderEntries PathEntryFactory::CreateSavedFolders() const {
+  FolderEntries all;
   if (saved == nullptr) return all;
   const auto source = std::make_shared<const SavedSource>(std::vector{saved});
   for (const AbsoluteIRI& location : saved->Locations()) {
