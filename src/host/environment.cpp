@@ -1,6 +1,6 @@
 #include "searchpath/host/environment.h"
 
-#include "host/folder/folder_state.h"
+#include "host/folder/entry_state.h"
 #include "host/packages/package_folders.h"
 #include "host/path/path_view.h"
 #include "host/questions/file_search.h"
@@ -23,7 +23,7 @@ using PathManagement::detail::SearchTarget;
 std::vector<std::shared_ptr<const FolderEntry>> Expand(
     const AbsoluteIRI& folder, FolderExpansion expansion,
     const std::shared_ptr<const ListingSource>& source) {
-  auto entry = FolderState::CreateMainFolder(folder, source);
+  auto entry = CreateMainFolder(folder, source);
   if (expansion == FolderExpansion::Recursive) return CreateFolderTree(std::move(entry));
   return {std::move(entry)};
 }

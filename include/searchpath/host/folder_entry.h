@@ -6,6 +6,7 @@
 #include "searchpath/host/freshness.h"
 #include "searchpath/model/path_entry.h"
 
+#include <atomic>
 #include <cstddef>
 #include <memory>
 #include <vector>
@@ -91,15 +92,17 @@ class SEARCHPATH_EXPORT FolderEntry : public IPathEntry,
   [[nodiscard]] Freshness GetFreshness() const;
 
  private:
-  friend class FolderState;
   friend FolderState& StateOf(const FolderEntry& entry) noexcept;
+  friend std::shared_ptr<const FolderEntry> CreateEntry(
+      std::unique_ptr<FolderState> state, std::unique_ptr<FolderEntries> specialFolders);
 
-  [[nodiscard]] static std::shared_ptr<const FolderEntry> Create(
-      std::unique_ptr<FolderState> initialState);
-  explicit FolderEntry(std::unique_ptr<FolderState> initialState);
+  FolderEntry(std::unique_ptr<FolderState> initialState,
+              std::unique_ptr<FolderEntries> initialFolders);
+  [[nodiscard]] static FolderEntries CreateAll(std::vector<std::unique_ptr<FolderState>> states);
   [[nodiscard]] FolderState& ListedState() const;
 
   std::unique_ptr<FolderState> state;
+  mutable std::atomic<FolderEntries*> specialFolders;  // owned; null until they are asked for
 };
 
 }  // namespace Corvane::PathManagement::host

@@ -2,7 +2,7 @@
 
 #include "host/changes/folder_poll.h"
 #include "host/changes/folder_watches.h"
-#include "host/folder/folder_state.h"
+#include "host/folder/entry_state.h"
 #include "searchpath/platform/file_folder_changed_event.h"
 #include "searchpath/utilities/path_strings.h"
 

@@ -2,7 +2,7 @@
 
 #include "diff/longest_common_subsequence.h"
 #include "host/common/parallel.h"
-#include "host/folder/folder_state.h"
+#include "host/folder/entry_state.h"
 #include "searchpath/model/byte_text.h"
 
 #include <boost/unordered/unordered_flat_map.hpp>

@@ -2,7 +2,7 @@
 
 #include "host/common/held_hash.h"
 #include "host/common/parallel.h"
-#include "host/folder/folder_state.h"
+#include "host/folder/entry_state.h"
 #include "searchpath/utilities/iri_conversion.h"
 #include "searchpath/utilities/path_strings.h"
 
@@ -75,7 +75,7 @@ class Sharing {
   [[nodiscard]] Folder ListedAnew(const Folder& fresh, const Folder& old) const {
     if (changed == nullptr || !AreSameFolder(*fresh, *old)) return fresh;
     if (!changed->Name(*old)) return old;
-    return fresh == old ? StateOf(*old).MakeUnlisted() : fresh;
+    return fresh == old ? CreateEntry(StateOf(*old).CopyUnlisted()) : fresh;
   }
 
   void AddBelow(std::size_t parent, const Folders& oldBelow) {
@@ -96,7 +96,8 @@ class Sharing {
   static Folder ResultAt(Node& node) {
     if (node.isUnchanged) return node.old;
     if (node.below.empty() || node.below == node.fresh->GetSpecialFolders()) return node.fresh;
-    return StateOf(*node.fresh).MakeWith(std::move(node.below));
+    return CreateEntry(StateOf(*node.fresh).CopyListed(),
+                       std::make_unique<Folders>(std::move(node.below)));
   }
 
   const ChangedFolders* changed;  // null: all

@@ -53,6 +53,13 @@ bool AnyInParallel(std::size_t count, const Stop& stop) {
   return found;
 }
 
+/// Calls work(i) for each i below `count`, on as many threads as the machine has. The first
+/// exception of a call stops the others and is raised here.
+template <class Work>
+void ForEachInParallel(std::size_t count, const Work& work) {
+  AnyInParallel(count, [&work](std::size_t index) { return work(index), false; });
+}
+
 }  // namespace Corvane::PathManagement::host
 
 #endif  // SEARCHPATH_SRC_HOST_COMMON_PARALLEL_H

@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <new>
 #include <numeric>
 #include <utility>
 
@@ -15,22 +16,51 @@ namespace {
 
 using PathManagement::detail::SearchTarget;
 
+/// Releases folders one after the other, however deep they nest: a destructor that runs inside this
+/// function hands its folders over instead of going deeper.
+void ReleaseInALoop(FolderEntries& folders) noexcept {
+  thread_local std::vector<FolderEntries>* running = nullptr;
+  std::vector<FolderEntries> pending;
+  const bool isOutermost = running == nullptr;
+  if (isOutermost) running = &pending;
+  try {
+    running->push_back(std::move(folders));
+  } catch (const std::bad_alloc&) {
+    folders.clear();  // without room for the list, one level deeper
+  }
+  if (!isOutermost) return;
+  while (!pending.empty()) {
+    const FolderEntries released = std::move(pending.back());
+    pending.pop_back();
+  }
+  running = nullptr;
+}
+
 }  // namespace
 
-FolderState& StateOf(const FolderEntry& entry) noexcept { return *entry.state; }
-
 std::shared_ptr<const FolderEntry> FolderEntry::Create(const AbsoluteIRI& location) {
-  return FolderState::CreateMainFolder(location, nullptr);
+  return std::shared_ptr<const FolderEntry>(
+      new FolderEntry(std::make_unique<FolderState>(location, nullptr), nullptr));
 }
 
-std::shared_ptr<const FolderEntry> FolderEntry::Create(std::unique_ptr<FolderState> initialState) {
-  return std::shared_ptr<const FolderEntry>(new FolderEntry(std::move(initialState)));
+FolderEntry::FolderEntry(std::unique_ptr<FolderState> initialState,
+                         std::unique_ptr<FolderEntries> initialFolders)
+    : state(std::move(initialState)), specialFolders(initialFolders.release()) {}
+
+FolderEntries FolderEntry::CreateAll(std::vector<std::unique_ptr<FolderState>> states) {
+  FolderEntries entries;
+  entries.reserve(states.size());
+  for (auto& below : states) {
+    entries.push_back(
+        std::shared_ptr<const FolderEntry>(new FolderEntry(std::move(below), nullptr)));
+  }
+  return entries;
 }
 
-FolderEntry::FolderEntry(std::unique_ptr<FolderState> initialState)
-    : state(std::move(initialState)) {}
-
-FolderEntry::~FolderEntry() = default;
+FolderEntry::~FolderEntry() {
+  const std::unique_ptr<FolderEntries> made(specialFolders.load(std::memory_order_relaxed));
+  if (made != nullptr && !made->empty()) ReleaseInALoop(*made);
+}
 
 PathEntryType FolderEntry::GetPathEntryType() const { return state->Kind(); }
 
@@ -53,7 +83,9 @@ FolderState& FolderEntry::ListedState() const {
   return *state;
 }
 
-CanonicalAbsoluteIRI FolderEntry::GetCanonicalAbsoluteIRI() const { return state->Canonical(); }
+CanonicalAbsoluteIRI FolderEntry::GetCanonicalAbsoluteIRI() const {
+  return {state->Canonical(), ustring()};
+}
 
 AbsoluteIRI FolderEntry::GetAbsoluteIRI() const { return state->Location(); }
 
@@ -146,11 +178,18 @@ FolderEntry::GetFilenameComparator(FilenameMatchingPolicy policy) const {
 }
 
 const FolderEntries& FolderEntry::GetSpecialFolders() const {
-  return ListedState().SpecialFolders();
+  if (const FolderEntries* known = specialFolders.load(std::memory_order_acquire)) return *known;
+  auto made = std::make_unique<FolderEntries>(CreateAll(ListedState().MakeSpecialFolders()));
+  FolderEntries* known = nullptr;
+  // When two threads make them at once, one of them wins and both get its entries.
+  if (specialFolders.compare_exchange_strong(known, made.get(), std::memory_order_acq_rel)) {
+    known = made.release();
+  }
+  return *known;
 }
 
 FolderEntries FolderEntry::CreateOrdinaryFolders() const {
-  return ListedState().MakeOrdinaryFolders();
+  return CreateAll(ListedState().MakeOrdinaryFolders());
 }
 
 std::vector<FolderProblem> FolderEntry::GetProblems() const { return state->Problems(); }

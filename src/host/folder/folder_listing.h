@@ -3,6 +3,7 @@
 
 #include "host/folder/folder_stamp.h"
 #include "host/names/name_block.h"
+#include "searchpath/model/absolute_iri.h"
 #include "searchpath/model/path_entry_type.h"
 #include "searchpath/platform/current_working_folder.h"
 
@@ -35,6 +36,28 @@ struct FolderListing {
   std::vector<Link> links;                 // those that lead to files and folders are also there
   std::optional<FolderStamp> stamp;        // taken before the pass; empty when it tells nothing
   std::optional<current_working_folder::AbsolutizeError> problem;
+};
+
+/// Where entries take the listings of their folders from, when that is not the disk alone.
+///
+/// Threads: immutable.
+class ListingSource {
+ public:
+  virtual ~ListingSource() = default;
+
+  /// The listing of the folder at `location`; may view what this object holds.
+  [[nodiscard]] virtual FolderListing List(const AbsoluteIRI& location) const = 0;
+
+  /// Whether a listing shows a folder as it is, not as it was when the listing was saved.
+  [[nodiscard]] virtual bool FollowsTheDisk() const noexcept = 0;
+
+  /// The stamp of a saved listing of the folder; empty when there is none.
+  [[nodiscard]] virtual std::optional<FolderStamp> FindStamp(const AbsoluteIRI& location) const = 0;
+
+ protected:  // copied by derived classes only
+  ListingSource() = default;
+  ListingSource(const ListingSource&) = default;
+  ListingSource& operator=(const ListingSource&) = default;
 };
 
 }  // namespace Corvane::PathManagement::host

@@ -9,7 +9,7 @@
 #include "searchpath/utilities/iri_conversion.h"
 
 #include <algorithm>
-#include <new>
+#include <string_view>
 #include <utility>
 
 namespace Corvane::PathManagement::host {
@@ -18,13 +18,13 @@ namespace {
 
 using current_working_folder::AbsolutizeError;
 
-/// The identity of the folder at `location`. One that cannot be resolved is known by the location
-/// itself; listing it will say what is wrong with it.
-CanonicalAbsoluteIRI IdentityOf(const AbsoluteIRI& location) {
+/// The location without links. One that cannot be resolved stays as it is; listing the folder will
+/// say what is wrong with it.
+AbsoluteIRI Resolved(const AbsoluteIRI& location) {
   try {
     return GetCanonicalIRI(location);
   } catch (const foundation::storage::vfs::Exception&) {
-    return {location, ustring()};
+    return location;
   }
 }
 
@@ -34,109 +34,137 @@ AbsoluteIRI Below(const AbsoluteIRI& folder, const std::string& name) {
   return foundation::storage::vfs::toAbsoluteIRI(u"file", path + TextFromBytes(name));
 }
 
-/// Releases folders one after the other, however deep they nest: a destructor that runs inside this
-/// one hands its folders over instead of going deeper.
-void ReleaseInALoop(FolderEntries& folders) noexcept {
-  thread_local std::vector<FolderEntries>* running = nullptr;
-  std::vector<FolderEntries> pending;
-  const bool isOutermost = running == nullptr;
-  if (isOutermost) running = &pending;
-  try {
-    running->push_back(std::move(folders));
-  } catch (const std::bad_alloc&) {
-    folders.clear();  // without room for the list, one level deeper
+std::vector<std::string_view> InOrder(const NameBlock& names) {
+  std::vector<std::string_view> sorted;
+  sorted.reserve(names.size());
+  for (std::size_t index = 0; index < names.size(); ++index) sorted.push_back(names[index]);
+  std::sort(sorted.begin(), sorted.end());
+  return sorted;
+}
+
+bool AreSameNames(const NameBlock& left, const NameBlock& right) {
+  if (left.size() != right.size()) return false;
+  std::size_t index = 0;
+  while (index < left.size() && left[index] == right[index]) ++index;
+  // Most disks give the names of an unchanged folder in the same order again.
+  return index == left.size() || InOrder(left) == InOrder(right);
+}
+
+FolderListing CopyOf(const FolderListing& listing) {
+  FolderListing copy;
+  for (std::size_t index = 0; index < listing.files.size(); ++index) {
+    copy.files.Add(listing.files[index]);
   }
-  if (!isOutermost) return;
-  while (!pending.empty()) {
-    const FolderEntries released = std::move(pending.back());
-    pending.pop_back();
-  }
-  running = nullptr;
+  copy.files.ShrinkToFit();
+  copy.specialFolders = listing.specialFolders;
+  copy.ordinaryFolders = listing.ordinaryFolders;
+  copy.links = listing.links;
+  copy.stamp = listing.stamp;
+  copy.problem = listing.problem;
+  return copy;
 }
 
 }  // namespace
 
-std::shared_ptr<const FolderEntry> FolderState::CreateMainFolder(
-    const AbsoluteIRI& location, std::shared_ptr<const ListingSource> source) {
-  return FolderEntry::Create(std::unique_ptr<FolderState>(
-      new FolderState(location, PathEntryType::Ordinary, std::move(source), std::nullopt)));
-}
-
-FolderState::FolderState(AbsoluteIRI folderLocation, PathEntryType folderKind,
-                         std::shared_ptr<const ListingSource> listingSource,
-                         std::optional<Identity> knownIdentity)
-    : location(std::move(folderLocation)),
-      kind(folderKind),
-      source(std::move(listingSource)),
-      identity(std::move(knownIdentity)) {}
-
-FolderState::~FolderState() {
-  if (!specialFolders.empty()) ReleaseInALoop(specialFolders);
-}
-
-void FolderState::List() {
-  listedOnce.Call([this] {
-    listingHasBegun = true;  // before the disk is asked: who finds it unset knows that it will be
-    const auto start = std::chrono::steady_clock::now();
-    listing = source != nullptr ? source->List(location) : ListFolder(location);
-    listingTime = std::chrono::steady_clock::now() - start;
-    specialFolders.clear();
-    cutLinks.clear();
-    for (const auto& subfolder : listing.specialFolders) AddSpecialFolder(subfolder);
-    items.SetCount(listing.files.size());
-  });
-}
-
-const FolderState::Identity& FolderState::Identify() {
+const FolderIdentity& FolderState::Identity() {
   identifiedOnce.Call([this] {
-    if (identity) return;
-    CanonicalAbsoluteIRI canonical = IdentityOf(location);
-    FolderChain chain(canonical);
-    identity.emplace(std::move(canonical), std::move(chain));
+    if (!identity) identity.emplace(Resolved(location));
   });
   return *identity;
 }
 
-void FolderState::AddSpecialFolder(const FolderListing::Subfolder& subfolder) {
-  if (!subfolder.isLink) {
-    specialFolders.push_back(MakeBelow(subfolder));
-    return;
+std::vector<FolderProblem> FolderState::Problems() {
+  // A saved listing knows more than opening the folder would show, and mostly for less.
+  if (source != nullptr) List();
+  const bool isListed = IsListed();
+  const auto reason = isListed ? listing.problem : ProbeFolder(location);
+  std::vector<FolderProblem> problems;
+  if (reason) problems.push_back({GetStringFromIRI(location), *reason});
+  if (isListed) problems.insert(problems.end(), cutLinks.begin(), cutLinks.end());
+  return problems;
+}
+
+Freshness FolderState::AskFreshness() const {
+  const auto path = NativeBytes(location);
+  if (!path) return Freshness::Gone;
+  if (IsListed()) {
+    const Freshness freshness = host::AskFreshness(*path, listing.stamp);
+    // What could not be listed then can be now.
+    const bool isThereAgain = listing.problem && freshness == Freshness::Unknown;
+    return isThereAgain ? Freshness::Stale : freshness;
   }
-  const AbsoluteIRI link = Below(location, subfolder.name);
-  CanonicalAbsoluteIRI target = IdentityOf(link);
-  if (Identify().chain.Contains(target, Canonical())) {
-    cutLinks.push_back({GetStringFromIRI(link), AbsolutizeError::LinkLoop});
-  } else {
-    specialFolders.push_back(MakeBehindLink(subfolder, std::move(target)));
+  return host::AskFreshness(*path, source != nullptr ? source->FindStamp(location) : std::nullopt);
+}
+
+bool FolderState::IsUntouched() const noexcept {
+  return !listingHasBegun && (source == nullptr || source->FollowsTheDisk());
+}
+
+std::unique_ptr<FolderState> FolderState::CopyUnlisted() {
+  return std::unique_ptr<FolderState>(new FolderState(location, kind, nullptr, Identity()));
+}
+
+void FolderState::List() {
+  listedOnce.Call([this] {
+    listingHasBegun = true;
+    const auto start = std::chrono::steady_clock::now();
+    listing = source != nullptr ? source->List(location) : ListFolder(location);
+    listingTime = std::chrono::steady_clock::now() - start;
+    FollowSpecialLinks();
+    items.SetCount(listing.files.size());
+  });
+}
+
+void FolderState::FollowSpecialLinks() {
+  linkTargets.clear();
+  cutLinks.clear();
+  std::vector<FolderListing::Subfolder> kept;
+  for (auto& subfolder : listing.specialFolders) {
+    if (subfolder.isLink) {
+      const AbsoluteIRI link = Below(location, subfolder.name);
+      AbsoluteIRI target = Resolved(link);
+      if (Identity().HasComeThrough(target)) {
+        cutLinks.push_back({GetStringFromIRI(link), AbsolutizeError::LinkLoop});
+        continue;
+      }
+      linkTargets.push_back(std::move(target));
+    }
+    kept.push_back(std::move(subfolder));
   }
+  listing.specialFolders = std::move(kept);
 }
 
-std::shared_ptr<const FolderEntry> FolderState::MakeBelow(
-    const FolderListing::Subfolder& subfolder) {
-  CanonicalAbsoluteIRI target(Below(Canonical(), subfolder.name), ustring());
-  return Make(subfolder, {std::move(target), Identify().chain});
+FolderState::Folders FolderState::MakeSpecialFolders() {
+  Folders folders;
+  auto target = linkTargets.begin();
+  for (const auto& subfolder : listing.specialFolders) {
+    folders.push_back(subfolder.isLink ? MakeBehindLink(subfolder, *target++)
+                                       : MakeBelow(subfolder));
+  }
+  return folders;
 }
 
-std::shared_ptr<const FolderEntry> FolderState::MakeBehindLink(
-    const FolderListing::Subfolder& subfolder, CanonicalAbsoluteIRI target) {
-  FolderChain behindLink = Identify().chain.ThroughLink(Canonical(), target);
-  return Make(subfolder, {std::move(target), std::move(behindLink)});
-}
-
-std::shared_ptr<const FolderEntry> FolderState::Make(const FolderListing::Subfolder& subfolder,
-                                                     Identity subfolderIdentity) const {
-  return FolderEntry::Create(std::unique_ptr<FolderState>(new FolderState(
-      Below(location, subfolder.name), subfolder.kind, source, std::move(subfolderIdentity))));
-}
-
-FolderEntries FolderState::MakeOrdinaryFolders() {
-  FolderEntries folders;
+FolderState::Folders FolderState::MakeOrdinaryFolders() {
+  Folders folders;
   for (const auto& subfolder : listing.ordinaryFolders) {
     folders.push_back(subfolder.isLink
-                          ? MakeBehindLink(subfolder, IdentityOf(Below(location, subfolder.name)))
+                          ? MakeBehindLink(subfolder, Resolved(Below(location, subfolder.name)))
                           : MakeBelow(subfolder));
   }
   return folders;
+}
+
+std::unique_ptr<FolderState> FolderState::MakeBelow(const FolderListing::Subfolder& subfolder) {
+  return std::unique_ptr<FolderState>(
+      new FolderState(Below(location, subfolder.name), subfolder.kind, source,
+                      Identity().Below(Below(Canonical(), subfolder.name))));
+}
+
+std::unique_ptr<FolderState> FolderState::MakeBehindLink(const FolderListing::Subfolder& subfolder,
+                                                         AbsoluteIRI target) {
+  return std::unique_ptr<FolderState>(new FolderState(Below(location, subfolder.name),
+                                                      subfolder.kind, source,
+                                                      Identity().BehindLink(std::move(target))));
 }
 
 const std::shared_ptr<const PathItem>& FolderState::ItemAt(std::size_t index) {
@@ -181,27 +209,28 @@ std::vector<std::size_t> FolderState::FilesThatDifferInCase(const ustring& name)
   return files;
 }
 
-std::vector<FolderProblem> FolderState::Problems() {
-  // A saved listing tells more than a folder that opens, and mostly for less.
-  if (source != nullptr) List();
-  const bool isListed = listedOnce.IsBuilt();
-  const auto reason = isListed ? listing.problem : ProbeFolder(location);
-  std::vector<FolderProblem> problems;
-  if (reason) problems.push_back({GetStringFromIRI(location), *reason});
-  if (isListed) problems.insert(problems.end(), cutLinks.begin(), cutLinks.end());
-  return problems;
+bool FolderState::HoldsSameAs(const FolderState& other) const {
+  const auto isSameLink = [](const FolderProblem& left, const FolderProblem& right) {
+    return left.folder.substr(left.folder.rfind(u'/')) ==
+           right.folder.substr(right.folder.rfind(u'/'));
+  };
+  return kind == other.kind && listing.problem == other.listing.problem &&
+         AreSameNames(Files(), other.Files()) &&
+         std::equal(cutLinks.begin(), cutLinks.end(), other.cutLinks.begin(), other.cutLinks.end(),
+                    isSameLink);
 }
 
-Freshness FolderState::AskFreshness() const {
-  const auto path = NativeBytes(location);
-  if (!path) return Freshness::Gone;
-  if (listedOnce.IsBuilt()) {
-    const Freshness freshness = host::AskFreshness(*path, listing.stamp);
-    // What could not be listed then can be now.
-    const bool isThereAgain = listing.problem && freshness == Freshness::Unknown;
-    return isThereAgain ? Freshness::Stale : freshness;
-  }
-  return host::AskFreshness(*path, source != nullptr ? source->FindStamp(location) : std::nullopt);
+std::unique_ptr<FolderState> FolderState::CopyListed() {
+  std::unique_ptr<FolderState> copy(new FolderState(location, kind, source, Identity()));
+  copy->listedOnce.Call([&] {
+    copy->listingHasBegun = true;
+    copy->listing = CopyOf(listing);
+    copy->listingTime = listingTime;
+    copy->linkTargets = linkTargets;
+    copy->cutLinks = cutLinks;
+    copy->items.SetCount(listing.files.size());
+  });
+  return copy;
 }
 
 }  // namespace Corvane::PathManagement::host

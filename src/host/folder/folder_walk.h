@@ -1,7 +1,7 @@
 #ifndef SEARCHPATH_SRC_HOST_FOLDER_FOLDER_WALK_H
 #define SEARCHPATH_SRC_HOST_FOLDER_FOLDER_WALK_H
 
-#include "searchpath/host/folder_entry.h"
+#include "searchpath/model/path_entry_type.h"
 #include "searchpath/model/search_scope.h"
 
 #include <algorithm>
@@ -26,9 +26,9 @@ namespace Corvane::PathManagement::host {
 /// Calls visit(entry, depth) for `top`, at depth 0, and all entries below it, in path order, until
 /// it returns true; returns whether it did. A loop, not a recursion: folders nest deeper than
 /// stacks. An entry's own special folders are asked for only after it was visited.
-template <class Visit>
-bool WalkFolders(const std::shared_ptr<const FolderEntry>& top, const Visit& visit) {
-  std::vector<std::pair<std::shared_ptr<const FolderEntry>, std::size_t>> pending = {{top, 0}};
+template <class Folder, class Visit>
+bool WalkFolders(const std::shared_ptr<const Folder>& top, const Visit& visit) {
+  std::vector<std::pair<std::shared_ptr<const Folder>, std::size_t>> pending = {{top, 0}};
   while (!pending.empty()) {
     const auto [entry, depth] = std::move(pending.back());
     pending.pop_back();

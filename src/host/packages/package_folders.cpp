@@ -1,7 +1,7 @@
 #include "host/packages/package_folders.h"
 
 #include "host/folder/directory_scan.h"
-#include "host/folder/folder_state.h"
+#include "host/folder/entry_state.h"
 #include "searchpath/utilities/iri_conversion.h"
 #include "searchpath/utilities/packages_on_path.h"
 
@@ -35,7 +35,7 @@ GivenFolders WithPackageFolders(GivenFolders given, const PackageRegistry* regis
       // One at a time, since the answer does not tell which folder is whose.
       for (const AbsoluteIRI& folder : GetPathFoldersForPackages(*registry, {&package, 1})) {
         given.folders.push_back({{FolderSource::Package, GetStringFromIRI(folder), package},
-                                 {FolderState::CreateMainFolder(folder, source)}});
+                                 {CreateMainFolder(folder, source)}});
       }
     } catch (const foundation::storage::vfs::Exception&) {
       given.unlocated.push_back(ProblemOf(*registry->GetPackage(package)));

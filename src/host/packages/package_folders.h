@@ -1,7 +1,7 @@
 #ifndef SEARCHPATH_SRC_HOST_PACKAGES_PACKAGE_FOLDERS_H
 #define SEARCHPATH_SRC_HOST_PACKAGES_PACKAGE_FOLDERS_H
 
-#include "host/folder/listing_source.h"
+#include "host/folder/folder_listing.h"
 #include "host/path/path_view.h"
 #include "searchpath/host/known_package.h"
 #include "searchpath/host/package_registry.h"

@@ -1,6 +1,6 @@
 #include "host/path/hidden_folders.h"
 
-#include "host/folder/folder_state.h"
+#include "host/folder/entry_state.h"
 #include "searchpath/utilities/path_strings.h"
 
 #include <utility>
@@ -26,7 +26,7 @@ std::optional<std::size_t> HiddenFolders::FindHider(const IPathEntry& entry) con
   if (onDisk == nullptr) return FindAtOrAbove(entry.GetCanonicalAbsoluteIRI());
   FolderState& reached = StateOf(*onDisk);
   std::optional<std::size_t> hider;
-  static_cast<void>(reached.Chain().AnyBottom(reached.Canonical(), [&](const AbsoluteIRI& folder) {
+  static_cast<void>(reached.Identity().AnyBottom([&](const AbsoluteIRI& folder) {
     hider = FindAtOrAbove(folder);
     return hider.has_value();
   }));

@@ -2,7 +2,7 @@
 
 #include "host/common/parallel.h"
 #include "host/common/timed_message.h"
-#include "host/folder/folder_state.h"
+#include "host/folder/entry_state.h"
 #include "host/names/name_key.h"
 #include "host/names/short_hash.h"
 #include "searchpath/host/filename_comparison.h"

@@ -2,7 +2,7 @@
 
 #include "host/common/held_hash.h"
 #include "host/common/parallel.h"
-#include "host/folder/folder_state.h"
+#include "host/folder/entry_state.h"
 #include "host/folder/folder_walk.h"
 #include "host/names/shared_names.h"
 #include "host/path/path_view.h"

@@ -1,7 +1,7 @@
 #include "host/questions/shadow_search.h"
 
 #include "host/common/parallel.h"
-#include "host/folder/folder_state.h"
+#include "host/folder/entry_state.h"
 #include "host/names/folded_name.h"
 #include "host/names/shared_names.h"
 #include "host/path/path_view.h"

@@ -1,6 +1,6 @@
 #include "host/questions/similar_files.h"
 
-#include "host/folder/folder_state.h"
+#include "host/folder/entry_state.h"
 #include "searchpath/host/filename_comparison.h"
 #include "searchpath/model/byte_text.h"
 #include "searchpath/platform/filesystem.h"

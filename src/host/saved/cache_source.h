@@ -1,7 +1,7 @@
 #ifndef SEARCHPATH_SRC_HOST_SAVED_CACHE_SOURCE_H
 #define SEARCHPATH_SRC_HOST_SAVED_CACHE_SOURCE_H
 
-#include "host/folder/listing_source.h"
+#include "host/folder/folder_listing.h"
 #include "searchpath/host/path_entry_factory.h"
 
 #include <memory>

@@ -1,7 +1,7 @@
 #include "host/saved/listing_writer.h"
 
 #include "host/common/held_hash.h"
-#include "host/folder/folder_state.h"
+#include "host/folder/entry_state.h"
 #include "host/folder/folder_walk.h"
 #include "host/saved/listing_envelope.h"
 #include "saved_listing_generated.h"

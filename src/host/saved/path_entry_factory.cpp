@@ -1,6 +1,6 @@
 #include "searchpath/host/path_entry_factory.h"
 
-#include "host/folder/folder_state.h"
+#include "host/folder/entry_state.h"
 #include "host/saved/listing_writer.h"
 #include "host/saved/saved_source.h"
 #include "searchpath/utilities/iri_conversion.h"
@@ -20,7 +20,7 @@ void PathEntryFactory::ReadEntries(std::istream& stream, const AbsoluteIRI& root
   const auto mainFolders = read->MainFolders();
   made.reserve(mainFolders.size());
   for (const std::uint32_t place : mainFolders) {
-    made.push_back(FolderState::CreateMainFolder(read->Locations()[place], source));
+    made.push_back(CreateMainFolder(read->Locations()[place], source));
   }
   folders = std::move(made);
   saved = std::move(read);
@@ -42,7 +42,7 @@ FolderEntries PathEntryFactory::CreateSavedFolders() const {
   if (saved == nullptr) return all;
   const auto source = std::make_shared<const SavedSource>(std::vector{saved});
   for (const AbsoluteIRI& location : saved->Locations()) {
-    all.push_back(FolderState::CreateMainFolder(location, source));
+    all.push_back(CreateMainFolder(location, source));
   }
   return all;
 }

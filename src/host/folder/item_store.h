@@ -1,5 +1,5 @@
-#ifndef SEARCHPATH_SRC_HOST_FOLDER_REMEMBERED_ITEMS_H
-#define SEARCHPATH_SRC_HOST_FOLDER_REMEMBERED_ITEMS_H
+#ifndef SEARCHPATH_SRC_HOST_FOLDER_ITEM_STORE_H
+#define SEARCHPATH_SRC_HOST_FOLDER_ITEM_STORE_H
 
 #include "searchpath/model/path_item.h"
 
@@ -15,15 +15,15 @@ namespace Corvane::PathManagement::host {
 ///
 /// Threads: `Get` from any thread, without a lock.
 /// Cost: one pointer for each file, from the first `Get` on.
-class RememberedItems {
+class ItemStore {
  public:
-  RememberedItems() = default;
-  RememberedItems(const RememberedItems&) = delete;
-  RememberedItems& operator=(const RememberedItems&) = delete;
-  ~RememberedItems() {
+  ItemStore() = default;
+  ItemStore(const ItemStore&) = delete;
+  ItemStore& operator=(const ItemStore&) = delete;
+  ~ItemStore() {
     Slot* const all = slots.load(std::memory_order_relaxed);
     for (std::size_t index = 0; all != nullptr && index < count; ++index) {
-      if (Remembered* const kept = all[index].load(std::memory_order_relaxed)) Release(*kept);
+      if (Kept* const known = all[index].load(std::memory_order_relaxed)) Release(*known);
     }
     delete[] all;
   }
@@ -36,10 +36,10 @@ class RememberedItems {
   template <class Make>
   [[nodiscard]] const std::shared_ptr<const PathItem>& Get(std::size_t index, const Make& make) {
     Slot& slot = Slots()[index];
-    if (const Remembered* kept = slot.load(std::memory_order_acquire)) return kept->self;
-    const auto made = std::make_shared<Remembered>(make());
+    if (const Kept* known = slot.load(std::memory_order_acquire)) return known->self;
+    const auto made = std::make_shared<Kept>(make());
     made->self = std::shared_ptr<const PathItem>(made, &made->item);
-    Remembered* winner = nullptr;
+    Kept* winner = nullptr;
     if (slot.compare_exchange_strong(winner, made.get(), std::memory_order_acq_rel)) {
       winner = made.get();
     } else {
@@ -51,15 +51,15 @@ class RememberedItems {
  private:
   /// An item that owns itself, until the folder lets go of it: a look-up then touches the one
   /// allocation that holds the item, its owner and the count of owners.
-  struct Remembered {
-    explicit Remembered(PathItem&& newItem) : item(std::move(newItem)) {}
+  struct Kept {
+    explicit Kept(PathItem&& newItem) : item(std::move(newItem)) {}
     std::shared_ptr<const PathItem> self;
     PathItem item;
   };
-  using Slot = std::atomic<Remembered*>;
+  using Slot = std::atomic<Kept*>;
 
-  static void Release(Remembered& remembered) noexcept {
-    const std::shared_ptr<const PathItem> last = std::move(remembered.self);
+  static void Release(Kept& kept) noexcept {
+    const std::shared_ptr<const PathItem> last = std::move(kept.self);
   }
 
   Slot* Slots() {
@@ -78,4 +78,4 @@ class RememberedItems {
 
 }  // namespace Corvane::PathManagement::host
 
-#endif  // SEARCHPATH_SRC_HOST_FOLDER_REMEMBERED_ITEMS_H
+#endif  // SEARCHPATH_SRC_HOST_FOLDER_ITEM_STORE_H

@@ -1,0 +1,76 @@
+#ifndef SEARCHPATH_SRC_HOST_FOLDER_FOLDER_IDENTITY_H
+#define SEARCHPATH_SRC_HOST_FOLDER_FOLDER_IDENTITY_H
+
+#include "searchpath/model/absolute_iri.h"
+
+#include <algorithm>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+namespace Corvane::PathManagement::host {
+
+/// Which folder an entry stands for, and through which folders it was reached from the path: with
+/// them a link that leads back up is noticed. Between two links all folders from the top of a piece
+/// to its bottom were passed, so these two are all that is kept of it.
+class FolderIdentity {
+ public:
+  /// A folder that is on the path itself.
+  explicit FolderIdentity(AbsoluteIRI canonicalLocation)
+      : canonical(std::move(canonicalLocation)), top(canonical) {}
+
+  /// The location without links.
+  [[nodiscard]] const AbsoluteIRI& Canonical() const noexcept { return canonical; }
+
+  /// A folder directly below this one; `subfolder` is its canonical location.
+  [[nodiscard]] FolderIdentity Below(AbsoluteIRI subfolder) const {
+    FolderIdentity below = *this;
+    below.canonical = std::move(subfolder);
+    return below;
+  }
+
+  /// The folder `target`, reached through a link in this one.
+  [[nodiscard]] FolderIdentity BehindLink(AbsoluteIRI target) const {
+    FolderIdentity behind(std::move(target));
+    behind.aboveLinks = aboveLinks;
+    behind.aboveLinks.emplace_back(top, canonical);
+    return behind;
+  }
+
+  /// Whether this folder is `folder`, or was reached through it.
+  [[nodiscard]] bool HasComeThrough(const AbsoluteIRI& folder) const {
+    return IsBetween(top, folder, canonical) ||
+           std::any_of(aboveLinks.begin(), aboveLinks.end(), [&folder](const auto& piece) {
+             return IsBetween(piece.first, folder, piece.second);
+           });
+  }
+
+  /// Whether stop(folder) is true for this folder or for one that holds a link on the way to it.
+  template <class Stop>
+  [[nodiscard]] bool AnyBottom(const Stop& stop) const {
+    return stop(canonical) ||
+           std::any_of(aboveLinks.begin(), aboveLinks.end(),
+                       [&stop](const auto& piece) { return stop(piece.second); });
+  }
+
+ private:
+  [[nodiscard]] static bool IsAtOrBelow(const AbsoluteIRI& folder, const AbsoluteIRI& above) {
+    const std::u16string_view text = folder.toStringView();
+    const std::u16string_view prefix = above.toStringView();
+    return text.starts_with(prefix) &&
+           (text.size() == prefix.size() || prefix.ends_with(u'/') || text[prefix.size()] == u'/');
+  }
+
+  [[nodiscard]] static bool IsBetween(const AbsoluteIRI& first, const AbsoluteIRI& folder,
+                                      const AbsoluteIRI& last) {
+    return IsAtOrBelow(folder, first) && IsAtOrBelow(last, folder);
+  }
+
+  AbsoluteIRI canonical;
+  AbsoluteIRI top;                                              // of the piece behind the last link
+  std::vector<std::pair<AbsoluteIRI, AbsoluteIRI>> aboveLinks;  // top and bottom of each piece
+};
+
+}  // namespace Corvane::PathManagement::host
+
+#endif  // SEARCHPATH_SRC_HOST_FOLDER_FOLDER_IDENTITY_H
