@@ -6,6 +6,8 @@
 
 #include <sys/fsuid.h>
 #include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
 #include <optional>
 
@@ -93,6 +95,69 @@ TEST_F(FolderEntryTest, LinksThatLeadBackUpAreCut) {
   EXPECT_EQ(problems[0].reason, AbsolutizeError::LinkLoop);
 }
 
+TEST_F(FolderEntryTest, ALoopOfSeveralLinksIsCutWhereItCloses) {
+  for (const char* name : {"lib", "b", "c"}) tree.Folder(name);
+  tree.Link("../b", "lib/+b");
+  tree.Link("../c", "b/+c");
+  tree.Link("../lib", "c/+lib");
+  std::vector<std::shared_ptr<const IPathEntry>> visited;
+  lib->ForEachEntryInScope(kAllKindsScope,
+                           [&](const auto& below) { return visited.push_back(below), false; });
+  EXPECT_EQ(Shown(visited, tree), "lib lib/+b lib/+b/+c");
+}
+
+/// A process that has ended and that nobody has waited for: its folder "net" opens but cannot be
+/// read.
+class EndedProcess {
+ public:
+  EndedProcess() : process(fork()) {
+    if (process == 0) _exit(0);
+    siginfo_t ended{};
+    waitid(P_PID, static_cast<id_t>(process), &ended, WEXITED | WNOWAIT);
+  }
+  EndedProcess(const EndedProcess&) = delete;
+  EndedProcess& operator=(const EndedProcess&) = delete;
+  ~EndedProcess() { waitpid(process, nullptr, 0); }
+
+  [[nodiscard]] std::string Path() const { return "/proc/" + std::to_string(process); }
+
+ private:
+  pid_t process;
+};
+
+TEST_F(FolderEntryTest, AFolderThatCannotBeReadToItsEndHasAProblem) {
+  const EndedProcess process;
+  tree.Link(process.Path() + "/net", "net");
+  const auto entry = FolderEntry::Create(tree.IRI("net"));
+  EXPECT_TRUE(entry->GetProblems().empty()) << "it opens";
+  EXPECT_TRUE(entry->GetItems()->empty());
+  ASSERT_EQ(entry->GetProblems().size(), 1U);
+  EXPECT_EQ(entry->GetProblems()[0].reason, AbsolutizeError::Other);
+}
+
+TEST_F(FolderEntryTest, AProblemThatComesOrGoesMakesANewVersion) {
+  FolderEntries path = {lib};
+  EXPECT_EQ(lib->GetItemCount(), 0U);
+  for (const bool isThere : {true, false}) {
+    EXPECT_EQ(RefreshFolders(path), path);
+    isThere ? tree.Folder("lib") : void(std::filesystem::remove(tree.Path("lib")));
+    const FolderEntries before = std::exchange(path, RefreshFolders(path));
+    EXPECT_NE(path, before) << (isThere ? "came" : "went");
+    EXPECT_EQ(path[0]->GetItemCount(), 0U);
+  }
+}
+
+TEST_F(FolderEntryTest, AFileIsTheSameWhicheverWayItsFolderWasReached) {
+  tree.Files({"lib/f", "other/f"});
+  tree.Link("lib", "link");
+  const FolderPath path({lib});
+  const auto changesTo = [&](const std::string& folder) {
+    return FindNameChanges(path, FolderPath({FolderEntry::Create(tree.IRI(folder))})).size();
+  };
+  EXPECT_EQ(changesTo("link"), 0U);
+  EXPECT_EQ(changesTo("other"), 1U);
+}
+
 /// Asks the disk as an unprivileged user, also when the tests run as root.
 class Unprivileged {
  public:
@@ -130,6 +195,9 @@ TEST_F(FolderEntryTest, FoldersThatCannotBeReadAreEmptyAndSayWhy) {
       EXPECT_EQ(problems[0].reason, reason) << when;
       EXPECT_EQ(problems[0].folder, GetStringFromIRI(location)) << when;
       EXPECT_TRUE(entry->GetItems()->empty());
+    }
+    if (reason == AbsolutizeError::LinkLoop) {  // cannot be resolved
+      EXPECT_EQ(entry->GetCanonicalAbsoluteIRI(), CanonicalAbsoluteIRI(location, u""));
     }
   }
 }

@@ -1,3 +1,4 @@
+#include "saved_listing_generated.h"
 #include "searchpath/utilities/toolbox_path_cache.h"
 #include "support/shown.h"
 
@@ -11,6 +12,7 @@
 #include <chrono>
 #include <cstring>
 #include <functional>
+#include <map>
 #include <random>
 #include <sstream>
 #include <tuple>
@@ -50,13 +52,28 @@ std::string Written(const FolderEntries& folders, const AbsoluteIRI& root) {
   return stream.str();
 }
 
-/// A stream that cannot be sought.
+/// A stream that cannot be sought; where it stands and how long it is may be asked on demand.
 struct Pipe : std::stringbuf {
   using std::stringbuf::stringbuf;
-  pos_type seekoff(off_type, std::ios_base::seekdir, std::ios_base::openmode) override {
-    return {off_type(-1)};
+  pos_type seekoff(off_type by, std::ios_base::seekdir from, std::ios_base::openmode) override {
+    return isMeasured ? std::stringbuf::seekoff(by, from, std::ios_base::in) : pos_type(-1);
   }
+  pos_type seekpos(pos_type, std::ios_base::openmode) override { return {off_type(-1)}; }
+  bool isMeasured = false;
 };
+
+/// The file that holds `body`.
+std::string Enveloped(const std::string& body) {
+  const std::uint64_t numbers[] = {body.size(), XXH3_64bits(body.data(), body.size())};
+  return "searchpath listing 1\n" +
+         std::string(reinterpret_cast<const char*>(numbers), sizeof(numbers)) + body;
+}
+
+/// A file like `bytes`, but with `to` in place of `from` in its body.
+std::string Edited(const std::string& bytes, const std::string& from, const std::string& to) {
+  std::string body = bytes.substr(21 + 8 + 8);  // the first line, the length, the checksum
+  return Enveloped(body.replace(body.find(from), from.size(), to));
+}
 
 PathEntryFactory Read(const std::string& bytes, const AbsoluteIRI& root, ListingUse use = {}) {
   Pipe pipe(bytes);
@@ -135,19 +152,17 @@ TEST(PathEntryFactoryTest, AMovedTreeKeepsItsCacheAndIsNotReadAgain) {
   const TemporaryTree tree;
   tree.Files({"old/lib/cached", "old/lib/+p/g", "elsewhere/h"});
   AgeAll(tree.Path());
-  auto bytes = Written(ScanOf(tree, {"old/lib", "elsewhere", "old"}), tree.IRI("old"));
+  const std::string outside = "old/lib/../../elsewhere";  // only seems to stand below the root
+  const auto scanned = ScanOf(tree, {"old/lib", "elsewhere", "old", outside});
   // Names that are on no disk show where they come from.
-  bytes.replace(bytes.find("cached"), 6, "invent");
-  constexpr std::size_t header = 21 + 8 + 8;  // the first line, the length, the checksum
-  const auto checksum = XXH3_64bits(bytes.data() + header, bytes.size() - header);
-  std::memcpy(bytes.data() + header - 8, &checksum, 8);
+  const auto bytes = Edited(Written(scanned, tree.IRI("old")), "cached", "invent");
   fs::copy(tree.Path("old"), tree.Path("copy"), fs::copy_options::recursive);
   fs::rename(tree.Path("old"), tree.Path("moved"));
   AgeAll(tree.Path("copy"));
   const std::pair<std::string, std::string> rows[] = {{"copy", "cached"}, {"moved", "invent"}};
   for (const auto& [root, file] : rows) {
     const auto cache = Read(bytes, tree.IRI(root));
-    EXPECT_EQ(Shown(cache.GetFolders(), tree), root + "/lib elsewhere " + root);
+    EXPECT_EQ(Shown(cache.GetFolders(), tree), root + "/lib elsewhere " + root + " " + outside);
     for (const std::string& name : {file, std::string("+p/g")}) {
       const auto found = Environment(cache).FindAll({.name = TextFromBytes(name)});
       EXPECT_EQ(Shown(found, tree), root + "/lib/" + name);
@@ -188,6 +203,21 @@ TEST(PathEntryFactoryTest, FreshnessSaysWhatBecameOfAFolder) {
     EXPECT_EQ(scanned[0]->GetFreshness(), expected) << name;
     EXPECT_EQ(cached[0]->GetFreshness(), expected) << name;
   }
+}
+
+TEST(PathEntryFactoryTest, AnotherFolderOfTheSameTimesIsNotFresh) {
+  const TemporaryTree tree;
+  tree.Folder("d");
+  Age(tree.Path("d"));
+  struct stat status{};
+  ASSERT_EQ(stat(tree.Path("d").c_str(), &status), 0);
+  const auto bytesOf = [](ino_t inode) {
+    return std::string(reinterpret_cast<const char*>(&inode), sizeof inode);
+  };
+  const auto bytes = Written(ScanOf(tree, {"d"}), tree.IRI());
+  const auto other = Edited(bytes, bytesOf(status.st_ino), bytesOf(status.st_ino + 1));
+  EXPECT_EQ(Read(bytes, tree.IRI()).GetFolders()[0]->GetFreshness(), Freshness::Fresh);
+  EXPECT_EQ(Read(other, tree.IRI()).GetFolders()[0]->GetFreshness(), Freshness::Stale);
 }
 
 TEST(PathEntryFactoryTest, ARecordOfWhatWasHoldsOn) {
@@ -253,6 +283,129 @@ TEST(PathEntryFactoryTest, WhatIsNotWholeIsRefused) {
   for (const auto& [content, expected] : rows) {
     EXPECT_NE(Refusal(content, tree.IRI()).find(expected), std::string::npos)
         << testing::PrintToString(content) << ": " << Refusal(content, tree.IRI());
+  }
+}
+
+struct SavedNames {
+  std::string bytes;
+  std::vector<std::uint32_t> begins;
+};
+
+struct SavedFolder {
+  std::string location = "d";
+  saved::Place place = saved::Place::BelowRoot;
+  std::uint8_t problem = 0;
+  SavedNames files = {std::string("f\0ff\0", 5), {0, 2}};
+  SavedNames folders = {std::string("+p\0s\0", 5), {0, 3}};
+  SavedNames links = {std::string("l\0", 2), {0}};
+  std::vector<std::uint8_t> targets = {1};
+};
+
+/// A file that says what writers never would; the same names stand in it once.
+std::string Saved(const std::vector<SavedFolder>& folders, std::uint32_t onPath = 0) {
+  flatbuffers::FlatBufferBuilder builder;
+  const auto vectorOf = [&builder](const std::string& bytes) {
+    return builder.CreateVector(reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size());
+  };
+  std::map<std::string, flatbuffers::Offset<saved::Names>> written;
+  const auto write = [&](const SavedNames& names) {
+    auto& known = written[names.bytes];
+    if (known.IsNull()) {
+      known =
+          saved::CreateNames(builder, vectorOf(names.bytes), builder.CreateVector(names.begins));
+    }
+    return known;
+  };
+  std::vector<flatbuffers::Offset<saved::Folder>> all;
+  for (const SavedFolder& folder : folders) {
+    const auto files = write(folder.files);
+    const auto below = write(folder.folders);
+    const auto links = write(folder.links);
+    const auto targets = builder.CreateVector(folder.targets);
+    all.push_back(saved::CreateFolder(builder, vectorOf(folder.location), folder.place, true,
+                                      folder.problem, nullptr, files, below, links, targets));
+  }
+  const auto tables = builder.CreateVector(all);
+  builder.Finish(saved::CreateListing(builder, tables, builder.CreateVector(&onPath, 1)));
+  return Enveloped({reinterpret_cast<const char*>(builder.GetBufferPointer()), builder.GetSize()});
+}
+
+TEST(PathEntryFactoryTest, WhatNoWriterSaysIsRefused) {
+  const AbsoluteIRI root(u"file:///root");
+  const auto names = [](const std::string& bytes, std::vector<std::uint32_t> begins) {
+    return SavedNames{bytes, std::move(begins)};
+  };
+  using namespace std::string_literals;
+  using Doing = std::function<void(SavedFolder&)>;
+  const std::pair<const char*, Doing> rows[] = {
+      {"", [](auto&) {}},
+      {"", [](auto& folder) { folder.location = "", folder.problem = 9; }},
+      {"a folder has no place", [](auto& folder) { folder.place = saved::Place(3); }},
+      {"a problem is unknown", [](auto& folder) { folder.problem = 10; }},
+      {"a link has no target", [](auto& folder) { folder.targets.clear(); }},
+      {"a link has no target", [](auto& folder) { folder.targets = {0, 0}; }},
+      {"the target of a link is unknown", [](auto& folder) { folder.targets = {3}; }},
+      {"names have no end", [&](auto& folder) { folder.files = names("f", {0}); }},
+      {"names have no end", [&](auto& folder) { folder.files = names("", {}); }},
+      {"names have no end", [&](auto& folder) { folder.files = names("f\0"s, {1}); }},
+      {"names have no end", [&](auto& folder) { folder.files = names("f\0g\0"s, {0}); }},
+      {"a name begins nowhere", [&](auto& folder) { folder.files = names("f\0g\0"s, {0, 3}); }},
+      {"a name begins nowhere", [&](auto& folder) { folder.files = names("f\0g\0"s, {0, 0}); }},
+      {"a name begins nowhere", [&](auto& folder) { folder.files = names("f\0g\0"s, {0, 4}); }},
+      {"a name is empty", [&](auto& folder) { folder.files = names("f\0\0"s, {0, 2}); }},
+      {"a name has a separator", [&](auto& folder) { folder.files = names("../f\0"s, {0}); }},
+      {"a name has a separator", [&](auto& folder) { folder.folders = names("+p/g\0"s, {0}); }},
+      {"a name has a separator", [&](auto& folder) { folder.links = names("/\0"s, {0}); }},
+      {"a name is \".\"", [&](auto& folder) { folder.files = names(".\0"s, {0}); }},
+      {"a name is \".\"", [&](auto& folder) { folder.folders = names("s\0..\0"s, {0, 2}); }},
+      {"a name is \".\"", [&](auto& folder) { folder.links = names("..\0"s, {0}); }},
+      {"", [&](auto& folder) { folder.files = names("...\0..f\0.f\0"s, {0, 4, 8}); }},
+      {"a folder is there twice", [&](auto& folder) { folder.folders = names("s\0s\0"s, {0, 2}); }},
+      {"a folder is there twice", [&](auto& folder) { folder.links = names("s\0"s, {0}); }},
+      {"begins with a separator", [](auto& folder) { folder.location = "/d"; }},
+      {"a location is", [](auto& folder) { folder.place = saved::Place::Absolute; }},
+      {"a location is", [](auto& folder) { folder.place = saved::Place::Elsewhere; }},
+      {"a location is", [](auto& folder) { folder.location = "a\0b"s; }}};
+  for (const auto& [expected, change] : rows) {
+    SavedFolder folder;
+    change(folder);
+    const std::string refusal = Refusal(Saved({folder}), root);
+    EXPECT_EQ(refusal.empty(), *expected == '\0') << refusal;
+    EXPECT_NE(refusal.find(expected), std::string::npos)
+        << &change - &rows[0].second << ": " << expected << ", not " << refusal;
+  }
+  SavedFolder large;
+  large.files = names(std::string(4000, 'f') + '\0', {0});
+  const SavedFolder small{.location = "e"};
+  SavedFolder other = large;
+  other.location = "e";
+  EXPECT_EQ(Refusal(Saved({large, small}, 1), root), "");
+  EXPECT_NE(Refusal(Saved({large, small}, 2), root).find("not there"), std::string::npos);
+  EXPECT_NE(Refusal(Saved({large, other}), root).find("several times"), std::string::npos);
+  EXPECT_NE(Refusal(Saved({small, small}), root).find("there twice"), std::string::npos);
+  EXPECT_NE(Refusal(Enveloped("no tables"), root).find("do not fit"), std::string::npos);
+  EXPECT_NE(Refusal(Saved({small}), AbsoluteIRI(u"http://root")).find("below a folder on disk"),
+            std::string::npos);
+}
+
+TEST(PathEntryFactoryTest, ALargeFileIsReadFromAnyStream) {
+  SavedFolder folder;
+  folder.files = {};
+  for (std::uint32_t file = 0; file < 300'000; ++file) {  // more than is read at once
+    folder.files.begins.push_back(static_cast<std::uint32_t>(folder.files.bytes.size()));
+    folder.files.bytes += std::to_string(file) + '\0';
+  }
+  const std::string bytes = Saved({folder});
+  const auto read = Read(bytes, AbsoluteIRI(u"file:///root"), ListingUse::AsSaved).GetFolders();
+  EXPECT_EQ(read[0]->GetItemCount(), 300'001U);  // and the link
+  Pipe measured(bytes);
+  measured.isMeasured = true;
+  std::istream stream(&measured);
+  try {
+    PathEntryFactory().ReadEntries(stream, AbsoluteIRI(u"file:///root"));
+    ADD_FAILURE() << "it was read from its end";
+  } catch (const InvalidListingException& refused) {
+    EXPECT_STREQ(refused.what(), "it cannot be read: seeking failed");
   }
 }
 

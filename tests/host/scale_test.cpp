@@ -148,6 +148,10 @@ TEST(ScaleTest, DeepNestingNeedsLittleStackAndFewDescriptors) {
     const auto found = path.FindFirstInScope(kAll, SearchTarget(u"deep.x"), kExact);
     ASSERT_TRUE(found);
     EXPECT_EQ(path.GetMainEntryForEntry(*found->GetPathEntry()), (*path.GetMainEntries())[0]);
+    const auto deepest = FolderEntry::Create(found->GetPathEntry()->GetAbsoluteIRI());
+    EXPECT_TRUE(deepest->GetProblems().empty());
+    EXPECT_EQ(deepest->GetItemCount(), 1U);
+    EXPECT_NE(deepest->GetFreshness(), host::Freshness::Gone);
   });
   setrlimit(RLIMIT_NOFILE, &limit);
   for (std::size_t level = 0; level < levels; ++level) {
