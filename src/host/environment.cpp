@@ -3,6 +3,7 @@
 #include "host/folder/entry_state.h"
 #include "host/packages/package_folders.h"
 #include "host/path/path_view.h"
+#include "host/questions/explanation.h"
 #include "host/questions/file_search.h"
 #include "host/questions/folder_search.h"
 #include "host/questions/path_examination.h"

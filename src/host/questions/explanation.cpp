@@ -1,4 +1,4 @@
-#include "searchpath/host/explanation.h"
+#include "host/questions/explanation.h"
 
 #include "host/common/held_hash.h"
 #include "host/path/path_view.h"

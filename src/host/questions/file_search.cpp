@@ -1,11 +1,10 @@
 #include "host/questions/file_search.h"
 
 #include "host/path/path_view.h"
+#include "searchpath/model/search_scope.h"
 #include "text/separators.h"
 
 #include <algorithm>
-#include <array>
-#include <cstdint>
 #include <iterator>
 #include <utility>
 
@@ -16,25 +15,22 @@ namespace {
 using PathManagement::detail::HasSeparator;
 using PathManagement::detail::SearchTarget;
 
-constexpr std::array<std::uint32_t, 1> kMainKinds = {0};
-constexpr std::array<std::uint32_t, 5> kAllKinds = {0, 1, 2, 3, 4};
-
-/// One look-up, with or without somebody who listens. Who listens hears of all folders; then those
-/// that the path does not show are asked too, and what they answer is taken away.
+/// One look-up. When it is observed, it asks the folders that the path does not show as well, and
+/// takes their files out of the answer.
 class FileSearch {
  public:
   FileSearch(const PathView& searchView, const SearchTarget& searchTarget,
-             FilenameMatchingPolicy searchPolicy, ILookupObserver* listener)
+             FilenameMatchingPolicy searchPolicy, ILookupObserver* lookupObserver)
       : view(searchView),
         folders(*searchView.GetAll().GetPath()),
         target(searchTarget),
         policy(searchPolicy),
-        observer(listener) {}
+        observer(lookupObserver) {}
 
   [[nodiscard]] std::vector<FoundItem> Run(const std::optional<AbsoluteIRI>& asker) const {
     std::vector<FoundItem> all;
     if (HasSeparator(target.GetName())) {
-      all = InScope({kAllKinds.data(), kAllKinds.size()});
+      all = InScope(kAllKindsScope);
     } else {
       if (asker) all = InPrivateFolderOf(*asker);
       const auto onPath = OnPath();
@@ -67,12 +63,11 @@ class FileSearch {
 
   /// The matches in ordinary folders and those in the method entries of that name, in path order.
   [[nodiscard]] std::vector<FoundItem> OnPath() const {
-    const SearchScope scope(kMainKinds.data(), kMainKinds.size());
-    auto ordinary = InScope(scope);
+    auto ordinary = InScope(kMainScope);
     std::vector<FoundItem> methods;
     const IPath& asked = observer == nullptr ? *view.GetPath() : folders;
     for (const auto& entry : asked.GetMethodEntriesByName(
-             scope, target.GetName(), FilenameMatchingPolicy::FileSystemDefault)) {
+             kMainScope, target.GetName(), FilenameMatchingPolicy::FileSystemDefault)) {
       const auto files = In(entry);
       methods.insert(methods.end(), files.begin(), files.end());
     }
@@ -90,7 +85,7 @@ class FileSearch {
   const FolderPath& folders;  // all of them
   const SearchTarget& target;
   FilenameMatchingPolicy policy;
-  ILookupObserver* observer;  // null when nobody listens
+  ILookupObserver* observer;  // may be null
 };
 
 }  // namespace

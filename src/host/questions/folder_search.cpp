@@ -6,14 +6,10 @@
 #include "searchpath/utilities/partial_pathname.h"
 
 #include <algorithm>
-#include <array>
-#include <cstdint>
 
 namespace Corvane::PathManagement::host {
 
 namespace {
-
-constexpr std::array<std::uint32_t, 5> kAllKinds = {0, 1, 2, 3, 5};
 
 bool IsAbsolute(const ustring& name) {
   namespace names = fl::filesystem::detail;
@@ -25,13 +21,13 @@ bool IsAbsolute(const ustring& name) {
 std::vector<std::shared_ptr<const IPathEntry>> FindFoldersNamed(const IPath& path,
                                                                 const WorkingFolder& workingFolder,
                                                                 const FolderLookup& lookup) {
-  const SearchScope scope(kAllKinds.data(), kAllKinds.size());
   if (!lookup.isLiteral || lookup.name.empty() || IsAbsolute(lookup.name)) {
-    return GetMatchingEntries(scope, lookup.name, path, workingFolder, lookup.policy);
+    return GetMatchingEntries(kAllKindsAndResourcesScope, lookup.name, path, workingFolder,
+                              lookup.policy);
   }
   const auto partial = SplitPartialPathname(lookup.name);
   std::vector<std::shared_ptr<const IPathEntry>> matches;
-  path.ForEachEntry(scope, [&](const auto& entry) {
+  path.ForEachEntry(kAllKindsAndResourcesScope, [&](const auto& entry) {
     if (DoesPartialPathnameStrictlyMatchPathEntryIRI(partial, *entry, lookup.policy)) {
       matches.push_back(entry);
     }

@@ -8,15 +8,14 @@
 #include "host/path/path_view.h"
 #include "searchpath/host/native_location.h"
 #include "searchpath/model/byte_text.h"
+#include "searchpath/model/search_scope.h"
 #include "searchpath/utilities/iri_conversion.h"
 
 #include <boost/unordered/unordered_flat_map.hpp>
 #include <boost/unordered/unordered_flat_set.hpp>
 
 #include <algorithm>
-#include <array>
 #include <cstddef>
-#include <cstdint>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -163,10 +162,8 @@ class Examiner {
   }
 
   void AddCollision(const ustring& name) {
-    static constexpr std::uint32_t kMainKind = 0;
-    const auto files =
-        view.GetPath()->FindAllInScope({&kMainKind, 1}, PathManagement::detail::SearchTarget(name),
-                                       FilenameMatchingPolicy::IgnoreCase);
+    const auto files = view.GetPath()->FindAllInScope(
+        kMainScope, PathManagement::detail::SearchTarget(name), FilenameMatchingPolicy::IgnoreCase);
     const auto first = files.front().GetPathEntry();
     PathFinding& finding =
         Add(FindingKind::CaseCollision, *first, view.GetAll().GetOrigin(*first).folder);

@@ -3,6 +3,7 @@
 #include "host/folder/entry_state.h"
 #include "searchpath/host/filename_comparison.h"
 #include "searchpath/model/byte_text.h"
+#include "searchpath/model/search_scope.h"
 #include "searchpath/platform/filesystem.h"
 #include "searchpath/utilities/partial_pathname.h"
 #include "text/separators.h"
@@ -23,8 +24,6 @@ namespace Corvane::PathManagement::host {
 namespace {
 
 using PathManagement::detail::SearchTarget;
-
-constexpr std::array<std::uint32_t, 5> kAllKinds = {0, 1, 2, 3, 5};
 
 std::u16string_view WithoutExtension(const ustring& name) {
   const std::size_t length = fl::filesystem::detail::extract_extension(name).size();
@@ -183,7 +182,7 @@ std::vector<std::shared_ptr<const IPathEntry>> FindFoldersLike(const IPath& path
   const ustring& wanted = parts.back();
   std::vector<std::shared_ptr<const IPathEntry>> sameButForCase;
   std::vector<std::shared_ptr<const IPathEntry>> oneLetterOff;
-  path.ForEachEntry({kAllKinds.data(), kAllKinds.size()}, [&](const auto& entry) {
+  path.ForEachEntry(kAllKindsAndResourcesScope, [&](const auto& entry) {
     const ustring whole = entry->GetCanonicalAbsoluteIRI().getName();
     const bool hasPrefix = whole.starts_with(u'+') || whole.starts_with(u'@');
     for (const ustring& candidate : {whole, hasPrefix ? whole.substr(1) : whole}) {
