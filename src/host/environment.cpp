@@ -87,12 +87,12 @@ std::vector<std::shared_ptr<const FolderEntry>> Environment::GetMainFolders() co
 }
 
 FolderOrigin Environment::FindOrigin(const IPathEntry& entry) const {
-  return view->GetAll().GetOrigin(entry);
+  return view->GetOrigin(entry);
 }
 
 std::unique_ptr<MainSearchPathManager> Environment::CreateManager() const {
   auto manager = std::make_unique<MainSearchPathManager>(GetMainFolders());
-  manager->SetKnownPackages(FindKnownPackages(view->GetAll().GetGiven()));
+  manager->SetKnownPackages(FindKnownPackages(view->GetGivenFolders()));
   return manager;
 }
 

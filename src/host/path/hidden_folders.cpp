@@ -7,21 +7,16 @@
 
 namespace Corvane::PathManagement::host {
 
-HiddenFolders::HiddenFolders(std::vector<std::shared_ptr<const FolderEntry>> folders,
+HiddenFolders::HiddenFolders(std::vector<std::shared_ptr<const FolderEntry>> hiddenFolders,
                              FolderExpansion folderExpansion)
-    : FolderPath(std::move(folders)), expansion(folderExpansion) {
-  const auto& hidden = GetMainFolders();
-  for (std::size_t number = 0; number < hidden.size(); ++number) {
-    numbers.emplace(hidden[number]->GetCanonicalAbsoluteIRI(), number);
+    : folders(std::move(hiddenFolders)), expansion(folderExpansion) {
+  for (std::size_t index = 0; index < folders.size(); ++index) {
+    indices.emplace(folders[index]->GetCanonicalAbsoluteIRI(), index);
   }
 }
 
-bool HiddenFolders::IsEntryOnPath(const IPathEntry& entry) const {
-  return FindHider(entry).has_value();
-}
-
 std::optional<std::size_t> HiddenFolders::FindHider(const IPathEntry& entry) const {
-  if (numbers.empty()) return std::nullopt;
+  if (folders.empty()) return std::nullopt;
   const auto* const onDisk = dynamic_cast<const FolderEntry*>(&entry);
   if (onDisk == nullptr) return FindAtOrAbove(entry.GetCanonicalAbsoluteIRI());
   FolderState& reached = StateOf(*onDisk);
@@ -35,8 +30,8 @@ std::optional<std::size_t> HiddenFolders::FindHider(const IPathEntry& entry) con
 
 std::optional<std::size_t> HiddenFolders::FindAtOrAbove(AbsoluteIRI folder) const {
   while (true) {
-    const auto found = numbers.find(folder);
-    if (found != numbers.end()) return found->second;
+    const auto found = indices.find(folder);
+    if (found != indices.end()) return found->second;
     const bool belongsToParent =
         folder.hasParent() &&
         (expansion == FolderExpansion::Recursive ||

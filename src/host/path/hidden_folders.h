@@ -2,8 +2,8 @@
 #define SEARCHPATH_SRC_HOST_PATH_HIDDEN_FOLDERS_H
 
 #include "host/common/held_hash.h"
+#include "searchpath/host/folder_entry.h"
 #include "searchpath/host/folder_expansion.h"
-#include "searchpath/host/folder_path.h"
 
 #include <boost/unordered/unordered_flat_map.hpp>
 
@@ -14,28 +14,34 @@
 
 namespace Corvane::PathManagement::host {
 
-/// Folders that are hidden from a path, as the entry filter of a `FilteredPath`.
+/// Folders that are hidden from a path.
 ///
-/// An entry of another path is on this one when it is for such a folder or has been reached through
-/// one: as a special folder below it, or as any folder where folders are expanded. That a link in
-/// such a folder leads to the entry's own does not matter: it has been reached in another way.
+/// Such a folder hides the entries for it, and the entries that were reached through it: those for
+/// the special folders below it and, where folders are expanded, for all folders below it. A link
+/// in a hidden folder hides nothing at its target: an entry for the target that was reached in
+/// another way is shown.
 ///
+/// Threads: all operations, from any thread.
 /// Cost: lists no folder; one hash probe for most entries.
-class HiddenFolders : public FolderPath {
+class HiddenFolders {
  public:
-  HiddenFolders(std::vector<std::shared_ptr<const FolderEntry>> folders,
+  HiddenFolders(std::vector<std::shared_ptr<const FolderEntry>> hiddenFolders,
                 FolderExpansion folderExpansion);
 
-  [[nodiscard]] bool IsEntryOnPath(const IPathEntry& entry) const override;
+  /// As they were handed over.
+  [[nodiscard]] const std::vector<std::shared_ptr<const FolderEntry>>& GetFolders() const noexcept {
+    return folders;
+  }
 
-  /// Which of the folders hides `entry`, by number; empty when none does.
+  /// The index of the folder that hides `entry`; empty when none does.
   [[nodiscard]] std::optional<std::size_t> FindHider(const IPathEntry& entry) const;
 
  private:
   [[nodiscard]] std::optional<std::size_t> FindAtOrAbove(AbsoluteIRI folder) const;
 
+  std::vector<std::shared_ptr<const FolderEntry>> folders;
   FolderExpansion expansion;
-  boost::unordered_flat_map<AbsoluteIRI, std::size_t, HeldHash> numbers;
+  boost::unordered_flat_map<AbsoluteIRI, std::size_t, HeldHash> indices;  // by canonical location
 };
 
 }  // namespace Corvane::PathManagement::host

@@ -1,6 +1,7 @@
 #include "host/path/path_view.h"
 
 #include "host/common/held_hash.h"
+#include "searchpath/utilities/concatenated_path.h"
 #include "searchpath/utilities/deduplicated_path.h"
 #include "searchpath/utilities/filtered_path.h"
 
@@ -28,33 +29,40 @@ std::shared_ptr<const FolderPath> PathOf(const std::vector<Given>& given) {
 std::shared_ptr<const IPath> WithoutRepeats(const std::shared_ptr<const IPath>& path) {
   auto once =
       std::make_shared<const DeduplicatedPath>(std::vector<std::shared_ptr<const IPath>>{path});
-  // Once its list is built, its traversals visit all that hangs below each main entry. Built at
-  // once, so that they do from the first on: a folder may be a main entry and hang below another.
+  // Its traversals visit what is below each main entry only once its list is built. Built here, so
+  // that the first traversal does so too: one folder may be a main entry and below another.
   static_cast<void>(once->GetMainEntries());
   return once;
 }
 
-}  // namespace
+/// The entry filter for a `FilteredPath`, which asks its filter one question only. So this path has
+/// no entries of its own to hand out; it answers for the entries of others.
+class HiddenEntries : public ConcatenatedPath {
+ public:
+  explicit HiddenEntries(std::shared_ptr<const HiddenFolders> hiddenFolders)
+      : ConcatenatedPath(std::vector<std::shared_ptr<const IPath>>()),
+        folders(std::move(hiddenFolders)) {}
 
-GivenPath::GivenPath(std::vector<Given> givenFolders)
-    : given(std::move(givenFolders)), path(PathOf(given)) {
-  for (std::size_t number = 0; number < given.size(); ++number) {
-    for (const auto& entry : given[number].entries) givenBy.emplace(entry.get(), number);
+  [[nodiscard]] bool IsEntryOnPath(const IPathEntry& entry) const override {
+    return folders->FindHider(entry).has_value();
   }
-}
 
-const FolderOrigin& GivenPath::GetOrigin(const IPathEntry& entry) const {
-  auto found = givenBy.find(&entry);
-  if (found == givenBy.end()) found = givenBy.find(path->GetMainEntryForEntry(entry).get());
-  return given[found->second].origin;
-}
+ private:
+  std::shared_ptr<const HiddenFolders> folders;
+};
+
+}  // namespace
 
 PathView::PathView(GivenFolders givenFolders, const GivenFolders& hiddenFolders,
                    FolderExpansion expansion, bool keepDuplicates)
-    : all(std::move(givenFolders.folders)),
+    : given(std::move(givenFolders.folders)),
       unlocated(std::move(givenFolders.unlocated)),
+      wholePath(PathOf(given)),
       dropsRepeats(!keepDuplicates),
-      path(all.GetPath()) {
+      path(wholePath) {
+  for (std::size_t index = 0; index < given.size(); ++index) {
+    for (const auto& entry : given[index].entries) givenBy.emplace(entry.get(), index);
+  }
   Folders folders;
   for (const Given& folder : hiddenFolders.folders) {
     folders.push_back(folder.entries.front());
@@ -64,12 +72,25 @@ PathView::PathView(GivenFolders givenFolders, const GivenFolders& hiddenFolders,
     unlocatedHidden.push_back(problem.folder);
   }
   hidden = std::make_shared<const HiddenFolders>(std::move(folders), expansion);
-  const bool hides = !hiddenTexts.empty();
-  // Hidden ones first, so that none is taken for the first of a folder that is shown elsewhere; and
-  // last, since traversals without repeats ask the main entries for all that hangs below them.
-  if (hides && dropsRepeats) path = std::make_shared<const FilteredPath>(path, hidden);
-  if (dropsRepeats) path = WithoutRepeats(path);
-  if (hides) path = std::make_shared<const FilteredPath>(path, hidden);
+  const auto hide = [this] {
+    if (hiddenTexts.empty()) return;
+    path =
+        std::make_shared<const FilteredPath>(path, std::make_shared<const HiddenEntries>(hidden));
+  };
+  if (dropsRepeats) {
+    // Before repeats are dropped, so that a hidden entry is never the one that is kept of a folder
+    // that is shown elsewhere.
+    hide();
+    path = WithoutRepeats(path);
+  }
+  // Also after that, since traversals without repeats ask the main entries for what is below them.
+  hide();
+}
+
+const FolderOrigin& PathView::GetOrigin(const IPathEntry& entry) const {
+  auto found = givenBy.find(&entry);
+  if (found == givenBy.end()) found = givenBy.find(wholePath->GetMainEntryForEntry(entry).get());
+  return given[found->second].origin;
 }
 
 Folders PathView::GetMainFolders() const {
@@ -83,8 +104,8 @@ Folders PathView::GetMainFolders() const {
 }
 
 const ustring* PathView::FindHider(const IPathEntry& entry) const {
-  const auto number = hidden->FindHider(entry);
-  return number ? &hiddenTexts[*number] : nullptr;
+  const auto hider = hidden->FindHider(entry);
+  return hider ? &hiddenTexts[*hider] : nullptr;
 }
 
 void PathView::RemoveUnseen(std::vector<FoundItem>& files) const {
@@ -101,7 +122,7 @@ void PathView::RemoveUnseen(std::vector<FoundItem>& files) const {
 std::vector<FolderProblem> PathView::FindProblems() const {
   std::vector<FolderProblem> problems = unlocated;
   boost::unordered_flat_set<AbsoluteIRI, HeldHash> seen;
-  auto unsearched = all.GetPath()->FindProblems([&](const IPathEntry& folder) {
+  auto unsearched = wholePath->FindProblems([&](const IPathEntry& folder) {
     return FindHider(folder) == nullptr &&
            (!dropsRepeats || seen.insert(folder.GetCanonicalAbsoluteIRI()).second);
   });
@@ -111,16 +132,15 @@ std::vector<FolderProblem> PathView::FindProblems() const {
 
 std::vector<ustring> PathView::FindIdleExclusions() const {
   std::vector<ustring> idle = unlocatedHidden;
-  boost::unordered_flat_set<std::size_t> hidingMainFolders;
-  for (const auto& folder : all.GetPath()->GetMainFolders()) {
-    if (const auto number = hidden->FindHider(*folder)) hidingMainFolders.insert(*number);
+  boost::unordered_flat_set<std::size_t> hidingMain;  // those that hide a main entry
+  for (const auto& folder : wholePath->GetMainFolders()) {
+    if (const auto hider = hidden->FindHider(*folder)) hidingMain.insert(*hider);
   }
-  const auto& folders = hidden->GetMainFolders();
-  for (std::size_t number = 0; number < folders.size(); ++number) {
-    const bool hides = hidingMainFolders.contains(number) ||
-                       // Only now, since it lists every folder.
-                       all.GetPath()->IsEntryOnPath(*folders[number]);
-    if (!hides) idle.push_back(hiddenTexts[number]);
+  const auto& folders = hidden->GetFolders();
+  for (std::size_t index = 0; index < folders.size(); ++index) {
+    // The second question lists every folder of the path.
+    const bool hides = hidingMain.contains(index) || wholePath->IsEntryOnPath(*folders[index]);
+    if (!hides) idle.push_back(hiddenTexts[index]);
   }
   return idle;
 }

@@ -18,7 +18,7 @@
 
 namespace Corvane::PathManagement::host {
 
-/// Folders as they were given, each with what it was expanded to.
+/// Folders as they were given, each with the entries that it was expanded to.
 struct GivenFolders {
   struct Given {
     FolderOrigin origin;
@@ -26,28 +26,11 @@ struct GivenFolders {
   };
 
   std::vector<Given> folders;
-  std::vector<FolderProblem> unlocated;  // those that name no place
+  std::vector<FolderProblem> unlocated;  // given, but they have no location
 };
 
-/// A path of given folders that remembers which of them brought each entry.
-class GivenPath {
- public:
-  explicit GivenPath(std::vector<GivenFolders::Given> givenFolders);
-
-  [[nodiscard]] const std::vector<GivenFolders::Given>& GetGiven() const noexcept { return given; }
-  [[nodiscard]] const std::shared_ptr<const FolderPath>& GetPath() const noexcept { return path; }
-
-  /// As `Environment::FindOrigin`.
-  [[nodiscard]] const FolderOrigin& GetOrigin(const IPathEntry& entry) const;
-
- private:
-  std::vector<GivenFolders::Given> given;
-  std::shared_ptr<const FolderPath> path;
-  boost::unordered_flat_map<const IPathEntry*, std::size_t> givenBy;  // of the main entries
-};
-
-/// What an `Environment` asks: all folders that were given, and the path that is left of them when
-/// folders are hidden and repeats dropped.
+/// What an `Environment` asks: the whole path of all folders that were given, and the path that is
+/// left when hidden folders and repeats are taken out of it.
 ///
 /// Threads: all operations, from any thread.
 class PathView {
@@ -60,20 +43,26 @@ class PathView {
   /// Its main entries, as the folders that they are.
   [[nodiscard]] std::vector<std::shared_ptr<const FolderEntry>> GetMainFolders() const;
 
-  /// All folders, with repeats and with those that are hidden.
-  [[nodiscard]] const GivenPath& GetAll() const noexcept { return all; }
+  /// The path with repeats and hidden folders.
+  [[nodiscard]] const FolderPath& GetWholePath() const noexcept { return *wholePath; }
+  /// The folders that the whole path is made of, in path order.
+  [[nodiscard]] const std::vector<GivenFolders::Given>& GetGivenFolders() const noexcept {
+    return given;
+  }
+  /// As `Environment::FindOrigin`. Precondition: `entry` is on the whole path.
+  [[nodiscard]] const FolderOrigin& GetOrigin(const IPathEntry& entry) const;
   [[nodiscard]] bool DropsRepeats() const noexcept { return dropsRepeats; }
 
-  /// Folders given that name no place.
+  /// Folders that were given but have no location.
   [[nodiscard]] const std::vector<FolderProblem>& GetUnlocated() const noexcept {
     return unlocated;
   }
 
-  /// The folder that was given to be hidden and hides `entry`; null when none does.
+  /// The hidden folder that hides `entry`, as it was given; null when none does.
   [[nodiscard]] const ustring* FindHider(const IPathEntry& entry) const;
 
-  /// Takes away what the path does not show: files in hidden folders, and files of an entry for a
-  /// folder that an earlier one is for.
+  /// Removes the files that the path does not show: those in hidden folders and, where repeats are
+  /// dropped, those of every entry for a folder but the first entry among `files`.
   void RemoveUnseen(std::vector<FoundItem>& files) const;
 
   /// As `Environment::FindProblems`.
@@ -82,11 +71,14 @@ class PathView {
   [[nodiscard]] std::vector<ustring> FindIdleExclusions() const;
 
  private:
-  GivenPath all;
+  std::vector<GivenFolders::Given> given;
   std::vector<FolderProblem> unlocated;
+  std::shared_ptr<const FolderPath> wholePath;
+  boost::unordered_flat_map<const IPathEntry*, std::size_t>
+      givenBy;  // of each main entry: an index
   std::shared_ptr<const HiddenFolders> hidden;
   std::vector<ustring> hiddenTexts;      // of the hidden folders, as they were given
-  std::vector<ustring> unlocatedHidden;  // those that name no place
+  std::vector<ustring> unlocatedHidden;  // given to be hidden, but they have no location
   bool dropsRepeats;
   std::shared_ptr<const IPath> path;
 };

@@ -183,7 +183,7 @@ Explanation ExplainLookup(const PathView& view, const std::optional<AbsoluteIRI>
       if (folder.files.empty()) folder.inOtherCase = otherCases.In(folder.folder);
       folder.outcome = OutcomeOf(folder, files, isPlain);
     }
-    folder.origin = view.GetAll().GetOrigin(*folder.folder);
+    folder.origin = view.GetOrigin(*folder.folder);
   }
   const DecidingRule rule = RuleFor(files, record.asked, isPlain);
   return {std::move(files), rule, std::move(record.asked)};

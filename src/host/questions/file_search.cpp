@@ -22,7 +22,7 @@ class FileSearch {
   FileSearch(const PathView& searchView, const SearchTarget& searchTarget,
              FilenameMatchingPolicy searchPolicy, ILookupObserver* lookupObserver)
       : view(searchView),
-        folders(*searchView.GetAll().GetPath()),
+        folders(searchView.GetWholePath()),
         target(searchTarget),
         policy(searchPolicy),
         observer(lookupObserver) {}

@@ -63,7 +63,7 @@ class Examiner {
     }
     ListAll();
     FindSpecialFolders();
-    for (const auto& given : view.GetAll().GetGiven()) ExamineGiven(given);
+    for (const auto& given : view.GetGivenFolders()) ExamineGiven(given);
     FindCollisions();
     return std::move(findings);
   }
@@ -74,7 +74,7 @@ class Examiner {
   }
 
   void ListAll() const {
-    const auto& folders = view.GetAll().GetPath()->GetMainFolders();
+    const auto& folders = view.GetWholePath().GetMainFolders();
     AnyInParallel(folders.size(), [&](std::size_t at) {
       const auto visit = [](const Folder& /*folder*/, std::size_t /*depth*/) { return false; };
       return !IsHidden(*folders[at]) && WalkFolders(folders[at], visit);
@@ -82,7 +82,7 @@ class Examiner {
   }
 
   void FindSpecialFolders() {
-    for (const auto& top : view.GetAll().GetPath()->GetMainFolders()) {
+    for (const auto& top : view.GetWholePath().GetMainFolders()) {
       if (IsHidden(*top)) continue;
       WalkFolders(top, [&](const auto& folder, std::size_t depth) {
         if (depth > 0) specialFolders.emplace(folder->GetCanonicalAbsoluteIRI(), top);
@@ -165,8 +165,7 @@ class Examiner {
     const auto files = view.GetPath()->FindAllInScope(
         kMainScope, PathManagement::detail::SearchTarget(name), FilenameMatchingPolicy::IgnoreCase);
     const auto first = files.front().GetPathEntry();
-    PathFinding& finding =
-        Add(FindingKind::CaseCollision, *first, view.GetAll().GetOrigin(*first).folder);
+    PathFinding& finding = Add(FindingKind::CaseCollision, *first, view.GetOrigin(*first).folder);
     boost::unordered_flat_set<ustring> spellings;
     for (const FoundItem& file : files) {
       const auto item = file.GetPathItem();
