@@ -6,8 +6,7 @@
 
 namespace Corvane::PathManagement::host {
 
-/// The bytes that all names have in common that are the same when case is ignored. Kept in
-/// `buffer`.
+/// The folded form of `name`: the same for all names that differ in case alone. Views `buffer`.
 [[nodiscard]] std::string_view FoldName(std::string_view name, std::string& buffer);
 
 }  // namespace Corvane::PathManagement::host

@@ -10,18 +10,19 @@
 namespace Corvane::PathManagement::host {
 
 /// Names as the disk gives them, one behind the other in one block, each ended by a NUL. The block
-/// is this object's own or, until a name is added, one that stands elsewhere and outlives it.
+/// is this object's own, or one that it only views and that outlives it; adding a name to a viewed
+/// block copies it first.
 class NameBlock {
  public:
   NameBlock() = default;
-  /// Views names that begin at `nameBegins` in `block`.
+  /// Views the names of `block` that begin at `nameBegins`.
   NameBlock(std::string_view block, const std::uint32_t* nameBegins, std::size_t nameCount) noexcept
       : bytes(block.data()), byteCount(block.size()), begins(nameBegins), count(nameCount) {}
   NameBlock(const NameBlock& other)
       : NameBlock({other.bytes, other.byteCount}, other.begins, other.count) {
     if (other.IsOwner()) TakeOver();
   }
-  // What is moved keeps its place in memory.
+  // The bytes of a block that is moved stay where they are, so views of them stay valid.
   NameBlock(NameBlock&&) noexcept = default;
   NameBlock& operator=(NameBlock other) noexcept {
     std::swap(ownBytes, other.ownBytes);

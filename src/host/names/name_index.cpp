@@ -20,20 +20,20 @@ constexpr std::size_t kMostFolders = std::size_t{1} << 31U;  // as many as a cur
 /// Seven bits of the hash from its middle, the best mixed, and one that marks a slot as taken.
 std::uint64_t TagOf(std::uint64_t hash) noexcept { return (hash >> 32U & 0x7FU) | 0x80U; }
 
-/// Spreads the upper half of the hash over `count` groups, of which only the highest bits tell.
+/// The group where the search for a hash begins, by the hash's upper half.
 std::size_t FirstGroupOf(std::uint64_t hash, std::size_t count) noexcept {
   return static_cast<std::size_t>(((hash >> 32U) * count) >> 32U);
 }
 
-/// Which slot the lowest of `marks` is for; there must be one.
+/// The slot that the lowest of `marks` is for. Precondition: there is one.
 std::size_t LowestOf(std::uint64_t marks) noexcept {
   return static_cast<std::size_t>(std::countr_zero(marks)) / 8 % kGroup;
 }
 
 }  // namespace
 
-NameIndex::NameIndex(const std::vector<const NameBlock*>& folders, Sameness sameness)
-    : foldsCase(sameness == Sameness::FoldedCase) {
+NameIndex::NameIndex(const std::vector<const NameBlock*>& folders, FilenameMatchingPolicy policy)
+    : foldsCase(policy == FilenameMatchingPolicy::IgnoreCase) {
   if (folders.size() > kMostFolders) throw std::length_error("more folders than an index takes");
   std::size_t count = 0;
   firstRecords.reserve(folders.size());
@@ -45,7 +45,7 @@ NameIndex::NameIndex(const std::vector<const NameBlock*>& folders, Sameness same
   nextRecords.resize(count);
   groups.resize((count + count / 2) / kGroup + 1);  // never full
   slots.resize(groups.size() * kGroup);
-  // From the last on, so that each name's slot ends with its first record.
+  // From the last file to the first, so that each slot ends up with the first file of its name.
   for (std::size_t folder = folders.size(); folder-- > 0;) {
     const NameBlock& names = *folders[folder];
     for (std::size_t file = names.size(); file-- > 0;) {
@@ -73,7 +73,8 @@ NameIndex::Cursor NameIndex::Next(Cursor cursor) const noexcept {
   Cursor next;
   next.record = nextRecords[cursor.record];
   if (!next) return next;
-  // The last of the folders that begin at the record: those before it are empty.
+  // The last of the folders that begin at or before the record: one that begins there and is not
+  // the last is empty.
   const auto after = std::upper_bound(firstRecords.begin(), firstRecords.end(), next.record);
   next.folder = static_cast<std::uint32_t>(after - firstRecords.begin() - 1) & 0x7FFFFFFFU;
   const std::size_t end = after == firstRecords.end() ? size() : *after;
@@ -130,7 +131,7 @@ bool NameIndex::HasKey(const char* name, const NameKey& key) const {
   return isKey || (foldsCase && key.IsFoldOf(name));
 }
 
-/// What the names have in common that are the same as `name`.
+/// The key under which `name` is filed: folded, when case is ignored.
 NameKey NameIndex::KeyOf(std::string_view name) const {
   NameKey key;
   key.Set(name);

@@ -3,6 +3,7 @@
 
 #include "host/names/name_block.h"
 #include "host/names/name_key.h"
+#include "searchpath/model/filename_matching_policy.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -13,8 +14,8 @@
 namespace Corvane::PathManagement::host {
 
 /// Finds a file name among the names of many folders in a number of steps that does not depend on
-/// how many there are: one hash table from name to the first place in path order that has it, each
-/// place leading to the next.
+/// how many there are: a hash table leads from a name to the first file in path order that has it,
+/// and each file to the next one of the same name.
 ///
 /// Threads: immutable once made.
 /// Ownership: views the name blocks, which must outlive it.
@@ -25,21 +26,18 @@ class NameIndex {
   static constexpr std::uint32_t kNone = std::numeric_limits<std::uint32_t>::max();
 
  public:
-  /// Which names are the same one.
-  enum class Sameness : std::uint8_t { Bytes, FoldedCase };
-
-  /// A file: which of the folders, which of its names, and which of all files in path order.
-  struct Place {
-    std::uint32_t folder;
-    std::uint32_t file;
-    std::uint32_t record;
+  /// A file of the name that was looked up, by numbers.
+  struct Match {
+    std::uint32_t folder;  // which of the folders
+    std::uint32_t file;    // which of that folder's files
+    std::uint32_t record;  // which of all files, in path order
   };
 
-  /// Where the places of one name begin; at the end it is null.
+  /// Runs through the matches of one name in path order; false behind the last.
   class Cursor {
    public:
     [[nodiscard]] explicit operator bool() const noexcept { return record != kNone; }
-    /// Whether the next place is in the same folder.
+    /// Whether the next match is in the same folder.
     [[nodiscard]] bool HasSibling() const noexcept { return sibling != 0; }
 
    private:
@@ -50,16 +48,17 @@ class NameIndex {
     std::uint32_t sibling : 1 = 0;
   };
 
-  NameIndex(const std::vector<const NameBlock*>& folders, Sameness sameness);
+  /// Under `IgnoreCase`, names that differ in case alone are the same name.
+  NameIndex(const std::vector<const NameBlock*>& folders, FilenameMatchingPolicy policy);
 
-  /// The first place in path order of a name that is the same as `name`.
+  /// The first match of `name` in path order; false when there is none.
   [[nodiscard]] Cursor Find(const NameKey& name) const;
 
   /// How many files there are.
   [[nodiscard]] std::size_t size() const noexcept { return nextRecords.size(); }
 
   [[nodiscard]] Cursor Next(Cursor cursor) const noexcept;
-  [[nodiscard]] Place At(Cursor cursor) const noexcept {
+  [[nodiscard]] Match At(Cursor cursor) const noexcept {
     return {cursor.folder, cursor.record - firstRecords[cursor.folder], cursor.record};
   }
 

@@ -29,14 +29,14 @@ bool NameKey::IsFoldOf(const char* name) const {
   const std::string_view key = View();
   for (std::size_t at = 0; at < key.size(); ++at) {
     const char byte = name[at];
-    if (static_cast<unsigned char>(byte) >= 0x80) {  // folds as a whole, to another length
+    if (static_cast<unsigned char>(byte) >= 0x80) {  // may fold to another length
       NameKey whole;
       NameKey folded;
       whole.Set(std::string_view(name));
       folded.SetFolded(whole);
       return folded.View() == key;
     }
-    // Also at the end of the name, which may be the shorter one.
+    // Also ends the loop at the NUL of a shorter name: a key holds none.
     const bool isCapital = byte >= 'A' && byte <= 'Z';
     if ((isCapital ? static_cast<char>(byte | 0x20) : byte) != key[at]) return false;
   }

@@ -11,15 +11,15 @@
 
 namespace Corvane::PathManagement::host {
 
-/// A file name as it is on disk, ready to be looked up: its bytes in whole words, the rest of the
-/// last one zero.
+/// The bytes of a file name, ready to be looked up: they stand in whole words, the last of which is
+/// filled up with zeros.
 ///
-/// A name is narrowed, hashed and folded a word at a time. When it was written byte by byte and
-/// read back in words, the processor waited for its own stores, for a fifth of a warm look-up.
+/// A name is narrowed from text, hashed and folded a word at a time. When it was written byte by
+/// byte and read back in words, the processor waited for its own stores: a fifth of a warm look-up.
 class NameKey {
  public:
-  /// Takes the text that a name and an extension are when joined; returns whether it can be a file
-  /// name at all, and leaves the key unusable when it cannot.
+  /// Takes a name and an extension, joined. Returns whether they can be a file name at all; when
+  /// they cannot, the key must not be used.
   [[nodiscard]] bool Set(std::u16string_view name, std::u16string_view extension) {
     bytes.resize(name.size() + extension.size() + 2 * kWord, boost::container::default_init);
     const bool isAscii = Append(0, name) && (extension.empty() || Append(name.size(), extension));
@@ -33,10 +33,10 @@ class NameKey {
     Store(size / kWord * kWord, 0);
     std::memcpy(bytes.data(), name.data(), size);
   }
-  /// Takes what all names have in common that are the same as `name` when case is ignored.
+  /// Takes the folded form of `name`: the same for all names that differ in case alone.
   void SetFolded(const NameKey& name);
-  /// Precondition: this was set by `SetFolded`. Returns whether `name`, which ends with NUL, is one
-  /// of those that it stands for. Cost: for most names a look at one character.
+  /// Whether this is the folded form of `name`, which ends with a NUL. Precondition: this was set by
+  /// `SetFolded`. Cost: most names differ in the first character.
   [[nodiscard]] bool IsFoldOf(const char* name) const;
 
   /// What was set; holds no NUL.
@@ -81,8 +81,8 @@ class NameKey {
     }
     return Word{units[0]} | Word{units[1]} << 16U | Word{units[2]} << 32U | Word{units[3]} << 48U;
   }
-  /// Four characters in the lower half of a word. What is no file name in ASCII, a NUL or a
-  /// character beyond, leaves bits of `kNotAscii` in `seen`.
+  /// Four characters in the lower half of a word. A NUL or a character beyond ASCII leaves one of
+  /// the bits in `seen` that `Append` tests.
   static Word Narrow(const char16_t* units, Word& seen) noexcept {
     const Word wide = FourUnits(units);
     seen |= wide | (wide - 0x0001000100010001U);
@@ -95,7 +95,7 @@ class NameKey {
   }
   /// The last `count` characters of `text`, 1 to 7.
   static Word NarrowLast(std::u16string_view text, std::size_t count, Word& seen) noexcept {
-    // A whole word that ends there needs no loop, whose length could not be foreseen.
+    // Reading a whole word that ends there needs no loop, whose length the processor cannot foresee.
     if (text.size() >= kWord) {
       return NarrowEight(text.data() + text.size() - kWord, seen) >> 8U * (kWord - count);
     }
@@ -107,8 +107,8 @@ class NameKey {
     return word;
   }
 
-  /// Puts `text` behind the first `before` bytes. Returns whether it can be part of a file name and
-  /// is ASCII; else the key is unusable.
+  /// Puts `text` behind the first `before` bytes. Returns whether it is ASCII without a NUL; if
+  /// not, the key must not be used.
   [[nodiscard]] bool Append(std::size_t before, std::u16string_view text) noexcept {
     const std::size_t shift = 8 * (before % kWord);
     std::size_t to = before - before % kWord;

@@ -74,16 +74,18 @@ boost::optional<FoundItem> PlainLookup::AskFolders(const Target& target,
 }
 
 boost::optional<FoundItem> PlainLookup::AskIndex(const NameIndex& index, const Target& target) {
-  std::optional<Place> best;
+  std::optional<Match> best;
   ForEachName(target, [&](const NameKey& name) {
     const auto cursor = index.Find(name);
     if (!cursor) return;
-    const Place first = index.At(cursor);
-    if (best && best->folder <= first.folder) return;
-    best = cursor.HasSibling() ? PlacesIn(index, cursor, first.folder, name.View()).front() : first;
+    const Match first = index.At(cursor);
+    if (best && best->folder <= first.folder)
+      return;  // within one folder, extensions have an order
+    best =
+        cursor.HasSibling() ? MatchesIn(index, cursor, first.folder, name.View()).front() : first;
   });
   boost::optional<FoundItem> found;
-  if (best) found.emplace(ItemAt(*best, index), (*entries)[best->folder]);
+  if (best) found.emplace(ItemOf(*best, index), (*entries)[best->folder]);
   return found;
 }
 
@@ -98,59 +100,60 @@ std::vector<FoundItem> PlainLookup::FindAll(const Target& target, FilenameMatchi
     }
     return found;
   }
-  std::vector<Place> places;  // by folder, then in the order of the extensions
+  std::vector<Match> matches;  // by folder, then in the order of the extensions
   ForEachName(target, [&](const NameKey& name) {
-    std::vector<Place> merged;
-    const auto added = AllPlaces(*index, name);
-    std::merge(places.begin(), places.end(), added.begin(), added.end(), std::back_inserter(merged),
-               [](Place left, Place right) { return left.folder < right.folder; });
-    places = std::move(merged);
+    std::vector<Match> merged;
+    const auto added = AllMatches(*index, name);
+    std::merge(matches.begin(), matches.end(), added.begin(), added.end(),
+               std::back_inserter(merged),
+               [](Match left, Match right) { return left.folder < right.folder; });
+    matches = std::move(merged);
   });
-  found.reserve(places.size());
-  auto group = places.begin();  // the places in the same folder
-  for (auto at = places.begin(); at != places.end(); ++at) {
+  found.reserve(matches.size());
+  auto group = matches.begin();  // of the matches in the same folder
+  for (auto at = matches.begin(); at != matches.end(); ++at) {
     if (group->folder != at->folder) group = at;
     // Two extensions of the list may be the same one but for case.
     const bool isRepeat =
-        std::any_of(group, at, [at](Place earlier) { return earlier.file == at->file; });
-    if (!isRepeat) found.emplace_back(ItemAt(*at, *index), (*entries)[at->folder]);
+        std::any_of(group, at, [at](Match earlier) { return earlier.file == at->file; });
+    if (!isRepeat) found.emplace_back(ItemOf(*at, *index), (*entries)[at->folder]);
   }
   return found;
 }
 
 /// All files of that name, in path order.
-std::vector<NameIndex::Place> PlainLookup::AllPlaces(const NameIndex& index,
-                                                     const NameKey& name) const {
-  std::vector<Place> places;
+std::vector<NameIndex::Match> PlainLookup::AllMatches(const NameIndex& index,
+                                                      const NameKey& name) const {
+  std::vector<Match> matches;
   auto cursor = index.Find(name);
   while (cursor) {
     const std::uint32_t folder = index.At(cursor).folder;
-    const auto here = PlacesIn(index, cursor, folder, name.View());
-    places.insert(places.end(), here.begin(), here.end());
+    const auto here = MatchesIn(index, cursor, folder, name.View());
+    matches.insert(matches.end(), here.begin(), here.end());
     while (cursor && index.At(cursor).folder == folder) cursor = index.Next(cursor);
   }
-  return places;
+  return matches;
 }
 
-/// The files that the names from `cursor` on have in `folder`: the very name, then the others by
-/// their bytes, as `FolderEntry::FindItems` orders them.
-std::vector<NameIndex::Place> PlainLookup::PlacesIn(const NameIndex& index,
-                                                    NameIndex::Cursor cursor, std::uint32_t folder,
-                                                    std::string_view name) const {
-  std::vector<Place> places;
+/// The matches from `cursor` on that are in `folder`: the very name, then the others by their
+/// bytes, as `FolderEntry::FindItems` orders them.
+std::vector<NameIndex::Match> PlainLookup::MatchesIn(const NameIndex& index,
+                                                     NameIndex::Cursor cursor, std::uint32_t folder,
+                                                     std::string_view name) const {
+  std::vector<Match> matches;
   for (; cursor && index.At(cursor).folder == folder; cursor = index.Next(cursor)) {
-    places.push_back(index.At(cursor));
+    matches.push_back(index.At(cursor));
   }
-  if (places.size() > 1) {
+  if (matches.size() > 1) {
     const NameBlock& names = states[folder]->Files();
-    std::sort(places.begin(), places.end(), [&](Place left, Place right) {
-      const auto key = [&](Place place) {
-        return std::make_pair(names[place.file] != name, names[place.file]);
+    std::sort(matches.begin(), matches.end(), [&](Match left, Match right) {
+      const auto key = [&](Match match) {
+        return std::make_pair(names[match.file] != name, names[match.file]);
       };
       return key(left) < key(right);
     });
   }
-  return places;
+  return matches;
 }
 
 PlainLookup::Entries PlainLookup::FindMethodFolders(const ustring& name,
@@ -174,7 +177,7 @@ PlainLookup::LazyIndex& PlainLookup::Lazy(FilenameMatchingPolicy policy) noexcep
   return policy == FilenameMatchingPolicy::IgnoreCase ? folded : exact;
 }
 
-/// The index for `policy`; null for the first question, which is answered without.
+/// The index for `policy`; null at the first question, which is answered without one.
 const NameIndex* PlainLookup::IndexFor(FilenameMatchingPolicy policy) {
   LazyIndex& lazy = Lazy(policy);
   if (lazy.once.IsBuilt()) return lazy.index.get();
@@ -185,13 +188,14 @@ const NameIndex* PlainLookup::IndexFor(FilenameMatchingPolicy policy) {
 
 std::unique_ptr<const NameIndex> PlainLookup::BuildIndex(FilenameMatchingPolicy policy) const {
   const TimedMessage message(kLogger);
-  ListAll();
+  AnyInParallel(folders.size(), [this](std::size_t folder) {
+    states[folder]->List();
+    return false;
+  });
   std::vector<const NameBlock*> names;
   names.reserve(folders.size());
   for (const FolderState* folder : states) names.push_back(&folder->Files());
-  auto index = std::make_unique<const NameIndex>(names, policy == FilenameMatchingPolicy::IgnoreCase
-                                                            ? NameIndex::Sameness::FoldedCase
-                                                            : NameIndex::Sameness::Bytes);
+  auto index = std::make_unique<const NameIndex>(names, policy);
   message.Write(foundation::log::Severity::Information, [&] {
     return "listed and indexed " + std::to_string(folders.size()) + " folders, " +
            std::to_string(index->size()) + " files,";
@@ -211,16 +215,9 @@ const PlainLookup::MethodFolders& PlainLookup::IndexedMethodFolders() {
   return methods;
 }
 
-void PlainLookup::ListAll() const {
-  AnyInParallel(folders.size(), [this](std::size_t folder) {
-    states[folder]->List();
-    return false;
-  });
-}
-
-const std::shared_ptr<const PathItem>& PlainLookup::ItemAt(Place place, const NameIndex& index) {
-  return items.Get(place.record, index.size(), [&]() -> const std::shared_ptr<const PathItem>& {
-    return states[place.folder]->ItemAt(place.file);
+const std::shared_ptr<const PathItem>& PlainLookup::ItemOf(Match match, const NameIndex& index) {
+  return items.Get(match.record, index.size(), [&]() -> const std::shared_ptr<const PathItem>& {
+    return states[match.folder]->ItemAt(match.file);
   });
 }
 

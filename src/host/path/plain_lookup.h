@@ -2,7 +2,7 @@
 #define SEARCHPATH_SRC_HOST_PATH_PLAIN_LOOKUP_H
 
 #include "host/names/name_index.h"
-#include "host/path/known_items.h"
+#include "host/path/indexed_items.h"
 #include "searchpath/host/folder_entry.h"
 #include "searchpath/model/found_item.h"
 #include "searchpath/model/ustring.h"
@@ -24,11 +24,12 @@ class FolderState;
 
 /// Answers plain names, those without a separator, from the main folders of a path.
 ///
-/// The first question asks the folders one after the other, as far as it must; a program that asks
-/// once pays for no more. The second builds an index of all of them, one for the policies that tell
-/// case apart and one for `IgnoreCase`, each when it is first of use.
+/// The first question for a file asks one folder after the other, up to the answer, and each folder
+/// that is asked is listed; a program that asks once pays for no more. The second builds an index of
+/// all folders. There is one index for the policies that tell case apart and another for
+/// `IgnoreCase`, each built at its own second question.
 ///
-/// Threads: all operations, from any thread; who comes while an index is built waits for it.
+/// Threads: all operations, from any thread; a question that comes while its index is built waits.
 /// Cost: with an index, one hash probe for each extension, however many folders there are.
 class PlainLookup {
  public:
@@ -45,7 +46,8 @@ class PlainLookup {
   /// Every match in path order, the best first within a folder.
   [[nodiscard]] std::vector<FoundItem> FindAll(const Target& target, FilenameMatchingPolicy policy);
 
-  /// The "@" folders of that name directly below the main folders, in path order.
+  /// The "@" folders of that name directly below the main folders, in path order. Lists every main
+  /// folder.
   [[nodiscard]] Entries FindMethodFolders(const ustring& name, FilenameMatchingPolicy policy);
 
  private:
@@ -59,7 +61,7 @@ class PlainLookup {
     std::size_t operator()(const ustring& name) const noexcept;
   };
   using MethodFolders = boost::unordered_flat_map<ustring, Entries, NameHash>;
-  using Place = NameIndex::Place;
+  using Match = NameIndex::Match;
 
   [[nodiscard]] LazyIndex& Lazy(FilenameMatchingPolicy policy) noexcept;
   [[nodiscard]] boost::optional<FoundItem> AskFolders(const Target& target,
@@ -68,16 +70,16 @@ class PlainLookup {
   [[nodiscard]] const NameIndex* IndexFor(FilenameMatchingPolicy policy);
   [[nodiscard]] std::unique_ptr<const NameIndex> BuildIndex(FilenameMatchingPolicy policy) const;
   [[nodiscard]] const MethodFolders& IndexedMethodFolders();
-  void ListAll() const;
-  [[nodiscard]] const std::shared_ptr<const PathItem>& ItemAt(Place place, const NameIndex& index);
-  [[nodiscard]] std::vector<Place> AllPlaces(const NameIndex& index, const NameKey& name) const;
-  [[nodiscard]] std::vector<Place> PlacesIn(const NameIndex& index, NameIndex::Cursor cursor,
-                                            std::uint32_t folder, std::string_view name) const;
+  [[nodiscard]] const std::shared_ptr<const PathItem>& ItemOf(Match match, const NameIndex& index);
+  [[nodiscard]] std::vector<Match> AllMatches(const NameIndex& index, const NameKey& name) const;
+  [[nodiscard]] std::vector<Match> MatchesIn(const NameIndex& index, NameIndex::Cursor cursor,
+                                             std::uint32_t folder, std::string_view name) const;
 
   const Folders folders;
   const std::shared_ptr<const Entries> entries;
-  std::vector<FolderState*> states;  // of the folders, at hand without a look at each
-  KnownItems items;
+  std::vector<FolderState*>
+      states;  // of the folders; kept, since asking an entry costs a look at it
+  IndexedItems items;
   LazyIndex exact;
   LazyIndex folded;
   PathManagement::detail::OnceFlag methodsOnce;  // guards methods
