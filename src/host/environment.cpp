@@ -130,9 +130,7 @@ std::vector<std::shared_ptr<const IPathEntry>> Environment::FindSimilarFolders(
 }
 
 ShadowReport Environment::FindShadows(const ShadowLookup& lookup) const {
-  return CollectShadows(*view, lookup, [&](const ustring& name) {
-    return FindAll({.name = name, .extensions = lookup.extensions, .policy = lookup.policy});
-  });
+  return CollectShadows(*view, lookup);
 }
 
 std::vector<PathFinding> Environment::Examine(const Examination& examination) const {

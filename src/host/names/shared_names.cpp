@@ -2,9 +2,7 @@
 
 #include "host/names/folded_name.h"
 #include "host/names/name_block.h"
-#include "searchpath/host/filename_comparison.h"
 #include "searchpath/model/byte_text.h"
-#include "searchpath/utilities/file_lookup.h"
 
 #include <algorithm>
 
@@ -12,36 +10,37 @@ namespace Corvane::PathManagement::host {
 
 namespace {
 
-/// How much of the end of `file` is `extension`; empty when it ends otherwise. Names that are one
-/// when case is ignored may differ in length.
-std::size_t LengthAtEnd(std::string_view file, const std::pair<ustring, std::string>& extension,
-                        FilenameMatchingPolicy policy) {
-  const auto& [text, bytes] = extension;
-  if (file.ends_with(bytes)) return bytes.size();
-  if (policy != FilenameMatchingPolicy::IgnoreCase) return std::string_view::npos;
-  const std::size_t longest = std::min(file.size(), 3 * bytes.size());
-  for (std::size_t length = 1; length <= longest; ++length) {
-    const ustring end = TextFromBytes(file.substr(file.size() - length));
-    if (AreSameFilename(end, text, policy)) return length;
+/// The length of the end of `file` that is `extension`, which is folded when case is ignored; npos
+/// when it ends otherwise.
+std::size_t LengthAtEnd(std::string_view file, std::string_view extension, bool foldsCase) {
+  if (!foldsCase) return file.ends_with(extension) ? extension.size() : std::string_view::npos;
+  // The folded form of a name is at least a third as long as the name.
+  const std::size_t longest = std::min(file.size(), 3 * extension.size());
+  std::string buffer;
+  for (std::size_t length = 0; length <= longest; ++length) {
+    if (FoldName(file.substr(file.size() - length), buffer) == extension) return length;
   }
   return std::string_view::npos;
 }
 
-/// Whether a look-up of `name` tries extensions: it has none of its own.
+/// Whether a look-up of `name`, which is plain, tries extensions: a dot that is not the first
+/// character begins an extension of its own, and a dot at the end stands for none. The rule is that
+/// of `CreateSearchTargetWithExtensionInFilenamePreferred`.
 bool IsTriedWithExtensions(std::string_view name) {
-  return !CreateSearchTargetWithExtensionInFilenamePreferred(TextFromBytes(name), {u".x"})
-              .GetExtensions()
-              .empty();
+  const std::size_t dot = name.rfind('.');
+  return dot == std::string_view::npos || (dot == 0 && name.size() > 1);
 }
 
 }  // namespace
 
-SharedNames::SharedNames(const std::vector<ustring>& extensionList,
-                         FilenameMatchingPolicy matchingPolicy)
-    : hasExtensions(!extensionList.empty()), policy(matchingPolicy) {
+SharedNames::SharedNames(const std::vector<ustring>& extensionList, FilenameMatchingPolicy policy)
+    : hasExtensions(!extensionList.empty()),
+      foldsCase(policy == FilenameMatchingPolicy::IgnoreCase) {
+  std::string buffer;
   for (const ustring& extension : extensionList) {
-    // One that is no text of bytes ends no file.
-    if (auto bytes = BytesFromText(extension)) extensions.emplace_back(extension, *bytes);
+    // No file ends with a text that stands for no bytes.
+    const auto bytes = BytesFromText(extension);
+    if (bytes) extensions.emplace_back(foldsCase ? FoldName(*bytes, buffer) : *bytes);
   }
 }
 
@@ -64,7 +63,7 @@ template <class Use>
 void SharedNames::ForEachName(std::string_view file, const Use& use) const {
   if (!hasExtensions) use(file);
   for (const auto& extension : extensions) {
-    const std::size_t length = LengthAtEnd(file, extension, policy);
+    const std::size_t length = LengthAtEnd(file, extension, foldsCase);
     if (length == std::string_view::npos || length == file.size()) continue;
     const std::string_view rest = file.substr(0, file.size() - length);
     use(IsTriedWithExtensions(rest) ? rest : file);
@@ -73,8 +72,7 @@ void SharedNames::ForEachName(std::string_view file, const Use& use) const {
 
 void SharedNames::Add(std::string_view name) {
   std::string buffer;
-  const bool folds = policy == FilenameMatchingPolicy::IgnoreCase;
-  const std::string_view key = folds ? FoldName(name, buffer) : name;
+  const std::string_view key = foldsCase ? FoldName(name, buffer) : name;
   const auto found = names.find(key);
   if (found == names.end()) {
     const bool isName = key == name;

@@ -11,30 +11,30 @@
 #include <deque>
 #include <string>
 #include <string_view>
-#include <utility>
 #include <vector>
 
 namespace Corvane::PathManagement::host {
 
 class NameBlock;
 
-/// The plain names by which the files of a path are looked up, to find those that several files
-/// have.
+/// Collects the plain names by which the files of a path can be looked up, to find those that
+/// several files share.
 ///
 /// Ownership: views the name blocks, which must outlive it.
 class SharedNames {
  public:
-  /// With `extensionList`, the names that are tried with these extensions; see `Lookup`.
-  SharedNames(const std::vector<ustring>& extensionList, FilenameMatchingPolicy matchingPolicy);
+  /// With `extensionList`, names are those that a look-up tries with these extensions; see `Lookup`.
+  SharedNames(const std::vector<ustring>& extensionList, FilenameMatchingPolicy policy);
 
   /// Adds the files of the next folder in path order.
   void AddFolder(const NameBlock& files);
 
-  /// Whether `name` is such a name: one that extensions are tried with, or a whole file name.
+  /// Whether a file can be looked up by `name`: a name that extensions are tried with, or a whole
+  /// file name.
   [[nodiscard]] bool IsName(std::string_view name) const;
 
-  /// The names that several files have, each in the spelling of its first folder there, the least
-  /// by its bytes. In no order.
+  /// The names that several files share, in no order. Of a name that is spelled in several ways,
+  /// the least spelling by its bytes in the first folder that has the name.
   [[nodiscard]] std::vector<std::string> GetShared() const;
   /// Those of them that are spelled in several ways.
   [[nodiscard]] std::vector<std::string> GetRespelled() const;
@@ -58,11 +58,12 @@ class SharedNames {
   void ForEachName(std::string_view file, const Use& use) const;
 
   bool hasExtensions;
-  std::vector<std::pair<ustring, std::string>> extensions;  // each as text and as bytes
-  FilenameMatchingPolicy policy;
+  std::vector<std::string> extensions;  // folded when case is ignored
+  bool foldsCase;
   std::size_t folderCount = 0;
-  boost::unordered_flat_map<std::string_view, Name, Hash> names;  // by what the same names share
-  std::deque<std::string> foldedKeys;                             // those keys that are no names
+  boost::unordered_flat_map<std::string_view, Name, Hash>
+      names;                           // by the name, folded when case is ignored
+  std::deque<std::string> foldedKeys;  // the keys that are no name as written
 };
 
 }  // namespace Corvane::PathManagement::host

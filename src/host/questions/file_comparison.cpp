@@ -12,7 +12,7 @@ bool ComparedFile::Fail(int number) noexcept {
   return false;
 }
 
-const struct stat* ComparedFile::Ask() {
+const struct stat* ComparedFile::GetStatus() {
   if (!wasAsked) {
     wasAsked = true;
     if (stat(path.c_str(), &status) != 0) {
@@ -52,26 +52,26 @@ std::optional<std::string_view> ComparedFile::Read(std::uint64_t offset, Block& 
 }
 
 bool AreOneFile(ComparedFile& first, ComparedFile& second) {
-  const struct stat* const left = first.Ask();
-  const struct stat* const right = second.Ask();
+  const struct stat* const left = first.GetStatus();
+  const struct stat* const right = second.GetStatus();
   return left != nullptr && right != nullptr && left->st_dev == right->st_dev &&
          left->st_ino == right->st_ino;
 }
 
-Sameness CompareFiles(ComparedFile& first, ComparedFile& second) {
-  if (AreOneFile(first, second)) return Sameness::SameFile;
-  const struct stat* const left = first.Ask();
-  const struct stat* const right = second.Ask();
-  if (left == nullptr || right == nullptr) return Sameness::Unknown;
-  if (left->st_size != right->st_size) return Sameness::OtherBytes;
+FileRelation CompareFiles(ComparedFile& first, ComparedFile& second) {
+  if (AreOneFile(first, second)) return FileRelation::SameFile;
+  const struct stat* const left = first.GetStatus();
+  const struct stat* const right = second.GetStatus();
+  if (left == nullptr || right == nullptr) return FileRelation::Unknown;
+  if (left->st_size != right->st_size) return FileRelation::OtherBytes;
   // On the heap: threads may have small stacks.
   const auto blocks = std::make_unique_for_overwrite<std::array<ComparedFile::Block, 2>>();
   for (std::uint64_t offset = 0;; offset += blocks->front().size()) {
     const auto leftBytes = first.Read(offset, blocks->front());
     const auto rightBytes = second.Read(offset, blocks->back());
-    if (!leftBytes || !rightBytes) return Sameness::Unknown;
-    if (*leftBytes != *rightBytes) return Sameness::OtherBytes;
-    if (leftBytes->size() < blocks->front().size()) return Sameness::SameBytes;
+    if (!leftBytes || !rightBytes) return FileRelation::Unknown;
+    if (*leftBytes != *rightBytes) return FileRelation::OtherBytes;
+    if (leftBytes->size() < blocks->front().size()) return FileRelation::SameBytes;
   }
 }
 

@@ -16,7 +16,8 @@
 
 namespace Corvane::PathManagement::host {
 
-/// A file on disk that is compared with others: asked about and opened when that is first needed.
+/// A file on disk that is compared with others. Its status is asked for, and the file is opened,
+/// when that is first needed.
 ///
 /// Threads: not synchronised.
 class ComparedFile {
@@ -25,8 +26,8 @@ class ComparedFile {
 
   explicit ComparedFile(std::string nativePath) : path(std::move(nativePath)) {}
 
-  /// What the disk says of it; null when it cannot be asked or is no regular file (any more).
-  [[nodiscard]] const struct stat* Ask();
+  /// Its status on disk; null when there is none, or when it is no regular file (any more).
+  [[nodiscard]] const struct stat* GetStatus();
 
   /// The bytes from `offset` on, as many as the block takes unless the file ends; empty optional
   /// when they cannot be read. Views the block.
@@ -46,15 +47,15 @@ class ComparedFile {
   std::error_code error;
 };
 
-/// What comparing two files says of the second.
-enum class Sameness : std::uint8_t { SameFile, SameBytes, OtherBytes, Unknown };
+/// What one file is to another.
+enum class FileRelation : std::uint8_t { SameFile, SameBytes, OtherBytes, Unknown };
 
-/// Whether they are one file on disk; not when one of them cannot be asked.
+/// Whether they are one file on disk; false when the status of one cannot be had.
 [[nodiscard]] bool AreOneFile(ComparedFile& first, ComparedFile& second);
 
-/// Compares by identity, size and bytes, in this order, as far as it must. `Unknown` when one of the
-/// two has an error.
-[[nodiscard]] Sameness CompareFiles(ComparedFile& first, ComparedFile& second);
+/// Compares by identity, then by size, then by bytes, and reads no further than it must. `Unknown`
+/// when one of the two has an error.
+[[nodiscard]] FileRelation CompareFiles(ComparedFile& first, ComparedFile& second);
 
 }  // namespace Corvane::PathManagement::host
 

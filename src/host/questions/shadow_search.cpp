@@ -6,10 +6,13 @@
 #include "host/names/shared_names.h"
 #include "host/path/path_view.h"
 #include "host/questions/file_comparison.h"
+#include "host/questions/file_search.h"
 #include "searchpath/host/filename_comparison.h"
 #include "searchpath/host/native_location.h"
 #include "searchpath/model/byte_text.h"
+#include "searchpath/utilities/file_lookup.h"
 
+#include <boost/unordered/unordered_flat_map.hpp>
 #include <boost/unordered/unordered_flat_set.hpp>
 
 #include <algorithm>
@@ -20,8 +23,6 @@
 namespace Corvane::PathManagement::host {
 
 namespace {
-
-using FindAll = std::function<std::vector<FoundItem>(const ustring&)>;
 
 /// A file of an answer, to be compared.
 struct Contender {
@@ -35,15 +36,15 @@ struct Contender {
   ComparedFile content;
 };
 
-ShadowKind KindOf(Sameness sameness) {
-  switch (sameness) {
-    case Sameness::SameFile:
+ShadowKind KindOf(FileRelation relation) {
+  switch (relation) {
+    case FileRelation::SameFile:
       return ShadowKind::SameFile;
-    case Sameness::SameBytes:
+    case FileRelation::SameBytes:
       return ShadowKind::Identical;
-    case Sameness::OtherBytes:
+    case FileRelation::OtherBytes:
       return ShadowKind::Different;
-    case Sameness::Unknown:
+    case FileRelation::Unknown:
       break;
   }
   return ShadowKind::Unreadable;
@@ -62,8 +63,8 @@ HiddenFile Judge(Contender& winner, Contender& hidden) {
   return {hidden.file, kind, FileProblem{unread.file, unread.content.GetError()}};
 }
 
-Shadow MakeShadow(const ustring& name, const std::vector<FoundItem>& files) {
-  Shadow shadow{name, files.front(), {}};
+Shadow MakeShadow(ustring name, const std::vector<FoundItem>& files) {
+  Shadow shadow{std::move(name), files.front(), {}};
   Contender winner(files.front());
   for (auto file = files.begin() + 1; file != files.end(); ++file) {
     Contender hidden(*file);
@@ -72,10 +73,13 @@ Shadow MakeShadow(const ustring& name, const std::vector<FoundItem>& files) {
   return shadow;
 }
 
-/// A name that several files may have; the look-up says whether they do.
+/// A name that several files may share; the look-up says whether they do.
 struct Candidate {
+  explicit Candidate(std::string candidateName, bool isOfMethodEntry = false)
+      : name(std::move(candidateName)), isOfMethods(isOfMethodEntry) {}
+
   std::string name;
-  bool isOfMethods = false;  // counts only if a method entry is among the folders of its files
+  bool isOfMethods;  // counts only if a method entry holds one of its files
 };
 
 bool HasMethodEntry(const std::vector<FoundItem>& files) {
@@ -94,13 +98,13 @@ void AddMethodNames(const std::vector<std::shared_ptr<const FolderEntry>>& folde
       if (below->GetPathEntryType() != PathEntryType::AtFolder) continue;
       std::string name = BytesFromText(below->GetAbsoluteIRI().getName().substr(1)).value();
       if (names.IsName(name) && known.insert(name).second) {
-        candidates.push_back({std::move(name), true});
+        candidates.emplace_back(std::move(name), true);
       }
     }
   }
 }
 
-/// Every name that may hide files, in the order of the bytes.
+/// Every name that may hide files, in the order of its bytes.
 std::vector<Candidate> AllCandidates(const PathView& view, const ShadowLookup& lookup) {
   const auto folders = view.GetMainFolders();
   AnyInParallel(folders.size(), [&](std::size_t folder) {
@@ -110,32 +114,30 @@ std::vector<Candidate> AllCandidates(const PathView& view, const ShadowLookup& l
   SharedNames names(lookup.extensions, lookup.policy);
   for (const auto& folder : folders) names.AddFolder(StateOf(*folder).Files());
   std::vector<Candidate> candidates;
-  for (std::string& name : names.GetShared()) candidates.push_back({std::move(name)});
+  for (std::string& name : names.GetShared()) candidates.emplace_back(std::move(name));
   AddMethodNames(folders, names, candidates);
   std::sort(candidates.begin(), candidates.end(),
             [](const auto& left, const auto& right) { return left.name < right.name; });
   return candidates;
 }
 
-std::vector<Candidate> AskedCandidates(const std::vector<ustring>& names) {
-  std::vector<Candidate> candidates;
-  candidates.reserve(names.size());
-  for (const ustring& name : names) {
-    // What is no text of bytes is no file's name either.
-    candidates.push_back({BytesFromText(name).value_or("")});
-  }
-  return candidates;
+/// The bytes of names; of a text that stands for no bytes the empty name, which no file has.
+std::vector<std::string> BytesOf(const std::vector<ustring>& names) {
+  std::vector<std::string> all;
+  all.reserve(names.size());
+  for (const ustring& name : names) all.push_back(BytesFromText(name).value_or(""));
+  return all;
 }
 
 /// Names that are compared as the policy says.
 class NameSet {
  public:
-  NameSet(const std::vector<ustring>& names, FilenameMatchingPolicy matchingPolicy)
+  NameSet(const std::vector<std::string>& names, FilenameMatchingPolicy matchingPolicy)
       : policy(matchingPolicy) {
-    for (const ustring& name : names) keys.insert(KeyOf(BytesFromText(name).value_or("")));
+    for (const std::string& name : names) keys.insert(KeyOf(name));
   }
 
-  [[nodiscard]] bool Contains(const std::string& name) const { return keys.contains(KeyOf(name)); }
+  [[nodiscard]] bool Contains(std::string_view name) const { return keys.contains(KeyOf(name)); }
 
  private:
   [[nodiscard]] std::string KeyOf(std::string_view name) const {
@@ -155,56 +157,61 @@ struct Answer {
   bool isAllowed = false;  // to hide files, as it does
 };
 
-Answer AnswerFor(const Candidate& candidate, const NameSet& allowed, const FindAll& findAll) {
-  const ustring name = TextFromBytes(candidate.name);
-  const auto files = findAll(name);
+Answer AnswerFor(const PathView& view, const ShadowLookup& lookup, const NameSet& allowed,
+                 const Candidate& candidate) {
+  ustring name = TextFromBytes(candidate.name);
+  const auto target = CreateSearchTargetWithExtensionInFilenamePreferred(name, lookup.extensions);
+  const auto files = FindAllFiles(view, std::nullopt, target, lookup.policy, nullptr);
   if (files.empty()) return {.isUnknown = true};
   if (files.size() == 1 || (candidate.isOfMethods && !HasMethodEntry(files))) return {};
   if (allowed.Contains(candidate.name)) return {.isAllowed = true};
-  return {.shadow = MakeShadow(name, files)};
+  return {.shadow = MakeShadow(std::move(name), files)};
 }
 
 }  // namespace
 
-ShadowReport CollectShadows(const PathView& view, const ShadowLookup& lookup,
-                            const FindAll& findAll) {
-  const auto candidates =
-      lookup.names.empty() ? AllCandidates(view, lookup) : AskedCandidates(lookup.names);
-  const NameSet allowed(lookup.allowed, lookup.policy);
+ShadowReport CollectShadows(const PathView& view, const ShadowLookup& lookup) {
+  const auto asked = BytesOf(lookup.names);
+  const auto candidates = asked.empty() ? AllCandidates(view, lookup)
+                                        : std::vector<Candidate>(asked.begin(), asked.end());
+  const auto allowed = BytesOf(lookup.allowed);
+  const NameSet allowedNames(allowed, lookup.policy);
   std::vector<Answer> answers(candidates.size());
   AnyInParallel(candidates.size(), [&](std::size_t at) {
-    answers[at] = AnswerFor(candidates[at], allowed, findAll);
+    answers[at] = AnswerFor(view, lookup, allowedNames, candidates[at]);
     return false;
   });
   ShadowReport report;
-  std::vector<ustring> hiding;  // of the allowed names, those that hide files
+  std::vector<std::string> hiding;  // of the allowed names, those that hide files
   for (std::size_t at = 0; at < answers.size(); ++at) {
     auto& [shadow, isUnknown, isAllowed] = answers[at];
     if (shadow) report.shadows.push_back(std::move(*shadow));
-    if (isUnknown && !lookup.names.empty()) report.unknown.push_back(lookup.names[at]);
-    if (isAllowed) hiding.push_back(TextFromBytes(candidates[at].name));
+    if (isUnknown && !asked.empty()) report.unknown.push_back(lookup.names[at]);
+    if (isAllowed) hiding.push_back(candidates[at].name);
   }
-  const NameSet asked(lookup.names, lookup.policy);
-  const NameSet used(hiding, lookup.policy);
-  for (const ustring& name : lookup.allowed) {
-    const std::string bytes = BytesFromText(name).value_or("");
-    const bool isAsked = lookup.names.empty() || asked.Contains(bytes);
-    if (isAsked && !used.Contains(bytes)) report.idleAllowances.push_back(name);
+  const NameSet askedNames(asked, lookup.policy);
+  const NameSet hidingNames(hiding, lookup.policy);
+  for (std::size_t at = 0; at < allowed.size(); ++at) {
+    const bool isAsked = asked.empty() || askedNames.Contains(allowed[at]);
+    if (isAsked && !hidingNames.Contains(allowed[at])) {
+      report.idleAllowances.push_back(lookup.allowed[at]);
+    }
   }
   return report;
 }
 
 ShadowSummary GetSummary(const std::vector<Shadow>& shadows) {
   ShadowSummary summary;
-  boost::unordered_flat_map<std::pair<const IPathEntry*, const IPathEntry*>, std::size_t> places;
+  // By winner and hidden: where the two stand in the list.
+  boost::unordered_flat_map<std::pair<const IPathEntry*, const IPathEntry*>, std::size_t> indices;
   for (const Shadow& shadow : shadows) {
     const auto winner = shadow.winner.GetPathEntry();
     for (const HiddenFile& hidden : shadow.hidden) {
       const auto folder = hidden.file.GetPathEntry();
-      const auto place =
-          places.emplace(std::make_pair(winner.get(), folder.get()), summary.folders.size());
-      if (place.second) summary.folders.push_back({winner, folder, {}});
-      summary.folders[place.first->second].counts.Count(hidden.kind);
+      const auto [index, isNew] =
+          indices.emplace(std::make_pair(winner.get(), folder.get()), summary.folders.size());
+      if (isNew) summary.folders.push_back({winner, folder, {}});
+      summary.folders[index->second].counts.Count(hidden.kind);
       summary.counts.Count(hidden.kind);
     }
   }
