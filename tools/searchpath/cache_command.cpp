@@ -9,7 +9,6 @@
 #include <nlohmann/json.hpp>
 
 #include <algorithm>
-#include <array>
 #include <cstddef>
 #include <optional>
 #include <string>
@@ -81,12 +80,6 @@ struct CheckedFolder {
   host::Freshness freshness;
 };
 
-// As JSON says it.
-const char* GetStateText(host::Freshness freshness) {
-  static constexpr std::array kWords = {"fresh", "stale", "gone", "unsure"};
-  return kWords[static_cast<std::size_t>(freshness)];
-}
-
 std::optional<std::string> GetReason(const CheckedFolder& folder) {
   switch (folder.freshness) {
     case host::Freshness::Fresh:
@@ -123,7 +116,7 @@ void WriteObjects(const Output& output, const std::vector<CheckedFolder>& folder
     nlohmann::ordered_json object;
     AddText(object, "path", GetNativePath(*folder.entry));
     object["items"] = folder.files;
-    object["state"] = GetStateText(folder.freshness);
+    object["state"] = GetWord(folder.freshness);
     object["reason"] = nullptr;
     if (const auto reason = GetReason(folder)) object["reason"] = *reason;
     output.WriteObject(object);
@@ -138,7 +131,7 @@ void WriteWords(const Output& output, const std::vector<CheckedFolder>& folders,
     files += folder.files;
     const auto reason = GetReason(folder);
     if (!reason) continue;
-    WriteData(GetPadded(GetStateText(folder.freshness), stateWidth) + "  " +
+    WriteData(GetPadded(GetWord(folder.freshness), stateWidth) + "  " +
               output.GetShown(GetBytes(GetNativePath(*folder.entry))) + "  (" + *reason + ")\n");
   }
   WriteData("a path of " + GetCount(mainFolders, "folder") + "; in all " +

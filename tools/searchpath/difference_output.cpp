@@ -20,16 +20,9 @@ constexpr std::size_t kChangeWidth = 9;  // of "refreshed"
 constexpr std::size_t kPlaceWidth = 8;   // of "10 -> 12"
 
 Paint GetPaint(host::FolderChange change) {
-  switch (change) {
-    case host::FolderChange::Removed:
-      return Paint::Bad;
-    case host::FolderChange::Added:
-      return Paint::Good;
-    case host::FolderChange::Moved:
-    case host::FolderChange::Refreshed:
-      break;
-  }
-  return Paint::Notice;
+  using host::FolderChange;
+  if (change == FolderChange::Added) return Paint::Good;
+  return change == FolderChange::Removed ? Paint::Bad : Paint::Notice;
 }
 
 std::string GetPlace(std::optional<std::size_t> place) {
@@ -53,7 +46,7 @@ std::pair<std::string, Paint> Describe(const host::NameChange& name) {
 
 void WriteDifference(const Output& output, const host::FolderDifference& difference) {
   const IPathEntry& folder = *(difference.after ? difference.after : difference.before);
-  const std::string change = GetChangeText(difference.change);
+  const std::string change = GetWord(difference.change);
   if (!output.IsJson()) {
     WriteData(output.GetPainted(change, GetPaint(difference.change)) +
               std::string(kChangeWidth + 2 - change.size(), ' ') +
@@ -63,7 +56,7 @@ void WriteDifference(const Output& output, const host::FolderDifference& differe
   }
   nlohmann::ordered_json object = {{"change", change}};
   AddText(object, "path", GetNativePath(folder));
-  object["kind"] = GetKindText(folder.GetPathEntryType());
+  object["kind"] = GetWord(folder.GetPathEntryType());
   object["old"] = nullptr;
   object["new"] = nullptr;
   if (difference.placeBefore) object["old"] = *difference.placeBefore + 1;

@@ -79,7 +79,7 @@ std::string GetWords(const Output& output, const host::PathFinding& finding) {
 }
 
 void WriteObject(const Output& output, const host::PathFinding& finding) {
-  nlohmann::ordered_json object = {{"finding", GetFindingText(finding.kind)}};
+  nlohmann::ordered_json object = {{"finding", GetWord(finding.kind)}};
   AddText(object, "path", finding.folder);
   AddText(object, "origin", finding.origin);
   if (!finding.other.empty()) AddText(object, "other", finding.other);

@@ -87,8 +87,8 @@ void WriteWords(const Output& output, const host::Environment& environment, cons
 nlohmann::ordered_json GetObject(const host::AskedFolder& asked) {
   nlohmann::ordered_json object;
   AddText(object, "folder", GetNativePath(*asked.folder));
-  object["kind"] = GetKindText(asked.folder->GetPathEntryType());
-  object["outcome"] = GetOutcomeText(asked.outcome);
+  object["kind"] = GetWord(asked.folder->GetPathEntryType());
+  object["outcome"] = GetWord(asked.outcome);
   object["files"] = nlohmann::ordered_json::array();
   for (const FoundItem& file : asked.files) {
     AddText(object["files"].emplace_back(), "path", host::GetNativePath(file));
@@ -108,7 +108,7 @@ nlohmann::ordered_json GetObject(const std::string& name, const host::Explanatio
   if (!explanation.files.empty()) {
     AddText(object, "path", host::GetNativePath(explanation.files.front()));
   }
-  object["rule"] = GetRuleText(explanation.rule);
+  object["rule"] = GetWord(explanation.rule);
   object["asked"] = nlohmann::ordered_json::array();
   for (const host::AskedFolder& asked : explanation.asked) {
     object["asked"].push_back(GetObject(asked));

@@ -40,7 +40,7 @@ void WriteFolders(const Output& output, const std::string& name, const Folders& 
     }
     nlohmann::ordered_json object = {{"name", name}};
     AddText(object, "path", GetNativePath(*folder));
-    object["kind"] = GetKindText(folder->GetPathEntryType());
+    object["kind"] = GetWord(folder->GetPathEntryType());
     output.WriteObject(object);
   }
 }

@@ -17,7 +17,7 @@ void WriteObject(const Output& output, nlohmann::ordered_json object, const Foun
   const IPathEntry& folder = *file.GetPathEntry();
   AddText(object, "path", host::GetNativePath(file));
   object["folder"] = GetBytes(GetNativePath(folder));
-  object["kind"] = GetKindText(folder.GetPathEntryType());
+  object["kind"] = GetWord(folder.GetPathEntryType());
   output.WriteObject(object);
 }
 

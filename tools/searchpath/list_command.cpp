@@ -43,7 +43,7 @@ void WriteWords(const Output& output, const host::Environment& environment,
   const std::string origin =
       GetOriginText(output, environment, environment.FindOrigin(folder), folder);
   WriteData(blanks + number + (count == 1 ? " file   " : " files  ") +
-            GetPadded(GetKindText(folder.GetPathEntryType()), kKindWidth) + "  " +
+            GetPadded(GetWord(folder.GetPathEntryType()), kKindWidth) + "  " +
             output.GetShown(GetBytes(GetNativePath(folder))) +
             (problem == nullptr ? "" : std::string("  (") + problem + ')') +
             (origin.empty() ? "" : "  (" + origin + ')') + '\n');
@@ -53,7 +53,7 @@ void WriteObject(const Output& output, const host::Environment& environment,
                  const IPathEntry& folder) {
   nlohmann::ordered_json object;
   AddText(object, "path", GetNativePath(folder));
-  object["kind"] = GetKindText(folder.GetPathEntryType());
+  object["kind"] = GetWord(folder.GetPathEntryType());
   object["items"] = GetItemCount(folder);
   object["problem"] = nullptr;
   if (const char* problem = FindProblemText(folder)) object["problem"] = problem;

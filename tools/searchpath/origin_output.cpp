@@ -28,7 +28,7 @@ std::string GetOriginText(const Output& output, const host::Environment& environ
 
 void AddOrigin(nlohmann::ordered_json& object, const host::FolderOrigin& origin) {
   AddText(object, "origin", origin.folder);
-  object["source"] = GetSourceText(origin.source);
+  object["source"] = GetWord(origin.source);
   if (!origin.package) return;
   AddText(object["package"], "name", origin.package->name);
   AddText(object["package"], "version", origin.package->version);

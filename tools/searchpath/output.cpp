@@ -9,6 +9,7 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <array>
 #include <cerrno>
 #include <cstdio>
 #include <cstdlib>
@@ -103,20 +104,10 @@ void Output::WriteObject(const nlohmann::ordered_json& object) const {
 }
 
 std::string Output::GetPainted(std::string_view text, Paint paint) const {
-  const auto start = [paint] {
-    switch (paint) {
-      case Paint::Good:
-        return "\x1b[32m";
-      case Paint::Bad:
-        return "\x1b[31m";
-      case Paint::Notice:
-        return "\x1b[33m";
-      case Paint::Emphasis:
-        break;
-    }
-    return "\x1b[1m";
-  };
-  return color ? start() + std::string(text) + "\x1b[0m" : std::string(text);
+  // In the order of `Paint`.
+  constexpr std::array kStarts = {"\x1b[1m", "\x1b[32m", "\x1b[31m", "\x1b[33m"};
+  if (!color) return std::string(text);
+  return kStarts.at(static_cast<std::size_t>(paint)) + std::string(text) + "\x1b[0m";
 }
 
 void WriteData(std::string_view bytes) {

@@ -75,7 +75,7 @@ std::string GetCounts(const host::ShadowCounts& counts) {
 void AddCounts(nlohmann::ordered_json& object, const host::ShadowCounts& counts) {
   object["files"] = counts.GetTotal();
   for (const host::ShadowKind kind : host::kShadowKinds) {
-    object[GetShadowText(kind)] = counts.Of(kind);
+    object[GetWord(kind)] = counts.Of(kind);
   }
 }
 
@@ -129,7 +129,7 @@ void WriteShadow(const Output& output, const host::Shadow& shadow) {
     for (const host::HiddenFile& hidden : shadow.hidden) {
       nlohmann::ordered_json& file = object["hidden"].emplace_back();
       AddText(file, "path", host::GetNativePath(hidden.file));
-      file["kind"] = GetShadowText(hidden.kind);
+      file["kind"] = GetWord(hidden.kind);
     }
     output.WriteObject(object);
     return;

@@ -3,6 +3,7 @@
 
 #include "searchpath/host/explanation.h"
 #include "searchpath/host/folder_origin.h"
+#include "searchpath/host/freshness.h"
 #include "searchpath/host/path_differences.h"
 #include "searchpath/host/path_examination.h"
 #include "searchpath/host/shadow_search.h"
@@ -10,28 +11,16 @@
 
 namespace Corvane::PathManagement::tool {
 
-// The words of JSON, which programs compare: they stay as they are.
+// The words that stand for values in JSON. Programs compare them, so they never change.
 
-/// "ordinary", "+", "@", "private" or "resources".
-[[nodiscard]] const char* GetKindText(PathEntryType kind) noexcept;
-
-/// "holds-it", "absent" and the like.
-[[nodiscard]] const char* GetOutcomeText(host::FolderOutcome outcome) noexcept;
-
-/// "first-folder", "nothing-found" and the like.
-[[nodiscard]] const char* GetRuleText(host::DecidingRule rule) noexcept;
-
-/// "removed", "added", "moved" or "refreshed".
-[[nodiscard]] const char* GetChangeText(host::FolderChange change) noexcept;
-
-/// "command-line", "stored-path", "cache" or "package".
-[[nodiscard]] const char* GetSourceText(host::FolderSource source) noexcept;
-
-/// "different", "same-file" and the like.
-[[nodiscard]] const char* GetShadowText(host::ShadowKind kind) noexcept;
-
-/// "missing", "not-utf-8" and the like.
-[[nodiscard]] const char* GetFindingText(host::FindingKind kind) noexcept;
+[[nodiscard]] const char* GetWord(PathEntryType kind);
+[[nodiscard]] const char* GetWord(host::FolderOutcome outcome);
+[[nodiscard]] const char* GetWord(host::DecidingRule rule);
+[[nodiscard]] const char* GetWord(host::FolderChange change);
+[[nodiscard]] const char* GetWord(host::FolderSource source);
+[[nodiscard]] const char* GetWord(host::ShadowKind kind);
+[[nodiscard]] const char* GetWord(host::FindingKind kind);
+[[nodiscard]] const char* GetWord(host::Freshness freshness);
 
 }  // namespace Corvane::PathManagement::tool
 
