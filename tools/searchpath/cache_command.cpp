@@ -3,6 +3,7 @@
 #include "commands.h"
 #include "output.h"
 #include "path_folder.h"
+#include "phrases.h"
 #include "progress.h"
 #include "words.h"
 
@@ -107,10 +108,6 @@ std::vector<CheckedFolder> Check(const host::PathEntryFactory& cache) {
   return checked;
 }
 
-std::string GetCount(std::size_t count, const char* thing) {
-  return std::to_string(count) + ' ' + thing + (count == 1 ? "" : "s");
-}
-
 void WriteObjects(const Output& output, const std::vector<CheckedFolder>& folders) {
   for (const CheckedFolder& folder : folders) {
     nlohmann::ordered_json object;
@@ -134,8 +131,8 @@ void WriteWords(const Output& output, const std::vector<CheckedFolder>& folders,
     WriteData(GetPadded(GetWord(folder.freshness), stateWidth) + "  " +
               output.GetShown(GetBytes(GetNativePath(*folder.entry))) + "  (" + *reason + ")\n");
   }
-  WriteData("a path of " + GetCount(mainFolders, "folder") + "; in all " +
-            GetCount(folders.size(), "folder") + " with " + GetCount(files, "file") + '\n');
+  WriteData("a path of " + GetCounted(mainFolders, "folder") + "; in all " +
+            GetCounted(folders.size(), "folder") + " with " + GetCounted(files, "file") + '\n');
 }
 
 Outcome Verify(const std::vector<std::string>& arguments) {

@@ -1,6 +1,7 @@
 #include "command_line.h"
 #include "commands.h"
 #include "package_output.h"
+#include "phrases.h"
 #include "progress.h"
 #include "search_path.h"
 #include "words.h"
@@ -48,12 +49,12 @@ std::chrono::milliseconds GetSlow(const std::optional<std::string>& typed) {
 // Of many files the first ones are enough to read.
 std::string GetList(const Output& output, const std::vector<ustring>& files) {
   constexpr std::size_t kMost = 3;
-  std::string list;
-  for (std::size_t i = 0; i < std::min(files.size(), kMost); ++i) {
-    list += (i == 0 ? "" : ", ") + output.GetShown(GetBytes(files[i]));
+  std::vector<std::string> list;
+  for (const ustring& file : files) {
+    if (list.size() < kMost) list.push_back(output.GetShown(GetBytes(file)));
   }
-  return files.size() > kMost ? list + " and " + std::to_string(files.size() - kMost) + " more"
-                              : list;
+  const std::size_t more = files.size() - list.size();
+  return Join(list, ", ") + (more == 0 ? "" : " and " + std::to_string(more) + " more");
 }
 
 std::string GetWords(const Output& output, const host::PathFinding& finding) {

@@ -3,6 +3,7 @@
 #include "origin_output.h"
 #include "output.h"
 #include "path_folder.h"
+#include "phrases.h"
 #include "words.h"
 
 #include <nlohmann/json.hpp>
@@ -44,9 +45,7 @@ std::string GetRemark(const Output& output, const host::Environment& environment
   }
   std::string origin = GetOriginText(output, environment, asked.origin, *asked.folder);
   if (!origin.empty()) remarks.push_back(std::move(origin));
-  std::string remark;
-  for (const std::string& part : remarks) remark += (remark.empty() ? "" : "; ") + part;
-  return remark;
+  return Join(remarks, "; ");
 }
 
 std::vector<AskedLine> GetLines(const Output& output, const host::Environment& environment,

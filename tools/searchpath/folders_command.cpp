@@ -2,13 +2,13 @@
 #include "commands.h"
 #include "matching.h"
 #include "path_folder.h"
+#include "phrases.h"
 #include "search_path.h"
 #include "searchpath/model/byte_text.h"
 #include "words.h"
 
 #include <nlohmann/json.hpp>
 
-#include <algorithm>
 #include <cstddef>
 #include <memory>
 
@@ -47,13 +47,12 @@ void WriteFolders(const Output& output, const std::string& name, const Folders& 
 
 // The first ones, with `last` before the last.
 std::string GetList(const Folders& folders, const std::string& last) {
-  const std::size_t count = std::min<std::size_t>(folders.size(), 3);
-  std::string list;
-  for (std::size_t i = 0; i < count; ++i) {
-    if (i > 0) list += i + 1 < count ? ", " : ' ' + last + ' ';
-    list += Quoted(GetBytes(GetNativePath(*folders[i])));
+  constexpr std::size_t kMost = 3;
+  std::vector<std::string> list;
+  for (const auto& folder : folders) {
+    if (list.size() < kMost) list.push_back(Quoted(GetBytes(GetNativePath(*folder))));
   }
-  return list;
+  return Join(list, ", ", ' ' + last + ' ');
 }
 
 // What may help when `lookup` found nothing; often empty.

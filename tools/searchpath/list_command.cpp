@@ -3,6 +3,7 @@
 #include "commands.h"
 #include "origin_output.h"
 #include "path_folder.h"
+#include "phrases.h"
 #include "search_path.h"
 #include "searchpath/model/path_entry.h"
 #include "words.h"
@@ -13,6 +14,7 @@
 #include <cstddef>
 #include <optional>
 #include <string>
+#include <string_view>
 
 namespace Corvane::PathManagement::tool {
 
@@ -31,18 +33,18 @@ constexpr CommandText kText = {
     "--save writes the folders with the names of their files to FILE, as a cache; see\n"
     "searchpath cache --help. Nothing is printed then.\n\n"};
 
-constexpr std::size_t kCountWidth = 7;  // digits that stay in line
-constexpr std::size_t kKindWidth = 9;   // of "resources"
+constexpr std::size_t kNumberWidth = 7;  // digits that stay in line
+constexpr std::size_t kCountWidth = kNumberWidth + std::string_view(" files").size();
+constexpr std::size_t kKindWidth = 9;  // of "resources"
 
 void WriteWords(const Output& output, const host::Environment& environment,
                 const IPathEntry& folder) {
-  const std::size_t count = GetItemCount(folder);
-  const std::string number = std::to_string(count);
-  const std::string blanks(kCountWidth - std::min(kCountWidth, number.size()), ' ');
+  const std::string count = GetCounted(GetItemCount(folder), "file");
+  const std::string blanks(kNumberWidth - std::min(kNumberWidth, count.find(' ')), ' ');
   const char* problem = FindProblemText(folder);
   const std::string origin =
       GetOriginText(output, environment, environment.FindOrigin(folder), folder);
-  WriteData(blanks + number + (count == 1 ? " file   " : " files  ") +
+  WriteData(GetPadded(blanks + count, kCountWidth) + "  " +
             GetPadded(GetWord(folder.GetPathEntryType()), kKindWidth) + "  " +
             output.GetShown(GetBytes(GetNativePath(folder))) +
             (problem == nullptr ? "" : std::string("  (") + problem + ')') +

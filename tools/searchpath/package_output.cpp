@@ -2,6 +2,7 @@
 
 #include "command_line.h"
 #include "output.h"
+#include "phrases.h"
 
 namespace Corvane::PathManagement::tool {
 
@@ -21,7 +22,7 @@ void TellPackageProblems(const host::PackageRegistry& registry) {
   const auto& problems = registry.GetProblems();
   for (const host::PackageProblem& problem : problems) Tell(GetBytes(problem.GetText()));
   const std::size_t more = registry.GetProblemCount() - problems.size();
-  if (more > 0) Tell("left out " + std::to_string(more) + " more packages");
+  if (more > 0) Tell("left out " + GetCounted(more, "more package"));
 }
 
 }  // namespace Corvane::PathManagement::tool

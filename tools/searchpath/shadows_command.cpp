@@ -3,6 +3,7 @@
 #include "hint.h"
 #include "matching.h"
 #include "path_folder.h"
+#include "phrases.h"
 #include "progress.h"
 #include "search_path.h"
 #include "searchpath/model/byte_text.h"
@@ -63,13 +64,12 @@ struct ShadowsOptions {
 };
 
 std::string GetCounts(const host::ShadowCounts& counts) {
-  std::string list;
+  std::vector<std::string> list;
   for (const host::ShadowKind kind : host::kShadowKinds) {
     const std::size_t count = counts.Of(kind);
-    if (count == 0) continue;
-    list += (list.empty() ? "" : ", ") + std::to_string(count) + ' ' + host::GetText(kind);
+    if (count > 0) list.push_back(std::to_string(count) + ' ' + host::GetText(kind));
   }
-  return list;
+  return Join(list, ", ");
 }
 
 void AddCounts(nlohmann::ordered_json& object, const host::ShadowCounts& counts) {
@@ -77,10 +77,6 @@ void AddCounts(nlohmann::ordered_json& object, const host::ShadowCounts& counts)
   for (const host::ShadowKind kind : host::kShadowKinds) {
     object[GetWord(kind)] = counts.Of(kind);
   }
-}
-
-std::string GetCounted(std::size_t count, const std::string& what) {
-  return std::to_string(count) + ' ' + what + (count == 1 ? "" : "s");
 }
 
 void WriteSummaryObjects(const Output& output, std::size_t names,

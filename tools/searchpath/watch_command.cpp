@@ -2,6 +2,7 @@
 #include "commands.h"
 #include "difference_output.h"
 #include "path_folder.h"
+#include "phrases.h"
 #include "progress.h"
 #include "search_path.h"
 #include "searchpath/host/disk_feed.h"
@@ -204,8 +205,7 @@ Outcome Watch(host::MainSearchPathManager& manager, const WatchOptions& options,
   auto printed = manager.GetPath();
   const host::DiskFeed feed(manager, events, {.files = lists});
   if (!options.path.quiet) {
-    const std::size_t folders = printed->GetMainFolders().size();
-    Tell("watching " + std::to_string(folders) + (folders == 1 ? " folder" : " folders"));
+    Tell("watching " + GetCounted(printed->GetMainFolders().size(), "folder"));
   }
   for (std::size_t lines = 0; !count || lines < *count;) {
     bell.Await();

@@ -1,0 +1,22 @@
+#ifndef SEARCHPATH_TOOLS_SEARCHPATH_PHRASES_H
+#define SEARCHPATH_TOOLS_SEARCHPATH_PHRASES_H
+
+#include <cstddef>
+#include <string>
+#include <vector>
+
+namespace Corvane::PathManagement::tool {
+
+// Parts of sentences.
+
+/// "1 file", "2 files".
+[[nodiscard]] std::string GetCounted(std::size_t count, const std::string& thing);
+
+/// The parts with `separator` between them, and `last` before the last one.
+[[nodiscard]] std::string Join(const std::vector<std::string>& parts, const std::string& separator,
+                               const std::string& last);
+[[nodiscard]] std::string Join(const std::vector<std::string>& parts, const std::string& separator);
+
+}  // namespace Corvane::PathManagement::tool
+
+#endif  // SEARCHPATH_TOOLS_SEARCHPATH_PHRASES_H
