@@ -53,10 +53,9 @@ constexpr const char* kHelp =
     "commands that search a path take --cache FILE.\n";
 
 constexpr const char* kExamples =
-    "Examples:\n"
     "  searchpath cache write lib/cache --path lib --recursive\n"
     "  searchpath find plot.m --cache lib/cache\n"
-    "  searchpath cache verify lib/cache\n\n";
+    "  searchpath cache verify lib/cache\n";
 
 const std::string& GetFile(const CommandLine& commandLine) {
   const auto& files = commandLine.GetOperands();
@@ -129,7 +128,7 @@ void WriteWords(const Output& output, const std::vector<CheckedFolder>& folders,
     const auto reason = GetReason(folder);
     if (!reason) continue;
     WriteData(GetPadded(GetWord(folder.freshness), stateWidth) + "  " +
-              output.GetShown(GetBytes(GetNativePath(*folder.entry))) + "  (" + *reason + ")\n");
+              output.GetShown(GetNativePath(*folder.entry)) + "  (" + *reason + ")\n");
   }
   WriteData("a path of " + GetCounted(mainFolders, "folder") + "; in all " +
             GetCounted(folders.size(), "folder") + " with " + GetCounted(files, "file") + '\n');
@@ -160,17 +159,10 @@ Outcome RunCache(const std::vector<std::string>& arguments) {
   const std::string word = arguments.empty() ? "" : arguments.front();
   if (word == "write") return Write({arguments.begin() + 1, arguments.end()});
   if (word == "verify") return Verify({arguments.begin() + 1, arguments.end()});
-  if (word == "--help") WriteData(kExamples);
-  if (word == "--version") {
-    WriteVersion();
-  } else if (word == "-h" || word == "--help") {
-    WriteData(kHelp);
-  } else {
-    throw UsageError("after cache comes write or verify" +
-                     (word.empty() ? "" : ", not " + Quoted(word)) +
-                     "; type: searchpath cache write FILE --path FOLDERS");
-  }
-  return Outcome::Found;
+  if (AnswerHelp(word, kHelp, kExamples)) return Outcome::Found;
+  throw UsageError("after cache comes write or verify" +
+                   (word.empty() ? "" : ", not " + Quoted(word)) +
+                   "; type: searchpath cache write FILE --path FOLDERS");
 }
 
 }  // namespace Corvane::PathManagement::tool

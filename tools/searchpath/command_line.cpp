@@ -1,6 +1,7 @@
 #include "command_line.h"
 
 #include "output.h"
+#include "searchpath/model/byte_text.h"
 #include "suggestion.h"
 
 #include <CLI/CLI.hpp>
@@ -39,6 +40,8 @@ std::vector<std::string> SplitEmptyValues(const std::vector<std::string>& argume
   }
   return split;
 }
+
+void WriteVersion() { WriteData("searchpath " SEARCHPATH_VERSION "\n"); }
 
 }  // namespace
 
@@ -175,6 +178,18 @@ std::string CommandLine::GetHelp(bool full) const {
   return full ? help + '\n' + notes : help;
 }
 
-void WriteVersion() { WriteData("searchpath " SEARCHPATH_VERSION "\n"); }
+std::vector<ustring> GetTexts(const std::vector<std::string>& words) {
+  std::vector<ustring> texts(words.size());
+  std::transform(words.begin(), words.end(), texts.begin(), TextFromBytes);
+  return texts;
+}
+
+bool AnswerHelp(const std::string& word, const char* help, const char* examples) {
+  const bool isFull = word == "--help";
+  if (isFull) WriteData(std::string("Examples:\n") + examples + '\n');
+  if (isFull || word == "-h") WriteData(help);
+  if (word == "--version") WriteVersion();
+  return isFull || word == "-h" || word == "--version";
+}
 
 }  // namespace Corvane::PathManagement::tool

@@ -1,10 +1,15 @@
 #ifndef SEARCHPATH_TOOLS_SEARCHPATH_COMMAND_LINE_H
 #define SEARCHPATH_TOOLS_SEARCHPATH_COMMAND_LINE_H
 
+#include "phrases.h"
+#include "searchpath/model/ustring.h"
+
+#include <charconv>
 #include <memory>
 #include <optional>
 #include <stdexcept>
 #include <string>
+#include <system_error>
 #include <utility>
 #include <vector>
 
@@ -81,16 +86,29 @@ class CommandLine {
 template <class Meaning>
 [[nodiscard]] Meaning ChooseValue(const std::string& option, const std::string& value,
                                   const std::vector<std::pair<std::string, Meaning>>& words) {
-  std::string list;
+  std::vector<std::string> known;
   for (const auto& [word, meaning] : words) {
     if (word == value) return meaning;
-    list += (list.empty() ? "" : ", ") + word;
+    known.push_back(word);
   }
-  throw UsageError(option + " is one of " + list + ", not \"" + value + '"');
+  throw UsageError(option + " is one of " + Join(known, ", ") + ", not \"" + value + '"');
 }
 
-/// Answers --version.
-void WriteVersion();
+/// `text` as a number of its type; empty when it is none. Nothing may stand before or behind it.
+template <class Number>
+[[nodiscard]] std::optional<Number> ParseNumber(const std::string& text) {
+  Number number{};
+  const char* const end = text.data() + text.size();
+  const auto [last, error] = std::from_chars(text.data(), end, number);
+  return error == std::errc() && last == end ? std::optional(number) : std::nullopt;
+}
+
+/// Words of the command line as texts.
+[[nodiscard]] std::vector<ustring> GetTexts(const std::vector<std::string>& words);
+
+/// Answers -h, --help and --version where a command is expected. Returns whether `word` is one of
+/// them.
+[[nodiscard]] bool AnswerHelp(const std::string& word, const char* help, const char* examples);
 
 }  // namespace Corvane::PathManagement::tool
 

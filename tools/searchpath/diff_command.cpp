@@ -90,18 +90,14 @@ bool WriteDifferences(const Output& output, const DiffOptions& options,
                       const host::FolderPath& before, const host::FolderPath& after) {
   using Filter = PathEntryVectorDifferentiator::ComparisonFilter;
   if (options.names) {
-    const auto names = [&] {
-      const Progress progress(options.path.quiet);
-      return host::FindNameChanges(before, after);
-    }();
+    const auto names =
+        WithProgress(options.path.quiet, [&] { return host::FindNameChanges(before, after); });
     for (const host::NameChange& name : names) WriteDifference(output, name);
     return !names.empty();
   }
-  const auto folders = [&] {
-    const Progress progress(options.path.quiet);
-    return host::FindPathDifferences(
-        before, after, options.subfolders ? Filter::IncludeSubfolders : Filter::TopLevelOnly);
-  }();
+  const auto filter = options.subfolders ? Filter::IncludeSubfolders : Filter::TopLevelOnly;
+  const auto folders = WithProgress(
+      options.path.quiet, [&] { return host::FindPathDifferences(before, after, filter); });
   for (const host::FolderDifference& folder : folders) WriteDifference(output, folder);
   return !folders.empty();
 }

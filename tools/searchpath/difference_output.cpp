@@ -51,7 +51,7 @@ void WriteDifference(const Output& output, const host::FolderDifference& differe
     WriteData(output.GetPainted(change, GetPaint(difference.change)) +
               std::string(kChangeWidth + 2 - change.size(), ' ') +
               GetPadded(GetPlaces(difference), kPlaceWidth) + "  " +
-              output.GetShown(GetBytes(GetNativePath(folder))) + '\n');
+              output.GetShown(GetNativePath(folder)) + '\n');
     return;
   }
   nlohmann::ordered_json object = {{"change", change}};
@@ -68,7 +68,7 @@ void WriteDifference(const Output& output, const host::NameChange& name) {
   const auto [change, paint] = Describe(name);
   if (!output.IsJson()) {
     const auto shown = [&](const FoundItem& file) {
-      return output.GetShown(GetBytes(host::GetNativePath(file)));
+      return output.GetShown(host::GetNativePath(file));
     };
     WriteData(output.GetPainted(change, paint) + std::string(kChangeWidth - change.size(), ' ') +
               (name.before ? shown(*name.before) : "") + (name.before && name.after ? " -> " : "") +

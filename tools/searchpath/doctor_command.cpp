@@ -8,8 +8,8 @@
 
 #include <nlohmann/json.hpp>
 
-#include <charconv>
 #include <cstddef>
+#include <cstdint>
 
 namespace Corvane::PathManagement::tool {
 
@@ -37,13 +37,9 @@ constexpr CommandText kText = {
 
 std::chrono::milliseconds GetSlow(const std::optional<std::string>& typed) {
   if (!typed) return host::Examination().slow;
-  std::uint32_t number = 0;
-  const char* const end = typed->data() + typed->size();
-  const auto [last, error] = std::from_chars(typed->data(), end, number);
-  if (error != std::errc() || last != end) {
-    throw UsageError("--slow is a number of milliseconds, not " + Quoted(*typed));
-  }
-  return std::chrono::milliseconds(number);
+  const auto number = ParseNumber<std::uint32_t>(*typed);
+  if (number) return std::chrono::milliseconds(*number);
+  throw UsageError("--slow is a number of milliseconds, not " + Quoted(*typed));
 }
 
 // Of many files the first ones are enough to read.
@@ -51,14 +47,14 @@ std::string GetList(const Output& output, const std::vector<ustring>& files) {
   constexpr std::size_t kMost = 3;
   std::vector<std::string> list;
   for (const ustring& file : files) {
-    if (list.size() < kMost) list.push_back(output.GetShown(GetBytes(file)));
+    if (list.size() < kMost) list.push_back(output.GetShown(file));
   }
   const std::size_t more = files.size() - list.size();
   return Join(list, ", ") + (more == 0 ? "" : " and " + std::to_string(more) + " more");
 }
 
 std::string GetWords(const Output& output, const host::PathFinding& finding) {
-  const auto shown = [&](const ustring& text) { return output.GetShown(GetBytes(text)); };
+  const auto shown = [&](const ustring& text) { return output.GetShown(text); };
   const std::string folder = shown(finding.folder) + ": ";
   switch (finding.kind) {
     case host::FindingKind::Missing:
@@ -110,10 +106,8 @@ Outcome RunDoctor(const std::vector<std::string>& arguments) {
   const Output output(outputOptions);
   const host::Examination examination{.slow = GetSlow(slow)};
   const host::Environment environment = OpenPath(path, commandLine);
-  const std::vector<host::PathFinding> findings = [&] {
-    const Progress progress(false);
-    return environment.Examine(examination);
-  }();
+  const std::vector<host::PathFinding> findings =
+      WithProgress(false, [&] { return environment.Examine(examination); });
   TellIdleExclusions(environment);
   if (environment.GetPackages() != nullptr) TellPackageProblems(*environment.GetPackages());
   for (const host::PathFinding& finding : findings) {

@@ -105,14 +105,6 @@ Outcome Run(const EditOptions& options, const Edit& edit, Outcome mishap) {
   return notification.empty() ? Outcome::Found : mishap;
 }
 
-std::vector<ustring> GetFolders(const CommandLine& commandLine) {
-  std::vector<ustring> folders;
-  for (const std::string& folder : commandLine.GetOperands()) {
-    folders.push_back(TextFromBytes(folder));
-  }
-  return folders;
-}
-
 }  // namespace
 
 Outcome RunAdd(const std::vector<std::string>& arguments) {
@@ -123,8 +115,8 @@ Outcome RunAdd(const std::vector<std::string>& arguments) {
   options.AddTo(commandLine);
   if (!commandLine.Parse(arguments)) return Outcome::Found;
   const auto add = [&](IMainSearchPathManager& manager) {
-    return AddFoldersToZentraPath(GetFolders(commandLine), host::WorkingFolder(), manager,
-                                  atEnd ? Position::End : Position::Begin);
+    return AddFoldersToZentraPath(GetTexts(commandLine.GetOperands()), host::WorkingFolder(),
+                                  manager, atEnd ? Position::End : Position::Begin);
   };
   return Run(options, add, Outcome::Failed);
 }
@@ -135,7 +127,8 @@ Outcome RunRemove(const std::vector<std::string>& arguments) {
   options.AddTo(commandLine);
   if (!commandLine.Parse(arguments)) return Outcome::Found;
   const auto remove = [&](IMainSearchPathManager& manager) {
-    return host::RemoveFolderTexts(GetFolders(commandLine), host::WorkingFolder(), manager);
+    return host::RemoveFolderTexts(GetTexts(commandLine.GetOperands()), host::WorkingFolder(),
+                                   manager);
   };
   return Run(options, remove, Outcome::NotFound);
 }

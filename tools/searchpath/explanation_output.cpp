@@ -31,17 +31,17 @@ std::string GetRemark(const Output& output, const host::Environment& environment
     if (file == explanation.files.front()) continue;
     const bool isBest = file == asked.files.front();
     remarks.push_back((isBest ? "holds " : "also holds ") +
-                      output.GetShown(GetBytes(host::GetNativePath(file))));
+                      output.GetShown(host::GetNativePath(file)));
   }
   for (const FoundItem& file : asked.inOtherCase) {
-    remarks.push_back("holds " + output.GetShown(GetBytes(host::GetNativePath(file))));
+    remarks.push_back("holds " + output.GetShown(host::GetNativePath(file)));
   }
   if (const char* problem = FindProblemText(*asked.folder)) remarks.emplace_back(problem);
   if (asked.repeated != nullptr) {
-    remarks.push_back("the same as " + output.GetShown(GetBytes(GetNativePath(*asked.repeated))));
+    remarks.push_back("the same as " + output.GetShown(GetNativePath(*asked.repeated)));
   }
   if (asked.outcome == host::FolderOutcome::FilteredOut) {
-    remarks.push_back("by --without " + output.GetShown(GetBytes(asked.hider)));
+    remarks.push_back("by --without " + output.GetShown(asked.hider));
   }
   std::string origin = GetOriginText(output, environment, asked.origin, *asked.folder);
   if (!origin.empty()) remarks.push_back(std::move(origin));
@@ -63,7 +63,7 @@ void WriteWords(const Output& output, const host::Environment& environment, cons
                 const host::Explanation& explanation) {
   const std::vector<FoundItem>& files = explanation.files;
   const std::string meaning =
-      files.empty() ? "no file" : output.GetShown(GetBytes(host::GetNativePath(files.front())));
+      files.empty() ? "no file" : output.GetShown(host::GetNativePath(files.front()));
   WriteData(output.GetShown(Quoted(name)) + " means " + meaning + '\n');
   const auto lines = GetLines(output, environment, explanation);
   std::size_t outcomeWidth = 0;

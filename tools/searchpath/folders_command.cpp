@@ -35,7 +35,7 @@ using Folders = std::vector<std::shared_ptr<const IPathEntry>>;
 void WriteFolders(const Output& output, const std::string& name, const Folders& folders) {
   for (const auto& folder : folders) {
     if (!output.IsJson()) {
-      output.WritePath(GetBytes(GetNativePath(*folder)));
+      output.WritePath(GetNativePath(*folder));
       continue;
     }
     nlohmann::ordered_json object = {{"name", name}};
@@ -50,7 +50,7 @@ std::string GetList(const Folders& folders, const std::string& last) {
   constexpr std::size_t kMost = 3;
   std::vector<std::string> list;
   for (const auto& folder : folders) {
-    if (list.size() < kMost) list.push_back(Quoted(GetBytes(GetNativePath(*folder))));
+    if (list.size() < kMost) list.push_back(Quoted(GetNativePath(*folder)));
   }
   return Join(list, ", ", ' ' + last + ' ');
 }

@@ -27,7 +27,7 @@ void WriteFile(const Output& output, const FoundItem& file) {
   if (output.IsJson()) {
     WriteObject(output, {}, file);
   } else {
-    output.WritePath(GetBytes(host::GetNativePath(file)));
+    output.WritePath(host::GetNativePath(file));
   }
 }
 

@@ -14,7 +14,7 @@ std::string GetHint(const host::Environment& environment, const host::Lookup& lo
   for (const auto& [file, similarity] : similar) {
     // Of several, the first on the path is what the name means.
     const bool isMeant = files.empty() && similarity == host::Similarity::OtherCase;
-    files.push_back(Quoted(GetBytes(host::GetNativePath(file))) + " (" + host::GetText(similarity) +
+    files.push_back(Quoted(host::GetNativePath(file)) + " (" + host::GetText(similarity) +
                     (isMeant ? ": --policy ignore-case finds it)" : ")"));
   }
   return "; did you mean " + Join(files, ", ", " or ") + '?';

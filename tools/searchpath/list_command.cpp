@@ -46,7 +46,7 @@ void WriteWords(const Output& output, const host::Environment& environment,
       GetOriginText(output, environment, environment.FindOrigin(folder), folder);
   WriteData(GetPadded(blanks + count, kCountWidth) + "  " +
             GetPadded(GetWord(folder.GetPathEntryType()), kKindWidth) + "  " +
-            output.GetShown(GetBytes(GetNativePath(folder))) +
+            output.GetShown(GetNativePath(folder)) +
             (problem == nullptr ? "" : std::string("  (") + problem + ')') +
             (origin.empty() ? "" : "  (" + origin + ')') + '\n');
 }
@@ -70,7 +70,7 @@ void WriteFolder(const Output& output, const host::Environment& environment,
   } else if (inWords) {
     WriteWords(output, environment, folder);
   } else {
-    output.WritePath(GetBytes(GetNativePath(folder)));
+    output.WritePath(GetNativePath(folder));
   }
 }
 

@@ -29,7 +29,6 @@ constexpr Command kCommands[] = {
     {"iri", RunIri}};
 
 constexpr const char* kExamples =
-    "Examples:\n"
     "  searchpath find ls --path \"$PATH\"            which file does ls mean?\n"
     "  searchpath find --all ls --path \"$PATH\"      and what does it hide?\n"
     "  searchpath find --explain ls --path \"$PATH\"  why that file?\n"
@@ -38,7 +37,7 @@ constexpr const char* kExamples =
     "  searchpath doctor --path \"$PATH\"            what is wrong with the path?\n"
     "  searchpath diff \"$OLD\" \"$PATH\"               what differs between two paths?\n"
     "  searchpath add ~/bin /usr/bin                which path, when there is no --path?\n"
-    "  searchpath iri '/usr/my lib'                 how is a folder written as an IRI?\n\n";
+    "  searchpath iri '/usr/my lib'                 how is a folder written as an IRI?\n";
 
 constexpr const char* kHelp =
     "Usage: searchpath COMMAND [OPTION]... [ARGUMENT]...\n"
@@ -79,15 +78,8 @@ Outcome Run(const std::vector<std::string>& arguments) {
   for (const Command& command : kCommands) {
     if (word == command.name) return command.run({arguments.begin() + 1, arguments.end()});
   }
-  if (word == "--help") WriteData(kExamples);
-  if (word == "--version") {
-    WriteVersion();
-  } else if (word == "-h" || word == "--help") {
-    WriteData(kHelp);
-  } else {
-    RefuseWord(word);
-  }
-  return Outcome::Found;
+  if (AnswerHelp(word, kHelp, kExamples)) return Outcome::Found;
+  RefuseWord(word);
 }
 
 // For whoever wants to know what took the time; every command would need the option otherwise.

@@ -23,7 +23,7 @@ std::string GetOriginText(const Output& output, const host::Environment& environ
     case host::FolderSource::Given:
       break;
   }
-  return isItself() ? "" : "from --path " + output.GetShown(GetBytes(origin.folder));
+  return isItself() ? "" : "from --path " + output.GetShown(origin.folder);
 }
 
 void AddOrigin(nlohmann::ordered_json& object, const host::FolderOrigin& origin) {

@@ -85,7 +85,7 @@ std::string Output::GetShown(const std::string& bytes) const {
   return toTerminal ? GetTextForTerminal(bytes) : bytes;
 }
 
-void Output::WritePath(const std::string& path) const {
+void Output::WritePath(const ustring& path) const {
   const std::string shown = GetShown(path);
   const std::size_t name = shown.rfind('/') + 1;
   WriteData(shown.substr(0, name) +

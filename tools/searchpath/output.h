@@ -27,6 +27,9 @@ enum class Outcome : std::uint8_t {
 /// What a word that is painted says.
 enum class Paint : std::uint8_t { Emphasis, Good, Bad, Notice };
 
+/// The bytes of a text that came from the command line or the disk.
+[[nodiscard]] std::string GetBytes(const ustring& text);
+
 /// How data is written, as it was asked for.
 struct OutputOptions {
   bool json = false;
@@ -47,12 +50,13 @@ class Output {
 
   /// `bytes` as they are written: made harmless for a terminal.
   [[nodiscard]] std::string GetShown(const std::string& bytes) const;
+  [[nodiscard]] std::string GetShown(const ustring& text) const { return GetShown(GetBytes(text)); }
 
   /// `text` in colour, where there is colour.
   [[nodiscard]] std::string GetPainted(std::string_view text, Paint paint) const;
 
   /// A line with a path, its last part emphasised.
-  void WritePath(const std::string& path) const;
+  void WritePath(const ustring& path) const;
   /// A line "label: value".
   void WriteField(std::string_view label, const std::string& value) const;
   /// An object on a line.
@@ -78,11 +82,9 @@ void FinishData();
 /// line.
 void Tell(std::string_view message);
 
-/// The bytes of a text that came from the command line or the disk.
-[[nodiscard]] std::string GetBytes(const ustring& text);
-
 /// `text` in double quotes, for a message.
 [[nodiscard]] std::string Quoted(std::string_view text);
+[[nodiscard]] inline std::string Quoted(const ustring& text) { return Quoted(GetBytes(text)); }
 
 /// How many characters `text` has.
 [[nodiscard]] std::size_t GetWidth(std::string_view text);

@@ -86,7 +86,7 @@ void WriteWords(const Output& output, const PackageLines& lines) {
       remark = *line.isOnPath ? "  (on the path)" : "  (not on the path)";
     }
     WriteData((line.isForPath ? "  for the path  " : "  other         ") +
-              output.GetShown(GetBytes(GetStringFromIRI(line.location))) + remark + '\n');
+              output.GetShown(GetStringFromIRI(line.location)) + remark + '\n');
   }
 }
 

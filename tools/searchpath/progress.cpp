@@ -35,7 +35,7 @@ bool WaitUntil(Clock::time_point time, const std::stop_token& stop) {
   return stop.stop_requested();
 }
 
-void Speak(const std::stop_token& stop) {
+void ShowProgress(const std::stop_token& stop) {
   const Clock::time_point start = Clock::now();
   if (WaitUntil(start + kLong, stop)) return;
   seconds elapsed(0);
@@ -50,7 +50,7 @@ void Speak(const std::stop_token& stop) {
 
 Progress::Progress(bool quiet) {
   if (!quiet && isatty(STDERR_FILENO) != 0 && TerminalTakesCommands()) {
-    speaker = std::jthread(Speak);
+    thread = std::jthread(ShowProgress);
   }
 }
 

@@ -13,8 +13,15 @@ class Progress {
   explicit Progress(bool quiet);
 
  private:
-  std::jthread speaker;  // none when there is nobody to speak to
+  std::jthread thread;  // none where there is nobody to read it
 };
+
+/// What `read` returns, with progress shown meanwhile.
+template <class Read>
+[[nodiscard]] auto WithProgress(bool quiet, const Read& read) {
+  const Progress progress(quiet);
+  return read();
+}
 
 }  // namespace Corvane::PathManagement::tool
 

@@ -73,12 +73,6 @@ std::vector<ustring> ReadPart(const std::string& part, const std::string& where,
                                           " (for a folder of that name write ./" + part + ')');
 }
 
-std::vector<ustring> GetTexts(const std::vector<std::string>& words) {
-  std::vector<ustring> texts(words.size());
-  std::transform(words.begin(), words.end(), texts.begin(), TextFromBytes);
-  return texts;
-}
-
 // What --cache names; nothing, which is told, where that cannot be used and --path says enough.
 std::vector<host::PathEntryFactory> ReadCache(const PathOptions& options) {
   if (!options.cache) return {};
@@ -148,7 +142,7 @@ void PathOptions::AddFoldersTo(CommandLine& commandLine) {
   commandLine.AddValues("--path", "FOLDERS", parts,
                         "A:B:..., @FILE (a folder a line, or list --save), -");
   commandLine.AddValue("--cache", "FILE", cache, "unchanged folders as FILE has them; cache -h");
-  commandLine.AddFlag("--recursive", recursive, "each folder with all ordinary folders below it");
+  AddRecursiveTo(commandLine);
   commandLine.AddValues("--without", "FOLDER", without, "hide this folder; may be repeated");
   commandLine.AddNotes(kNotes);
 }
@@ -164,12 +158,19 @@ void PathOptions::AddTo(CommandLine& commandLine) {
   AddPackagesTo(commandLine);
   commandLine.AddFlag("--keep-duplicates", keepDuplicates,
                       "search a folder as often as it is there");
-  commandLine.AddFlag("--quiet", quiet, "no word on folders that cannot be searched");
-  commandLine.AddFlag("--strict", strict, "exit with 2 when there are such folders");
+  AddReportingTo(commandLine);
 }
 
 void PathOptions::AddReadingTo(CommandLine& commandLine) {
+  AddRecursiveTo(commandLine);
+  AddReportingTo(commandLine);
+}
+
+void PathOptions::AddRecursiveTo(CommandLine& commandLine) {
   commandLine.AddFlag("--recursive", recursive, "each folder with all ordinary folders below it");
+}
+
+void PathOptions::AddReportingTo(CommandLine& commandLine) {
   commandLine.AddFlag("--quiet", quiet, "no word on folders that cannot be searched");
   commandLine.AddFlag("--strict", strict, "exit with 2 when there are such folders");
 }
@@ -203,10 +204,7 @@ host::Environment OpenVersion(const std::string& part, const std::string& where,
 bool TellProblems(const host::Environment& environment, const PathOptions& options) {
   // Looking for problems opens every folder, which a first hit alone would not.
   if (options.quiet && !options.strict) return false;
-  const auto problems = [&] {
-    const Progress progress(options.quiet);
-    return environment.FindProblems();
-  }();
+  const auto problems = WithProgress(options.quiet, [&] { return environment.FindProblems(); });
   const bool failed = TellProblems(problems, options);
   if (!options.quiet) TellIdleExclusions(environment);
   const host::PackageRegistry* const packages = environment.GetPackages().get();
@@ -218,15 +216,14 @@ bool TellProblems(const host::Environment& environment, const PathOptions& optio
 bool TellProblems(const std::vector<host::FolderProblem>& problems, const PathOptions& options) {
   for (const host::FolderProblem& problem : problems) {
     if (options.quiet) break;
-    Tell("cannot search " + Quoted(GetBytes(problem.folder)) + ": " + problem.GetText());
+    Tell("cannot search " + Quoted(problem.folder) + ": " + problem.GetText());
   }
   return options.strict && !problems.empty();
 }
 
 void TellIdleExclusions(const host::Environment& environment) {
   for (const ustring& folder : environment.FindIdleExclusions()) {
-    Tell("--without " + Quoted(GetBytes(folder)) +
-         " hides nothing: that folder is not on the path");
+    Tell("--without " + Quoted(folder) + " hides nothing: that folder is not on the path");
   }
 }
 

@@ -30,6 +30,10 @@ struct PathOptions {
 
   /// For a command that is given its paths in another way.
   void AddReadingTo(CommandLine& commandLine);
+
+ private:
+  void AddRecursiveTo(CommandLine& commandLine);
+  void AddReportingTo(CommandLine& commandLine);
 };
 
 /// Errors: `UsageError` when there is no path, or a list or a root of packages that cannot be read.

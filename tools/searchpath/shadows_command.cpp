@@ -55,7 +55,7 @@ struct ShadowsOptions {
 
   [[nodiscard]] host::ShadowLookup GetLookup(const std::vector<std::string>& names) const {
     host::ShadowLookup lookup;
-    for (const std::string& name : names) lookup.names.push_back(TextFromBytes(name));
+    lookup.names = GetTexts(names);
     lookup.extensions = matching.GetExtensions();
     lookup.policy = matching.GetPolicy();
     if (allow) lookup.allowed = ReadListFile(*allow, "the names of --allow");
@@ -100,10 +100,10 @@ void WriteSummaryWords(const Output& output, std::size_t names,
             GetCounted(files, "file") + (files == 0 ? "" : ": " + GetCounts(summary.counts)) +
             '\n');
   for (const host::FolderShadows& folders : summary.folders) {
-    WriteData("  " + output.GetShown(GetBytes(GetNativePath(*folders.winner))) + " hides " +
+    WriteData("  " + output.GetShown(GetNativePath(*folders.winner)) + " hides " +
               GetCounted(folders.counts.GetTotal(), "file") + " of " +
-              output.GetShown(GetBytes(GetNativePath(*folders.hidden))) + ": " +
-              GetCounts(folders.counts) + '\n');
+              output.GetShown(GetNativePath(*folders.hidden)) + ": " + GetCounts(folders.counts) +
+              '\n');
   }
 }
 
@@ -131,11 +131,11 @@ void WriteShadow(const Output& output, const host::Shadow& shadow) {
     return;
   }
   constexpr std::size_t kKindWidth = 10;  // of "unreadable"
-  WriteData(output.GetShown(Quoted(GetBytes(shadow.name))) + " means " +
-            output.GetShown(GetBytes(host::GetNativePath(shadow.winner))) + " and hides\n");
+  WriteData(output.GetShown(Quoted(shadow.name)) + " means " +
+            output.GetShown(host::GetNativePath(shadow.winner)) + " and hides\n");
   for (const host::HiddenFile& hidden : shadow.hidden) {
     WriteData("  " + GetPadded(host::GetText(hidden.kind), kKindWidth) + "  " +
-              output.GetShown(GetBytes(host::GetNativePath(hidden.file))) + '\n');
+              output.GetShown(host::GetNativePath(hidden.file)) + '\n');
   }
 }
 
@@ -162,17 +162,15 @@ Outcome RunShadows(const std::vector<std::string>& arguments) {
   const Output output(options.output);
   const host::ShadowLookup lookup = options.GetLookup(commandLine.GetOperands());
   const host::Environment environment = OpenPath(options.path, commandLine);
-  const host::ShadowReport report = [&] {
-    const Progress progress(options.path.quiet);
-    return environment.FindShadows(lookup);
-  }();
+  const host::ShadowReport report =
+      WithProgress(options.path.quiet, [&] { return environment.FindShadows(lookup); });
   const bool failed = TellProblems(environment, options.path);
   for (const ustring& name : report.unknown) {
     const std::string hint = GetHint(environment, {.name = name, .extensions = lookup.extensions});
-    Tell("no file called " + Quoted(GetBytes(name)) + " on the path" + hint);
+    Tell("no file called " + Quoted(name) + " on the path" + hint);
   }
   for (const ustring& name : report.idleAllowances) {
-    Tell("--allow " + Quoted(GetBytes(name)) + ": that name hides nothing (any more)");
+    Tell("--allow " + Quoted(name) + ": that name hides nothing (any more)");
   }
   if (!options.path.quiet) TellUnread(report.shadows);
   if (options.summary) {

@@ -24,7 +24,6 @@
 #include <array>
 #include <atomic>
 #include <cerrno>
-#include <charconv>
 #include <csignal>
 #include <cstdint>
 #include <cstdio>
@@ -81,10 +80,8 @@ struct WatchOptions {
   // How many lines end it; empty: none do.
   [[nodiscard]] std::optional<std::size_t> GetCount() const {
     if (!count) return std::nullopt;
-    std::size_t lines = 0;
-    const char* const end = count->data() + count->size();
-    const auto [stop, error] = std::from_chars(count->data(), end, lines);
-    if (error == std::errc() && stop == end && lines > 0) return lines;
+    const auto lines = ParseNumber<std::size_t>(*count);
+    if (lines && *lines > 0) return lines;
     throw UsageError("--count is a number of lines, 1 or more, not " + Quoted(*count));
   }
 
@@ -158,7 +155,7 @@ std::size_t WriteDifferences(const Output& output, const WatchOptions& options,
     WriteDifference(output, folder);
     const char* const problem = folder.after == nullptr ? nullptr : FindProblemText(*folder.after);
     if (problem != nullptr && !options.path.quiet) {
-      Tell("cannot search " + Quoted(GetBytes(GetNativePath(*folder.after))) + ": " + problem);
+      Tell("cannot search " + Quoted(GetNativePath(*folder.after)) + ": " + problem);
     }
   }
   const auto names = host::FindNameChanges(before, after);
