@@ -25,7 +25,7 @@ bool SavePath(const host::Environment& environment, const PathOptions& options,
   } catch (const std::exception& failure) {
     throw UsageError("cannot save the listing: " + std::string(failure.what()));
   }
-  return TellProblems(environment, options);
+  return ReportProblems(environment, options);
 }
 
 }  // namespace Corvane::PathManagement::tool

@@ -117,7 +117,7 @@ Outcome RunDiff(const std::vector<std::string>& arguments) {
   const host::FolderPath old(before.GetMainFolders());
   const host::FolderPath shared(
       host::ShareUnchangedFolders(after.GetMainFolders(), old.GetMainFolders()));
-  const bool failed = TellProblems(FindProblems(before, after), options.path);
+  const bool failed = ReportProblems(FindProblems(before, after), options.path);
   const bool differ = WriteDifferences(output, options, old, shared);
   if (failed) return Outcome::Failed;
   return differ ? Outcome::NotFound : Outcome::Found;

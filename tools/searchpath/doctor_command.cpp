@@ -108,8 +108,8 @@ Outcome RunDoctor(const std::vector<std::string>& arguments) {
   const host::Environment environment = OpenPath(path, commandLine);
   const std::vector<host::PathFinding> findings =
       WithProgress(false, [&] { return environment.Examine(examination); });
-  TellIdleExclusions(environment);
-  if (environment.GetPackages() != nullptr) TellPackageProblems(*environment.GetPackages());
+  ReportIdleExclusions(environment);
+  if (environment.GetPackages() != nullptr) ReportPackageProblems(*environment.GetPackages());
   for (const host::PathFinding& finding : findings) {
     if (output.IsJson()) {
       WriteObject(output, finding);

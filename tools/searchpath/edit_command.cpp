@@ -63,7 +63,7 @@ struct EditOptions {
   }
 };
 
-// What is done to the path, and what there is to say about it.
+// Edits a path. Its messages say which folders could not be added or removed.
 using Edit = std::function<Notification(IMainSearchPathManager&)>;
 
 void WriteDifferences(const Output& output, const host::FolderPath& before,
@@ -96,13 +96,13 @@ Notification Change(const EditOptions& options, const Output& output, const Edit
   return notification;
 }
 
-// `mishap` is what messages make of the outcome.
-Outcome Run(const EditOptions& options, const Edit& edit, Outcome mishap) {
+// `outcomeWithMessages` is the outcome when some folder could not be added or removed.
+Outcome Run(const EditOptions& options, const Edit& edit, Outcome outcomeWithMessages) {
   const Notification notification = Change(options, Output(options.output), edit);
   for (const auto& message : notification.GetMessages()) {
-    Tell(GetBytes(foundation::core::except::GetText(message)));
+    Report(GetBytes(foundation::core::except::GetText(message)));
   }
-  return notification.empty() ? Outcome::Found : mishap;
+  return notification.empty() ? Outcome::Found : outcomeWithMessages;
 }
 
 }  // namespace

@@ -111,7 +111,7 @@ Outcome RunFiles(const std::vector<std::string>& arguments) {
   const std::vector<ustring> extensions = GetExtensions(options.matching);
   const FilenameMatchingPolicy policy = options.matching.GetPolicy();
   const host::Environment environment = OpenPath(options.path, commandLine);
-  const bool failed = TellProblems(environment, options.path);
+  const bool failed = ReportProblems(environment, options.path);
   bool foundAny = false;
   ForEachFolder(environment, options, [&](const std::shared_ptr<const IPathEntry>& folder) {
     for (const FoundItem& file : GetFiles(folder, extensions, policy)) {
@@ -120,7 +120,7 @@ Outcome RunFiles(const std::vector<std::string>& arguments) {
     }
     return false;
   });
-  if (!foundAny) Tell("no such file in the folders that were asked");
+  if (!foundAny) Report("no such file in the folders that were asked");
   if (failed) return Outcome::Failed;
   return foundAny ? Outcome::Found : Outcome::NotFound;
 }

@@ -105,8 +105,8 @@ class Finder {
     if (options.explain ? Explain(name) : Find(name)) return;
     foundAll = false;
     // A hint reads the whole path, which is too much for each of very many names.
-    Tell("no file called " + Quoted(name) + " on the path" +
-         (options.fromInput ? "" : GetHint(environment, lookup)));
+    Report("no file called " + Quoted(name) + " on the path" +
+           (options.fromInput ? "" : GetHint(environment, lookup)));
   }
 
   [[nodiscard]] bool FoundAll() const noexcept { return foundAll; }
@@ -157,7 +157,7 @@ Outcome RunFind(const std::vector<std::string>& arguments) {
   host::Lookup lookup = GetLookup(options);
   const host::Environment environment = OpenPath(options.path, commandLine);
   Finder finder(options, output, environment, std::move(lookup));
-  const bool failed = TellProblems(environment, options.path);
+  const bool failed = ReportProblems(environment, options.path);
   try {
     if (!AnswerAll(finder, options, names) || failed) return Outcome::Failed;
     return finder.FoundAll() ? Outcome::Found : Outcome::NotFound;

@@ -88,7 +88,7 @@ Outcome RunFolders(const std::vector<std::string>& arguments) {
   lookup.policy = GetPolicy(policy);
   const Output output(outputOptions);
   const host::Environment environment = OpenPath(path, commandLine);
-  const bool failed = TellProblems(environment, path);
+  const bool failed = ReportProblems(environment, path);
   bool foundAll = true;
   for (const std::string& name : commandLine.GetOperands()) {
     lookup.name = TextFromBytes(name);
@@ -96,7 +96,7 @@ Outcome RunFolders(const std::vector<std::string>& arguments) {
     WriteFolders(output, name, folders);
     if (!folders.empty()) continue;
     foundAll = false;
-    Tell("no folder of the path is called " + Quoted(name) + GetHint(environment, lookup));
+    Report("no folder of the path is called " + Quoted(name) + GetHint(environment, lookup));
   }
   if (failed) return Outcome::Failed;
   return foundAll ? Outcome::Found : Outcome::NotFound;

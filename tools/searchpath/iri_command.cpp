@@ -47,9 +47,9 @@ bool TryToWriteIRI(const Output& output, const std::string& typed) {
     WriteIRI(output, typed);
     return true;
   } catch (const foundation::storage::vfs::Exception& error) {
-    Tell(error.what());
+    Report(error.what());
   } catch (const current_working_folder::FailedToAbsolutizeException& error) {
-    Tell(Quoted(typed) + ": " + error.what());
+    Report(Quoted(typed) + ": " + error.what());
   }
   return false;
 }

@@ -94,7 +94,7 @@ Outcome RunList(const std::vector<std::string>& arguments) {
   const host::Environment environment = OpenPath(path, commandLine);
   if (saveTo) return SavePath(environment, path, *saveTo) ? Outcome::Failed : Outcome::Found;
   if (inWords || output.IsJson()) ReadFolders(environment, path);
-  const bool failed = TellProblems(environment, path);
+  const bool failed = ReportProblems(environment, path);
   environment.GetPath()->ForEachEntry(GetScopeOfAll(),
                                       [&](const std::shared_ptr<const IPathEntry>& folder) {
                                         WriteFolder(output, environment, *folder, inWords);

@@ -107,7 +107,7 @@ int main(int count, char** words) {
     FinishData();
     return static_cast<int>(outcome);
   } catch (const std::exception& error) {
-    Tell(error.what());
+    Report(error.what());
     return static_cast<int>(Outcome::Failed);
   }
 }

@@ -20,8 +20,8 @@ bool ForEachNameFromInput(char end, const std::function<void(const std::string&)
       continue;
     }
     allNamed = false;
-    Tell(std::string(end == '\0' ? "name " : "line ") + std::to_string(number) +
-         " of standard input is empty, which means no file");
+    Report(std::string(end == '\0' ? "name " : "line ") + std::to_string(number) +
+           " of standard input is empty, which means no file");
   }
   if (std::cin.eof() && !std::cin.bad()) return allNamed;
   throw UsageError("cannot read standard input, the names of --stdin: " +

@@ -120,7 +120,7 @@ bool TerminalTakesCommands() {
 
 void FinishData() { Check(std::fflush(stdout) == 0); }
 
-void Tell(std::string_view message) {
+void Report(std::string_view message) {
   const std::string line = "searchpath: " + GetTextForTerminal(message) + '\n';
   std::fwrite(line.data(), 1, line.size(), stderr);
 }

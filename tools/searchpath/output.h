@@ -80,7 +80,7 @@ void FinishData();
 
 /// A line on standard error; `message` is made harmless wherever that leads, so that it is one
 /// line.
-void Tell(std::string_view message);
+void Report(std::string_view message);
 
 /// `text` in double quotes, for a message.
 [[nodiscard]] std::string Quoted(std::string_view text);

@@ -18,11 +18,11 @@ void CheckRoot(const std::string& option, const std::string& root,
   }
 }
 
-void TellPackageProblems(const host::PackageRegistry& registry) {
+void ReportPackageProblems(const host::PackageRegistry& registry) {
   const auto& problems = registry.GetProblems();
-  for (const host::PackageProblem& problem : problems) Tell(GetBytes(problem.GetText()));
+  for (const host::PackageProblem& problem : problems) Report(GetBytes(problem.GetText()));
   const std::size_t more = registry.GetProblemCount() - problems.size();
-  if (more > 0) Tell("left out " + GetCounted(more, "more package"));
+  if (more > 0) Report("left out " + GetCounted(more, "more package"));
 }
 
 }  // namespace Corvane::PathManagement::tool

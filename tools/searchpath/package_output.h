@@ -17,7 +17,7 @@ void CheckRoot(const std::string& option, const std::string& root,
                const host::PackageRegistry& registry);
 
 /// Tells which packages were left out, and why.
-void TellPackageProblems(const host::PackageRegistry& registry);
+void ReportPackageProblems(const host::PackageRegistry& registry);
 
 }  // namespace Corvane::PathManagement::tool
 

@@ -133,18 +133,18 @@ Outcome RunPackages(const std::vector<std::string>& arguments) {
   bool failed = path.strict && registry.GetProblemCount() > 0;
   if (!path.parts.empty()) {
     environment.emplace(OpenPath(path, commandLine));
-    failed = TellProblems(*environment, path) || failed;
+    failed = ReportProblems(*environment, path) || failed;
   }
-  if (!path.quiet) TellPackageProblems(registry);
+  if (!path.quiet) ReportPackageProblems(registry);
   for (const ComponentIdentifier& identifier : registry.GetIdentifiers()) {
     const PackageLines lines = GetLines(registry, identifier, environment);
     failed = failed || (path.strict && !lines.problem.empty());
-    if (!path.quiet && !lines.problem.empty()) Tell(lines.problem);
+    if (!path.quiet && !lines.problem.empty()) Report(lines.problem);
     output.IsJson() ? WriteObject(output, lines) : WriteWords(output, lines);
   }
   if (failed) return Outcome::Failed;
   if (!registry.GetIdentifiers().empty()) return Outcome::Found;
-  Tell("no package in " + Quoted(*root) + "; see searchpath packages --help");
+  Report("no package in " + Quoted(*root) + "; see searchpath packages --help");
   return Outcome::NotFound;
 }
 

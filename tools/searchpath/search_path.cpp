@@ -80,7 +80,7 @@ std::vector<host::PathEntryFactory> ReadCache(const PathOptions& options) {
     return {ReadListing(*options.cache)};
   } catch (const UsageError& error) {
     if (options.parts.empty()) throw;
-    if (!options.quiet) Tell(std::string(error.what()) + "; the folders are read");
+    if (!options.quiet) Report(std::string(error.what()) + "; the folders are read");
     return {};
   }
 }
@@ -201,29 +201,29 @@ host::Environment OpenVersion(const std::string& part, const std::string& where,
   return Open(ReadParts({part}, where, {}), options);
 }
 
-bool TellProblems(const host::Environment& environment, const PathOptions& options) {
+bool ReportProblems(const host::Environment& environment, const PathOptions& options) {
   // Looking for problems opens every folder, which a first hit alone would not.
   if (options.quiet && !options.strict) return false;
   const auto problems = WithProgress(options.quiet, [&] { return environment.FindProblems(); });
-  const bool failed = TellProblems(problems, options);
-  if (!options.quiet) TellIdleExclusions(environment);
+  const bool failed = ReportProblems(problems, options);
+  if (!options.quiet) ReportIdleExclusions(environment);
   const host::PackageRegistry* const packages = environment.GetPackages().get();
   if (packages == nullptr) return failed;
-  if (!options.quiet) TellPackageProblems(*packages);
+  if (!options.quiet) ReportPackageProblems(*packages);
   return failed || (options.strict && packages->GetProblemCount() > 0);
 }
 
-bool TellProblems(const std::vector<host::FolderProblem>& problems, const PathOptions& options) {
+bool ReportProblems(const std::vector<host::FolderProblem>& problems, const PathOptions& options) {
   for (const host::FolderProblem& problem : problems) {
     if (options.quiet) break;
-    Tell("cannot search " + Quoted(problem.folder) + ": " + problem.GetText());
+    Report("cannot search " + Quoted(problem.folder) + ": " + problem.GetText());
   }
   return options.strict && !problems.empty();
 }
 
-void TellIdleExclusions(const host::Environment& environment) {
+void ReportIdleExclusions(const host::Environment& environment) {
   for (const ustring& folder : environment.FindIdleExclusions()) {
-    Tell("--without " + Quoted(folder) + " hides nothing: that folder is not on the path");
+    Report("--without " + Quoted(folder) + " hides nothing: that folder is not on the path");
   }
 }
 

@@ -52,16 +52,16 @@ void ReadFolders(const host::Environment& environment, const PathOptions& option
 
 /// Tells which folders cannot be searched, which packages cannot be used, and which --without hide
 /// nothing. Returns whether that makes the command fail.
-[[nodiscard]] bool TellProblems(const host::Environment& environment, const PathOptions& options);
-[[nodiscard]] bool TellProblems(const std::vector<host::FolderProblem>& problems,
-                                const PathOptions& options);
+[[nodiscard]] bool ReportProblems(const host::Environment& environment, const PathOptions& options);
+[[nodiscard]] bool ReportProblems(const std::vector<host::FolderProblem>& problems,
+                                  const PathOptions& options);
 
 /// The lines of the list `name`, which `what` says the use of. Errors: `UsageError` when it cannot be
 /// read.
 [[nodiscard]] std::vector<ustring> ReadListFile(const std::string& name, const std::string& what);
 
 /// Tells which --without hide nothing.
-void TellIdleExclusions(const host::Environment& environment);
+void ReportIdleExclusions(const host::Environment& environment);
 
 /// Answers a --from whose folder cannot be used.
 [[noreturn]] void RefuseFrom(const std::string& folder,

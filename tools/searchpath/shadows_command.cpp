@@ -140,14 +140,14 @@ void WriteShadow(const Output& output, const host::Shadow& shadow) {
 }
 
 // Tells each file once that could not be read.
-void TellUnread(const std::vector<host::Shadow>& shadows) {
+void ReportUnread(const std::vector<host::Shadow>& shadows) {
   std::set<std::string> told;
   for (const host::Shadow& shadow : shadows) {
     for (const host::HiddenFile& hidden : shadow.hidden) {
       if (!hidden.problem) continue;
       const std::string file = GetBytes(host::GetNativePath(hidden.problem->file));
       if (!told.insert(file).second) continue;
-      Tell("cannot read " + Quoted(file) + ": " + hidden.problem->reason.message());
+      Report("cannot read " + Quoted(file) + ": " + hidden.problem->reason.message());
     }
   }
 }
@@ -164,15 +164,15 @@ Outcome RunShadows(const std::vector<std::string>& arguments) {
   const host::Environment environment = OpenPath(options.path, commandLine);
   const host::ShadowReport report =
       WithProgress(options.path.quiet, [&] { return environment.FindShadows(lookup); });
-  const bool failed = TellProblems(environment, options.path);
+  const bool failed = ReportProblems(environment, options.path);
   for (const ustring& name : report.unknown) {
     const std::string hint = GetHint(environment, {.name = name, .extensions = lookup.extensions});
-    Tell("no file called " + Quoted(name) + " on the path" + hint);
+    Report("no file called " + Quoted(name) + " on the path" + hint);
   }
   for (const ustring& name : report.idleAllowances) {
-    Tell("--allow " + Quoted(name) + ": that name hides nothing (any more)");
+    Report("--allow " + Quoted(name) + ": that name hides nothing (any more)");
   }
-  if (!options.path.quiet) TellUnread(report.shadows);
+  if (!options.path.quiet) ReportUnread(report.shadows);
   if (options.summary) {
     WriteSummary(output, report.shadows);
   } else {

@@ -117,22 +117,22 @@ void CheckStandardOutput() {
   }
 }
 
-// What other threads have to say. They ring; the main thread waits.
-class Bell {
+// Other threads set it; the main thread waits for it.
+class WakeUp {
  public:
-  Bell() : descriptor(eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK)) {
+  WakeUp() : descriptor(eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK)) {
     if (descriptor < 0) throw std::system_error(errno, std::generic_category(), "cannot watch");
   }
-  Bell(const Bell&) = delete;
-  Bell& operator=(const Bell&) = delete;
-  ~Bell() { close(descriptor); }
+  WakeUp(const WakeUp&) = delete;
+  WakeUp& operator=(const WakeUp&) = delete;
+  ~WakeUp() { close(descriptor); }
 
-  void Ring() const {
-    static_cast<void>(eventfd_write(descriptor, 1));  // fails when it rings already
+  void Set() const {
+    static_cast<void>(eventfd_write(descriptor, 1));  // fails only where it is set already
   }
 
-  // Also notices that nobody reads what would be written.
-  void Await() const {
+  // Ends the program when nobody reads its output any more.
+  void Wait() const {
     std::array<pollfd, 2> sources = {{{.fd = descriptor, .events = POLLIN, .revents = 0},
                                       {.fd = STDOUT_FILENO, .events = 0, .revents = 0}}};
     while (poll(sources.data(), sources.size(), -1) < 0 && errno == EINTR) {
@@ -155,7 +155,7 @@ std::size_t WriteDifferences(const Output& output, const WatchOptions& options,
     WriteDifference(output, folder);
     const char* const problem = folder.after == nullptr ? nullptr : FindProblemText(*folder.after);
     if (problem != nullptr && !options.path.quiet) {
-      Tell("cannot search " + Quoted(GetNativePath(*folder.after)) + ": " + problem);
+      Report("cannot search " + Quoted(GetNativePath(*folder.after)) + ": " + problem);
     }
   }
   const auto names = host::FindNameChanges(before, after);
@@ -173,7 +173,7 @@ void ReadAgain(host::MainSearchPathManager& manager, const WatchOptions& options
       folders.push_back(folder->GetAbsoluteIRI());
     }
   } catch (const std::exception& error) {
-    Tell(std::string(error.what()) + "; the path stays as it was");
+    Report(std::string(error.what()) + "; the path stays as it was");
     return;
   }
   foundation::core::except::Notification notification;
@@ -184,29 +184,29 @@ Outcome Watch(host::MainSearchPathManager& manager, const WatchOptions& options,
               const Output& output, const CommandLine& commandLine) {
   const std::optional<std::size_t> count = options.GetCount();
   const std::vector<AbsoluteIRI> lists = FindLists(options.path);
-  const Bell bell;
-  std::atomic<bool> isPathInDoubt = false;
+  const WakeUp wakeUp;
+  std::atomic<bool> mustReadAgain = false;
   const auto events = createLocalEventMgr(SessionEmId);
-  const auto hearing = events->subscribe([&](const Event& event) {
+  const auto eventSubscription = events->subscribe([&](const Event& event) {
     const auto* const changed = dynamic_cast<const FileFolderChangedEvent*>(&event);
     if (changed == nullptr) return;
     const auto isChanged = [&](const AbsoluteIRI& list) {
       return list.toString() == changed->GetLocation();
     };
     if (!options.path.recursive && std::none_of(lists.begin(), lists.end(), isChanged)) return;
-    isPathInDoubt = true;
-    bell.Ring();
+    mustReadAgain = true;
+    wakeUp.Set();
   });
-  const auto listening = manager.AddListener([&](const auto& /*change*/) { bell.Ring(); });
+  const auto pathSubscription = manager.AddListener([&](const auto& /*change*/) { wakeUp.Set(); });
   const host::FolderObserver observer(manager, *events);
   auto printed = manager.GetPath();
   const host::DiskFeed feed(manager, events, {.files = lists});
   if (!options.path.quiet) {
-    Tell("watching " + GetCounted(printed->GetMainFolders().size(), "folder"));
+    Report("watching " + GetCounted(printed->GetMainFolders().size(), "folder"));
   }
   for (std::size_t lines = 0; !count || lines < *count;) {
-    bell.Await();
-    if (isPathInDoubt.exchange(false)) ReadAgain(manager, options, commandLine);
+    wakeUp.Wait();
+    if (mustReadAgain.exchange(false)) ReadAgain(manager, options, commandLine);
     const auto current = manager.GetPath();
     lines += WriteDifferences(output, options, *printed, *current);
     FinishData();
@@ -227,7 +227,7 @@ Outcome RunWatch(const std::vector<std::string>& arguments) {
   const Output output(options.output);
   const host::Environment environment = OpenPath(options.path, commandLine);
   ReadFolders(environment, options.path);
-  if (TellProblems(environment, options.path)) return Outcome::Failed;
+  if (ReportProblems(environment, options.path)) return Outcome::Failed;
   const auto manager = environment.CreateManager();
   return Watch(*manager, options, output, commandLine);
 }
