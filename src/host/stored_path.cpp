@@ -43,8 +43,8 @@ Line LocateLine(const ustring& text, std::size_t number, const std::string& file
   } catch (const current_working_folder::FailedToAbsolutizeException&) {
     // Told below.
   }
-  throw InvalidStoredPathException("folder " + std::to_string(number) + " of the list \"" + file +
-                                   "\" is no absolute path or \"file\" IRI: \"" +
+  throw InvalidStoredPathException("folder " + std::to_string(number) + " of the stored path \"" +
+                                   file + "\" is neither an absolute path nor a \"file\" IRI: \"" +
                                    BytesFromText(text).value_or("") + '"');
 }
 

@@ -46,16 +46,16 @@ TEST_F(DoctorTest, EachThingThatIsWrongIsFound) {
       {{.folders = {u"lib", u"lib/sub"}, .without = {u"lib/@cls"}}, ""},
       {{.folders = {u"lib", u"link", u"gone", u"dangling", u"loop", u"file", u"bare", u"gone"}},
        inLib + "the same folder as an earlier one link lib\nmissing gone\nmissing dangling\n"
-               "cannot be searched loop\nmissing file\nbrings no file bare\n"
+               "cannot be searched loop\nmissing file\ncontains no file bare\n"
                "the same folder as an earlier one gone gone\n"},
       {{.folders = {u"lib/private", u"lib"}},
        "belongs to another folder of the path lib/private lib\n" + inLib},
       {{.folders = {u"t/@t", u"t"}},
        "belongs to another folder of the path t/@t t\nnames that are not UTF-8 t/@t t/@t/\xFF\n"},
       {{.folders = {u"lib", u"other"}, .without = {u"lib/@cls"}},
-       "names that are one where case is ignored lib lib/fn.x other/FN.x\n"},
+       "names that are equal where case is ignored lib lib/fn.x other/FN.x\n"},
       {{.folders = {u"lib", u"other", u"gone"}, .without = {u"lib", u"gone"}},
-       "names that are one where case is ignored other other/FN.x other/fn.x\n"},
+       "names that are equal where case is ignored other other/FN.x other/fn.x\n"},
       {{.folders = {u"lib/sub", u"bare"}, .expansion = kRecursive},
        "cannot be searched bare/link/@cls/+up\n"
        "names that are not UTF-8 bare/link/@cls bare/link/@cls/\xFD bare/link/@cls/\xFE "

@@ -69,7 +69,7 @@ TEST_F(ToolTest, TheStoredPathIsEditedAndUsed) {
       {"printf '~/\n/x//y\n' >../real; ln -s real ../store; s add --store ../store mid; cat "
        "../real",
        0, "", "$T/mid\n~/\n/x//y\n"},
-      {"echo lib >../store; s add mid --store ../store", 2, "folder 1 of the list", ""},
+      {"echo lib >../store; s add mid --store ../store", 2, "folder 1 of the stored path", ""},
       {"s add mid --store no/such/file && s add mid --store file && cat no/such/file file", 0, "",
        "$T/mid\n$T/mid\n"},
       {"s add lib --store .", 2, "Is a directory", ""},
@@ -97,7 +97,7 @@ TEST_F(ToolTest, CachesAndSavedListingsAnswer) {
       {"head -c 99 ../cache >../cut; s find fn.m --path lib --cache ../cut", 0,
        "cannot use `../cut`: it is cut off; the folders are read\n", "$T/lib/fn.m\n"},
       {"s find fn.m --cache ../cut", 2, "searchpath: cannot use `../cut`: it is cut off\n", ""},
-      {"s cache verify over/fifo", 2, "cannot use `over/fifo`: it cannot be opened: it is no reg",
+      {"s cache verify over/fifo", 2, "cannot use `over/fifo`: it cannot be opened: it is not a reg",
        ""},
       {"s cache write no/x --path lib", 2, "cannot save the listing: cannot open the folder of",
        ""},

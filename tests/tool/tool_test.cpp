@@ -44,7 +44,7 @@ TEST_F(ToolTest, FindExplains) {
        "  absent                       $T/lib/sub/deep\n"
        "  hidden by an earlier folder  $T/lib          holds $T/lib/fn.m\n"
        "  unreadable                   $T/loop         a loop of links\n"
-       "why: the private folder of the folder that asks comes first\n"},
+       "why: the private folder of the asking folder comes first\n"},
       {"s find --explain fn no/x --ext c --ext m --path lib", 1, "`no/x` on the path\n",
        "`fn` means $T/lib/fn.c\nfolders asked, in order:\n  holds it  $T/lib  also holds "
        "$T/lib/fn.m\nwhy: the first folder on the path that holds it\n`no/x` means no file\n"
@@ -157,12 +157,12 @@ TEST_F(ToolTest, ShadowsAndDoctorCheck) {
        "$T/no: no such folder\n$T/over: the same folder as $T/over\n"
        "$T/odd/bad\xFF: names that are not UTF-8\n"
        "$T/lib/private: belongs to $T/lib, which is on the path\n"
-       "$T/odd/CASE.m, $T/lib/Case.m: names that are one where case is ignored\n"},
+       "$T/odd/CASE.m, $T/lib/Case.m: names that are equal where case is ignored\n"},
       {"echo http://h/ >web; s doctor --json --path over:no --path @web --without over", 1, "",
        "{`finding`:`unreadable`,`path`:`http://h/`,`origin`:`http://h/`,`problem`:`not a pathname "
-       "or an IRI that names a folder here`,`advice`:`mend that, or take the folder off the path`}"
+       "or an IRI that names a folder here`,`advice`:`correct this, or take the folder off the path`}"
        "\n{`finding`:`missing`,`path`:`$T/no`,`origin`:`no`,`problem`:`no such folder`,"
-       "`advice`:`make the folder, or take it off the path`}\n"},
+       "`advice`:`create the folder, or take it off the path`}\n"},
       {"s doctor --slow 0 --path over --json | cut -d'\"' -f4,8,12", 0, "",
        "slow\"$T/over\"over\n"},
       {"s doctor --slow 1x --path over", 2, "--slow is a number of milliseconds, not `1x`", ""},

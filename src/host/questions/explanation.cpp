@@ -162,9 +162,9 @@ const char* GetText(DecidingRule rule) noexcept {
     case DecidingRule::FolderBeforeMethod:
       return "the first folder that holds it comes before the method entry";
     case DecidingRule::PrivateFolder:
-      return "the private folder of the folder that asks comes first";
+      return "the private folder of the asking folder comes first";
     case DecidingRule::PartialPathname:
-      return "the first folder on the path that the name's folders match";
+      return "the first folder on the path whose location ends as the name says";
     case DecidingRule::NothingFound:
       break;
   }

@@ -210,7 +210,7 @@ const char* GetText(FindingKind kind) noexcept {
     case FindingKind::Unreadable:
       return "cannot be searched";
     case FindingKind::Empty:
-      return "brings no file";
+      return "contains no file";
     case FindingKind::Repeat:
       return "the same folder as an earlier one";
     case FindingKind::Special:
@@ -218,7 +218,7 @@ const char* GetText(FindingKind kind) noexcept {
     case FindingKind::Slow:
       return "takes long to list";
     case FindingKind::CaseCollision:
-      return "names that are one where case is ignored";
+      return "names that are equal where case is ignored";
     case FindingKind::NotUtf8:
       break;
   }
@@ -228,23 +228,23 @@ const char* GetText(FindingKind kind) noexcept {
 const char* GetAdvice(FindingKind kind) noexcept {
   switch (kind) {
     case FindingKind::Missing:
-      return "make the folder, or take it off the path";
+      return "create the folder, or take it off the path";
     case FindingKind::Unreadable:
-      return "mend that, or take the folder off the path";
+      return "correct this, or take the folder off the path";
     case FindingKind::Empty:
       return "take it off the path, or search the folders below it";
     case FindingKind::Repeat:
-      return "take it off the path: it is never asked";
+      return "take it off the path: it is never searched";
     case FindingKind::Special:
-      return "take it off the path: the other brings it, with its own rules";
+      return "take it off the path: it is searched as part of the other folder";
     case FindingKind::Slow:
-      return "put it last on the path, or keep a copy on a nearer disk";
+      return "put it last on the path, or keep a copy on a faster disk";
     case FindingKind::CaseCollision:
       return "rename all but one";
     case FindingKind::NotUtf8:
       break;
   }
-  return "rename them: many programs take UTF-8 only";
+  return "rename them: many programs accept only UTF-8";
 }
 
 }  // namespace Corvane::PathManagement::host

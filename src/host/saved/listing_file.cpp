@@ -30,7 +30,7 @@ std::string ReasonFor(const fl::filesystem::path& file) {
   if (stat(fl::filesystem::detail::NativeBytes(file).c_str(), &status) != 0) {
     return std::generic_category().message(errno);
   }
-  return S_ISREG(status.st_mode) ? "it may not be read" : "it is no regular file";
+  return S_ISREG(status.st_mode) ? "it may not be read" : "it is not a regular file";
 }
 
 }  // namespace

@@ -73,7 +73,7 @@ class ContentCheck {
 
  private:
   void Count(std::size_t bytes) {
-    if (bytes > bytesLeft) Refuse("it says the same thing several times");
+    if (bytes > bytesLeft) Refuse("it refers to the same data several times");
     bytesLeft -= bytes;
   }
 
@@ -92,7 +92,7 @@ class ContentCheck {
     for (std::size_t index = 1; index < count; ++index) {
       if (begins[index] >= block.size() || begins[index] <= begins[index - 1] ||
           block[begins[index] - 1] != '\0') {
-        Refuse("a name begins nowhere");
+        Refuse("a name begins outside the names");
       }
     }
     if (block.find('/') != block.npos) Refuse("a name has a separator");
@@ -141,7 +141,7 @@ class LocationMaker {
         return AbsoluteIRI(TextFromBytes(bytes));
     }
   } catch (const foundation::storage::vfs::InvalidIRIException& invalid) {
-    Refuse(std::string("a location is none: ") + invalid.what());
+    Refuse(std::string("a location is invalid: ") + invalid.what());
   }
 
  private:
