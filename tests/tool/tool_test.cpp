@@ -48,7 +48,8 @@ TEST_F(ToolTest, FindExplains) {
       {"s find --explain fn no/x --ext c --ext m --path lib", 1, "`no/x` on the path\n",
        "`fn` means $T/lib/fn.c\nfolders asked, in order:\n  holds it  $T/lib  also holds "
        "$T/lib/fn.m\nwhy: the first folder on the path that holds it\n`no/x` means no file\n"
-       "folders asked: none, since no folder of the path fits the name\nwhy: no folder holds it\n"},
+       "folders asked: none, because no folder of the path matches the name\nwhy: no folder holds "
+       "it\n"},
       {"s find --explain fn.m --json --path no:over", 0, "cannot search `$T/no`: no such folder\n",
        "{`name`:`fn.m`,`path`:`$T/over/fn.m`,`rule`:`first-folder`,`asked`:[{`folder`:`$T/no`,"
        "`kind`:`ordinary`,`outcome`:`unreadable`,`files`:[],`origin`:`no`,`source`:`command-line`,"
@@ -146,7 +147,7 @@ TEST_F(ToolTest, ShadowsAndDoctorCheck) {
        "{`names`:1,`files`:1,`different`:0,`identical`:1\n"
        "{`winner`:`$T/over`,`hidden`:`$T/lib`,`files`:1,`different`:0\n"},
       {"printf 'fn.m\nold.m' >allow; s shadows --allow allow --path over:lib", 0,
-       "searchpath: --allow `old.m`: that name hides nothing (any more)\n", ""},
+       "searchpath: --allow `old.m`: no file of that name is hidden\n", ""},
       {"s shadows plain Plain --path lib:over --summary", 0,
        "`Plain` on the path; did you mean `$T/", "0 names hide 0 files\n"},
       {"s shadows --path over:no --strict", 2, "cannot search `$T/no`: no such folder\n", ""},
@@ -160,7 +161,8 @@ TEST_F(ToolTest, ShadowsAndDoctorCheck) {
        "$T/odd/CASE.m, $T/lib/Case.m: names that are equal where case is ignored\n"},
       {"echo http://h/ >web; s doctor --json --path over:no --path @web --without over", 1, "",
        "{`finding`:`unreadable`,`path`:`http://h/`,`origin`:`http://h/`,`problem`:`not a pathname "
-       "or an IRI that names a folder here`,`advice`:`correct this, or take the folder off the path`}"
+       "or an IRI that names a folder here`,`advice`:`correct this, or take the folder off the "
+       "path`}"
        "\n{`finding`:`missing`,`path`:`$T/no`,`origin`:`no`,`problem`:`no such folder`,"
        "`advice`:`create the folder, or take it off the path`}\n"},
       {"s doctor --slow 0 --path over --json | cut -d'\"' -f4,8,12", 0, "",
@@ -206,17 +208,24 @@ TEST_F(ToolTest, WrongUsageIsOneLineThatHelps) {
 }
 
 TEST_F(ToolTest, HelpFitsAScreenAndBeginsWithExamples) {
-  for (const std::string command :
-       {"s ", "s find ", "s files ", "s list ", "s folders ", "s shadows ", "s doctor ", "s iri ",
-        "s cache ", "s cache write ", "s cache verify ", "s diff ", "s add ", "s remove ",
-        "s packages ", "s watch "}) {
-    const std::string help = RunShell(command + "-h").out;
-    EXPECT_TRUE(help.starts_with("Usage: searchpath")) << help;
-    EXPECT_LE(std::count(help.begin(), help.end(), '\n'), 24) << command;
-    EXPECT_EQ(RunShell(command + "-h | grep -E '.{81}'").out, "");
-    EXPECT_TRUE(RunShell(command + "--help").out.starts_with("Examples:\n")) << command;
-    EXPECT_TRUE(RunShell(command + "--version").out.starts_with("searchpath ")) << command;
+  std::istringstream commands(
+      "\ncache write\ncache verify\n" +
+      RunShell("s -h | sed -n '/^Commands:/,/^$/s/^  \\([a-z]*\\) .*/\\1/p'").out);
+  int count = 0;
+  for (std::string command; std::getline(commands, command); ++count) {
+    const auto help = [&](const std::string& option) {
+      return RunShell("s " + command + ' ' + option).out;
+    };
+    const std::string brief = help("-h");
+    EXPECT_TRUE(brief.starts_with("Usage: searchpath")) << brief;
+    EXPECT_LE(std::count(brief.begin(), brief.end(), '\n'), 24) << command;
+    const std::string full = help("--help");
+    EXPECT_TRUE(full.starts_with("Examples:\n")) << command;
+    EXPECT_TRUE(full.find(brief) != std::string::npos) << command;
+    EXPECT_FALSE(std::regex_search(full, std::regex("[^\n]{81}"))) << full;
+    EXPECT_TRUE(help("--version").starts_with("searchpath ")) << command;
   }
+  EXPECT_EQ(count, 16);
 }
 
 TEST_F(ToolTest, AClosedPipeEndsQuietlyAlsoWhereItsSignalIsIgnored) {

@@ -14,6 +14,7 @@
 #include <iterator>
 #include <pty.h>
 #include <regex>
+#include <sstream>
 #include <string>
 #include <vector>
 

@@ -22,39 +22,44 @@ namespace {
 constexpr CommandText kWriteText = {
     "cache write", "FILE", "Writes a cache of the path to FILE.",
     "  searchpath cache write lib/cache --path lib --recursive\n"
-    "  searchpath find plot.m --cache lib/cache\n",
+    "  searchpath find plot.zt --cache lib/cache\n",
     "The cache:\n"
-    "  It holds the names in every folder of the path and when the folder last changed.\n"
-    "  With --cache FILE, a folder that is as it was is not read again; all others are,\n"
-    "  so the answers are the same. FILE is replaced in one step. Folders below the one\n"
-    "  that holds FILE are kept relative to it, so such a tree may be moved.\n\n"
-    "Exit: 0 it is written, 2 wrong usage or failure.\n\n"};
+    "  It holds the path, the names in each of its folders, and when each folder last\n"
+    "  changed. With --cache FILE, folders that have not changed are not read again;\n"
+    "  all others are, so the answers are the same. FILE is replaced in one step.\n"
+    "  Folders below the folder that holds FILE are saved relative to it, so the tree\n"
+    "  can be moved together with its cache.\n"
+    "\n"
+    "Exit: 0 the cache is written, 2 wrong usage or failure.\n"
+    "\n"};
 
 constexpr CommandText kVerifyText = {
     "cache verify", "FILE",
-    "Tells whether the cache FILE is whole, and which folders have changed.",
+    "Checks that the cache FILE is whole, and prints which folders have changed.",
     "  searchpath cache verify lib/cache\n"
     "  searchpath cache verify lib/cache --json\n",
-    "What is told:\n"
-    "  stale   something in the folder was added, removed or renamed since, or another\n"
-    "          folder stands in its place\n"
-    "  gone    there is no folder that can be read\n"
-    "  unsure  the folder had changed less than two seconds before it was listed, so\n"
-    "          that a further change would not show\n"
-    "  All of them are read again when they are used. --json shows the fresh ones too.\n\n"
-    "Exit: 0 all folders are fresh, 1 some are not, 2 wrong usage, or no cache that can\n"
-    "be used.\n"};
+    "What is printed:\n"
+    "  stale   something in the folder was added, removed or renamed since, or\n"
+    "          another folder is in its place\n"
+    "  gone    the folder does not exist any more or cannot be read\n"
+    "  unsure  the folder had changed less than two seconds before it was read: a\n"
+    "          later change might not show in its times\n"
+    "  Commands read such folders again. --json prints the fresh ones, too.\n"
+    "\n"
+    "Exit: 0 all folders are fresh, 1 some are not, 2 wrong usage, or FILE cannot be\n"
+    "used as a cache.\n"};
 
 constexpr const char* kHelp =
     "Usage: searchpath cache write FILE [OPTION]...\n"
     "       searchpath cache verify FILE [OPTION]...\n"
-    "Writes the listings of a path to a file, or tells what became of the folders.\n\n"
+    "Writes a cache of a path, or checks which of its folders have changed.\n"
+    "\n"
     "searchpath cache write -h and searchpath cache verify -h show the options. All\n"
     "commands that search a path take --cache FILE.\n";
 
 constexpr const char* kExamples =
     "  searchpath cache write lib/cache --path lib --recursive\n"
-    "  searchpath find plot.m --cache lib/cache\n"
+    "  searchpath find plot.zt --cache lib/cache\n"
     "  searchpath cache verify lib/cache\n";
 
 const std::string& GetFile(const CommandLine& commandLine) {

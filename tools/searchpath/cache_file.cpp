@@ -23,7 +23,7 @@ bool SavePath(const host::Environment& environment, const PathOptions& options,
     const Progress progress(options.quiet);
     host::SaveListing(TextFromBytes(file), environment.GetMainFolders());
   } catch (const std::exception& failure) {
-    throw UsageError("cannot save the listing: " + std::string(failure.what()));
+    throw UsageError("cannot write the cache: " + std::string(failure.what()));
   }
   return ReportProblems(environment, options);
 }

@@ -88,7 +88,7 @@ bool CommandLine::Parse(const std::vector<std::string>& arguments) {
   bool shortHelp = false;
   bool fullHelp = false;
   bool version = false;
-  AddFlag("-h", shortHelp, "this help; --help has examples and more");
+  AddFlag("-h", shortHelp, "this help; --help adds examples and rules");
   AddFlag("--help", fullHelp, "");
   AddFlag("--version", version, "");
   typed = arguments;
@@ -152,7 +152,7 @@ void CommandLine::RefuseOption(const std::string& argument) const {
     throw UsageError("unknown option " + Quoted(name) + "; did you mean --" + nearest + "?");
   }
   throw UsageError("unknown option " + Quoted(name) + "; see searchpath " + text.name +
-                   " -h, and write -- before what is none");
+                   " -h, and write -- before operands that begin with -");
 }
 
 std::string CommandLine::GetLineWith(const std::string& addition) const {

@@ -19,27 +19,30 @@ namespace {
 
 constexpr CommandText kText = {
     "diff", "OLD NEW", "Prints how the path NEW differs from the path OLD.",
-    "  searchpath diff \"$PATH\" /opt/bin:\"$PATH\"     which folders differ\n"
-    "  searchpath diff --names lib:src src:lib     which names mean another file\n"
+    "  searchpath diff \"$PATH\" /opt/bin:\"$PATH\"     which folders differ?\n"
+    "  searchpath diff --names lib:src src:lib     which names mean another file?\n"
     "  searchpath list --path lib --save then; searchpath diff @then lib\n"
-    "                                              what has changed in lib since then\n",
+    "                                              what has changed since then?\n",
     "The paths:\n"
-    "  OLD and NEW are written as for --path: A:B:..., @FILE with a folder a line, or\n"
-    "  - for standard input. Where FILE was written by list --save, what its folders\n"
-    "  held then is compared; all others are read.\n\n"
+    "  OLD and NEW are written as for --path: A:B:..., @FILE with one folder a line,\n"
+    "  or - for standard input. When list --save has written FILE, its folders count\n"
+    "  as they were then. All other folders are read now.\n"
+    "\n"
     "The folders:\n"
-    "  removed    on OLD only             added      on NEW only\n"
+    "  removed    only on OLD             added      only on NEW\n"
     "  moved      in another order        refreshed  holds other files\n"
-    "  with its place on OLD, on NEW, or both, the first being 1. Of folders in\n"
-    "  another order, as few as possible count as moved. What a folder holds are its\n"
-    "  file names and its special folders: \"+\", \"@\", private and resources. What is\n"
-    "  in a file is not compared. --subfolders tells special folders one by one, with\n"
-    "  the place of the folder of the path that they belong to.\n\n"
+    "  Behind the word stands the folder's position on OLD, on NEW, or on both; the\n"
+    "  first is 1. As few folders as possible count as moved. What a folder holds are\n"
+    "  the names of its files and its special folders: \"+\", \"@\", private and\n"
+    "  resources. The contents of files are not compared. --subfolders prints special\n"
+    "  folders too, each with the position of the folder that it belongs to.\n"
+    "\n"
     "The names:\n"
-    "  --names tells, in place of the folders, which file names mean another file\n"
-    "  (changed OLD -> NEW), none (gone) or one where there was none (new). Names in\n"
-    "  special folders are not among them. In JSON the file is \"old\" and \"new\", null\n"
-    "  where there is none.\n\n"
+    "  --names prints, instead of the folders, the file names that mean another file\n"
+    "  on NEW (changed OLD -> NEW), no file any more (gone), or a file for the first\n"
+    "  time (new). Files in special folders do not count. In JSON, \"old\" and \"new\"\n"
+    "  are the files, or null.\n"
+    "\n"
     "Exit: 0 no difference, 1 some difference, 2 wrong usage or failure.\n"};
 
 struct DiffOptions {
@@ -50,8 +53,8 @@ struct DiffOptions {
 
   void AddTo(CommandLine& commandLine) {
     commandLine.AddFlag("--subfolders", subfolders,
-                        "special folders too: +, @, private, resources");
-    commandLine.AddFlag("--names", names, "the names that mean another file, not the folders");
+                        "also special folders: +, @, private, resources");
+    commandLine.AddFlag("--names", names, "names that mean another file, instead of folders");
     path.AddReadingTo(commandLine);
     output.AddTo(commandLine, false);
   }
@@ -65,11 +68,12 @@ void CheckOptions(const DiffOptions& options, const std::vector<std::string>& op
     throw UsageError("OLD and NEW cannot both be standard input; write one into a file: @FILE");
   }
   if (options.names && options.subfolders) {
-    throw UsageError("--names and --subfolders exclude each other; names are those of the path");
+    throw UsageError(
+        "--names and --subfolders exclude each other; --names leaves special folders out");
   }
 }
 
-// What cannot be searched on either path, each once.
+// The folders of both paths that cannot be searched, each once.
 std::vector<host::FolderProblem> FindProblems(const host::Environment& before,
                                               const host::Environment& after) {
   std::vector<host::FolderProblem> problems = before.FindProblems();

@@ -16,24 +16,26 @@ namespace Corvane::PathManagement::tool {
 namespace {
 
 constexpr CommandText kText = {
-    "doctor", "", "Prints what is wrong with the path, a line each, and what to do about it.",
+    "doctor", "", "Prints what is wrong with the path, one finding a line, and what helps.",
     "  searchpath doctor --path \"$PATH\"\n"
     "  searchpath doctor --path lib --recursive --slow 20\n"
     "  searchpath doctor --path @folders --json\n",
     "What is wrong with a path:\n"
-    "  missing         a folder that is not there, or is a file\n"
-    "  unreadable      one that cannot be searched, and links that lead in a circle\n"
-    "  empty           one that brings no file at all\n"
-    "  repeat          the same folder as an earlier one, perhaps by a link\n"
-    "  special         one that is also the private, resources, + or @ folder of\n"
-    "                  another: anybody finds its files by their plain names\n"
-    "  slow            one that takes long to list\n"
-    "  case-collision  files of different names that are one name where case is\n"
-    "                  ignored, as on other systems or with --policy ignore-case\n"
+    "  missing         a folder that does not exist, or is a file\n"
+    "  unreadable      a folder that cannot be searched, or is a loop of links\n"
+    "  empty           a folder that brings no file to the path\n"
+    "  repeat          the same folder as an earlier one, perhaps through a link\n"
+    "  special         a folder that is also the private, resources, + or @ folder of\n"
+    "                  another one: its files are found by their plain names\n"
+    "  slow            a folder that takes long to list\n"
+    "  case-collision  files whose different names are equal where case is ignored,\n"
+    "                  as on other systems or with --policy ignore-case\n"
     "  not-utf-8       files whose names are not UTF-8\n"
-    "  These are the words of \"finding\" in JSON. That a folder lies below another one\n"
-    "  is nothing wrong. Files that hide others are what searchpath shadows is for.\n\n"
-    "Exit: 0 nothing is wrong, 1 something is, 2 wrong usage or failure.\n\n"};
+    "  These words are the \"finding\" in JSON. A folder below another folder of the\n"
+    "  path is no finding. For files that hide others, see searchpath shadows.\n"
+    "\n"
+    "Exit: 0 nothing is wrong, 1 something is, 2 wrong usage or failure.\n"
+    "\n"};
 
 std::chrono::milliseconds GetSlow(const std::optional<std::string>& typed) {
   if (!typed) return host::Examination().slow;
@@ -42,7 +44,7 @@ std::chrono::milliseconds GetSlow(const std::optional<std::string>& typed) {
   throw UsageError("--slow is a number of milliseconds, not " + Quoted(*typed));
 }
 
-// Of many files the first ones are enough to read.
+// The first few files, and how many more there are.
 std::string GetList(const Output& output, const std::vector<ustring>& files) {
   constexpr std::size_t kMost = 3;
   std::vector<std::string> list;
@@ -99,7 +101,7 @@ Outcome RunDoctor(const std::vector<std::string>& arguments) {
   path.AddFoldersTo(commandLine);
   path.AddPackagesTo(commandLine);
   std::optional<std::string> slow;
-  commandLine.AddValue("--slow", "MS", slow, "from how many milliseconds on: 100 unless given");
+  commandLine.AddValue("--slow", "MS", slow, "slow is MS milliseconds or more; the default is 100");
   OutputOptions outputOptions;
   outputOptions.AddTo(commandLine, false);
   if (!commandLine.Parse(arguments)) return Outcome::Clean;

@@ -22,27 +22,31 @@ using foundation::core::except::Notification;
 
 constexpr const char* kNotes =
     "The stored path:\n"
-    "  It is what commands without --path search. It stands in searchpath/path in\n"
-    "  $XDG_CONFIG_HOME, or else in ~/.config, a folder or \"file\" IRI a line, and may\n"
-    "  be edited by hand. --dry-run prints what would be different as diff does: the\n"
-    "  folders, then the names that would mean another file. Several of these\n"
-    "  commands at once do not lose each other's changes.\n\n";
+    "  Commands without --path search it. It stands in the file searchpath/path below\n"
+    "  $XDG_CONFIG_HOME, or else below ~/.config: one folder or \"file\" IRI a line.\n"
+    "  The file may be edited by hand. Several add and remove commands at once do not\n"
+    "  lose each other's changes.\n"
+    "  --dry-run prints what would differ, as searchpath diff does: the folders, then\n"
+    "  the names that would mean another file.\n";
 
 constexpr CommandText kAddText = {
-    "add", "FOLDER...", "Puts folders in front of the stored path, or moves them there.",
+    "add", "FOLDER...", "Puts folders at the front of the stored path, or moves them there.",
     "  searchpath add ~/lib /opt/lib       search these first, ~/lib before /opt/lib\n"
     "  searchpath add --end /usr/share/lib\n"
     "  searchpath add --dry-run ~/lib      which names would mean another file?\n",
-    "A folder that cannot be read is told, and then none is added.\n"
-    "Exit: 0 it is done, 2 wrong usage or failure.\n\n"};
+    "When some FOLDER cannot be read, it is reported, and no folder is added.\n"
+    "Exit: 0 the folders are on the path, 2 wrong usage or failure.\n"
+    "\n"};
 
 constexpr CommandText kRemoveText = {
     "remove", "FOLDER...", "Takes folders off the stored path.",
     "  searchpath remove ~/lib\n"
     "  searchpath remove --dry-run ~/lib   which names would mean another file?\n",
-    "A folder may be gone from the disk. One that is not on the path is told, and the\n"
-    "others are taken off.\n"
-    "Exit: 0 it is done, 1 some folder was not on the path, 2 wrong usage or failure.\n\n"};
+    "A FOLDER need not exist on the disk any more. One that is not on the path is\n"
+    "reported, and the others are taken off.\n"
+    "Exit: 0 all are off the path, 1 some FOLDER was not on it, 2 wrong usage or\n"
+    "failure.\n"
+    "\n"};
 
 struct EditOptions {
   std::optional<std::string> store;
@@ -50,8 +54,8 @@ struct EditOptions {
   OutputOptions output;
 
   void AddTo(CommandLine& commandLine) {
-    commandLine.AddValue("--store", "FILE", store, "the stored path in this file");
-    commandLine.AddFlag("--dry-run", dryRun, "change nothing, print what would be different");
+    commandLine.AddValue("--store", "FILE", store, "edit the path that is stored in FILE instead");
+    commandLine.AddFlag("--dry-run", dryRun, "change nothing, print what would differ");
     output.AddTo(commandLine, false);
     commandLine.AddNotes(kNotes);
   }
@@ -111,7 +115,7 @@ Outcome RunAdd(const std::vector<std::string>& arguments) {
   CommandLine commandLine(kAddText);
   EditOptions options;
   bool atEnd = false;
-  commandLine.AddFlag("--end", atEnd, "behind the path, not in front of it");
+  commandLine.AddFlag("--end", atEnd, "put them at the end of the path");
   options.AddTo(commandLine);
   if (!commandLine.Parse(arguments)) return Outcome::Found;
   const auto add = [&](IMainSearchPathManager& manager) {

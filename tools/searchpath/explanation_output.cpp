@@ -72,7 +72,7 @@ void WriteWords(const Output& output, const host::Environment& environment, cons
     outcomeWidth = std::max(outcomeWidth, GetWidth(line.outcome));
     if (!line.remark.empty()) folderWidth = std::max(folderWidth, GetWidth(line.folder));
   }
-  WriteData(lines.empty() ? "folders asked: none, since no folder of the path fits the name\n"
+  WriteData(lines.empty() ? "folders asked: none, because no folder of the path matches the name\n"
                           : "folders asked, in order:\n");
   for (const AskedLine& line : lines) {
     WriteData("  " + GetPadded(line.outcome, outcomeWidth) + "  ");

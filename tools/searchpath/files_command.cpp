@@ -18,14 +18,16 @@ namespace {
 
 constexpr CommandText kText = {
     "files", "", "Prints the files of the folders of the path.",
-    "  searchpath files --path lib:src --ext m --ext c\n"
-    "  searchpath files --path lib:src --from lib --all   lib and what belongs to it\n"
+    "  searchpath files --path lib:src --ext zt --ext c\n"
+    "  searchpath files --path lib:src --from lib --all   lib and its special folders\n"
     "  searchpath files --path src --recursive --json\n",
     "The files:\n"
-    "  Folder by folder in the order of the path, and in each by the bytes of their\n"
-    "  names; hidden ones too. Files of \"+\", \"@\", private and resources folders are\n"
-    "  there with --all.\n\n"
-    "Exit: 0 there are files, 1 there are none, 2 wrong usage or failure.\n\n"};
+    "  They are printed folder by folder in the order of the path; within a folder,\n"
+    "  in the order of the bytes of their names. Files that others hide are among\n"
+    "  them. Files in \"+\", \"@\", private and resources folders are printed with --all.\n"
+    "\n"
+    "Exit: 0 there are files, 1 there are none, 2 wrong usage or failure.\n"
+    "\n"};
 
 constexpr std::uint32_t kMainKind = 0;
 
@@ -38,9 +40,10 @@ struct FilesOptions {
 
   void AddTo(CommandLine& commandLine) {
     path.AddTo(commandLine);
-    commandLine.AddFlag("--all", all, "those in special folders too: +, @, private, resources");
-    commandLine.AddValue("--from", "FOLDER", from, "those of this folder of the path alone");
-    matching.AddTo(commandLine, "those with this extension; may be repeated");
+    commandLine.AddFlag("--all", all, "also files in special folders: +, @, private, resources");
+    commandLine.AddValue("--from", "FOLDER", from,
+                         "only files of this folder, which is on the path");
+    matching.AddTo(commandLine, "only files with this extension; may be repeated");
     output.AddTo(commandLine, true);
   }
 };
@@ -78,7 +81,8 @@ std::shared_ptr<const IPathEntry> GetFolder(const host::Environment& environment
   } catch (const current_working_folder::FailedToAbsolutizeException& error) {
     RefuseFrom(typed, error);
   }
-  throw UsageError("--from " + Quoted(typed) + " is not on the path; searchpath list shows it");
+  throw UsageError("--from " + Quoted(typed) +
+                   " is not on the path; searchpath list shows the path");
 }
 
 // Visits the folders whose files are asked for.
@@ -120,7 +124,7 @@ Outcome RunFiles(const std::vector<std::string>& arguments) {
     }
     return false;
   });
-  if (!foundAny) Report("no such file in the folders that were asked");
+  if (!foundAny) Report("no such file in the folders searched");
   if (failed) return Outcome::Failed;
   return foundAny ? Outcome::Found : Outcome::NotFound;
 }

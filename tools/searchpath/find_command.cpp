@@ -18,31 +18,41 @@ namespace {
 
 constexpr CommandText kText = {
     "find", "NAME...", "Prints the path of the file that each NAME means.",
-    "  searchpath find ls --path \"$PATH\"            what ls means\n"
-    "  searchpath find --all ls --path \"$PATH\"      and what it hides\n"
-    "  searchpath find --explain ls --path \"$PATH\"  why that file: all folders asked\n"
+    "  searchpath find ls --path \"$PATH\"            which file does ls mean?\n"
+    "  searchpath find --all ls --path \"$PATH\"      which files does it hide?\n"
+    "  searchpath find --explain ls --path \"$PATH\"  why that file?\n"
     "  searchpath find --stdin --path \"$PATH\" <names.txt\n"
     "  searchpath find stdio.h --path /usr/include --recursive\n"
-    "  searchpath find main --ext cpp --ext c --path src:lib\n"
-    "  searchpath find pkg/name.m --path @folders   in a folder called pkg or +pkg\n",
+    "  searchpath find plot --ext zt --ext c --path mine:lib\n"
+    "  searchpath find geometry/area.zt --path @folders\n",
     "What is found:\n"
-    "  Regular files, also through links. Whether they may be executed is not asked.\n"
-    "  A NAME with \"/\" is a partial pathname: the folders in front of its last part\n"
-    "  are the last folders of the file's location; \"+\" and \"@\" may be left out.\n"
-    "  With --ext, NAME is tried with each extension in turn, unless it has one of\n"
-    "  its own. A file in a private folder is found with --from, or as private/NAME.\n"
-    "  The policy is file-system unless given: here names that differ in case are\n"
-    "  different files.\n"
-    "  Write -- before a NAME that begins with \"-\".\n\n"
+    "  NAME means the file of that name in the first folder of the path that has one.\n"
+    "  Only regular files are found, and links to regular files. Execute permission\n"
+    "  does not matter.\n"
+    "  A NAME with \"/\" is a partial pathname: geometry/area.zt is a file area.zt in a\n"
+    "  folder whose location ends in \"geometry\" or \"+geometry\". The \"+\" or \"@\" of a\n"
+    "  folder's name may be left out.\n"
+    "  --ext EXT adds the extension to NAME, unless NAME has an extension already.\n"
+    "  With several, the one given first wins within a folder. NAME then also means\n"
+    "  the file NAME.EXT in a folder @NAME; such a folder is a method entry.\n"
+    "  A file in a private folder is found with --from, or as private/NAME.\n"
+    "  --policy file-system is the default: on Linux, names that differ in case are\n"
+    "  different names.\n"
+    "  Write -- before a NAME that begins with \"-\".\n"
+    "\n"
     "Why:\n"
-    "  --explain shows each folder that was asked, in order: what came of it, which\n"
-    "  hidden files it holds, and, where it is no folder of --path itself, which of\n"
-    "  those or which package brought it; then the rule that decided. It shows what --all does.\n\n"
+    "  --explain prints each folder that was asked, in the order of the search: what\n"
+    "  came of it, the hidden files in it, and who put it on the path, unless --path\n"
+    "  names the folder itself. Then comes the rule that decided. All files that\n"
+    "  --all prints are there.\n"
+    "\n"
     "Many names:\n"
-    "  --stdin skips an empty line, tells its number and ends with 2; the others are\n"
-    "  answered. With -0, names are ended by NUL, and so are the answers. What is not\n"
-    "  found is told without a \"did you mean\".\n\n"
-    "Exit: 0 every NAME was found, 1 some NAME was not, 2 wrong usage or failure.\n\n"};
+    "  --stdin reads one NAME a line; with -0, each NAME and each answer ends with\n"
+    "  NUL. An empty line is skipped and reported with its number, and the exit is 2.\n"
+    "  For a NAME that is not found there is no \"did you mean\".\n"
+    "\n"
+    "Exit: 0 every NAME was found, 1 some NAME was not, 2 wrong usage or failure.\n"
+    "\n"};
 
 struct FindOptions {
   PathOptions path;
@@ -55,13 +65,13 @@ struct FindOptions {
 
   void AddTo(CommandLine& commandLine) {
     path.AddTo(commandLine);
-    commandLine.AddFlag("--all", all, "every file that NAME could mean, the one it means first");
+    commandLine.AddFlag("--all", all, "the file that NAME means, then those that it hides");
     commandLine.AddFlag("--explain", explain, "why: each folder asked, and the rule that decided");
     commandLine.AddValue("--from", "FOLDER", from,
-                         "what NAME means to code in FOLDER: private first");
-    matching.AddTo(commandLine, "an extension to try; may be repeated");
+                         "as code in FOLDER sees it: private files first");
+    matching.AddTo(commandLine, "add this extension to NAME; may be repeated");
     commandLine.AddFlagForOperands("--stdin", fromInput,
-                                   "NAMEs from standard input: a line each, with -0 NUL-ended");
+                                   "read NAMEs from standard input, one a line");
     output.AddTo(commandLine, true);
   }
 };
@@ -81,7 +91,7 @@ void CheckOptions(const FindOptions& options, const std::vector<std::string>& na
   }
 }
 
-// What all names have in common.
+// The part of the question that is the same for all names.
 host::Lookup GetLookup(const FindOptions& options) {
   host::Lookup lookup;
   lookup.extensions = options.matching.GetExtensions();
@@ -136,7 +146,7 @@ class Finder {
   bool foundAll = true;
 };
 
-// Returns whether there was no name among them that cannot be one.
+// Returns false when a line of standard input was empty.
 bool AnswerAll(Finder& finder, const FindOptions& options, const std::vector<std::string>& names) {
   for (const std::string& name : names) finder.Answer(name);
   if (!options.fromInput) return true;

@@ -18,17 +18,21 @@ namespace {
 
 constexpr CommandText kText = {
     "folders", "NAME...", "Prints the folders of the path that each NAME denotes.",
-    "  searchpath folders util --path src:lib --recursive   each folder called util\n"
+    "  searchpath folders util --path src:lib --recursive   all folders called util\n"
     "  searchpath folders lib/+pkg --path lib               by its last folders\n"
-    "  searchpath folders ~/src/lib --path @folders         whether it is on the path\n",
+    "  searchpath folders ~/src/lib --path @folders         is it on the path?\n",
     "The names:\n"
-    "  A NAME that begins with \"/\" or \"~\" denotes one folder, which is on the path or\n"
-    "  not, links resolved. Any other is a partial pathname, the last folders of the\n"
-    "  location; it is not looked for in the working folder. \"+\" and \"@\" may be left\n"
-    "  out, and a match may not begin inside a \"+\" folder.\n"
-    "  With --literal \"+\" has to be written, and no match begins below any special\n"
-    "  folder: +, @, private, resources.\n\n"
-    "Exit: 0 every NAME denotes a folder, 1 some does not, 2 wrong usage or failure.\n\n"};
+    "  A NAME that begins with \"/\" or \"~\" denotes that folder, if it is on the path;\n"
+    "  links are resolved. Any other NAME is a partial pathname: it denotes each\n"
+    "  folder whose location ends in it. It is not looked for in the working folder.\n"
+    "  The \"+\" or \"@\" of a folder's name may be left out, and a match may not begin\n"
+    "  inside a \"+\" folder.\n"
+    "  With --literal, \"+\" must be written, and no match begins below a special\n"
+    "  folder: +, @, private or resources.\n"
+    "\n"
+    "Exit: 0 every NAME denotes a folder, 1 some NAME does not, 2 wrong usage or\n"
+    "failure.\n"
+    "\n"};
 
 using Folders = std::vector<std::shared_ptr<const IPathEntry>>;
 
@@ -45,7 +49,7 @@ void WriteFolders(const Output& output, const std::string& name, const Folders& 
   }
 }
 
-// The first ones, with `last` before the last.
+// The first folders as a list, with `last` before the last of them.
 std::string GetList(const Folders& folders, const std::string& last) {
   constexpr std::size_t kMost = 3;
   std::vector<std::string> list;
@@ -55,7 +59,7 @@ std::string GetList(const Folders& folders, const std::string& last) {
   return Join(list, ", ", ' ' + last + ' ');
 }
 
-// What may help when `lookup` found nothing; often empty.
+// What may help when `lookup` found nothing; may be empty.
 std::string GetHint(const host::Environment& environment, host::FolderLookup lookup) {
   if (lookup.isLiteral) {
     lookup.isLiteral = false;
@@ -79,7 +83,8 @@ Outcome RunFolders(const std::vector<std::string>& arguments) {
   PathOptions path;
   path.AddTo(commandLine);
   host::FolderLookup lookup;
-  commandLine.AddFlag("--literal", lookup.isLiteral, "+ written, no match below special folders");
+  commandLine.AddFlag("--literal", lookup.isLiteral,
+                      "\"+\" must be written; no match below special folders");
   std::optional<std::string> policy;
   AddPolicyTo(commandLine, policy);
   OutputOptions outputOptions;

@@ -12,13 +12,15 @@ namespace Corvane::PathManagement::tool {
 namespace {
 
 constexpr CommandText kText = {
-    "iri", "TEXT...", "Prints the IRI that each TEXT means, its canonical IRI and its native path.",
+    "iri", "TEXT...", "Prints the IRI of each TEXT, its canonical IRI and its native path.",
     "  searchpath iri .                          the working folder\n"
     "  searchpath iri '/usr/my lib'\n"
     "  searchpath iri --json file:///usr/my%20lib\n",
-    "TEXT is an IRI, or a pathname, absolute or relative; \"~\" is a home folder.\n"
-    "It need not exist. The canonical IRI has links and \"..\" resolved as far as it\n"
-    "exists. An IRI whose scheme is not \"file\" has no native path.\n"};
+    "TEXT is an IRI, or a pathname, absolute or relative; \"~\" is a home folder. It\n"
+    "need not exist. The canonical IRI has its links and \"..\" resolved, as far as it\n"
+    "exists. An IRI whose scheme is not \"file\" has no native path.\n"
+    "\n"
+    "Exit: 0 every TEXT has an IRI, 2 some TEXT has none, wrong usage or failure.\n"};
 
 AbsoluteIRI GetIRI(const ustring& text) {
   return foundation::storage::vfs::hasIRIPrefix(text) ? GetIRIFromString(text)

@@ -21,17 +21,22 @@ namespace Corvane::PathManagement::tool {
 namespace {
 
 constexpr CommandText kText = {
-    "list", "", "Prints the folders of the path in the order that they are searched.",
+    "list", "", "Prints the folders of the path in the order of the search.",
     "  searchpath list --path \"$PATH\"\n"
     "  searchpath list --path lib --recursive --long\n"
     "  searchpath list --path lib --recursive --json\n"
     "  searchpath list --path lib --recursive --save today\n"
     "  searchpath list --path @today                 the same folders again\n",
-    "--long and --json count the files of each folder and say what keeps it from\n"
-    "being searched, in JSON \"problem\", null where nothing does; and who put it on\n"
-    "the path, unless it was named itself on the command line.\n"
-    "--save writes the folders with the names of their files to FILE, as a cache; see\n"
-    "searchpath cache --help. Nothing is printed then.\n\n"};
+    "What is printed:\n"
+    "  --long and --json add to each folder the number of its files, its kind, and\n"
+    "  what keeps it from being searched (in JSON, \"problem\" is null when nothing\n"
+    "  does). They also say who put the folder on the path; --long does so unless the\n"
+    "  folder itself was named on the command line.\n"
+    "  --save writes a cache of the path to FILE and prints nothing; see searchpath\n"
+    "  cache write --help.\n"
+    "\n"
+    "Exit: 0 the folders are printed or saved, 2 wrong usage or failure.\n"
+    "\n"};
 
 constexpr std::size_t kNumberWidth = 7;  // digits that stay in line
 constexpr std::size_t kCountWidth = kNumberWidth + std::string_view(" files").size();
@@ -82,9 +87,10 @@ Outcome RunList(const std::vector<std::string>& arguments) {
   path.AddTo(commandLine);
   OutputOptions outputOptions;
   bool inWords = false;
-  commandLine.AddFlag("--long", inWords, "with the number of files, the kind and what is wrong");
+  commandLine.AddFlag("--long", inWords, "add the number of files, the kind and what is wrong");
   std::optional<std::string> saveTo;
-  commandLine.AddValue("--save", "FILE", saveTo, "write the listings to FILE, for --path @FILE");
+  commandLine.AddValue("--save", "FILE", saveTo,
+                       "write a cache of the path to FILE, for --path @FILE");
   outputOptions.AddTo(commandLine, true);
   if (!commandLine.Parse(arguments)) return Outcome::Found;
   if (inWords && outputOptions.print0) {

@@ -30,33 +30,35 @@ constexpr Command kCommands[] = {
 
 constexpr const char* kExamples =
     "  searchpath find ls --path \"$PATH\"            which file does ls mean?\n"
-    "  searchpath find --all ls --path \"$PATH\"      and what does it hide?\n"
+    "  searchpath find --all ls --path \"$PATH\"      which files does it hide?\n"
     "  searchpath find --explain ls --path \"$PATH\"  why that file?\n"
     "  searchpath list --path lib --recursive       which folders are searched?\n"
     "  searchpath shadows --path lib:src            which files hide others?\n"
-    "  searchpath doctor --path \"$PATH\"            what is wrong with the path?\n"
-    "  searchpath diff \"$OLD\" \"$PATH\"               what differs between two paths?\n"
-    "  searchpath add ~/bin /usr/bin                which path, when there is no --path?\n"
-    "  searchpath iri '/usr/my lib'                 how is a folder written as an IRI?\n";
+    "  searchpath doctor --path \"$PATH\"             what is wrong with the path?\n"
+    "  searchpath diff \"$OLD\" \"$PATH\"               how do two paths differ?\n"
+    "  searchpath add ~/bin /usr/bin                store a path, to leave out --path\n"
+    "  searchpath iri '/usr/my lib'                 what is its IRI?\n";
 
 constexpr const char* kHelp =
     "Usage: searchpath COMMAND [OPTION]... [ARGUMENT]...\n"
-    "Tells which file a name means on a search path.\n\n"
+    "Says which file a name means on a search path, and why.\n"
+    "\n"
     "Commands:\n"
     "  find NAME...       the file that each NAME means\n"
     "  files              the files on the path, all or by extension\n"
-    "  list               the folders of the path, in order\n"
+    "  list               the folders of the path, in the order of the search\n"
     "  folders NAME...    the folders of the path that each NAME denotes\n"
-    "  shadows [NAME...]  the names that hide files, and how those differ\n"
-    "  doctor             what is wrong with the path, and what to do about it\n"
-    "  diff OLD NEW       how two paths differ: folders, or names that mean others\n"
-    "  add FOLDER...      puts folders on the stored path, for use without --path\n"
-    "  remove FOLDER...   takes folders off it\n"
+    "  shadows [NAME...]  the names that hide files, and how these files differ\n"
+    "  doctor             what is wrong with the path, and what helps\n"
+    "  diff OLD NEW       how two paths differ: in folders, or in what names mean\n"
     "  watch              what changes on the path, while it changes\n"
-    "  cache              saves the listings of the path, tells what changed since\n"
+    "  add FOLDER...      puts folders on the stored path, which needs no --path\n"
+    "  remove FOLDER...   takes folders off the stored path\n"
     "  packages           the packages below a folder, and their folders\n"
-    "  iri TEXT...        what a text becomes: IRI, canonical IRI, native path\n\n"
-    "searchpath COMMAND -h shows its options, --help examples and more.\n"
+    "  cache              saves what the folders hold, and checks what has changed\n"
+    "  iri TEXT...        the IRI, canonical IRI and native path of a text\n"
+    "\n"
+    "searchpath COMMAND -h shows its options; --help adds examples and rules.\n"
     "searchpath --version shows the version.\n";
 
 [[noreturn]] void RefuseWord(const std::string& word) {
@@ -82,7 +84,7 @@ Outcome Run(const std::vector<std::string>& arguments) {
   RefuseWord(word);
 }
 
-// For whoever wants to know what took the time; every command would need the option otherwise.
+// In the environment, since every command would need an option for it.
 void StartLogIfAsked() {
   const char* const log = std::getenv("SEARCHPATH_LOG");
   if (log == nullptr || *log == '\0') return;
@@ -97,10 +99,9 @@ void StartLogIfAsked() {
 
 int main(int count, char** words) {
   using namespace Corvane::PathManagement::tool;
-  // Whoever started the program may ignore this signal; a reader that went away ends it all the
-  // same.
+  // The program ends when its reader is gone, even if it was started with this signal ignored.
   std::signal(SIGPIPE, SIG_DFL);
-  std::ios::sync_with_stdio(false);  // only then does standard input tell its errors
+  std::ios::sync_with_stdio(false);  // otherwise standard input hides its errors
   try {
     StartLogIfAsked();
     const Outcome outcome = Run({words + (count > 0 ? 1 : 0), words + count});

@@ -66,7 +66,7 @@ void Check(bool written) {
 void OutputOptions::AddTo(CommandLine& commandLine, bool withPrint0) {
   commandLine.AddFlag("--json", json, "one JSON object a line");
   if (withPrint0) {
-    commandLine.AddFlag("-0,--print0", print0, "end each path with NUL, not a line break");
+    commandLine.AddFlag("-0,--print0", print0, "end each path with NUL instead of a line break");
   }
   commandLine.AddValue("--color", "WHEN", color, "auto, always or never");
 }

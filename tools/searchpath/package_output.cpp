@@ -14,7 +14,7 @@ void CheckRoot(const std::string& option, const std::string& root,
                const host::PackageRegistry& registry) {
   if (const auto& problem = registry.GetRootProblem()) {
     throw UsageError(option + ' ' + Quoted(root) + ": " + problem->GetText() +
-                     "; name the folder that the packages stand in");
+                     "; name the folder that holds the packages");
   }
 }
 

@@ -18,19 +18,22 @@ namespace Corvane::PathManagement::tool {
 namespace {
 
 constexpr CommandText kText = {
-    "packages", "", "Prints the packages below a folder, and the folders of each.",
+    "packages", "", "Prints the packages below a folder, and the folders of each package.",
     "  searchpath packages --root /opt/packages\n"
-    "  searchpath packages --root /opt/packages --path @folders   which are on the path?\n"
-    "  searchpath find plot.m --path src --packages /opt/packages\n",
+    "  searchpath packages --root /opt/packages --path lib   are they on the path?\n"
+    "  searchpath find plot.zt --path src --packages /opt/packages\n",
     "The packages:\n"
-    "  Each folder directly below DIR with a file called searchpath.json is a package:\n"
+    "  A package is a folder directly below DIR that holds a file searchpath.json:\n"
     "    {\"name\": \"geometry\", \"version\": \"1.2\", \"folders\": [\"lib\"]}\n"
-    "  A folder is a pathname below the package's own folder, or an IRI, or\n"
-    "  {\"folder\": ..., \"tags\": [...]}; tag 0, which counts without tags, makes it a\n"
-    "  folder for the path. A package that cannot be used is told on standard error;\n"
-    "  the others are there. With --path it is said of each folder for the path\n"
-    "  whether it is on that path.\n\n"
-    "Exit: 0 there are packages, 1 there are none, 2 wrong usage or failure.\n\n"};
+    "  Each of its folders is a pathname below the package, an IRI, or an object\n"
+    "    {\"folder\": \"lib\", \"tags\": [0]}\n"
+    "  Folders with tag 0 are for the path, and folders without tags are, too. A\n"
+    "  package that cannot be used is reported on standard error; the others are\n"
+    "  printed. With --path, each folder for the path is marked as on that path or\n"
+    "  not.\n"
+    "\n"
+    "Exit: 0 there are packages, 1 there are none, 2 wrong usage or failure.\n"
+    "\n"};
 
 // A folder of a package.
 struct FolderLine {
@@ -40,12 +43,12 @@ struct FolderLine {
   std::optional<bool> isOnPath;  // empty when no path was given
 };
 
-// What a package is and what it does to the path.
+// A package and the folders that it has.
 struct PackageLines {
   ComponentIdentifier identifier;
   std::shared_ptr<const Corvane::PackageRegistry::IPackage> package;
   std::vector<FolderLine> folders;
-  std::string problem;  // why none of its folders can be put on the path; "" when none is to be
+  std::string problem;  // why its folders cannot be put on the path; usually empty
 };
 
 PackageLines GetLines(const host::PackageRegistry& registry, const ComponentIdentifier& identifier,
@@ -116,10 +119,10 @@ Outcome RunPackages(const std::vector<std::string>& arguments) {
   CommandLine commandLine(kText);
   std::optional<std::string> root;
   PathOptions path;
-  commandLine.AddValue("--root", "DIR", root, "the folder that the packages stand in");
+  commandLine.AddValue("--root", "DIR", root, "the folder that holds the packages");
   path.AddFoldersTo(commandLine);
-  commandLine.AddFlag("--quiet", path.quiet, "no word on what cannot be used");
-  commandLine.AddFlag("--strict", path.strict, "exit with 2 when there is such a thing");
+  commandLine.AddFlag("--quiet", path.quiet, "do not report what cannot be used");
+  commandLine.AddFlag("--strict", path.strict, "exit with 2 when something cannot be used");
   OutputOptions outputOptions;
   outputOptions.AddTo(commandLine, false);
   if (!commandLine.Parse(arguments)) return Outcome::Found;

@@ -24,42 +24,43 @@ namespace {
 
 constexpr const char* kNotes =
     "The path:\n"
-    "  Without --path it is the stored one, see searchpath add --help.\n"
-    "  --path takes folders as in $PATH. Given several times, its parts follow one\n"
-    "  another. A path string is cut at every \":\" and \";\": write IRIs, and folders\n"
-    "  with such a character, into a FILE, one a line, and give --path @FILE, or\n"
-    "  --path - for standard input. An empty part is dropped; it is not the working\n"
-    "  folder, as it would be in $PATH: write \".\". A folder whose name begins with\n"
-    "  \"@\" or is \"-\" is written \"./@name\" or \"./-\". A folder that cannot be searched\n"
-    "  is told on standard error; the others are searched. A folder that comes again,\n"
-    "  perhaps by a link, is on the path once, at its first place.\n"
-    "  --without hides a folder with all that belongs to it; with --recursive also\n"
-    "  those below it.\n"
-    "  FILE may also be what list --save or cache write has written: then its folders\n"
-    "  are the path, and those that have not changed since are not read again. --cache\n"
-    "  FILE does that for any path, and without --path for the one it was written for.\n"
-    "  A cache that is damaged is told and left alone.\n"
-    "  \"+\", \"@\", private and resources folders belong to the folder that they stand\n"
-    "  in: --recursive passes them by.\n";
+    "  Without --path, the stored path is searched; see searchpath add --help.\n"
+    "  --path A:B takes folders as $PATH does. When it is repeated, the folders of\n"
+    "  all are searched in that order. Its value is cut at every \":\" and \";\". IRIs,\n"
+    "  and folders with such a character, go into a FILE, one a line: --path @FILE,\n"
+    "  or --path - for standard input. An empty part is dropped; unlike in $PATH it\n"
+    "  is not the working folder, which is \".\". Folders called \"@name\" and \"-\" are\n"
+    "  written \"./@name\" and \"./-\".\n"
+    "  A folder that cannot be searched is reported on standard error; the others are\n"
+    "  searched. A folder that occurs again, perhaps through a link, is searched\n"
+    "  once, at its first position.\n"
+    "  \"+\", \"@\", private and resources folders are special: they belong to the folder\n"
+    "  that holds them, and --recursive does not enter them.\n"
+    "  --without FOLDER hides the folder and its special folders; with --recursive,\n"
+    "  it hides all folders below it, too.\n"
+    "  --path @FILE may name a cache, written by list --save or cache write: the path\n"
+    "  is then the saved one. --cache FILE uses a cache for any path; without --path\n"
+    "  it is the saved path, too. Folders that have not changed since are not read\n"
+    "  again. With --path, a damaged cache is reported and not used.\n";
 
 constexpr const char* kPackageNotes =
-    "  --packages adds the folders that the packages in DIR put on the path, package\n"
-    "  by package in the order of their folders' names, and needs no --path; see\n"
-    "  searchpath packages. --recursive does not reach them.\n";
+    "  --packages DIR adds the folders of the packages in DIR after all other\n"
+    "  folders, in the order of the packages' folder names. It needs no --path, and\n"
+    "  --recursive does not apply to it. See searchpath packages --help.\n";
 
-// `what` is read, and how else it could be written.
+// `what` says what is read, for messages.
 std::vector<ustring> ReadList(std::istream& list, const std::string& what) {
   std::vector<ustring> folders;
   const bool isOpen = !list.fail() || list.eof();
   if (isOpen) folders = host::ReadFolderList(list);
   if (!folders.empty() && folders.front().starts_with(u"searchpath listing ")) {
-    throw UsageError("a saved listing is read from a file: --path @FILE");
+    throw UsageError("a cache is read from a file: --path @FILE");
   }
   if (isOpen && !list.bad()) return folders;
   throw UsageError("cannot read " + what + ": " + std::generic_category().message(errno));
 }
 
-// `where` is what the part was given for: "--path". A saved listing among the lists becomes one of
+// `where` is the option or operand that the part was given for. A cache among the parts goes into
 // `caches`.
 std::vector<ustring> ReadPart(const std::string& part, const std::string& where,
                               std::vector<host::PathEntryFactory>& caches) {
@@ -73,7 +74,7 @@ std::vector<ustring> ReadPart(const std::string& part, const std::string& where,
                                           " (for a folder of that name write ./" + part + ')');
 }
 
-// What --cache names; nothing, which is told, where that cannot be used and --path says enough.
+// The cache of --cache. One that cannot be used is reported and left out if there is a --path.
 std::vector<host::PathEntryFactory> ReadCache(const PathOptions& options) {
   if (!options.cache) return {};
   try {
@@ -89,7 +90,7 @@ std::vector<host::PathEntryFactory> ReadCache(const PathOptions& options) {
 struct NamedFolders {
   std::vector<ustring> folders;
   host::FolderSource source;
-  std::string where;  // for who reads that there are none
+  std::string where;  // for the message that there are none
   std::vector<host::PathEntryFactory> caches;
 };
 
@@ -121,7 +122,7 @@ NamedFolders ReadParts(const std::vector<std::string>& parts, const std::string&
   return {std::move(folders), host::FolderSource::Given, where, std::move(caches)};
 }
 
-// Nothing when no path is stored.
+// No folders when no path is stored.
 NamedFolders ReadStoredPath() {
   const host::StoredPath stored(host::StoredPath::GetDefaultFile());
   std::vector<ustring> folders;
@@ -140,8 +141,9 @@ std::vector<ustring> ReadListFile(const std::string& name, const std::string& wh
 
 void PathOptions::AddFoldersTo(CommandLine& commandLine) {
   commandLine.AddValues("--path", "FOLDERS", parts,
-                        "A:B:..., @FILE (a folder a line, or list --save), -");
-  commandLine.AddValue("--cache", "FILE", cache, "unchanged folders as FILE has them; cache -h");
+                        "A:B:..., @FILE (one folder a line, or a cache), or -");
+  commandLine.AddValue("--cache", "FILE", cache,
+                       "do not read unchanged folders; see cache write --help");
   AddRecursiveTo(commandLine);
   commandLine.AddValues("--without", "FOLDER", without, "hide this folder; may be repeated");
   commandLine.AddNotes(kNotes);
@@ -149,7 +151,7 @@ void PathOptions::AddFoldersTo(CommandLine& commandLine) {
 
 void PathOptions::AddPackagesTo(CommandLine& commandLine) {
   commandLine.AddValue("--packages", "DIR", packages,
-                       "behind them, the folders of the packages in DIR");
+                       "then search the folders of the packages in DIR");
   commandLine.AddNotes(kPackageNotes);
 }
 
@@ -157,7 +159,7 @@ void PathOptions::AddTo(CommandLine& commandLine) {
   AddFoldersTo(commandLine);
   AddPackagesTo(commandLine);
   commandLine.AddFlag("--keep-duplicates", keepDuplicates,
-                      "search a folder as often as it is there");
+                      "search a folder as often as it is given");
   AddReportingTo(commandLine);
 }
 
@@ -167,12 +169,13 @@ void PathOptions::AddReadingTo(CommandLine& commandLine) {
 }
 
 void PathOptions::AddRecursiveTo(CommandLine& commandLine) {
-  commandLine.AddFlag("--recursive", recursive, "each folder with all ordinary folders below it");
+  commandLine.AddFlag("--recursive", recursive,
+                      "search all ordinary folders below each folder, too");
 }
 
 void PathOptions::AddReportingTo(CommandLine& commandLine) {
-  commandLine.AddFlag("--quiet", quiet, "no word on folders that cannot be searched");
-  commandLine.AddFlag("--strict", strict, "exit with 2 when there are such folders");
+  commandLine.AddFlag("--quiet", quiet, "do not report folders that cannot be searched");
+  commandLine.AddFlag("--strict", strict, "exit with 2 when a folder cannot be searched");
 }
 
 host::Environment OpenPath(const PathOptions& options, const CommandLine& commandLine) {
@@ -202,7 +205,7 @@ host::Environment OpenVersion(const std::string& part, const std::string& where,
 }
 
 bool ReportProblems(const host::Environment& environment, const PathOptions& options) {
-  // Looking for problems opens every folder, which a first hit alone would not.
+  // Looking for problems opens every folder; finding a name may not.
   if (options.quiet && !options.strict) return false;
   const auto problems = WithProgress(options.quiet, [&] { return environment.FindProblems(); });
   const bool failed = ReportProblems(problems, options);

@@ -18,25 +18,28 @@ namespace Corvane::PathManagement::tool {
 namespace {
 
 constexpr CommandText kText = {
-    "shadows", "[NAME...]", "Prints the names that hide files: the file meant, then the hidden.",
+    "shadows", "[NAME...]",
+    "Prints the names that hide files: the file meant, then the files it hides.",
     "  searchpath shadows --path \"$PATH\"\n"
-    "  searchpath shadows --path \"$PATH\" --summary  folder by folder, in numbers\n"
-    "  searchpath shadows plot.m --path mine:lib    of this name alone\n"
-    "  searchpath shadows --path mine:lib --ext m --allow overrides.txt\n",
+    "  searchpath shadows --path \"$PATH\" --summary   numbers, folder by folder\n"
+    "  searchpath shadows plot.zt --path mine:lib    this name only\n"
+    "  searchpath shadows --path mine:lib --ext zt --allow overrides.txt\n",
     "What is printed:\n"
-    "  Every plain name, or each NAME, for which find --all prints several files, and\n"
-    "  those files. Each hidden one is\n"
-    "    different   it has other bytes than the file meant\n"
+    "  Each plain name, or each NAME given, for which find --all prints several\n"
+    "  files; then these files. A hidden file is one of\n"
+    "    different   its bytes differ from those of the file meant\n"
     "    identical   it has the same bytes\n"
-    "    same file   it is that very file, through a link\n"
-    "    other case  it has another name; only with --policy ignore-case\n"
-    "    unreadable  one of the two cannot be read; why is told on standard error\n"
-    "  With --ext, names are written without extension, as find takes them: \"fn\" for\n"
-    "  fn.m and fn.c. Without it, fn.m and fn.c do not hide each other.\n"
+    "    same file   it is the very same file, reached through a link\n"
+    "    other case  its name differs; only with --policy ignore-case\n"
+    "    unreadable  one of the two cannot be read; standard error says why\n"
+    "  With --ext, names have no extension, as for find: \"plot\" stands for plot.zt\n"
+    "  and plot.c, so these hide each other. Without --ext they do not.\n"
     "  --allow FILE holds names that may hide files, one a line, as they are printed.\n"
-    "  One that hides nothing any more is told on standard error, and so is a NAME\n"
-    "  that no file has.\n\n"
-    "Exit: 0 no name hides a file, 1 some does, 2 wrong usage or failure.\n\n"};
+    "  A name there that hides nothing is reported on standard error. So is a NAME\n"
+    "  that no file has.\n"
+    "\n"
+    "Exit: 0 no name hides a file, 1 some name does, 2 wrong usage or failure.\n"
+    "\n"};
 
 struct ShadowsOptions {
   PathOptions path;
@@ -47,9 +50,9 @@ struct ShadowsOptions {
 
   void AddTo(CommandLine& commandLine) {
     path.AddTo(commandLine);
-    commandLine.AddFlag("--summary", summary, "how many files each folder hides in which other");
+    commandLine.AddFlag("--summary", summary, "how many files each folder hides in each other one");
     commandLine.AddValue("--allow", "FILE", allow, "names that may hide files, one a line");
-    matching.AddTo(commandLine, "files with this extension; may be repeated");
+    matching.AddTo(commandLine, "only files with this extension; may be repeated");
     output.AddTo(commandLine, false);
   }
 
@@ -139,14 +142,14 @@ void WriteShadow(const Output& output, const host::Shadow& shadow) {
   }
 }
 
-// Tells each file once that could not be read.
+// Reports each file that could not be read once.
 void ReportUnread(const std::vector<host::Shadow>& shadows) {
-  std::set<std::string> told;
+  std::set<std::string> reported;
   for (const host::Shadow& shadow : shadows) {
     for (const host::HiddenFile& hidden : shadow.hidden) {
       if (!hidden.problem) continue;
       const std::string file = GetBytes(host::GetNativePath(hidden.problem->file));
-      if (!told.insert(file).second) continue;
+      if (!reported.insert(file).second) continue;
       Report("cannot read " + Quoted(file) + ": " + hidden.problem->reason.message());
     }
   }
@@ -170,7 +173,7 @@ Outcome RunShadows(const std::vector<std::string>& arguments) {
     Report("no file called " + Quoted(name) + " on the path" + hint);
   }
   for (const ustring& name : report.idleAllowances) {
-    Report("--allow " + Quoted(name) + ": that name hides nothing (any more)");
+    Report("--allow " + Quoted(name) + ": no file of that name is hidden");
   }
   if (!options.path.quiet) ReportUnread(report.shadows);
   if (options.summary) {

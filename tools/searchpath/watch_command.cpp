@@ -48,20 +48,24 @@ constexpr CommandText kText = {
     "  searchpath watch --path lib --recursive --json\n"
     "  searchpath watch --path lib --count 1 --quiet   wait for the next change\n",
     "What is printed:\n"
-    "  What diff prints of the path as it was printed last and as it is now: the\n"
-    "  folders that were added, removed, moved or refreshed, then the names that mean\n"
-    "  another file (changed), none (gone) or one where there was none (new). Changes\n"
-    "  that follow one another at once are one; what was undone by then is none. In\n"
-    "  JSON an object with \"name\" is a name, any other a folder. Each line is written\n"
-    "  at once. When all is watched, a line \"watching N folders\" is told on standard\n"
-    "  error.\n\n"
+    "  The lines of searchpath diff, for the path as it was and as it is now: first\n"
+    "  the folders that were added, removed, moved or refreshed, then the names that\n"
+    "  mean another file (changed), no file any more (gone), or a file for the first\n"
+    "  time (new). Changes in quick succession count as one; what they undo is not\n"
+    "  printed. In JSON, an object with \"name\" is about a name, any other about a\n"
+    "  folder. Each line is written at once. As soon as every folder is watched,\n"
+    "  standard error gets the line \"watching N folders\".\n"
+    "\n"
     "What is watched:\n"
-    "  Files and folders that come and go; not what is in files. The stored path and\n"
-    "  --path @FILE are read again when they change, and with --recursive folders that\n"
-    "  come and go below are added and removed. Folders on network file systems are\n"
-    "  asked every two seconds. What --without hides of a folder stays so, but a folder\n"
-    "  that comes to be hidden or a repeat by a link is told until the next start.\n\n"
-    "Exit: 0 after --count, 2 wrong usage or failure; else by the signal.\n\n"};
+    "  Files and folders that come and go, not the contents of files. The stored path\n"
+    "  and --path @FILE are read again when they change. With --recursive, folders\n"
+    "  that come and go below are added and removed. Folders on network file systems\n"
+    "  are checked every two seconds. A folder hidden by --without stays hidden. A\n"
+    "  folder that becomes hidden, or becomes a repeat through a link, while watch\n"
+    "  runs is still printed.\n"
+    "\n"
+    "Exit: 0 after --count, 2 wrong usage or failure; otherwise by the signal.\n"
+    "\n"};
 
 struct WatchOptions {
   PathOptions path;
@@ -71,13 +75,14 @@ struct WatchOptions {
 
   void AddTo(CommandLine& commandLine) {
     commandLine.AddFlag("--subfolders", subfolders,
-                        "special folders too: +, @, private, resources");
-    commandLine.AddValue("--count", "N", count, "end when N lines or more have been printed");
+                        "also special folders: +, @, private, resources");
+    commandLine.AddValue("--count", "N", count,
+                         "end after N lines, or more if several change at once");
     path.AddTo(commandLine);
     output.AddTo(commandLine, false);
   }
 
-  // How many lines end it; empty: none do.
+  // How many lines to print before the end; empty for no end.
   [[nodiscard]] std::optional<std::size_t> GetCount() const {
     if (!count) return std::nullopt;
     const auto lines = ParseNumber<std::size_t>(*count);
@@ -89,8 +94,8 @@ struct WatchOptions {
     const bool readsInput = std::count(path.parts.begin(), path.parts.end(), "-") > 0;
     if (path.recursive && readsInput) {
       throw UsageError(
-          "--recursive reads the path again, which standard input cannot be; write the folders "
-          "into a file: --path @FILE");
+          "--recursive reads the path again, and standard input can be read only once; write the "
+          "folders into a file: --path @FILE");
     }
   }
 };
@@ -110,7 +115,7 @@ std::vector<AbsoluteIRI> FindLists(const PathOptions& options) {
   return lists;
 }
 
-// A descriptor opened later would take the place of one that is closed.
+// Where standard output is closed, a descriptor that is opened later would take its number.
 void CheckStandardOutput() {
   if (fcntl(STDOUT_FILENO, F_GETFD) < 0) {
     throw std::system_error(errno, std::generic_category(), "cannot write standard output");
@@ -146,7 +151,7 @@ class WakeUp {
   int descriptor;
 };
 
-// Writes what differs; returns the number of lines.
+// Returns the number of lines written.
 std::size_t WriteDifferences(const Output& output, const WatchOptions& options,
                              const host::FolderPath& before, const host::FolderPath& after) {
   const auto folders = host::FindPathDifferences(
@@ -163,7 +168,7 @@ std::size_t WriteDifferences(const Output& output, const WatchOptions& options,
   return folders.size() + names.size();
 }
 
-// The path as it is asked for now.
+// Gives `manager` the path that the options mean now.
 void ReadAgain(host::MainSearchPathManager& manager, const WatchOptions& options,
                const CommandLine& commandLine) {
   std::vector<AbsoluteIRI> folders;
