@@ -18,28 +18,28 @@ TEST_F(ToolTest, DiffTellsFoldersOrNames) {
       {"s diff --json over mid", 1, "",
        "{`change`:`removed`,`path`:`$T/over`,`kind`:`ordinary`,`old`:1,`new`:null}\n"
        "{`change`:`added`,`path`:`$T/mid`,`kind`:`ordinary`,`old`:null,`new`:1}\n"},
-      {"s list --path lib:over --save ../then; touch lib/+pkg/@cls/cls.m; s diff --subfolders "
+      {"s list --path lib:over --save ../then; touch lib/+pkg/@cls/cls.zt; s diff --subfolders "
        "@../then mid:lib:over",
        1, "",
        "added      1         $T/mid\nrefreshed  1 -> 2    $T/lib\nrefreshed  1 -> 2    "
        "$T/lib/+pkg\n"
        "refreshed  1 -> 2    $T/lib/+pkg/@cls\n"},
-      {"mv lib/fn.m lib/other.m; s diff --names @../then lib:over; s diff --names lib:over "
+      {"mv lib/fn.zt lib/other.zt; s diff --names @../then lib:over; s diff --names lib:over "
        "@../then",
        1, "",
-       "changed  $T/lib/fn.m -> $T/over/fn.m\nnew      $T/lib/other.m\n"
-       "changed  $T/over/fn.m -> $T/lib/fn.m\ngone     $T/lib/other.m\n"},
-      {"mv lib/other.m lib/fn.m; s diff @../then lib:over; s diff @../then @../then", 0, "",
+       "changed  $T/lib/fn.zt -> $T/over/fn.zt\nnew      $T/lib/other.zt\n"
+       "changed  $T/over/fn.zt -> $T/lib/fn.zt\ngone     $T/lib/other.zt\n"},
+      {"mv lib/other.zt lib/fn.zt; s diff @../then lib:over; s diff @../then @../then", 0, "",
        "refreshed  1         $T/lib\n"},
       {"s diff --names over:lib over:lib/../lib", 0, "", ""},
       {"s diff --names over:mid:lib lib:over", 1, "",
-       "changed  $T/over/fn.m -> $T/lib/fn.m\ngone     $T/mid/fo.m\ngone     $T/mid/shape.m\n"},
+       "changed  $T/over/fn.zt -> $T/lib/fn.zt\ngone     $T/mid/fo.zt\ngone     $T/mid/shape.zt\n"},
       {"s diff --names --json mid lib/+pkg:over | sed -n 1,3p", 0, "",
-       "{`change`:`new`,`name`:`fn.m`,`old`:null,`new`:`$T/over/fn.m`}\n"
-       "{`change`:`gone`,`name`:`fo.m`,`old`:`$T/mid/fo.m`,`new`:null}\n"
-       "{`change`:`new`,`name`:`inner.m`,`old`:null,`new`:`$T/lib/+pkg/inner.m`}\n"},
+       "{`change`:`new`,`name`:`fn.zt`,`old`:null,`new`:`$T/over/fn.zt`}\n"
+       "{`change`:`gone`,`name`:`fo.zt`,`old`:`$T/mid/fo.zt`,`new`:null}\n"
+       "{`change`:`new`,`name`:`inner.zt`,`old`:null,`new`:`$T/lib/+pkg/inner.zt`}\n"},
       {"s diff --names over lib --color always | head -n 1", 0, "",
-       "\x1b[32mnew\x1b[0m      $T/lib/Case.m\n"},
+       "\x1b[32mnew\x1b[0m      $T/lib/Case.zt\n"},
       {"s diff --strict --quiet lib no", 2, "",
        "removed    1         $T/lib\nadded      1         $T/no\n"},
   });
@@ -53,7 +53,7 @@ TEST_F(ToolTest, TheStoredPathIsEditedAndUsed) {
       {"s list --long | head -n 1", 0, "",
        "      2 files  ordinary   $T/over  (from the stored path)\n"},
       {"s add mid --dry-run && s list | wc -l", 0, "",
-       "added      1         $T/mid\nnew      $T/mid/fo.m\nnew      $T/mid/shape.m\n7\n"},
+       "added      1         $T/mid\nnew      $T/mid/fo.zt\nnew      $T/mid/shape.zt\n7\n"},
       {"s add mid no", 2, "no folder `no`; check the spelling", ""},
       {"mkdir 'new\nline' && s add --end over 'new\nline' mid && rmdir 'new\nline'; "
        "cat $XDG_CONFIG_HOME/searchpath/path",
@@ -63,7 +63,7 @@ TEST_F(ToolTest, TheStoredPathIsEditedAndUsed) {
        "searchpath: the folder `http://h/` is not on the path",
        ""},
       {"s remove mid --dry-run; s list --quiet | tail -n 1", 0, "",
-       "removed    2         $T/mid\ngone     $T/mid/fo.m\ngone     $T/mid/shape.m\n$T/mid\n"},
+       "removed    2         $T/mid\ngone     $T/mid/fo.zt\ngone     $T/mid/shape.zt\n$T/mid\n"},
       {"for i in $(seq 30); do mkdir d$i; s add --store ../many d$i & done; wait; wc -l <../many",
        0, "", "30\n"},
       {"printf '~/\n/x//y\n' >../real; ln -s real ../store; s add --store ../store mid; cat "
@@ -73,6 +73,7 @@ TEST_F(ToolTest, TheStoredPathIsEditedAndUsed) {
       {"s add mid --store no/such/file && s add mid --store file && cat no/such/file file", 0, "",
        "$T/mid\n$T/mid\n"},
       {"s add lib --store .", 2, "Is a directory", ""},
+      {"mkdir held.lock; s add lib --store held", 2, "held.lock`: Is a directory", ""},
   });
 }
 
@@ -84,9 +85,9 @@ TEST_F(ToolTest, CachesAndSavedListingsAnswer) {
        0, "cannot search `$T/no`: no such folder\n", ""},
       {"s list --path @../saved", 0, "", "$T/mid\n$T/lib/+pkg\n$T/lib/+pkg/@cls\n"},
       {"s cache verify ../saved", 0, "", "a path of 2 folders; in all 3 folders with 3 files\n"},
-      {"touch over/new && s find --all new fn.m --path @../saved --path over --cache ../cache", 0,
-       "", "$T/over/new\n$T/over/fn.m\n"},
-      {"s files --cache ../cache --quiet", 0, "", "$T/over/fn.m\n$T/over/link\n$T/over/new\n"},
+      {"touch over/new && s find --all new fn.zt --path @../saved --path over --cache ../cache", 0,
+       "", "$T/over/new\n$T/over/fn.zt\n"},
+      {"s files --cache ../cache --quiet", 0, "", "$T/over/fn.zt\n$T/over/link\n$T/over/new\n"},
       {"touch mid/x; rm -r lib/+pkg/@cls; s cache verify ../saved", 1, "",
        "stale   $T/mid  (changed since it was listed)\n"
        "stale   $T/lib/+pkg  (changed since it was listed)\n"
@@ -94,17 +95,21 @@ TEST_F(ToolTest, CachesAndSavedListingsAnswer) {
        "a path of 2 folders; in all 3 folders with 3 files\n"},
       {"s cache verify --json ../saved | head -1 | cut -d, -f 2-", 0, "",
        "`items`:2,`state`:`stale`,`reason`:`changed since it was listed`}\n"},
-      {"head -c 99 ../cache >../cut; s find fn.m --path lib --cache ../cut", 0,
-       "cannot use `../cut`: it is cut off; the folders are read\n", "$T/lib/fn.m\n"},
-      {"s find fn.m --cache ../cut", 2, "searchpath: cannot use `../cut`: it is cut off\n", ""},
+      {"touch -d '1 hour' lib/sub; s cache write ../young --path lib/sub; s cache verify ../young",
+       1, "",
+       "unsure  $T/lib/sub  (changed less than two seconds before it was listed)\n"
+       "a path of 1 folder; in all 1 folder with 1 file\n"},
+      {"head -c 99 ../cache >../cut; s find fn.zt --path lib --cache ../cut", 0,
+       "cannot use `../cut`: it is cut off; the folders are read\n", "$T/lib/fn.zt\n"},
+      {"s find fn.zt --cache ../cut", 2, "searchpath: cannot use `../cut`: it is cut off\n", ""},
       {"s cache verify over/fifo", 2,
        "cannot use `over/fifo`: it cannot be opened: it is not a reg", ""},
       {"s cache write no/x --path lib", 2, "cannot write the cache: cannot open the folder of", ""},
       {"s list --path - <../saved", 2, "a cache is read from a file: --path @FILE", ""},
-      {"SEARCHPATH_LOG=../log s find fn.m fo.m --path lib --cache ../cache; grep -oE "
+      {"SEARCHPATH_LOG=../log s find fn.zt fo.zt --path lib --cache ../cache; grep -oE "
        "'host::[a-z]+: [a-z ]*' ../log",
-       0, "no file called `fo.m`",
-       "$T/lib/fn.m\nhost::cache: read the listings of \nhost::folders: read \n"
+       0, "no file called `fo.zt`",
+       "$T/lib/fn.zt\nhost::cache: read the listings of \nhost::folders: read \n"
        "host::index: listed and indexed \n"},
       {"SEARCHPATH_LOG=lib s list --path lib", 2,
        "cannot write the diagnostic log: Failed opening file lib", ""},
@@ -114,7 +119,7 @@ TEST_F(ToolTest, CachesAndSavedListingsAnswer) {
 
 TEST_F(ToolTest, PackagesAreListedAndSearched) {
   Check({
-      {"mkdir -p p/new/lib p/old p/bad; mv lib/fn.m p/new/lib; cd p; f=searchpath.json\n"
+      {"mkdir -p p/new/lib p/old p/bad; mv lib/fn.zt p/new/lib; cd p; f=searchpath.json\n"
        "echo '{\"name\": 7}' >bad/$f; printf "
        "'{\"name\":\"%s\",\"version\":\"1\",\"folders\":[\"lib\","
        "{\"folder\":\"doc\",\"tags\":[3]}]%s}' a '' b ',\"contributesToPath\":false' >both\n"
@@ -128,8 +133,8 @@ TEST_F(ToolTest, PackagesAreListedAndSearched) {
        "{`name`:`a`,`version`:`1`,`path`:`$T/p/new`,`contributesToPath`:true,`checksManualInstall`:"
        "false,`folders`:[{`path`:`$T/p/new/lib`,`tags`:[0],`forPath`:true,`onPath`:null},"
        "{`path`:`$T/p/new/doc`,`tags`:[3],`forPath`:false,`onPath`:null}]}\n"},
-      {"s find --explain fn.m --path lib --packages p --quiet", 0, "",
-       "`fn.m` means $T/p/new/lib/fn.m\nfolders asked, in order:\n  absent    $T/lib\n"
+      {"s find --explain fn.zt --path lib --packages p --quiet", 0, "",
+       "`fn.zt` means $T/p/new/lib/fn.zt\nfolders asked, in order:\n  absent    $T/lib\n"
        "  holds it  $T/p/new/lib  from package a 1\n"
        "why: the first folder on the path that holds it\n"},
       {"s list --json --packages p --strict", 2, ":1: name: expected a text\n",
@@ -156,13 +161,13 @@ echo "tool=')sh" SEARCHPATH_TOOL "'\" >>../watch";
 TEST_F(ToolTest, WatchTellsWhatChangesWhileItDoes) {
   EXPECT_EQ(RunShell(kWatch).error, "");
   Check({
-      {". ../watch; begin --path mid:lib; echo $told; touch mid/Case.m; seen 2; rm mid/Case.m; "
+      {". ../watch; begin --path mid:lib; echo $told; touch mid/Case.zt; seen 2; rm mid/Case.zt; "
        "seen "
        "2; end",
        0, "",
        "searchpath: watching 2 folders\nrefreshed  1         $T/mid\n"
-       "changed  $T/lib/Case.m -> $T/mid/Case.m\nrefreshed  1         $T/mid\n"
-       "changed  $T/mid/Case.m -> $T/lib/Case.m\n141\n"},
+       "changed  $T/lib/Case.zt -> $T/mid/Case.zt\nrefreshed  1         $T/mid\n"
+       "changed  $T/mid/Case.zt -> $T/lib/Case.zt\n141\n"},
       {". ../watch; begin --path mid:lib --json; kill -STOP $!; touch mid/x mid/y; rm mid/x "
        "lib/plain;"
        " touch lib/plain; mkdir lib/sub/ordinary; kill -CONT $!; seen 2; end",
@@ -172,7 +177,7 @@ TEST_F(ToolTest, WatchTellsWhatChangesWhileItDoes) {
       {". ../watch; begin --path mid --count 2; mv mid gone; seen 4; read -r told <&3; echo $told;"
        " end; mv gone mid",
        0, "",
-       "refreshed  1         $T/mid\ngone     $T/mid/fo.m\ngone     $T/mid/shape.m\n"
+       "refreshed  1         $T/mid\ngone     $T/mid/fo.zt\ngone     $T/mid/shape.zt\n"
        "gone     $T/mid/y\nsearchpath: cannot search \"$T/mid\": no such folder\n0\n"},
       {". ../watch; begin --path lib --subfolders; touch lib/+pkg/@cls/new; seen 3; end", 0, "",
        "refreshed  1         $T/lib\nrefreshed  1         $T/lib/+pkg\n"
@@ -181,10 +186,11 @@ TEST_F(ToolTest, WatchTellsWhatChangesWhileItDoes) {
        "end",
        0, "", "added      2         $T/over/new\nremoved    2         $T/over/new\n141\n"},
       {". ../watch; s add over lib; begin; s remove over; seen 3; s add mid; seen 1; end", 0, "",
-       "removed    1         $T/over\nchanged  $T/over/fn.m -> $T/lib/fn.m\n"
+       "removed    1         $T/over\nchanged  $T/over/fn.zt -> $T/lib/fn.zt\n"
        "gone     $T/over/link\nadded      1         $T/mid\n141\n"},
-      {". ../watch; echo over >two; echo mid >>two; begin --path @two; echo mid >two; seen 1; end",
-       0, "", "removed    1         $T/over\n141\n"},
+      {". ../watch; echo over >two; echo mid >>two; begin --path @two; rm two; read -r told <&3; "
+       "echo ${told##*; }; echo mid >new; mv new two; seen 1; end",
+       0, "", "the path stays as it was\nremoved    1         $T/over\n141\n"},
       {"s watch --path over --count 0", 2, "--count is a number of lines, 1 or more, not `0`", ""},
       {"s watch --path - --recursive", 2, "standard input can be read only once; write the", ""},
       {"s watch --path no --strict", 2, "cannot search `$T/no`: no such folder\n", ""},

@@ -5,59 +5,60 @@ namespace {
 
 TEST_F(ToolTest, FindAnswers) {
   Check({
-      {"s find fn.m dangling link fifo sub own.m --path=over:lib", 1,
-       "`fifo` on the path\nsearchpath: no file called `sub` on", "$T/over/fn.m\n$T/over/link\n"},
-      {"s find --all fn.m --path over --path lib", 0, "", "$T/over/fn.m\n$T/lib/fn.m\n"},
-      {"s find fn --ext c --ext .m --path over:lib", 0, "", "$T/over/fn.m\n"},
-      {"s find shape pkg/inner own --ext m --from lib --path lib", 0, "",
-       "$T/lib/@shape/shape.m\n$T/lib/+pkg/inner.m\n$T/lib/private/own.m\n"},
-      {"s find deep.m --recursive --path lib", 0, "", "$T/lib/sub/deep/deep.m\n"},
-      {"s find case.m --path lib:odd", 1,
-       "path; did you mean `$T/lib/Case.m` (another case: --policy ignore-case finds it) or "
-       "`$T/odd/CASE.m` (another case)?\n",
+      {"s find fn.zt dangling link fifo sub own.zt --path=over:lib", 1,
+       "`fifo` on the path\nsearchpath: no file called `sub` on", "$T/over/fn.zt\n$T/over/link\n"},
+      {"s find --all fn.zt --path over --path lib", 0, "", "$T/over/fn.zt\n$T/lib/fn.zt\n"},
+      {"s find fn --ext c --ext .zt --path over:lib", 0, "", "$T/over/fn.zt\n"},
+      {"s find shape pkg/inner own --ext zt --from lib --path lib", 0, "",
+       "$T/lib/@shape/shape.zt\n$T/lib/+pkg/inner.zt\n$T/lib/private/own.zt\n"},
+      {"s find deep.zt --recursive --path lib", 0, "", "$T/lib/sub/deep/deep.zt\n"},
+      {"s find case.zt --path lib:odd", 1,
+       "path; did you mean `$T/lib/Case.zt` (another case: --policy ignore-case finds it) or "
+       "`$T/odd/CASE.zt` (another case)?\n",
        ""},
-      {"s find fp.m plain.x --path over:mid:lib", 1,
-       "did you mean `$T/over/fn.m` (one letter off) or `$T/mid/fo.m` (one letter off)?\n"
-       "searchpath: no file called `plain.x` on the path; did you mean `$T/lib/plain` (another ",
+      {"s find fp.zt plain.zt --path over:mid:lib", 1,
+       "did you mean `$T/over/fn.zt` (one letter off) or `$T/mid/fo.zt` (one letter off)?\n"
+       "searchpath: no file called `plain.zt` on the path; did you mean `$T/lib/plain` (another ",
        ""},
-      {"s find \"it's \\\"q\\\" 100%.m\" --path odd", 0, "", "$T/odd/it's `q` 100%.m\n"},
+      {"s find \"it's \\\"q\\\" 100%.zt\" --path odd", 0, "", "$T/odd/it's `q` 100%.zt\n"},
       {"s find [x,y] {} --path odd -- -1", 0, "", "$T/odd/[x,y]\n$T/odd/{}\n$T/odd/-1\n"},
+      {"touch odd/--x=; s find --path odd -- --x=", 0, "", "$T/odd/--x=\n"},
       {"s find 'a\nb' --path odd", 1, "searchpath: no file called `a\\x0Ab` on the path\n", ""},
       {"s find --json $(printf 'bad\\377') --path odd | cut -d'\"' -f4,12 | tr '\"' '\n' |"
        " { read -r name && echo $name && base64 -d; }",
        0, "", "bad\uFFFD\n$T/odd/bad\xFF"},
-      {"s find colon FN.M --policy ignore-case --path @folders", 0, "",
-       "$T/a:b/colon\n$T/lib/fn.m\n"},
+      {"s find colon FN.ZT --policy ignore-case --path @folders", 0, "",
+       "$T/a:b/colon\n$T/lib/fn.zt\n"},
       {"echo file://$PWD/%61:b | s find colon --path -", 0, "", "$T/a:b/colon\n"},
       {"printf 'plain\\n\\nfn.c' | s find --stdin --path lib", 2,
        "line 2 of standard input is empty, which means no file\n", "$T/lib/plain\n$T/lib/fn.c\n"},
-      {"printf 'two\nlines\\0bad\\377\\0fm.m' | s find --stdin -0 --path odd:lib | tr '\\0' '|'", 0,
-       "no file called `fm.m` on the path\n", "$T/odd/two\nlines|$T/odd/bad\xFF|"},
+      {"printf 'two\nlines\\0bad\\377\\0fm.zt' | s find --stdin -0 --path odd:lib | tr '\\0' '|'",
+       0, "no file called `fm.zt` on the path\n", "$T/odd/two\nlines|$T/odd/bad\xFF|"},
   });
 }
 
 TEST_F(ToolTest, FindExplains) {
   Check({
-      {"s find --explain fn.m --path lib/sub/deep:lib:loop --from lib", 0, "a loop of links\n",
-       "`fn.m` means $T/lib/private/fn.m\nfolders asked, in order:\n"
+      {"s find --explain fn.zt --path lib/sub/deep:lib:loop --from lib", 0, "a loop of links\n",
+       "`fn.zt` means $T/lib/private/fn.zt\nfolders asked, in order:\n"
        "  holds it                     $T/lib/private  from --path lib\n"
        "  absent                       $T/lib/sub/deep\n"
-       "  hidden by an earlier folder  $T/lib          holds $T/lib/fn.m\n"
+       "  hidden by an earlier folder  $T/lib          holds $T/lib/fn.zt\n"
        "  unreadable                   $T/loop         a loop of links\n"
        "why: the private folder of the asking folder comes first\n"},
-      {"s find --explain fn no/x --ext c --ext m --path lib", 1, "`no/x` on the path\n",
+      {"s find --explain fn no/x --ext c --ext zt --path lib", 1, "`no/x` on the path\n",
        "`fn` means $T/lib/fn.c\nfolders asked, in order:\n  holds it  $T/lib  also holds "
-       "$T/lib/fn.m\nwhy: the first folder on the path that holds it\n`no/x` means no file\n"
+       "$T/lib/fn.zt\nwhy: the first folder on the path that holds it\n`no/x` means no file\n"
        "folders asked: none, because no folder of the path matches the name\nwhy: no folder holds "
        "it\n"},
-      {"s find --explain fn.m --json --path no:over", 0, "cannot search `$T/no`: no such folder\n",
-       "{`name`:`fn.m`,`path`:`$T/over/fn.m`,`rule`:`first-folder`,`asked`:[{`folder`:`$T/no`,"
+      {"s find --explain fn.zt --json --path no:over", 0, "cannot search `$T/no`: no such folder\n",
+       "{`name`:`fn.zt`,`path`:`$T/over/fn.zt`,`rule`:`first-folder`,`asked`:[{`folder`:`$T/no`,"
        "`kind`:`ordinary`,`outcome`:`unreadable`,`files`:[],`origin`:`no`,`source`:`command-line`,"
        "`problem`:`no such folder`},{`folder`:`$T/over`,`kind`:`ordinary`,`outcome`:`holds-it`,"
-       "`files`:[{`path`:`$T/over/fn.m`}],`origin`:`over`,`source`:`command-line`}]}\n"},
-      {"s find --explain --json shape private/own --ext m --path mid:lib | words", 0, "",
+       "`files`:[{`path`:`$T/over/fn.zt`}],`origin`:`over`,`source`:`command-line`}]}\n"},
+      {"s find --explain --json shape private/own --ext zt --path mid:lib | words", 0, "",
        "folder-before-method holds-it absent loses-to-earlier-folder partial-pathname holds-it\n"},
-      {"s find --explain --json shape case own --ext m --path lib:mid --from lib | words", 0,
+      {"s find --explain --json shape case own --ext zt --path lib:mid --from lib | words", 0,
        "`case`",
        "method-entry-first absent absent hidden-by-earlier method-entry nothing-found absent "
        "other-case-only absent private-folder holds-it absent absent\n"},
@@ -66,13 +67,14 @@ TEST_F(ToolTest, FindExplains) {
 
 TEST_F(ToolTest, FilesListAndIriAnswer) {
   Check({
-      {"s files --path mid:lib/+pkg", 0, "", "$T/mid/fo.m\n$T/mid/shape.m\n$T/lib/+pkg/inner.m\n"},
-      {"s files --ext m --ext .M --policy ignore-case --all --from lib --path over:lib", 0, "",
-       "$T/lib/Case.m\n$T/lib/fn.m\n$T/lib/private/fn.m\n$T/lib/private/own.m\n"
-       "$T/lib/+pkg/inner.m\n$T/lib/@shape/shape.m\n"},
+      {"s files --path mid:lib/+pkg", 0, "",
+       "$T/mid/fo.zt\n$T/mid/shape.zt\n$T/lib/+pkg/inner.zt\n"},
+      {"s files --ext zt --ext .ZT --policy ignore-case --all --from lib --path over:lib", 0, "",
+       "$T/lib/Case.zt\n$T/lib/fn.zt\n$T/lib/private/fn.zt\n$T/lib/private/own.zt\n"
+       "$T/lib/+pkg/inner.zt\n$T/lib/@shape/shape.zt\n"},
       {"s files --ext .C --path lib", 1, "searchpath: no such file in the folders", ""},
       {"s files --from lib/+pkg --json --path lib", 0, "",
-       "{`path`:`$T/lib/+pkg/inner.m`,`folder`:`$T/lib/+pkg`,`kind`:`+`}\n"},
+       "{`path`:`$T/lib/+pkg/inner.zt`,`folder`:`$T/lib/+pkg`,`kind`:`+`}\n"},
       {"s list --long --path lib/+pkg:over:no", 0, "no such folder\n",
        "      1 file   ordinary   $T/lib/+pkg\n      0 files  @          $T/lib/+pkg/@cls  "
        "(from --path lib/+pkg)\n"
@@ -84,6 +86,7 @@ TEST_F(ToolTest, FilesListAndIriAnswer) {
        "`command-line`}\n{`path`:`$T/no`,`kind`:`ordinary`,`items`:0,`problem`:`no such folder`,"
        "`origin`:`no`,`source`:`command-line`}\n"},
       {"s list --strict --quiet --path no", 2, "", "$T/no\n"},
+      {"s files --strict --quiet --path mid:no", 2, "", "$T/mid/fo.zt\n$T/mid/shape.zt\n"},
       {"s iri 'a %' http://h/%41", 0, "",
        "iri: file://$T/a%20%25\ncanonical: file://$T/a%20%25\n"
        "path: $T/a %\niri: http://h/A\ncanonical: http://h/A\n"},
@@ -97,17 +100,18 @@ TEST_F(ToolTest, FoldersAreHiddenAndShownOnce) {
   Check({
       {"ln -s lib link; s list --path over:link:lib:mid/../over --without lib/+pkg", 0, "",
        "$T/over\n$T/link\n$T/link/private\n$T/link/resources\n$T/link/@shape\n"},
-      {"s find --all fn.m --path lib:link --keep-duplicates", 0, "", "$T/lib/fn.m\n$T/link/fn.m\n"},
-      {"s files --path lib --from lib --all --without lib/private --without mid --ext m", 0,
+      {"s find --all fn.zt --path lib:link --keep-duplicates", 0, "",
+       "$T/lib/fn.zt\n$T/link/fn.zt\n"},
+      {"s files --path lib --from lib --all --without lib/private --without mid --ext zt", 0,
        "--without `mid` hides nothing: that folder is not on the path\n",
-       "$T/lib/Case.m\n$T/lib/fn.m\n$T/lib/+pkg/inner.m\n$T/lib/@shape/shape.m\n"},
-      {"s find --explain fn.m --path over:lib:link --without over", 0, "",
-       "`fn.m` means $T/lib/fn.m\nfolders asked, in order:\n"
+       "$T/lib/Case.zt\n$T/lib/fn.zt\n$T/lib/+pkg/inner.zt\n$T/lib/@shape/shape.zt\n"},
+      {"s find --explain fn.zt --path over:lib:link --without over", 0, "",
+       "`fn.zt` means $T/lib/fn.zt\nfolders asked, in order:\n"
        "  filtered out         $T/over  by --without over\n  holds it             $T/lib\n"
        "  dropped as a repeat  $T/link  the same as $T/lib\n"
        "why: the first folder on the path that holds it\n"},
-      {"s find --explain case.m --path lib | sed -n 3p", 0, "no file called `case.m`",
-       "  other case only  $T/lib  holds $T/lib/Case.m\n"},
+      {"s find --explain case.zt --path lib | sed -n 3p", 0, "no file called `case.zt`",
+       "  other case only  $T/lib  holds $T/lib/Case.zt\n"},
       {"s find --explain --json fn.c --path lib:link --without lib/private --from lib |"
        " grep -oE 'outcome.:.[df][^}]*' | cut -d'\"' -f3-",
        0, "",
@@ -130,14 +134,14 @@ TEST_F(ToolTest, FoldersAreHiddenAndShownOnce) {
 
 TEST_F(ToolTest, ShadowsAndDoctorCheck) {
   Check({
-      {"echo 1 >mid/fn.m; ln -s ../mid/fn.m a:b; s shadows --path mid:over:lib --path @folders", 1,
-       "",
-       "`fn.m` means $T/mid/fn.m and hides\n  different   $T/over/fn.m\n"
-       "  different   $T/lib/fn.m\n  same file   $T/a:b/fn.m\n"},
-      {"s shadows --ext m --json --path lib:over --path mid", 1, "",
-       "{`name`:`fn`,`path`:`$T/lib/fn.m`,`hidden`:[{`path`:`$T/over/fn.m`,`kind`:`identical`},"
-       "{`path`:`$T/mid/fn.m`,`kind`:`different`}]}\n"
-       "{`name`:`shape`,`path`:`$T/lib/@shape/shape.m`,`hidden`:[{`path`:`$T/mid/shape.m`,"
+      {"echo 1 >mid/fn.zt; ln -s ../mid/fn.zt a:b; s shadows --path mid:over:lib --path @folders",
+       1, "",
+       "`fn.zt` means $T/mid/fn.zt and hides\n  different   $T/over/fn.zt\n"
+       "  different   $T/lib/fn.zt\n  same file   $T/a:b/fn.zt\n"},
+      {"s shadows --ext zt --json --path lib:over --path mid", 1, "",
+       "{`name`:`fn`,`path`:`$T/lib/fn.zt`,`hidden`:[{`path`:`$T/over/fn.zt`,`kind`:`identical`},"
+       "{`path`:`$T/mid/fn.zt`,`kind`:`different`}]}\n"
+       "{`name`:`shape`,`path`:`$T/lib/@shape/shape.zt`,`hidden`:[{`path`:`$T/mid/shape.zt`,"
        "`kind`:`identical`}]}\n"},
       {"s shadows --summary --path over:lib:mid", 1, "",
        "1 name hides 2 files: 1 different, 1 identical\n"
@@ -146,10 +150,16 @@ TEST_F(ToolTest, ShadowsAndDoctorCheck) {
       {"s shadows --summary --json --path over:lib | cut -d, -f-4", 0, "",
        "{`names`:1,`files`:1,`different`:0,`identical`:1\n"
        "{`winner`:`$T/over`,`hidden`:`$T/lib`,`files`:1,`different`:0\n"},
-      {"printf 'fn.m\nold.m' >allow; s shadows --allow allow --path over:lib", 0,
-       "searchpath: --allow `old.m`: no file of that name is hidden\n", ""},
+      {"printf 'fn.zt\nold.zt' >allow; s shadows --allow allow --path over:lib", 0,
+       "searchpath: --allow `old.zt`: no file of that name is hidden\n", ""},
       {"s shadows plain Plain --path lib:over --summary", 0,
        "`Plain` on the path; did you mean `$T/", "0 names hide 0 files\n"},
+      {"mkdir bad; ln -s /proc/self/mem bad/fn.zt; s shadows fn.zt --path bad:over:lib", 1,
+       "searchpath: cannot read `$T/bad/fn.zt`: Input/output error\n",
+       "`fn.zt` means $T/bad/fn.zt and hides\n"
+       "  unreadable  $T/over/fn.zt\n  unreadable  $T/lib/fn.zt\n"},
+      {"s shadows fn.zt --path bad:over --quiet | tail -n 1", 0, "",
+       "  unreadable  $T/over/fn.zt\n"},
       {"s shadows --path over:no --strict", 2, "cannot search `$T/no`: no such folder\n", ""},
       {"s shadows --path over --allow no", 2, "cannot read `no`, the names of --allow: No such",
        ""},
@@ -158,7 +168,7 @@ TEST_F(ToolTest, ShadowsAndDoctorCheck) {
        "$T/no: no such folder\n$T/over: the same folder as $T/over\n"
        "$T/odd/bad\xFF: names that are not UTF-8\n"
        "$T/lib/private: belongs to $T/lib, which is on the path\n"
-       "$T/odd/CASE.m, $T/lib/Case.m: names that are equal where case is ignored\n"},
+       "$T/odd/CASE.zt, $T/lib/Case.zt: names that are equal where case is ignored\n"},
       {"echo http://h/ >web; s doctor --json --path over:no --path @web --without over", 1, "",
        "{`finding`:`unreadable`,`path`:`http://h/`,`origin`:`http://h/`,`problem`:`not a pathname "
        "or an IRI that names a folder here`,`advice`:`correct this, or take the folder off the "
@@ -202,7 +212,7 @@ TEST_F(ToolTest, WrongUsageIsOneLineThatHelps) {
       {"s remove x --store ''", 2, "--store is empty; leave it out", ""},
       {"s files --from over --path lib", 2, "\"over\" is not on the path; searchpath list", ""},
       {"s list --path lib --json -0", 2, "--json and --print0 exclude each other", ""},
-      {"s find fn.m --path lib >/dev/full", 2, "cannot write standard output: No space left", ""},
+      {"s find fn.zt --path lib >/dev/full", 2, "cannot write standard output: No space left", ""},
       {"s -h >&-", 2, "cannot write standard output: Bad file descriptor", ""},
   });
 }
@@ -241,12 +251,23 @@ TEST_F(ToolTest, OnATerminalNamesAreHarmlessAndEmphasised) {
   EXPECT_EQ(RunOnTerminal(find + " --color never"), plain);
   EXPECT_EQ(RunOnTerminal("export NO_COLOR=1; " + find), plain);
   EXPECT_EQ(RunOnTerminal("export TERM=dumb; " + find), plain);
-  const std::string direction = "s find $(printf '\\342\\200\\256') --path odd";
-  EXPECT_EQ(RunOnTerminal(direction + " --color never"), Expand("$T/odd/\\u202E\n"));
-  EXPECT_NE(RunOnTerminal(direction + " --json").find("\"name\":\"\\u202e\""), std::string::npos);
-  const std::string bold = Expand("$T/lib/\x1b[1mfn.m\x1b[0m\n");
-  EXPECT_EQ(RunOnTerminal("s find fn.m --path lib"), bold);
-  EXPECT_EQ(RunShell("s find fn.m --path lib --color always").out, bold);
+  for (const auto& [bytes, escape] : std::vector<std::pair<std::string, std::string>>{
+           {"\\177", "\\x7F"},
+           {"\\302\\205", "\\u0085"},
+           {"\\330\\234", "\\u061C"},
+           {"\\342\\200\\256", "\\u202E"},
+           {"\\342\\201\\246", "\\u2066"},
+           {"\\342\\201\\251", "\\u2069"},
+           {"\\342\\201\\252", "\xE2\x81\xAA"}}) {  // U+206A has no direction
+    EXPECT_EQ(RunOnTerminal("n=$(printf 'n" + bytes +
+                            "'); touch odd/$n; s find $n --path odd --color never"),
+              Expand("$T/odd/n") + escape + '\n');
+  }
+  const std::string json = "s find $(printf '\\342\\200\\256') --path odd --json";
+  EXPECT_NE(RunOnTerminal(json).find("\"name\":\"\\u202e\""), std::string::npos);
+  const std::string bold = Expand("$T/lib/\x1b[1mfn.zt\x1b[0m\n");
+  EXPECT_EQ(RunOnTerminal("s find fn.zt --path lib"), bold);
+  EXPECT_EQ(RunShell("s find fn.zt --path lib --color always").out, bold);
 }
 
 }  // namespace

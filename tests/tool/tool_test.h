@@ -35,9 +35,9 @@ struct Row {
 
 inline constexpr const char* kMakeTree = R"sh(
 mkdir -p over lib/private lib/sub/deep lib/+pkg/@cls lib/@shape lib/resources odd a:b @list mid
-touch mid/fo.m over/fn.m lib/fn.m lib/fn.c lib/Case.m lib/plain lib/private/fn.m lib/private/own.m
-touch lib/sub/below.m lib/sub/deep/deep.m lib/+pkg/inner.m lib/@shape/shape.m a:b/colon mid/shape.m
-touch "odd/it's \"q\" 100%.m" odd/[x,y] odd/{} odd/CASE.m odd/-1 'odd/two
+touch mid/fo.zt over/fn.zt lib/fn.zt lib/fn.c lib/Case.zt lib/plain lib/private/fn.zt lib/private/own.zt
+touch lib/sub/below.zt lib/sub/deep/deep.zt lib/+pkg/inner.zt lib/@shape/shape.zt a:b/colon mid/shape.zt
+touch "odd/it's \"q\" 100%.zt" odd/[x,y] odd/{} odd/CASE.zt odd/-1 'odd/two
 lines' "$(printf 'odd/bad\377')" "$(printf 'odd/esc\033[31m')" "$(printf 'odd/\342\200\256')"
 ln -s ../lib/plain over/link; ln -s nothing over/dangling; ln -s loop loop; mkfifo over/fifo
 ln -s .. lib/sub/up; printf 'a:b\n\nlib\n' >folders; yes lib | head -n 9999 >long)sh";
