@@ -158,6 +158,7 @@ TEST_F(ToolTest, ShadowsAndDoctorCheck) {
        "searchpath: cannot read `$T/bad/fn.zt`: Input/output error\n",
        "`fn.zt` means $T/bad/fn.zt and hides\n"
        "  unreadable  $T/over/fn.zt\n  unreadable  $T/lib/fn.zt\n"},
+      {"s shadows --path bad:over:lib 2>&1 | grep -c cannot", 0, "", "1\n"},
       {"s shadows fn.zt --path bad:over --quiet | tail -n 1", 0, "",
        "  unreadable  $T/over/fn.zt\n"},
       {"s shadows --path over:no --strict", 2, "cannot search `$T/no`: no such folder\n", ""},

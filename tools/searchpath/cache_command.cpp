@@ -78,7 +78,7 @@ Outcome Write(const std::vector<std::string>& arguments) {
   return SavePath(environment, path, file) ? Outcome::Failed : Outcome::Found;
 }
 
-// A folder of a cache, and what became of it.
+// A folder of a cache, and whether it has changed.
 struct CheckedFolder {
   std::shared_ptr<const host::FolderEntry> entry;  // as it was saved
   std::size_t files;
@@ -97,7 +97,7 @@ std::optional<std::string> GetReason(const CheckedFolder& folder) {
       break;
   }
   const auto problems = host::FolderEntry::Create(folder.entry->GetAbsoluteIRI())->GetProblems();
-  // It may have come back meanwhile.
+  // The folder may have come back meanwhile.
   return problems.empty() ? "could not be read" : problems.front().GetText();
 }
 

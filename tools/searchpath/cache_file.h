@@ -8,7 +8,7 @@
 
 namespace Corvane::PathManagement::tool {
 
-// Files with the listings of a path, named as on the command line.
+// Caches and saved listings, by the names given on the command line.
 
 [[nodiscard]] bool IsListing(const std::string& file);
 
@@ -16,8 +16,8 @@ namespace Corvane::PathManagement::tool {
 [[nodiscard]] host::PathEntryFactory ReadListing(
     const std::string& file, host::ListingUse use = host::ListingUse::WhileFresh);
 
-/// Saves the listings of the whole path, and tells which folders cannot be searched. Returns
-/// whether that makes the command fail.
+/// Saves the listings of the whole path and reports folders that cannot be searched. Returns whether
+/// they make the command fail.
 ///
 /// Errors: `UsageError` when the file cannot be written.
 [[nodiscard]] bool SavePath(const host::Environment& environment, const PathOptions& options,

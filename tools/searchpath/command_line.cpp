@@ -12,9 +12,9 @@ namespace Corvane::PathManagement::tool {
 
 namespace {
 
-constexpr std::size_t kHelpColumn = 22;  // where the explanations of options begin
+constexpr std::size_t kHelpColumn = 22;  // where the texts on options begin
 
-// An argument as a shell takes it.
+// `argument` as it is typed in a shell.
 std::string GetShellWord(const std::string& argument) {
   const auto isPlain = [](char c) {
     return (c >= '0' && c <= '9') || (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') ||
@@ -26,7 +26,7 @@ std::string GetShellWord(const std::string& argument) {
   return word + '\'';
 }
 
-// The parser takes "--path=" for an option whose value is the next argument.
+// For "--path=" the parser would take the next argument as the value.
 std::vector<std::string> SplitEmptyValues(const std::vector<std::string>& arguments) {
   std::vector<std::string> split;
   bool onlyOperands = false;
@@ -93,7 +93,7 @@ bool CommandLine::Parse(const std::vector<std::string>& arguments) {
   AddFlag("--version", version, "");
   typed = arguments;
   std::vector<std::string> reversed = SplitEmptyValues(arguments);
-  std::reverse(reversed.begin(), reversed.end());  // as the parser wants it
+  std::reverse(reversed.begin(), reversed.end());  // the order that the parser expects
   try {
     app->parse(std::move(reversed));
   } catch (const CLI::ArgumentMismatch&) {
@@ -108,8 +108,8 @@ bool CommandLine::Parse(const std::vector<std::string>& arguments) {
   return true;
 }
 
-// Operands are what the parser knows no option for: as an option of its own they would be read as
-// lists too, and "-1" taken for one of them.
+// The operands are what the parser leaves over. As an option of the parser, they would be read as lists,
+// and "-1" would be one of them.
 void CommandLine::TakeOperands() {
   bool onlyOperands = false;
   for (const std::string& argument : app->remaining()) {

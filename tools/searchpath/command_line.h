@@ -20,13 +20,13 @@ class Option;
 
 namespace Corvane::PathManagement::tool {
 
-/// What was typed cannot be done. The message is one line that says why and what to type instead.
+/// The command line is wrong. The message is one line that says why and what to type instead.
 class UsageError : public std::runtime_error {
  public:
   using std::runtime_error::runtime_error;
 };
 
-/// What the help of a command says beside its options.
+/// The help of a command, but for its options.
 struct CommandText {
   const char* name;
   const char* operands;  ///< "NAME...", or "[NAME...]" where there may be none
@@ -35,7 +35,7 @@ struct CommandText {
   const char* notes;  ///< what --help says at its end
 };
 
-/// The arguments of one command: its options, its operands and the help on both.
+/// The options, the operands and the help of one command.
 class CommandLine {
  public:
   explicit CommandLine(const CommandText& description);
@@ -43,28 +43,28 @@ class CommandLine {
   CommandLine& operator=(const CommandLine&) = delete;
   ~CommandLine();
 
-  // The variables are set by `Parse`. A value that is given twice counts as it was given last.
+  // `Parse` sets the variables. When a value is given twice, the last one counts.
   void AddFlag(const std::string& names, bool& value, const std::string& help);
   void AddValue(const std::string& name, const char* valueName, std::optional<std::string>& value,
                 const std::string& help);
   void AddValues(const std::string& name, const char* valueName, std::vector<std::string>& values,
                  const std::string& help);
 
-  /// As `AddFlag`, for a flag that stands for the operands: with it there are none.
+  /// As `AddFlag`, for a flag that replaces the operands.
   void AddFlagForOperands(const std::string& name, bool& value, const std::string& help);
 
-  /// More for --help to say.
+  /// Adds text at the end of --help.
   void AddNotes(const char* more) { notes += more; }
 
-  /// Returns false when help was asked for; it is then written.
+  /// Returns false when the arguments ask for help or the version, and writes it.
   ///
-  /// Errors: `UsageError`, also when there is no operand though the command needs one, or one
-  /// beside a flag that stands for them.
+  /// Errors: `UsageError`, also when the operands are missing, or given beside a flag that replaces
+  /// them.
   [[nodiscard]] bool Parse(const std::vector<std::string>& arguments);
 
   [[nodiscard]] const std::vector<std::string>& GetOperands() const noexcept { return operands; }
 
-  /// The line to type for the same with `addition` among the options.
+  /// The command line as it was typed, with `addition` behind the command.
   [[nodiscard]] std::string GetLineWith(const std::string& addition) const;
 
  private:
@@ -82,7 +82,7 @@ class CommandLine {
   std::vector<std::string> operands;
 };
 
-/// The meaning of `value`, one of a few words. Errors: `UsageError` for any other.
+/// The meaning of the word `value`. Errors: `UsageError` when it is not among `words`.
 template <class Meaning>
 [[nodiscard]] Meaning ChooseValue(const std::string& option, const std::string& value,
                                   const std::vector<std::pair<std::string, Meaning>>& words) {
@@ -94,7 +94,7 @@ template <class Meaning>
   throw UsageError(option + " is one of " + Join(known, ", ") + ", not \"" + value + '"');
 }
 
-/// `text` as a number of its type; empty when it is none. Nothing may stand before or behind it.
+/// The number that `text` is; empty when it is not exactly one number of this type.
 template <class Number>
 [[nodiscard]] std::optional<Number> ParseNumber(const std::string& text) {
   Number number{};

@@ -8,8 +8,8 @@
 
 namespace Corvane::PathManagement::tool {
 
-// Each takes the arguments that stand behind its name.
-// Errors: `UsageError`, and whatever keeps it from answering.
+// Each runs one command with the arguments that follow its name.
+// Errors: `UsageError`, and any exception that keeps it from answering.
 
 /// Which files do names mean?
 [[nodiscard]] Outcome RunFind(const std::vector<std::string>& arguments);
@@ -28,6 +28,7 @@ namespace Corvane::PathManagement::tool {
 
 /// What is wrong with the path?
 [[nodiscard]] Outcome RunDoctor(const std::vector<std::string>& arguments);
+
 /// Puts folders on the stored path.
 [[nodiscard]] Outcome RunAdd(const std::vector<std::string>& arguments);
 

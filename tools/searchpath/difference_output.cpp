@@ -16,8 +16,8 @@ namespace Corvane::PathManagement::tool {
 
 namespace {
 
-constexpr std::size_t kChangeWidth = 9;  // of "refreshed"
-constexpr std::size_t kPlaceWidth = 8;   // of "10 -> 12"
+constexpr std::size_t kChangeWidth = 9;     // of "refreshed"
+constexpr std::size_t kPositionsWidth = 8;  // of "10 -> 12"
 
 Paint GetPaint(host::FolderChange change) {
   using host::FolderChange;
@@ -25,13 +25,13 @@ Paint GetPaint(host::FolderChange change) {
   return change == FolderChange::Removed ? Paint::Bad : Paint::Notice;
 }
 
-std::string GetPlace(std::optional<std::size_t> place) {
-  return place ? std::to_string(*place + 1) : "";
+std::string GetPosition(std::optional<std::size_t> index) {
+  return index ? std::to_string(*index + 1) : "";
 }
 
-std::string GetPlaces(const host::FolderDifference& difference) {
-  const std::string before = GetPlace(difference.placeBefore);
-  const std::string after = GetPlace(difference.placeAfter);
+std::string GetPositions(const host::FolderDifference& difference) {
+  const std::string before = GetPosition(difference.placeBefore);
+  const std::string after = GetPosition(difference.placeAfter);
   if (before.empty() || after.empty() || before == after) return after.empty() ? before : after;
   return before + " -> " + after;
 }
@@ -50,7 +50,7 @@ void WriteDifference(const Output& output, const host::FolderDifference& differe
   if (!output.IsJson()) {
     WriteData(output.GetPainted(change, GetPaint(difference.change)) +
               std::string(kChangeWidth + 2 - change.size(), ' ') +
-              GetPadded(GetPlaces(difference), kPlaceWidth) + "  " +
+              GetPadded(GetPositions(difference), kPositionsWidth) + "  " +
               output.GetShown(GetNativePath(folder)) + '\n');
     return;
   }

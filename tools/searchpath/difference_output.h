@@ -8,10 +8,10 @@ namespace Corvane::PathManagement::tool {
 
 class Output;
 
-/// A line, or an object, with what became of a folder, its places, from 1 on, and its path.
+/// A line, or a JSON object, with the change of a folder, its positions, counted from 1, and its path.
 void WriteDifference(const Output& output, const host::FolderDifference& difference);
 
-/// The same with the files that a name meant and means.
+/// The same with the file that a name meant and the file that it means now.
 void WriteDifference(const Output& output, const host::NameChange& name);
 
 }  // namespace Corvane::PathManagement::tool

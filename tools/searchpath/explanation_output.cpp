@@ -17,11 +17,11 @@ namespace Corvane::PathManagement::tool {
 
 namespace {
 
-// A line on a folder that was asked. Its parts are as they are shown.
+// A line about a folder that was asked. Its parts can be printed as they are.
 struct AskedLine {
   std::string outcome;
   std::string folder;
-  std::string remark;  // often empty
+  std::string remark;  // may be empty
 };
 
 std::string GetRemark(const Output& output, const host::Environment& environment,
@@ -67,7 +67,7 @@ void WriteWords(const Output& output, const host::Environment& environment, cons
   WriteData(output.GetShown(Quoted(name)) + " means " + meaning + '\n');
   const auto lines = GetLines(output, environment, explanation);
   std::size_t outcomeWidth = 0;
-  std::size_t folderWidth = 0;  // of those that something is said of
+  std::size_t folderWidth = 0;  // of the lines with a remark
   for (const AskedLine& line : lines) {
     outcomeWidth = std::max(outcomeWidth, GetWidth(line.outcome));
     if (!line.remark.empty()) folderWidth = std::max(folderWidth, GetWidth(line.folder));

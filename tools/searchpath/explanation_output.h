@@ -9,7 +9,7 @@ namespace Corvane::PathManagement::tool {
 
 class Output;
 
-/// Why `name` means the file that it means: lines in words, or one object with the same facts.
+/// Why `name` means its file: lines in words, or one JSON object with the same facts.
 void WriteExplanation(const Output& output, const host::Environment& environment,
                       const std::string& name, const host::Explanation& explanation);
 

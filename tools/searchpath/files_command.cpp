@@ -48,7 +48,7 @@ struct FilesOptions {
   }
 };
 
-// Each extension once, since a file is found once for each that is its own.
+// Each extension once: a file is found again for each extension that it has.
 std::vector<ustring> GetExtensions(const MatchingOptions& matching) {
   std::vector<ustring> extensions;
   for (ustring& extension : matching.GetExtensions()) {

@@ -114,7 +114,7 @@ class Finder {
     lookup.name = TextFromBytes(name);
     if (options.explain ? Explain(name) : Find(name)) return;
     foundAll = false;
-    // A hint reads the whole path, which is too much for each of very many names.
+    // A hint reads the whole path, which takes too long for very many names.
     Report("no file called " + Quoted(name) + " on the path" +
            (options.fromInput ? "" : GetHint(environment, lookup)));
   }

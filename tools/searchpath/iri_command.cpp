@@ -43,7 +43,7 @@ void WriteIRI(const Output& output, const std::string& typed) {
   if (isNative) output.WriteField("path", GetBytes(GetStringFromIRI(iri)));
 }
 
-// A text that is no IRI does not keep the others from being answered.
+// An invalid text is reported, and the other texts are answered.
 bool TryToWriteIRI(const Output& output, const std::string& typed) {
   try {
     WriteIRI(output, typed);

@@ -14,17 +14,17 @@ class CommandLine;
 
 void AddPolicyTo(CommandLine& commandLine, std::optional<std::string>& policy);
 
-/// The policy called so, file-system unless one is. Errors: `UsageError`.
+/// The policy with this name; file-system when there is none. Errors: `UsageError`.
 [[nodiscard]] FilenameMatchingPolicy GetPolicy(const std::optional<std::string>& policy);
 
-/// Which file names are the ones that are asked for.
+/// Which file names match.
 struct MatchingOptions {
   std::vector<std::string> extensions;
   std::optional<std::string> policy;
 
   void AddTo(CommandLine& commandLine, const std::string& helpOnExtensions);
 
-  /// As they are looked up, each with its dot. Errors: `UsageError`.
+  /// Each with its dot. Errors: `UsageError`.
   [[nodiscard]] std::vector<ustring> GetExtensions() const;
 
   /// Errors: `UsageError`.

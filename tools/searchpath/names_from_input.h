@@ -6,8 +6,8 @@
 
 namespace Corvane::PathManagement::tool {
 
-/// Calls `visitor` with each name on standard input, which `end` ends each of. An empty one is
-/// skipped and told. Returns whether there was none.
+/// Calls `visitor` with each name on standard input; each ends with `end`. Empty names are skipped and
+/// reported. Returns whether there were none.
 ///
 /// Errors: `UsageError` when standard input cannot be read.
 [[nodiscard]] bool ForEachNameFromInput(char end,

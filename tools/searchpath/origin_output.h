@@ -13,12 +13,12 @@ class Output;
 
 // Who put a folder on the path.
 
-/// "from package geometry 1.2" and the like, as it is shown; empty for a folder that was named itself
-/// on the command line.
+/// "from package geometry 1.2" and the like, ready to be printed; empty for a folder that the command
+/// line names itself.
 [[nodiscard]] std::string GetOriginText(const Output& output, const host::Environment& environment,
                                         const host::FolderOrigin& origin, const IPathEntry& folder);
 
-/// Adds "origin", "source" and, when that is one, "package" to `object`.
+/// Adds "origin", "source" and, for a folder of a package, "package" to `object`.
 void AddOrigin(nlohmann::ordered_json& object, const host::FolderOrigin& origin);
 
 }  // namespace Corvane::PathManagement::tool

@@ -15,7 +15,7 @@ namespace Corvane::PathManagement::tool {
 
 class CommandLine;
 
-/// What the program ends with: the answer of a question, or that of a check.
+/// The exit code: of a question, or of a check.
 enum class Outcome : std::uint8_t {
   Found = 0,
   NotFound = 1,
@@ -24,13 +24,13 @@ enum class Outcome : std::uint8_t {
   Failed = 2
 };
 
-/// What a word that is painted says.
+/// What the colour of a word expresses.
 enum class Paint : std::uint8_t { Emphasis, Good, Bad, Notice };
 
 /// The bytes of a text that came from the command line or the disk.
 [[nodiscard]] std::string GetBytes(const ustring& text);
 
-/// How data is written, as it was asked for.
+/// The options on how data is written.
 struct OutputOptions {
   bool json = false;
   bool print0 = false;
@@ -48,11 +48,11 @@ class Output {
 
   [[nodiscard]] bool IsJson() const noexcept { return json; }
 
-  /// `bytes` as they are written: made harmless for a terminal.
+  /// `bytes` as they are printed: on a terminal, made harmless.
   [[nodiscard]] std::string GetShown(const std::string& bytes) const;
   [[nodiscard]] std::string GetShown(const ustring& text) const { return GetShown(GetBytes(text)); }
 
-  /// `text` in colour, where there is colour.
+  /// `text` in colour, if the output has colour.
   [[nodiscard]] std::string GetPainted(std::string_view text, Paint paint) const;
 
   /// A line with a path, its last part emphasised.
@@ -72,14 +72,13 @@ class Output {
 /// Writes `bytes` to standard output as they are. Errors: as `Output`.
 void WriteData(std::string_view bytes);
 
-/// Whether a terminal, where there is one, takes commands: those for colour, for one.
+/// Whether a terminal would understand control sequences, as for colour.
 [[nodiscard]] bool TerminalTakesCommands();
 
-/// Ends standard output. Errors: as `Output`, for what was held back so far.
+/// Flushes standard output. Errors: as `Output`, also for what was buffered before.
 void FinishData();
 
-/// A line on standard error; `message` is made harmless wherever that leads, so that it is one
-/// line.
+/// Writes `message` to standard error, made harmless for a terminal, so that it is one line.
 void Report(std::string_view message);
 
 /// `text` in double quotes, for a message.
@@ -92,8 +91,8 @@ void Report(std::string_view message);
 /// `text` with blanks up to `width`.
 [[nodiscard]] std::string GetPadded(std::string text, std::size_t width);
 
-/// Adds `text` to `object` under `key`, with U+FFFD for bytes that are not UTF-8; only beside those
-/// the bytes too: "pathBytes" beside "path".
+/// Adds `text` to `object` under `key`, with U+FFFD for bytes that are not UTF-8. If there are any, it
+/// also adds the bytes in Base64: "pathBytes" beside "path".
 void AddText(nlohmann::ordered_json& object, const std::string& key, const ustring& text);
 
 }  // namespace Corvane::PathManagement::tool

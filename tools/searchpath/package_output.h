@@ -7,7 +7,7 @@
 
 namespace Corvane::PathManagement::tool {
 
-// What is said of packages.
+// Packages in messages.
 
 /// "geometry 1.2", as bytes.
 [[nodiscard]] std::string GetText(const ZentraComponents::ComponentIdentifier& package);
@@ -16,7 +16,7 @@ namespace Corvane::PathManagement::tool {
 void CheckRoot(const std::string& option, const std::string& root,
                const host::PackageRegistry& registry);
 
-/// Tells which packages were left out, and why.
+/// Reports which packages were left out, and why.
 void ReportPackageProblems(const host::PackageRegistry& registry);
 
 }  // namespace Corvane::PathManagement::tool

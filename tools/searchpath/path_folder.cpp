@@ -12,7 +12,7 @@ const char* FindProblemText(const IPathEntry& folder) {
   const auto* onDisk = dynamic_cast<const host::FolderEntry*>(&folder);
   if (onDisk == nullptr || onDisk->GetItemCount() != 0) return nullptr;
   const ustring path = GetNativePath(folder);
-  // A folder tells the problems of links in it, too.
+  // The problems of a folder include those of links in it.
   for (const host::FolderProblem& problem : onDisk->GetProblems()) {
     if (problem.folder == path) return problem.GetText();
   }

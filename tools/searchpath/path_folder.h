@@ -9,9 +9,9 @@
 
 namespace Corvane::PathManagement::tool {
 
-// What is said of a folder of the path.
+// Facts about a folder of the path.
 
-/// What keeps `folder` from being searched, in words; null when nothing does. Lists the folder.
+/// Why `folder` cannot be searched; null when it can. Lists the folder.
 [[nodiscard]] const char* FindProblemText(const IPathEntry& folder);
 
 /// How many files `folder` holds.

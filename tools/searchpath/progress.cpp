@@ -19,7 +19,7 @@ namespace {
 using Clock = std::chrono::steady_clock;
 using std::chrono::seconds;
 
-constexpr std::chrono::milliseconds kLong(200);  // for a person who waits
+constexpr std::chrono::milliseconds kLong(200);  // before progress is shown
 
 void Show(const std::string& text) {
   const std::string line = '\r' + text + "\x1b[K";

@@ -5,9 +5,8 @@
 
 namespace Corvane::PathManagement::tool {
 
-/// While it lives, and once it has lived for long, says on the terminal that folders are read.
-/// Nothing else may be written meanwhile; at its end the line is gone. Without a terminal it says
-/// nothing.
+/// Shows on the terminal that folders are read, once it has existed for a while. Nothing else may be
+/// written during its life; at its end the line is gone. Without a terminal it shows nothing.
 class Progress {
  public:
   explicit Progress(bool quiet);

@@ -86,7 +86,7 @@ std::vector<host::PathEntryFactory> ReadCache(const PathOptions& options) {
   }
 }
 
-// Folders, and where they come from.
+// Folders and their source.
 struct NamedFolders {
   std::vector<ustring> folders;
   host::FolderSource source;

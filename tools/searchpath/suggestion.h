@@ -7,7 +7,7 @@
 
 namespace Corvane::PathManagement::tool {
 
-/// The one of `known` that was probably meant by `typed`; empty when none is near.
+/// The word of `known` that `typed` probably means; empty when none is similar.
 [[nodiscard]] std::string FindNearest(std::string_view typed,
                                       const std::vector<std::string>& known);
 

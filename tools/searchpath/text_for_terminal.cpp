@@ -13,7 +13,7 @@ bool BreaksLineOrDirection(char16_t unit) {
          (unit >= 0x2066 && unit <= 0x2069);
 }
 
-// `unit` in digits behind a backslash and `mark`.
+// A backslash, `mark`, and `unit` in hexadecimal digits.
 ustring GetEscape(char16_t mark, int unit, int digits) {
   ustring escape = {u'\\', mark};
   for (int shift = 4 * (digits - 1); shift >= 0; shift -= 4) {

@@ -7,7 +7,7 @@
 
 namespace Corvane::PathManagement::tool {
 
-/// `bytes` as one line that a terminal cannot take for a command or show in another order:
+/// `bytes` as one line that a terminal neither obeys as a control sequence nor shows in another order:
 /// controls, line breaks and direction characters as "\u202E", bytes that are not UTF-8 as "\xFF".
 [[nodiscard]] std::string GetTextForTerminal(std::string_view bytes);
 

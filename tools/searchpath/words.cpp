@@ -7,7 +7,7 @@ namespace Corvane::PathManagement::tool {
 
 namespace {
 
-// `words` has one for each value, in the order of the enumeration.
+// `words` holds one word for each value, in the order of the enumeration.
 template <class Enumeration, std::size_t count>
 const char* Choose(Enumeration value, const std::array<const char*, count>& words) {
   return words.at(static_cast<std::size_t>(value));
