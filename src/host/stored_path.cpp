@@ -28,6 +28,7 @@ namespace {
 
 using fl::filesystem::detail::NativeBytes;
 using fl::filesystem::detail::PathError;
+using fl::filesystem::detail::WithoutInterruption;
 
 struct Line {
   ustring text;
@@ -53,14 +54,15 @@ std::optional<std::vector<Line>> ReadLines(const std::string& file) {
   std::error_code error;
   const auto status = std::filesystem::status(file, error);
   if (status.type() == std::filesystem::file_type::not_found) return std::nullopt;
-  errno = is_directory(status) ? EISDIR : EINVAL;  // for what no call refuses
   fl::filesystem::ifstream list(TextFromBytes(file));
-  if (!list.is_open()) throw PathError(errno, "cannot read", file, ", the stored path");
+  if (list.open_error()) {
+    throw PathError(list.open_error().value(), "cannot read", file, ", the stored path");
+  }
   std::vector<Line> lines;
   for (const ustring& text : ReadFolderList(list)) {
     lines.push_back(LocateLine(text, lines.size() + 1, file));
   }
-  if (list.bad()) throw PathError(errno, "cannot read", file, ", the stored path");
+  if (list.bad()) throw PathError(EIO, "cannot read", file, ", the stored path");
   return lines;
 }
 
@@ -82,8 +84,8 @@ fl::filesystem::detail::Descriptor Lock(const std::string& file) {
   const std::string name = file + ".lock";
   fl::filesystem::detail::Descriptor lock(open(name.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0666));
   if (!lock.IsOpen()) throw PathError(errno, "cannot open", name);
-  while (flock(lock.Get(), LOCK_EX) != 0) {
-    if (errno != EINTR) throw PathError(errno, "cannot lock", name);
+  if (WithoutInterruption([&] { return flock(lock.Get(), LOCK_EX); }) != 0) {
+    throw PathError(errno, "cannot lock", name);
   }
   return lock;
 }

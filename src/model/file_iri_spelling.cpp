@@ -6,6 +6,8 @@
 #include "model/text_units.h"
 #include "searchpath/model/byte_text.h"
 
+#include <unicode/utf16.h>
+
 #include <algorithm>
 #include <array>
 #include <cstddef>
@@ -28,7 +30,7 @@ constexpr auto kIsEscaped = [] {
 
 bool IsEscaped(char16_t unit) { return unit < kIsEscaped.size() && kIsEscaped[unit]; }
 
-bool IsSurrogate(char16_t unit) { return (unit & 0xF800U) == 0xD800U; }
+bool IsSurrogate(char16_t unit) { return U16_IS_SURROGATE(unit); }
 
 /// Whether `path` is its own spelling, which most paths are.
 bool IsSpelled(std::u16string_view path) {

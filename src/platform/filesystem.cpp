@@ -3,6 +3,7 @@
 #include "model/hexadecimal.h"
 #include "platform/descriptor.h"
 #include "platform/native_path.h"
+#include "platform/regular_file.h"
 #include "searchpath/model/constants.h"
 #include "searchpath/platform/iri_text.h"
 
@@ -37,24 +38,23 @@ ustring RandomDigits() {
   return digits;
 }
 
-/// A buffer that is not open unless `pathname` is a regular file.
-std::unique_ptr<FileBuffer> OpenRegularFile(const path& pathname) {
-  auto closed = std::make_unique<FileBuffer>();
-  std::string bytes;
-  try {
-    bytes = detail::NativeBytes(pathname);
-  } catch (const std::system_error&) {
-    return closed;  // no file can be called so
-  }
-  // Without O_NONBLOCK a FIFO would keep us until somebody writes to it.
-  detail::Descriptor file(detail::WithoutInterruption(
-      [&] { return open(bytes.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY); }));
-  struct stat status = {};
-  if (!file.IsOpen() || fstat(file.Get(), &status) != 0 || !S_ISREG(status.st_mode)) return closed;
+/// A buffer that is not open unless `pathname` is a regular file; `error` then says why.
+std::unique_ptr<FileBuffer> OpenBuffer(const path& pathname, std::error_code& error) try {
+  const std::string bytes = detail::NativeBytes(pathname);
+  detail::Descriptor file = detail::OpenRegularFile(
+      [&](int flags) {
+        return detail::Descriptor(
+            detail::WithoutInterruption([&] { return open(bytes.c_str(), flags); }));
+      },
+      error);
+  if (error) return std::make_unique<FileBuffer>();
   auto opened = std::make_unique<FileBuffer>(file.Get(), std::ios_base::in | std::ios_base::binary,
                                              kBufferSize);
   if (opened->is_open()) static_cast<void>(file.Release());  // it is the buffer's now
   return opened;
+} catch (const std::system_error& noName) {
+  error = noName.code();
+  return std::make_unique<FileBuffer>();
 }
 
 }  // namespace
@@ -84,7 +84,7 @@ bool remove(const path& pathname) noexcept try {
 }
 
 ifstream::ifstream(const path& pathname)
-    : std::istream(nullptr), buffer(OpenRegularFile(pathname)) {
+    : std::istream(nullptr), buffer(OpenBuffer(pathname, openError)) {
   rdbuf(buffer.get());
   if (!is_open()) setstate(failbit);
 }

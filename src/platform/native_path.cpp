@@ -4,7 +4,6 @@
 #include "searchpath/model/byte_text.h"
 
 #include <cerrno>
-#include <optional>
 
 namespace fl::filesystem::detail {
 
@@ -30,6 +29,11 @@ std::string NativeBytes(const path& pathname) {
     throw QuotedPathError(EINVAL, "no file can be called", text, "");
   }
   return *std::move(bytes);
+}
+
+std::optional<std::string> NativeBytes(const foundation::storage::vfs::AbsoluteIRI& location) {
+  if (!location.toStringView().starts_with(u"file:")) return std::nullopt;
+  return BytesFromText(location.getPath());
 }
 
 std::system_error PathError(int error, std::string_view complaint, std::string_view bytes,

@@ -1,8 +1,10 @@
 #ifndef SEARCHPATH_SRC_PLATFORM_NATIVE_PATH_H
 #define SEARCHPATH_SRC_PLATFORM_NATIVE_PATH_H
 
+#include "searchpath/model/absolute_iri.h"
 #include "searchpath/platform/filesystem.h"
 
+#include <optional>
 #include <string>
 #include <string_view>
 #include <system_error>
@@ -12,6 +14,10 @@ namespace fl::filesystem::detail {
 /// The bytes by which the kernel knows `pathname`.
 /// Errors: `std::system_error` when it holds a NUL or a lone surrogate that stands for no byte.
 [[nodiscard]] std::string NativeBytes(const path& pathname);
+
+/// The bytes by which the kernel knows what a "file" IRI names; empty for any other scheme.
+[[nodiscard]] std::optional<std::string> NativeBytes(
+    const foundation::storage::vfs::AbsoluteIRI& location);
 
 /// Says that something went wrong with the path `bytes`: `cannot open "/a": permission denied` for
 /// the `complaint` "cannot open". `remark` follows the path.

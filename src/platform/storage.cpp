@@ -2,20 +2,13 @@
 
 #include "model/generic_iri_syntax.h"
 #include "platform/canonical_path.h"
+#include "platform/native_path.h"
 #include "searchpath/model/byte_text.h"
 #include "searchpath/platform/iri_text.h"
-
-#include <string>
 
 namespace foundation::storage::vfs {
 
 namespace {
-
-bool IsOnDisk(const AbsoluteIRI& location) { return location.toStringView().starts_with(u"file:"); }
-
-std::string NativeBytes(const AbsoluteIRI& location) {
-  return Corvane::PathManagement::BytesFromText(location.getPath()).value();
-}
 
 /// There are no links to mind, so ".." means the same as text.
 CanonicalAbsoluteIRI CanonicalIRIOfOtherScheme(const AbsoluteIRI& location) {
@@ -33,18 +26,18 @@ Folder::Folder(const AbsoluteIRI& folderLocation, StorageSystemReference /*stora
     : location(folderLocation) {}
 
 CanonicalAbsoluteIRI Folder::getCanonicalLocation() const {
-  if (!IsOnDisk(location)) return CanonicalIRIOfOtherScheme(location);
-  return CanonicalIRI(detail::ResolveLinks(NativeBytes(location)));
+  const auto path = fl::filesystem::detail::NativeBytes(location);
+  return path ? CanonicalIRI(detail::ResolveLinks(*path)) : CanonicalIRIOfOtherScheme(location);
 }
 
 File::File(const AbsoluteIRI& fileLocation, StorageSystemReference /*storageSystem*/)
     : location(fileLocation) {}
 
 CanonicalAbsoluteIRI File::getCanonicalLocation() const {
-  if (!IsOnDisk(location)) return CanonicalIRIOfOtherScheme(location);
-  const std::string path = NativeBytes(location);
-  const detail::CanonicalPath canonical = detail::ResolveLinks(path);
-  if (canonical.error) throw detail::CannotResolve(path, canonical.error);
+  const auto path = fl::filesystem::detail::NativeBytes(location);
+  if (!path) return CanonicalIRIOfOtherScheme(location);
+  const detail::CanonicalPath canonical = detail::ResolveLinks(*path);
+  if (canonical.error) throw detail::CannotResolve(*path, canonical.error);
   return CanonicalIRI(canonical);
 }
 

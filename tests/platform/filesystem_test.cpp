@@ -39,12 +39,20 @@ TEST(FilesystemTest, TemporaryNamesAreNewAndReadableOnceCreated) {
 TEST(FilesystemTest, OnlyRegularFilesAreOpened) {
   const TemporaryTree tree;
   ASSERT_EQ(mkfifo(tree.Path("fifo").c_str(), 0600), 0);
-  for (const path name : {tree.Text(), tree.Text("fifo"), tree.Text("absent"),
-                          ustring(u"/dev/zero"), ustring(), ustring(u"/\xD800")}) {
+  for (const auto& [name, error] : std::vector<std::pair<ustring, std::errc>>{
+           {tree.Text(), std::errc::is_a_directory},
+           {tree.Text("fifo"), std::errc::invalid_argument},
+           {tree.Text("absent"), std::errc::no_such_file_or_directory},
+           {u"/dev/zero", std::errc::invalid_argument},
+           {u"", std::errc::no_such_file_or_directory},
+           {u"/\xD800", std::errc::invalid_argument}}) {
     ifstream file(name);
-    EXPECT_EQ(file.rdstate(), std::ios::failbit) << testing::PrintToString(name.native());
+    EXPECT_EQ(file.rdstate(), std::ios::failbit) << testing::PrintToString(name);
+    EXPECT_EQ(file.open_error(), error) << testing::PrintToString(name);
     EXPECT_FALSE(file.is_open() || file.get() != ifstream::traits_type::eof());
   }
+  tree.File("file");
+  EXPECT_FALSE(ifstream(tree.Text("file")).open_error());
 }
 
 }  // namespace

@@ -7,6 +7,7 @@
 #include <fstream>
 #include <istream>
 #include <memory>
+#include <system_error>
 
 namespace fl::filesystem {
 
@@ -57,7 +58,11 @@ class SEARCHPATH_EXPORT ifstream : public std::istream {
 
   [[nodiscard]] bool is_open() const noexcept { return buffer->is_open(); }
 
+  /// Why the file did not open.
+  [[nodiscard]] const std::error_code& open_error() const noexcept { return openError; }
+
  private:
+  std::error_code openError;
   std::unique_ptr<std::filebuf> buffer;  // never null
 };
 

@@ -1,7 +1,5 @@
 #include "host/folder/open_path.h"
 
-#include "searchpath/model/byte_text.h"
-
 #include <climits>
 
 #include <fcntl.h>
@@ -26,10 +24,5 @@ Descriptor OpenPath(const std::string& path, int flags) {
 }
 
 Descriptor OpenFolder(const std::string& path) { return OpenPath(path, O_RDONLY | O_DIRECTORY); }
-
-std::optional<std::string> NativeBytes(const AbsoluteIRI& location) {
-  if (location.getScheme() != u"file") return std::nullopt;
-  return BytesFromText(location.getPath());
-}
 
 }  // namespace Corvane::PathManagement::host

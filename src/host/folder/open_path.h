@@ -2,14 +2,14 @@
 #define SEARCHPATH_SRC_HOST_FOLDER_OPEN_PATH_H
 
 #include "platform/descriptor.h"
-#include "searchpath/model/absolute_iri.h"
+#include "platform/native_path.h"
 
-#include <optional>
 #include <string>
 
 namespace Corvane::PathManagement::host {
 
 using fl::filesystem::detail::Descriptor;
+using fl::filesystem::detail::NativeBytes;
 
 /// Opens a path that may be longer than the kernel takes at once, piece by piece, the last piece
 /// with `flags`. Holds two descriptors at most. Not open on failure; errno then says why.
@@ -17,9 +17,6 @@ using fl::filesystem::detail::Descriptor;
 
 /// The same for a folder that is to be read.
 [[nodiscard]] Descriptor OpenFolder(const std::string& path);
-
-/// The native path of a "file" IRI; empty for any other.
-[[nodiscard]] std::optional<std::string> NativeBytes(const AbsoluteIRI& location);
 
 }  // namespace Corvane::PathManagement::host
 

@@ -13,6 +13,7 @@
 
 #include <boost/unordered/unordered_flat_map.hpp>
 #include <boost/unordered/unordered_flat_set.hpp>
+#include <unicode/utf16.h>
 
 #include <algorithm>
 #include <cstddef>
@@ -42,10 +43,9 @@ bool IsUtf8(std::string_view name) {
     return true;
   }
   // A byte that is none becomes the second half of a pair, without the first.
-  const auto isOfPair = [](char16_t unit, char16_t half) { return (unit & 0xFC00) == half; };
   char16_t before = 0;
   for (const char16_t unit : TextFromBytes(name)) {
-    if (isOfPair(unit, 0xDC00) && !isOfPair(before, 0xD800)) return false;
+    if (U16_IS_TRAIL(unit) && !U16_IS_LEAD(before)) return false;
     before = unit;
   }
   return true;
