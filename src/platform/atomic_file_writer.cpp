@@ -23,7 +23,7 @@ using detail::WithoutInterruption;
 
 constexpr mode_t kModeOfNewFiles = 0666;
 constexpr mode_t kPermissions = 0777;
-constexpr int kMostNames = 100;  // a second one is needed once in a world's life
+constexpr int kMostNames = 100;  // even a second one is hardly ever needed
 
 /// The permissions of the file that is going to be replaced; empty when there is none.
 std::optional<mode_t> OldPermissions(const std::string& target) {
@@ -136,7 +136,7 @@ std::ostream& AtomicFileWriter::Stream() noexcept { return parts->stream; }
 void AtomicFileWriter::Commit() {
   Temporary& temporary = parts->temporary;
   if (!parts->buffer.Flush()) throw temporary.Error(parts->buffer.FirstError(), "cannot write");
-  // Somebody switched the stream's exceptions off, and has not looked at it since.
+  // Whoever wrote has switched the stream's exceptions off and overlooked a failure.
   if (parts->stream.fail()) throw temporary.Error(EIO, "cannot write all of");
   temporary.PutInPlace();
 }

@@ -18,8 +18,8 @@ struct CanonicalPath {
 /// The exception that names `path` and the error that stopped its resolution.
 [[nodiscard]] Exception CannotResolve(std::string_view path, const std::error_code& error);
 
-/// Resolves links, "." and ".." of the absolute `path` as far as it exists and may be asked about;
-/// the rest is kept as it is.
+/// Resolves links, "." and ".." of the absolute `path` as far as it exists and its folders may be
+/// searched; the rest is kept as it is.
 ///
 /// Errors: `Exception` for a loop of links and for I/O errors.
 [[nodiscard]] CanonicalPath ResolveLinks(std::string_view path);

@@ -9,8 +9,8 @@
 
 namespace fl::filesystem::detail {
 
-/// Puts the cancellation of this thread off. It may come in the middle of any call on a file: a
-/// file just opened would be lost, and a destructor that closes one must not be unwound.
+/// Postpones the cancellation of this thread. In the middle of a call on a file it would lose a
+/// file that has just been opened, or unwind a destructor that is closing one.
 class CancellationPause {
  public:
   CancellationPause() noexcept { pthread_setcancelstate(PTHREAD_CANCEL_DISABLE, &stateBefore); }
@@ -48,7 +48,7 @@ class Descriptor {
   int number;  // negative when there is none
 };
 
-/// Makes a system call until no signal interrupts it; nor does a cancellation.
+/// Repeats a system call until no signal has interrupted it, and keeps cancellations off meanwhile.
 template <class Call>
 auto WithoutInterruption(const Call& call) {
   const CancellationPause pause;

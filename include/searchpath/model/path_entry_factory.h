@@ -16,12 +16,12 @@ class SEARCHPATH_EXPORT IPathEntryFactory {
  public:
   virtual ~IPathEntryFactory();
 
-  /// Takes in the entries that `WriteEntries` wrote, their folders below `root`. The bytes may be
-  /// anything, or the stream one that could not be opened; what is not whole is refused with an
-  /// exception, and the factory may then hold some of the entries.
+  /// Adds the entries that `WriteEntries` wrote, with their folders below `root`. The stream may hold
+  /// any bytes, and may have failed to open. Whatever is not a complete list of entries is refused
+  /// with an exception; the factory may then hold some of the entries.
   virtual void ReadEntries(std::istream& stream, const AbsoluteIRI& root) = 0;
 
-  /// Writes the entries, their folders told relative to `root`.
+  /// Writes the entries, with their folders relative to `root`.
   virtual void WriteEntries(std::ostream& stream, const AbsoluteIRI& root) const = 0;
 
  protected:

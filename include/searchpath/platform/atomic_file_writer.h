@@ -10,17 +10,17 @@
 
 namespace fl::filesystem {
 
-/// Writes a file as a whole. Whoever reads the target, at whatever moment, also after a kill or a
-/// power cut, finds what was there before or all that was written; once `Commit` has returned, the
-/// latter. Every file that the libraries write is written by this class.
+/// Replaces a file in one step. At every moment, also after a kill or a power cut, a reader finds
+/// either the old content or all of the new; once `Commit` has returned, the new content is on the
+/// disk. Every file that the libraries write is written by this class.
 ///
-/// The bytes go to a temporary file in the target's own folder, which `Commit` renames. It is gone
-/// when the writer is; only a process that is killed leaves it behind.
+/// The bytes go to a temporary file in the target's own folder, which `Commit` renames. The
+/// temporary file disappears with the writer; only a process that is killed leaves it behind.
 ///
-/// A regular file at the target is replaced and hands down its permissions, but neither its owner
-/// nor its further names; that it is read-only is no hindrance. A link is replaced itself, and the
-/// file that it leads to stays as it is. All else, a folder, a FIFO, a device, is refused. A new
-/// file gets what the umask leaves of 0666.
+/// A regular file at the target is replaced, also a read-only one. The new file takes over its
+/// permissions, but neither its owner nor its other hard links. A link is replaced itself, and the
+/// file that it leads to stays as it is. Anything else, a folder, a FIFO, a device, is refused. A
+/// file where there was none gets what the umask leaves of 0666.
 ///
 /// Precondition: where the target is a relative path, the working folder stays the same until
 /// `Commit` has returned.

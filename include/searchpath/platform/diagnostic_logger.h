@@ -21,8 +21,7 @@ using DiagnosticSink =
 /// A named source of diagnostic messages, which go to one sink that all loggers of the process
 /// share. Without a sink, as at first, they go nowhere.
 ///
-/// A logger may be a static object: it shares the ownership of the place of the sink, and so finds
-/// it whichever of both is made or destroyed first.
+/// A logger may be a static object, whatever the order in which statics are made and destroyed.
 ///
 /// Threads: every operation, from any thread. The sink is called on the threads that write, also on
 /// several at once, and may itself write or set a sink.
@@ -36,14 +35,14 @@ class SEARCHPATH_EXPORT basic_diagnostic_logger {
 
   [[nodiscard]] const std::string& GetName() const noexcept { return name; }
 
-  /// Whether there is a sink, so that a message that costs something to word is worded for somebody.
+  /// Whether there is a sink. Ask before composing a message that takes time to compose.
   [[nodiscard]] bool IsHeard() const noexcept;
 
   /// Errors: those of the sink pass through.
   void Write(Severity severity, std::string_view message) const;
 
-  /// From now on messages go to `sink`, to none if it is empty. A call of the sink before it that is
-  /// under way is not waited for.
+  /// Sends messages to `sink` from now on, nowhere if it is empty. Does not wait for calls of the old
+  /// sink that are under way.
   static void SetSink(DiagnosticSink sink);
 
  private:

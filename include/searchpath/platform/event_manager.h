@@ -35,9 +35,9 @@ inline constexpr EventMgrId SessionEmId{0};
 /// Keeps a handler subscribed for as long as it lives, whether or not a manager does.
 ///
 /// Threads: may be destroyed on any thread, also by a handler during a delivery. Destruction does
-/// not wait: deliveries that begin afterwards pass the handler by, and so does one under way on
-/// this thread, but one under way on another thread may still call it. The handler is destroyed
-/// when the last such call has returned, so let it own what it uses.
+/// not wait. Deliveries that begin later do not call the handler, nor does one that is under way on
+/// this thread; one that is under way on another thread may still call it. The handler is destroyed
+/// when the last such call has returned, so it should own what it uses.
 class SEARCHPATH_EXPORT Subscription {
  public:
   /// No subscription.

@@ -34,7 +34,7 @@ class path {
 };
 
 /// An unused pathname in `folder`: `prefix`, 16 random hexadecimal digits, `suffix`. Nothing is
-/// created, so whoever creates the file has to ask for one that is new.
+/// created, so create the file in a way that refuses one that exists by then.
 ///
 /// Errors: `std::system_error` when no file can be called so.
 [[nodiscard]] SEARCHPATH_EXPORT path tmpnam(const path& folder, const ustring& prefix,

@@ -16,7 +16,7 @@ namespace Corvane::PathManagement {
 using foundation::core::except::Notification;
 using ZentraComponents::ComponentIdentifier;
 
-/// The search path was to be changed while it was being changed, further up the call stack.
+/// A change of the search path was asked for during another one, further up the call stack.
 class SEARCHPATH_EXPORT RecursivePathChangeException : public std::exception {
  public:
   RecursivePathChangeException() = default;
@@ -29,7 +29,7 @@ class SEARCHPATH_EXPORT RecursivePathChangeException : public std::exception {
 
 /// Owns the main search path.
 ///
-/// Threads: what is asked may be asked from several threads at once, also during a change.
+/// Threads: `const` operations may be called from several threads at once, also during a change.
 class SEARCHPATH_EXPORT IMainSearchPathManager {
  public:
   virtual ~IMainSearchPathManager();

@@ -37,7 +37,7 @@ struct PackageMetadata {
 /// A folder of a package and what it is for.
 struct PackageFolder {
   foundation::storage::vfs::AbsoluteIRI folder;
-  std::shared_ptr<const std::set<int>> tags;  ///< 0 marks a folder of the search path; never null
+  std::shared_ptr<const std::set<int>> tags;  ///< 0: it belongs on the search path; null: no tags
 };
 
 /// The value of a named property of a package.

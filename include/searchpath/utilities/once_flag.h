@@ -10,8 +10,8 @@ namespace Corvane::PathManagement::detail {
 /// Guards a value that is built once, on first use, and never changes afterwards. Unlike the
 /// standard flag it can be copied, and a build that throws leaves it as it was.
 ///
-/// Threads: `Call` and `IsBuilt` from any thread, also while the flag is being copied. What `build`
-/// wrote may be read without a lock once either has said that it is built.
+/// Threads: `Call` and `IsBuilt` from any thread, also while the flag is being copied. Once `Call`
+/// has returned, or `IsBuilt` has returned true, what `build` wrote may be read without a lock.
 class OnceFlag {
  public:
   OnceFlag() = default;

@@ -14,13 +14,14 @@ namespace Corvane::PathManagement {
 // Threads: stateless; subscribers are called on this thread.
 // Errors: what a subscriber throws passes through, except as said below.
 
-/// Publishes for the location without its ".." components, as text. An `InvalidIRIException`, a
-/// subscriber's included, ends it silently.
+/// Publishes for the location without its ".." components, which are removed as text. An
+/// `InvalidIRIException`, also one that a subscriber raises, ends it silently.
 SEARCHPATH_EXPORT void NotifyUpstreamPathEntriesOfPossibleSpecialSubfolderChanges(
     const AbsoluteIRI& location);
 
-/// Publishes for the canonical location, which is what observers know folders by. After a storage
-/// error, a subscriber's included, as above: a location that is gone has no canonical one.
+/// Publishes for the canonical location, by which observers know folders. After a storage error,
+/// also one that a subscriber raises, it does what the function above does: a location that is gone
+/// has no canonical one.
 SEARCHPATH_EXPORT void NotifyUpstreamPathEntriesOfPossibleSpecialSubfolderChangesAndCanonicalize(
     const AbsoluteIRI& location);
 

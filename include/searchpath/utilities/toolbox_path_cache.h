@@ -39,16 +39,17 @@ class SEARCHPATH_EXPORT UnableToSaveToolboxCacheException
   void rethrow() const override;
 };
 
-/// Replaces `cacheFile` by what `factory` writes when it is given the IRI of `root`. Whoever reads
-/// the file meanwhile, or after a kill or a power cut, finds the old cache or the new one, whole.
+/// Replaces `cacheFile` by what `factory` writes when it is given the IRI of `root`. At every
+/// moment, also after a kill or a power cut, a reader finds either all of the old cache or all of
+/// the new one.
 ///
-/// A regular file hands its permissions down; a link is replaced, not followed; a folder, FIFO or
-/// device is refused. During the write a file called "tmpcache_*.xml" stands beside the cache; one
-/// that a kill has left there may be removed.
+/// The new file takes over the permissions of a regular file; a link is replaced, not followed; a
+/// folder, FIFO or device is refused. During the write a file called "tmpcache_*.xml" stands beside
+/// the cache; one that a kill has left there may be removed.
 ///
 /// Threads: several writers of one cache at once need no lock, the last one wins.
 /// Errors: `UnableToSaveToolboxCacheException` for every failure, those of the factory and a `root`
-/// that is no absolute path included; the old cache is then as it was.
+/// that is no absolute path included; the old cache is then unchanged.
 /// Cost: besides the factory's, waits for the disk.
 SEARCHPATH_EXPORT void WriteToolboxPathCache(const fl::filesystem::path& cacheFile,
                                              const fl::filesystem::path& root,
