@@ -55,8 +55,8 @@ std::optional<std::vector<Line>> ReadLines(const std::string& file) {
   const auto status = std::filesystem::status(file, error);
   if (status.type() == std::filesystem::file_type::not_found) return std::nullopt;
   fl::filesystem::ifstream list(TextFromBytes(file));
-  if (list.open_error()) {
-    throw PathError(list.open_error().value(), "cannot read", file, ", the stored path");
+  if (list.openError()) {
+    throw PathError(list.openError().value(), "cannot read", file, ", the stored path");
   }
   std::vector<Line> lines;
   for (const ustring& text : ReadFolderList(list)) {

@@ -84,7 +84,7 @@ bool remove(const path& pathname) noexcept try {
 }
 
 ifstream::ifstream(const path& pathname)
-    : std::istream(nullptr), buffer(OpenBuffer(pathname, openError)) {
+    : std::istream(nullptr), buffer(OpenBuffer(pathname, error)) {
   rdbuf(buffer.get());
   if (!is_open()) setstate(failbit);
 }

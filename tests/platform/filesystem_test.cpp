@@ -48,11 +48,11 @@ TEST(FilesystemTest, OnlyRegularFilesAreOpened) {
            {u"/\xD800", std::errc::invalid_argument}}) {
     ifstream file(name);
     EXPECT_EQ(file.rdstate(), std::ios::failbit) << testing::PrintToString(name);
-    EXPECT_EQ(file.open_error(), error) << testing::PrintToString(name);
+    EXPECT_EQ(file.openError(), error) << testing::PrintToString(name);
     EXPECT_FALSE(file.is_open() || file.get() != ifstream::traits_type::eof());
   }
   tree.File("file");
-  EXPECT_FALSE(ifstream(tree.Text("file")).open_error());
+  EXPECT_FALSE(ifstream(tree.Text("file")).openError());
 }
 
 }  // namespace

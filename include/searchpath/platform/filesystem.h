@@ -59,10 +59,10 @@ class SEARCHPATH_EXPORT ifstream : public std::istream {
   [[nodiscard]] bool is_open() const noexcept { return buffer->is_open(); }
 
   /// Why the file did not open.
-  [[nodiscard]] const std::error_code& open_error() const noexcept { return openError; }
+  [[nodiscard]] const std::error_code& openError() const noexcept { return error; }
 
  private:
-  std::error_code openError;
+  std::error_code error;
   std::unique_ptr<std::filebuf> buffer;  // never null
 };
 
