@@ -14,9 +14,11 @@ namespace {
 
 constexpr int kPathFolderTag = 0;
 
-bool IsPathFolder(const PackageFolder& folder) { return folder.tags->contains(kPathFolderTag); }
+bool IsPathFolder(const PackageFolder& folder) {
+  return folder.tags != nullptr && folder.tags->contains(kPathFolderTag);
+}
 
-/// Whether the property is there and true. One that is no truth value raises.
+/// Whether the property is there and true. Raises for a value that is not a bool.
 bool IsTrue(const IPackage& package, std::u16string_view key) {
   const auto value = package.GetProperty(key);
   return value && std::get<bool>(*value);

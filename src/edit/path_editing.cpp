@@ -2,11 +2,13 @@
 
 #include "model/held_hash.h"
 #include "searchpath/utilities/iri_conversion.h"
+#include "searchpath/utilities/path_messages.h"
 
 #include <boost/unordered/unordered_flat_map.hpp>
 #include <boost/unordered/unordered_flat_set.hpp>
 
 #include <algorithm>
+#include <cstddef>
 #include <functional>
 #include <iterator>
 #include <optional>
@@ -28,20 +30,21 @@ using IRIFlags = boost::unordered_flat_map<AbsoluteIRI, bool, detail::HeldHash, 
 /// The message about a folder that cannot be used; none when the failure is not the folder's own.
 std::optional<MessageRecord> MessageAbout(const ustring& folder, std::uint32_t errorCode) {
   const auto message = [&folder](const char16_t* key) {
-    return MessageRecord{.catalogue = u"ZENTRA:mpath", .key = key, .arguments = {folder}};
+    return MessageRecord{
+        .catalogue = PathMessages::FolderCatalogue, .key = key, .arguments = {folder}};
   };
   switch (static_cast<AbsolutizeError>(errorCode)) {
     case AbsolutizeError::InvalidText:
-      return message(u"invalidLocation");
+      return message(PathMessages::InvalidLocation);
     case AbsolutizeError::PermissionDenied:
-      return message(u"directoryPermissionDenied");
+      return message(PathMessages::PermissionDenied);
     case AbsolutizeError::Absent:
     case AbsolutizeError::NotAFolder:
     case AbsolutizeError::BrokenLink:
     case AbsolutizeError::LinkLoop:
-      return message(u"nameNonexistentOrNotADirectory");
+      return message(PathMessages::NoSuchFolder);
     case AbsolutizeError::NameTooLong:
-      return message(u"directoryNameTooLong");
+      return message(PathMessages::NameTooLong);
     case AbsolutizeError::NoWorkingFolder:
     case AbsolutizeError::InputOutput:
     case AbsolutizeError::Other:
@@ -65,20 +68,22 @@ std::vector<AbsoluteIRI> ConvertUstringRangeToAbsoluteIRIs(const UstringRange& f
                                                            const ICurrentWorkingFolder& cwf,
                                                            Notification& notification) {
   // Counted and converted in one walk: an adaptor with a state of its own loses elements in a
-  // second one.
-  std::vector<const ustring*> texts;
-  for (const ustring& folder : folders) texts.push_back(&folder);
-  std::vector<AbsoluteIRI> iris;
-  iris.reserve(texts.size());
-  for (const ustring* const folder : texts) {
+  // second one, and an iterator may hold the one element that it is at.
+  std::vector<AbsoluteIRI> converted;
+  std::size_t count = 0;
+  for (const ustring& folder : folders) {
+    ++count;
     try {
-      iris.push_back(cwf.absolutize(*folder));
+      converted.push_back(cwf.absolutize(folder));
     } catch (const FailedToAbsolutizeException& error) {
-      auto message = MessageAbout(*folder, error.GetErrorCode());
+      auto message = MessageAbout(folder, error.GetErrorCode());
       if (!message) throw;
       notification.Append(*std::move(message));
     }
   }
+  std::vector<AbsoluteIRI> iris;
+  iris.reserve(count);
+  std::move(converted.begin(), converted.end(), std::back_inserter(iris));
   return iris;
 }
 
@@ -131,8 +136,8 @@ Notification RemoveIRIsFromZentraPath(const AbsoluteIRIRange& iris,
     // The canonical location costs questions to the disk, so it comes second.
     if (found == leaves.end()) found = leaves.find(GetCanonicalIRI(iri));
     if (found == leaves.end()) {
-      notification.Append({.catalogue = u"ZENTRA:rmpath",
-                           .key = u"DirNotFound",
+      notification.Append({.catalogue = PathMessages::RemovalCatalogue,
+                           .key = PathMessages::NotOnPath,
                            .arguments = {GetStringFromIRI(iri)}});
     } else {
       found->second = true;

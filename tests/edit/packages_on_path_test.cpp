@@ -30,8 +30,8 @@ TEST(PackagesOnPathTest, MetadataAndPropertiesDecideWhichFoldersAPackageHas) {
       {true, true, {{u"ManualInstall", no}}, hand},
       {true, true, {{u"ManualInstall", yes}}, "root" + hand},
       {true, true, {{u"ManualInstall", text}}, "threw" + hand},
-      {true, false, {{u"ManualInstall", yes}}, "one two" + all},
-      {true, false, {{u"IsQRX", no}}, "one two" + all},
+      {true, false, {{u"ManualInstall", yes}}, "five four one three two" + all},
+      {true, false, {{u"IsQRX", no}}, "five four one three two" + all},
       {true, false, {{u"IsQRX", text}}, "threw" + kind},
       {true, false, {{u"IsQRX", yes}}, "root" + kind},
   };
@@ -39,17 +39,24 @@ TEST(PackagesOnPathTest, MetadataAndPropertiesDecideWhichFoldersAPackageHas) {
   FakeRegistry registry(&log);
   const auto ask = [&](const std::vector<ComponentIdentifier>& packages) {
     try {
-      return log.Take(Printed(FolderNames(GetPathFoldersForPackages(registry, packages))));
+      const auto folders = GetPathFoldersForPackages(registry, packages);
+      // As many as are kept, since they are counted first.
+      EXPECT_TRUE(packages.size() != 1 || folders.capacity() == folders.size());
+      for (const AbsoluteIRI& folder : folders)
+        EXPECT_EQ(folder.getPath(), u"/" + folder.getName());
+      return log.Take(Printed(FolderNames(folders)));
     } catch (const std::bad_variant_access&) {
       return log.Take("threw");
     }
   };
   const std::map<ustring, std::set<int>> tags = {
-      {u"none", {}}, {u"one", {0}}, {u"other", {1}}, {u"two", {-1, 0}}};
+      {u"five", {0}},  {u"four", {0, 1}}, {u"none", {}},    {u"one", {0}},
+      {u"other", {1}}, {u"three", {0}},   {u"two", {-1, 0}}};
   for (const auto& [name, set] : tags) {
     registry.folders.push_back(
-        {AbsoluteIRI(u"file:///bin/../" + name), std::make_shared<const std::set<int>>(set)});
+        {AbsoluteIRI(u"file:///usr/../" + name), std::make_shared<const std::set<int>>(set)});
   }
+  registry.folders.push_back({AbsoluteIRI(u"file:///untagged"), nullptr});
   for (const auto& [contributes, checksInstall, properties, expected] : rows) {
     registry.metadata.contributesToPath = contributes;
     registry.metadata.checksManualInstall = checksInstall;

@@ -1,10 +1,13 @@
 #include "searchpath/utilities/path_editing.h"
 
+#include "searchpath/utilities/path_messages.h"
 #include "support/recording_manager.h"
 #include "support/setting.h"
 #include "support/temporary_tree.h"
 
+#include <boost/iterator/iterator_facade.hpp>
 #include <boost/range/adaptor/filtered.hpp>
+#include <boost/range/iterator_range.hpp>
 #include <gtest/gtest.h>
 
 #include <list>
@@ -14,6 +17,9 @@ namespace Corvane::PathManagement {
 namespace {
 
 using namespace test;
+using current_working_folder::AbsolutizeError;
+using current_working_folder::FailedToAbsolutizeException;
+using foundation::core::except::GetText;
 using Texts = std::list<ustring>;
 
 struct Case {
@@ -104,6 +110,50 @@ TEST(PathEditingTest, EditsAsTheObviousWayDoes) {
     }
     ASSERT_EQ(log.Take("") + outcome, NaiveEdit(edit, tree)) << "seed " << seed;
   }
+}
+
+TEST(PathEditingTest, ConvertsAnElementBeforeItsIteratorGoesOn) {
+  struct HoldsItsElement
+      : boost::iterator_facade<HoldsItsElement, const ustring, boost::forward_traversal_tag> {
+    explicit HoldsItsElement(char16_t unit = 0) : text(1, unit) {}
+    void increment() { ++text[0]; }
+    bool equal(const HoldsItsElement& other) const { return text == other.text; }
+    const ustring& dereference() const { return text; }
+    ustring text;
+  };
+  Notification none;
+  const auto texts = boost::make_iterator_range(HoldsItsElement(u'a'), HoldsItsElement(u'd'));
+  const auto iris = ConvertUstringRangeToAbsoluteIRIs(texts, FakeWorkingFolder(), none);
+  EXPECT_EQ(FolderNames(iris), u"a b c");
+}
+
+TEST(PathEditingTest, LetsOutWhatIsNoProblemOfAFolderAsItWasThrown) {
+  struct DetailedException : FailedToAbsolutizeException {
+    DetailedException() : FailedToAbsolutizeException(AbsolutizeError::InputOutput) {}
+  };
+  const Texts texts = {u"a"};
+  CallLog log;
+  const FakeWorkingFolder cwf(&log);
+  FakeManager manager(&log);
+  log.onCall = [](const std::string& call) {
+    if (call.starts_with("cwf")) throw DetailedException();
+    throw RecursivePathChangeException();  // not by the change itself
+  };
+  EXPECT_THROW((void)AddFoldersToZentraPath(texts, cwf, manager, Position::End), DetailedException);
+  const auto add = [&] { return AddIRIsToZentraPath(IRIList(), manager, Position::End); };
+  EXPECT_THROW((void)add(), RecursivePathChangeException);
+  const auto remove = [&] { return RemoveIRIsFromZentraPath(IRIList(), manager); };
+  EXPECT_THROW((void)remove(), RecursivePathChangeException);
+}
+
+TEST(PathEditingTest, EveryMessageHasAnEnglishText) {
+  using M = PathMessages;
+  for (const ustring key :
+       {M::InvalidLocation, M::PermissionDenied, M::NoSuchFolder, M::NameTooLong}) {
+    EXPECT_FALSE(GetText({M::FolderCatalogue, key, {u"a"}}).starts_with(M::FolderCatalogue));
+  }
+  const auto removal = GetText({M::RemovalCatalogue, M::NotOnPath, {u"a"}});
+  EXPECT_FALSE(removal.starts_with(M::RemovalCatalogue));
 }
 
 TEST(PathEditingTest, WalksAHundredThousandFoldersOnceAndInNoTime) {

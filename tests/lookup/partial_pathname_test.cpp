@@ -39,8 +39,8 @@ bool NaiveChainMatch(std::vector<ustring> partial,
 TEST(PartialPathnameTest, MatchesAsTheObviousWayDoes) {
   const auto seed = std::random_device()();
   std::mt19937 random(seed);
-  const std::vector<ustring> all = {u"a", u"b",   u"+b",      u"@b",      u"@a",
-                                    u"+", u"@@a", u"private", u"Private", u"resources"};
+  const std::vector<ustring> all = {u"a",   u"b",       u"+b",      u"@b",        u"@a",  u"+",
+                                    u"@@a", u"private", u"Private", u"resources", u"a b%"};
   const auto names = [&](std::size_t least) {
     std::vector<ustring> some(least + random() % 4);
     for (ustring& name : some) name = all[random() % 2 == 0 ? random() % all.size() : random() % 4];
@@ -57,7 +57,8 @@ TEST(PartialPathnameTest, MatchesAsTheObviousWayDoes) {
     std::vector<std::shared_ptr<FakeEntry>> chain;
     do {
       ustring location = u"file://";
-      for (const ustring& name : names(1)) location += u"/" + name;
+      for (const ustring& name : names(1))
+        location += u"/" + (name == u"a b%" ? u"a%20b%25" : name);
       const auto entry = std::make_shared<FakeEntry>("e", location);
       entry->type = static_cast<PathEntryType>(random() % 6);
       entry->comparator = equal;
@@ -75,6 +76,13 @@ TEST(PartialPathnameTest, MatchesAsTheObviousWayDoes) {
     ASSERT_TRUE(std::ranges::equal(answers, expected))
         << "seed " << seed << testing::PrintToString(partial) << testing::PrintToString(folder);
   }
+}
+
+TEST(PartialPathnameTest, MatchesTheTextThatUsersReadOfAnEntrysLocation) {
+  const auto entry = std::make_shared<FakeEntry>("e", u"http://host/a%20b");
+  const std::vector<ustring> partial = {u"host", u"a b"};
+  EXPECT_TRUE(DoesPartialPathnameMatchPathEntryIRI(partial, entry, kPolicy));
+  EXPECT_TRUE(DoesPartialPathnameStrictlyMatchPathEntryIRI(partial, *entry, kPolicy));
 }
 
 TEST(PartialPathnameTest, AsksEntriesInOrder) {

@@ -107,6 +107,12 @@ TEST(AllocationSweepTest, TheLibraryTakesItsMemoryFromHere) {
   EXPECT_EQ(memory.blocksInUse, before + 1);
 }
 
+TEST(AllocationSweepTest, EightShortFoldersOfAPathnameStandInPlace) {
+  const std::size_t before = memory.requests;
+  EXPECT_EQ(SplitPartialPathname(u"/a/b/c/d/e/f/g/folder").size(), 8U);
+  EXPECT_EQ(memory.requests, before);
+}
+
 TEST(AllocationSweepTest, AnOperationWithoutMemorySaysSoAndLeavesNothingBehind) {
   for (const bool alsoFollowing : {false, true}) {
     std::size_t points = 0;

@@ -89,8 +89,6 @@ TEST(StormTest, TheLastOfTheCopiesOfAnIRIReleasesIt) {
   for (int round = 0; round < 100; ++round) {
     std::vector<AbsoluteIRI> copies(8, AbsoluteIRI(kHostText));
     OnThreads(copies.size(), [&copies](std::size_t index) {
-      const AbsoluteIRI& same = copies[index];
-      copies[index] = same;
       const AbsoluteIRI last = std::exchange(copies[index], kFile);
       EXPECT_EQ(last.getScheme(), u"http");
     });

@@ -39,7 +39,7 @@ struct FakeManager : IMainSearchPathManager, Recorder {
 /// A registry of one package, called "p", which is itself.
 struct FakeRegistry : PackageRegistry::IPackageRegistry, PackageRegistry::IPackage, Recorder {
   explicit FakeRegistry(CallLog* callLog = nullptr) : Recorder{"p", callLog} {}
-  PackageRegistry::PackageMetadata metadata{true, false, AbsoluteIRI(u"file:///bin/../root")};
+  PackageRegistry::PackageMetadata metadata{true, false, AbsoluteIRI(u"file:///usr/../root")};
   std::map<ustring, PropertyValue, std::less<>> properties;
   std::vector<PackageRegistry::PackageFolder> folders;
 

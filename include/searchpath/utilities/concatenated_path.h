@@ -19,12 +19,14 @@ namespace Corvane::PathManagement {
 /// other question asks the parts afresh.
 ///
 /// Precondition: no part is null. `GetMainEntryForEntry` and `GetParentEntryForEntry` are asked
-/// only for entries that some part holds (asserted in debug builds, unchecked in release).
+/// only for entries that some part holds (asserted in debug builds, unchecked in release). A part
+/// that is asked for its main entries does not ask this path for its own: that waits for ever.
 /// Threads: as safe as the parts are; the list of main entries is built once.
 /// Ownership: shares the parts.
 /// Errors: exceptions of a part or a visitor pass through unchanged and change nothing; a list of
 /// main entries whose building failed is built at the next call.
-/// Cost: one virtual call for each part asked; a list that is returned has no spare capacity.
+/// Cost: one virtual call for each part asked; a list that is returned has no spare capacity, and
+/// the answers of all parts are in memory until it is made of them.
 class SEARCHPATH_EXPORT ConcatenatedPath : public IPath {
  public:
   ConcatenatedPath(const std::shared_ptr<const IPath>& first,
@@ -34,7 +36,8 @@ class SEARCHPATH_EXPORT ConcatenatedPath : public IPath {
   /// Without it, `ConcatenatedPath({p, q})` could mean two parts, a vector, or a path to copy.
   ConcatenatedPath(std::initializer_list<std::shared_ptr<const IPath>> pathParts);
 
-  /// Shares the parts, and the list of main entries when it is built.
+  /// Shares the parts, and the list of main entries when it is built. While another thread builds
+  /// it, the copy does not wait: it will build a list of its own.
   ConcatenatedPath(const ConcatenatedPath& other);
   /// Copies the parts and takes the list of main entries over: a source whose list was built
   /// answers `GetMainEntries` with null from then on. May raise, since the parts are copied.

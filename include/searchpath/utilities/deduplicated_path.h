@@ -24,13 +24,17 @@ namespace Corvane::PathManagement {
 ///   is visited twice, one below none not at all, and one below a main entry is visited even if it
 ///   comes from a filtered part that hides it.
 ///
+/// A copy of a path whose list is built traverses in the second way from the start. So when the copy
+/// is a part of another path, the folders that it visits twice are visited twice there as well,
+/// unless that is a `DeduplicatedPath` whose own list is not built.
+///
 /// A program that needs one picture builds the list before its first traversal, or never.
 ///
 /// Precondition: as for `ConcatenatedPath`; no list or traversal of a part holds a null entry, and
 /// no file that a part finds has a null item.
 /// Threads, Ownership, Errors: as for `ConcatenatedPath`.
-/// Cost: a list asks each entry of the parts for its location once and puts it into a hash table,
-/// which holds as many as there are folders; a list that is returned has no spare capacity.
+/// Cost: a list asks each entry of the parts for its location once and puts it into a hash table
+/// of as many locations as there are folders. A list that is returned has no spare capacity.
 class SEARCHPATH_EXPORT DeduplicatedPath : public ConcatenatedPath {
  public:
   explicit DeduplicatedPath(std::vector<std::shared_ptr<const IPath>>&& pathParts);

@@ -33,16 +33,20 @@ CreateSearchTargetWithExtensionInFilenamePreferred(const ustring& name,
 
 /// The file that `target` means on `path` as a whole: the first match in the ordinary folders or in
 /// the method entries of that name, whichever comes first on the path; the ordinary folder on a
-/// tie. A name with a separator is a partial pathname and is looked up in every kind of folder
-/// instead.
+/// tie. A name with a separator is a partial pathname and is looked up in the kinds of folder 0 to 4
+/// instead: all but resources folders.
 ///
 /// Method entries are looked up by name under `FilenameMatchingPolicy::FileSystemDefault`, whatever
-/// `policy` is.
+/// `policy` is; `policy` then says which of their files match.
 [[nodiscard]] SEARCHPATH_EXPORT boost::optional<FoundItem> FindFirstFileVisibleOnPath(
     const IPath& path, const detail::SearchTarget& target, FilenameMatchingPolicy policy);
 
 /// The file that `target` means to code in `folder`: one in its private folder before all others.
-/// When `folder` is not on `path` or holds no such file, as `FindFirstFileVisibleOnPath`.
+/// When `folder` is not on `path`, when its private folder holds no such file, or when the name has
+/// a separator: as `FindFirstFileVisibleOnPath`.
+///
+/// `folder` itself is looked up under `FilenameMatchingPolicy::FileSystemDefault`, whatever `policy`
+/// is.
 [[nodiscard]] SEARCHPATH_EXPORT boost::optional<FoundItem> FindFirstFileVisibleFromFolder(
     const IPath& path, const AbsoluteIRI& folder, const detail::SearchTarget& target,
     FilenameMatchingPolicy policy);

@@ -12,12 +12,16 @@ namespace Corvane::PathManagement {
 
 /// A path without the entries that another path holds: an entry is shown unless `IsEntryOnPath` of
 /// the other path, the entry filter, says that it holds it. Nothing is added and the order stays.
+/// So the filter decides what counts as the same entry: one that answers by folder, as `IPath` asks,
+/// hides every entry of its folders, whichever object that is; one that compares objects hides only
+/// the very objects that it holds.
 ///
 /// The list of main entries is built at the first `GetMainEntries` and kept; every other question
 /// asks both paths afresh. The order of two entries is the source's own, shown or not.
 ///
 /// Precondition: neither path is null; the source's traversals visit no null entry and its files
-/// are in no null entry. A null entry in one of its lists is left out.
+/// are in no null entry. A null entry in one of its lists is left out. Neither path asks this one
+/// for its main entries when it is asked for its own, or about an entry: that waits for ever.
 /// Threads: as safe as both paths are; the list of main entries is built once. A concurrent
 /// traversal asks the entry filter from the threads that the source visits on.
 /// Ownership: shares both paths. Neither copied nor moved.

@@ -21,14 +21,15 @@ namespace Corvane::PathManagement {
     const ZentraComponents::ComponentIdentifier& package, const IMainSearchPathManager& manager);
 
 /// The folders that `packages` put on the path, package by package, with all repeats. A package
-/// that is not installed, or that does not want to be on the path, has none.
+/// that is not installed, or whose metadata keeps it off the path, has none.
 ///
 /// A package that checks for installation by hand has its root folder when its property
 /// "ManualInstall" is true, else none. Any other has its root folder alone when its property
-/// "IsQRX" is true, else the folders that are tagged as folders of the path.
+/// "IsQRX" is true, else the folders that are tagged as folders of the path: those without tags
+/// (null) are not.
 ///
-/// Errors: `std::bad_variant_access` when the property is no truth value; the disk's, for a folder
-/// whose canonical location cannot be told.
+/// Errors: `std::bad_variant_access` when the property has a value that is not a bool; the disk's,
+/// for a folder whose canonical location cannot be determined.
 [[nodiscard]] SEARCHPATH_EXPORT std::vector<CanonicalAbsoluteIRI> GetPathFoldersForPackages(
     const Corvane::PackageRegistry::IPackageRegistry& registry,
     std::span<const ZentraComponents::ComponentIdentifier> packages);

@@ -29,6 +29,7 @@ class IPathEntry;
 // `equal` and the comparators of entries are called as equal(part of the partial pathname, folder
 // name), except where said otherwise.
 //
+// Precondition: no entry is null.
 // Threads: stateless; as safe as the entries are.
 // Errors: an empty predicate raises `std::bad_function_call`; those of IRIs and entries pass
 // through.
@@ -65,6 +66,10 @@ class IPathEntry;
 /// name, part of the partial pathname); the part that matched the topmost entry is compared again,
 /// so that a topmost "+pkg" is not matched by "pkg". An empty `partial` matches every entry that is
 /// no "+" folder and stands below none.
+///
+/// Precondition: `entry` and all that `path` gives as its parent, the parent of that, and so on are
+/// on `path`, which is asked for the parent of each. The composite paths assert that in debug builds;
+/// in release builds the behaviour is undefined.
 [[nodiscard]] SEARCHPATH_EXPORT bool DoesPartialPathnameMatchPathEntryIRI(
     const IPath& path, const BidirectionalUstringRange& partial,
     std::shared_ptr<const IPathEntry> entry, const FilenameMatchingPolicy& policy);

@@ -16,14 +16,14 @@ namespace Corvane::PathManagement {
 // Adding folders to the main search path and taking them off it.
 //
 // Each operation reads the manager's list of folders once and replaces it in one call at the very
-// end, or leaves it alone. Problems with single folders are messages in what it returns
-// (`foundation::core::except::GetText` words them).
+// end, or leaves it alone. Problems with single folders are messages in what it returns: which
+// ones, path_messages.h says, and `foundation::core::except::GetText` words them.
 //
 // Threads: stateless; it is for the manager to keep two changes from overlapping, since one that
 // comes between reading and replacing is lost.
-// Errors: a manager that is being changed further up the call stack keeps its list, and the
-// messages so far are returned. All else that the manager or the working folder throws passes
-// through.
+// Errors: a manager that is being changed further up the call stack refuses the new list with
+// `RecursivePathChangeException`: the path stays as it is, and the messages so far are returned. All
+// else that the manager or the working folder throws passes through.
 // Cost: linear in the folders given and those on the path; each given range is walked once.
 
 /// Where added folders go. Any other value means `End`.
@@ -32,12 +32,12 @@ enum class Position : std::uint32_t {
   End = 1,
 };
 
-/// The locations of `folders`, in their order. A folder that cannot be used is left out, and a
-/// message of the catalogue "ZENTRA:mpath" about it, as it was given, is appended to
-/// `notification`. The vector has no spare capacity when no folder is left out.
+/// The locations of `folders`, in their order. Each is converted before the next is looked at. A
+/// folder that cannot be used is left out, and a message of `PathMessages::FolderCatalogue` about
+/// it is appended to `notification`. The vector has room for as many as were given.
 ///
-/// Errors: a failure that is not the folder's own (no working folder, an I/O error, one of no known
-/// kind) is thrown on, a `FailedToAbsolutizeException`.
+/// Errors: a failure that is not the folder's own (no working folder, an I/O error, an error of
+/// unknown kind) reaches the caller as it was thrown, a `FailedToAbsolutizeException`.
 [[nodiscard]] SEARCHPATH_EXPORT std::vector<AbsoluteIRI> ConvertUstringRangeToAbsoluteIRIs(
     const UstringRange& folders, const current_working_folder::ICurrentWorkingFolder& cwf,
     foundation::core::except::Notification& notification);
@@ -61,9 +61,9 @@ enum class Position : std::uint32_t {
 
 /// Takes each of `iris` off the path, wherever it occurs. One that is not on the path as it is
 /// given is looked for by its canonical location; if that is not there either, the message
-/// "DirNotFound" of the catalogue "ZENTRA:rmpath" says so, and the others are removed.
+/// `PathMessages::NotOnPath` reports it, and the others are removed.
 ///
-/// Errors: the disk's, for a folder whose canonical location cannot be told.
+/// Errors: the disk's, for a folder whose canonical location cannot be determined.
 /// Cost: a question to the disk for each folder that is not on the path as it is given.
 [[nodiscard]] SEARCHPATH_EXPORT foundation::core::except::Notification RemoveIRIsFromZentraPath(
     const AbsoluteIRIRange& iris, IMainSearchPathManager& manager);

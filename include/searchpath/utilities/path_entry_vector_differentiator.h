@@ -19,11 +19,11 @@ namespace Corvane::PathManagement {
 /// several times is matched one for one.
 ///
 /// Results accumulate in five lists that copies of an object share: a comparison made by one copy
-/// appends to what all see, and what a getter returned goes on growing. For fresh results make a
+/// appends to the lists of all, those that a getter has returned included. For fresh results make a
 /// new object. A moved-from object holds no lists: its getters answer null.
 ///
-/// Threads: one object and its copies, one thread at a time. `Compare` sorts on several threads
-/// when lists are long, so the canonical IRIs of entries are asked for from any of them.
+/// Threads: an object and its copies are used by one thread at a time. `Compare` sorts long lists
+/// on several threads, and asks entries for their canonical IRIs on each of them.
 /// Ownership: the lists share the entries.
 class SEARCHPATH_EXPORT PathEntryVectorDifferentiator {
  public:
@@ -48,10 +48,11 @@ class SEARCHPATH_EXPORT PathEntryVectorDifferentiator {
   /// one level below, and so on. Below the first level nothing is reordered.
   ///
   /// Precondition: not moved from; no entry is null, and the canonical IRI of each stays the same
-  /// throughout.
-  /// Errors: what an entry raises arrives here, and so does a lack of memory; a sort on several
-  /// threads may do without the answer and go on. After a failure each list holds the beginning of
-  /// what it would have held, and the two lists of refreshed entries are of the same length.
+  /// throughout. With `IncludeSubfolders`, no entry hangs below itself: that never ends (asserted in
+  /// debug builds, unchecked in release).
+  /// Errors: what an entry raises passes through, the first such exception when several threads
+  /// raise. After a failure each list holds the beginning of what it would have held, and the two
+  /// lists of refreshed entries are of the same length.
   /// Cost: n log n in the lengths of the lists, plus what the longest common subsequence costs when
   /// they hold one object many times. Only changed entries are asked for anything. Depth costs no
   /// stack.
