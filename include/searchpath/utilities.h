@@ -39,6 +39,7 @@
 #include "searchpath/utilities/partial_pathname.h"
 #include "searchpath/utilities/path_editing.h"
 #include "searchpath/utilities/path_entry_vector_differentiator.h"
+#include "searchpath/utilities/path_messages.h"
 #include "searchpath/utilities/path_strings.h"
 #include "searchpath/utilities/special_subfolder_notification.h"
 #include "searchpath/utilities/toolbox_path_cache.h"

@@ -30,6 +30,9 @@ namespace Corvane::PathManagement {
 ///
 /// A path never changes; one that has to follow changes is built again by its owner.
 ///
+/// An implementer that is asked for its main entries does not ask a path that it may be a part of
+/// for its own: a composite path waits for its parts while it builds its list.
+///
 /// Threads: every operation may be called from several threads at once.
 /// Errors: what is not found is null or empty, never an exception. An exception of a visitor passes
 /// through unchanged; an empty visitor raises `std::bad_function_call` when it would be called.
@@ -93,6 +96,12 @@ class SEARCHPATH_EXPORT IPath {
   [[nodiscard]] virtual bool FirstEntryIsBeforeSecondOnPath(const IPathEntry& first,
                                                             const IPathEntry& second) const = 0;
 
+  /// Whether the folder of `entry` is one of the path: one of its entries, main or below, has an
+  /// equal canonical location, compared as `AbsoluteIRI`. Which object `entry` is does not matter.
+  ///
+  /// An implementer answers true for each entry that it lists, visits or finds files in, and takes
+  /// whatever it answers true for in `GetMainEntryForEntry`, `GetParentEntryForEntry` and
+  /// `FirstEntryIsBeforeSecondOnPath`. What it answers true for is what a `FilteredPath` hides.
   [[nodiscard]] virtual bool IsEntryOnPath(const IPathEntry& entry) const = 0;
 
  protected:

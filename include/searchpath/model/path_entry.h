@@ -80,7 +80,7 @@ class SEARCHPATH_EXPORT IPathEntry {
   virtual bool ConcurrentForEachEntryInScope(SearchScope scope,
                                              const PathEntryVisitor& visitor) const = 0;
 
-  /// Tells whether two file names are the same in this folder under `policy`.
+  /// Tells whether two file names are the same in this folder under `policy`. Never null.
   [[nodiscard]] virtual std::shared_ptr<std::function<bool(const ustring&, const ustring&)>>
   GetFilenameComparator(FilenameMatchingPolicy policy) const = 0;
 
