@@ -1,31 +1,25 @@
 #include "searchpath/utilities/file_lookup.h"
 
+#include "lookup/method_files.h"
 #include "searchpath/model/path.h"
 #include "searchpath/model/path_entry.h"
 #include "searchpath/platform/filesystem.h"
 #include "text/separators.h"
 
-#include <array>
-#include <cstdint>
+#include <utility>
 
 namespace Corvane::PathManagement {
 
 namespace {
 
-constexpr std::array<std::uint32_t, 1> kMainKinds = {0};
-constexpr std::array<std::uint32_t, 5> kAllKinds = {0, 1, 2, 3, 4};
-
 /// Has one result, which is made where the caller takes it; to move it there cost 3 of 70 ns.
 boost::optional<FoundItem> FindPlainName(const IPath& path, const detail::SearchTarget& target,
                                          FilenameMatchingPolicy policy) {
-  const SearchScope mainScope(kMainKinds.data(), kMainKinds.size());
-  auto found = path.FindFirstInScope(mainScope, target, policy);
-  const auto methodEntries = path.GetMethodEntriesByName(mainScope, target.GetName(),
-                                                         FilenameMatchingPolicy::FileSystemDefault);
-  for (const auto& entry : methodEntries) {
+  auto found = path.FindFirstInScope(kMainScope, target, policy);
+  for (const auto& entry : detail::GetMethodEntriesFor(path, target)) {
     auto item = entry->FindItem(target, policy);
     if (item == nullptr) continue;
-    if (!found || path.FirstEntryIsBeforeSecondOnPath(*entry, *found->GetPathEntry())) {
+    if (!found || detail::MethodEntryWins(path, *entry, *found->GetPathEntry())) {
       found = FoundItem(std::move(item), entry);
     }
     break;
@@ -60,7 +54,7 @@ boost::optional<FoundItem> FindFirstFileVisibleOnPath(const IPath& path,
                                                       const detail::SearchTarget& target,
                                                       FilenameMatchingPolicy policy) {
   if (detail::HasSeparator(target.GetName())) {
-    return path.FindFirstInScope({kAllKinds.data(), kAllKinds.size()}, target, policy);
+    return path.FindFirstInScope(kAllKindsScope, target, policy);
   }
   return FindPlainName(path, target, policy);
 }
@@ -70,7 +64,7 @@ boost::optional<FoundItem> FindFirstFileVisibleFromFolder(const IPath& path,
                                                           const detail::SearchTarget& target,
                                                           FilenameMatchingPolicy policy) {
   if (detail::HasSeparator(target.GetName())) {
-    return path.FindFirstInScope({kAllKinds.data(), kAllKinds.size()}, target, policy);
+    return path.FindFirstInScope(kAllKindsScope, target, policy);
   }
   const auto entry =
       path.GetPathEntryFromAbsoluteIRI(folder, FilenameMatchingPolicy::FileSystemDefault);
