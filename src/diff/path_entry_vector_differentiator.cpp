@@ -17,23 +17,22 @@ namespace Corvane::PathManagement {
 namespace {
 
 using Entry = std::shared_ptr<const IPathEntry>;
-using Entries = std::vector<Entry>;
 
 // As `AbsoluteIRI`, since the further text of a canonical IRI does not tell folders apart.
 constexpr detail::LessThanByFunctorImpl kComesBefore([](const Entry& entry) -> AbsoluteIRI {
   return entry->GetCanonicalAbsoluteIRI();
 });
 
-void SortByAddress(Entries& entries) { tbb::parallel_sort(entries.begin(), entries.end()); }
+void SortByAddress(PathEntries& entries) { tbb::parallel_sort(entries.begin(), entries.end()); }
 
 struct Division {
-  Entries beforeOnly;
-  Entries afterOnly;
-  Entries common;
+  PathEntries beforeOnly;
+  PathEntries afterOnly;
+  PathEntries common;
 };
 
 /// Divides the entries of two lists that are sorted by address; all stay so.
-Division DivideByIdentity(Entries before, Entries after) {
+Division DivideByIdentity(PathEntries before, PathEntries after) {
   Division division;
   auto removed = before.begin();
   auto added = after.begin();
@@ -53,12 +52,12 @@ Division DivideByIdentity(Entries before, Entries after) {
 }
 
 /// The special sub-entries of all the entries.
-Entries GetSubEntries(const Entries& entries) {
-  Entries all;
+PathEntries GetSubEntries(const PathEntries& entries) {
+  PathEntries all;
   const auto addOne = [&all](Entry entry) {
     if (entry != nullptr) all.push_back(std::move(entry));
   };
-  const auto addAll = [&all](const std::shared_ptr<const Entries>& list) {
+  const auto addAll = [&all](const std::shared_ptr<const PathEntries>& list) {
     all.insert(all.end(), list->begin(), list->end());
   };
   for (const Entry& entry : entries) {
@@ -71,12 +70,13 @@ Entries GetSubEntries(const Entries& entries) {
   return all;
 }
 
-void MakeRoomForOne(Entries& entries) {
+void MakeRoomForOne(PathEntries& entries) {
   if (entries.size() == entries.capacity()) entries.reserve(2 * entries.size() + 1);
 }
 
 /// Appends to both lists or, when it raises, to neither.
-void AppendPair(const Entry& before, const Entry& after, Entries& allBefore, Entries& allAfter) {
+void AppendPair(const Entry& before, const Entry& after, PathEntries& allBefore,
+                PathEntries& allAfter) {
   MakeRoomForOne(allBefore);
   MakeRoomForOne(allAfter);
   allBefore.push_back(before);
@@ -86,11 +86,11 @@ void AppendPair(const Entry& before, const Entry& after, Entries& allBefore, Ent
 }  // namespace
 
 PathEntryVectorDifferentiator::PathEntryVectorDifferentiator()
-    : added(std::make_shared<Entries>()),
-      removed(std::make_shared<Entries>()),
-      reordered(std::make_shared<Entries>()),
-      refreshedAfter(std::make_shared<Entries>()),
-      refreshedBefore(std::make_shared<Entries>()) {}
+    : added(std::make_shared<PathEntries>()),
+      removed(std::make_shared<PathEntries>()),
+      reordered(std::make_shared<PathEntries>()),
+      refreshedAfter(std::make_shared<PathEntries>()),
+      refreshedBefore(std::make_shared<PathEntries>()) {}
 
 PathEntryVectorDifferentiator::PathEntryVectorDifferentiator(const PathEntryVectorDifferentiator&) =
     default;
@@ -102,21 +102,21 @@ PathEntryVectorDifferentiator& PathEntryVectorDifferentiator::operator=(
     PathEntryVectorDifferentiator&&) noexcept = default;
 PathEntryVectorDifferentiator::~PathEntryVectorDifferentiator() = default;
 
-void PathEntryVectorDifferentiator::Compare(Entries before, Entries after,
+void PathEntryVectorDifferentiator::Compare(PathEntries before, PathEntries after,
                                             ComparisonFilter filter) {
   CompareHelper(std::move(before), std::move(after), filter, true);
 }
 
 // A round for each level, so that no number of levels overflows the stack.
-void PathEntryVectorDifferentiator::CompareHelper(Entries&& before, Entries&& after,
+void PathEntryVectorDifferentiator::CompareHelper(PathEntries&& before, PathEntries&& after,
                                                   ComparisonFilter filter, bool computeReordered) {
   assert(added != nullptr);
   [[maybe_unused]] detail::DescentCheck descent;
   // The same objects in the same order differ in nothing, which ends the descent, too.
   while (before != after) {
-    Entries inOrder;
+    PathEntries inOrder;
     if (computeReordered) {
-      inOrder = LongestCommonSubsequence<Entry, Entries>::Compute(before, after);
+      inOrder = LongestCommonSubsequence<Entry, PathEntries>::Compute(before, after);
       SortByAddress(inOrder);
     }
     SortByAddress(before);
@@ -137,8 +137,8 @@ void PathEntryVectorDifferentiator::CompareHelper(Entries&& before, Entries&& af
   }
 }
 
-void PathEntryVectorDifferentiator::AppendByIRI(const Entries& beforeOnly,
-                                                const Entries& afterOnly) {
+void PathEntryVectorDifferentiator::AppendByIRI(const PathEntries& beforeOnly,
+                                                const PathEntries& afterOnly) {
   auto before = beforeOnly.begin();
   auto after = afterOnly.begin();
   while (before != beforeOnly.end() && after != afterOnly.end()) {
@@ -154,13 +154,15 @@ void PathEntryVectorDifferentiator::AppendByIRI(const Entries& beforeOnly,
   added->insert(added->end(), after, afterOnly.end());
 }
 
-std::shared_ptr<Entries> PathEntryVectorDifferentiator::GetAdded() const { return added; }
-std::shared_ptr<Entries> PathEntryVectorDifferentiator::GetRemoved() const { return removed; }
-std::shared_ptr<Entries> PathEntryVectorDifferentiator::GetReordered() const { return reordered; }
-std::shared_ptr<Entries> PathEntryVectorDifferentiator::GetRefreshedBefore() const {
+std::shared_ptr<PathEntries> PathEntryVectorDifferentiator::GetAdded() const { return added; }
+std::shared_ptr<PathEntries> PathEntryVectorDifferentiator::GetRemoved() const { return removed; }
+std::shared_ptr<PathEntries> PathEntryVectorDifferentiator::GetReordered() const {
+  return reordered;
+}
+std::shared_ptr<PathEntries> PathEntryVectorDifferentiator::GetRefreshedBefore() const {
   return refreshedBefore;
 }
-std::shared_ptr<Entries> PathEntryVectorDifferentiator::GetRefreshedAfter() const {
+std::shared_ptr<PathEntries> PathEntryVectorDifferentiator::GetRefreshedAfter() const {
   return refreshedAfter;
 }
 

@@ -12,7 +12,6 @@ namespace Corvane::PathManagement {
 namespace {
 
 using Parts = std::vector<std::shared_ptr<const IPath>>;
-using Entries = std::vector<std::shared_ptr<const IPathEntry>>;
 
 /// What `ask` answers for each part, one answer behind the other.
 template <class Element, class Ask>
@@ -24,15 +23,15 @@ std::vector<Element> Concatenate(const Parts& parts, const Ask& ask) {
 }
 
 /// The main entries of all `parts`. A composite that was moved from hands out null.
-Entries ConcatenateMainEntries(const Parts& parts) {
-  std::vector<std::shared_ptr<const Entries>> lists;
+PathEntries ConcatenateMainEntries(const Parts& parts) {
+  std::vector<std::shared_ptr<const PathEntries>> lists;
   lists.reserve(parts.size());
   std::size_t count = 0;
   for (const auto& part : parts) {
     lists.push_back(part->GetMainEntries());
     if (lists.back() != nullptr) count += lists.back()->size();
   }
-  Entries all;
+  PathEntries all;
   all.reserve(count);
   for (const auto& list : lists) {
     if (list != nullptr) all.insert(all.end(), list->begin(), list->end());
@@ -67,26 +66,26 @@ ConcatenatedPath::ConcatenatedPath(ConcatenatedPath&& other)
 
 ConcatenatedPath::~ConcatenatedPath() = default;
 
-std::shared_ptr<const Entries> ConcatenatedPath::GetMainEntries() const {
+std::shared_ptr<const PathEntries> ConcatenatedPath::GetMainEntries() const {
   mainEntriesOnce.Call(
-      [this] { mainEntries = std::make_shared<const Entries>(ConcatenateMainEntries(parts)); });
+      [this] { mainEntries = std::make_shared<const PathEntries>(ConcatenateMainEntries(parts)); });
   return mainEntries;
 }
 
-Entries ConcatenatedPath::GetMethodEntries() const {
-  return Concatenate<Entries::value_type>(
+PathEntries ConcatenatedPath::GetMethodEntries() const {
+  return Concatenate<PathEntries::value_type>(
       parts, [](const IPath& part) { return part.GetMethodEntries(); });
 }
 
-Entries ConcatenatedPath::GetMethodEntriesByName(SearchScope scope, const ustring& name,
-                                                 FilenameMatchingPolicy policy) const {
-  return Concatenate<Entries::value_type>(
+PathEntries ConcatenatedPath::GetMethodEntriesByName(SearchScope scope, const ustring& name,
+                                                     FilenameMatchingPolicy policy) const {
+  return Concatenate<PathEntries::value_type>(
       parts, [&](const IPath& part) { return part.GetMethodEntriesByName(scope, name, policy); });
 }
 
-Entries ConcatenatedPath::GetPartiallyMatchingEntries(SearchScope scope, const ustring& name,
-                                                      FilenameMatchingPolicy policy) const {
-  return Concatenate<Entries::value_type>(parts, [&](const IPath& part) {
+PathEntries ConcatenatedPath::GetPartiallyMatchingEntries(SearchScope scope, const ustring& name,
+                                                          FilenameMatchingPolicy policy) const {
+  return Concatenate<PathEntries::value_type>(parts, [&](const IPath& part) {
     return part.GetPartiallyMatchingEntries(scope, name, policy);
   });
 }

@@ -18,7 +18,6 @@ namespace Corvane::PathManagement {
 namespace {
 
 using Parts = std::vector<std::shared_ptr<const IPath>>;
-using Entries = std::vector<std::shared_ptr<const IPathEntry>>;
 
 // Made when the library is loaded. Nothing is written to it so far.
 const foundation::log::basic_diagnostic_logger kLogger("searchpath::utilities::deduplicatedpath");
@@ -76,12 +75,12 @@ class SeenFiles {
 
 /// Those of `entries` that are the first for their folder, moved out of a list that is not const.
 template <class List>
-Entries FirstIn(List& entries, SeenFolders& seen) {
-  Entries kept;
+PathEntries FirstIn(List& entries, SeenFolders& seen) {
+  PathEntries kept;
   kept.reserve(entries.size());
   seen.Expect(entries.size());
   for (std::size_t at = 0; at < entries.size(); ++at) {
-    // Entries lie anywhere in memory: those ahead are fetched while this one is asked.
+    // PathEntries lie anywhere in memory: those ahead are fetched while this one is asked.
     constexpr std::size_t ahead = 8;
     if (entries.size() - at > ahead) __builtin_prefetch(entries[at + ahead].get());
     if (seen.IsFirst(*entries[at])) kept.push_back(std::move(entries[at]));
@@ -89,18 +88,18 @@ Entries FirstIn(List& entries, SeenFolders& seen) {
   return kept;
 }
 
-Entries FirstOf(Entries entries, SeenFolders& seen) { return FirstIn(entries, seen); }
+PathEntries FirstOf(PathEntries entries, SeenFolders& seen) { return FirstIn(entries, seen); }
 
-Entries FirstOf(const std::shared_ptr<const Entries>& entries, SeenFolders& seen) {
+PathEntries FirstOf(const std::shared_ptr<const PathEntries>& entries, SeenFolders& seen) {
   // Null from a composite that was moved from.
-  return entries == nullptr ? Entries() : FirstIn(*entries, seen);
+  return entries == nullptr ? PathEntries() : FirstIn(*entries, seen);
 }
 
 /// What is the first for its folder in the lists that `ask` answers for each part. Each entry is
 /// asked for its folder before the next part is asked.
 template <class Ask>
-Entries CollectFirst(const Parts& parts, const Ask& ask) {
-  std::vector<Entries> kept;
+PathEntries CollectFirst(const Parts& parts, const Ask& ask) {
+  std::vector<PathEntries> kept;
   kept.reserve(parts.size());
   SeenFolders seen;
   for (const auto& part : parts) kept.push_back(FirstOf(ask(*part), seen));
@@ -118,26 +117,26 @@ DeduplicatedPath::DeduplicatedPath(DeduplicatedPath&& other) = default;
 
 DeduplicatedPath::~DeduplicatedPath() = default;
 
-std::shared_ptr<const Entries> DeduplicatedPath::GetMainEntries() const {
+std::shared_ptr<const PathEntries> DeduplicatedPath::GetMainEntries() const {
   mainEntriesOnce.Call([this] {
-    mainEntries = std::make_shared<const Entries>(
+    mainEntries = std::make_shared<const PathEntries>(
         CollectFirst(parts, [](const IPath& part) { return part.GetMainEntries(); }));
   });
   return mainEntries;
 }
 
-Entries DeduplicatedPath::GetMethodEntries() const {
+PathEntries DeduplicatedPath::GetMethodEntries() const {
   return CollectFirst(parts, [](const IPath& part) { return part.GetMethodEntries(); });
 }
 
-Entries DeduplicatedPath::GetMethodEntriesByName(SearchScope scope, const ustring& name,
-                                                 FilenameMatchingPolicy policy) const {
+PathEntries DeduplicatedPath::GetMethodEntriesByName(SearchScope scope, const ustring& name,
+                                                     FilenameMatchingPolicy policy) const {
   return CollectFirst(
       parts, [&](const IPath& part) { return part.GetMethodEntriesByName(scope, name, policy); });
 }
 
-Entries DeduplicatedPath::GetPartiallyMatchingEntries(SearchScope scope, const ustring& name,
-                                                      FilenameMatchingPolicy policy) const {
+PathEntries DeduplicatedPath::GetPartiallyMatchingEntries(SearchScope scope, const ustring& name,
+                                                          FilenameMatchingPolicy policy) const {
   return CollectFirst(parts, [&](const IPath& part) {
     return part.GetPartiallyMatchingEntries(scope, name, policy);
   });

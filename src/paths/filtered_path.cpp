@@ -8,12 +8,6 @@
 
 namespace Corvane::PathManagement {
 
-namespace {
-
-using Entries = std::vector<std::shared_ptr<const IPathEntry>>;
-
-}  // namespace
-
 /// Tells which entries and files a filtered path shows.
 class FilteredPath::EntryFilter {
  public:
@@ -62,30 +56,30 @@ FilteredPath::EntryFilter FilteredPath::GetEntryFilter() const noexcept {
   return EntryFilter(*this);
 }
 
-std::shared_ptr<const Entries> FilteredPath::GetMainEntries() const {
+std::shared_ptr<const PathEntries> FilteredPath::GetMainEntries() const {
   mainEntriesOnce.Call([this] {
-    Entries shown;
+    PathEntries shown;
     // Null from a composite that was moved from.
     if (const auto entries = source->GetMainEntries()) {
       shown.reserve(entries->size());
       std::copy_if(entries->begin(), entries->end(), std::back_inserter(shown), GetEntryFilter());
     }
-    mainEntries = std::make_shared<const Entries>(detail::Fit(std::move(shown)));
+    mainEntries = std::make_shared<const PathEntries>(detail::Fit(std::move(shown)));
   });
   return mainEntries;
 }
 
-Entries FilteredPath::GetMethodEntries() const {
+PathEntries FilteredPath::GetMethodEntries() const {
   return GetEntryFilter().Shown(source->GetMethodEntries());
 }
 
-Entries FilteredPath::GetMethodEntriesByName(SearchScope scope, const ustring& name,
-                                             FilenameMatchingPolicy policy) const {
+PathEntries FilteredPath::GetMethodEntriesByName(SearchScope scope, const ustring& name,
+                                                 FilenameMatchingPolicy policy) const {
   return GetEntryFilter().Shown(source->GetMethodEntriesByName(scope, name, policy));
 }
 
-Entries FilteredPath::GetPartiallyMatchingEntries(SearchScope scope, const ustring& name,
-                                                  FilenameMatchingPolicy policy) const {
+PathEntries FilteredPath::GetPartiallyMatchingEntries(SearchScope scope, const ustring& name,
+                                                      FilenameMatchingPolicy policy) const {
   return GetEntryFilter().Shown(source->GetPartiallyMatchingEntries(scope, name, policy));
 }
 

@@ -11,7 +11,6 @@ namespace Corvane::PathManagement {
 
 namespace {
 
-using Entries = std::vector<std::shared_ptr<const IPathEntry>>;
 using current_working_folder::FailedToAbsolutizeException;
 using current_working_folder::ICurrentWorkingFolder;
 
@@ -26,8 +25,9 @@ bool IsAbsolute(const ustring& name) {
   return name.size() >= 2 && IsSeparator(name[0]) && IsSeparator(name[1]);
 }
 
-Entries EntryForFolder(const ustring& folder, const IPath& path,
-                       const ICurrentWorkingFolder& workingFolder, FilenameMatchingPolicy policy) {
+PathEntries EntryForFolder(const ustring& folder, const IPath& path,
+                           const ICurrentWorkingFolder& workingFolder,
+                           FilenameMatchingPolicy policy) {
   try {
     auto entry = path.GetPathEntryFromAbsoluteIRI(workingFolder.absolutize(folder), policy);
     if (entry != nullptr) return {std::move(entry)};
@@ -39,9 +39,9 @@ Entries EntryForFolder(const ustring& folder, const IPath& path,
 
 }  // namespace
 
-Entries GetMatchingEntries(SearchScope scope, const ustring& name, const IPath& path,
-                           const ICurrentWorkingFolder& workingFolder,
-                           FilenameMatchingPolicy policy) {
+PathEntries GetMatchingEntries(SearchScope scope, const ustring& name, const IPath& path,
+                               const ICurrentWorkingFolder& workingFolder,
+                               FilenameMatchingPolicy policy) {
   if (name.empty()) return {};
   if (IsAbsolute(name)) return EntryForFolder(name, path, workingFolder, policy);
   return path.GetPartiallyMatchingEntries(scope, name, policy);

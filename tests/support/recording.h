@@ -17,9 +17,9 @@
 namespace Corvane::PathManagement::test {
 
 using EntryPointer = std::shared_ptr<const IPathEntry>;
-using EntryList = std::vector<EntryPointer>;
+using EntryList = PathEntries;
 using ItemPointer = std::shared_ptr<const PathItem>;
-using ItemList = std::vector<ItemPointer>;
+using ItemList = PathItems;
 using SharedEntryList = std::shared_ptr<const EntryList>;
 using SharedItemList = std::shared_ptr<const ItemList>;
 using NameComparator = std::function<bool(const ustring&, const ustring&)>;

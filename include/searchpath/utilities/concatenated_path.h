@@ -45,12 +45,11 @@ class SEARCHPATH_EXPORT ConcatenatedPath : public IPath {
   ConcatenatedPath& operator=(const ConcatenatedPath&) = delete;
   ~ConcatenatedPath() override;
 
-  [[nodiscard]] std::shared_ptr<const std::vector<std::shared_ptr<const IPathEntry>>>
-  GetMainEntries() const override;
-  [[nodiscard]] std::vector<std::shared_ptr<const IPathEntry>> GetMethodEntries() const override;
-  [[nodiscard]] std::vector<std::shared_ptr<const IPathEntry>> GetMethodEntriesByName(
-      SearchScope scope, const ustring& name, FilenameMatchingPolicy policy) const override;
-  [[nodiscard]] std::vector<std::shared_ptr<const IPathEntry>> GetPartiallyMatchingEntries(
+  [[nodiscard]] std::shared_ptr<const PathEntries> GetMainEntries() const override;
+  [[nodiscard]] PathEntries GetMethodEntries() const override;
+  [[nodiscard]] PathEntries GetMethodEntriesByName(SearchScope scope, const ustring& name,
+                                                   FilenameMatchingPolicy policy) const override;
+  [[nodiscard]] PathEntries GetPartiallyMatchingEntries(
       SearchScope scope, const ustring& name, FilenameMatchingPolicy policy) const override;
   [[nodiscard]] std::shared_ptr<const IPathEntry> GetMainEntryForEntry(
       const IPathEntry& entry) const override;
@@ -79,7 +78,7 @@ class SEARCHPATH_EXPORT ConcatenatedPath : public IPath {
   const std::vector<std::shared_ptr<const IPath>> parts;  // in path order, none null
   mutable detail::OnceFlag mainEntriesOnce;               // guards mainEntries
   /// Null until it is built; a derived class may build its own list.
-  mutable std::shared_ptr<const std::vector<std::shared_ptr<const IPathEntry>>> mainEntries;
+  mutable std::shared_ptr<const PathEntries> mainEntries;
 
  private:
   [[nodiscard]] const IPath& PartHolding(const IPathEntry& entry) const;

@@ -46,12 +46,11 @@ class SEARCHPATH_EXPORT DeduplicatedPath : public ConcatenatedPath {
   DeduplicatedPath& operator=(const DeduplicatedPath&) = delete;
   ~DeduplicatedPath() override;
 
-  [[nodiscard]] std::shared_ptr<const std::vector<std::shared_ptr<const IPathEntry>>>
-  GetMainEntries() const override;
-  [[nodiscard]] std::vector<std::shared_ptr<const IPathEntry>> GetMethodEntries() const override;
-  [[nodiscard]] std::vector<std::shared_ptr<const IPathEntry>> GetMethodEntriesByName(
-      SearchScope scope, const ustring& name, FilenameMatchingPolicy policy) const override;
-  [[nodiscard]] std::vector<std::shared_ptr<const IPathEntry>> GetPartiallyMatchingEntries(
+  [[nodiscard]] std::shared_ptr<const PathEntries> GetMainEntries() const override;
+  [[nodiscard]] PathEntries GetMethodEntries() const override;
+  [[nodiscard]] PathEntries GetMethodEntriesByName(SearchScope scope, const ustring& name,
+                                                   FilenameMatchingPolicy policy) const override;
+  [[nodiscard]] PathEntries GetPartiallyMatchingEntries(
       SearchScope scope, const ustring& name, FilenameMatchingPolicy policy) const override;
   /// Shows each file once: files are the same when they stand in the same folder and have the same
   /// file name, wherever it is cut into name and extension. The entries are not compared.

@@ -37,12 +37,11 @@ class SEARCHPATH_EXPORT FilteredPath : public IPath {
   FilteredPath& operator=(const FilteredPath&) = delete;
   ~FilteredPath() override;
 
-  [[nodiscard]] std::shared_ptr<const std::vector<std::shared_ptr<const IPathEntry>>>
-  GetMainEntries() const override;
-  [[nodiscard]] std::vector<std::shared_ptr<const IPathEntry>> GetMethodEntries() const override;
-  [[nodiscard]] std::vector<std::shared_ptr<const IPathEntry>> GetMethodEntriesByName(
-      SearchScope scope, const ustring& name, FilenameMatchingPolicy policy) const override;
-  [[nodiscard]] std::vector<std::shared_ptr<const IPathEntry>> GetPartiallyMatchingEntries(
+  [[nodiscard]] std::shared_ptr<const PathEntries> GetMainEntries() const override;
+  [[nodiscard]] PathEntries GetMethodEntries() const override;
+  [[nodiscard]] PathEntries GetMethodEntriesByName(SearchScope scope, const ustring& name,
+                                                   FilenameMatchingPolicy policy) const override;
+  [[nodiscard]] PathEntries GetPartiallyMatchingEntries(
       SearchScope scope, const ustring& name, FilenameMatchingPolicy policy) const override;
   /// Null also when the main entry is hidden.
   [[nodiscard]] std::shared_ptr<const IPathEntry> GetMainEntryForEntry(
@@ -77,7 +76,7 @@ class SEARCHPATH_EXPORT FilteredPath : public IPath {
   const std::shared_ptr<const IPath> source;
   const std::shared_ptr<const IPath> hidden;
   mutable detail::OnceFlag mainEntriesOnce;  // guards mainEntries
-  mutable std::shared_ptr<const std::vector<std::shared_ptr<const IPathEntry>>> mainEntries;
+  mutable std::shared_ptr<const PathEntries> mainEntries;
 };
 
 }  // namespace Corvane::PathManagement

@@ -3,11 +3,9 @@
 
 #include "searchpath/export.h"
 #include "searchpath/model/filename_matching_policy.h"
+#include "searchpath/model/path_entry.h"
 #include "searchpath/model/search_scope.h"
 #include "searchpath/model/ustring.h"
-
-#include <memory>
-#include <vector>
 
 namespace Corvane::current_working_folder {
 class ICurrentWorkingFolder;
@@ -16,7 +14,6 @@ class ICurrentWorkingFolder;
 namespace Corvane::PathManagement {
 
 class IPath;
-class IPathEntry;
 
 /// The entries of `path` that the name of a folder, as a user types it, denotes.
 ///
@@ -28,10 +25,10 @@ class IPathEntry;
 /// Threads: stateless; as safe as `path` and `workingFolder` are.
 /// Errors: a name that `workingFolder` cannot make absolute denotes nothing; all other exceptions
 /// pass through.
-[[nodiscard]] SEARCHPATH_EXPORT std::vector<std::shared_ptr<const IPathEntry>> GetMatchingEntries(
-    SearchScope scope, const ustring& name, const IPath& path,
-    const current_working_folder::ICurrentWorkingFolder& workingFolder,
-    FilenameMatchingPolicy policy);
+[[nodiscard]] SEARCHPATH_EXPORT PathEntries
+GetMatchingEntries(SearchScope scope, const ustring& name, const IPath& path,
+                   const current_working_folder::ICurrentWorkingFolder& workingFolder,
+                   FilenameMatchingPolicy policy);
 
 }  // namespace Corvane::PathManagement
 

@@ -56,40 +56,34 @@ class SEARCHPATH_EXPORT PathEntryVectorDifferentiator {
   /// Cost: n log n in the lengths of the lists, plus what the longest common subsequence costs when
   /// they hold one object many times. Only changed entries are asked for anything. Depth costs no
   /// stack.
-  void Compare(std::vector<std::shared_ptr<const IPathEntry>> before,
-               std::vector<std::shared_ptr<const IPathEntry>> after, ComparisonFilter filter);
+  void Compare(PathEntries before, PathEntries after, ComparisonFilter filter);
 
   /// Entries of new lists for whose folder the old list has no changed entry.
-  [[nodiscard]] std::shared_ptr<std::vector<std::shared_ptr<const IPathEntry>>> GetAdded() const;
+  [[nodiscard]] std::shared_ptr<PathEntries> GetAdded() const;
 
   /// Entries of old lists for whose folder the new list has no changed entry.
-  [[nodiscard]] std::shared_ptr<std::vector<std::shared_ptr<const IPathEntry>>> GetRemoved() const;
+  [[nodiscard]] std::shared_ptr<PathEntries> GetRemoved() const;
 
   /// Entries that stand in both lists, but not in the same order as those that stayed.
-  [[nodiscard]] std::shared_ptr<std::vector<std::shared_ptr<const IPathEntry>>> GetReordered()
-      const;
+  [[nodiscard]] std::shared_ptr<PathEntries> GetReordered() const;
 
   /// The old entries of folders that got a new one.
-  [[nodiscard]] std::shared_ptr<std::vector<std::shared_ptr<const IPathEntry>>> GetRefreshedBefore()
-      const;
+  [[nodiscard]] std::shared_ptr<PathEntries> GetRefreshedBefore() const;
 
   /// The new entries of these folders, each at the place of the old one.
-  [[nodiscard]] std::shared_ptr<std::vector<std::shared_ptr<const IPathEntry>>> GetRefreshedAfter()
-      const;
+  [[nodiscard]] std::shared_ptr<PathEntries> GetRefreshedAfter() const;
 
  private:
-  void CompareHelper(std::vector<std::shared_ptr<const IPathEntry>>&& before,
-                     std::vector<std::shared_ptr<const IPathEntry>>&& after,
-                     ComparisonFilter filter, bool computeReordered);
-  void AppendByIRI(const std::vector<std::shared_ptr<const IPathEntry>>& beforeOnly,
-                   const std::vector<std::shared_ptr<const IPathEntry>>& afterOnly);
+  void CompareHelper(PathEntries&& before, PathEntries&& after, ComparisonFilter filter,
+                     bool computeReordered);
+  void AppendByIRI(const PathEntries& beforeOnly, const PathEntries& afterOnly);
 
   // Null only after a move.
-  std::shared_ptr<std::vector<std::shared_ptr<const IPathEntry>>> added;
-  std::shared_ptr<std::vector<std::shared_ptr<const IPathEntry>>> removed;
-  std::shared_ptr<std::vector<std::shared_ptr<const IPathEntry>>> reordered;
-  std::shared_ptr<std::vector<std::shared_ptr<const IPathEntry>>> refreshedAfter;
-  std::shared_ptr<std::vector<std::shared_ptr<const IPathEntry>>> refreshedBefore;
+  std::shared_ptr<PathEntries> added;
+  std::shared_ptr<PathEntries> removed;
+  std::shared_ptr<PathEntries> reordered;
+  std::shared_ptr<PathEntries> refreshedAfter;
+  std::shared_ptr<PathEntries> refreshedBefore;
 };
 
 }  // namespace Corvane::PathManagement
