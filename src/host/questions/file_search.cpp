@@ -1,6 +1,7 @@
 #include "host/questions/file_search.h"
 
 #include "host/path/path_view.h"
+#include "lookup/method_files.h"
 #include "searchpath/model/search_scope.h"
 #include "text/separators.h"
 
@@ -66,17 +67,16 @@ class FileSearch {
     auto ordinary = InScope(kMainScope);
     std::vector<FoundItem> methods;
     const IPath& asked = observer == nullptr ? *view.GetPath() : folders;
-    for (const auto& entry : asked.GetMethodEntriesByName(
-             kMainScope, target.GetName(), FilenameMatchingPolicy::FileSystemDefault)) {
+    for (const auto& entry : PathManagement::detail::GetMethodEntriesFor(asked, target)) {
       const auto files = In(entry);
       methods.insert(methods.end(), files.begin(), files.end());
     }
     if (methods.empty()) return ordinary;
     std::vector<FoundItem> all;
     std::merge(ordinary.begin(), ordinary.end(), methods.begin(), methods.end(),
-               std::back_inserter(all), [this](const FoundItem& left, const FoundItem& right) {
-                 return folders.FirstEntryIsBeforeSecondOnPath(*left.GetPathEntry(),
-                                                               *right.GetPathEntry());
+               std::back_inserter(all), [this](const FoundItem& method, const FoundItem& plain) {
+                 return PathManagement::detail::MethodEntryWins(folders, *method.GetPathEntry(),
+                                                                *plain.GetPathEntry());
                });
     return all;
   }
