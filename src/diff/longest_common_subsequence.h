@@ -127,18 +127,18 @@ class LongestCommonSubsequence<Element, Container>::Candidates {
   void Meet(std::uint32_t index, std::uint32_t position) {
     const std::uint32_t firstPlace = repeated.Place(position);
     if (firstPlace == 0) {
-      if (!ends.Contains(position)) End(index, position, EndBefore(position));
+      if (!ends.Contains(position)) EndCandidate(index, position, EndBefore(position));
       return;
     }
     // Only the smallest position between two ends matters: the rules let the others end the same
     // candidate before it does. From the last to the first, so that each continues a candidate that
     // this element has not changed; positions at which a candidate ends are passed over in one
     // step.
-    std::uint32_t place = repeated.FreeBefore(repeated.End(firstPlace));
+    std::uint32_t place = repeated.FreeBefore(repeated.PlacesEnd(firstPlace));
     for (; place >= firstPlace; place = repeated.FreeBefore(place)) {
       const std::uint32_t before = EndBefore(repeated.Position(place));
       place = repeated.FirstAfter(before, firstPlace, place);
-      End(index, repeated.Position(place), before);
+      EndCandidate(index, repeated.Position(place), before);
     }
   }
 
@@ -163,10 +163,10 @@ class LongestCommonSubsequence<Element, Container>::Candidates {
 
   /// Lets the candidate that ends next after `before` end at `position`; at the end of all, a new
   /// one.
-  void End(std::uint32_t index, std::uint32_t position, std::uint32_t before) {
+  void EndCandidate(std::uint32_t index, std::uint32_t position, std::uint32_t before) {
     ends.Insert(position);
     repeated.Occupy(position);
-    links[position] = Link(index, links[before]);
+    links[position] = AddLink(index, links[before]);
     const bool isLongest = position > lastEnd;
     const std::uint32_t replaced = isLongest ? 0 : EndAfter(position);
     if (before == 0) firstEnd = position;
@@ -182,7 +182,7 @@ class LongestCommonSubsequence<Element, Container>::Candidates {
   }
 
   /// The place of a new link, held by one candidate.
-  std::uint32_t Link(std::uint32_t index, std::uint32_t previous) {
+  std::uint32_t AddLink(std::uint32_t index, std::uint32_t previous) {
     ++nodes[previous].references;
     const IndexNode node = {.index = index, .previous = previous, .references = 1};
     if (spare == 0) {

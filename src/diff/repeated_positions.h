@@ -43,7 +43,7 @@ class RepeatedPositions {
   }
 
   /// Past the last place of the element whose first place is `first`.
-  [[nodiscard]] std::uint32_t End(std::uint32_t first) const { return ordered[first].end; }
+  [[nodiscard]] std::uint32_t PlacesEnd(std::uint32_t first) const { return ordered[first].end; }
 
   /// The last free place before `place`, of whatever element; 0 when there is none.
   [[nodiscard]] std::uint32_t FreeBefore(std::uint32_t place) const { return free.Before(place); }
