@@ -16,6 +16,7 @@
 #include <ctime>
 #include <memory>
 #include <string>
+#include <system_error>
 #include <tuple>
 
 namespace Corvane::PathManagement::host {
@@ -26,9 +27,9 @@ using current_working_folder::AbsolutizeError;
 
 const foundation::log::basic_diagnostic_logger kLogger("searchpath::host::folders");
 
-AbsolutizeError ReasonFor(int error, const std::string& path) {
+AbsolutizeError ReasonFor(std::error_code error, const std::string& path) {
   struct stat status = {};
-  switch (error) {
+  switch (error.value()) {
     case ENOENT:
       return lstat(path.c_str(), &status) == 0 ? AbsolutizeError::BrokenLink
                                                : AbsolutizeError::Absent;
@@ -87,14 +88,13 @@ void SortFolders(std::vector<FolderListing::Subfolder>& folders) {
   });
 }
 
-bool IsDots(const char* name) {
-  return name[0] == '.' && (name[1] == '\0' || (name[1] == '.' && name[2] == '\0'));
-}
-
-void ReadItems(const Directory& directory, FolderListing& listing) {
-  errno = 0;
-  // readdir is safe here: the stream is this function's own.
-  while (const dirent* item = readdir(directory.get())) {
+/// Returns why the folder could not be read to its end.
+std::error_code ReadItems(const Directory& directory, FolderListing& listing) {
+  for (;;) {
+    errno = 0;
+    // readdir is safe here: the stream is used by this function alone.
+    const dirent* const item = readdir(directory.get());
+    if (item == nullptr) return {errno, std::generic_category()};
     if (IsDots(item->d_name)) continue;
     if (item->d_type == DT_REG) {
       listing.files.Add(item->d_name);
@@ -103,12 +103,11 @@ void ReadItems(const Directory& directory, FolderListing& listing) {
     } else if (item->d_type == DT_LNK || item->d_type == DT_UNKNOWN) {
       listing.links.push_back({.name = item->d_name, .target = LinkTarget::Neither});
     }
-    errno = 0;
   }
 }
 
-/// Stamps the open folder, which must not have been read yet: a change while it is being read then
-/// shows.
+/// The stamp of the open folder. To be taken before the folder is read, so that a change while it is
+/// being read shows.
 std::optional<FolderStamp> Stamp(int folder) {
   timespec now = {};
   struct stat status = {};
@@ -123,16 +122,15 @@ FolderListing ReadFolder(const AbsoluteIRI& location) {
     listing.problem = AbsolutizeError::InvalidText;
     return listing;
   }
-  Descriptor folder = OpenFolder(*path);
+  OpenedPath folder = OpenFolder(*path);
   const Directory directory(folder.IsOpen() ? fdopendir(folder.Get()) : nullptr);
   if (directory == nullptr) {
-    listing.problem = ReasonFor(errno, *path);
+    listing.problem = ReasonFor(folder.GetError(), *path);
     return listing;
   }
   static_cast<void>(folder.Release());  // the stream owns it now
   listing.stamp = Stamp(dirfd(directory.get()));
-  ReadItems(directory, listing);
-  if (errno != 0) listing.problem = ReasonFor(errno, *path);
+  if (const auto error = ReadItems(directory, listing)) listing.problem = ReasonFor(error, *path);
   for (auto& link : listing.links) link.target = TargetOf(dirfd(directory.get()), link.name);
   AddLinked(listing);
   listing.files.ShrinkToFit();
@@ -151,6 +149,10 @@ FolderListing ListFolder(const AbsoluteIRI& location) {
   return listing;
 }
 
+bool IsDots(const char* name) noexcept {
+  return name[0] == '.' && (name[1] == '\0' || (name[1] == '.' && name[2] == '\0'));
+}
+
 void AddSubfolder(FolderListing& listing, std::string_view name) {
   AddFolder(listing, name, false);
 }
@@ -165,8 +167,8 @@ void AskLinks(const std::string& path, FolderListing& listing) {
 void AddLinked(FolderListing& listing) {
   for (const auto& link : listing.links) {
     if (link.target == LinkTarget::File) listing.files.Add(link.name);
-    // A folder of unknown type counts as one behind a link, which costs a question more and loses
-    // nothing.
+    // A folder whose type the file system does not report counts as one behind a link, too: its
+    // location is then resolved, which takes time but finds the same.
     if (link.target == LinkTarget::Folder) AddFolder(listing, link.name, true);
   }
   SortFolders(listing.specialFolders);
@@ -176,8 +178,9 @@ void AddLinked(FolderListing& listing) {
 std::optional<AbsolutizeError> ProbeFolder(const AbsoluteIRI& location) {
   const auto path = NativeBytes(location);
   if (!path) return AbsolutizeError::InvalidText;
-  if (OpenFolder(*path).IsOpen()) return std::nullopt;
-  return ReasonFor(errno, *path);
+  const OpenedPath folder = OpenFolder(*path);
+  if (folder.IsOpen()) return std::nullopt;
+  return ReasonFor(folder.GetError(), *path);
 }
 
 }  // namespace Corvane::PathManagement::host

@@ -10,22 +10,25 @@
 
 namespace Corvane::PathManagement::host {
 
-/// Lists the folder at `location` with one pass of directory reads: regular files and folders, each
-/// also through links. Only links, and files whose type the file system does not tell, are asked
-/// about. A folder that cannot be opened is empty; one that cannot be read to its end holds what
-/// was read.
+/// Lists the folder at `location` with one pass of directory reads: regular files and folders, also
+/// those behind links. The disk is asked further only about links and about names whose type the
+/// file system does not report. A folder that cannot be opened is empty; one that cannot be read to
+/// its end holds what was read.
 [[nodiscard]] FolderListing ListFolder(const AbsoluteIRI& location);
 
-// The pieces of a listing that comes from elsewhere than the disk.
+// For listings that do not come from the disk:
 
-/// Adds a folder that stands in the listed one itself.
+/// Adds a folder that is not behind a link.
 void AddSubfolder(FolderListing& listing, std::string_view name);
 
-/// Asks anew where the links of the listing of the folder at the native path lead.
+/// Finds out anew where the links in `listing` lead, which is that of the folder at the native path.
 void AskLinks(const std::string& path, FolderListing& listing);
 
-/// Adds the files and folders behind the links, and puts the folders in order; the last step.
+/// Adds the files and folders behind the links, and puts the folders in order: the last step.
 void AddLinked(FolderListing& listing);
+
+/// Whether `name` is "." or "..".
+[[nodiscard]] bool IsDots(const char* name) noexcept;
 
 /// Why the folder at `location` cannot be listed; empty when it can be opened.
 [[nodiscard]] std::optional<current_working_folder::AbsolutizeError> ProbeFolder(

@@ -4,19 +4,35 @@
 #include "platform/descriptor.h"
 #include "platform/native_path.h"
 
+#include <cerrno>
 #include <string>
+#include <system_error>
 
 namespace Corvane::PathManagement::host {
 
 using fl::filesystem::detail::Descriptor;
 using fl::filesystem::detail::NativeBytes;
 
+/// What was opened, or the reason why it could not be opened.
+class OpenedPath : public Descriptor {
+ public:
+  /// Of the result of a system call that opens; a failure is the one that errno holds.
+  explicit OpenedPath(int opened) noexcept
+      : Descriptor(opened), error(IsOpen() ? 0 : errno, std::generic_category()) {}
+
+  /// False when it is open.
+  [[nodiscard]] std::error_code GetError() const noexcept { return error; }
+
+ private:
+  std::error_code error;
+};
+
 /// Opens a path that may be longer than the kernel takes at once, piece by piece, the last piece
-/// with `flags`. Holds two descriptors at most. Not open on failure; errno then says why.
-[[nodiscard]] Descriptor OpenPath(const std::string& path, int flags);
+/// with `flags`. Holds two descriptors at most.
+[[nodiscard]] OpenedPath OpenPath(const std::string& path, int flags);
 
 /// The same for a folder that is to be read.
-[[nodiscard]] Descriptor OpenFolder(const std::string& path);
+[[nodiscard]] OpenedPath OpenFolder(const std::string& path);
 
 }  // namespace Corvane::PathManagement::host
 
