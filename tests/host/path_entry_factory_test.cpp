@@ -279,7 +279,7 @@ TEST(PathEntryFactoryTest, WhatIsNotWholeIsRefused) {
       {line + "xx", "it ends in its header"},
       {line + "0123456701234567", "its length is damaged"},
       {line + "\xF0\xFF\xFF\x7F" + std::string(12, '\0') + "body", "it is cut off"},
-      {bytes + "x", "there is something behind its end"}};
+      {bytes + "x", "more bytes follow its end"}};
   for (const auto& [content, expected] : rows) {
     EXPECT_NE(Refusal(content, tree.IRI()).find(expected), std::string::npos)
         << testing::PrintToString(content) << ": " << Refusal(content, tree.IRI());
@@ -340,18 +340,18 @@ TEST(PathEntryFactoryTest, WhatNoWriterSaysIsRefused) {
   const std::pair<const char*, Doing> rows[] = {
       {"", [](auto&) {}},
       {"", [](auto& folder) { folder.location = "", folder.problem = 9; }},
-      {"a folder has no place", [](auto& folder) { folder.place = saved::Place(3); }},
+      {"the place of a folder is unknown", [](auto& folder) { folder.place = saved::Place(3); }},
       {"a problem is unknown", [](auto& folder) { folder.problem = 10; }},
       {"a link has no target", [](auto& folder) { folder.targets.clear(); }},
       {"a link has no target", [](auto& folder) { folder.targets = {0, 0}; }},
       {"the target of a link is unknown", [](auto& folder) { folder.targets = {3}; }},
-      {"names have no end", [&](auto& folder) { folder.files = names("f", {0}); }},
-      {"names have no end", [&](auto& folder) { folder.files = names("", {}); }},
-      {"names have no end", [&](auto& folder) { folder.files = names("f\0"s, {1}); }},
-      {"names have no end", [&](auto& folder) { folder.files = names("f\0g\0"s, {0}); }},
-      {"a name begins nowhere", [&](auto& folder) { folder.files = names("f\0g\0"s, {0, 3}); }},
-      {"a name begins nowhere", [&](auto& folder) { folder.files = names("f\0g\0"s, {0, 0}); }},
-      {"a name begins nowhere", [&](auto& folder) { folder.files = names("f\0g\0"s, {0, 4}); }},
+      {"names do not end", [&](auto& folder) { folder.files = names("f", {0}); }},
+      {"names do not end", [&](auto& folder) { folder.files = names("", {}); }},
+      {"names do not end", [&](auto& folder) { folder.files = names("f\0"s, {1}); }},
+      {"names do not end", [&](auto& folder) { folder.files = names("f\0g\0"s, {0}); }},
+      {"a name does not begin", [&](auto& folder) { folder.files = names("f\0g\0"s, {0, 3}); }},
+      {"a name does not begin", [&](auto& folder) { folder.files = names("f\0g\0"s, {0, 0}); }},
+      {"a name does not begin", [&](auto& folder) { folder.files = names("f\0g\0"s, {0, 4}); }},
       {"a name is empty", [&](auto& folder) { folder.files = names("f\0\0"s, {0, 2}); }},
       {"a name has a separator", [&](auto& folder) { folder.files = names("../f\0"s, {0}); }},
       {"a name has a separator", [&](auto& folder) { folder.folders = names("+p/g\0"s, {0}); }},
@@ -360,12 +360,12 @@ TEST(PathEntryFactoryTest, WhatNoWriterSaysIsRefused) {
       {"a name is \".\"", [&](auto& folder) { folder.folders = names("s\0..\0"s, {0, 2}); }},
       {"a name is \".\"", [&](auto& folder) { folder.links = names("..\0"s, {0}); }},
       {"", [&](auto& folder) { folder.files = names("...\0..f\0.f\0"s, {0, 4, 8}); }},
-      {"a folder is there twice", [&](auto& folder) { folder.folders = names("s\0s\0"s, {0, 2}); }},
-      {"a folder is there twice", [&](auto& folder) { folder.links = names("s\0"s, {0}); }},
+      {"a folder occurs twice", [&](auto& folder) { folder.folders = names("s\0s\0"s, {0, 2}); }},
+      {"a folder occurs twice", [&](auto& folder) { folder.links = names("s\0"s, {0}); }},
       {"begins with a separator", [](auto& folder) { folder.location = "/d"; }},
-      {"a location is", [](auto& folder) { folder.place = saved::Place::Absolute; }},
-      {"a location is", [](auto& folder) { folder.place = saved::Place::Elsewhere; }},
-      {"a location is", [](auto& folder) { folder.location = "a\0b"s; }}};
+      {"a location is invalid", [](auto& folder) { folder.place = saved::Place::Absolute; }},
+      {"a location is invalid", [](auto& folder) { folder.place = saved::Place::Elsewhere; }},
+      {"a location is invalid", [](auto& folder) { folder.location = "a\0b"s; }}};
   for (const auto& [expected, change] : rows) {
     SavedFolder folder;
     change(folder);
@@ -380,9 +380,9 @@ TEST(PathEntryFactoryTest, WhatNoWriterSaysIsRefused) {
   SavedFolder other = large;
   other.location = "e";
   EXPECT_EQ(Refusal(Saved({large, small}, 1), root), "");
-  EXPECT_NE(Refusal(Saved({large, small}, 2), root).find("not there"), std::string::npos);
+  EXPECT_NE(Refusal(Saved({large, small}, 2), root).find("not in the file"), std::string::npos);
   EXPECT_NE(Refusal(Saved({large, other}), root).find("several times"), std::string::npos);
-  EXPECT_NE(Refusal(Saved({small, small}), root).find("there twice"), std::string::npos);
+  EXPECT_NE(Refusal(Saved({small, small}), root).find("occurs twice"), std::string::npos);
   EXPECT_NE(Refusal(Enveloped("no tables"), root).find("do not fit"), std::string::npos);
   EXPECT_NE(Refusal(Saved({small}), AbsoluteIRI(u"http://root")).find("below a folder on disk"),
             std::string::npos);

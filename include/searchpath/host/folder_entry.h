@@ -21,25 +21,25 @@ using FolderEntries = std::vector<std::shared_ptr<const FolderEntry>>;
 
 /// A folder on disk, as it was when it was first asked.
 ///
-/// The folder is listed once, at its first question, with one pass of directory reads, and never
-/// again: an entry is a snapshot. The listing may also come from a `PathEntryFactory`. Its items are
-/// the regular files, also through links; folders, devices, dangling links and the like are none. A
-/// folder that cannot be read is an empty entry with a problem.
+/// The folder is listed once, when something is first asked that needs its listing, with one pass of
+/// directory reads, and never again: an entry is a snapshot. The listing may also come from a
+/// `PathEntryFactory`. The items are the regular files, also behind links; folders, devices, broken
+/// links and the like are left out. A folder that cannot be read is an empty entry with a problem.
 ///
-/// Special folders below it ("+", "@", private, resources) are entries of their own. A link that
-/// leads back to a folder above it is cut and reported as a problem.
+/// Special folders below it ("+", "@", private, resources) have entries of their own. A link that
+/// leads back to a folder above it is not followed, and is reported as a problem.
 ///
 /// Threads: all operations, from any thread.
 /// Ownership: an entry owns those below it.
 /// Errors: the disk's are problems, not exceptions.
-/// Cost: the first question lists the folder; the first one about its identity resolves its links;
-/// names stay in one block as the disk gave them, and an item is made when it is first asked for and
-/// then kept.
+/// Cost: the first question about what the folder holds lists it; the first one about its canonical
+/// location resolves links. Names stay in one block as the disk gave them; items, and the entries
+/// below, are made when they are first asked for and then kept.
 class SEARCHPATH_EXPORT FolderEntry : public IPathEntry,
                                       public std::enable_shared_from_this<FolderEntry> {
  public:
-  /// An entry for a folder that is put on a path. It is of the kind `Ordinary` whatever its name
-  /// is: a folder on the path itself is searched.
+  /// An entry for a folder that is put on a path. Its kind is `Ordinary` whatever its name is, since
+  /// a folder on the path itself is always searched.
   [[nodiscard]] static std::shared_ptr<const FolderEntry> Create(const AbsoluteIRI& location);
 
   FolderEntry(const FolderEntry&) = delete;
@@ -47,7 +47,7 @@ class SEARCHPATH_EXPORT FolderEntry : public IPathEntry,
   ~FolderEntry() override;
 
   [[nodiscard]] PathEntryType GetPathEntryType() const override;
-  /// How many items there are; makes none. Lists the folder.
+  /// How many items there are. Lists the folder, but makes no items.
   [[nodiscard]] std::size_t GetItemCount() const;
   /// In the order of the bytes of their names.
   [[nodiscard]] std::shared_ptr<const PathItems> GetItems() const override;
@@ -62,12 +62,12 @@ class SEARCHPATH_EXPORT FolderEntry : public IPathEntry,
   [[nodiscard]] std::shared_ptr<const PathItem> FindItem(
       const PathManagement::detail::SearchTarget& target,
       FilenameMatchingPolicy policy) const override;
-  /// In the order of the extensions; under `IgnoreCase` the very name before names that differ in
-  /// case.
+  /// In the order of the extensions; under `IgnoreCase` the exact name comes before names that
+  /// differ in case.
   [[nodiscard]] PathItems FindItems(const PathManagement::detail::SearchTarget& target,
                                     FilenameMatchingPolicy policy) const override;
   bool ForEachEntryInScope(SearchScope scope, const PathEntryVisitor& visitor) const override;
-  /// Visits on the calling thread: below one folder there is too little to share out.
+  /// Visits on the calling thread: below one folder, more threads would not pay.
   bool ConcurrentForEachEntryInScope(SearchScope scope,
                                      const PathEntryVisitor& visitor) const override;
   [[nodiscard]] std::shared_ptr<std::function<bool(const ustring&, const ustring&)>>
@@ -77,16 +77,16 @@ class SEARCHPATH_EXPORT FolderEntry : public IPathEntry,
   /// group in the order of the bytes of their names.
   [[nodiscard]] const FolderEntries& GetSpecialFolders() const;
 
-  /// Entries for the ordinary folders directly below, in the order of the bytes of their names.
-  /// Made anew at each call: nothing on the path leads to them.
+  /// Entries for the ordinary folders directly below, in the order of the bytes of their names. They
+  /// are not on the path and are made anew at each call.
   [[nodiscard]] FolderEntries CreateOrdinaryFolders() const;
 
-  /// What keeps this folder, or a link directly below it, from being searched. Opens the folder
-  /// when it has not been listed, but does not list it; an entry from a cache is listed.
+  /// The reasons why this folder, or a link directly below it, is not searched. A folder that has not
+  /// been listed is opened, but not listed, unless its listing comes from a cache.
   [[nodiscard]] std::vector<FolderProblem> GetProblems() const;
 
-  /// Whether the folder is still as its listing says, which may have come from a cache. Lists
-  /// nothing: an entry that has no listing yet is `Unknown`.
+  /// Whether the folder is still as its listing says, which may have come from a cache. Does not list
+  /// the folder: without a listing the answer is `Unknown`.
   ///
   /// Cost: one question to the disk.
   [[nodiscard]] Freshness GetFreshness() const;

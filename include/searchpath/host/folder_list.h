@@ -9,9 +9,9 @@
 
 namespace Corvane::PathManagement::host {
 
-/// The folders of a list that holds one folder or IRI a line; empty lines are dropped, nothing is
-/// trimmed. Unlike a search-path string it can hold every folder but one whose name has a line
-/// break.
+/// The folders in a list with one folder or IRI on each line. Empty lines are left out; blanks are
+/// part of the names. Such a list can name folders that a search-path string cannot, all but those
+/// with a line break in their names.
 [[nodiscard]] SEARCHPATH_EXPORT std::vector<ustring> ReadFolderList(std::istream& list);
 
 }  // namespace Corvane::PathManagement::host

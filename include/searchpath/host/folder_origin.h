@@ -9,20 +9,21 @@
 
 namespace Corvane::PathManagement::host {
 
-/// Where a folder of a path was named.
+/// Where a path has one of its folders from.
 enum class FolderSource : std::uint8_t {
-  Given,       ///< by who made the path: on a command line, for one
-  StoredPath,  ///< in a `StoredPath`
-  Cache,       ///< in the cache that the path was taken from
-  Package,     ///< by a package
+  Given,       ///< from the caller who made the path, such as a command line
+  StoredPath,  ///< from a `StoredPath`
+  Cache,       ///< from the cache that holds the whole path
+  Package,     ///< from a package
 };
 
 /// Who put a folder on a path.
 struct FolderOrigin {
   FolderSource source = FolderSource::Given;
-  /// The folder that brought it, as it was named: itself, or one that it belongs to.
+  /// The folder that was given, in the words in which it was given: this one, or one above it whose
+  /// folders were put on the path as well.
   ustring folder = {};
-  /// Which package; empty unless that is the source.
+  /// Which package; empty when the source is another one.
   std::optional<ZentraComponents::ComponentIdentifier> package = {};
 };
 

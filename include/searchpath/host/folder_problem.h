@@ -6,8 +6,8 @@
 
 namespace Corvane::PathManagement::host {
 
-/// A folder that could not be searched, and why. It counts as empty; the rest of the path is
-/// searched.
+/// A folder that could not be searched, and why. It counts as empty; the other folders of the path
+/// are searched.
 struct FolderProblem {
   /// The folder as users read it: as it was typed, or its native path.
   ustring folder;

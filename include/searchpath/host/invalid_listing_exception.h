@@ -8,8 +8,8 @@
 
 namespace Corvane::PathManagement::host {
 
-/// What was to be a cache or saved listing is none that can be used. The message says why, without
-/// a name for it: "it is cut off".
+/// Reports that something is no cache or saved listing, or a damaged one. The message gives the
+/// reason and calls it "it": "it is cut off".
 class SEARCHPATH_EXPORT InvalidListingException : public std::runtime_error {
  public:
   explicit InvalidListingException(const std::string& why) : std::runtime_error(why) {}

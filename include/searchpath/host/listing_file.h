@@ -10,22 +10,22 @@
 
 namespace Corvane::PathManagement::host {
 
-// Caches and saved listings as files. What stands below the folder that holds the file is kept
-// relative to it, so a tree can be moved with the file at its top.
+// Caches and saved listings as files. Folders below the one that holds the file are saved relative
+// to it, so that a tree can be moved together with the file at its top.
 
-/// Whether the file is a regular one whose first line names the format, in whatever version.
+/// Whether the file is a regular one whose first line names the format, in any version.
 [[nodiscard]] SEARCHPATH_EXPORT bool IsListingFile(const fl::filesystem::path& file);
 
-/// Errors: `InvalidListingException`, also for a file that cannot be opened; one that is not
-/// regular is not waited for.
+/// Errors: `InvalidListingException`, also for a file that cannot be opened or is not a regular one:
+/// a FIFO is refused without waiting for it.
 [[nodiscard]] SEARCHPATH_EXPORT PathEntryFactory
 LoadListing(const fl::filesystem::path& file, ListingUse use = ListingUse::WhileFresh);
 
-/// Lists `mainFolders` and all special folders below them, as far as that has not been done, and
-/// replaces the file in one step, as `WriteToolboxPathCache` does.
+/// Lists those of `mainFolders`, and of all special folders below them, that have not been listed,
+/// and replaces the file in one step, as `WriteToolboxPathCache` does.
 ///
 /// Errors: `std::system_error`, which says what failed; `std::length_error` for more than a file
-/// can hold. The old file is then as it was.
+/// can hold. The old file then stays as it was.
 SEARCHPATH_EXPORT void SaveListing(const fl::filesystem::path& file,
                                    const FolderEntries& mainFolders);
 

@@ -5,10 +5,10 @@
 
 namespace Corvane::PathManagement::host {
 
-/// What saved listings are good for.
+/// When a saved listing is used.
 enum class ListingUse : std::uint8_t {
-  WhileFresh,  ///< as a cache: a folder that is not `Freshness::Fresh` is read from the disk
-  AsSaved,  ///< as a record of what was: a listing counts as it is, whatever became of the folder
+  WhileFresh,  ///< as a cache: while its folder is `Freshness::Fresh`; else the disk is read
+  AsSaved,     ///< as a record: always, whatever has become of the folder
 };
 
 }  // namespace Corvane::PathManagement::host

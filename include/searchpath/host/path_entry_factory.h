@@ -20,13 +20,13 @@ class SavedListings;
 /// One format serves as cache and as saved listing of a path; docs/formats.md describes it.
 ///
 /// It holds main folders in path order, and the listings of them and of all special folders below
-/// them. What stands below the root is kept relative to it, so that a tree can be moved together
-/// with its cache. The cache of a copied tree answers as well, but reads each folder again, since
-/// nothing makes sure that the copy is one.
+/// them. Folders below the root are saved relative to it, so that a tree can be moved together with
+/// its cache. The cache of a copied tree works, too, but each folder is listed again: nothing shows
+/// that the copy holds the same.
 ///
 /// An entry made under `WhileFresh` answers as one that reads the disk does: when it is first asked
-/// for what it holds, one question to the disk tells whether its folder has changed, and links are
-/// always followed anew. Where that is not so, the folder is listed.
+/// for what its folder holds, it asks the disk once whether the folder has changed, and lists it if
+/// it has. Links are always followed anew.
 ///
 /// Threads: constant operations, from any thread.
 /// Ownership: shares its folders; entries share the bytes that were read.
@@ -40,16 +40,16 @@ class SEARCHPATH_EXPORT PathEntryFactory : public IPathEntryFactory {
   PathEntryFactory& operator=(const PathEntryFactory&) = default;
   ~PathEntryFactory() override;
 
-  /// Reads the stream to its end and verifies all of it, then replaces the folders. Trusts nothing
-  /// that it reads.
+  /// Reads the stream to its end, verifies all of it, and then replaces the folders.
   ///
-  /// Errors: `InvalidListingException` for anything but a whole listing in a version that is known;
-  /// nothing has changed then.
-  /// Cost: the bytes of the stream, once in memory and three times looked at; one small object a
-  /// folder; no question to the disk.
+  /// Errors: `InvalidListingException` for anything but a whole listing in the version that this
+  /// program reads; nothing has changed then.
+  /// Cost: memory for the bytes of the stream, which are passed over three times, and one small
+  /// object a folder; the disk is not asked.
   void ReadEntries(std::istream& stream, const AbsoluteIRI& root) override;
 
-  /// Lists all folders that have not been listed, special ones too.
+  /// Writes the listings of the main folders and of all special folders below them; lists those that
+  /// have not been listed.
   ///
   /// Errors: those of the stream; `std::length_error` for more than two gigabytes.
   void WriteEntries(std::ostream& stream, const AbsoluteIRI& root) const override;
@@ -60,12 +60,12 @@ class SEARCHPATH_EXPORT PathEntryFactory : public IPathEntryFactory {
   /// The main folders as users write them: native paths, and IRIs of other schemes than "file".
   [[nodiscard]] std::vector<ustring> GetFolderStrings() const;
 
-  /// Entries for all folders that were read, special ones too, each once; made anew at each call.
-  /// Their freshness is that of the listings which were read.
+  /// Entries for all folders that were read, each once, special folders as well; made anew at each
+  /// call. `FolderEntry::GetFreshness` then compares the disk with what was read.
   [[nodiscard]] FolderEntries CreateSavedFolders() const;
 
  private:
-  /// What `factory` has read; null when that is nothing.
+  /// What `factory` has read; null when it has read nothing.
   friend std::shared_ptr<const SavedListings> SavedListingsOf(const PathEntryFactory& factory);
 
   ListingUse use = ListingUse::WhileFresh;

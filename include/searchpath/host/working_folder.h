@@ -16,7 +16,7 @@ namespace Corvane::PathManagement::host {
 /// Threads: all operations, from any thread.
 class SEARCHPATH_EXPORT WorkingFolder : public current_working_folder::ICurrentWorkingFolder {
  public:
-  /// Relative texts are below the process's working folder, as it is at each call.
+  /// Relative texts are below the working folder of the process, which is asked for at each call.
   WorkingFolder() = default;
   /// Relative texts are below `folder`.
   explicit WorkingFolder(const AbsoluteIRI& folder) : base(folder) {}
@@ -25,12 +25,12 @@ class SEARCHPATH_EXPORT WorkingFolder : public current_working_folder::ICurrentW
 
   /// As `absolutize`, for folders that need not exist.
   ///
-  /// Errors: `FailedToAbsolutizeException` for text that names no place here: `InvalidText`,
-  /// `NoWorkingFolder`, or `Absent` for an unknown user.
+  /// Errors: `FailedToAbsolutizeException` with the reason `InvalidText`, `NoWorkingFolder`, or
+  /// `Absent` for an unknown user.
   [[nodiscard]] AbsoluteIRI Locate(const ustring& folder) const;
 
  private:
-  std::optional<AbsoluteIRI> base;  // empty: the process's own
+  std::optional<AbsoluteIRI> base;  // empty: the working folder of the process
 };
 
 }  // namespace Corvane::PathManagement::host

@@ -13,8 +13,8 @@
 namespace Corvane::PathManagement::host {
 
 /// Calls stop(i) for each i below `count`, on as many threads as the machine has, until one call
-/// returns true; returns whether one did. The first exception of a call stops the others and is
-/// raised here.
+/// returns true; returns whether one did. After an exception no further calls begin, and the first
+/// one is thrown to the caller.
 template <class Stop>
 bool AnyInParallel(std::size_t count, const Stop& stop) {
   std::atomic<std::size_t> next = 0;
@@ -45,7 +45,7 @@ bool AnyInParallel(std::size_t count, const Stop& stop) {
     try {
       while (helpers.size() + 1 < wanted) helpers.emplace_back(work);
     } catch (const std::system_error&) {
-      // No more threads are to be had; those that run do all the work.
+      // The system grants no more threads; those that run do all the work.
     }
     work();
   }
@@ -53,8 +53,8 @@ bool AnyInParallel(std::size_t count, const Stop& stop) {
   return found;
 }
 
-/// Calls work(i) for each i below `count`, on as many threads as the machine has. The first
-/// exception of a call stops the others and is raised here.
+/// Calls work(i) for each i below `count`, on as many threads as the machine has. Exceptions: as
+/// above.
 template <class Work>
 void ForEachInParallel(std::size_t count, const Work& work) {
   AnyInParallel(count, [&work](std::size_t index) { return work(index), false; });

@@ -8,8 +8,8 @@
 
 namespace Corvane::PathManagement::host {
 
-/// A diagnostic message on something that takes time, from now until it is written. Without a sink
-/// it asks no clock.
+/// Measures the time from its construction until `Write`, for a diagnostic message. Reads no clock
+/// when nobody receives messages.
 class TimedMessage {
  public:
   explicit TimedMessage(const foundation::log::basic_diagnostic_logger& diagnosticLogger)
@@ -17,7 +17,8 @@ class TimedMessage {
     if (isHeard) start = std::chrono::steady_clock::now();
   }
 
-  /// Calls getText() for the message, if anybody hears it, and adds the time to it.
+  /// Writes the text that getText() returns, and the time. Does not call it when nobody receives
+  /// messages.
   template <class GetText>
   void Write(foundation::log::Severity severity, const GetText& getText) const {
     if (!isHeard) return;

@@ -14,7 +14,7 @@
 
 namespace Corvane::PathManagement::host {
 
-/// What a link led to when it was asked.
+/// What a link leads to, or led to when the folder was listed.
 enum class LinkTarget : std::uint8_t { Neither = 0, File = 1, Folder = 2 };
 
 /// What one pass over a folder found.
@@ -24,7 +24,7 @@ struct FolderListing {
     PathEntryType kind;
     bool isLink;
   };
-  /// A link, or an item whose type the file system does not tell.
+  /// A link, or a name whose type the file system does not report.
   struct Link {
     std::string name;
     LinkTarget target;
@@ -33,8 +33,9 @@ struct FolderListing {
   NameBlock files;                         // in the order of the disk, those behind links last
   std::vector<Subfolder> specialFolders;   // in path order
   std::vector<Subfolder> ordinaryFolders;  // in the order of their bytes
-  std::vector<Link> links;                 // those that lead to files and folders are also there
-  std::optional<FolderStamp> stamp;        // taken before the pass; empty when it tells nothing
+  std::vector<Link> links;                 // what they lead to is in the lists above as well
+  /// Taken before the pass; empty if a change could leave the same one.
+  std::optional<FolderStamp> stamp;
   std::optional<current_working_folder::AbsolutizeError> problem;
 };
 

@@ -21,7 +21,7 @@ bool HasNanoseconds(const timespec& time) {
 
 std::int64_t Nanoseconds(const timespec& time) { return time.tv_sec * kSecond + time.tv_nsec; }
 
-/// Empty when there is no folder to be reached there.
+/// Empty when there is no folder, or none that can be reached.
 std::optional<struct stat> StatusOf(const std::string& path) {
   struct stat status = {};
   const bool isKnown = path.size() < PATH_MAX ? stat(path.c_str(), &status) == 0 : [&] {
@@ -32,8 +32,8 @@ std::optional<struct stat> StatusOf(const std::string& path) {
   return status;
 }
 
-/// Whether this process may list the folder; most folders are open to everybody, which says so
-/// without a further question.
+/// Whether this process may list the folder. Most folders may be read by everybody, which needs no
+/// further question to the disk.
 bool IsReadable(const std::string& path, const struct stat& status) {
   constexpr mode_t forEverybody = S_IRUSR | S_IRGRP | S_IROTH;
   if ((status.st_mode & forEverybody) == forEverybody) return true;
@@ -55,8 +55,8 @@ Freshness AskFreshness(const std::string& path, const std::optional<FolderStamp>
   if (!status || !IsReadable(path, *status)) return Freshness::Gone;
   if (!stamp) return Freshness::Unknown;
   if (!HasNanoseconds(status->st_mtim) || !HasNanoseconds(status->st_ctim)) return Freshness::Stale;
-  // A folder that was copied with all its times is another one: so is one of two that were made in
-  // the same instant and changed places.
+  // The inode differs for a copy that was given the times of its original, and for two folders of
+  // the same times that changed places.
   const FolderStamp now{.modified = Nanoseconds(status->st_mtim),
                         .changed = Nanoseconds(status->st_ctim),
                         .inode = status->st_ino};

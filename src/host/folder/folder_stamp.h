@@ -12,24 +12,23 @@
 
 namespace Corvane::PathManagement::host {
 
-/// What tells one state of a folder from a later one. No device number: it changes when the machine
-/// is started anew.
+/// What differs between a folder and a later state of it, or another folder in its place. No device
+/// number, since that changes when the machine is started anew.
 struct FolderStamp {
-  std::int64_t modified;  // when an item was added, removed or renamed; nanoseconds since 1970
-  std::int64_t changed;   // when that, an attribute or the time itself was set
+  std::int64_t modified;  // when a name was last added, removed or changed; nanoseconds since 1970
+  std::int64_t changed;   // when modified or any attribute was last set, likewise
   std::uint64_t inode;
 
   [[nodiscard]] friend bool operator==(const FolderStamp& left,
                                        const FolderStamp& right) noexcept = default;
 };
 
-/// The stamp of a folder that is read from now on; empty when a change after it could go unseen:
-/// the last one was less than two seconds ago, the grain of the coarsest file systems, or lies
-/// ahead.
+/// The stamp of a folder that is read from `now` on. Empty when the folder was changed less than two
+/// seconds before, or in the future: the times of some file systems are so coarse that a later
+/// change could have the same one.
 [[nodiscard]] std::optional<FolderStamp> StampOf(const struct stat& status, const timespec& now);
 
-/// Whether the folder at the native path is as it was when it was stamped; `Unknown` without a
-/// stamp.
+/// Whether the folder at the native path still has the stamp; `Unknown` without a stamp.
 ///
 /// Cost: one question to the disk.
 [[nodiscard]] Freshness AskFreshness(const std::string& path,

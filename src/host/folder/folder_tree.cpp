@@ -20,8 +20,8 @@ bool IsBehindLink(const FolderEntry& parent, const FolderEntry& folder) {
          !(target.getParent() == static_cast<const AbsoluteIRI&>(parent.GetCanonicalAbsoluteIRI()));
 }
 
-/// Walks a tree in two passes: what can be reached without a link is taken there, whatever links lead to
-/// it as well.
+/// Walks a tree in two passes, first without links and then through them, so that a folder is taken at a
+/// link only if nothing else leads to it.
 class TreeWalk {
  public:
   explicit TreeWalk(std::shared_ptr<const FolderEntry> root) {

@@ -24,8 +24,8 @@ namespace Corvane::PathManagement::host {
 }
 
 /// Calls visit(entry, depth) for `top`, at depth 0, and all entries below it, in path order, until
-/// it returns true; returns whether it did. A loop, not a recursion: folders nest deeper than
-/// stacks. An entry's own special folders are asked for only after it was visited.
+/// it returns true; returns whether it did. An entry is asked for its special folders after its own
+/// visit only. A loop and no recursion, since folders may nest deeper than the stack allows.
 template <class Folder, class Visit>
 bool WalkFolders(const std::shared_ptr<const Folder>& top, const Visit& visit) {
   std::vector<std::pair<std::shared_ptr<const Folder>, std::size_t>> pending = {{top, 0}};

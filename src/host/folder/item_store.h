@@ -28,11 +28,11 @@ class ItemStore {
     delete[] all;
   }
 
-  /// Precondition: called once, before any `Get`.
+  /// To be called once, before any `Get`.
   void SetCount(std::size_t itemCount) noexcept { count = itemCount; }
 
-  /// The item at `index`, which `make` makes when there is none. When two threads make it at once,
-  /// one of them wins and both get that one. The reference lives as long as this object.
+  /// The item at `index`, made by make() when it is first asked for. When two threads make it at
+  /// once, both get the one that is stored first. The reference is valid as long as this object.
   template <class Make>
   [[nodiscard]] const std::shared_ptr<const PathItem>& Get(std::size_t index, const Make& make) {
     Slot& slot = Slots()[index];
@@ -49,8 +49,8 @@ class ItemStore {
   }
 
  private:
-  /// An item that owns itself, until the folder lets go of it: a look-up then touches the one
-  /// allocation that holds the item, its owner and the count of owners.
+  /// An item that owns itself until the store releases it. So one allocation holds the item, its
+  /// owner and the count of owners, and a look-up reads nothing else.
   struct Kept {
     explicit Kept(PathItem&& newItem) : item(std::move(newItem)) {}
     std::shared_ptr<const PathItem> self;

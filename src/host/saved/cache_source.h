@@ -9,7 +9,8 @@
 
 namespace Corvane::PathManagement::host {
 
-/// What was read into `caches`, then the disk; null, which means the disk, when that is nothing.
+/// The listings that were read into `caches`, and the disk for all other folders. Null, which means
+/// the disk alone, when nothing was read.
 [[nodiscard]] std::shared_ptr<const ListingSource> CreateSourceFrom(
     const std::vector<PathEntryFactory>& caches);
 

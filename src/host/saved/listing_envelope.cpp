@@ -24,7 +24,7 @@ constexpr std::size_t kFirstBlock = std::size_t{1} << 20U;  // in bytes
 
 using Numbers = std::array<std::uint64_t, 2>;  // length and checksum
 
-/// Reads without the stream's own state and exceptions: what is missing is told here.
+/// Returns how many bytes there were, up to `size`. Sets no state of the stream.
 std::size_t ReadBytes(std::istream& stream, char* bytes, std::size_t size) try {
   return static_cast<std::size_t>(stream.rdbuf()->sgetn(bytes, static_cast<std::streamsize>(size)));
 } catch (const std::ios_base::failure& failure) {
@@ -61,7 +61,7 @@ void CheckVersion(std::istream& stream) {
       (version > kVersion ? ": a newer program made it; make it anew with this one" : " only"));
 }
 
-/// How many bytes a stream that can tell still holds, up to what a body may have.
+/// How many bytes the stream still holds, at most as many as a body may have; 0 if it does not know.
 std::size_t RemainingBytes(std::istream& stream) {
   auto& buffer = *stream.rdbuf();
   const auto here = buffer.pubseekoff(0, std::ios_base::cur, std::ios_base::in);
@@ -73,8 +73,8 @@ std::size_t RemainingBytes(std::istream& stream) {
   return end < here ? 0 : std::min(static_cast<std::size_t>(end - here), kMostBodyBytes);
 }
 
-/// Reads `size` bytes, or what there is of them. The length may be a lie: without a stream that can
-/// tell, memory grows with what has come.
+/// Reads `size` bytes, or as many as there are. The size may be wrong: if the stream does not know
+/// how many bytes it holds, memory grows with those that have been read.
 ListingBody ReadBody(std::istream& stream, std::size_t size) {
   std::size_t capacity = std::min(size, std::max(RemainingBytes(stream), kFirstBlock));
   ListingBody body{std::make_unique_for_overwrite<char[]>(capacity), 0};
@@ -106,7 +106,7 @@ ListingBody ReadEnvelope(std::istream& stream) {
   if (body.size < length) throw InvalidListingException("it is cut off");
   char behind = '\0';
   if (ReadBytes(stream, &behind, 1) != 0) {
-    throw InvalidListingException("there is something behind its end");
+    throw InvalidListingException("more bytes follow its end");
   }
   if (ShortHash(body.bytes.get(), body.size) != checksum) {
     throw InvalidListingException("it is damaged: its checksum differs");

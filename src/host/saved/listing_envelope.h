@@ -12,10 +12,10 @@ namespace Corvane::PathManagement::host {
 // What surrounds the body of a cache or saved listing: a line that names the format and its
 // version, the length of the body and its XXH3 checksum, each in 64 bits, the lowest first.
 
-/// With which every version of the format begins.
+/// How files begin in every version of the format.
 inline constexpr std::string_view kListingFormat = "searchpath listing ";
 
-/// The most bytes that a body may have, as its offsets have 32 bits, one for the sign.
+/// The most bytes that a body may have: its offsets are signed numbers of 32 bits.
 inline constexpr std::size_t kMostBodyBytes = 0x7FFFFFFE;
 
 struct ListingBody {
@@ -23,10 +23,10 @@ struct ListingBody {
   std::size_t size = 0;
 };
 
-/// The body in `stream`, which holds nothing behind it; its checksum is right.
+/// Reads `stream` to its end, and returns the body if all that surrounds it is right.
 ///
 /// Errors: `InvalidListingException`.
-/// Cost: at most twice the bytes that the stream really holds, whatever it says that it does.
+/// Cost: memory for at most twice the bytes that the stream really holds, whatever its header says.
 [[nodiscard]] ListingBody ReadEnvelope(std::istream& stream);
 
 void WriteEnvelope(std::ostream& stream, std::string_view body);

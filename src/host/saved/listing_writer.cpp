@@ -20,9 +20,9 @@ namespace {
 
 using flatbuffers::Offset;
 
-constexpr std::size_t kRoomForTables = 1024;  // around the names of one folder, in bytes
+constexpr std::size_t kRoomForTables = 1024;  // for one folder without its names, in bytes
 
-/// Where a folder stands, as it is saved.
+/// The location of a folder as it is saved.
 struct Location {
   saved::Place place;
   std::string bytes;
@@ -46,7 +46,7 @@ Location LocationOf(const AbsoluteIRI& folder, const AbsoluteIRI& root) {
   return {saved::Place::Absolute, bytes(folder.getPath())};
 }
 
-/// Names that are about to be written.
+/// Collects names that are to be written.
 class NamesToWrite {
  public:
   void Add(std::string_view name) {
@@ -91,7 +91,7 @@ class ListingWriter {
   }
 
  private:
-  /// Returns the place of the folder, which is written unless it has been.
+  /// Writes the folder unless that has been done; returns its index.
   std::uint32_t Add(const FolderEntry& folder) {
     FolderState& state = StateOf(folder);
     const auto [known, isNew] =
@@ -156,7 +156,7 @@ class ListingWriter {
     return folder.Finish();
   }
 
-  /// The builder itself only asserts that there is room.
+  /// The builder does not check this itself, except in debug builds.
   void CheckRoomFor(std::size_t bytes) const {
     const std::size_t lists = (folders.size() + path.size() + 2) * sizeof(std::uint32_t);
     if (builder.GetSize() + bytes + lists + kRoomForTables > kMostBodyBytes) {

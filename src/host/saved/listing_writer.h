@@ -10,8 +10,7 @@
 
 namespace Corvane::PathManagement::host {
 
-/// Writes the listings of `mainFolders` and all special folders below them, as
-/// `PathEntryFactory::WriteEntries` says.
+/// Does what `PathEntryFactory::WriteEntries` describes, for `mainFolders`.
 void WriteListings(std::ostream& stream, const AbsoluteIRI& root, const FolderEntries& mainFolders);
 
 }  // namespace Corvane::PathManagement::host

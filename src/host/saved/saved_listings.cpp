@@ -40,18 +40,18 @@ NameBlock ViewNames(const saved::Names* names) {
   return {View(*names->bytes()), names->begins()->data(), names->begins()->size()};
 }
 
-/// Checks what the tables' own verification does not know of: what their content means.
+/// Checks the meaning of the content; the verification of the tables knows only their structure.
 ///
-/// Tables may share what they hold, so that a small file can say a lot. A file that was written
-/// says nothing twice: what is said in all may not be more than there is, or checking it could go
-/// on for ever.
+/// Tables may share parts, so that a small file could hold a huge number of names. Files of our own
+/// share nothing: the sizes of all parts together may not exceed that of the file, or checking them
+/// could take for ever.
 class ContentCheck {
  public:
   explicit ContentCheck(std::size_t bodySize) : bytesLeft(bodySize) {}
 
   void CheckFolder(const saved::Folder& folder) {
     Count(folder.location()->size());
-    if (folder.place() > saved::Place::MAX) Refuse("a folder has no place");
+    if (folder.place() > saved::Place::MAX) Refuse("the place of a folder is unknown");
     if (folder.problem() > static_cast<std::uint8_t>(AbsolutizeError::NameTooLong)) {
       Refuse("a problem is unknown");
     }
@@ -83,29 +83,27 @@ class ContentCheck {
     const auto* begins = names->begins()->data();
     const std::size_t count = names->begins()->size();
     Count(block.size() + count * sizeof(*begins));
-    // A begin at the start and one behind each NUL, but for the last: then no name is missing, and
-    // none holds a NUL.
+    // Together with the loop below: one name begins at the start and one behind each NUL but the
+    // last, so that no name is left out and none holds a NUL.
     if (count == 0 || block.empty() || begins[0] != 0 || block.back() != '\0' ||
         static_cast<std::size_t>(std::count(block.begin(), block.end(), '\0')) != count) {
-      Refuse("names have no end");
+      Refuse("names do not end where they should");
     }
     for (std::size_t index = 1; index < count; ++index) {
       if (begins[index] >= block.size() || begins[index] <= begins[index - 1] ||
           block[begins[index] - 1] != '\0') {
-        Refuse("a name begins outside the names");
+        Refuse("a name does not begin where another ends");
       }
     }
     if (block.find('/') != block.npos) Refuse("a name has a separator");
     for (std::size_t index = 0; index < count; ++index) {
       const char* name = block.data() + begins[index];
       if (name[0] == '\0') Refuse("a name is empty");
-      if (name[0] == '.' && (name[1] == '\0' || (name[1] == '.' && name[2] == '\0'))) {
-        Refuse("a name is \".\" or \"..\"");
-      }
+      if (IsDots(name)) Refuse("a name is \".\" or \"..\"");
     }
   }
 
-  /// Folders that hold a name several times would, nested, make a tree out of all proportion.
+  /// Nested folders with repeated names would make a tree out of all proportion to the file.
   static void CheckRepeats(const saved::Folder& folder) {
     std::vector<std::string_view> all;
     for (const auto* names : {folder.folders(), folder.links()}) {
@@ -113,7 +111,7 @@ class ContentCheck {
       for (std::size_t index = 0; index < block.size(); ++index) all.push_back(block[index]);
     }
     std::sort(all.begin(), all.end());
-    if (std::adjacent_find(all.begin(), all.end()) != all.end()) Refuse("a folder is there twice");
+    if (std::adjacent_find(all.begin(), all.end()) != all.end()) Refuse("a folder occurs twice");
   }
 
   std::size_t bytesLeft;
@@ -131,7 +129,7 @@ class LocationMaker {
     const std::string_view bytes = View(*folder.location());
     switch (folder.place()) {
       case saved::Place::BelowRoot:
-        if (root.getScheme() != u"file") Refuse("it has to stand below a folder on disk");
+        if (root.getScheme() != u"file") Refuse("it belongs below a folder on disk");
         if (bytes.empty()) return root;
         if (bytes.front() == '/') Refuse("a relative location begins with a separator");
         return foundation::storage::vfs::toAbsoluteIRI(u"file", rootPath + TextFromBytes(bytes));
@@ -156,7 +154,7 @@ SavedListings::SavedListings(std::istream& stream, const AbsoluteIRI& root, List
   const TimedMessage message(kLogger);
   body = ReadEnvelope(stream);
   const auto* bytes = reinterpret_cast<const std::uint8_t*>(body.bytes.get());
-  // As many tables as there could be: their number is bounded by the bytes.
+  // The number of tables needs no limit of its own: each takes some of the bytes.
   flatbuffers::Verifier verifier(bytes, body.size, kDeepest,
                                  static_cast<flatbuffers::uoffset_t>(body.size));
   if (!saved::VerifyListingBuffer(verifier)) Refuse("its tables do not fit together");
@@ -178,11 +176,11 @@ void SavedListings::CheckFolders(const AbsoluteIRI& root) {
     check.CheckFolder(*folder);
     const auto place = static_cast<std::uint32_t>(locations.size());
     locations.push_back(locationMaker.Make(*folder));
-    if (!places.emplace(locations.back(), place).second) Refuse("a folder is there twice");
+    if (!places.emplace(locations.back(), place).second) Refuse("a folder occurs twice");
   }
   if (std::any_of(listing->path()->begin(), listing->path()->end(),
                   [count](std::uint32_t place) { return place >= count; })) {
-    Refuse("the path has a folder that is not there");
+    Refuse("the path has a folder that is not in the file");
   }
 }
 
@@ -225,7 +223,7 @@ std::optional<FolderListing> SavedListings::FindListing(std::uint32_t folder) co
     made.links.push_back({.name = std::string(links[index]),
                           .target = static_cast<LinkTarget>(known.targets()->Get(place))});
   }
-  // What a link leads to may change without a trace in the folder that it stands in.
+  // What a link leads to may change without any change of the folder that holds the link.
   if (!asSaved && !made.links.empty()) AskLinks(*path, made);
   AddLinked(made);
   return made;

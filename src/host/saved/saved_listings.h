@@ -22,8 +22,8 @@ namespace saved {
 struct Listing;
 }  // namespace saved
 
-/// What a cache or saved listing holds, in the bytes that it was read as. Nothing is copied out of
-/// them: listings view them.
+/// The content of a cache or saved listing, kept as the bytes that were read. Listings view these
+/// bytes; nothing is copied.
 ///
 /// Threads: immutable once made.
 class SavedListings {
@@ -31,26 +31,26 @@ class SavedListings {
   /// Reads and verifies all of `stream`, which begins with the first line of the format.
   ///
   /// Errors: `InvalidListingException`.
-  /// Cost: twice the bytes of the stream in memory at most, and one pass over them for the
-  /// checksum and one for the names.
+  /// Cost: memory for at most twice the bytes of the stream; one pass over them for the checksum and
+  /// one for the names.
   SavedListings(std::istream& stream, const AbsoluteIRI& root, ListingUse listingUse);
 
-  /// Whether only fresh listings are found.
+  /// Whether listings of folders that have changed since are left out.
   [[nodiscard]] bool FollowsTheDisk() const noexcept { return use == ListingUse::WhileFresh; }
 
-  /// The folders in the order of the file, with their places in it.
+  /// All folders, in the order of the file.
   [[nodiscard]] const std::vector<AbsoluteIRI>& Locations() const noexcept { return locations; }
 
-  /// The places of the main folders, in path order.
+  /// The main folders in path order, as indexes of `Locations`.
   [[nodiscard]] std::vector<std::uint32_t> MainFolders() const;
 
-  /// The place of the folder at `location`.
+  /// The index of the folder at `location`.
   [[nodiscard]] std::optional<std::uint32_t> Find(const AbsoluteIRI& location) const;
 
   [[nodiscard]] std::optional<FolderStamp> FindStamp(std::uint32_t folder) const;
 
-  /// The listing of a folder; views this object. Empty when there is none, or when it is not fresh
-  /// and has to be.
+  /// The listing of a folder, which views this object. If `FollowsTheDisk`, empty for a folder that
+  /// could not be listed or has changed since.
   [[nodiscard]] std::optional<FolderListing> FindListing(std::uint32_t folder) const;
 
  private:

@@ -11,7 +11,8 @@
 
 namespace Corvane::PathManagement::host {
 
-/// Saved listings first, then the disk. Listings view the saved ones, which live as long as this.
+/// Takes listings from saved ones, and from the disk where these have none that may be used. What it
+/// returns may view the saved listings and is valid as long as this object.
 class SavedSource : public ListingSource {
  public:
   explicit SavedSource(std::vector<std::shared_ptr<const SavedListings>> listings)
@@ -22,7 +23,8 @@ class SavedSource : public ListingSource {
   [[nodiscard]] std::optional<FolderStamp> FindStamp(const AbsoluteIRI& location) const override;
 
  private:
-  std::vector<std::shared_ptr<const SavedListings>> saved;  // the first that has a folder counts
+  std::vector<std::shared_ptr<const SavedListings>>
+      saved;  // of several for one folder the first counts
 };
 
 }  // namespace Corvane::PathManagement::host
