@@ -346,6 +346,7 @@ TEST(PathEntryFactoryTest, WhatNoWriterSaysIsRefused) {
       {"a link has no target", [](auto& folder) { folder.targets = {0, 0}; }},
       {"the target of a link is unknown", [](auto& folder) { folder.targets = {3}; }},
       {"names do not end", [&](auto& folder) { folder.files = names("f", {0}); }},
+      {"names do not end", [&](auto& folder) { folder.files = names("f\0g"s, {0}); }},
       {"names do not end", [&](auto& folder) { folder.files = names("", {}); }},
       {"names do not end", [&](auto& folder) { folder.files = names("f\0"s, {1}); }},
       {"names do not end", [&](auto& folder) { folder.files = names("f\0g\0"s, {0}); }},

@@ -188,10 +188,7 @@ const NameIndex* PlainLookup::IndexFor(FilenameMatchingPolicy policy) {
 
 std::unique_ptr<const NameIndex> PlainLookup::BuildIndex(FilenameMatchingPolicy policy) const {
   const TimedMessage message(kLogger);
-  AnyInParallel(folders.size(), [this](std::size_t folder) {
-    states[folder]->List();
-    return false;
-  });
+  ForEachInParallel(folders.size(), [this](std::size_t folder) { states[folder]->List(); });
   std::vector<const NameBlock*> names;
   names.reserve(folders.size());
   for (const FolderState* folder : states) names.push_back(&folder->Files());

@@ -75,9 +75,9 @@ class Examiner {
 
   void ListAll() const {
     const auto& folders = view.GetWholePath().GetMainFolders();
-    AnyInParallel(folders.size(), [&](std::size_t at) {
+    ForEachInParallel(folders.size(), [&](std::size_t at) {
       const auto visit = [](const Folder& /*folder*/, std::size_t /*depth*/) { return false; };
-      return !IsHidden(*folders[at]) && WalkFolders(folders[at], visit);
+      if (!IsHidden(*folders[at])) WalkFolders(folders[at], visit);
     });
   }
 

@@ -107,10 +107,7 @@ void AddMethodNames(const std::vector<std::shared_ptr<const FolderEntry>>& folde
 /// Every name that may hide files, in the order of its bytes.
 std::vector<Candidate> AllCandidates(const PathView& view, const ShadowLookup& lookup) {
   const auto folders = view.GetMainFolders();
-  AnyInParallel(folders.size(), [&](std::size_t folder) {
-    StateOf(*folders[folder]).List();
-    return false;
-  });
+  ForEachInParallel(folders.size(), [&](std::size_t folder) { StateOf(*folders[folder]).List(); });
   SharedNames names(lookup.extensions, lookup.policy);
   for (const auto& folder : folders) names.AddFolder(StateOf(*folder).Files());
   std::vector<Candidate> candidates;
@@ -177,9 +174,8 @@ ShadowReport CollectShadows(const PathView& view, const ShadowLookup& lookup) {
   const auto allowed = BytesOf(lookup.allowed);
   const NameSet allowedNames(allowed, lookup.policy);
   std::vector<Answer> answers(candidates.size());
-  AnyInParallel(candidates.size(), [&](std::size_t at) {
+  ForEachInParallel(candidates.size(), [&](std::size_t at) {
     answers[at] = AnswerFor(view, lookup, allowedNames, candidates[at]);
-    return false;
   });
   ShadowReport report;
   std::vector<std::string> hiding;  // of the allowed names, those that hide files
