@@ -8,6 +8,7 @@
 #include <boost/unordered/unordered_flat_map.hpp>
 
 #include <algorithm>
+#include <array>
 #include <cstddef>
 #include <iterator>
 #include <utility>
@@ -130,45 +131,29 @@ class UnseenFolders {
 }  // namespace
 
 const char* GetText(FolderOutcome outcome) noexcept {
-  switch (outcome) {
-    case FolderOutcome::HoldsIt:
-      return "holds it";
-    case FolderOutcome::MethodEntry:
-      return "method entry that holds it";
-    case FolderOutcome::HiddenByEarlier:
-      return "hidden by an earlier folder";
-    case FolderOutcome::LosesToEarlierFolder:
-      return "method entry that loses to an earlier folder";
-    case FolderOutcome::OtherCaseOnly:
-      return "other case only";
-    case FolderOutcome::Unreadable:
-      return "unreadable";
-    case FolderOutcome::DroppedAsRepeat:
-      return "dropped as a repeat";
-    case FolderOutcome::FilteredOut:
-      return "filtered out";
-    case FolderOutcome::Absent:
-      break;
-  }
-  return "absent";
+  // In the order of the enumerators.
+  static constexpr std::array kTexts = {"holds it",
+                                        "method entry that holds it",
+                                        "hidden by an earlier folder",
+                                        "method entry that loses to an earlier folder",
+                                        "other case only",
+                                        "absent",
+                                        "unreadable",
+                                        "dropped as a repeat",
+                                        "filtered out"};
+  return kTexts[static_cast<std::size_t>(outcome)];
 }
 
 const char* GetText(DecidingRule rule) noexcept {
-  switch (rule) {
-    case DecidingRule::FirstFolder:
-      return "the first folder on the path that holds it";
-    case DecidingRule::MethodEntryFirst:
-      return "a method entry of that name comes before every folder that holds it";
-    case DecidingRule::FolderBeforeMethod:
-      return "the first folder that holds it comes before the method entry";
-    case DecidingRule::PrivateFolder:
-      return "the private folder of the asking folder comes first";
-    case DecidingRule::PartialPathname:
-      return "the first folder on the path whose location ends as the name says";
-    case DecidingRule::NothingFound:
-      break;
-  }
-  return "no folder holds it";
+  // In the order of the enumerators.
+  static constexpr std::array kTexts = {
+      "no folder holds it",
+      "the first folder on the path that holds it",
+      "a method entry of that name comes before every folder that holds it",
+      "the first folder that holds it comes before the method entry",
+      "the private folder of the asking folder comes first",
+      "the first folder on the path whose location ends as the name says"};
+  return kTexts[static_cast<std::size_t>(rule)];
 }
 
 Explanation ExplainLookup(const PathView& view, const std::optional<AbsoluteIRI>& asker,

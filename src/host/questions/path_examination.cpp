@@ -16,6 +16,7 @@
 #include <unicode/utf16.h>
 
 #include <algorithm>
+#include <array>
 #include <cstddef>
 #include <string>
 #include <string_view>
@@ -204,47 +205,30 @@ std::vector<PathFinding> ExaminePath(const PathView& view, const Examination& ex
 }
 
 const char* GetText(FindingKind kind) noexcept {
-  switch (kind) {
-    case FindingKind::Missing:
-      return "missing";
-    case FindingKind::Unreadable:
-      return "cannot be searched";
-    case FindingKind::Empty:
-      return "contains no file";
-    case FindingKind::Repeat:
-      return "the same folder as an earlier one";
-    case FindingKind::Special:
-      return "belongs to another folder of the path";
-    case FindingKind::Slow:
-      return "takes long to list";
-    case FindingKind::CaseCollision:
-      return "names that are equal where case is ignored";
-    case FindingKind::NotUtf8:
-      break;
-  }
-  return "names that are not UTF-8";
+  // In the order of the enumerators.
+  static constexpr std::array kTexts = {"missing",
+                                        "cannot be searched",
+                                        "contains no file",
+                                        "the same folder as an earlier one",
+                                        "belongs to another folder of the path",
+                                        "takes long to list",
+                                        "names that are equal where case is ignored",
+                                        "names that are not UTF-8"};
+  return kTexts[static_cast<std::size_t>(kind)];
 }
 
 const char* GetAdvice(FindingKind kind) noexcept {
-  switch (kind) {
-    case FindingKind::Missing:
-      return "create the folder, or take it off the path";
-    case FindingKind::Unreadable:
-      return "correct this, or take the folder off the path";
-    case FindingKind::Empty:
-      return "take it off the path, or search the folders below it";
-    case FindingKind::Repeat:
-      return "take it off the path: it is never searched";
-    case FindingKind::Special:
-      return "take it off the path: it is searched as part of the other folder";
-    case FindingKind::Slow:
-      return "put it last on the path, or keep a copy on a faster disk";
-    case FindingKind::CaseCollision:
-      return "rename all but one";
-    case FindingKind::NotUtf8:
-      break;
-  }
-  return "rename them: many programs accept only UTF-8";
+  // In the order of the enumerators.
+  static constexpr std::array kTexts = {
+      "create the folder, or take it off the path",
+      "correct this, or take the folder off the path",
+      "take it off the path, or search the folders below it",
+      "take it off the path: it is never searched",
+      "take it off the path: it is searched as part of the other folder",
+      "put it last on the path, or keep a copy on a faster disk",
+      "rename all but one",
+      "rename them: many programs accept only UTF-8"};
+  return kTexts[static_cast<std::size_t>(kind)];
 }
 
 }  // namespace Corvane::PathManagement::host

@@ -16,6 +16,8 @@
 #include <boost/unordered/unordered_flat_set.hpp>
 
 #include <algorithm>
+#include <array>
+#include <cstddef>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -219,19 +221,10 @@ ShadowSummary GetSummary(const std::vector<Shadow>& shadows) {
 }
 
 const char* GetText(ShadowKind kind) noexcept {
-  switch (kind) {
-    case ShadowKind::Different:
-      return "different";
-    case ShadowKind::Identical:
-      return "identical";
-    case ShadowKind::OtherCase:
-      return "other case";
-    case ShadowKind::SameFile:
-      return "same file";
-    case ShadowKind::Unreadable:
-      break;
-  }
-  return "unreadable";
+  // In the order of the enumerators.
+  static constexpr std::array kTexts = {"different", "identical", "other case", "same file",
+                                        "unreadable"};
+  return kTexts[static_cast<std::size_t>(kind)];
 }
 
 }  // namespace Corvane::PathManagement::host

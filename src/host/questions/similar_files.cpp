@@ -139,15 +139,9 @@ class SimilarFiles {
 }  // namespace
 
 const char* GetText(Similarity similarity) noexcept {
-  switch (similarity) {
-    case Similarity::OtherCase:
-      return "another case";
-    case Similarity::OtherExtension:
-      return "another extension";
-    case Similarity::OneLetterOff:
-      break;
-  }
-  return "one letter off";
+  // In the order of the enumerators.
+  static constexpr std::array kTexts = {"another case", "another extension", "one letter off"};
+  return kTexts[static_cast<std::size_t>(similarity)];
 }
 
 std::vector<SimilarFile> FindSimilarFiles(
