@@ -77,8 +77,6 @@ NameIndex::Cursor NameIndex::Next(Cursor cursor) const noexcept {
   // the last is empty.
   const auto after = std::upper_bound(firstRecords.begin(), firstRecords.end(), next.record);
   next.folder = static_cast<std::uint32_t>(after - firstRecords.begin() - 1) & 0x7FFFFFFFU;
-  const std::size_t end = after == firstRecords.end() ? size() : *after;
-  next.sibling = nextRecords[next.record] < end ? 1 : 0;
   return next;
 }
 

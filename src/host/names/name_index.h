@@ -37,7 +37,7 @@ class NameIndex {
   class Cursor {
    public:
     [[nodiscard]] explicit operator bool() const noexcept { return record != kNone; }
-    /// Whether the next match is in the same folder.
+    /// Whether the next match is in the same folder. Precondition: `Find` returned this.
     [[nodiscard]] bool HasSibling() const noexcept { return sibling != 0; }
 
    private:
