@@ -39,31 +39,31 @@ struct Lookup {
   ustring name;
   /// Tried in order, each with its dot, unless the name carries an extension of its own.
   std::vector<ustring> extensions = {};
-  /// The folder that asks, as a user types it: its private folder comes first.
+  /// The folder of the code that asks, as a user types it: its private folder comes first.
   std::optional<ustring> fromFolder = {};
   FilenameMatchingPolicy policy = FilenameMatchingPolicy::FileSystemDefault;
 };
 
 /// What an `Environment` is made of.
 struct EnvironmentOptions {
-  /// As users type them, see `WorkingFolder`. One that names no place at all is left out and is a
-  /// problem. For a search-path string, hand in its `SplitZentraPath`.
+  /// As users type them, see `WorkingFolder`. One that has no location is left out and is a problem.
+  /// For a search-path string, hand in its `SplitZentraPath`.
   std::vector<ustring> folders = {};
-  /// Where they were named, for whoever asks who put a folder on the path.
+  /// Where they were named: for `FindOrigin` and `Explain`.
   FolderSource source = FolderSource::Given;
   FolderExpansion expansion = FolderExpansion::Alone;
   /// Whether a folder that is given twice, perhaps by a link, is on the path twice. Otherwise it is
-  /// there once, at its first place.
+  /// there once, where it was given first.
   bool keepDuplicates = false;
   /// Folders that are not to be on the path: each is hidden with the special folders below it, and
   /// with all folders below it when folders are expanded.
   std::vector<ustring> without = {};
-  /// Folders that one of them holds are not read again while they are fresh; the first that has a
-  /// folder counts. They may have been made for other paths: which folders are searched is up to
-  /// `folders` alone, and what no cache holds is read.
+  /// A folder that a cache holds is not read while its listing there is fresh; the first cache that
+  /// holds the folder counts. A folder that none holds is read. Caches that were made for other paths
+  /// will do: they put no folder on this path.
   std::vector<PathEntryFactory> caches = {};
-  /// A root of packages, as a user types it, see `PackageRegistry`. The folders that its packages
-  /// put on the path come behind all others, each by itself.
+  /// A root of packages, as a user types it, see `PackageRegistry`. The folders of its packages come
+  /// behind all others and are never expanded.
   std::optional<ustring> packages = {};
 };
 
@@ -80,37 +80,38 @@ class SEARCHPATH_EXPORT Environment {
   explicit Environment(const PathEntryFactory& cache);
   ~Environment();
 
-  /// The path that is asked: a `FolderPath`, seen without repeats and hidden folders. Its entries
-  /// are `FolderEntry` objects.
+  /// The path that is asked: a `FolderPath` without repeats and hidden folders. Its entries are
+  /// `FolderEntry` objects.
   [[nodiscard]] const std::shared_ptr<const IPath>& GetPath() const noexcept;
-  /// Its main entries, as the folders that they are.
+  /// Its main entries, by their own type.
   [[nodiscard]] std::vector<std::shared_ptr<const FolderEntry>> GetMainFolders() const;
   [[nodiscard]] const WorkingFolder& GetWorkingFolder() const noexcept { return workingFolder; }
 
-  /// The packages below the root that was given; null when none was. Which of them cannot be used
-  /// is known there.
+  /// The packages below the root that was given, and what is wrong with those that cannot be used;
+  /// null when no root was given.
   [[nodiscard]] const std::shared_ptr<const PackageRegistry>& GetPackages() const noexcept {
     return packages;
   }
-  /// Who put the folder that `entry` is for on the path. Precondition: `entry` is on the path.
+  /// Who put the folder of `entry` on the path. Precondition: `entry` is on the path.
   [[nodiscard]] FolderOrigin FindOrigin(const IPathEntry& entry) const;
 
-  /// A manager of this path, for a program whose path changes: it begins with the folders of
-  /// `GetMainFolders`, the same entries, and knows the packages whose folders were put there.
+  /// A manager of this path, for a program whose path changes. It begins with the entries of
+  /// `GetMainFolders` and knows the packages that put folders on the path.
   [[nodiscard]] std::unique_ptr<MainSearchPathManager> CreateManager() const;
 
   /// The file that the name means; empty when there is none.
   ///
-  /// Errors: `FailedToAbsolutizeException` when the folder that asks cannot be used.
+  /// Errors: `FailedToAbsolutizeException` when `Lookup::fromFolder` cannot be used.
   [[nodiscard]] boost::optional<FoundItem> Find(const Lookup& lookup) const;
 
-  /// Every file that the name could mean: the one that it does, then those that it hides, in path
-  /// order.
+  /// Every file that the name could mean: the file that it does mean, then the files that this one
+  /// hides, in path order.
   ///
   /// Errors: as `Find`.
   [[nodiscard]] std::vector<FoundItem> FindAll(const Lookup& lookup) const;
 
-  /// What `FindAll` answers, and why: every folder that was asked, in order, and what came of it.
+  /// The answer of `FindAll` and the reason for it: every folder that was asked, in order, and with
+  /// what outcome.
   ///
   /// Errors: as `Find`.
   /// Cost: asks folder by folder; not for the hot path.
@@ -123,35 +124,36 @@ class SEARCHPATH_EXPORT Environment {
   [[nodiscard]] std::vector<SimilarFile> FindSimilar(const Lookup& lookup,
                                                      std::size_t most = 3) const;
 
-  /// The entries that the name of a folder denotes, in path order, special folders too.
+  /// The entries that the name of a folder denotes, in path order; special folders among them.
   [[nodiscard]] std::vector<std::shared_ptr<const IPathEntry>> FindFolders(
       const FolderLookup& lookup) const;
 
-  /// At most `most` folders of the path that may have been meant by a name that denotes none: their
-  /// last part is called so in another case, without its "+" or "@", or but for one letter.
+  /// At most `most` folders of the path that may have been meant by a name that denotes none. The
+  /// last part of the name differs from theirs in case, in a "+" or "@" left out, or in one letter.
   ///
   /// Cost: lists every folder.
   [[nodiscard]] std::vector<std::shared_ptr<const IPathEntry>> FindSimilarFolders(
       const FolderLookup& lookup, std::size_t most = 3) const;
 
-  /// The names that hide files, and what the hidden ones are to those that hide them.
+  /// The names that hide files, and how each hidden file differs from the file that hides it.
   ///
-  /// Cost: reads every name on the path, and the files that have one name and one size; on all
+  /// Cost: reads every name on the path, and files of one name that are of the same size; on all
   /// processors.
   [[nodiscard]] ShadowReport FindShadows(const ShadowLookup& lookup = {}) const;
 
-  /// What is wrong with the path: folder by folder in path order, each file name that collides at
-  /// the end. Folders that are hidden are not examined.
+  /// What is wrong with the path: first what concerns one folder, in path order, then the file names
+  /// that collide. Hidden folders are not examined.
   ///
-  /// Cost: reads every name on the path. What has been listed before is not listed again: then the
-  /// time that it took is the one of that time.
+  /// Cost: reads every name on the path. A folder that has been listed is not listed again; how long
+  /// it took is known from then.
   [[nodiscard]] std::vector<PathFinding> Examine(const Examination& examination = {}) const;
 
-  /// The folders that cannot be searched: first those that name no place, a root of packages that
-  /// cannot be read and folders of packages that lead into a loop of links, then in path order.
+  /// The folders that cannot be searched. First come folders without a location, a root of packages
+  /// that cannot be read, and folders of packages that lead into a loop of links; then folders on the
+  /// path, in path order.
   [[nodiscard]] std::vector<FolderProblem> FindProblems() const;
 
-  /// The folders that the path was to be without and that hide nothing, as they were given.
+  /// The folders of `EnvironmentOptions::without` that hide nothing, as they were given.
   ///
   /// Cost: lists every folder of the path, unless each hides a main entry.
   [[nodiscard]] std::vector<ustring> FindIdleExclusions() const;

@@ -18,13 +18,13 @@ enum class FolderOutcome : std::uint8_t {
   HoldsIt,               ///< holds the file that the name means
   MethodEntry,           ///< holds it, and is a method entry of that name
   HiddenByEarlier,       ///< holds a file of that name, which an earlier folder hides
-  LosesToEarlierFolder,  ///< a method entry that holds a file of that name behind the folder that
-                         ///< decided
+  LosesToEarlierFolder,  ///< a method entry that holds a file of that name, which an earlier
+                         ///< folder hides
   OtherCaseOnly,         ///< holds the name only in another case
   Absent,                ///< holds no such file
   Unreadable,            ///< could not be searched
-  DroppedAsRepeat,       ///< not asked: the path holds the same folder elsewhere
-  FilteredOut,           ///< not asked: hidden from the path
+  DroppedAsRepeat,       ///< does not count: the same folder is on the path as another entry
+  FilteredOut,           ///< does not count: hidden from the path
 };
 
 /// The outcome in words.
@@ -36,32 +36,37 @@ enum class DecidingRule : std::uint8_t {
   FirstFolder,       ///< the first folder in path order that holds it
   MethodEntryFirst,  ///< a method entry of that name comes before every ordinary folder that holds
                      ///< it
-  FolderBeforeMethod,  ///< the first folder that holds it does not come after the method entry that
-                       ///< does
+  FolderBeforeMethod,  ///< the first folder that holds it comes before every method entry that does,
+                       ///< and there is one
   PrivateFolder,       ///< the private folder of the folder that asks comes before all others
-  PartialPathname,     ///< the first folder in path order whose trailing folders the name gives
+  PartialPathname,     ///< the first folder in path order that matches the folders in the name and
+                       ///< holds it
 };
 
 /// The rule in words.
 [[nodiscard]] SEARCHPATH_EXPORT const char* GetText(DecidingRule rule) noexcept;
 
-/// One folder that a look-up asked, or would have asked if it were not dropped or hidden.
+/// One folder that a look-up asked. Folders that are hidden, and repeats that are dropped, are asked
+/// too; their files do not count.
 struct AskedFolder {
   std::shared_ptr<const IPathEntry> folder;
   FolderOutcome outcome;
-  std::vector<FoundItem> files;  ///< its matches, the best first; none of one that was not asked
-  std::vector<FoundItem> inOtherCase = {};  ///< of one without matches: what the name would match
-                                            ///< if case were ignored
-  FolderOrigin origin;                      ///< who put it on the path
-  std::shared_ptr<const IPathEntry> repeated =
-      nullptr;         ///< of a repeat: what it repeats, else null
-  ustring hider = {};  ///< of one that is filtered out: the folder, as it was given, that hides it
+  /// Its matches that count, the best first.
+  std::vector<FoundItem> files;
+  /// Of a folder that counts and has no match: what the name would match there if case were ignored.
+  std::vector<FoundItem> inOtherCase = {};
+  /// Who put it on the path.
+  FolderOrigin origin;
+  /// Of a repeat: the entry for the same folder that counts; else null.
+  std::shared_ptr<const IPathEntry> repeated = nullptr;
+  /// Of a hidden folder: the folder that hides it, as it was given.
+  ustring hider = {};
 };
 
 /// Why a name means the file that it means.
 struct Explanation {
-  std::vector<FoundItem>
-      files;  ///< what `Environment::FindAll` answers: the file meant, then the hidden
+  /// The answer of `Environment::FindAll`: the file that is meant, then the files that it hides.
+  std::vector<FoundItem> files;
   DecidingRule rule;
   std::vector<AskedFolder> asked;  ///< every folder asked, in the order asked
 };

@@ -11,7 +11,8 @@ struct FolderLookup {
   /// A folder in full, or a partial pathname: trailing folders of the location.
   ustring name;
   FilenameMatchingPolicy policy = FilenameMatchingPolicy::FileSystemDefault;
-  /// Whether "+" has to be written, and a partial pathname may not begin below a special folder.
+  /// Whether names are taken as written: the "+" of a folder must be written, and the folder above
+  /// the first part of a partial pathname must be an ordinary one.
   bool isLiteral = false;
 };
 

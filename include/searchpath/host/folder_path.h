@@ -15,16 +15,19 @@ namespace Corvane::PathManagement::host {
 
 /// A search path of folders on disk, in the order given.
 ///
-/// An entry is on the path when its object is, or when some entry for the same folder is. A name
-/// with separators is a partial pathname: the folders in front of its last part match the trailing
-/// folders of an entry as `DoesPartialPathnameMatchPathEntryIRI` says; one that begins with a
-/// separator names one folder in full.
+/// An entry is on the path when the path holds that object, or another entry for the same folder. A
+/// name with separators is a partial pathname: it is looked up in the entries whose trailing folders
+/// match the folders in front of its last part, see `DoesPartialPathnameMatchPathEntryIRI`. A name
+/// that begins with a separator names one folder in full.
 ///
 /// Threads: all operations, from any thread.
 /// Ownership: shares its entries.
 /// Errors: a folder that cannot be searched is a problem and counts as empty.
-/// Cost: a question lists the folders that it must and no others. Questions that only the whole
-/// path can answer (about parents, order, membership, partial pathnames) list them all, once.
+/// Cost: each folder is listed at most once. `FindFirstInScope` of a plain name among the main
+/// entries lists the folders up to the answer when it is asked for the first time; from the second
+/// time on there is an index of all of them. Method entries by name list all main folders, so a
+/// first `FindFirstFileVisibleOnPath` of a plain name does as well. Questions about parents, order,
+/// membership and partial pathnames list every folder, special ones included.
 class SEARCHPATH_EXPORT FolderPath : public IPath {
  public:
   explicit FolderPath(std::vector<std::shared_ptr<const FolderEntry>> folders);
@@ -60,19 +63,20 @@ class SEARCHPATH_EXPORT FolderPath : public IPath {
                                                     const IPathEntry& second) const override;
   [[nodiscard]] bool IsEntryOnPath(const IPathEntry& entry) const override;
 
-  /// The main entries as the folders that they are.
+  /// The main entries, by their own type.
   [[nodiscard]] const std::vector<std::shared_ptr<const FolderEntry>>& GetMainFolders()
       const noexcept;
 
-  /// The same answer, from asking the folders one by one; `observer` hears each.
+  /// The same answer. The folders are asked one by one, and `observer` hears of each.
   [[nodiscard]] std::vector<FoundItem> FindAllInScope(
       SearchScope scope, const PathManagement::detail::SearchTarget& target,
       FilenameMatchingPolicy policy, ILookupObserver& observer) const;
 
-  /// What keeps folders of the path from being searched, in path order. Opens main folders that have
-  /// not been listed; of what is below them, knows what questions have come upon so far.
+  /// What keeps folders of the path from being searched, in path order. Main folders that have not
+  /// been listed are opened. Folders below them are looked at only when an earlier question has
+  /// listed every folder.
   [[nodiscard]] std::vector<FolderProblem> FindProblems() const;
-  /// The same of the folders for which `isWanted`, called in path order, returns true.
+  /// The same, of the folders for which `isWanted` returns true; it is called in path order.
   [[nodiscard]] std::vector<FolderProblem> FindProblems(
       const std::function<bool(const IPathEntry&)>& isWanted) const;
 

@@ -11,8 +11,8 @@
 namespace Corvane::PathManagement::host {
 
 /// Hears which folders a look-up asks, in order, and what each answers. A look-up that is observed
-/// asks folder by folder, since an index would answer for all of them at once; the answer is the
-/// same.
+/// asks one folder after the other, since an index answers for all folders at once. The answer is
+/// the same.
 ///
 /// Threads: calls come from the thread that looks up.
 /// Errors: an exception thrown here ends the look-up and reaches its caller.
@@ -20,7 +20,8 @@ class SEARCHPATH_EXPORT ILookupObserver {
  public:
   virtual ~ILookupObserver();
 
-  /// Called once for each folder asked; `files` are its matches, the best first, often none.
+  /// Called once for each folder asked; `files` are its matches, the best first; most
+  /// folders have none.
   virtual void FolderAsked(const std::shared_ptr<const IPathEntry>& folder,
                            const std::vector<FoundItem>& files) = 0;
 

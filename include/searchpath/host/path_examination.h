@@ -12,16 +12,17 @@
 
 namespace Corvane::PathManagement::host {
 
-/// What may be wrong with a path. That one folder lies below another is not: both are asked.
+/// What may be wrong with a path. A folder of the path that lies below another one is not wrong:
+/// both are searched.
 enum class FindingKind : std::uint8_t {
   Missing,     ///< there is no such folder
   Unreadable,  ///< it cannot be searched
-  Empty,       ///< it brings no file at all
+  Empty,       ///< neither it nor a special folder below it holds a file
   Repeat,      ///< the same folder as an earlier one, perhaps by a link
   Special,     ///< a main entry that is also the private, resources, "+" or "@" folder of another
   Slow,        ///< it takes long to list
-  CaseCollision,  ///< files whose names are one where case is ignored
-  NotUtf8,        ///< files whose names are no UTF-8
+  CaseCollision,  ///< files in main folders whose names differ in case alone
+  NotUtf8,        ///< files whose names are not UTF-8
 };
 
 /// The kind in words.
@@ -33,18 +34,18 @@ enum class FindingKind : std::uint8_t {
 /// One thing that is wrong with a path. Names and folders are as users read them.
 struct PathFinding {
   FindingKind kind;
-  ustring folder;      ///< of files in several folders: the first's
+  ustring folder;      ///< when files in several folders are concerned: the first of them
   ustring origin;      ///< the folder, as it was given, that brought it onto the path
-  ustring other = {};  ///< of a repeat: what it repeats; of a special folder: the folder above it
+  ustring other = {};  ///< of a repeat: the earlier folder; of a special folder: its main folder
   std::vector<ustring> files = {};             ///< native paths of the files, in path order
-  std::chrono::milliseconds listingTime = {};  ///< of a slow one
-  /// Of one that is missing or unreadable: why.
+  std::chrono::milliseconds listingTime = {};  ///< of a slow folder
+  /// Of a missing or an unreadable folder: why it is.
   std::optional<current_working_folder::AbsolutizeError> reason = {};
 };
 
 /// How a path is examined.
 struct Examination {
-  /// A folder that takes as long to list is slow.
+  /// A folder that takes at least this long to list is slow.
   std::chrono::milliseconds slow = std::chrono::milliseconds(100);
 };
 

@@ -21,9 +21,9 @@ namespace Corvane::PathManagement::host {
 enum class ShadowKind : std::uint8_t {
   Different,   ///< other bytes
   Identical,   ///< the same bytes
-  OtherCase,   ///< of another name, which is the same only because case is ignored
+  OtherCase,   ///< another file, whose name differs in case
   SameFile,    ///< the very same file, through a link
-  Unreadable,  ///< not known, since one of the two cannot be read
+  Unreadable,  ///< unknown, since one of the two cannot be read
 };
 
 inline constexpr std::array<ShadowKind, 5> kShadowKinds = {
@@ -39,39 +39,40 @@ struct FileProblem {
   std::error_code reason;
 };
 
-/// A file that is not what its name means.
+/// A file that another one of its name hides.
 struct HiddenFile {
   FoundItem file;
   ShadowKind kind = ShadowKind::Unreadable;
   std::optional<FileProblem> problem = {};  ///< of kind `Unreadable`: which of the two, and why
 };
 
-/// A name that several files have: the one that it means hides the others.
+/// A name that several files share. It means the winner, which hides the others.
 struct Shadow {
   ustring name;
   FoundItem winner;
   std::vector<HiddenFile> hidden;  ///< in path order, never empty
 };
 
-/// A question for shadows.
+/// A question which names hide files.
 struct ShadowLookup {
-  /// As in `Lookup`; none means every plain name on the path.
+  /// As in `Lookup`; when there are none, every plain name on the path is looked up.
   std::vector<ustring> names = {};
-  /// As in `Lookup`. With extensions, every plain name means every one that is written without: "fn"
-  /// for "fn.x". Where what is left would have an extension of its own, it is the whole file name.
+  /// As in `Lookup`. With extensions, the names that are looked up are those of files without their
+  /// extension: "fn" for "fn.x". A file whose name has a further dot is looked up by its whole name,
+  /// since extensions are not tried with "a.b": "a.b.x".
   std::vector<ustring> extensions = {};
   FilenameMatchingPolicy policy = FilenameMatchingPolicy::FileSystemDefault;
-  /// Names, as they are reported, that may hide files: not reported.
+  /// Names that may hide files and are not reported, written as they would be.
   std::vector<ustring> allowed = {};
 };
 
-/// Which names mean one file and hide others: for each, the answer of `Environment::FindAll`.
+/// Which names hide files: each shadow is the answer of `Environment::FindAll` for its name.
 struct ShadowReport {
-  /// In the order of the names asked, or of their bytes. When case is ignored, a name is written as
-  /// its first file on the path is.
+  /// In the order of the names asked, or else of the bytes of their names. When case is ignored, a
+  /// name that was not asked for is written as its first file on the path.
   std::vector<Shadow> shadows;
-  std::vector<ustring> unknown;         ///< names asked that no file has
-  std::vector<ustring> idleAllowances;  ///< allowed names, of those asked, that hide nothing
+  std::vector<ustring> unknown;         ///< names asked for that no file has
+  std::vector<ustring> idleAllowances;  ///< allowed names that were looked up and hide nothing
 };
 
 /// How many files are hidden, by kind.
@@ -91,14 +92,14 @@ class ShadowCounts {
   std::size_t total = 0;
 };
 
-/// How many files one folder hides in another, or in itself.
+/// How many files of one folder are hidden by files of another, or by others of its own.
 struct FolderShadows {
   std::shared_ptr<const IPathEntry> winner;
   std::shared_ptr<const IPathEntry> hidden;
   ShadowCounts counts;
 };
 
-/// Shadows in short.
+/// How many files are hidden, in all and for each pair of folders.
 struct ShadowSummary {
   ShadowCounts counts;
   std::vector<FolderShadows> folders;  ///< those with most hidden files first

@@ -11,14 +11,15 @@ namespace Corvane::PathManagement::host {
 /// How the name of a file resembles one that was not found.
 enum class Similarity : std::uint8_t {
   OtherCase,       ///< the same but for case
-  OtherExtension,  ///< the same but for the extension, or for having one
+  OtherExtension,  ///< the same but for the extension, which one of the two may lack
   OneLetterOff,    ///< one character more, less or other, or two neighbours swapped
 };
 
 /// The similarity in words.
 [[nodiscard]] SEARCHPATH_EXPORT const char* GetText(Similarity similarity) noexcept;
 
-/// A file that may have been meant. Never taken silently: a look-up that finds nothing stays empty.
+/// A file that may have been meant by a name that was not found. It is only ever suggested: the
+/// look-up of that name finds nothing all the same.
 struct SimilarFile {
   FoundItem file;
   Similarity similarity = Similarity::OneLetterOff;
