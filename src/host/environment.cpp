@@ -21,9 +21,8 @@ namespace {
 
 using PathManagement::detail::SearchTarget;
 
-std::vector<std::shared_ptr<const FolderEntry>> Expand(
-    const AbsoluteIRI& folder, FolderExpansion expansion,
-    const std::shared_ptr<const ListingSource>& source) {
+FolderEntries Expand(const AbsoluteIRI& folder, FolderExpansion expansion,
+                     const std::shared_ptr<const ListingSource>& source) {
   auto entry = CreateMainFolder(folder, source);
   if (expansion == FolderExpansion::Recursive) return CreateFolderTree(std::move(entry));
   return {std::move(entry)};
@@ -82,9 +81,7 @@ const std::shared_ptr<const IPath>& Environment::GetPath() const noexcept {
   return view->GetPath();
 }
 
-std::vector<std::shared_ptr<const FolderEntry>> Environment::GetMainFolders() const {
-  return view->GetMainFolders();
-}
+FolderEntries Environment::GetMainFolders() const { return view->GetMainFolders(); }
 
 FolderOrigin Environment::FindOrigin(const IPathEntry& entry) const {
   return view->GetOrigin(entry);
@@ -119,13 +116,11 @@ std::vector<SimilarFile> Environment::FindSimilar(const Lookup& lookup, std::siz
   return FindSimilarFiles(view->GetMainFolders(), TargetOf(lookup), most);
 }
 
-std::vector<std::shared_ptr<const IPathEntry>> Environment::FindFolders(
-    const FolderLookup& lookup) const {
+PathEntries Environment::FindFolders(const FolderLookup& lookup) const {
   return FindFoldersNamed(*view->GetPath(), workingFolder, lookup);
 }
 
-std::vector<std::shared_ptr<const IPathEntry>> Environment::FindSimilarFolders(
-    const FolderLookup& lookup, std::size_t most) const {
+PathEntries Environment::FindSimilarFolders(const FolderLookup& lookup, std::size_t most) const {
   return FindFoldersLike(*view->GetPath(), lookup.name, most);
 }
 

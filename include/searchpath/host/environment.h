@@ -84,7 +84,7 @@ class SEARCHPATH_EXPORT Environment {
   /// `FolderEntry` objects.
   [[nodiscard]] const std::shared_ptr<const IPath>& GetPath() const noexcept;
   /// Its main entries, by their own type.
-  [[nodiscard]] std::vector<std::shared_ptr<const FolderEntry>> GetMainFolders() const;
+  [[nodiscard]] FolderEntries GetMainFolders() const;
   [[nodiscard]] const WorkingFolder& GetWorkingFolder() const noexcept { return workingFolder; }
 
   /// The packages below the root that was given, and what is wrong with those that cannot be used;
@@ -125,15 +125,14 @@ class SEARCHPATH_EXPORT Environment {
                                                      std::size_t most = 3) const;
 
   /// The entries that the name of a folder denotes, in path order; special folders among them.
-  [[nodiscard]] std::vector<std::shared_ptr<const IPathEntry>> FindFolders(
-      const FolderLookup& lookup) const;
+  [[nodiscard]] PathEntries FindFolders(const FolderLookup& lookup) const;
 
   /// At most `most` folders of the path that may have been meant by a name that denotes none. The
   /// last part of the name differs from theirs in case, in a "+" or "@" left out, or in one letter.
   ///
   /// Cost: lists every folder.
-  [[nodiscard]] std::vector<std::shared_ptr<const IPathEntry>> FindSimilarFolders(
-      const FolderLookup& lookup, std::size_t most = 3) const;
+  [[nodiscard]] PathEntries FindSimilarFolders(const FolderLookup& lookup,
+                                               std::size_t most = 3) const;
 
   /// The names that hide files, and how each hidden file differs from the file that hides it.
   ///

@@ -30,17 +30,16 @@ namespace Corvane::PathManagement::host {
 /// membership and partial pathnames list every folder, special ones included.
 class SEARCHPATH_EXPORT FolderPath : public IPath {
  public:
-  explicit FolderPath(std::vector<std::shared_ptr<const FolderEntry>> folders);
+  explicit FolderPath(FolderEntries folders);
   FolderPath(const FolderPath&) = delete;
   FolderPath& operator=(const FolderPath&) = delete;
   ~FolderPath() override;
 
-  [[nodiscard]] std::shared_ptr<const std::vector<std::shared_ptr<const IPathEntry>>>
-  GetMainEntries() const override;
-  [[nodiscard]] std::vector<std::shared_ptr<const IPathEntry>> GetMethodEntries() const override;
-  [[nodiscard]] std::vector<std::shared_ptr<const IPathEntry>> GetMethodEntriesByName(
-      SearchScope scope, const ustring& name, FilenameMatchingPolicy policy) const override;
-  [[nodiscard]] std::vector<std::shared_ptr<const IPathEntry>> GetPartiallyMatchingEntries(
+  [[nodiscard]] std::shared_ptr<const PathEntries> GetMainEntries() const override;
+  [[nodiscard]] PathEntries GetMethodEntries() const override;
+  [[nodiscard]] PathEntries GetMethodEntriesByName(SearchScope scope, const ustring& name,
+                                                   FilenameMatchingPolicy policy) const override;
+  [[nodiscard]] PathEntries GetPartiallyMatchingEntries(
       SearchScope scope, const ustring& name, FilenameMatchingPolicy policy) const override;
   [[nodiscard]] std::shared_ptr<const IPathEntry> GetMainEntryForEntry(
       const IPathEntry& entry) const override;
@@ -64,8 +63,7 @@ class SEARCHPATH_EXPORT FolderPath : public IPath {
   [[nodiscard]] bool IsEntryOnPath(const IPathEntry& entry) const override;
 
   /// The main entries, by their own type.
-  [[nodiscard]] const std::vector<std::shared_ptr<const FolderEntry>>& GetMainFolders()
-      const noexcept;
+  [[nodiscard]] const FolderEntries& GetMainFolders() const noexcept;
 
   /// The same answer. The folders are asked one by one, and `observer` hears of each.
   [[nodiscard]] std::vector<FoundItem> FindAllInScope(

@@ -22,8 +22,6 @@ namespace Corvane::PathManagement::host {
 namespace {
 
 using PathManagement::detail::SearchTarget;
-using Folders = std::vector<std::shared_ptr<const FolderEntry>>;
-using Entries = std::vector<std::shared_ptr<const IPathEntry>>;
 
 /// A target whose name has separators, taken apart.
 struct PartialTarget {
@@ -66,13 +64,13 @@ std::shared_ptr<const IPathEntry> EntryNamed(const FolderPath& path, const ustri
 }  // namespace
 
 struct FolderPath::State {
-  explicit State(Folders mainFolders)
+  explicit State(FolderEntries mainFolders)
       : folders(std::move(mainFolders)),
-        mainEntries(std::make_shared<const Entries>(folders.begin(), folders.end())),
+        mainEntries(std::make_shared<const PathEntries>(folders.begin(), folders.end())),
         plainLookup(folders, mainEntries) {}
 
-  const Folders folders;
-  const std::shared_ptr<const Entries> mainEntries;
+  const FolderEntries folders;
+  const std::shared_ptr<const PathEntries> mainEntries;
   PlainLookup plainLookup;
 
   PathManagement::detail::OnceFlag tableOnce = {};
@@ -125,17 +123,17 @@ struct FolderPath::State {
   }
 };
 
-FolderPath::FolderPath(std::vector<std::shared_ptr<const FolderEntry>> folders)
+FolderPath::FolderPath(FolderEntries folders)
     : state(std::make_unique<State>(std::move(folders))) {}
 
 FolderPath::~FolderPath() = default;
 
-std::shared_ptr<const Entries> FolderPath::GetMainEntries() const { return state->mainEntries; }
+std::shared_ptr<const PathEntries> FolderPath::GetMainEntries() const { return state->mainEntries; }
 
-const Folders& FolderPath::GetMainFolders() const noexcept { return state->folders; }
+const FolderEntries& FolderPath::GetMainFolders() const noexcept { return state->folders; }
 
-Entries FolderPath::GetMethodEntries() const {
-  Entries methods;
+PathEntries FolderPath::GetMethodEntries() const {
+  PathEntries methods;
   for (const auto& folder : state->folders) {
     WalkFolders(folder, [&methods](const auto& entry, std::size_t /*depth*/) {
       if (entry->GetPathEntryType() == PathEntryType::AtFolder) methods.push_back(entry);
@@ -145,10 +143,10 @@ Entries FolderPath::GetMethodEntries() const {
   return methods;
 }
 
-Entries FolderPath::GetMethodEntriesByName(SearchScope scope, const ustring& name,
-                                           FilenameMatchingPolicy policy) const {
+PathEntries FolderPath::GetMethodEntriesByName(SearchScope scope, const ustring& name,
+                                               FilenameMatchingPolicy policy) const {
   if (IsMainScope(scope)) return state->plainLookup.FindMethodFolders(name, policy);
-  Entries methods;
+  PathEntries methods;
   const ustring folderName = u'@' + name;
   for (const auto& folder : state->folders) {
     std::vector<PathEntryType> kindsAbove;
@@ -166,10 +164,10 @@ Entries FolderPath::GetMethodEntriesByName(SearchScope scope, const ustring& nam
   return methods;
 }
 
-Entries FolderPath::GetPartiallyMatchingEntries(SearchScope scope, const ustring& name,
-                                                FilenameMatchingPolicy policy) const {
+PathEntries FolderPath::GetPartiallyMatchingEntries(SearchScope scope, const ustring& name,
+                                                    FilenameMatchingPolicy policy) const {
   const auto partial = SplitPartialPathname(name);
-  Entries matches;
+  PathEntries matches;
   state->ForEachInScope(scope, [&](const auto& entry) {
     if (DoesPartialPathnameMatchPathEntryIRI(*this, partial, entry, policy)) {
       matches.push_back(entry);

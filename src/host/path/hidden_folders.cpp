@@ -7,8 +7,7 @@
 
 namespace Corvane::PathManagement::host {
 
-HiddenFolders::HiddenFolders(std::vector<std::shared_ptr<const FolderEntry>> hiddenFolders,
-                             FolderExpansion folderExpansion)
+HiddenFolders::HiddenFolders(FolderEntries hiddenFolders, FolderExpansion folderExpansion)
     : folders(std::move(hiddenFolders)), expansion(folderExpansion) {
   for (std::size_t index = 0; index < folders.size(); ++index) {
     indices.emplace(folders[index]->GetCanonicalAbsoluteIRI(), index);

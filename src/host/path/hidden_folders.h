@@ -25,13 +25,10 @@ namespace Corvane::PathManagement::host {
 /// Cost: lists no folder; one hash probe for most entries.
 class HiddenFolders {
  public:
-  HiddenFolders(std::vector<std::shared_ptr<const FolderEntry>> hiddenFolders,
-                FolderExpansion folderExpansion);
+  HiddenFolders(FolderEntries hiddenFolders, FolderExpansion folderExpansion);
 
   /// As they were handed over.
-  [[nodiscard]] const std::vector<std::shared_ptr<const FolderEntry>>& GetFolders() const noexcept {
-    return folders;
-  }
+  [[nodiscard]] const FolderEntries& GetFolders() const noexcept { return folders; }
 
   /// The index of the folder that hides `entry`; empty when none does.
   [[nodiscard]] std::optional<std::size_t> FindHider(const IPathEntry& entry) const;
@@ -39,7 +36,7 @@ class HiddenFolders {
  private:
   [[nodiscard]] std::optional<std::size_t> FindAtOrAbove(AbsoluteIRI folder) const;
 
-  std::vector<std::shared_ptr<const FolderEntry>> folders;
+  FolderEntries folders;
   FolderExpansion expansion;
   boost::unordered_flat_map<AbsoluteIRI, std::size_t, HeldHash> indices;  // by canonical location
 };

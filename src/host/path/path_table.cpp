@@ -4,7 +4,7 @@
 
 namespace Corvane::PathManagement::host {
 
-PathTable::PathTable(const std::vector<std::shared_ptr<const FolderEntry>>& mainFolders) {
+PathTable::PathTable(const FolderEntries& mainFolders) {
   rows.reserve(mainFolders.size());
   for (const auto& folder : mainFolders) Add(folder);
 }

@@ -26,7 +26,7 @@ class PathTable {
   };
 
   /// Lists every folder of the path.
-  explicit PathTable(const std::vector<std::shared_ptr<const FolderEntry>>& mainFolders);
+  explicit PathTable(const FolderEntries& mainFolders);
 
   [[nodiscard]] const std::vector<Row>& Rows() const noexcept { return rows; }
 

@@ -15,11 +15,10 @@ namespace Corvane::PathManagement::host {
 
 namespace {
 
-using Folders = std::vector<std::shared_ptr<const FolderEntry>>;
 using Given = GivenFolders::Given;
 
 std::shared_ptr<const FolderPath> PathOf(const std::vector<Given>& given) {
-  Folders entries;
+  FolderEntries entries;
   for (const Given& folder : given) {
     entries.insert(entries.end(), folder.entries.begin(), folder.entries.end());
   }
@@ -63,7 +62,7 @@ PathView::PathView(GivenFolders givenFolders, const GivenFolders& hiddenFolders,
   for (std::size_t index = 0; index < given.size(); ++index) {
     for (const auto& entry : given[index].entries) givenBy.emplace(entry.get(), index);
   }
-  Folders folders;
+  FolderEntries folders;
   for (const Given& folder : hiddenFolders.folders) {
     folders.push_back(folder.entries.front());
     hiddenTexts.push_back(folder.origin.folder);
@@ -93,9 +92,9 @@ const FolderOrigin& PathView::GetOrigin(const IPathEntry& entry) const {
   return given[found->second].origin;
 }
 
-Folders PathView::GetMainFolders() const {
+FolderEntries PathView::GetMainFolders() const {
   const auto entries = path->GetMainEntries();
-  Folders folders;
+  FolderEntries folders;
   folders.reserve(entries->size());
   for (const auto& entry : *entries) {
     folders.push_back(std::static_pointer_cast<const FolderEntry>(entry));

@@ -22,7 +22,7 @@ namespace Corvane::PathManagement::host {
 struct GivenFolders {
   struct Given {
     FolderOrigin origin;
-    std::vector<std::shared_ptr<const FolderEntry>> entries;  // the folder itself first
+    FolderEntries entries;  // the folder itself first
   };
 
   std::vector<Given> folders;
@@ -41,7 +41,7 @@ class PathView {
   /// The path that is asked.
   [[nodiscard]] const std::shared_ptr<const IPath>& GetPath() const noexcept { return path; }
   /// Its main entries, as the folders that they are.
-  [[nodiscard]] std::vector<std::shared_ptr<const FolderEntry>> GetMainFolders() const;
+  [[nodiscard]] FolderEntries GetMainFolders() const;
 
   /// The path with repeats and hidden folders.
   [[nodiscard]] const FolderPath& GetWholePath() const noexcept { return *wholePath; }

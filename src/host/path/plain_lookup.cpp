@@ -34,7 +34,7 @@ void ForEachName(const PathManagement::detail::SearchTarget& target, const Use& 
 
 /// Calls use(folder) for the "@" folders directly below `folders`, in path order.
 template <class Use>
-void ForEachMethodFolder(const PlainLookup::Folders& folders, const Use& use) {
+void ForEachMethodFolder(const FolderEntries& folders, const Use& use) {
   for (const auto& folder : folders) {
     for (const auto& below : folder->GetSpecialFolders()) {
       if (below->GetPathEntryType() == PathEntryType::AtFolder) use(below);
@@ -53,7 +53,7 @@ std::size_t PlainLookup::NameHash::operator()(const ustring& name) const noexcep
   return ShortHash(name.data(), name.size() * sizeof(char16_t));
 }
 
-PlainLookup::PlainLookup(Folders mainFolders, std::shared_ptr<const Entries> mainEntries)
+PlainLookup::PlainLookup(FolderEntries mainFolders, std::shared_ptr<const PathEntries> mainEntries)
     : folders(std::move(mainFolders)), entries(std::move(mainEntries)) {
   states.reserve(folders.size());
   for (const auto& folder : folders) states.push_back(&StateOf(*folder));
@@ -156,17 +156,16 @@ std::vector<NameIndex::Match> PlainLookup::MatchesIn(const NameIndex& index,
   return matches;
 }
 
-PlainLookup::Entries PlainLookup::FindMethodFolders(const ustring& name,
-                                                    FilenameMatchingPolicy policy) {
+PathEntries PlainLookup::FindMethodFolders(const ustring& name, FilenameMatchingPolicy policy) {
   const bool isIndexed = exact.once.IsBuilt() || folded.once.IsBuilt();
   if (isIndexed && policy != FilenameMatchingPolicy::IgnoreCase) {
     const MethodFolders& byName = IndexedMethodFolders();
     // Most names have a length that no method entry has.
     if ((methodLengths >> (name.size() % 64U) & 1U) == 0) return {};
     const auto found = byName.find(name);
-    return found == byName.end() ? Entries() : found->second;
+    return found == byName.end() ? PathEntries() : found->second;
   }
-  Entries found;
+  PathEntries found;
   ForEachMethodFolder(folders, [&](const auto& methodFolder) {
     if (AreSameFilename(MethodName(*methodFolder), name, policy)) found.push_back(methodFolder);
   });

@@ -33,12 +33,10 @@ class FolderState;
 /// Cost: with an index, one hash probe for each extension, however many folders there are.
 class PlainLookup {
  public:
-  using Folders = std::vector<std::shared_ptr<const FolderEntry>>;
-  using Entries = std::vector<std::shared_ptr<const IPathEntry>>;
   using Target = PathManagement::detail::SearchTarget;
 
   /// `mainEntries` and `mainFolders` are the same objects.
-  PlainLookup(Folders mainFolders, std::shared_ptr<const Entries> mainEntries);
+  PlainLookup(FolderEntries mainFolders, std::shared_ptr<const PathEntries> mainEntries);
 
   /// The first match in path order.
   [[nodiscard]] boost::optional<FoundItem> FindFirst(const Target& target,
@@ -48,7 +46,7 @@ class PlainLookup {
 
   /// The "@" folders of that name directly below the main folders, in path order. Lists every main
   /// folder.
-  [[nodiscard]] Entries FindMethodFolders(const ustring& name, FilenameMatchingPolicy policy);
+  [[nodiscard]] PathEntries FindMethodFolders(const ustring& name, FilenameMatchingPolicy policy);
 
  private:
   struct LazyIndex {
@@ -60,7 +58,7 @@ class PlainLookup {
     using is_avalanching = void;
     std::size_t operator()(const ustring& name) const noexcept;
   };
-  using MethodFolders = boost::unordered_flat_map<ustring, Entries, NameHash>;
+  using MethodFolders = boost::unordered_flat_map<ustring, PathEntries, NameHash>;
   using Match = NameIndex::Match;
 
   [[nodiscard]] LazyIndex& Lazy(FilenameMatchingPolicy policy) noexcept;
@@ -75,8 +73,8 @@ class PlainLookup {
   [[nodiscard]] std::vector<Match> MatchesIn(const NameIndex& index, NameIndex::Cursor cursor,
                                              std::uint32_t folder, std::string_view name) const;
 
-  const Folders folders;
-  const std::shared_ptr<const Entries> entries;
+  const FolderEntries folders;
+  const std::shared_ptr<const PathEntries> entries;
   std::vector<FolderState*>
       states;  // of the folders; kept, since asking an entry costs a look at it
   IndexedItems items;

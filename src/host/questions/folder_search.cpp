@@ -18,15 +18,14 @@ bool IsAbsolute(const ustring& name) {
 
 }  // namespace
 
-std::vector<std::shared_ptr<const IPathEntry>> FindFoldersNamed(const IPath& path,
-                                                                const WorkingFolder& workingFolder,
-                                                                const FolderLookup& lookup) {
+PathEntries FindFoldersNamed(const IPath& path, const WorkingFolder& workingFolder,
+                             const FolderLookup& lookup) {
   if (!lookup.isLiteral || lookup.name.empty() || IsAbsolute(lookup.name)) {
     return GetMatchingEntries(kAllKindsAndResourcesScope, lookup.name, path, workingFolder,
                               lookup.policy);
   }
   const auto partial = SplitPartialPathname(lookup.name);
-  std::vector<std::shared_ptr<const IPathEntry>> matches;
+  PathEntries matches;
   path.ForEachEntry(kAllKindsAndResourcesScope, [&](const auto& entry) {
     if (DoesPartialPathnameStrictlyMatchPathEntryIRI(partial, *entry, lookup.policy)) {
       matches.push_back(entry);

@@ -11,8 +11,8 @@
 namespace Corvane::PathManagement::host {
 
 /// As `Environment::FindFolders`.
-[[nodiscard]] std::vector<std::shared_ptr<const IPathEntry>> FindFoldersNamed(
-    const IPath& path, const WorkingFolder& workingFolder, const FolderLookup& lookup);
+[[nodiscard]] PathEntries FindFoldersNamed(const IPath& path, const WorkingFolder& workingFolder,
+                                           const FolderLookup& lookup);
 
 }  // namespace Corvane::PathManagement::host
 

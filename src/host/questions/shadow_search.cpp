@@ -91,8 +91,8 @@ bool HasMethodEntry(const std::vector<FoundItem>& files) {
 }
 
 /// Adds the names of method entries directly below the main folders: files there may share them.
-void AddMethodNames(const std::vector<std::shared_ptr<const FolderEntry>>& folders,
-                    const SharedNames& names, std::vector<Candidate>& candidates) {
+void AddMethodNames(const FolderEntries& folders, const SharedNames& names,
+                    std::vector<Candidate>& candidates) {
   boost::unordered_flat_set<std::string> known;
   for (const Candidate& candidate : candidates) known.insert(candidate.name);
   for (const auto& folder : folders) {

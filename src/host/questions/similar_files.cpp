@@ -144,9 +144,8 @@ const char* GetText(Similarity similarity) noexcept {
   return kTexts[static_cast<std::size_t>(similarity)];
 }
 
-std::vector<SimilarFile> FindSimilarFiles(
-    const std::vector<std::shared_ptr<const FolderEntry>>& mainFolders, const SearchTarget& target,
-    std::size_t most) {
+std::vector<SimilarFile> FindSimilarFiles(const FolderEntries& mainFolders,
+                                          const SearchTarget& target, std::size_t most) {
   if (PathManagement::detail::HasSeparator(target.GetName())) return {};
   const WantedNames wanted(target);
   SimilarFiles similar(most);
@@ -168,14 +167,12 @@ std::vector<SimilarFile> FindSimilarFiles(
   return similar.TakeMostSimilar();
 }
 
-std::vector<std::shared_ptr<const IPathEntry>> FindFoldersLike(const IPath& path,
-                                                               const ustring& name,
-                                                               std::size_t most) {
+PathEntries FindFoldersLike(const IPath& path, const ustring& name, std::size_t most) {
   const auto parts = SplitPartialPathname(name);
   if (parts.empty()) return {};
   const ustring& wanted = parts.back();
-  std::vector<std::shared_ptr<const IPathEntry>> sameButForCase;
-  std::vector<std::shared_ptr<const IPathEntry>> oneLetterOff;
+  PathEntries sameButForCase;
+  PathEntries oneLetterOff;
   path.ForEachEntry(kAllKindsAndResourcesScope, [&](const auto& entry) {
     const ustring whole = entry->GetCanonicalAbsoluteIRI().getName();
     const bool hasPrefix = whole.starts_with(u'+') || whole.starts_with(u'@');

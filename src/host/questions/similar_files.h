@@ -14,13 +14,11 @@ namespace Corvane::PathManagement::host {
 /// At most `most` files of `mainFolders` whose names resemble what `target` looks for, the most
 /// similar first, each name once. Reads every name there.
 [[nodiscard]] std::vector<SimilarFile> FindSimilarFiles(
-    const std::vector<std::shared_ptr<const FolderEntry>>& mainFolders,
-    const PathManagement::detail::SearchTarget& target, std::size_t most);
+    const FolderEntries& mainFolders, const PathManagement::detail::SearchTarget& target,
+    std::size_t most);
 
 /// As `Environment::FindSimilarFolders`.
-[[nodiscard]] std::vector<std::shared_ptr<const IPathEntry>> FindFoldersLike(const IPath& path,
-                                                                             const ustring& name,
-                                                                             std::size_t most);
+[[nodiscard]] PathEntries FindFoldersLike(const IPath& path, const ustring& name, std::size_t most);
 
 }  // namespace Corvane::PathManagement::host
 
