@@ -30,7 +30,7 @@ struct DoctorTest : testing::Test {
 TEST_F(DoctorTest, EachThingThatIsWrongIsFound) {
   tree.Files({"lib/fn.x", "lib/private/fn.x", "lib/sub/deep.x", "other/FN.x", "other/fn.x",
               "other/Fn", "lib/@cls/\xFE", "lib/@cls/\xFF", "lib/@cls/\xFD", "lib/Fn", "file",
-              "t/@t/\xFF"});
+              "more/fn.x", "t/@t/\xFF"});
   tree.Folder("bare/below");
   tree.Link("../lib", "bare/link");
   tree.Link("lib", "link");
@@ -52,7 +52,7 @@ TEST_F(DoctorTest, EachThingThatIsWrongIsFound) {
        "belongs to another folder of the path lib/private lib\n" + inLib},
       {{.folders = {u"t/@t", u"t"}},
        "belongs to another folder of the path t/@t t\nnames that are not UTF-8 t/@t t/@t/\xFF\n"},
-      {{.folders = {u"lib", u"other"}, .without = {u"lib/@cls"}},
+      {{.folders = {u"lib", u"other", u"more"}, .without = {u"lib/@cls"}},
        "names that are equal where case is ignored lib lib/fn.x other/FN.x\n"},
       {{.folders = {u"lib", u"other", u"gone"}, .without = {u"lib", u"gone"}},
        "names that are equal where case is ignored other other/FN.x other/fn.x\n"},

@@ -75,7 +75,8 @@ struct AskedRow {
 TEST_F(ShadowsTest, NamesAreThoseThatALookUpTakes) {
   constexpr auto kIgnore = FilenameMatchingPolicy::IgnoreCase;
   tree.Files({"a/fn.m", "a/fn.c", "b/fn.m", "b/a.b.m", "c/a.b.m", "a/a.b", "b/a.b", "b/.m", "c/.m",
-              "a/@m/m.m", "c/m.m", "a/@n.m/n.m", "b/n.m", "c/@FN/fn.M"});
+              "a/@m/m.m", "c/m.m", "a/@n.m/n.m", "b/n.m", "c/@FN/fn.M", "a/k.\xE2\x84\xAA",
+              "b/k.k"});
   const std::vector<AskedRow> rows = {
       {{.extensions = {u".m"}},
        "a.b.m: b/a.b.m > identical c/a.b.m;\nfn: a/fn.m > identical b/fn.m;\n"
@@ -89,6 +90,8 @@ TEST_F(ShadowsTest, NamesAreThoseThatALookUpTakes) {
       {{.extensions = {u".M"}, .policy = kIgnore, .allowed = {u"A.B.M", u"M"}},
        "FN: a/fn.m > identical b/fn.m, other case c/@FN/fn.M;\nfn: a/fn.m > identical b/fn.m;\n",
        {}},
+      {{.extensions = {u".K"}, .policy = kIgnore},  // the sign for kelvin is a k, in three bytes
+       "k: a/k.\xE2\x84\xAA > other case b/k.k;\n"},
       {{.extensions = {u".q", u"\xD800"}}, ""},
   };
   const Environment environment(folders);
