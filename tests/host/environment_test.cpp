@@ -105,6 +105,10 @@ TEST_F(EnvironmentTest, FoldersAreFoundByName) {
     EXPECT_EQ(Shown(environment.FindFolders(lookup), tree), expected)
         << testing::PrintToString(lookup.name) << lookup.isLiteral;
   }
+  const auto method = environment.FindFolders({u"cls"}).front();
+  EXPECT_EQ(environment.FindOrigin(*method).folder, tree.Text("two"));
+  const Environment hiding({.folders = {tree.Text("two")}, .without = {tree.Text("two/@cls")}});
+  EXPECT_EQ(Shown(hiding.FindFolders({.name = u"cls", .isLiteral = true}), tree), "");
   EXPECT_EQ(Shown(environment.FindSimilarFolders({u"PRIVATE"}), tree), "two/private two/private")
       << "also where a main entry has it below";
   EXPECT_EQ(Shown(environment.FindSimilarFolders({u"no/PKG"}, 2), tree), "one/+pkg Pkg");

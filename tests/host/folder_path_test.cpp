@@ -96,10 +96,19 @@ TEST_F(FolderPathTest, FoldersAreFoundByNameAndLocation) {
   const auto methods = [&](SearchScope scope, const ustring& name, FilenameMatchingPolicy policy) {
     return Shown(path.GetMethodEntriesByName(scope, name, policy), tree);
   };
-  EXPECT_EQ(Shown(path.GetMethodEntries(), tree), "one/+pkg/@cls one/@cls two/@cls");
+  tree.Link("..", "one/+pkg/+up");  // is cut, which is known once every folder has been listed
+  const std::string longName(70, 'm');
+  tree.File("two/@" + longName + "/fn.x");
+  EXPECT_EQ(Shown(path.GetMethodEntries(), tree),
+            "one/+pkg/@cls one/@cls two/@cls two/@" + longName);
   EXPECT_EQ(methods(kMain, u"cls", kExact), "one/@cls two/@cls");
   EXPECT_EQ(methods(kAll, u"CLS", kIgnore), "one/+pkg/@cls one/@cls two/@cls");
   EXPECT_EQ(methods(kMain, u"CLS", kExact), "");
+  for (int question = 0; question < 2; ++question) {  // the second builds an index
+    EXPECT_TRUE(path.FindFirstInScope(kMain, SearchTarget(u"fn.x"), kExact));
+  }
+  EXPECT_EQ(methods(kMain, TextFromBytes(longName), kExact), "two/@" + longName);
+  EXPECT_EQ(methods(kMain, u"cls", kExact), "one/@cls two/@cls");
   const auto partially = [&](SearchScope scope, const ustring& name) {
     return Shown(path.GetPartiallyMatchingEntries(scope, name, kIgnore), tree);
   };
@@ -112,6 +121,7 @@ TEST_F(FolderPathTest, FoldersAreFoundByNameAndLocation) {
   EXPECT_EQ(At(tree.IRI("ONE"), kIgnore), "one");
   EXPECT_EQ(At(AbsoluteIRI(u"http://host/one"), kExact), "none");
   EXPECT_EQ(path.GetPathEntryFromAbsoluteIRI(one->GetCanonicalAbsoluteIRI()), one);
+  EXPECT_EQ(path.FindProblems().size(), 1U);
   EXPECT_EQ(path.GetPathEntryFromAbsoluteIRI({tree.IRI("one"), u"other"}), nullptr);
 }
 

@@ -30,7 +30,7 @@ struct DoctorTest : testing::Test {
 TEST_F(DoctorTest, EachThingThatIsWrongIsFound) {
   tree.Files({"lib/fn.x", "lib/private/fn.x", "lib/sub/deep.x", "other/FN.x", "other/fn.x",
               "other/Fn", "lib/@cls/\xFE", "lib/@cls/\xFF", "lib/@cls/\xFD", "lib/Fn", "file",
-              "more/fn.x", "t/@t/\xFF"});
+              "more/fn.x", "other/up", "other/UP", "t/@t/\xFF"});
   tree.Folder("bare/below");
   tree.Link("../lib", "bare/link");
   tree.Link("lib", "link");
@@ -53,9 +53,11 @@ TEST_F(DoctorTest, EachThingThatIsWrongIsFound) {
       {{.folders = {u"t/@t", u"t"}},
        "belongs to another folder of the path t/@t t\nnames that are not UTF-8 t/@t t/@t/\xFF\n"},
       {{.folders = {u"lib", u"other", u"more"}, .without = {u"lib/@cls"}},
+       "names that are equal where case is ignored other other/UP other/up\n"
        "names that are equal where case is ignored lib lib/fn.x other/FN.x\n"},
       {{.folders = {u"lib", u"other", u"gone"}, .without = {u"lib", u"gone"}},
-       "names that are equal where case is ignored other other/FN.x other/fn.x\n"},
+       "names that are equal where case is ignored other other/FN.x other/fn.x\n"
+       "names that are equal where case is ignored other other/UP other/up\n"},
       {{.folders = {u"lib/sub", u"bare"}, .expansion = kRecursive},
        "cannot be searched bare/link/@cls/+up\n"
        "names that are not UTF-8 bare/link/@cls bare/link/@cls/\xFD bare/link/@cls/\xFE "
