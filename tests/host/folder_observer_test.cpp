@@ -127,6 +127,25 @@ TEST_F(FolderObserverTest, WhatGoesUnseenIsLookedFor) {
   AwaitTheDisk("lost events");
 }
 
+TEST_F(FolderObserverTest, AFolderMadeInOneThatIsNotWatchedYetIsFound) {
+  tree.Folder("a");
+  const auto putTreeOnPath = [&](const std::function<void()>& beforeItIsWatched) {
+    const auto folders = CreateFolderTree(tree.IRI("a"));
+    if (folders.size() == 2) beforeItIsWatched();
+    std::vector<AbsoluteIRI> locations;
+    for (const auto& folder : folders) locations.push_back(folder->GetAbsoluteIRI());
+    foundation::core::except::Notification notification;
+    manager.SetFolderIRIs(locations, notification);
+  };
+  const auto walking =
+      events->subscribe([&](const Event&) { putTreeOnPath([&] { tree.Folder("a/new/below"); }); });
+  const DiskFeed feed(manager, events);
+  tree.Folder("a/new");
+  std::unique_lock lock(mutex);
+  const auto isFound = [&] { return manager.GetFolderIRIs()->size() == 3; };
+  EXPECT_TRUE(changed.wait_for(lock, std::chrono::minutes(1), isFound));
+}
+
 TEST_F(FolderObserverTest, AStormOfChangesEndsInWhatIsOnTheDisk) {
   constexpr std::uint64_t kSeed = 20261121;
   const std::size_t changes = test::Setting("SEARCHPATH_CHANGES", 3000) / 2;  // of each thread

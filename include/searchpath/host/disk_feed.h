@@ -34,7 +34,9 @@ struct DiskFeedOptions {
 /// The folders are watched by the kernel, with all folders and links that lead to them, so that one
 /// is heard of that is removed, replaced, led to by another link, or back again. Folders on network
 /// and user-space file systems, and those for which the kernel has no watch left, are asked for
-/// their times instead. When changes may have gone unseen, the folders in question are told of.
+/// their times instead. When changes may have gone unseen, the folders in question are reported. So
+/// is a folder that comes onto the path, once it is watched: a program that looks into folders
+/// itself, to put those below them on the path as well, looks into them again then and misses none.
 /// What is in files is not watched.
 ///
 /// Threads: watches and publishes on a thread of its own. All operations, from any thread.

@@ -111,7 +111,7 @@ class DiskFeed::State {
         watches(options.onlyPolls),
         subscription(watched.AddListener(
             [called = calls](const auto& /*change*/) { called->Call(called->isPathNew); })) {
-    Renew();
+    Renew(Round::First);
     thread = std::thread([this] { Run(); });
   }
   State(const State&) = delete;
@@ -178,7 +178,7 @@ class DiskFeed::State {
     if (isAllInDoubt || report.isWayInDoubt || !report.changed.empty()) burst.Extend();
     Poll();
     if (calls->isPathNew.exchange(false) && LocationsOf(*manager.GetPath()) != watchedFolders) {
-      Renew();
+      Renew(Round::Later);
     }
   }
 
@@ -192,9 +192,14 @@ class DiskFeed::State {
     burst.Extend();
   }
 
-  /// Watches what is on the path now. A folder is watched before it is listed; one that had been
-  /// listed before that is told of unless its times say that it has not changed since.
-  void Renew() {
+  enum class Round : std::uint8_t { First, Later };
+
+  /// Watches what is on the path now, each folder before it is listed. In the first round a folder
+  /// that had been listed before is reported unless its times say that it has not changed since.
+  /// Later on every folder that was not watched is reported: whoever put it on the path may have
+  /// looked into it before, as a program does that puts all folders of a tree there, and looks again
+  /// when it is reported.
+  void Renew(Round round) {
     const auto path = manager.GetPath();
     Locations doubtful;
     watches.Begin();
@@ -207,8 +212,8 @@ class DiskFeed::State {
       const AbsoluteIRI location = folder->GetAbsoluteIRI();
       const bool wasUntouched = StateOf(*folder).IsUntouched();
       const Standing standing = watches.Watch(location);
-      const bool isInDoubt =
-          standing == Standing::New && !wasUntouched && folder->GetFreshness() != Freshness::Fresh;
+      const bool isAsListed = wasUntouched || folder->GetFreshness() == Freshness::Fresh;
+      const bool isInDoubt = standing == Standing::New && (round == Round::Later || !isAsListed);
       if (isInDoubt || standing == Standing::Other) doubtful.insert(location);
       for (const auto& below : folder->GetSpecialFolders()) pending.push_back(below);
     }
@@ -229,7 +234,7 @@ class DiskFeed::State {
   }
 
   void Tell() {
-    if (burst.isWayInDoubt || burst.isAllInDoubt) Renew();
+    if (burst.isWayInDoubt || burst.isAllInDoubt) Renew(Round::Later);
     const Burst told = std::exchange(burst, Burst());
     Locations named;
     for (const AbsoluteIRI& location : told.changed) Name(location, named);
