@@ -1,7 +1,7 @@
 #include "searchpath/platform/file_folder_changed_event.h"
 #include "searchpath/utilities.h"
 #include "support/folder_contents.h"
-#include "support/openings.h"
+#include "support/listings.h"
 #include "support/setting.h"
 
 #include <gtest/gtest.h>
@@ -53,27 +53,27 @@ struct FolderObserverTest : testing::Test {
 TEST_F(FolderObserverTest, AnEventListsTheFoldersThatItNamesAndNoOthers) {
   tree.Files({"a/x", "b/+p/f", "b/@c/m", "b/private/g", "c/x"});
   EXPECT_EQ(OnPath(), OnDisk());
-  const test::Openings openings(tree, {"a", "b", "b/+p", "b/@c", "b/private", "c"});
+  test::Listings listings(tree);
   const std::pair<const char*, const char*> rows[] = {
       {"a", "a"},      {"b", "b"},  {"b/+p", "b b/+p"}, {"b/@c", "b b/@c"},
       {"b/@new", "b"}, {"a/x", ""}, {"elsewhere", ""}};
-  for (const auto& [named, opened] : rows) {
+  for (const auto& [named, listed] : rows) {
     tree.Files({"a/y", "b/+p/g", "b/@c/n"});
     Publish(named);
     observer.Settle();
-    EXPECT_EQ(openings.Take(), opened) << named;
+    EXPECT_EQ(listings.Take(), listed) << named;
   }
   FolderObserver ofSession(manager, *createLocalEventMgr(SessionEmId));
   NotifyUpstreamPathEntriesOfPossibleSpecialSubfolderChanges(tree.IRI("b/+p/f.m"));
   ofSession.Settle();
-  EXPECT_EQ(openings.Take(), "b b/+p");
+  EXPECT_EQ(listings.Take(), "b b/+p");
   EXPECT_EQ(OnPath(), OnDisk());
 }
 
 TEST_F(FolderObserverTest, EventsDuringARefreshAreTheNextOneEachFolderOnce) {
   tree.Files({"a/x", "b/x", "c/x"});
   EXPECT_EQ(OnPath(), OnDisk());
-  const test::Openings openings(tree, {"a", "b", "c"});
+  test::Listings listings(tree);
   const auto publishing = manager.AddListener([&](const auto&) {
     for (const char* const folder : {"b", "c", "b", "c"}) Publish(folder);
     std::jthread([&] { Publish("c"); });  // comes to its end: nobody waits for the refresh
@@ -82,7 +82,7 @@ TEST_F(FolderObserverTest, EventsDuringARefreshAreTheNextOneEachFolderOnce) {
   tree.File("a/y");
   Publish("a");
   EXPECT_THROW(observer.Settle(), std::runtime_error);
-  EXPECT_EQ(openings.Take(), "a a b c");  // a refresh that failed is made again
+  EXPECT_EQ(listings.Take(), "a a b c");  // a refresh that failed is made again
 }
 
 TEST_F(FolderObserverTest, ThePathFollowsTheDisk) {
