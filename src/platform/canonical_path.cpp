@@ -2,6 +2,7 @@
 
 #include "model/path_components.h"
 #include "model/quoted_text.h"
+#include "platform/link_walk.h"
 #include "searchpath/model/byte_text.h"
 
 #include <sys/stat.h>
@@ -11,12 +12,11 @@
 #include <cerrno>
 #include <cstddef>
 #include <system_error>
+#include <utility>
 
 namespace foundation::storage::vfs::detail {
 
 namespace {
-
-constexpr int kMostLinks = 40;  // as many as the kernel follows
 
 std::error_code LastError() { return {errno, std::generic_category()}; }
 
@@ -34,63 +34,21 @@ std::string TargetOf(const std::string& path, std::error_code& error) {
   }
 }
 
-/// Walks one path component by component.
-class LinkWalk {
- public:
-  explicit LinkWalk(std::string_view path) : original(path), buffer(path), rest(buffer) {}
-  LinkWalk(const LinkWalk&) = delete;
-  LinkWalk& operator=(const LinkWalk&) = delete;
-
-  CanonicalPath Run() {
-    while (!error && !(component = TakeComponent(rest)).empty()) {
-      if (component == "..") {
-        resolved.resize(std::min(resolved.rfind('/'), resolved.size()));
-      } else if (component != ".") {
-        Enter();
-      }
-    }
-    if (error == std::errc::io_error) throw CannotResolve(original, error);
-    while (!(component = TakeComponent(rest)).empty()) {
-      if (component != ".") resolved.append("/").append(component);
-    }
-    return {resolved.empty() ? "/" : std::move(resolved), error};
+/// Looks at the present name of `walk`, and follows it when it is a link. The error that ends the
+/// walk.
+std::error_code LookAndFollow(LinkWalk& walk) {
+  struct stat status = {};
+  if (lstat(walk.GetPath().c_str(), &status) != 0) return LastError();
+  if (!S_ISLNK(status.st_mode)) {
+    const bool isLast = walk.GetRest().find_first_not_of('/') == std::string_view::npos;
+    if (S_ISDIR(status.st_mode) || isLast) return {};
+    return std::make_error_code(std::errc::not_a_directory);
   }
-
- private:
-  void Enter() {
-    const std::size_t parentLength = resolved.size();
-    resolved.append("/").append(component);
-    struct stat status = {};
-    if (lstat(resolved.c_str(), &status) != 0) {
-      error = LastError();
-    } else if (S_ISLNK(status.st_mode)) {
-      Follow(parentLength);
-    } else if (!S_ISDIR(status.st_mode) && rest.find_first_not_of('/') != rest.npos) {
-      error = std::make_error_code(std::errc::not_a_directory);
-    }
-  }
-
-  /// Goes on with the target of the link that has just been entered from a folder of
-  /// `parentLength`.
-  void Follow(std::size_t parentLength) {
-    if (++linksFollowed > kMostLinks) {
-      throw CannotResolve(original, std::make_error_code(std::errc::too_many_symbolic_link_levels));
-    }
-    std::string target = TargetOf(resolved, error);
-    if (error) return;
-    resolved.resize(target.starts_with('/') ? 0 : parentLength);
-    buffer = target.append(rest);
-    rest = buffer;
-  }
-
-  std::string_view original;
-  std::string buffer;          // what rest is a view of
-  std::string_view rest;       // what is still to be walked
-  std::string_view component;  // taken from the rest
-  std::string resolved;        // without links; "" is the root
-  int linksFollowed = 0;
   std::error_code error;
-};
+  std::string target = TargetOf(walk.GetPath(), error);
+  if (error || walk.Follow(std::move(target))) return error;
+  return std::make_error_code(std::errc::too_many_symbolic_link_levels);
+}
 
 }  // namespace
 
@@ -100,6 +58,19 @@ Exception CannotResolve(std::string_view path, const std::error_code& error) {
   return Exception("cannot resolve " + QuotedText(TextFromBytes(path)) + ": " + error.message());
 }
 
-CanonicalPath ResolveLinks(std::string_view path) { return LinkWalk(path).Run(); }
+CanonicalPath ResolveLinks(std::string_view path) {
+  LinkWalk walk(path);
+  std::error_code error;
+  while (!error && walk.Next()) error = LookAndFollow(walk);
+  if (error == std::errc::io_error || error == std::errc::too_many_symbolic_link_levels) {
+    throw CannotResolve(path, error);
+  }
+  std::string resolved = walk.GetPath();
+  std::string_view rest = walk.GetRest();
+  for (auto name = TakeComponent(rest); !name.empty(); name = TakeComponent(rest)) {
+    if (name != ".") resolved.append("/").append(name);
+  }
+  return {resolved.empty() ? "/" : std::move(resolved), error};
+}
 
 }  // namespace foundation::storage::vfs::detail
