@@ -122,8 +122,8 @@ TEST_F(PackageRegistryTest, FoldersOfPackagesComeLastOnAPath) {
   EXPECT_EQ(manager->GetPath()->GetMainFolders(), environment.GetMainFolders());
   ASSERT_EQ(manager->GetPackagesOnPath()->size(), 1U);
   EXPECT_EQ(manager->GetPackagesOnPath()->front().name, u"root/p");
-  EXPECT_TRUE(RemoveFolderTexts(std::vector<ustring>{tree.Text("root/p/lib")},
-                                environment.GetWorkingFolder(), *manager)
+  EXPECT_TRUE(RemoveFolders(std::vector<ustring>{tree.Text("root/p/lib")},
+                            environment.GetWorkingFolder(), *manager)
                   .empty());
   EXPECT_TRUE(manager->GetPackagesOnPath()->empty());
   EXPECT_EQ(Environment({.packages = u"ftp://h/"}).FindProblems().at(0).folder, u"ftp://h/");

@@ -131,8 +131,7 @@ Outcome RunRemove(const std::vector<std::string>& arguments) {
   options.AddTo(commandLine);
   if (!commandLine.Parse(arguments)) return Outcome::Found;
   const auto remove = [&](IMainSearchPathManager& manager) {
-    return host::RemoveFolderTexts(GetTexts(commandLine.GetOperands()), host::WorkingFolder(),
-                                   manager);
+    return host::RemoveFolders(GetTexts(commandLine.GetOperands()), host::WorkingFolder(), manager);
   };
   return Run(options, remove, Outcome::NotFound);
 }

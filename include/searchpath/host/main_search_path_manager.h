@@ -16,38 +16,43 @@
 
 namespace Corvane::PathManagement::host {
 
-/// Owns a search path of folders on disk and tells what changes on it.
+/// Owns a search path of folders on disk and reports its changes.
 ///
-/// Every change makes a new path. Folders that have not changed keep their entries, so listeners
-/// hear exact differences, and a path in use stays as it is for as long as somebody holds it.
+/// Every change makes a new path. Folders that have not changed keep their entries, so differences
+/// are exact, and a path in use stays as it is for as long as somebody holds it.
 ///
 /// Threads: all operations, from any thread. Changes come one after the other, each with all its
-/// listeners; who asks for the path never waits for them, and sees the old or the new one.
+/// listeners. Asking for the path never waits for them and gives the path before or after a change.
 /// Errors: a change from within a listener, on its thread, raises `RecursivePathChangeException` and
 /// does nothing. A listener that waits for another thread's change waits for ever.
 class SEARCHPATH_EXPORT MainSearchPathManager : public IMainSearchPathManager {
  public:
+  /// Called with what differs between the path before and after a change.
   using Listener = std::function<void(const PathEntryVectorDifferentiator&)>;
 
-  /// Keeps a listener. When the last copy is destroyed, changes pass the listener by, except that
-  /// one under way on another thread may be calling it; the manager may be gone before.
+  /// Called with the path before and after a change, which it may keep; neither is null.
+  using PathListener = std::function<void(const std::shared_ptr<const FolderPath>& before,
+                                          const std::shared_ptr<const FolderPath>& after)>;
+
+  /// Keeps a listener subscribed until the last copy is destroyed. A call that another thread is
+  /// making at that moment still comes to its end. May outlive the manager.
   using Subscription = std::shared_ptr<const void>;
 
-  /// With the folders of its first path, of which nobody is told.
+  /// Begins with a path of `folders`, which is no change that listeners hear of.
   explicit MainSearchPathManager(std::vector<std::shared_ptr<const FolderEntry>> folders = {});
   MainSearchPathManager(const MainSearchPathManager&) = delete;
   MainSearchPathManager& operator=(const MainSearchPathManager&) = delete;
   ~MainSearchPathManager() override;
 
-  /// Folders that stay on the path keep their entries and are not looked at. A folder that cannot be
-  /// searched is put on the path all the same and is no message: `FolderPath::FindProblems` tells
-  /// of it.
+  /// Folders that stay on the path keep their entries and are not read again. A folder that cannot
+  /// be searched is put on the path all the same, without a message: `FolderPath::FindProblems`
+  /// reports it.
   ///
   /// Errors: those of a change.
   void SetFolderIRIs(const AbsoluteIRIRange& folders,
                      foundation::core::except::Notification& notification) override;
 
-  /// The known packages whose folders are all on the path, and that have any.
+  /// The known packages that have all their folders on the path, at least one.
   [[nodiscard]] std::shared_ptr<const std::vector<ComponentIdentifier>> GetPackagesOnPath()
       const override;
 
@@ -56,29 +61,34 @@ class SEARCHPATH_EXPORT MainSearchPathManager : public IMainSearchPathManager {
   /// Never null.
   [[nodiscard]] std::shared_ptr<const FolderPath> GetPath() const;
 
-  /// Lists the folders anew in which something may have changed, see `ChangedFolders`, and no
+  /// Lists again the folders in which something may have changed, see `ChangedFolders`, and no
   /// others.
   ///
   /// Errors: those of a change.
   void RefreshFolders(const AbsoluteIRIRange& locations);
 
-  /// Lists all folders anew that have been listed. Errors: those of a change.
+  /// Lists again all folders that have been listed. Errors: those of a change.
   void RefreshAllFolders();
 
-  /// Replaces the packages that `GetPackagesOnPath` may tell. The path stays. Errors: those of a
+  /// Replaces the packages that `GetPackagesOnPath` chooses from. The path stays. Errors: those of a
   /// change.
   void SetKnownPackages(std::vector<KnownPackage> packages);
 
-  /// Calls `listener` after every change that makes a difference, once the new path is the one that
-  /// is asked for, on the thread of the change, with what differs. `IncludeSubfolders` lists the
-  /// folders that came, went or changed.
+  /// Calls `listener` on the thread of the change after every change that makes a difference, when
+  /// the new path is already the manager's. `IncludeSubfolders` compares what is below the folders
+  /// that came, went or changed, and so lists them.
   ///
   /// Precondition: `listener` is not empty.
-  /// Errors: an exception of a listener does not undo the change, nor keep it from the others; the
-  /// first reaches whoever made the change, when all have been told.
+  /// Errors: an exception of a listener neither undoes the change nor keeps it from the other
+  /// listeners. When all have been called, the first such exception is raised where the change was
+  /// made.
+  /// Cost: one comparison of the paths for all listeners with the same `filter`.
   [[nodiscard]] Subscription AddListener(
       Listener listener, PathEntryVectorDifferentiator::ComparisonFilter filter =
                              PathEntryVectorDifferentiator::ComparisonFilter::TopLevelOnly);
+
+  /// The same for a listener that makes its own comparison or needs none: nothing is compared.
+  [[nodiscard]] Subscription AddListener(PathListener listener);
 
  private:
   class State;
@@ -86,9 +96,10 @@ class SEARCHPATH_EXPORT MainSearchPathManager : public IMainSearchPathManager {
   std::unique_ptr<State> state;
 };
 
-/// As `RemoveFoldersFromZentraPath`, also for folders that are gone from the disk or that cannot be
-/// read. A text that names no place is on no path: its message is "DirNotFound", too.
-[[nodiscard]] SEARCHPATH_EXPORT foundation::core::except::Notification RemoveFolderTexts(
+/// As `RemoveFoldersFromZentraPath`, also for folders that are gone from the disk or cannot be read.
+/// A text that cannot name a folder is no error that keeps the others on the path: its message is
+/// "DirNotFound", too.
+[[nodiscard]] SEARCHPATH_EXPORT foundation::core::except::Notification RemoveFolders(
     const UstringRange& folders, const WorkingFolder& workingFolder,
     IMainSearchPathManager& manager);
 

@@ -22,7 +22,7 @@ using ComparisonFilter = PathEntryVectorDifferentiator::ComparisonFilter;
 using Folders = std::vector<std::shared_ptr<const FolderEntry>>;
 using Packages = std::vector<KnownPackage>;
 
-/// What is current, from one change to the next.
+/// The path and what follows from it, from one change to the next.
 struct Version {
   std::shared_ptr<const FolderPath> path;
   std::shared_ptr<const std::vector<AbsoluteIRI>> locations;
@@ -55,43 +55,55 @@ std::shared_ptr<const Version> MakeVersion(Folders folders, std::shared_ptr<cons
       .packages = std::make_shared<const std::vector<ComponentIdentifier>>(std::move(packages))});
 }
 
-PathEntryVectorDifferentiator Compare(const IPath& before, const IPath& after,
-                                      ComparisonFilter filter) {
-  const auto oldEntries = before.GetMainEntries();
-  const auto newEntries = after.GetMainEntries();
-  PathEntryVectorDifferentiator differences;
-  differences.Compare(*oldEntries, *newEntries, filter);
-  return differences;
-}
+using Path = std::shared_ptr<const FolderPath>;
 
-/// Those who listen. A subscription owns its listener; here is only where to find it.
+/// The differences that a change made, each computed when it is first asked for.
+class Differences {
+ public:
+  Differences(const Path& pathBefore, const Path& pathAfter)
+      : before(pathBefore), after(pathAfter) {}
+
+  const PathEntryVectorDifferentiator& Get(ComparisonFilter filter) {
+    auto& differences = filter == ComparisonFilter::IncludeSubfolders ? withSubfolders : topLevel;
+    if (!differences) {
+      const auto oldEntries = before->GetMainEntries();
+      const auto newEntries = after->GetMainEntries();
+      PathEntryVectorDifferentiator computed;
+      computed.Compare(*oldEntries, *newEntries, filter);
+      differences = std::move(computed);
+    }
+    return *differences;
+  }
+
+  const Path& before;
+  const Path& after;
+
+ private:
+  std::optional<PathEntryVectorDifferentiator> topLevel;
+  std::optional<PathEntryVectorDifferentiator> withSubfolders;
+};
+
+/// The subscribed listeners, which their subscriptions own.
 class Listeners {
  public:
-  struct Subscribed {
-    MainSearchPathManager::Listener call;
-    ComparisonFilter filter;
-  };
+  using Listener = std::function<void(Differences&)>;
 
-  std::shared_ptr<const Subscribed> Add(Subscribed subscribed) {
-    auto added = std::make_shared<const Subscribed>(std::move(subscribed));
+  std::shared_ptr<const Listener> Add(Listener listener) {
+    auto added = std::make_shared<const Listener>(std::move(listener));
     const std::lock_guard lock(mutex);
-    std::erase_if(all, [](const auto& listener) { return listener.expired(); });
+    std::erase_if(all, [](const auto& known) { return known.expired(); });
     all.push_back(added);
     return added;
   }
 
-  void Tell(const IPath& before, const IPath& after) const {
+  void Call(const Path& before, const Path& after) const {
     std::exception_ptr failure;
-    std::optional<PathEntryVectorDifferentiator> topLevel;
-    std::optional<PathEntryVectorDifferentiator> withSubfolders;
-    for (const auto& listed : Copy()) {
-      const auto listener = listed.lock();
+    Differences differences(before, after);
+    for (const auto& subscribed : Copy()) {
+      const auto listener = subscribed.lock();
       if (listener == nullptr) continue;
       try {
-        const bool isDeep = listener->filter == ComparisonFilter::IncludeSubfolders;
-        auto& differences = isDeep ? withSubfolders : topLevel;
-        if (!differences) differences = Compare(before, after, listener->filter);
-        listener->call(*differences);
+        (*listener)(differences);
       } catch (...) {
         if (failure == nullptr) failure = std::current_exception();
       }
@@ -100,16 +112,16 @@ class Listeners {
   }
 
  private:
-  using Listed = std::vector<std::weak_ptr<const Subscribed>>;
+  using Subscribed = std::vector<std::weak_ptr<const Listener>>;
 
   /// No lock is held while they are called: they may subscribe others.
-  [[nodiscard]] Listed Copy() const {
+  [[nodiscard]] Subscribed Copy() const {
     const std::lock_guard lock(mutex);
     return all;
   }
 
   mutable std::mutex mutex;  // guards all
-  Listed all;
+  Subscribed all;
 };
 
 }  // namespace
@@ -124,7 +136,7 @@ class MainSearchPathManager::State {
     return version;
   }
 
-  /// Makes make(current version) current and tells the listeners when its folders are others.
+  /// Makes make(current version) current and calls the listeners when its folders are others.
   template <class Make>
   void Change(const Make& make) {
     const ChangeUnderWay underWay(*this);
@@ -135,11 +147,11 @@ class MainSearchPathManager::State {
       version = after;
     }
     if (before->path->GetMainFolders() == after->path->GetMainFolders()) return;
-    listeners.Tell(*before->path, *after->path);
+    listeners.Call(before->path, after->path);
   }
 
   /// The same for the folders alone, which become refresh(current version). Without a difference
-  /// the path stays, and with it all that it has learned.
+  /// the path object stays, and with it the index that it may have built.
   template <class Refresh>
   void ChangeFolders(const Refresh& refresh) {
     Change([&](const std::shared_ptr<const Version>& current) {
@@ -153,7 +165,7 @@ class MainSearchPathManager::State {
   Listeners listeners;
 
  private:
-  /// Keeps changes apart, and knows one that comes from within another.
+  /// Lets one change wait for another, and refuses one that is made from within another.
   class ChangeUnderWay {
    public:
     explicit ChangeUnderWay(State& changed) : state(changed) {
@@ -228,12 +240,20 @@ void MainSearchPathManager::SetKnownPackages(std::vector<KnownPackage> packages)
 
 MainSearchPathManager::Subscription MainSearchPathManager::AddListener(Listener listener,
                                                                        ComparisonFilter filter) {
-  return state->listeners.Add({.call = std::move(listener), .filter = filter});
+  return state->listeners.Add([called = std::move(listener), filter](Differences& differences) {
+    called(differences.Get(filter));
+  });
 }
 
-foundation::core::except::Notification RemoveFolderTexts(const UstringRange& folders,
-                                                         const WorkingFolder& workingFolder,
-                                                         IMainSearchPathManager& manager) {
+MainSearchPathManager::Subscription MainSearchPathManager::AddListener(PathListener listener) {
+  return state->listeners.Add([called = std::move(listener)](const Differences& differences) {
+    called(differences.before, differences.after);
+  });
+}
+
+foundation::core::except::Notification RemoveFolders(const UstringRange& folders,
+                                                     const WorkingFolder& workingFolder,
+                                                     IMainSearchPathManager& manager) {
   std::vector<AbsoluteIRI> locations;
   std::vector<ustring> unlocated;
   for (const ustring& folder : folders) {
