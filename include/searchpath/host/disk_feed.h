@@ -14,42 +14,43 @@ namespace Corvane::PathManagement::host {
 
 /// How a `DiskFeed` watches, and what besides the path.
 struct DiskFeedOptions {
-  /// Files that are watched as well: events name them when they are made, written, replaced or
-  /// removed. The list that a path was read from, for instance.
+  /// Files that are watched as well, such as the list that a path was read from: one that is made,
+  /// written, replaced or removed is published, too.
   std::vector<AbsoluteIRI> files = {};
-  /// Changes are told when none has come for so long, so that a burst of them is told once …
+  /// A burst of changes is published together, when there has been no further change for this long.
   std::chrono::milliseconds quietTime{20};
-  /// … but at the latest so long after the first.
+  /// The longest that the first change of a burst waits for its end.
   std::chrono::milliseconds longestDelay{200};
-  /// How often folders are asked that the system cannot watch.
+  /// How often the folders that the kernel cannot watch are polled.
   std::chrono::milliseconds pollInterval{2000};
-  /// Asks all folders so: for disks whose changes the system does not see though it says it does.
+  /// Polls all folders: for disks whose changes the kernel misses although it accepts the watches.
   bool onlyPolls = false;
 };
 
 /// Publishes a `FileFolderChangedEvent` for each folder of a manager's path in which files or
-/// folders come or go on this machine's disks, and for those that it belongs to. With a
+/// folders come or go, and for the folders that it belongs to when it is a special one. With a
 /// `FolderObserver` on the same stream the path follows the disk.
 ///
-/// The folders are watched by the kernel, with all folders and links that lead to them, so that one
-/// is heard of that is removed, replaced, led to by another link, or back again. Folders on network
-/// and user-space file systems, and those for which the kernel has no watch left, are asked for
-/// their times instead. When changes may have gone unseen, the folders in question are reported. So
-/// is a folder that comes onto the path, once it is watched: a program that looks into folders
-/// itself, to put those below them on the path as well, looks into them again then and misses none.
-/// What is in files is not watched.
+/// The kernel watches the folders, and every folder and link on the way to them, so a folder that is
+/// removed, replaced, reached through another link or made again is published as well. Folders on
+/// network and user-space file systems, and those for which the kernel has no watch left, are polled:
+/// their times are compared. Folders whose changes may have been missed are published. So is each
+/// folder that comes onto the path, once it is watched: a program that looks into folders itself, to
+/// put those below them on the path as well, can look again then and misses none. The contents of
+/// files are not watched.
 ///
 /// Threads: watches and publishes on a thread of its own. All operations, from any thread.
 /// Ownership: shares the event manager; the path's manager must outlive it.
-/// Errors: none of the disk's. An exception of a subscriber ends the telling; all folders are told
-/// of again after the poll interval.
-/// Cost: a watch for each folder, and one for each that leads to them (the kernel's limit for a
-/// user is in fs.inotify.max_user_watches); lists every folder of the path. Nothing while nothing
-/// changes.
+/// Errors: none for the disk's. When a subscriber raises an exception, the events behind it are not
+/// published; after the poll interval all folders are.
+/// Cost: a watch of the kernel for each folder and for each on the way to it (sysctl
+/// fs.inotify.max_user_watches limits those of a user); lists every folder of the path. Takes no time
+/// while nothing changes, unless folders are polled.
 class SEARCHPATH_EXPORT DiskFeed {
  public:
-  /// Watches everything when it returns. Folders that may have changed between their listing and
-  /// that are the first to be told of.
+  /// Watches everything when it returns. Folders that may have changed after they were listed and
+  /// before they were watched are published first. A folder that has not been listed yet is not: its
+  /// listing will show the change.
   ///
   /// Errors: `std::system_error` when the system has no descriptor or no thread left.
   DiskFeed(MainSearchPathManager& manager,
@@ -62,11 +63,11 @@ class SEARCHPATH_EXPORT DiskFeed {
   /// Precondition: not called by one of them, nor by a listener of the manager.
   ~DiskFeed();
 
-  /// Puts everything in doubt, as when changes have gone unseen: watches anew, and tells of all
-  /// folders.
+  /// Sets up all watches again and publishes all folders and files: for changes that the kernel may
+  /// have missed.
   void ScanAgain();
 
-  /// The folders that are asked since they cannot be watched, in no order.
+  /// The folders and files that are polled, in no order.
   [[nodiscard]] std::vector<AbsoluteIRI> FindPolledFolders() const;
 
  private:

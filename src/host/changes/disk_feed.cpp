@@ -3,21 +3,18 @@
 #include "host/changes/folder_poll.h"
 #include "host/changes/folder_watches.h"
 #include "host/folder/entry_state.h"
+#include "searchpath/host/wake_up.h"
 #include "searchpath/platform/file_folder_changed_event.h"
 #include "searchpath/utilities/path_strings.h"
 
-#include <fcntl.h>
 #include <poll.h>
-#include <sys/eventfd.h>
 
 #include <algorithm>
 #include <array>
 #include <atomic>
-#include <cerrno>
 #include <cstdint>
 #include <mutex>
 #include <optional>
-#include <system_error>
 #include <thread>
 #include <utility>
 
@@ -26,41 +23,18 @@ namespace Corvane::PathManagement::host {
 namespace {
 
 using Clock = std::chrono::steady_clock;
+using Comparison = FolderWatches::Comparison;
 using Locations = boost::unordered_flat_set<AbsoluteIRI, HeldHash>;
-using Standing = FolderWatches::Standing;
 using foundation::msg_svc::eventmgr::EventMgr;
 using storage::filefolderobserver::FileFolderChangedEvent;
 using storage::filefolderobserver::FrozenInclusion;
 
-/// Ends a wait of another thread.
-class Bell {
- public:
-  Bell() : descriptor(eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK)) {
-    if (!descriptor.IsOpen()) {
-      throw std::system_error(errno, std::generic_category(), "cannot watch the disk");
-    }
-  }
-
-  [[nodiscard]] int GetDescriptor() const noexcept { return descriptor.Get(); }
-
-  void Ring() const noexcept {
-    static_cast<void>(eventfd_write(descriptor.Get(), 1));  // fails when it rings already
-  }
-  void Quieten() const noexcept {
-    eventfd_t count = 0;
-    static_cast<void>(eventfd_read(descriptor.Get(), &count));
-  }
-
- private:
-  fl::filesystem::detail::Descriptor descriptor;
-};
-
-/// What is to be told next.
+/// Changes that have not been published yet.
 struct Burst {
   Locations changed;
-  bool isWayInDoubt = false;  // locations may stand elsewhere
-  bool isAllInDoubt = false;
-  std::optional<Clock::time_point> first;  // empty: there is nothing
+  bool mayLeadElsewhere = false;           // locations may lead to other folders: watch anew first
+  bool isIncomplete = false;               // anything may have changed
+  std::optional<Clock::time_point> first;  // empty: there are no changes
   Clock::time_point last;
 
   void Extend() {
@@ -69,20 +43,20 @@ struct Burst {
   }
 };
 
-/// What other threads want of the one that watches.
-struct Calls {
-  Bell bell;
-  std::atomic<bool> isPathNew = false;
-  std::atomic<bool> isAllInDoubt = false;
-  std::atomic<bool> isEnding = false;
+/// What other threads ask of the one that watches.
+struct Requests {
+  WakeUp wakeUp;
+  std::atomic<bool> checkPath = false;  // it is a new one
+  std::atomic<bool> scanAgain = false;
+  std::atomic<bool> end = false;
 
-  void Call(std::atomic<bool>& wanted) const noexcept {
-    wanted = true;
-    bell.Ring();
+  void Make(std::atomic<bool>& request) const noexcept {
+    request = true;
+    wakeUp.Set();
   }
 };
 
-/// All folders of the path; empty when there are some that have not been listed.
+/// All folders of the path; empty when some have not been listed.
 std::optional<std::vector<AbsoluteIRI>> LocationsOf(const FolderPath& path) {
   std::vector<AbsoluteIRI> locations;
   std::vector<const FolderEntry*> pending;
@@ -109,19 +83,21 @@ class DiskFeed::State {
         events(std::move(eventManager)),
         options(std::move(givenOptions)),
         watches(options.onlyPolls),
-        subscription(watched.AddListener(
-            [called = calls](const auto& /*change*/) { called->Call(called->isPathNew); })) {
-    Renew(Round::First);
+        subscription(
+            watched.AddListener([made = requests](const auto& /*before*/, const auto& /*after*/) {
+              made->Make(made->checkPath);
+            })) {
+    WatchPath(Round::First);
     thread = std::thread([this] { Run(); });
   }
   State(const State&) = delete;
   State& operator=(const State&) = delete;
   ~State() {
-    calls->Call(calls->isEnding);
+    requests->Make(requests->end);
     thread.join();
   }
 
-  void ScanAgain() { calls->Call(calls->isAllInDoubt); }
+  void ScanAgain() { requests->Make(requests->scanAgain); }
 
   [[nodiscard]] std::vector<AbsoluteIRI> FindPolledFolders() const {
     const std::lock_guard lock(polledMutex);
@@ -129,16 +105,18 @@ class DiskFeed::State {
   }
 
  private:
+  enum class Round : std::uint8_t { First, Later };
+
   void Run() {
-    while (!calls->isEnding) {
+    while (!requests->end) {
       Wait();
       try {
         Gather();
-        if (burst.first && Clock::now() >= DueTime()) Tell();
+        if (burst.first && Clock::now() >= DueTime()) Publish();
       } catch (...) {
-        // Without memory, or by a subscriber: what is still to be told is unknown now.
+        // No memory, or a subscriber failed: what has not been published is unknown now.
         burst = Burst();
-        burst.isAllInDoubt = true;
+        burst.isIncomplete = true;
         burst.first = burst.last = Clock::now() + options.pollInterval;
       }
     }
@@ -146,18 +124,18 @@ class DiskFeed::State {
 
   void Wait() const {
     std::array<pollfd, 2> sources = {
-        {{.fd = calls->bell.GetDescriptor(), .events = POLLIN, .revents = 0},
+        {{.fd = requests->wakeUp.GetDescriptor(), .events = POLLIN, .revents = 0},
          {.fd = watches.GetDescriptor(), .events = POLLIN, .revents = 0}}};
-    int most = -1;  // for ever
+    int timeout = -1;  // none
     if (const auto next = NextTime()) {
       const auto left = std::chrono::ceil<std::chrono::milliseconds>(*next - Clock::now());
-      most = static_cast<int>(std::clamp<std::int64_t>(left.count(), 0, 60'000));
+      timeout = static_cast<int>(std::clamp<std::int64_t>(left.count(), 0, 60'000));
     }
-    static_cast<void>(poll(sources.data(), sources.size(), most));
-    calls->bell.Quieten();
+    static_cast<void>(poll(sources.data(), sources.size(), timeout));
+    requests->wakeUp.Clear();
   }
 
-  /// When there is something to do though nothing happens.
+  /// When to publish or poll next, if nothing wakes the thread before.
   [[nodiscard]] std::optional<Clock::time_point> NextTime() const {
     std::optional<Clock::time_point> next;
     if (burst.first) next = DueTime();
@@ -171,35 +149,35 @@ class DiskFeed::State {
 
   void Gather() {
     const auto report = watches.Read();
-    burst.changed.insert(report.changed.begin(), report.changed.end());
-    burst.isWayInDoubt |= report.isWayInDoubt;
-    const bool isAllInDoubt = calls->isAllInDoubt.exchange(false) || report.isAllInDoubt;
-    burst.isAllInDoubt |= isAllInDoubt;
-    if (isAllInDoubt || report.isWayInDoubt || !report.changed.empty()) burst.Extend();
+    const bool isIncomplete = requests->scanAgain.exchange(false) || report.isIncomplete;
+    AddToBurst(report.changed, report.mayLeadElsewhere, isIncomplete);
     Poll();
-    if (calls->isPathNew.exchange(false) && LocationsOf(*manager.GetPath()) != watchedFolders) {
-      Renew(Round::Later);
+    if (requests->checkPath.exchange(false) && LocationsOf(*manager.GetPath()) != watchedFolders) {
+      WatchPath(Round::Later);
     }
+  }
+
+  template <class Range>
+  void AddToBurst(const Range& changed, bool mayLeadElsewhere, bool isIncomplete) {
+    burst.changed.insert(changed.begin(), changed.end());
+    burst.mayLeadElsewhere |= mayLeadElsewhere;
+    burst.isIncomplete |= isIncomplete;
+    if (!changed.empty() || mayLeadElsewhere || isIncomplete) burst.Extend();
   }
 
   void Poll() {
     if (folderPoll.IsEmpty() || Clock::now() < pollTime) return;
-    const auto changed = folderPoll.Ask();
+    const auto changed = folderPoll.Poll();
     pollTime = Clock::now() + options.pollInterval;
-    if (changed.empty()) return;
-    burst.changed.insert(changed.begin(), changed.end());
-    burst.isWayInDoubt = true;
-    burst.Extend();
+    AddToBurst(changed, !changed.empty(), false);
   }
-
-  enum class Round : std::uint8_t { First, Later };
 
   /// Watches what is on the path now, each folder before it is listed. In the first round a folder
   /// that had been listed before is reported unless its times say that it has not changed since.
   /// Later on every folder that was not watched is reported: whoever put it on the path may have
   /// looked into it before, as a program does that puts all folders of a tree there, and looks again
   /// when it is reported.
-  void Renew(Round round) {
+  void WatchPath(Round round) {
     const auto path = manager.GetPath();
     Locations doubtful;
     watches.Begin();
@@ -209,22 +187,26 @@ class DiskFeed::State {
     while (!pending.empty()) {
       const auto folder = std::move(pending.back());
       pending.pop_back();
-      const AbsoluteIRI location = folder->GetAbsoluteIRI();
-      const bool wasUntouched = StateOf(*folder).IsUntouched();
-      const Standing standing = watches.Watch(location);
-      const bool isAsListed = wasUntouched || folder->GetFreshness() == Freshness::Fresh;
-      const bool isInDoubt = standing == Standing::New && (round == Round::Later || !isAsListed);
-      if (isInDoubt || standing == Standing::Other) doubtful.insert(location);
+      if (MustReport(*folder, round)) doubtful.insert(folder->GetAbsoluteIRI());
       for (const auto& below : folder->GetSpecialFolders()) pending.push_back(below);
     }
     for (const AbsoluteIRI& file : options.files) {
-      if (watches.WatchFile(file) == Standing::Other) doubtful.insert(file);
+      if (watches.WatchFile(file) == Comparison::Other) doubtful.insert(file);
     }
     watches.End();
     SetPolled(watches.GetPolled());
     watchedFolders = LocationsOf(*path);
-    burst.changed.insert(doubtful.begin(), doubtful.end());
-    if (!doubtful.empty()) burst.Extend();
+    AddToBurst(doubtful, false, false);
+  }
+
+  /// Watches `folder`.
+  [[nodiscard]] bool MustReport(const FolderEntry& folder, Round round) {
+    const bool wasUntouched = StateOf(folder).IsUntouched();
+    const Comparison comparison = watches.Watch(folder.GetAbsoluteIRI());
+    if (comparison != Comparison::New || round == Round::Later) {
+      return comparison != Comparison::Same;
+    }
+    return !wasUntouched && folder.GetFreshness() != Freshness::Fresh;
   }
 
   void SetPolled(const std::vector<AbsoluteIRI>& locations) {
@@ -233,25 +215,25 @@ class DiskFeed::State {
     polled = locations;
   }
 
-  void Tell() {
-    if (burst.isWayInDoubt || burst.isAllInDoubt) Renew(Round::Later);
-    const Burst told = std::exchange(burst, Burst());
-    Locations named;
-    for (const AbsoluteIRI& location : told.changed) Name(location, named);
-    if (told.isAllInDoubt && watchedFolders) {
-      named.insert(watchedFolders->begin(), watchedFolders->end());
-      named.insert(options.files.begin(), options.files.end());
+  void Publish() {
+    if (burst.mayLeadElsewhere || burst.isIncomplete) WatchPath(Round::Later);
+    const Burst published = std::exchange(burst, Burst());
+    Locations changed;
+    for (const AbsoluteIRI& location : published.changed) AddWithOwners(location, changed);
+    if (published.isIncomplete && watchedFolders) {
+      changed.insert(watchedFolders->begin(), watchedFolders->end());
+      changed.insert(options.files.begin(), options.files.end());
     }
-    for (const AbsoluteIRI& location : named) {
+    for (const AbsoluteIRI& location : changed) {
       events->publish(std::make_unique<FileFolderChangedEvent>(location.toString(),
                                                                FrozenInclusion::LocationItself));
     }
   }
 
-  /// With the special folders above it and the folder that these belong to, which every subscriber
-  /// may rely on.
-  static void Name(AbsoluteIRI location, Locations& named) {
-    while (named.insert(location).second && location.hasParent() &&
+  /// Adds the special folders above it and the folder that these belong to as well, which every
+  /// subscriber may rely on.
+  static void AddWithOwners(AbsoluteIRI location, Locations& changed) {
+    while (changed.insert(location).second && location.hasParent() &&
            GetPathEntryTypeFromBaseName(location.getName()) != PathEntryType::Ordinary) {
       location = location.getParent();
     }
@@ -260,7 +242,7 @@ class DiskFeed::State {
   MainSearchPathManager& manager;
   std::shared_ptr<EventMgr> events;
   DiskFeedOptions options;
-  std::shared_ptr<Calls> calls = std::make_shared<Calls>();  // shared with the listener
+  std::shared_ptr<Requests> requests = std::make_shared<Requests>();  // shared with the listener
 
   // Used by the thread alone, once it runs.
   FolderWatches watches;

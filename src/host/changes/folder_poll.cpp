@@ -42,7 +42,7 @@ void FolderPoll::Set(const std::vector<AbsoluteIRI>& locations) {
   }
 }
 
-std::vector<AbsoluteIRI> FolderPoll::Ask() {
+std::vector<AbsoluteIRI> FolderPoll::Poll() {
   std::vector<AbsoluteIRI> changed;
   for (auto& [location, state] : states) {
     const State now = State::Of(location);

@@ -12,24 +12,24 @@
 
 namespace Corvane::PathManagement::host {
 
-/// Asks folders and files for their times, to find out which have changed.
+/// Finds changed folders and files by comparing their times with those of the poll before.
 ///
 /// Threads: not synchronised.
 class FolderPoll {
  public:
-  /// Asks these from now on; those that are asked already keep what they are compared with.
+  /// Polls these from now on. Those that were polled before are still compared with their last times.
   void Set(const std::vector<AbsoluteIRI>& locations);
 
   [[nodiscard]] bool IsEmpty() const noexcept { return states.empty(); }
 
-  /// Those that have changed since they were asked before, or may have: a change within two seconds
-  /// of another may show no other time.
-  [[nodiscard]] std::vector<AbsoluteIRI> Ask();
+  /// Those that may have changed since they were polled before. A change within two seconds of
+  /// another may leave the times as they were, so a folder that was that young counts as changed.
+  [[nodiscard]] std::vector<AbsoluteIRI> Poll();
 
  private:
   struct State {
-    std::array<std::int64_t, 6> facts;  // device, inode, times; or why there are none
-    bool isYoung;                       // changed shortly before it was asked
+    std::array<std::int64_t, 6> facts;  // device, inode, times; or the error
+    bool isYoung;                       // changed shortly before it was polled
 
     [[nodiscard]] static State Of(const AbsoluteIRI& location);
   };

@@ -1,14 +1,12 @@
 #ifndef SEARCHPATH_SRC_HOST_CHANGES_FOLDER_WATCHES_H
 #define SEARCHPATH_SRC_HOST_CHANGES_FOLDER_WATCHES_H
 
+#include "host/changes/kernel_watches.h"
 #include "host/common/held_hash.h"
-#include "platform/descriptor.h"
 #include "searchpath/model/absolute_iri.h"
 
 #include <boost/unordered/unordered_flat_map.hpp>
 #include <boost/unordered/unordered_flat_set.hpp>
-
-#include <sys/inotify.h>
 
 #include <cstdint>
 #include <optional>
@@ -18,93 +16,94 @@
 
 namespace Corvane::PathManagement::host {
 
-/// Locations that the kernel watches, with every folder and link that leads to them.
+/// Locations that are watched, with every folder and link that leads to them.
 ///
-/// Which these are is told in rounds: `Begin`, `Watch` for each location, `End`. A round watches
-/// each folder before it looks into it, so what changes meanwhile is reported afterwards and leads
-/// to the next round.
+/// Which these are is said in rounds: `Begin`, `Watch` for each location, `End`. A round watches
+/// each folder before it looks into it, so a change made meanwhile is reported afterwards, and that
+/// report asks for another round.
 ///
 /// Threads: not synchronised.
 class FolderWatches {
  public:
-  /// What became of a location since the round before.
-  enum class Standing : std::uint8_t {
-    Same,   ///< the same folder, watched all the time; or still none
+  /// How a location compares with the round before.
+  enum class Comparison : std::uint8_t {
+    Same,   ///< the same folder, watched all the time; or still no folder
     New,    ///< it was not watched
-    Other,  ///< another folder, or one where there was none, or none any more
+    Other,  ///< another folder, or the first one there, or none any more
   };
 
   /// What has changed since the report before.
   struct Report {
     std::vector<AbsoluteIRI> changed;  // locations in which something came or went; some repeated
-    bool isWayInDoubt = false;         // locations may stand elsewhere: the next round is due
-    bool isAllInDoubt = false;         // reports were lost
+    bool mayLeadElsewhere = false;     // locations may lead to other folders: a round is needed
+    bool isIncomplete = false;         // the kernel dropped events
   };
 
-  /// With nothing watched, every location is polled.
-  explicit FolderWatches(bool watchesNothing);
+  /// With `watchesNothing` every location has to be polled.
+  explicit FolderWatches(bool watchesNothing) : kernel(watchesNothing) {}
 
-  /// Readable when there is something to report; negative when nothing can be watched.
-  [[nodiscard]] int GetDescriptor() const noexcept { return queue.Get(); }
+  /// As `KernelWatches`.
+  [[nodiscard]] int GetDescriptor() const noexcept { return kernel.GetDescriptor(); }
 
   void Begin();
-  /// A folder.
-  [[nodiscard]] Standing Watch(const AbsoluteIRI& location);
-  /// A file; it is what has changed when it comes, goes or has been written.
-  [[nodiscard]] Standing WatchFile(const AbsoluteIRI& location);
+  /// Watches a folder.
+  [[nodiscard]] Comparison Watch(const AbsoluteIRI& location);
+  /// Watches a file: it has changed when it comes, goes or has been written.
+  [[nodiscard]] Comparison WatchFile(const AbsoluteIRI& location);
   /// Ends the watches that this round did not ask for.
   void End();
 
   [[nodiscard]] Report Read();
 
-  /// The locations that cannot be watched.
+  /// The locations that cannot be watched and have to be polled.
   [[nodiscard]] const std::vector<AbsoluteIRI>& GetPolled() const noexcept { return polled; }
 
  private:
-  /// One watch of the kernel.
+  /// What a watch of the kernel is for.
   struct Watched {
     boost::unordered_flat_set<std::string> leading;  // names in it that lead to locations
     std::vector<AbsoluteIRI> locations;              // that are this folder
     std::unordered_map<std::string, std::vector<AbsoluteIRI>> files;  // watched, by name
   };
-  /// What a name in a folder was found to be.
-  struct Step {
-    bool isThere = false;
-    bool isHidden = false;                   // nobody may tell whether it is there
-    std::optional<std::string> target = {};  // of a link
+  /// What stands at a path.
+  struct Seen {
+    bool exists = false;
+    bool isUnknown = false;                      // the disk does not say whether it exists
+    std::optional<std::string> linkTarget = {};  // empty: no link
   };
-  /// Where a location leads.
-  struct Place {
-    std::optional<std::string> real;  // without links; empty when there is nothing
+  /// The folder that a location leads to.
+  struct Destination {
+    std::optional<std::string> path;  // without links; empty when nothing is there
     std::optional<int> watch;
 
-    [[nodiscard]] friend bool operator==(const Place& left, const Place& right) = default;
+    [[nodiscard]] friend bool operator==(const Destination& left,
+                                         const Destination& right) = default;
   };
-  /// A way that was followed.
-  struct Way {
-    std::optional<std::string> real;
-    std::string folder = "/";  // in which the last name was looked up
-    std::string name;          // that name
-    bool isWatched = true;     // the whole of it
+  /// The folders and links on the way to a location.
+  struct Route {
+    std::optional<std::string> destination;  // without links; empty when nothing is there
+    std::string folder;                      // in which the last name was looked up
+    std::string name;                        // that name
+    bool isWatched = true;                   // every folder on it
   };
 
-  [[nodiscard]] std::optional<int> AddWatch(const std::string& folder, std::uint32_t events);
-  [[nodiscard]] Watched* WatchOnWay(const std::string& folder);
-  [[nodiscard]] Way Follow(const AbsoluteIRI& location);
-  [[nodiscard]] const Step& LookAt(const std::string& path);
-  [[nodiscard]] Standing Settle(const AbsoluteIRI& location, Place place);
-  void Take(const inotify_event& event, const char* name, Report& report) const;
+  [[nodiscard]] KernelWatches::Added Add(const std::string& folder, std::uint32_t events);
+  [[nodiscard]] Watched* WatchOnRoute(const std::string& folder);
+  [[nodiscard]] Route Follow(const AbsoluteIRI& location);
+  [[nodiscard]] const Seen& LookAt(const std::string& path);
+  [[nodiscard]] Comparison Settle(const AbsoluteIRI& location, Destination destination);
+  void AddTo(Report& report, const inotify_event& event, const char* name) const;
 
-  fl::filesystem::detail::Descriptor queue;
+  KernelWatches kernel;
   std::unordered_map<int, Watched> watches;
-  boost::unordered_flat_map<AbsoluteIRI, Place, HeldHash> places;
+  boost::unordered_flat_map<AbsoluteIRI, Destination, HeldHash> destinations;
   std::vector<AbsoluteIRI> polled;
 
   // Of the round under way.
   std::unordered_map<int, Watched> oldWatches;
-  boost::unordered_flat_map<AbsoluteIRI, Place, HeldHash> oldPlaces;
-  std::unordered_map<std::string, std::optional<int>> watchesOnWay;  // by folder
-  std::unordered_map<std::string, Step> steps;                       // by path
+  boost::unordered_flat_map<AbsoluteIRI, Destination, HeldHash> oldDestinations;
+  std::unordered_map<std::string, std::optional<int>> watchesOnRoutes;  // by folder
+  std::unordered_map<std::string, Seen> seen;                           // by path
 };
 
 }  // namespace Corvane::PathManagement::host
