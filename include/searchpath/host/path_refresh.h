@@ -11,68 +11,70 @@
 
 namespace Corvane::PathManagement::host {
 
-// Two versions of a path share the entries of what has not changed, so that their difference can be
-// told from the identity of the objects.
+// Two versions of a path share the entries of unchanged folders, so that comparing objects shows what
+// has changed.
 //
-// A folder is unchanged when it is the same folder, holds files of the same names, has the same
-// problem if any, and when the same holds for every special folder below it. The order of the disk
-// does not count, nor do ordinary folders, which no path leads to, nor what is in the files. An
-// entry that nobody has asked for what it holds is unchanged too: it has taken no snapshot yet.
+// A folder is unchanged when it is the same folder with files of the same names and the same problem,
+// if any, and when every special folder below it is unchanged. The order in which the disk lists them
+// does not count, nor do ordinary folders, to which no path leads, nor the contents of files. An entry
+// that has not been listed is unchanged, too: there is nothing that could differ.
 
-/// The main folders of a path that has the folders at `locations`, in this order. A location that was
-/// on an earlier version, whose folders are `oldFolders`, keeps its entry; repeated ones take old
-/// entries one for one. What was not on it gets an entry that has not been listed.
+/// The main folders of a path that has the folders at `locations`, in this order, and follows one of
+/// `oldFolders`. A location of the old path keeps its entry; where a location is repeated, so are its
+/// old entries, as far as there are any. The other locations get entries that have not been listed.
 ///
 /// Cost: asks the disk nothing.
 [[nodiscard]] SEARCHPATH_EXPORT std::vector<std::shared_ptr<const FolderEntry>> RearrangeFolders(
     const std::vector<std::shared_ptr<const FolderEntry>>& oldFolders,
     const std::vector<AbsoluteIRI>& locations);
 
-/// `oldFolders` as they are now: all that have been listed are listed anew, and one that has changed
-/// gets a new entry, which shares those below it that have not.
+/// `oldFolders` as they are now. Those that have been listed are listed again. A folder that has
+/// changed gets a new entry, which shares the entries of unchanged folders below it.
 ///
 /// Cost: that of listing, on several threads.
 [[nodiscard]] SEARCHPATH_EXPORT std::vector<std::shared_ptr<const FolderEntry>> RefreshFolders(
     const std::vector<std::shared_ptr<const FolderEntry>>& oldFolders);
 
-/// `folders` with the entries of `oldFolders`, which come from elsewhere, in place of all that are
-/// unchanged, below changed ones too. The same folder is found whatever location it was given as; of
-/// several, one with the same location. Repeated folders take old entries one for one.
+/// `folders`, where every unchanged folder has its entry of `oldFolders`, below changed folders, too.
+/// For two paths that were made independently, from a saved listing for instance. A folder is found
+/// on the old path by its location, else by its canonical location. Where a folder is repeated, each
+/// of its old entries is taken once.
 ///
-/// Cost: lists what is on both paths, unless both entries have yet to read it from the disk.
+/// Cost: lists the folders that are on both paths, unless neither of their entries has been read yet.
 [[nodiscard]] SEARCHPATH_EXPORT std::vector<std::shared_ptr<const FolderEntry>>
 ShareUnchangedFolders(const std::vector<std::shared_ptr<const FolderEntry>>& folders,
                       const std::vector<std::shared_ptr<const FolderEntry>>& oldFolders);
 
-/// Folders in which something may have changed, as whoever watches them names them: main folders,
-/// special ones below them, and such as have come or gone.
+/// The folders in which something may have changed, by their locations: main folders, special folders
+/// below them, and special folders that have come or gone.
 ///
 /// Threads: constant operations, from any thread.
 class SEARCHPATH_EXPORT ChangedFolders {
  public:
-  /// Cost: resolves the links of each.
-  explicit ChangedFolders(const AbsoluteIRIRange& locations);
+  /// A special folder stands for the folders that it belongs to as well, since these hold it.
+  ///
+  /// Cost: resolves the links of each location.
+  explicit ChangedFolders(const AbsoluteIRIRange& changed);
   ChangedFolders(const ChangedFolders&) = default;
   ChangedFolders& operator=(const ChangedFolders&) = default;
   ~ChangedFolders();
 
-  /// Whether one of them is `mainFolder` or belongs to it, as far as that has been listed. What has
-  /// not been will see the change anyway.
-  [[nodiscard]] bool Concern(const FolderEntry& mainFolder) const;
+  /// Whether `folder` itself may have changed.
+  [[nodiscard]] bool Contains(const FolderEntry& folder) const;
 
-  /// Whether `folder` itself is one of them or, should that be a special folder, above it: a special
-  /// folder that comes or goes is a change of those that it belongs to.
-  [[nodiscard]] bool Name(const FolderEntry& folder) const;
+  /// Whether `mainFolder` or a special folder below it may have changed. Folders that have not been
+  /// listed do not count: when they are, they show the change.
+  [[nodiscard]] bool Affect(const FolderEntry& mainFolder) const;
 
  private:
   struct Locations;
-  std::shared_ptr<const Locations> all;
+  std::shared_ptr<const Locations> locations;
 };
 
-/// The main folders of the same path with those folders listed anew that `changed` names, and no
-/// others: what belongs to a folder and is not named itself keeps its listing.
+/// `oldFolders`, where the folders of `changed`, and no others, are listed again: a special folder
+/// keeps its listing unless `changed` contains it, whatever becomes of the folder above it.
 ///
-/// Cost: asks the disk about those folders alone, on several threads.
+/// Cost: asks the disk about the folders of `changed` alone, on several threads.
 [[nodiscard]] SEARCHPATH_EXPORT std::vector<std::shared_ptr<const FolderEntry>> RefreshFolders(
     const std::vector<std::shared_ptr<const FolderEntry>>& oldFolders,
     const ChangedFolders& changed);

@@ -26,12 +26,15 @@ bool AreSameFolder(const FolderEntry& left, const FolderEntry& right) {
   return folder == static_cast<const AbsoluteIRI&>(right.GetCanonicalAbsoluteIRI());
 }
 
-/// Compares a folder and all that hangs below it with an earlier version, top down, and takes what
-/// is unchanged from there, bottom up. In loops, since folders nest deeper than stacks.
-class Sharing {
+/// Compares a folder and all below it with an earlier version, from the top down, and takes over the
+/// old entries of what is unchanged, from the bottom up. In loops, since folders nest deeper than
+/// stacks.
+class FolderMerge {
  public:
-  /// Folders that `changedFolders` does not name are as they were; without it, all may have changed.
-  Sharing(const Folder& fresh, const Folder& old, const ChangedFolders* changedFolders = nullptr)
+  /// Folders that `changedFolders` does not contain are as they were; without it, all may have
+  /// changed.
+  FolderMerge(const Folder& fresh, const Folder& old,
+              const ChangedFolders* changedFolders = nullptr)
       : changed(changedFolders) {
     nodes.push_back({.fresh = fresh, .old = old});
     for (std::size_t at = 0; at < nodes.size(); ++at) Compare(at);
@@ -42,7 +45,7 @@ class Sharing {
     for (std::size_t at = nodes.size() - 1; at > 0; --at) {
       Node& parent = nodes[nodes[at].parent];
       if (!nodes[at].isUnchanged) parent.isUnchanged = false;
-      parent.below[nodes[at].place] = ResultAt(nodes[at]);
+      parent.below[nodes[at].index] = ResultAt(nodes[at]);
     }
     return ResultAt(nodes.front());
   }
@@ -52,14 +55,14 @@ class Sharing {
     Folder fresh;  // the old one where that is as it was
     Folder old;
     std::size_t parent = 0;
-    std::size_t place = 0;     // among the folders directly below the parent
-    bool isUnchanged = false;  // with all below it that has been looked at
-    Folders below = {};        // of the fresh one, unless it is not asked
+    std::size_t index = 0;     // among the folders directly below the parent
+    bool isUnchanged = false;  // with all below it, as far as that has been compared
+    Folders below = {};        // of the fresh entry; empty when they need no comparison
   };
 
   void Compare(std::size_t at) {
     const Folder old = nodes[at].old;
-    const Folder fresh = nodes[at].fresh = ListedAnew(nodes[at].fresh, old);
+    const Folder fresh = nodes[at].fresh = ToCompare(nodes[at].fresh, old);
     if (!AreSameFolder(*fresh, *old)) return;
     nodes[at].isUnchanged = true;
     const FolderState& oldState = StateOf(*old);
@@ -72,9 +75,10 @@ class Sharing {
     AddBelow(at, oldBelow);
   }
 
-  [[nodiscard]] Folder ListedAnew(const Folder& fresh, const Folder& old) const {
+  /// The entry to compare with the old one: that itself where nothing can have changed.
+  [[nodiscard]] Folder ToCompare(const Folder& fresh, const Folder& old) const {
     if (changed == nullptr || !AreSameFolder(*fresh, *old)) return fresh;
-    if (!changed->Name(*old)) return old;
+    if (!changed->Contains(*old)) return old;
     return fresh == old ? CreateEntry(StateOf(*old).CopyUnlisted()) : fresh;
   }
 
@@ -82,13 +86,13 @@ class Sharing {
     if (oldBelow.empty()) return;
     std::map<ustring, Folder> byName;
     for (const Folder& old : oldBelow) byName.emplace(old->GetAbsoluteIRI().getName(), old);
-    for (std::size_t place = 0; place < nodes[parent].below.size(); ++place) {
-      const Folder fresh = nodes[parent].below[place];
+    for (std::size_t index = 0; index < nodes[parent].below.size(); ++index) {
+      const Folder fresh = nodes[parent].below[index];
       const auto old = byName.find(fresh->GetAbsoluteIRI().getName());
       if (old == byName.end()) {
         nodes[parent].isUnchanged = false;
       } else {
-        nodes.push_back({.fresh = fresh, .old = old->second, .parent = parent, .place = place});
+        nodes.push_back({.fresh = fresh, .old = old->second, .parent = parent, .index = index});
       }
     }
   }
@@ -104,24 +108,24 @@ class Sharing {
   std::vector<Node> nodes;        // each behind the one above it
 };
 
-/// Finds the entries of a path by location or identity, each once.
+/// Finds the entries of a path by a key, each once.
 class Counterparts {
  public:
   template <class KeyOf>
   Counterparts(Folders allFolders, const KeyOf& keyOf) : folders(std::move(allFolders)) {
-    others.resize(folders.size());
+    next.resize(folders.size());
     for (std::size_t at = folders.size(); at-- > 0;) {
       const auto [first, isNew] = firsts.try_emplace(keyOf(*folders[at]), at);
-      if (!isNew) others[at] = std::exchange(first->second, at);
+      if (!isNew) next[at] = std::exchange(first->second, at);
     }
   }
 
-  /// Null when there is none, or none is left.
+  /// The first entry with this key that has not been taken; null when there is none.
   [[nodiscard]] Folder Take(const AbsoluteIRI& key) {
     const auto first = firsts.find(key);
     if (first == firsts.end() || !first->second) return nullptr;
     const std::size_t at = *first->second;
-    first->second = others[at];
+    first->second = next[at];
     return std::exchange(folders[at], nullptr);
   }
 
@@ -131,11 +135,11 @@ class Counterparts {
   }
 
  private:
-  using Place = std::optional<std::size_t>;
+  using Index = std::optional<std::size_t>;  // empty: no further one
 
   Folders folders;  // null where it was taken
-  boost::unordered_flat_map<AbsoluteIRI, Place, HeldHash> firsts;
-  std::vector<Place> others;  // the next with the same key
+  boost::unordered_flat_map<AbsoluteIRI, Index, HeldHash> firsts;
+  std::vector<Index> next;  // with the same key
 };
 
 AbsoluteIRI LocationOf(const FolderEntry& folder) { return folder.GetAbsoluteIRI(); }
@@ -158,7 +162,7 @@ Folders RefreshFolders(const Folders& oldFolders) {
   Folders refreshed = oldFolders;
   AnyInParallel(refreshed.size(), [&](std::size_t at) {
     const Folder fresh = FolderEntry::Create(refreshed[at]->GetAbsoluteIRI());
-    refreshed[at] = Sharing(fresh, refreshed[at]).Result();
+    refreshed[at] = FolderMerge(fresh, refreshed[at]).Result();
     return false;
   });
   return refreshed;
@@ -168,14 +172,14 @@ Folders RefreshFolders(const Folders& oldFolders, const ChangedFolders& changed)
   Folders refreshed = oldFolders;
   std::vector<std::size_t> asked;
   for (std::size_t at = 0; at < refreshed.size(); ++at) {
-    if (changed.Concern(*refreshed[at])) asked.push_back(at);
+    if (changed.Affect(*refreshed[at])) asked.push_back(at);
   }
   AnyInParallel(asked.size(), [&](std::size_t index) {
     Folder& folder = refreshed[asked[index]];
-    // Made anew, since a link on the way to it may lead elsewhere by now.
+    // A new entry, since a link on the way to it may lead elsewhere by now.
     const Folder fresh =
-        changed.Name(*folder) ? FolderEntry::Create(folder->GetAbsoluteIRI()) : folder;
-    folder = Sharing(fresh, folder, &changed).Result();
+        changed.Contains(*folder) ? FolderEntry::Create(folder->GetAbsoluteIRI()) : folder;
+    folder = FolderMerge(fresh, folder, &changed).Result();
     return false;
   });
   return refreshed;
@@ -191,51 +195,52 @@ Folders ShareUnchangedFolders(const Folders& folders, const Folders& oldFolders)
     if (old[at] == nullptr) old[at] = sameFolder.Take(IdentityOf(*folders[at]));
   }
   AnyInParallel(shared.size(), [&](std::size_t at) {
-    if (old[at] != nullptr) shared[at] = Sharing(shared[at], old[at]).Result();
+    if (old[at] != nullptr) shared[at] = FolderMerge(shared[at], old[at]).Result();
     return false;
   });
   return shared;
 }
 
 struct ChangedFolders::Locations {
-  /// A special folder that comes or goes is a change of the one above it.
   void Add(AbsoluteIRI location) {
-    while (named.insert(location).second && location.hasParent() &&
+    while (all.insert(location).second && location.hasParent() &&
            GetPathEntryTypeFromBaseName(location.getName()) != PathEntryType::Ordinary) {
       location = location.getParent();
     }
   }
 
-  [[nodiscard]] bool Hold(const FolderEntry& folder) const {
-    return named.contains(LocationOf(folder)) || named.contains(IdentityOf(folder));
+  [[nodiscard]] bool Contain(const FolderEntry& folder) const {
+    return all.contains(LocationOf(folder)) || all.contains(IdentityOf(folder));
   }
 
-  boost::unordered_flat_set<AbsoluteIRI, HeldHash> named;
+  boost::unordered_flat_set<AbsoluteIRI, HeldHash> all;
 };
 
-ChangedFolders::ChangedFolders(const AbsoluteIRIRange& locations) {
+ChangedFolders::ChangedFolders(const AbsoluteIRIRange& changed) {
   const auto added = std::make_shared<Locations>();
-  for (const AbsoluteIRI& location : locations) {
+  for (const AbsoluteIRI& location : changed) {
     added->Add(location);
     try {
       added->Add(GetCanonicalIRI(location));
     } catch (const foundation::storage::vfs::Exception&) {
-      // Entries for what cannot be resolved are known by the location itself.
+      // An entry whose location cannot be resolved has it as its canonical location, too.
     }
   }
-  all = added;
+  locations = added;
 }
 
 ChangedFolders::~ChangedFolders() = default;
 
-bool ChangedFolders::Name(const FolderEntry& folder) const { return all->Hold(folder); }
+bool ChangedFolders::Contains(const FolderEntry& folder) const {
+  return locations->Contain(folder);
+}
 
-bool ChangedFolders::Concern(const FolderEntry& mainFolder) const {
+bool ChangedFolders::Affect(const FolderEntry& mainFolder) const {
   std::vector<const FolderEntry*> pending = {&mainFolder};
   while (!pending.empty()) {
     const FolderEntry& folder = *pending.back();
     pending.pop_back();
-    if (all->Hold(folder)) return true;
+    if (locations->Contain(folder)) return true;
     if (!StateOf(folder).IsListed()) continue;
     for (const Folder& below : folder.GetSpecialFolders()) pending.push_back(below.get());
   }
