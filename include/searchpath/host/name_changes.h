@@ -6,28 +6,27 @@
 #include "searchpath/model/found_item.h"
 #include "searchpath/model/ustring.h"
 
-#include <boost/optional.hpp>
-
+#include <optional>
 #include <vector>
 
 namespace Corvane::PathManagement::host {
 
-/// A file name that means another file on one path than on another. Never both empty.
+/// A file name that means different files on two paths. Never are both empty.
 struct NameChange {
   ustring name;
-  boost::optional<FoundItem> before;  ///< empty: the name is new
-  boost::optional<FoundItem> after;   ///< empty: the name is gone
+  std::optional<FoundItem> before;  ///< empty: the name is new
+  std::optional<FoundItem> after;   ///< empty: the name is gone
 };
 
-/// All plain file names, extension and all, that mean another file on `after` than on `before`, in
-/// the order of their bytes. They are told apart as the file system does. A file is another one when
-/// it stands in another folder, whatever location that was given as; what is in it is not asked. What
-/// "@" folders hold has no plain name.
+/// All file names, with their extensions, that mean another file on `after` than on `before`, in the
+/// order of their bytes; names that differ in case are different names. A file is another one when it
+/// stands in another folder, by canonical location; its contents do not count. Only files of main
+/// folders count: those of special folders are not found by a plain name.
 ///
 /// Errors: `std::length_error` for more than 2^32 - 1 such names.
-/// Cost: lists the main folders of both paths and reads each name once; some 100 bytes for each name
-/// in folders that are new, gone, moved or changed. Folders whose entries are the same objects on
-/// both paths, in the same order, cost no more, see `ShareUnchangedFolders`.
+/// Cost: lists the main folders of both paths and reads each name once. Takes some 100 bytes of memory
+/// for each name in folders that are new, gone, moved or changed; folders whose entries are the same
+/// objects in the same order on both paths take none, see `ShareUnchangedFolders`.
 [[nodiscard]] SEARCHPATH_EXPORT std::vector<NameChange> FindNameChanges(const FolderPath& before,
                                                                         const FolderPath& after);
 

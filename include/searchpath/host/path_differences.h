@@ -18,26 +18,26 @@ namespace Corvane::PathManagement::host {
 enum class FolderChange : std::uint8_t {
   Removed,
   Added,
-  Moved,      ///< unchanged, and out of the order of those that stayed
-  Refreshed,  ///< another entry for the same folder: what it holds has changed
+  Moved,      ///< the same entry, in another order than the entries that stayed
+  Refreshed,  ///< another entry for the same folder: its listing has changed
 };
 
-/// A folder that differs between two versions of a path, and where it stands.
+/// A folder that differs between two versions of a path, and where it stands on each.
 struct FolderDifference {
   FolderChange change;
   std::shared_ptr<const IPathEntry> before;  ///< null when it was added
   std::shared_ptr<const IPathEntry> after;   ///< null when it was removed; the same when it moved
-  /// Which main folder it is, or belongs to, from 0 on; empty on the path that it is not on.
+  /// The number of the main folder that it is or belongs to, from 0; empty for a path that it is not
+  /// on.
   std::optional<std::size_t> placeBefore;
   std::optional<std::size_t> placeAfter;
 };
 
-/// What `PathEntryVectorDifferentiator` says of two versions of a path whose unchanged entries are
-/// the same objects, see `ShareUnchangedFolders`. Removed folders come first, as they stood on
-/// `before`; then those that were added, those that moved and those refreshed, each as they stand on
-/// `after`.
+/// The differences that `PathEntryVectorDifferentiator` finds, in path order. Unchanged entries of the
+/// two paths have to be the same objects, see `ShareUnchangedFolders`. Removed folders come first, in
+/// the order of `before`; then folders added, moved and refreshed, each kind in the order of `after`.
 ///
-/// Cost: that of the differentiator. With `IncludeSubfolders` lists changed main folders.
+/// Cost: that of the differentiator. `IncludeSubfolders` lists changed main folders.
 [[nodiscard]] SEARCHPATH_EXPORT std::vector<FolderDifference> FindPathDifferences(
     const IPath& before, const IPath& after,
     PathEntryVectorDifferentiator::ComparisonFilter filter);

@@ -27,22 +27,22 @@ using Folders = std::vector<Folder>;
 
 enum Side : std::uint8_t { Before, After };
 
-/// Which of the folders of a path, and which of its files.
-struct Place {
-  std::uint32_t folder;
-  std::uint32_t file;
+/// A file of a path, by its numbers.
+struct File {
+  std::uint32_t folder;  // of the path
+  std::uint32_t index;   // of the folder's files
 };
 
-/// The names in question, each with its first places on both paths.
+/// The names that may have changed, each with the first file of both paths that has it.
 class NameTable {
  public:
   /// The folders have been listed.
   NameTable(const Folders& before, const Folders& after) : paths{&before, &after} {
     const Folders same = LongestCommonSubsequence<Folder, Folders>::Compute(before, after);
     for (const Side side : {Before, After}) AddNamesBesides(same, side);
-    for (auto& side : places) side.resize(names.size());
+    for (auto& side : firsts) side.resize(names.size());
     AnyInParallel(paths.size(), [this](std::size_t side) {
-      FindPlaces(static_cast<Side>(side));
+      FindFirstFiles(static_cast<Side>(side));
       return false;
     });
   }
@@ -56,7 +56,7 @@ class NameTable {
     std::vector<NameChange> changes;
     changes.reserve(changed.size());
     for (const auto& [name, at] : changed) {
-      changes.emplace_back(TextFromBytes(name), FileAt(Before, at), FileAt(After, at));
+      changes.emplace_back(TextFromBytes(name), FirstItem(Before, at), FirstItem(After, at));
     }
     return changes;
   }
@@ -69,8 +69,8 @@ class NameTable {
     }
   };
 
-  /// Only files of folders that are not on both paths in the same order can make a name mean
-  /// another one: among the rest, the first that has it is the same.
+  /// A name changes its meaning only by a folder that is not on both paths in the same order: among
+  /// the folders of `same`, the first that has it is the same on both.
   void AddNamesBesides(const Folders& same, Side side) {
     auto next = same.begin();
     for (const Folder& folder : *paths.at(side)) {
@@ -91,41 +91,42 @@ class NameTable {
     }
   }
 
-  void FindPlaces(Side side) {
+  void FindFirstFiles(Side side) {
     if (names.empty()) return;
     const Folders& folders = *paths.at(side);
     for (std::uint32_t folder = 0; folder < folders.size(); ++folder) {
       const NameBlock& files = StateOf(*folders[folder]).Files();
-      for (std::uint32_t file = 0; file < files.size(); ++file) {
-        const auto named = names.find(files[file]);
-        if (named == names.end()) continue;
-        auto& place = places.at(side)[named->second];
-        if (!place) place = {.folder = folder, .file = file};
+      for (std::uint32_t index = 0; index < files.size(); ++index) {
+        const auto name = names.find(files[index]);
+        if (name == names.end()) continue;
+        auto& first = firsts.at(side)[name->second];
+        if (!first) first = {.folder = folder, .index = index};
       }
     }
   }
 
   [[nodiscard]] bool IsChanged(std::uint32_t at) const {
-    const auto& before = places[Before][at];
-    const auto& after = places[After][at];
+    const auto& before = firsts[Before][at];
+    const auto& after = firsts[After][at];
     if (!before || !after) return true;
-    const AbsoluteIRI& folder = StateAt(Before, *before).Canonical();
-    return folder != static_cast<const AbsoluteIRI&>(StateAt(After, *after).Canonical());
+    const AbsoluteIRI& folder = FolderOf(Before, *before).Canonical();
+    return folder != static_cast<const AbsoluteIRI&>(FolderOf(After, *after).Canonical());
   }
 
-  [[nodiscard]] FolderState& StateAt(Side side, Place place) const {
-    return StateOf(*paths.at(side)->at(place.folder));
+  [[nodiscard]] FolderState& FolderOf(Side side, File file) const {
+    return StateOf(*paths.at(side)->at(file.folder));
   }
 
-  [[nodiscard]] boost::optional<FoundItem> FileAt(Side side, std::uint32_t at) const {
-    const auto& place = places.at(side)[at];
-    if (!place) return boost::none;
-    return FoundItem(StateAt(side, *place).ItemAt(place->file), paths.at(side)->at(place->folder));
+  [[nodiscard]] std::optional<FoundItem> FirstItem(Side side, std::uint32_t at) const {
+    const auto& first = firsts.at(side)[at];
+    if (!first) return std::nullopt;
+    return FoundItem(FolderOf(side, *first).ItemAt(first->index),
+                     paths.at(side)->at(first->folder));
   }
 
   std::array<const Folders*, 2> paths;
   boost::unordered_flat_map<std::string_view, std::uint32_t, Hash> names;  // to their numbers
-  std::array<std::vector<std::optional<Place>>, 2> places;                 // by number
+  std::array<std::vector<std::optional<File>>, 2> firsts;                  // by number
 };
 
 }  // namespace

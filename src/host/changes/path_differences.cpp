@@ -3,7 +3,6 @@
 #include <boost/unordered/unordered_flat_map.hpp>
 
 #include <algorithm>
-#include <array>
 #include <tuple>
 #include <utility>
 
@@ -12,34 +11,34 @@ namespace Corvane::PathManagement::host {
 namespace {
 
 using Entry = std::shared_ptr<const IPathEntry>;
-using Entries = std::vector<Entry>;
+using Entries = PathEntries;
 using ComparisonFilter = PathEntryVectorDifferentiator::ComparisonFilter;
 
-/// Where the entries of a path stand that a comparison may tell.
-class Places {
+/// The positions on a path of the entries that a comparison may find.
+class Positions {
  public:
-  struct Place {
-    std::size_t main = 0;   // the place of the main folder
-    std::size_t order = 0;  // of all entries here
+  struct Position {
+    std::size_t main = 0;   // the number of the main folder
+    std::size_t order = 0;  // among all entries here
   };
 
-  explicit Places(const Entries& mainEntries) : mainCount(mainEntries.size()) {
+  explicit Positions(const Entries& mainEntries) : mainCount(mainEntries.size()) {
     for (std::size_t main = 0; main < mainEntries.size(); ++main) Add(mainEntries[main], main);
   }
 
-  [[nodiscard]] const Place* Find(const Entry& entry) const {
-    const auto found = places.find(entry.get());
-    return found == places.end() ? nullptr : &found->second;
+  [[nodiscard]] const Position* Find(const Entry& entry) const {
+    const auto found = positions.find(entry.get());
+    return found == positions.end() ? nullptr : &found->second;
   }
 
-  /// Only what hangs below a changed main entry is told: the others need not be listed.
+  /// What is below unchanged main entries is not compared, and need not be listed.
   void AddBelow(const Entries& changedEntries) {
-    static constexpr std::array<std::uint32_t, 6> kAllKinds = {0, 1, 2, 3, 4, 5};
     for (const Entry& changed : changedEntries) {
-      const Place* const place = Find(changed);
-      if (place == nullptr || place->order >= mainCount) continue;  // their main entry is told, too
-      changed->ForEachEntryInScope(SearchScope(kAllKinds.data(), kAllKinds.size()),
-                                   [this, main = place->main](const Entry& below) {
+      const Position* const position = Find(changed);
+      // A special folder is added with the main entry that it belongs to, which has changed, too.
+      if (position == nullptr || position->order >= mainCount) continue;
+      changed->ForEachEntryInScope(kAllKindsAndResourcesScope,
+                                   [this, main = position->main](const Entry& below) {
                                      Add(below, main);
                                      return false;
                                    });
@@ -48,63 +47,64 @@ class Places {
 
  private:
   void Add(const Entry& entry, std::size_t main) {
-    places.try_emplace(entry.get(), Place{main, places.size()});
+    positions.try_emplace(entry.get(), Position{main, positions.size()});
   }
 
-  std::size_t mainCount;  // at least as many as there are main entries
-  boost::unordered_flat_map<const IPathEntry*, Place> places;
+  std::size_t mainCount;  // at least as many as there are different main entries
+  boost::unordered_flat_map<const IPathEntry*, Position> positions;
 };
 
 class Differences {
  public:
   Differences(const Entries& before, const Entries& after, ComparisonFilter filter)
-      : placesBefore(before), placesAfter(after) {
-    PathEntryVectorDifferentiator told;
-    told.Compare(before, after, filter);
+      : positionsBefore(before), positionsAfter(after) {
+    PathEntryVectorDifferentiator compared;
+    compared.Compare(before, after, filter);
+    const Entries& refreshed = *compared.GetRefreshedBefore();
     if (filter == ComparisonFilter::IncludeSubfolders) {
-      placesBefore.AddBelow(*told.GetRemoved());
-      placesBefore.AddBelow(*told.GetRefreshedBefore());
-      placesAfter.AddBelow(*told.GetAdded());
-      placesAfter.AddBelow(*told.GetRefreshedAfter());
+      positionsBefore.AddBelow(*compared.GetRemoved());
+      positionsBefore.AddBelow(refreshed);
+      positionsAfter.AddBelow(*compared.GetAdded());
+      positionsAfter.AddBelow(*compared.GetRefreshedAfter());
     }
-    for (const auto& entry : *told.GetRemoved()) Add(FolderChange::Removed, entry, nullptr);
-    for (const auto& entry : *told.GetAdded()) Add(FolderChange::Added, nullptr, entry);
-    for (const auto& entry : *told.GetReordered()) Add(FolderChange::Moved, entry, entry);
-    const Entries& refreshed = *told.GetRefreshedBefore();
+    for (const auto& entry : *compared.GetRemoved()) Add(FolderChange::Removed, entry, nullptr);
+    for (const auto& entry : *compared.GetAdded()) Add(FolderChange::Added, nullptr, entry);
+    for (const auto& entry : *compared.GetReordered()) Add(FolderChange::Moved, entry, entry);
     for (std::size_t at = 0; at < refreshed.size(); ++at) {
-      Add(FolderChange::Refreshed, refreshed[at], (*told.GetRefreshedAfter())[at]);
+      Add(FolderChange::Refreshed, refreshed[at], (*compared.GetRefreshedAfter())[at]);
     }
   }
 
   [[nodiscard]] std::vector<FolderDifference> InOrder() && {
     std::sort(found.begin(), found.end(), [](const auto& left, const auto& right) {
-      const auto key = [](const auto& ordered) {
-        const auto& [place, difference] = ordered;
-        return std::make_tuple(difference.change, place.main, place.order);
+      const auto key = [](const auto& positioned) {
+        const auto& [position, difference] = positioned;
+        return std::make_tuple(difference.change, position.main, position.order);
       };
       return key(left) < key(right);
     });
     std::vector<FolderDifference> differences;
     differences.reserve(found.size());
-    for (auto& ordered : found) differences.push_back(std::move(ordered.second));
+    for (auto& positioned : found) differences.push_back(std::move(positioned.second));
     return differences;
   }
 
  private:
   void Add(FolderChange change, const Entry& before, const Entry& after) {
-    const auto* const placeBefore = before == nullptr ? nullptr : placesBefore.Find(before);
-    const auto* const placeAfter = after == nullptr ? nullptr : placesAfter.Find(after);
+    const auto* const positionBefore = positionsBefore.Find(before);
+    const auto* const positionAfter = positionsAfter.Find(after);
     FolderDifference difference = {
         .change = change, .before = before, .after = after, .placeBefore = {}, .placeAfter = {}};
-    if (placeBefore != nullptr) difference.placeBefore = placeBefore->main;
-    if (placeAfter != nullptr) difference.placeAfter = placeAfter->main;
-    const auto* const place = placeAfter != nullptr ? placeAfter : placeBefore;
-    found.emplace_back(place == nullptr ? Places::Place() : *place, std::move(difference));
+    if (positionBefore != nullptr) difference.placeBefore = positionBefore->main;
+    if (positionAfter != nullptr) difference.placeAfter = positionAfter->main;
+    const auto* const position = positionAfter != nullptr ? positionAfter : positionBefore;
+    found.emplace_back(position == nullptr ? Positions::Position() : *position,
+                       std::move(difference));
   }
 
-  Places placesBefore;
-  Places placesAfter;
-  std::vector<std::pair<Places::Place, FolderDifference>> found;  // with where it is told
+  Positions positionsBefore;
+  Positions positionsAfter;
+  std::vector<std::pair<Positions::Position, FolderDifference>> found;  // and where it is listed
 };
 
 }  // namespace
