@@ -9,35 +9,34 @@
 
 namespace Corvane::PathManagement::host {
 
-/// Keeps a path as the events of a stream say that the disk is.
+/// Refreshes the folders of a path when an event says that they have changed.
 ///
-/// Hears each `FileFolderChangedEvent`, on the session's stream also those of
-/// `NotifyUpstreamPathEntriesOfPossibleSpecialSubfolderChanges`, and has the manager list the named
-/// folders anew, which tells its listeners what has changed. What is no folder of the path is passed
-/// by. Events that come during a refresh are gathered, each folder once, and are the next refresh.
+/// Takes each `FileFolderChangedEvent`, on the session's stream also those of
+/// `NotifyUpstreamPathEntriesOfPossibleSpecialSubfolderChanges`, and lets the manager list the folder
+/// again, which calls its listeners if anything has changed. Locations that are no folder of the path
+/// are ignored. Events that come during a refresh are gathered for the next one, each folder once.
 ///
-/// Threads: refreshes, and the manager's listeners with them, run one after the other on a thread of
-/// the observer's own. A publisher only leaves the location here: it may be anyone, a listener of
-/// the manager too, and neither waits nor hears of a failure. All operations, from any thread.
-/// Ownership: the manager must outlive it. The event manager need not: the subscription keeps the
-/// stream.
+/// Threads: refreshes run one after the other, on a thread of the observer's own, and so do the
+/// manager's listeners. Publishing an event neither waits for a refresh nor raises its failure; a
+/// listener of the manager may publish, too. All operations, from any thread.
+/// Ownership: the manager must outlive it; the event manager need not.
 class SEARCHPATH_EXPORT FolderObserver {
  public:
-  /// Hears the events that are published from now on.
+  /// Takes the events that are published from now on.
   FolderObserver(MainSearchPathManager& manager, foundation::msg_svc::eventmgr::EventMgr& events);
   FolderObserver(const FolderObserver&) = delete;
   FolderObserver& operator=(const FolderObserver&) = delete;
-  /// Waits for the refresh under way; what was to come after it is dropped.
+  /// Waits for the refresh under way and drops the events gathered for the next one.
   ///
   /// Precondition: not called by a listener of the manager on the observer's thread.
   ~FolderObserver();
 
-  /// Waits until all that has been published so far is on the path and the listeners have been
-  /// told.
+  /// Waits until the path shows all that has been published so far and the listeners have been
+  /// called.
   ///
   /// Precondition: that of the destructor.
   /// Errors: the first exception of a refresh or of a listener since the last call. The folders of
-  /// such a refresh are listed again with the next event.
+  /// that refresh are listed once more with the next event.
   void Settle();
 
  private:

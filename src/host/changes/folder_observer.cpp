@@ -22,15 +22,15 @@ using foundation::msg_svc::eventmgr::EventMgr;
 using foundation::msg_svc::eventmgr::Subscription;
 using storage::filefolderobserver::FileFolderChangedEvent;
 
-/// The folders of one refresh.
-struct Named {
+/// The folders to refresh.
+struct Batch {
   boost::unordered_flat_set<AbsoluteIRI, HeldHash> locations;
-  bool isEverything = false;
+  bool hasAllFolders = false;
 
-  [[nodiscard]] bool IsEmpty() const noexcept { return locations.empty() && !isEverything; }
+  [[nodiscard]] bool IsEmpty() const noexcept { return locations.empty() && !hasAllFolders; }
 
   void Refresh(MainSearchPathManager& manager) const {
-    if (isEverything) {
+    if (hasAllFolders) {
       manager.RefreshAllFolders();
     } else {
       manager.RefreshFolders(std::vector<AbsoluteIRI>(locations.begin(), locations.end()));
@@ -47,23 +47,23 @@ class FolderObserver::State {
   State& operator=(const State&) = delete;
   ~State() = default;
 
-  /// For publishers. Never fails: they have no part in what becomes of their events here.
+  /// Called by publishers, who are not to fail for what happens here.
   void Gather(const Event& event) noexcept {
     const auto* const changed = dynamic_cast<const FileFolderChangedEvent*>(&event);
     if (changed == nullptr) return;
     const std::lock_guard lock(mutex);
     try {
-      named.locations.insert(AbsoluteIRI(changed->GetLocation()));
+      next.locations.insert(AbsoluteIRI(changed->GetLocation()));
     } catch (const foundation::storage::vfs::InvalidIRIException&) {
-      return;  // no folder is called so
+      return;  // no folder has such a location
     } catch (const std::bad_alloc&) {
-      named.isEverything = true;  // which takes no room
+      next.hasAllFolders = true;  // takes no memory
     }
-    turn.notify_all();
+    stateChanged.notify_all();
   }
 
-  /// Once, with the owner of this object: deliveries under way when the observer is destroyed find
-  /// it still there.
+  /// Called once, with the owner of this object: a publisher that is calling when the observer is
+  /// destroyed still finds it.
   void Start(const std::shared_ptr<State>& owner, EventMgr& events) {
     subscription = events.subscribe([gatherer = std::weak_ptr<State>(owner)](const Event& event) {
       if (const auto gathering = gatherer.lock()) gathering->Gather(event);
@@ -76,14 +76,14 @@ class FolderObserver::State {
     {
       const std::lock_guard lock(mutex);
       isEnding = true;
-      turn.notify_all();
+      stateChanged.notify_all();
     }
     thread.join();
   }
 
   void Settle() {
     std::unique_lock lock(mutex);
-    turn.wait(lock, [this] { return named.IsEmpty() && !isRefreshing; });
+    stateChanged.wait(lock, [this] { return next.IsEmpty() && !isRefreshing; });
     if (failure != nullptr) std::rethrow_exception(std::exchange(failure, nullptr));
   }
 
@@ -91,45 +91,45 @@ class FolderObserver::State {
   void Run() {
     std::unique_lock lock(mutex);
     for (;;) {
-      turn.wait(lock, [this] { return isEnding || !named.IsEmpty(); });
+      stateChanged.wait(lock, [this] { return isEnding || !next.IsEmpty(); });
       if (isEnding) return;
-      Named taken = std::exchange(named, Named());
+      Batch batch = std::exchange(next, Batch());
       isRefreshing = true;
       lock.unlock();
-      const std::exception_ptr raised = Refresh(taken);
+      const std::exception_ptr raised = Refresh(batch);
       lock.lock();
       isRefreshing = false;
       if (failure == nullptr) failure = raised;
-      turn.notify_all();
+      stateChanged.notify_all();
     }
   }
 
   /// Returns what was raised.
-  [[nodiscard]] std::exception_ptr Refresh(Named& taken) noexcept {
+  [[nodiscard]] std::exception_ptr Refresh(Batch& batch) noexcept {
     try {
-      if (!doubtful.IsEmpty()) doubtful.Refresh(manager);
-      doubtful = Named();
-      taken.Refresh(manager);
+      if (!failed.IsEmpty()) failed.Refresh(manager);
+      failed = Batch();
+      batch.Refresh(manager);
       return nullptr;
     } catch (...) {
       // Perhaps only a listener failed, perhaps nothing has been listed.
-      if (doubtful.IsEmpty()) {
-        doubtful = std::move(taken);
+      if (failed.IsEmpty()) {
+        failed = std::move(batch);
       } else {
-        doubtful.isEverything = true;  // for there may be no memory to add to it
+        failed.hasAllFolders = true;  // there may be no memory to add locations
       }
       return std::current_exception();
     }
   }
 
   MainSearchPathManager& manager;
-  Named doubtful;  // of a refresh that failed; used by the thread alone
+  Batch failed;  // the folders whose refresh failed; used by the thread alone
 
-  std::mutex mutex;              // guards what follows
-  std::condition_variable turn;  // some of it has changed
-  Named named;                   // for the next refresh
+  std::mutex mutex;                      // guards what follows
+  std::condition_variable stateChanged;  // some of it
+  Batch next;                            // gathered for the next refresh
   bool isRefreshing = false;
-  std::exception_ptr failure;  // the first that `Settle` has not raised
+  std::exception_ptr failure;  // the first that `Settle` has not raised yet
   bool isEnding = false;
 
   Subscription subscription;
