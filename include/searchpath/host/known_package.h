@@ -8,7 +8,7 @@
 
 namespace Corvane::PathManagement::host {
 
-/// A package that may be on the path, and the folders that it puts there.
+/// A package, and the folders that it puts on the path.
 struct KnownPackage {
   ZentraComponents::ComponentIdentifier package;
   std::vector<CanonicalAbsoluteIRI> folders;

@@ -12,33 +12,33 @@ namespace Corvane::PathManagement::host {
 
 /// What is wrong with a package.
 enum class PackageFault : std::uint8_t {
-  Unreadable,       ///< the disk refuses the manifest; the detail says why
-  NotAFile,         ///< something else than a regular file has the manifest's name
+  Unreadable,       ///< the manifest cannot be read; the detail says why
+  NotAFile,         ///< what has the manifest's name is not a regular file
   TooLarge,         ///< the manifest is larger than 1 MiB
   NotUtf8,          ///< the manifest has a byte that is not UTF-8
   Syntax,           ///< the manifest is not JSON
   TooDeep,          ///< nested deeper than 32 levels
   TooManyValues,    ///< more than 10,000 values
   RepeatedField,    ///< an object has two fields of one name
-  MissingField,     ///< a field that every package has is not there
-  UnknownField,     ///< a field that no package has
+  MissingField,     ///< a required field is not there
+  UnknownField,     ///< a field that manifests do not have
   WrongType,        ///< the detail says what was expected
   OutOfRange,       ///< a number that does not fit
-  OutsideOfFolder,  ///< a pathname that is not one below the package's own folder
+  OutsideOfFolder,  ///< a pathname that leads out of the package's own folder
   InvalidFolder,    ///< neither a pathname nor an IRI; the detail says why
-  Repeated,         ///< the detail is the manifest of the package that has this name and version
-  TooMuch,          ///< the packages before it fill the registry
+  Repeated,         ///< an earlier package has this name and version; the detail is its manifest
+  TooMuch,          ///< the packages before it take all the memory that the registry may take
 };
 
-/// A package that was left out, and why. The others are there.
+/// A package that was left out, and why. The other packages are not affected.
 struct PackageProblem {
   ustring file;                     ///< the native path of its manifest
-  std::optional<std::size_t> line;  ///< from 1 on; empty when the file as a whole is meant
-  ustring field;                    ///< "folders[1].tags", counted from 0; "" when it is none
+  std::optional<std::size_t> line;  ///< from 1; empty when it concerns the file as a whole
+  ustring field;                    ///< as "folders[1].tags", counted from 0; "" for no field
   PackageFault fault;
   ustring detail = {};
 
-  /// All of it in words, "FILE:LINE: FIELD: what is wrong", without a full stop.
+  /// A message: "FILE:LINE: FIELD: what is wrong", without a full stop.
   [[nodiscard]] SEARCHPATH_EXPORT ustring GetText() const;
 };
 

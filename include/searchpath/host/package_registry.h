@@ -15,9 +15,9 @@
 
 namespace Corvane::PathManagement::host {
 
-/// The packages below a root folder, as they were when the registry was made. Each folder directly
-/// below the root, also one behind a link, that holds a manifest called "searchpath.json" is a
-/// package:
+/// The packages below a root folder, as they were when the registry was made. A package is a folder
+/// directly below the root, or a link there to a folder, that holds a manifest called
+/// "searchpath.json":
 ///
 ///     {
 ///       "name": "geometry",
@@ -28,19 +28,20 @@ namespace Corvane::PathManagement::host {
 ///       "properties": {"IsQRX": false, "License": "none"}
 ///     }
 ///
-/// The first three fields have to be there; the last three show what counts without them, but for
-/// the properties, which are none then. A folder is a pathname below the package's own folder,
-/// without "..", or an IRI, and need not exist; without tags it is tagged with 0, as a folder of
-/// the search path. A property is a truth value, a number or a text; "IsQRX" and "ManualInstall"
-/// are truth values.
+/// "name", "version" and "folders" are required. "contributesToPath" and "checksManualInstall" are
+/// shown with their defaults; a package may do without properties. A folder is a pathname below the
+/// package's own folder, without "..", or an IRI, and need not exist. Without tags it has the tag 0,
+/// which marks folders of the search path. A property is true, false, a number or a text; "IsQRX" and
+/// "ManualInstall" are true or false.
 ///
 /// Threads: immutable; all operations, from any thread.
 /// Ownership: packages live on without the registry.
-/// Errors: the disk's and those of manifests are problems, not exceptions.
-/// Cost: construction reads every manifest; 64 MiB are kept at most, further packages are left out.
+/// Errors: those of the disk and of manifests are problems, not exceptions.
+/// Cost: construction reads every manifest. Packages take some 64 MiB of memory at most; further ones
+/// are left out.
 class SEARCHPATH_EXPORT PackageRegistry : public Corvane::PackageRegistry::IPackageRegistry {
  public:
-  /// `root` is as users type it. One that cannot be read holds no packages and is a problem.
+  /// `root` is as users type it. When it cannot be read, that is a problem and there are no packages.
   explicit PackageRegistry(const ustring& root,
                            const WorkingFolder& workingFolder = WorkingFolder());
   PackageRegistry(const PackageRegistry&) = delete;
@@ -54,12 +55,12 @@ class SEARCHPATH_EXPORT PackageRegistry : public Corvane::PackageRegistry::IPack
   [[nodiscard]] const std::vector<ZentraComponents::ComponentIdentifier>& GetIdentifiers()
       const noexcept;
 
-  /// What keeps the root from being read; empty when nothing does.
+  /// Why the root cannot be read; empty when it can.
   [[nodiscard]] const std::optional<FolderProblem>& GetRootProblem() const noexcept;
 
-  /// The packages that were left out, in the same order; of very many the first 1,000.
+  /// The packages that were left out, in the same order, the first 1,000 at most.
   [[nodiscard]] const std::vector<PackageProblem>& GetProblems() const noexcept;
-  /// How many were left out, all in all.
+  /// How many packages were left out, however many.
   [[nodiscard]] std::size_t GetProblemCount() const noexcept;
 
  private:

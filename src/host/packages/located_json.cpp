@@ -17,7 +17,7 @@ namespace {
 constexpr std::size_t kMostLevels = 32;
 constexpr std::size_t kMostValues = 10'000;
 
-/// Where the parser stands in a text, which it does not tell of values.
+/// Counts the lines of a text while it is parsed: the parser does not say where a value stands.
 class Lines {
  public:
   explicit Lines(std::string_view bytes) : text(bytes) {}
@@ -33,7 +33,7 @@ class Lines {
     return line;
   }
 
-  /// An iterator over the text that tells how far it came.
+  /// An iterator over the text that keeps `read`.
   class Iterator {
    public:
     using iterator_category = std::input_iterator_tag;
@@ -66,7 +66,7 @@ class Lines {
   std::size_t line = 1;
 };
 
-/// Takes what the parser meets, in its order; the names of these operations are the parser's.
+/// Takes the events of the parser, which fixes the names of these operations.
 class TreeBuilder {
  public:
   explicit TreeBuilder(Lines& textLines) : lines(textLines) {}
@@ -79,19 +79,19 @@ class TreeBuilder {
     return Add(static_cast<std::int64_t>(value));
   }
   bool number_float(double value, const std::string& digits) {
-    // An integer of very many digits comes as one, too, and would lose some. What stands before
-    // decimals depends on the locale here.
+    // An integer too large for 64 bits comes as a double, too, and would lose digits. Looking for
+    // the decimal point would not do: here it is that of the locale.
     const bool isInteger = digits.find_first_not_of("-0123456789") == std::string::npos;
     if (isInteger) Fail(PackageFault::OutOfRange);
     return Add(value);
   }
   bool string(const std::string& value) { return Add(TextFromBytes(value)); }
-  // Only other formats than JSON have it.
+  // Never called: JSON has no such values.
   static bool binary(const nlohmann::json::binary_t& /*value*/) { return false; }
   bool start_object(std::size_t /*unknown*/) { return Open(LocatedJson::Object()); }
   bool start_array(std::size_t /*unknown*/) { return Open(LocatedJson::Array()); }
   bool key(const std::string& name) {
-    // A member is there before its value, so that the field has its name by then.
+    // Before its value is known, so that a problem with the value can name the field.
     Members().push_back({TextFromBytes(name), {lines.GetLine(), nullptr}});
     return true;
   }
@@ -113,16 +113,16 @@ class TreeBuilder {
   }
   [[nodiscard]] ustring Field() const;
   [[noreturn]] void Fail(PackageFault fault) {
-    Place();  // so that an element is counted
+    MakeRoom();  // an element of an array is counted, too
     throw ManifestException(fault, lines.GetLine(), Field());
   }
 
-  /// Where the value that has just been met belongs.
-  LocatedJson& Place();
+  /// The place for the value that comes now, in the container that is open.
+  LocatedJson& MakeRoom();
   template <class Content>
   bool Add(Content content) {
     if (++values > kMostValues) throw ManifestException(PackageFault::TooManyValues, {}, {});
-    Place() = {lines.GetLine(), std::move(content)};
+    MakeRoom() = {lines.GetLine(), std::move(content)};
     return true;
   }
   template <class Content>
@@ -143,7 +143,7 @@ class TreeBuilder {
   std::size_t values = 0;
 };
 
-LocatedJson& TreeBuilder::Place() {
+LocatedJson& TreeBuilder::MakeRoom() {
   if (open.empty()) return root;
   if (auto* array = std::get_if<LocatedJson::Array>(&open.back()->content)) {
     return array->emplace_back(LocatedJson{1, nullptr});
@@ -201,7 +201,7 @@ bool IsWord(const ustring& name) {
 }  // namespace
 
 ustring FieldBelow(const ustring& object, const ustring& name) {
-  // What is no word could be taken for the rest of the message, or be as long as the manifest.
+  // Quoted, other names cannot be taken for a part of the message, and long ones are cut.
   return object + (object.empty() ? u"" : u".") +
          (IsWord(name) ? name : TextFromBytes(PathManagement::detail::QuotedText(name)));
 }

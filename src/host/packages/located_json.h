@@ -15,7 +15,7 @@
 
 namespace Corvane::PathManagement::host {
 
-/// A manifest that is none: what a `PackageProblem` says beside the file.
+/// A manifest cannot be used. The data are those of `PackageProblem`, without the file.
 class ManifestException : public std::exception {
  public:
   ManifestException(PackageFault what, std::optional<std::size_t> where, ustring which,
@@ -30,10 +30,10 @@ class ManifestException : public std::exception {
 
 struct JsonMember;
 
-/// A value of a JSON text, and the line that it begins on.
+/// A value of a JSON text, and the line on which it stands.
 struct LocatedJson {
   using Array = std::vector<LocatedJson>;
-  using Object = std::vector<JsonMember>;  // in the order of the text, no name twice
+  using Object = std::vector<JsonMember>;  // in the order of the text; no name is repeated
 
   std::size_t line;  // from 1 on
   std::variant<std::nullptr_t, bool, std::int64_t, double, ustring, Array, Object> content;
@@ -44,13 +44,13 @@ struct JsonMember {
   LocatedJson value;
 };
 
-/// The name of the field `name` of the object that is called `object`, "" for the whole text.
+/// What messages call the field `name` of the field `object`; "" is the whole text.
 [[nodiscard]] ustring FieldBelow(const ustring& object, const ustring& name);
-/// The same for the element at `index` of an array.
+/// The same for the element at `index` of an array, from 0.
 [[nodiscard]] ustring FieldBelow(const ustring& array, std::size_t index);
 
-/// Reads `bytes`, at most 32 levels deep and 10,000 values large: a tree may be taken apart by
-/// recursion and takes little memory.
+/// Parses `bytes`. More than 32 levels or 10,000 values are refused, so that the tree can be
+/// destroyed by recursion and takes little memory.
 ///
 /// Errors: `ManifestException`.
 [[nodiscard]] LocatedJson ParseJson(std::string_view bytes);

@@ -13,7 +13,7 @@ namespace {
 
 using current_working_folder::AbsolutizeError;
 
-/// The folder of a package whose canonical location cannot be told, and why.
+/// The folder of `package` whose links cannot be resolved, and why.
 FolderProblem ProblemOf(const Corvane::PackageRegistry::IPackage& package) {
   for (const auto& each : package.GetFolders()) {
     const auto reason = ProbeFolder(each.folder);
@@ -32,7 +32,7 @@ GivenFolders WithPackageFolders(GivenFolders given, const PackageRegistry* regis
   if (const auto& problem = registry->GetRootProblem()) given.unlocated.push_back(*problem);
   for (const ComponentIdentifier& package : registry->GetIdentifiers()) {
     try {
-      // One at a time, since the answer does not tell which folder is whose.
+      // One package at a time: the answer does not say which folder belongs to which package.
       for (const AbsoluteIRI& folder : GetPathFoldersForPackages(*registry, {&package, 1})) {
         given.folders.push_back({{FolderSource::Package, GetStringFromIRI(folder), package},
                                  {CreateMainFolder(folder, source)}});

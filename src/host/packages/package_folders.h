@@ -11,14 +11,13 @@
 
 namespace Corvane::PathManagement::host {
 
-/// `given`, and behind it the folders that the packages of `registry` put on the path, package by
-/// package; nothing more when `registry` is null. A package with a folder that leads into a loop of
-/// links puts none there, and that folder is a problem. Listings come from `source`, see
-/// `FolderState`.
+/// `given`, followed by the folders that the packages of `registry`, which may be null, put on the
+/// path, package by package. A package with a folder that leads into a loop of links puts no folder
+/// there, and that folder is reported as a problem. Listings come from `source`, see `FolderState`.
 [[nodiscard]] GivenFolders WithPackageFolders(GivenFolders given, const PackageRegistry* registry,
                                               const std::shared_ptr<const ListingSource>& source);
 
-/// The packages that put folders among `given`, in their order, each with these folders.
+/// The packages that put folders into `given`, in its order, each with its folders.
 [[nodiscard]] std::vector<KnownPackage> FindKnownPackages(
     const std::vector<GivenFolders::Given>& given);
 

@@ -50,7 +50,7 @@ class Package final : public IPackage {
   Properties properties;
 };
 
-/// A value of the manifest and what it is called.
+/// A value of the manifest and its name for messages.
 struct Field {
   const LocatedJson& value;
   ustring name;
@@ -118,7 +118,7 @@ AbsoluteIRI LocationOf(const Field& field, const ustring& packageFolder) try {
   namespace vfs = foundation::storage::vfs;
   const ustring& text = field.AsText();
   if (vfs::hasIRIPrefix(text)) return GetIRIFromString(text);
-  // Also where ".." would lead back: behind a link it leads elsewhere.
+  // ".." is refused even where it seems to lead back: behind a link it leads elsewhere.
   if (text.starts_with(u'/') || text.starts_with(u'~') || LeadsUp(text)) {
     field.Refuse(PackageFault::OutsideOfFolder);
   }
@@ -153,7 +153,7 @@ std::vector<PackageFolder> FoldersOf(const Field& field, const ustring& packageF
 PropertyValue PropertyOf(const Field& field) {
   return std::visit(
       [&field]<class Content>(const Content& content) -> PropertyValue {
-        // A text can be made of a null pointer, too, and must not be.
+        // A null pointer would convert to a text.
         constexpr bool isNull = std::is_null_pointer_v<Content>;
         if constexpr (!isNull && std::is_constructible_v<PropertyValue, Content>) return content;
         field.Refuse(PackageFault::WrongType, u"a truth value, number or text");
@@ -166,7 +166,7 @@ Properties PropertiesOf(const Field& field) {
   const auto& members = field.As<LocatedJson::Object>(u"an object");
   for (const JsonMember& member : members) {
     const Field property{member.value, FieldBelow(field.name, member.name)};
-    // Those that say whether the package's folders are put on the path.
+    // These two decide which folders are put on the path, and have to be true or false there.
     if (member.name == u"IsQRX" || member.name == u"ManualInstall") {
       static_cast<void>(property.AsTruth());
     }
@@ -189,7 +189,7 @@ PackageManifest ReadManifest(std::string_view bytes, const AbsoluteIRI& folder) 
   const auto properties = all.Find(u"properties");
   ZentraComponents::ComponentIdentifier identifier{name.AsText(), all.Get(u"version").AsText()};
   auto folders = FoldersOf(all.Get(u"folders"), folder.getPath());
-  // Each folder is kept with the whole of its location; the rest is about as large as its text.
+  // Each folder is kept with its whole location; the rest takes about as much as its text.
   constexpr std::size_t kFolderMemory = 200;
   const std::size_t memory =
       4 * bytes.size() +

@@ -10,10 +10,10 @@
 
 namespace Corvane::PathManagement::host {
 
-/// The size of a manifest that is not read any more, in bytes.
+/// The smallest size that is refused, in bytes.
 constexpr std::size_t kTooLargeManifest = (std::size_t{1} << 20) + 1;
 
-/// What a manifest says.
+/// The content of a manifest.
 struct PackageManifest {
   ZentraComponents::ComponentIdentifier identifier;
   std::size_t nameLine;

@@ -2,49 +2,33 @@
 
 #include "searchpath/model/byte_text.h"
 
+#include <array>
+#include <cstddef>
 #include <string>
 
 namespace Corvane::PathManagement::host {
 
 namespace {
 
-const char16_t* WordsFor(PackageFault fault) {
-  switch (fault) {
-    case PackageFault::Unreadable:
-      return u"cannot be read: ";
-    case PackageFault::NotAFile:
-      return u"not a regular file";
-    case PackageFault::TooLarge:
-      return u"larger than 1 MiB";
-    case PackageFault::NotUtf8:
-      return u"not UTF-8 here";
-    case PackageFault::Syntax:
-      return u"not JSON here";
-    case PackageFault::TooDeep:
-      return u"deeper than 32 levels";
-    case PackageFault::TooManyValues:
-      return u"more than 10,000 values";
-    case PackageFault::RepeatedField:
-      return u"given twice";
-    case PackageFault::MissingField:
-      return u"missing";
-    case PackageFault::UnknownField:
-      return u"no such field; yours go into \"properties\"";
-    case PackageFault::WrongType:
-      return u"expected ";
-    case PackageFault::OutOfRange:
-      return u"out of range";
-    case PackageFault::OutsideOfFolder:
-      return u"not below the package's folder; for others write an IRI";
-    case PackageFault::Repeated:
-      return u"the same name and version as in ";
-    case PackageFault::TooMuch:
-      return u"left out, since the packages before it take 64 MiB";
-    case PackageFault::InvalidFolder:
-      break;
-  }
-  return u"";  // the detail says it all
-}
+/// In the order of `PackageFault`. Where a detail follows, they lead to it.
+constexpr std::array<const char16_t*, 16> kWords = {
+    u"cannot be read: ",
+    u"not a regular file",
+    u"larger than 1 MiB",
+    u"not UTF-8 here",
+    u"not JSON here",
+    u"deeper than 32 levels",
+    u"more than 10,000 values",
+    u"given twice",
+    u"missing",
+    u"no such field; yours go into \"properties\"",
+    u"expected ",
+    u"out of range",
+    u"not below the package's folder; for others write an IRI",
+    u"",
+    u"the same name and version as in ",
+    u"left out, since the packages before it take 64 MiB"};
+static_assert(kWords.size() == static_cast<std::size_t>(PackageFault::TooMuch) + 1);
 
 }  // namespace
 
@@ -53,7 +37,7 @@ ustring PackageProblem::GetText() const {
   if (line) text += u':' + TextFromBytes(std::to_string(*line));
   text += u": ";
   if (!field.empty()) text += field + u": ";
-  return text + WordsFor(fault) + detail;
+  return text + kWords.at(static_cast<std::size_t>(fault)) + detail;
 }
 
 }  // namespace Corvane::PathManagement::host
