@@ -2,6 +2,8 @@
 
 #include "platform/native_path.h"
 
+#include <array>
+#include <cstddef>
 #include <memory>
 #include <spdlog/logger.h>
 #include <spdlog/sinks/basic_file_sink.h>
@@ -15,19 +17,10 @@ namespace {
 using foundation::log::basic_diagnostic_logger;
 using foundation::log::Severity;
 
-spdlog::level::level_enum LevelOf(Severity severity) noexcept {
-  switch (severity) {
-    case Severity::Debug:
-      return spdlog::level::debug;
-    case Severity::Information:
-      return spdlog::level::info;
-    case Severity::Warning:
-      return spdlog::level::warn;
-    case Severity::Error:
-      break;
-  }
-  return spdlog::level::err;
-}
+/// In the order of `Severity`.
+constexpr std::array<spdlog::level::level_enum, 4> kLevels = {
+    spdlog::level::debug, spdlog::level::info, spdlog::level::warn, spdlog::level::err};
+static_assert(kLevels.size() == static_cast<std::size_t>(Severity::Error) + 1);
 
 spdlog::sink_ptr MakeSink(const std::optional<fl::filesystem::path>& file) {
   if (!file) return std::make_shared<spdlog::sinks::stderr_sink_mt>();
@@ -42,7 +35,7 @@ spdlog::sink_ptr MakeSink(const std::optional<fl::filesystem::path>& file) {
 }  // namespace
 
 void StartDiagnosticLog(const std::optional<fl::filesystem::path>& file, Severity least) {
-  // One sink for all loggers of the process, none of them in a registry that others might use.
+  // The loggers of the process share this sink; none is put into the registry that others may use.
   const auto sink = MakeSink(file);
   sink->set_pattern("%Y-%m-%d %H:%M:%S.%e %t %l %n: %v");
   basic_diagnostic_logger::SetSink(
@@ -52,7 +45,7 @@ void StartDiagnosticLog(const std::optional<fl::filesystem::path>& file, Severit
         logger.set_level(spdlog::level::trace);
         logger.flush_on(spdlog::level::trace);
         logger.set_error_handler([](const std::string& /*failure*/) {});
-        logger.log(LevelOf(severity), message);
+        logger.log(kLevels.at(static_cast<std::size_t>(severity)), message);
       });
 }
 

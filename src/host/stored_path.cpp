@@ -39,17 +39,17 @@ Line LocateLine(const ustring& text, std::size_t number, const std::string& file
   const bool isAbsolute = text.starts_with(u'/') || text.starts_with(u'~') ||
                           foundation::storage::vfs::hasIRIPrefix(text);
   try {
-    // What a relative text means would change with every working folder.
+    // A relative path would name another folder in every working folder.
     if (isAbsolute) return {text, WorkingFolder().Locate(text)};
   } catch (const current_working_folder::FailedToAbsolutizeException&) {
-    // Told below.
+    // Reported below.
   }
   throw InvalidStoredPathException("folder " + std::to_string(number) + " of the stored path \"" +
                                    file + "\" is neither an absolute path nor a \"file\" IRI: \"" +
                                    BytesFromText(text).value_or("") + '"');
 }
 
-/// Empty when there is no file.
+/// Empty when the file does not exist.
 std::optional<std::vector<Line>> ReadLines(const std::string& file) {
   std::error_code error;
   const auto status = std::filesystem::status(file, error);
@@ -79,7 +79,7 @@ std::string TextOf(const AbsoluteIRI& folder) {
   return BytesFromText(isALine ? path : folder.toString()).value_or("");
 }
 
-/// Holds off all others who change the file, until it is gone.
+/// Keeps others from changing the file as long as the descriptor is open.
 fl::filesystem::detail::Descriptor Lock(const std::string& file) {
   const std::string name = file + ".lock";
   fl::filesystem::detail::Descriptor lock(open(name.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0666));
@@ -90,9 +90,9 @@ fl::filesystem::detail::Descriptor Lock(const std::string& file) {
   return lock;
 }
 
-/// Where the file is, behind links; makes the folders above it.
-std::string Prepare(const fl::filesystem::path& file) {
-  // Absolute first: the parent of a name alone would be no folder.
+/// Resolves links and makes the folders above the file.
+std::string ResolveAndMakeFolders(const fl::filesystem::path& file) {
+  // Made absolute first, since a name alone has no parent folder to make.
   const std::filesystem::path real =
       std::filesystem::weakly_canonical(std::filesystem::absolute(NativeBytes(file)));
   std::filesystem::create_directories(real.parent_path());
@@ -126,7 +126,7 @@ std::optional<StoredPath::Folders> StoredPath::Read() const {
 }
 
 void StoredPath::Change(const std::function<Folders(const Folders&)>& change) const {
-  const std::string real = Prepare(file);
+  const std::string real = ResolveAndMakeFolders(file);
   const auto lock = Lock(real);
   const std::vector<Line> lines = ReadLines(real).value_or(std::vector<Line>());
   const Folders before = LocationsOf(lines);

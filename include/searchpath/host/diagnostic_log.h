@@ -9,22 +9,23 @@
 
 namespace Corvane::PathManagement::host {
 
-// Makes itself the sink of all diagnostic messages of the process: each becomes a line with its
-// time, thread, severity and logger. The host tells as `Debug` which folders it reads from the disk
-// and as `Information` which caches and indexes it makes, each with the time that it took.
+// Writes the diagnostic messages of the process, each as a line with its time, thread, severity and
+// logger. The host has a `Debug` message for each folder that it reads from the disk and an
+// `Information` message for each cache that it reads and each index that it makes, with the time taken.
 //
 // Threads: all operations, from any thread.
 
-/// Appends messages of at least the severity `least` to `file`, from now on; to standard error when
-/// there is none. Each line is written at once.
+/// From now on appends messages of at least the severity `least` to `file`, or writes them to standard
+/// error when `file` is empty. Each line is written at once. Replaces the sink of
+/// `basic_diagnostic_logger`.
 ///
-/// Errors: `std::runtime_error` when the file cannot be opened; the sink is then what it was. What
+/// Errors: `std::runtime_error` when the file cannot be opened; the sink then stays. A message that
 /// cannot be written later is lost: logging never makes an operation fail.
 SEARCHPATH_EXPORT void StartDiagnosticLog(
     const std::optional<fl::filesystem::path>& file = {},
     foundation::log::Severity least = foundation::log::Severity::Debug);
 
-/// From now on there is no sink.
+/// From now on messages go nowhere.
 SEARCHPATH_EXPORT void StopDiagnosticLog();
 
 }  // namespace Corvane::PathManagement::host

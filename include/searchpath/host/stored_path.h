@@ -13,7 +13,7 @@
 
 namespace Corvane::PathManagement::host {
 
-/// A line of a stored path names no folder on disk. The message says which.
+/// A line of a stored path is neither an absolute path nor a "file" IRI. The message names it.
 class SEARCHPATH_EXPORT InvalidStoredPathException : public std::runtime_error {
  public:
   explicit InvalidStoredPathException(const std::string& explanation);
@@ -24,13 +24,13 @@ class SEARCHPATH_EXPORT InvalidStoredPathException : public std::runtime_error {
 
 /// The folders of a search path in a text file, so that they outlive the program.
 ///
-/// A line holds a native path, which begins with "/" or "~", or a "file" IRI; empty lines do not
-/// count. A folder whose name has a line break is written as an IRI, where that is an escape.
+/// Each line holds a native path, which begins with "/" or "~", or a "file" IRI; empty lines do not
+/// count. A folder whose name has a line break is written as an IRI, which escapes it.
 ///
-/// Threads: all operations, from any thread and any process. Readers find the old list or the new
-/// one, whole. Changes come one after the other, none is lost: they lock the file of that name with
-/// ".lock" behind it, which stays.
-/// Errors: `std::system_error` of the disk; `InvalidStoredPathException`.
+/// Threads: all operations, from any thread and any process. A reader gets the whole list, before or
+/// after a change. Changes wait for one another, so that none is lost: each locks a file called as
+/// the list with ".lock" behind it, which is not removed.
+/// Errors: `std::system_error` for those of the disk; `InvalidStoredPathException`.
 class SEARCHPATH_EXPORT StoredPath {
  public:
   using Folders = std::vector<AbsoluteIRI>;
@@ -47,9 +47,10 @@ class SEARCHPATH_EXPORT StoredPath {
   /// In path order; empty when there is no file.
   [[nodiscard]] std::optional<Folders> Read() const;
 
-  /// Replaces the folders by change(folders), which are none when there is no file. Lines of folders
-  /// that stay are kept as they were written. Makes the file and the folders above it when need be; a
-  /// link stays, and the file that it leads to is replaced.
+  /// Replaces the folders by change(folders); without a file `change` gets an empty list. The lines of
+  /// folders that stay are kept as they were written. Makes the file, and the folders above it, when
+  /// they do not exist. Where the file is a link, that stays and the file that it leads to is
+  /// replaced.
   ///
   /// Precondition: `change` does not change this path itself.
   /// Errors: also what `change` throws. The file is then as it was.
