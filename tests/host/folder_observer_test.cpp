@@ -6,11 +6,40 @@
 
 #include <gtest/gtest.h>
 
+#include <sys/inotify.h>
+#include <sys/syscall.h>
+#include <sys/vfs.h>
+#include <unistd.h>
+
 #include <condition_variable>
 #include <latch>
+#include <linux/magic.h>
 #include <random>
 #include <semaphore>
 #include <thread>
+
+namespace {
+
+std::string remoteFolder;     // as if on another machine; set while nothing is watched
+std::string unwatchedFolder;  // as if the kernel had no watch left for it
+
+}  // namespace
+
+// In place of the C library's, also for the shared libraries.
+extern "C" [[gnu::visibility("default")]] int statfs(const char* folder,
+                                                     struct statfs* status) noexcept {
+  const auto result = static_cast<int>(syscall(SYS_statfs, folder, status));
+  if (folder == remoteFolder) status->f_type = NFS_SUPER_MAGIC;
+  return result;
+}
+extern "C" [[gnu::visibility("default")]] int inotify_add_watch(int queue, const char* folder,
+                                                                std::uint32_t events) noexcept {
+  if (folder != unwatchedFolder) {
+    return static_cast<int>(syscall(SYS_inotify_add_watch, queue, folder, events));
+  }
+  errno = ENOSPC;
+  return -1;
+}
 
 namespace Corvane::PathManagement::host {
 namespace {
@@ -25,6 +54,12 @@ struct FolderObserverTest : testing::Test {
     events->publish(std::make_unique<FileFolderChangedEvent>(tree.IRI(name).toString(),
                                                              FrozenInclusion::LocationItself));
   }
+  void Set(const std::vector<std::string>& names) {
+    std::vector<AbsoluteIRI> locations;
+    for (const auto& name : names) locations.push_back(tree.IRI(name));
+    foundation::core::except::Notification notification;
+    manager.SetFolderIRIs(locations, notification);
+  }
   test::Contents OnPath() const { return test::ContentsOf(*manager.GetPath(), tree); }
   test::Contents OnDisk() const { return test::ContentsOf({"a", "b", "c"}, tree); }
   void Do(const std::string& commands) const {
@@ -35,6 +70,11 @@ struct FolderObserverTest : testing::Test {
     changed.wait_for(lock, std::chrono::minutes(1), [&] { return OnPath() == OnDisk(); });
     EXPECT_EQ(OnPath(), OnDisk()) << after;
   }
+  void AwaitEvents(const std::set<std::string>& names) {
+    std::unique_lock lock(mutex);
+    changed.wait_for(lock, std::chrono::minutes(1), [&] { return published == names; });
+    EXPECT_EQ(std::exchange(published, {}), names);
+  }
 
   const test::TemporaryTree tree;
   MainSearchPathManager manager{{FolderEntry::Create(tree.IRI("a")),
@@ -42,7 +82,14 @@ struct FolderObserverTest : testing::Test {
                                  FolderEntry::Create(tree.IRI("c"))}};
   const std::shared_ptr<EventMgr> events = createLocalEventMgr(EventMgrId{1});
   std::mutex mutex;
-  std::condition_variable changed;  // the path
+  std::condition_variable changed;  // the path, or what follows
+  std::set<std::string> published;  // the locations of events, by their names in the tree
+  const Subscription collecting = events->subscribe([this](const Event& event) {
+    const auto& location = dynamic_cast<const FileFolderChangedEvent&>(event).GetLocation();
+    const std::lock_guard lock(mutex);
+    published.insert(BytesFromText(location.substr(tree.IRI().toString().size() + 1)).value());
+    changed.notify_all();
+  });
   const MainSearchPathManager::Subscription listening = manager.AddListener([this](const auto&) {
     const std::lock_guard lock(mutex);
     changed.notify_all();
@@ -85,6 +132,25 @@ TEST_F(FolderObserverTest, EventsDuringARefreshAreTheNextOneEachFolderOnce) {
   EXPECT_EQ(listings.Take(), "a a b c");  // a refresh that failed is made again
 }
 
+TEST_F(FolderObserverTest, AfterASecondRefreshThatFailsAllFoldersAreListed) {
+  tree.Files({"a/x", "b/x", "c/x"});
+  EXPECT_EQ(OnPath(), OnDisk());
+  test::Listings listings(tree);
+  auto failing = manager.AddListener([](const auto&) { throw std::runtime_error("a listener's"); });
+  for (const char* const named : {"a", "b"}) {
+    tree.File(std::string("a/before ") + named);
+    Publish(named);
+    EXPECT_THROW(observer.Settle(), std::runtime_error);
+    EXPECT_EQ(listings.Take(), "a") << named;
+  }
+  failing.reset();
+  tree.File("b/y");
+  Publish("c");
+  observer.Settle();
+  EXPECT_EQ(listings.Take(), "a b c c");
+  EXPECT_EQ(OnPath(), OnDisk());
+}
+
 TEST_F(FolderObserverTest, ThePathFollowsTheDisk) {
   for (const bool onlyPolls : {false, true}) {
     EXPECT_NE(OnPath(), test::Contents());  // lists it, before it is watched
@@ -106,6 +172,67 @@ TEST_F(FolderObserverTest, ThePathFollowsTheDisk) {
       AwaitTheDisk(change);
     }
   }
+}
+
+TEST_F(FolderObserverTest, FoldersThatCannotBeWatchedArePolled) {
+  tree.Files({"a/x", "b/x", "b/+p/f", "c/x"});
+  EXPECT_EQ(OnPath(), OnDisk());
+  remoteFolder = tree.Path("b");
+  unwatchedFolder = tree.Path("c");
+  {
+    const DiskFeed feed(manager, events, {.pollInterval = std::chrono::milliseconds(20)});
+    const auto polled = feed.FindPolledFolders();
+    EXPECT_EQ((std::set<AbsoluteIRI>{polled.begin(), polled.end()}),
+              (std::set<AbsoluteIRI>{tree.IRI("b"), tree.IRI("b/+p"), tree.IRI("c")}));
+    AwaitEvents({"a", "b", "b/+p", "c"});
+    for (const char* const file : {"a/y", "b/y", "b/+p/g", "c/y"}) {
+      tree.File(file);
+      AwaitTheDisk(file);
+    }
+  }
+  remoteFolder = unwatchedFolder = "";
+}
+
+TEST_F(FolderObserverTest, AScanPublishesAllFoldersAndFiles) {
+  tree.Files({"a/x", "b/+p/f", "c/x", "list"});
+  EXPECT_EQ(OnPath(), OnDisk());
+  DiskFeed feed(manager, events, {.files = {tree.IRI("list")}});
+  AwaitEvents({"a", "b", "b/+p", "c"});  // made just now, so perhaps after they were listed
+  feed.ScanAgain();
+  AwaitEvents({"a", "b", "b/+p", "c", "list"});
+  tree.File("list");
+  AwaitEvents({"list"});
+}
+
+TEST_F(FolderObserverTest, WatchesEndWithTheFoldersOnThePath) {
+  const auto countWatches = [] {
+    std::size_t count = 0;
+    for (const auto& descriptor : files::directory_iterator("/proc/self/fdinfo")) {
+      std::ifstream info(descriptor.path());
+      for (std::string line; std::getline(info, line);) count += line.starts_with("inotify ");
+    }
+    return count;
+  };
+  tree.Files({"a/x", "b/x", "c/x", "d/x", "e/x"});
+  const DiskFeed feed(manager, events);
+  Set({"a", "d"});
+  AwaitEvents({"d"});  // which are published when they are watched
+  const std::size_t watches = countWatches();
+  Set({"a", "e"});
+  AwaitEvents({"e"});
+  EXPECT_EQ(countWatches(), watches);
+}
+
+TEST_F(FolderObserverTest, WhatASubscriberMissesIsPublishedAgain) {
+  tree.Files({"a/x", "b/x", "c/x"});
+  EXPECT_EQ(OnPath(), OnDisk());
+  tree.Files({"a/y", "b/y", "c/y"});
+  int calls = 0;
+  const auto failing = events->subscribe([&](const Event&) {
+    if (++calls <= 2) throw std::runtime_error("a subscriber's");
+  });
+  const DiskFeed feed(manager, events, {.pollInterval = std::chrono::milliseconds(20)});
+  AwaitTheDisk("two failures");
 }
 
 TEST_F(FolderObserverTest, WhatGoesUnseenIsLookedFor) {
@@ -132,10 +259,9 @@ TEST_F(FolderObserverTest, AFolderMadeInOneThatIsNotWatchedYetIsFound) {
   const auto putTreeOnPath = [&](const std::function<void()>& beforeItIsWatched) {
     const auto folders = CreateFolderTree(tree.IRI("a"));
     if (folders.size() == 2) beforeItIsWatched();
-    std::vector<AbsoluteIRI> locations;
-    for (const auto& folder : folders) locations.push_back(folder->GetAbsoluteIRI());
-    foundation::core::except::Notification notification;
-    manager.SetFolderIRIs(locations, notification);
+    std::vector<std::string> names;
+    for (const auto& folder : folders) names.push_back(test::Shown(std::vector{folder}, tree));
+    Set(names);
   };
   const auto walking =
       events->subscribe([&](const Event&) { putTreeOnPath([&] { tree.Folder("a/new/below"); }); });

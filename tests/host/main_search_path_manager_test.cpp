@@ -89,11 +89,31 @@ TEST_F(MainSearchPathManagerTest, AListenerMayAskButNotChange) {
     second.reset();
     throw std::logic_error("second");
   });
-  const auto third = manager.AddListener([&](const auto& /*change*/) { log += "third "; });
+  const auto third = manager.AddListener([&](const auto& before, const auto& after) {
+    const auto count = [](const auto& path) {
+      return std::to_string(path->GetMainFolders().size());
+    };
+    log += "third " + count(before) + count(after) + ' ';
+  });
   EXPECT_THROW(Set({"a", "b"}), std::runtime_error);
   EXPECT_EQ(*manager.GetFolderIRIs(), IRIs({"a", "b"}));
   EXPECT_THROW(Set({"a"}), std::runtime_error);
-  EXPECT_EQ(log, "2 first second third 1 first third ");
+  EXPECT_EQ(log, "2 first second third 02 1 first third 21 ");
+}
+
+TEST_F(MainSearchPathManagerTest, AListenerThatIsAddedDuringAChangeHearsOfTheNext) {
+  int calls = 0;
+  std::vector<MainSearchPathManager::Subscription> added;
+  const auto first = manager.AddListener([&](const auto& /*change*/) {
+    while (added.size() < 1000) {
+      added.push_back(manager.AddListener([&](const auto& /*change*/) { ++calls; }));
+    }
+  });
+  const auto last = manager.AddListener([&](const auto& /*change*/) { calls += 1'000'000; });
+  Set({"a"});
+  EXPECT_EQ(calls, 1'000'000);
+  Set({"b"});
+  EXPECT_EQ(calls, 2'001'000);
 }
 
 TEST_F(MainSearchPathManagerTest, PackagesAreOnThePathWithAllTheirFolders) {
@@ -131,9 +151,15 @@ TEST_F(MainSearchPathManagerTest, ReadersSeeWholePathsWhileWritersChangeThem) {
       ASSERT_LE(manager.GetFolderIRIs()->size(), 3U);
     }
   };
+  const auto listen = [&] {
+    while (writing > 0) {
+      const auto passing = manager.AddListener([&](const auto& /*change*/) { ++told; });
+    }
+  };
   {
     std::vector<std::jthread> threads;
     for (int reader = 0; reader < 6; ++reader) threads.emplace_back(readPaths);
+    for (int listener = 0; listener < 2; ++listener) threads.emplace_back(listen);
     threads.emplace_back(write, std::vector<std::string>{"b"});
     threads.emplace_back(write, std::vector<std::string>{"b", "b"});
   }

@@ -1,6 +1,5 @@
 #include "searchpath/host/working_folder.h"
 
-#include "searchpath/host/stored_path.h"
 #include "support/temporary_tree.h"
 
 #include <gtest/gtest.h>
@@ -8,8 +7,6 @@
 #include <pwd.h>
 #include <unistd.h>
 
-#include <cstdlib>
-#include <string>
 #include <utility>
 
 namespace Corvane::PathManagement::host {
@@ -57,27 +54,6 @@ TEST(WorkingFolderTest, TextBecomesALocationOrAnError) {
   EXPECT_EQ(folder.Locate(u"absent").getPath(), tree.Text("absent"));
   EXPECT_EQ(WorkingFolder().absolutize(u".").getPath(),
             TextFromBytes(std::filesystem::current_path().native()));
-}
-
-TEST(StoredPathTest, ItStandsBelowTheHomeThatIsKnownBest) {
-  const passwd& user = *getpwuid(geteuid());
-  const struct {
-    const char* config;
-    const char* home;
-    std::string folder;
-  } rows[] = {{"/c", "/h", "/c"},
-              {"", "/h", "/h/.config"},
-              {"relative", "relative", std::string(user.pw_dir) + "/.config"}};
-  const char* const homeBefore = std::getenv("HOME");
-  const std::string home = homeBefore == nullptr ? "" : homeBefore;
-  for (const auto& row : rows) {
-    setenv("XDG_CONFIG_HOME", row.config, 1);
-    setenv("HOME", row.home, 1);
-    EXPECT_EQ(StoredPath::GetDefaultFile().native(),
-              TextFromBytes(row.folder + "/searchpath/path"));
-  }
-  unsetenv("XDG_CONFIG_HOME");
-  setenv("HOME", home.c_str(), 1);
 }
 
 }  // namespace

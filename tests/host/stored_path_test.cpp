@@ -1,0 +1,116 @@
+#include "searchpath/host/stored_path.h"
+
+#include "support/temporary_tree.h"
+
+#include <gtest/gtest.h>
+
+#include <pwd.h>
+#include <unistd.h>
+
+#include <cstdlib>
+#include <thread>
+
+namespace Corvane::PathManagement::host {
+namespace {
+
+namespace files = std::filesystem;
+
+struct StoredPathTest : testing::Test {
+  std::string Content(const std::string& name = "list") const {
+    std::ifstream file(tree.Path(name));
+    return {std::istreambuf_iterator<char>(file), {}};
+  }
+  /// Puts the folder `name` of the tree behind the others.
+  void Add(const std::string& name) const {
+    stored.Change([&](auto folders) {
+      folders.push_back(tree.IRI(name));
+      return folders;
+    });
+  }
+
+  const test::TemporaryTree tree;
+  const StoredPath stored{tree.Text("list")};
+};
+
+TEST_F(StoredPathTest, LinesOfFoldersThatStayAreKept) {
+  EXPECT_FALSE(stored.Read());
+  const std::string lines = "~/\n\n/x//y/\nfile:///a%20b\n";
+  tree.File("list", lines);
+  EXPECT_EQ(stored.Read().value().at(1).getPath(), u"/x/y");
+  stored.Change([](const auto& folders) { return folders; });
+  EXPECT_EQ(Content(), lines);
+  Add("new\nline");
+  EXPECT_EQ(Content(), "~/\n/x//y/\nfile:///a%20b\n" +
+                           BytesFromText(tree.IRI("new\nline").toString()).value() + '\n');
+  stored.Change([](auto folders) { return folders.erase(folders.begin()), folders; });
+  EXPECT_TRUE(Content().starts_with("/x//y/\n"));
+}
+
+TEST_F(StoredPathTest, AListThatCannotBeReadOrChangedStaysAsItIs) {
+  for (const std::string line : {"lib", "./lib", "http://host/lib", "file://host/lib"}) {
+    tree.File("list", "/x\n\n" + line + '\n');
+    try {
+      Add("a");
+      ADD_FAILURE() << line;
+    } catch (const InvalidStoredPathException& error) {
+      EXPECT_TRUE(std::string(error.what()).starts_with("folder 2 of the list \"")) << error.what();
+    }
+    EXPECT_EQ(Content(), "/x\n\n" + line + '\n');
+  }
+  tree.File("list", "/x\n");
+  EXPECT_THROW(stored.Change([](const auto&) -> StoredPath::Folders { throw 7; }), int);
+  EXPECT_EQ(Content(), "/x\n");
+  tree.Folder("folder");
+  EXPECT_THROW(static_cast<void>(StoredPath(tree.Text("folder")).Read()), std::system_error);
+}
+
+TEST_F(StoredPathTest, AReaderThatHasTheListOpenKeepsTheOldOne) {
+  tree.File("real/list", "/x\n");
+  tree.Link("real/list", "list");
+  std::ifstream reader(tree.Path("list"));
+  Add("a");
+  std::string line;
+  EXPECT_TRUE(std::getline(reader, line) && line == "/x");
+  EXPECT_FALSE(std::getline(reader, line)) << line;
+  EXPECT_TRUE(files::is_symlink(tree.Path("list")));
+  EXPECT_EQ(Content("real/list"), "/x\n" + tree.Path("a") + '\n');
+  // Beside the file itself, where its lock is the same whatever link leads to it.
+  EXPECT_TRUE(files::exists(tree.Path("real/list.lock")));
+  EXPECT_FALSE(files::exists(tree.Path("list.lock")));
+}
+
+TEST_F(StoredPathTest, NoChangeIsLost) {
+  constexpr int kChanges = 50;
+  {
+    const auto add = [&](const std::string& name) {
+      for (int change = 0; change < kChanges; ++change) Add(name + std::to_string(change));
+    };
+    const std::jthread first(add, "first");
+    const std::jthread second(add, "second");
+  }
+  EXPECT_EQ(stored.Read().value().size(), 2U * kChanges);
+}
+
+TEST_F(StoredPathTest, ItStandsBelowTheHomeThatIsKnownBest) {
+  const passwd& user = *getpwuid(geteuid());
+  const struct {
+    const char* config;
+    const char* home;
+    std::string folder;
+  } rows[] = {{"/c", "/h", "/c"},
+              {"", "/h", "/h/.config"},
+              {"relative", "relative", std::string(user.pw_dir) + "/.config"}};
+  const char* const homeBefore = std::getenv("HOME");
+  const std::string home = homeBefore == nullptr ? "" : homeBefore;
+  for (const auto& row : rows) {
+    setenv("XDG_CONFIG_HOME", row.config, 1);
+    setenv("HOME", row.home, 1);
+    EXPECT_EQ(StoredPath::GetDefaultFile().native(),
+              TextFromBytes(row.folder + "/searchpath/path"));
+  }
+  unsetenv("XDG_CONFIG_HOME");
+  setenv("HOME", home.c_str(), 1);
+}
+
+}  // namespace
+}  // namespace Corvane::PathManagement::host
