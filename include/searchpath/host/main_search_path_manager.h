@@ -38,8 +38,8 @@ class SEARCHPATH_EXPORT MainSearchPathManager : public IMainSearchPathManager {
   /// making at that moment still comes to its end. May outlive the manager.
   using Subscription = std::shared_ptr<const void>;
 
-  /// Begins with a path of `folders`, which is no change that listeners hear of.
-  explicit MainSearchPathManager(std::vector<std::shared_ptr<const FolderEntry>> folders = {});
+  /// Begins with a path of `folders`.
+  explicit MainSearchPathManager(FolderEntries folders = {});
   MainSearchPathManager(const MainSearchPathManager&) = delete;
   MainSearchPathManager& operator=(const MainSearchPathManager&) = delete;
   ~MainSearchPathManager() override;
@@ -75,8 +75,8 @@ class SEARCHPATH_EXPORT MainSearchPathManager : public IMainSearchPathManager {
   void SetKnownPackages(std::vector<KnownPackage> packages);
 
   /// Calls `listener` on the thread of the change after every change that makes a difference, when
-  /// the new path is already the manager's. `IncludeSubfolders` compares what is below the folders
-  /// that came, went or changed, and so lists them.
+  /// the manager has the new path already. `IncludeSubfolders` also compares what is below the folders
+  /// that came, went or changed, and lists them for that.
   ///
   /// Precondition: `listener` is not empty.
   /// Errors: an exception of a listener neither undoes the change nor keeps it from the other

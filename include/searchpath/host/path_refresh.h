@@ -24,16 +24,14 @@ namespace Corvane::PathManagement::host {
 /// old entries, as far as there are any. The other locations get entries that have not been listed.
 ///
 /// Cost: asks the disk nothing.
-[[nodiscard]] SEARCHPATH_EXPORT std::vector<std::shared_ptr<const FolderEntry>> RearrangeFolders(
-    const std::vector<std::shared_ptr<const FolderEntry>>& oldFolders,
-    const std::vector<AbsoluteIRI>& locations);
+[[nodiscard]] SEARCHPATH_EXPORT FolderEntries
+RearrangeFolders(const FolderEntries& oldFolders, const std::vector<AbsoluteIRI>& locations);
 
 /// `oldFolders` as they are now. Those that have been listed are listed again. A folder that has
 /// changed gets a new entry, which shares the entries of unchanged folders below it.
 ///
 /// Cost: that of listing, on several threads.
-[[nodiscard]] SEARCHPATH_EXPORT std::vector<std::shared_ptr<const FolderEntry>> RefreshFolders(
-    const std::vector<std::shared_ptr<const FolderEntry>>& oldFolders);
+[[nodiscard]] SEARCHPATH_EXPORT FolderEntries RefreshFolders(const FolderEntries& oldFolders);
 
 /// `folders`, where every unchanged folder has its entry of `oldFolders`, below changed folders, too.
 /// For two paths that were made independently, from a saved listing for instance. A folder is found
@@ -41,9 +39,8 @@ namespace Corvane::PathManagement::host {
 /// of its old entries is taken once.
 ///
 /// Cost: lists the folders that are on both paths, unless neither of their entries has been read yet.
-[[nodiscard]] SEARCHPATH_EXPORT std::vector<std::shared_ptr<const FolderEntry>>
-ShareUnchangedFolders(const std::vector<std::shared_ptr<const FolderEntry>>& folders,
-                      const std::vector<std::shared_ptr<const FolderEntry>>& oldFolders);
+[[nodiscard]] SEARCHPATH_EXPORT FolderEntries
+ShareUnchangedFolders(const FolderEntries& folders, const FolderEntries& oldFolders);
 
 /// The folders in which something may have changed, by their locations: main folders, special folders
 /// below them, and special folders that have come or gone.
@@ -75,9 +72,8 @@ class SEARCHPATH_EXPORT ChangedFolders {
 /// keeps its listing unless `changed` contains it, whatever becomes of the folder above it.
 ///
 /// Cost: asks the disk about the folders of `changed` alone, on several threads.
-[[nodiscard]] SEARCHPATH_EXPORT std::vector<std::shared_ptr<const FolderEntry>> RefreshFolders(
-    const std::vector<std::shared_ptr<const FolderEntry>>& oldFolders,
-    const ChangedFolders& changed);
+[[nodiscard]] SEARCHPATH_EXPORT FolderEntries RefreshFolders(const FolderEntries& oldFolders,
+                                                             const ChangedFolders& changed);
 
 }  // namespace Corvane::PathManagement::host
 

@@ -2,10 +2,10 @@
 
 #include "host/changes/folder_poll.h"
 #include "host/changes/folder_watches.h"
+#include "host/changes/location_set.h"
 #include "host/folder/entry_state.h"
 #include "searchpath/host/wake_up.h"
 #include "searchpath/platform/file_folder_changed_event.h"
-#include "searchpath/utilities/path_strings.h"
 
 #include <poll.h>
 
@@ -24,14 +24,13 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 using Comparison = FolderWatches::Comparison;
-using Locations = boost::unordered_flat_set<AbsoluteIRI, HeldHash>;
 using foundation::msg_svc::eventmgr::EventMgr;
 using storage::filefolderobserver::FileFolderChangedEvent;
 using storage::filefolderobserver::FrozenInclusion;
 
 /// Changes that have not been published yet.
 struct Burst {
-  Locations changed;
+  LocationSet changed;
   bool mayLeadElsewhere = false;           // locations may lead to other folders: watch anew first
   bool isIncomplete = false;               // anything may have changed
   std::optional<Clock::time_point> first;  // empty: there are no changes
@@ -179,11 +178,10 @@ class DiskFeed::State {
   /// when it is reported.
   void WatchPath(Round round) {
     const auto path = manager.GetPath();
-    Locations doubtful;
+    LocationSet doubtful;
     watches.Begin();
     const auto& mainFolders = path->GetMainFolders();
-    std::vector<std::shared_ptr<const FolderEntry>> pending(mainFolders.rbegin(),
-                                                            mainFolders.rend());
+    FolderEntries pending(mainFolders.rbegin(), mainFolders.rend());
     while (!pending.empty()) {
       const auto folder = std::move(pending.back());
       pending.pop_back();
@@ -218,8 +216,8 @@ class DiskFeed::State {
   void Publish() {
     if (burst.mayLeadElsewhere || burst.isIncomplete) WatchPath(Round::Later);
     const Burst published = std::exchange(burst, Burst());
-    Locations changed;
-    for (const AbsoluteIRI& location : published.changed) AddWithOwners(location, changed);
+    LocationSet changed;
+    for (const AbsoluteIRI& location : published.changed) AddChangedFolder(changed, location);
     if (published.isIncomplete && watchedFolders) {
       changed.insert(watchedFolders->begin(), watchedFolders->end());
       changed.insert(options.files.begin(), options.files.end());
@@ -227,15 +225,6 @@ class DiskFeed::State {
     for (const AbsoluteIRI& location : changed) {
       events->publish(std::make_unique<FileFolderChangedEvent>(location.toString(),
                                                                FrozenInclusion::LocationItself));
-    }
-  }
-
-  /// Adds the special folders above it and the folder that these belong to as well, which every
-  /// subscriber may rely on.
-  static void AddWithOwners(AbsoluteIRI location, Locations& changed) {
-    while (changed.insert(location).second && location.hasParent() &&
-           GetPathEntryTypeFromBaseName(location.getName()) != PathEntryType::Ordinary) {
-      location = location.getParent();
     }
   }
 

@@ -19,7 +19,6 @@ namespace Corvane::PathManagement::host {
 namespace {
 
 using ComparisonFilter = PathEntryVectorDifferentiator::ComparisonFilter;
-using Folders = std::vector<std::shared_ptr<const FolderEntry>>;
 using Packages = std::vector<KnownPackage>;
 
 /// The path and what follows from it, from one change to the next.
@@ -30,7 +29,8 @@ struct Version {
   std::shared_ptr<const std::vector<ComponentIdentifier>> packages;  // those on the path
 };
 
-std::vector<ComponentIdentifier> FindPackagesOn(const Folders& folders, const Packages& known) {
+std::vector<ComponentIdentifier> FindPackagesOn(const FolderEntries& folders,
+                                                const Packages& known) {
   std::vector<ComponentIdentifier> packages;
   if (known.empty()) return packages;  // then the folders' links need not be resolved
   boost::unordered_flat_set<AbsoluteIRI, HeldHash> onPath;
@@ -44,7 +44,8 @@ std::vector<ComponentIdentifier> FindPackagesOn(const Folders& folders, const Pa
   return packages;
 }
 
-std::shared_ptr<const Version> MakeVersion(Folders folders, std::shared_ptr<const Packages> known) {
+std::shared_ptr<const Version> MakeVersion(FolderEntries folders,
+                                           std::shared_ptr<const Packages> known) {
   std::vector<AbsoluteIRI> locations;
   for (const auto& folder : folders) locations.push_back(folder->GetAbsoluteIRI());
   auto packages = FindPackagesOn(folders, *known);
@@ -128,7 +129,7 @@ class Listeners {
 
 class MainSearchPathManager::State {
  public:
-  explicit State(Folders folders)
+  explicit State(FolderEntries folders)
       : version(MakeVersion(std::move(folders), std::make_shared<const Packages>())) {}
 
   [[nodiscard]] std::shared_ptr<const Version> Current() const {
@@ -155,7 +156,7 @@ class MainSearchPathManager::State {
   template <class Refresh>
   void ChangeFolders(const Refresh& refresh) {
     Change([&](const std::shared_ptr<const Version>& current) {
-      Folders refreshed = refresh(*current);
+      FolderEntries refreshed = refresh(*current);
       return refreshed == current->path->GetMainFolders()
                  ? current
                  : MakeVersion(std::move(refreshed), current->knownPackages);
@@ -189,7 +190,7 @@ class MainSearchPathManager::State {
   std::atomic<std::thread::id> changer = std::thread::id();
 };
 
-MainSearchPathManager::MainSearchPathManager(Folders folders)
+MainSearchPathManager::MainSearchPathManager(FolderEntries folders)
     : state(std::make_unique<State>(std::move(folders))) {}
 
 MainSearchPathManager::~MainSearchPathManager() = default;

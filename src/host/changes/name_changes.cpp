@@ -23,7 +23,7 @@ namespace Corvane::PathManagement::host {
 namespace {
 
 using Folder = std::shared_ptr<const FolderEntry>;
-using Folders = std::vector<Folder>;
+using Folders = FolderEntries;
 
 enum Side : std::uint8_t { Before, After };
 
@@ -41,10 +41,8 @@ class NameTable {
     const Folders same = LongestCommonSubsequence<Folder, Folders>::Compute(before, after);
     for (const Side side : {Before, After}) AddNamesBesides(same, side);
     for (auto& side : firsts) side.resize(names.size());
-    AnyInParallel(paths.size(), [this](std::size_t side) {
-      FindFirstFiles(static_cast<Side>(side));
-      return false;
-    });
+    ForEachInParallel(paths.size(),
+                      [this](std::size_t side) { FindFirstFiles(static_cast<Side>(side)); });
   }
 
   [[nodiscard]] std::vector<NameChange> FindChanges() const {
@@ -134,10 +132,8 @@ class NameTable {
 std::vector<NameChange> FindNameChanges(const FolderPath& before, const FolderPath& after) {
   const std::array<const Folders*, 2> paths = {&before.GetMainFolders(), &after.GetMainFolders()};
   for (const Folders* const folders : paths) {
-    AnyInParallel(folders->size(), [folders](std::size_t at) {
-      StateOf(*(*folders)[at]).List();
-      return false;
-    });
+    ForEachInParallel(folders->size(),
+                      [folders](std::size_t at) { StateOf(*(*folders)[at]).List(); });
   }
   return NameTable(*paths[Before], *paths[After]).FindChanges();
 }

@@ -1,13 +1,12 @@
 #include "searchpath/host/path_refresh.h"
 
+#include "host/changes/location_set.h"
 #include "host/common/held_hash.h"
 #include "host/common/parallel.h"
 #include "host/folder/entry_state.h"
 #include "searchpath/utilities/iri_conversion.h"
-#include "searchpath/utilities/path_strings.h"
 
 #include <boost/unordered/unordered_flat_map.hpp>
-#include <boost/unordered/unordered_flat_set.hpp>
 
 #include <cstddef>
 #include <map>
@@ -19,7 +18,7 @@ namespace Corvane::PathManagement::host {
 namespace {
 
 using Folder = std::shared_ptr<const FolderEntry>;
-using Folders = std::vector<Folder>;
+using Folders = FolderEntries;
 
 bool AreSameFolder(const FolderEntry& left, const FolderEntry& right) {
   const AbsoluteIRI folder = left.GetCanonicalAbsoluteIRI();
@@ -160,10 +159,9 @@ Folders RearrangeFolders(const Folders& oldFolders, const std::vector<AbsoluteIR
 
 Folders RefreshFolders(const Folders& oldFolders) {
   Folders refreshed = oldFolders;
-  AnyInParallel(refreshed.size(), [&](std::size_t at) {
+  ForEachInParallel(refreshed.size(), [&](std::size_t at) {
     const Folder fresh = FolderEntry::Create(refreshed[at]->GetAbsoluteIRI());
     refreshed[at] = FolderMerge(fresh, refreshed[at]).Result();
-    return false;
   });
   return refreshed;
 }
@@ -174,13 +172,12 @@ Folders RefreshFolders(const Folders& oldFolders, const ChangedFolders& changed)
   for (std::size_t at = 0; at < refreshed.size(); ++at) {
     if (changed.Affect(*refreshed[at])) asked.push_back(at);
   }
-  AnyInParallel(asked.size(), [&](std::size_t index) {
+  ForEachInParallel(asked.size(), [&](std::size_t index) {
     Folder& folder = refreshed[asked[index]];
     // A new entry, since a link on the way to it may lead elsewhere by now.
     const Folder fresh =
         changed.Contains(*folder) ? FolderEntry::Create(folder->GetAbsoluteIRI()) : folder;
     folder = FolderMerge(fresh, folder, &changed).Result();
-    return false;
   });
   return refreshed;
 }
@@ -194,34 +191,26 @@ Folders ShareUnchangedFolders(const Folders& folders, const Folders& oldFolders)
   for (std::size_t at = 0; at < old.size(); ++at) {
     if (old[at] == nullptr) old[at] = sameFolder.Take(IdentityOf(*folders[at]));
   }
-  AnyInParallel(shared.size(), [&](std::size_t at) {
+  ForEachInParallel(shared.size(), [&](std::size_t at) {
     if (old[at] != nullptr) shared[at] = FolderMerge(shared[at], old[at]).Result();
-    return false;
   });
   return shared;
 }
 
 struct ChangedFolders::Locations {
-  void Add(AbsoluteIRI location) {
-    while (all.insert(location).second && location.hasParent() &&
-           GetPathEntryTypeFromBaseName(location.getName()) != PathEntryType::Ordinary) {
-      location = location.getParent();
-    }
-  }
-
   [[nodiscard]] bool Contain(const FolderEntry& folder) const {
     return all.contains(LocationOf(folder)) || all.contains(IdentityOf(folder));
   }
 
-  boost::unordered_flat_set<AbsoluteIRI, HeldHash> all;
+  LocationSet all;
 };
 
 ChangedFolders::ChangedFolders(const AbsoluteIRIRange& changed) {
   const auto added = std::make_shared<Locations>();
   for (const AbsoluteIRI& location : changed) {
-    added->Add(location);
+    AddChangedFolder(added->all, location);
     try {
-      added->Add(GetCanonicalIRI(location));
+      AddChangedFolder(added->all, GetCanonicalIRI(location));
     } catch (const foundation::storage::vfs::Exception&) {
       // An entry whose location cannot be resolved has it as its canonical location, too.
     }

@@ -48,7 +48,7 @@ std::optional<Descriptor> OpenFile(const std::string& path) {
   }
   if (fstat(place.Get(), &status) != 0) RefuseFile(errno);
   if (!S_ISREG(status.st_mode)) throw ManifestException(PackageFault::NotAFile, {}, {});
-  // Never waits, whatever stands there by now.
+  // What stands there now may be another file: opening never waits.
   Descriptor file = OpenPath(path, O_RDONLY | O_NONBLOCK | O_NOCTTY);
   if (!file.IsOpen()) RefuseFile(errno);
   return file;
