@@ -29,14 +29,14 @@ struct MainSearchPathManagerTest : testing::Test {
     EXPECT_TRUE(notification.empty());
   }
 
-  /// Keeps in `told` what a change was told to be.
-  MainSearchPathManager::Subscription Hear(std::string& told, ComparisonFilter filter) {
-    const auto hear = [&](const PathEntryVectorDifferentiator& change) {
-      told = "+" + Shown(*change.GetAdded(), tree) + " -" + Shown(*change.GetRemoved(), tree) +
-             " <>" + Shown(*change.GetReordered(), tree) + " *" +
-             Shown(*change.GetRefreshedAfter(), tree);
+  /// Keeps in `reported` the differences of a change.
+  MainSearchPathManager::Subscription Listen(std::string& reported, ComparisonFilter filter) {
+    const auto listener = [&](const PathEntryVectorDifferentiator& change) {
+      reported = "+" + Shown(*change.GetAdded(), tree) + " -" + Shown(*change.GetRemoved(), tree) +
+                 " <>" + Shown(*change.GetReordered(), tree) + " *" +
+                 Shown(*change.GetRefreshedAfter(), tree);
     };
-    return manager.AddListener(hear, filter);
+    return manager.AddListener(listener, filter);
   }
 
   TemporaryTree tree;
@@ -46,8 +46,8 @@ struct MainSearchPathManagerTest : testing::Test {
 TEST_F(MainSearchPathManagerTest, ListenersHearExactlyWhatChanges) {
   std::string top;
   std::string deep;
-  auto subscription = Hear(top, ComparisonFilter::TopLevelOnly);
-  const auto deepSubscription = Hear(deep, ComparisonFilter::IncludeSubfolders);
+  auto subscription = Listen(top, ComparisonFilter::TopLevelOnly);
+  const auto deepSubscription = Listen(deep, ComparisonFilter::IncludeSubfolders);
   struct Row {
     const char* name;
     std::function<void()> change;
@@ -60,9 +60,9 @@ TEST_F(MainSearchPathManagerTest, ListenersHearExactlyWhatChanges) {
       {"move", [&] { Set({"gone", "a", "b"}); }, "+ - <>gone *", "+ - <>gone *"},
       {"replace", [&] { Set({"a", "c", "b"}); }, "+c -gone <> *", "+c -gone <> *"},
       {"no change", [&] { manager.RefreshAllFolders(); }, "", ""},
-      {"not told of", [&] { tree.File("b/+p/g"), manager.RefreshFolders(IRIs({"a"})); }, "", ""},
+      {"not named", [&] { tree.File("b/+p/g"), manager.RefreshFolders(IRIs({"a"})); }, "", ""},
       {"nor looked for", [&] { Set({"a", "c", "b"}); }, "", ""},
-      {"told of", [&] { manager.RefreshFolders(IRIs({"b/+p"})); }, "+ - <> *b", "+ - <> *b b/+p"},
+      {"named", [&] { manager.RefreshFolders(IRIs({"b/+p"})); }, "+ - <> *b", "+ - <> *b b/+p"},
       {"all", [&] { tree.File("a/y"), manager.RefreshAllFolders(); }, "+ - <> *a", "+ - <> *a"},
       {"unsubscribe", [&] { subscription.reset(), Set({}); }, "", "+ -a b c b/+p <> *"},
   };
@@ -130,9 +130,9 @@ TEST_F(MainSearchPathManagerTest, PackagesAreOnThePathWithAllTheirFolders) {
 
 TEST_F(MainSearchPathManagerTest, ReadersSeeWholePathsWhileWritersChangeThem) {
   constexpr int kChanges = 100;
-  std::atomic<int> told = 0;
+  std::atomic<int> calls = 0;
   std::atomic<int> writing = 2;
-  const auto subscription = manager.AddListener([&](const auto& /*change*/) { ++told; });
+  const auto subscription = manager.AddListener([&](const auto& /*change*/) { ++calls; });
   const auto write = [&](const std::vector<std::string>& folders) {
     for (int change = 0; change < kChanges; ++change) {
       Set(change % 2 == 0 ? std::vector<std::string>{"a", "b", "c"} : folders);
@@ -153,7 +153,8 @@ TEST_F(MainSearchPathManagerTest, ReadersSeeWholePathsWhileWritersChangeThem) {
   };
   const auto listen = [&] {
     while (writing > 0) {
-      const auto passing = manager.AddListener([&](const auto& /*change*/) { ++told; });
+      const auto passing = manager.AddListener(
+          [](const auto& before, const auto& after) { EXPECT_NE(before, after); });
     }
   };
   {
@@ -163,7 +164,7 @@ TEST_F(MainSearchPathManagerTest, ReadersSeeWholePathsWhileWritersChangeThem) {
     threads.emplace_back(write, std::vector<std::string>{"b"});
     threads.emplace_back(write, std::vector<std::string>{"b", "b"});
   }
-  EXPECT_GE(told, kChanges);
+  EXPECT_GE(calls, kChanges);
   EXPECT_LE(manager.GetFolderIRIs()->size(), 2U);
 }
 

@@ -24,7 +24,7 @@ ustring Meaning(const Folders& path, const ustring& name) {
   return u"none";
 }
 
-TEST(NameChangesTest, EachNameIsToldWhoseFirstFolderIsAnotherOne) {
+TEST(NameChangesTest, NamesWhoseFirstFolderIsAnotherOneAreReported) {
   constexpr std::uint64_t kSeed = 20261121;
   std::mt19937_64 random{kSeed};
   const Names names = {u"a", u"b", u"c", u"d"};
@@ -49,18 +49,18 @@ TEST(NameChangesTest, EachNameIsToldWhoseFirstFolderIsAnotherOne) {
     if (random() % 2 == 0) std::ranges::shuffle(after, random);
     if (random() % 4 == 0 && !after.empty()) after.pop_back();
     std::string expected;
-    std::string told;
+    std::string reported;
     for (const ustring& name : names) {
       const ustring was = Meaning(before, name);
       const ustring is = Meaning(after, name);
       if (was != is) expected += BytesFromText(name + u' ' + was + u' ' + is + u'\n').value();
     }
     for (const auto& [name, was, is] : FindNameChanges(FolderPath(before), FolderPath(after))) {
-      told += BytesFromText(name + u' ' + (was ? test::Shown(*was) : u"none") + u' ' +
-                            (is ? test::Shown(*is) : u"none") + u'\n')
-                  .value();
+      reported += BytesFromText(name + u' ' + (was ? test::Shown(*was) : u"none") + u' ' +
+                                (is ? test::Shown(*is) : u"none") + u'\n')
+                      .value();
     }
-    ASSERT_EQ(told, expected) << kSeed << ", round " << round;
+    ASSERT_EQ(reported, expected) << kSeed << ", round " << round;
   }
 }
 

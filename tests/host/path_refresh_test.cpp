@@ -150,7 +150,7 @@ std::string Sorted(Entries entries, const TemporaryTree& tree) {
   return entries.empty() ? "" : Shown(entries, tree) + ' ';
 }
 
-TEST(PathRefreshTest, RandomChangesAreToldAsTheListingsDiffer) {
+TEST(PathRefreshTest, RandomChangesAreReportedAsTheListingsDiffer) {
   constexpr std::uint64_t kSeed = 20261121;
   std::mt19937_64 random{kSeed};
   const auto anyOf = [&](const std::vector<std::string>& names) {
@@ -173,18 +173,18 @@ TEST(PathRefreshTest, RandomChangesAreToldAsTheListingsDiffer) {
     Do(tree, commands);
     const Listing after(tree);
     const Folders fresh = RefreshFolders(path);
-    PathEntryVectorDifferentiator told;
-    told.Compare({path.begin(), path.end()}, {fresh.begin(), fresh.end()},
-                 ComparisonFilter::IncludeSubfolders);
+    PathEntryVectorDifferentiator found;
+    found.Compare({path.begin(), path.end()}, {fresh.begin(), fresh.end()},
+                  ComparisonFilter::IncludeSubfolders);
     SCOPED_TRACE(std::to_string(kSeed) + " round " + std::to_string(round) + ": " + commands);
     const auto isNew = [&](const auto& folder) { return !before.names.contains(folder); };
     const auto isGone = [&](const auto& folder) { return !after.names.contains(folder); };
     const auto isOther = [&](const auto& folder) {
       return !isGone(folder) && before.Below(folder) != after.Below(folder);
     };
-    ASSERT_EQ(Sorted(*told.GetAdded(), tree), after.Folders(isNew));
-    ASSERT_EQ(Sorted(*told.GetRemoved(), tree), before.Folders(isGone));
-    ASSERT_EQ(Sorted(*told.GetRefreshedAfter(), tree), before.Folders(isOther));
+    ASSERT_EQ(Sorted(*found.GetAdded(), tree), after.Folders(isNew));
+    ASSERT_EQ(Sorted(*found.GetRemoved(), tree), before.Folders(isGone));
+    ASSERT_EQ(Sorted(*found.GetRefreshedAfter(), tree), before.Folders(isOther));
     path = fresh;
   }
 }

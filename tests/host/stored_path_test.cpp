@@ -53,7 +53,8 @@ TEST_F(StoredPathTest, AListThatCannotBeReadOrChangedStaysAsItIs) {
       Add("a");
       ADD_FAILURE() << line;
     } catch (const InvalidStoredPathException& error) {
-      EXPECT_TRUE(std::string(error.what()).starts_with("folder 2 of the list \"")) << error.what();
+      EXPECT_TRUE(std::string(error.what()).starts_with("folder 2 of the stored path \""))
+          << error.what();
     }
     EXPECT_EQ(Content(), "/x\n\n" + line + '\n');
   }
