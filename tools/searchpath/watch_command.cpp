@@ -11,13 +11,13 @@
 #include "searchpath/host/name_changes.h"
 #include "searchpath/host/path_differences.h"
 #include "searchpath/host/stored_path.h"
+#include "searchpath/host/wake_up.h"
 #include "searchpath/host/working_folder.h"
 #include "searchpath/model/byte_text.h"
 #include "searchpath/platform/file_folder_changed_event.h"
 
 #include <fcntl.h>
 #include <poll.h>
-#include <sys/eventfd.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -122,34 +122,15 @@ void CheckStandardOutput() {
   }
 }
 
-// Other threads set it; the main thread waits for it.
-class WakeUp {
- public:
-  WakeUp() : descriptor(eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK)) {
-    if (descriptor < 0) throw std::system_error(errno, std::generic_category(), "cannot watch");
+// Waits until another thread sets `wakeUp`. Ends the program when nobody reads its output any more.
+void Wait(const host::WakeUp& wakeUp) {
+  std::array<pollfd, 2> sources = {{{.fd = wakeUp.GetDescriptor(), .events = POLLIN, .revents = 0},
+                                    {.fd = STDOUT_FILENO, .events = 0, .revents = 0}}};
+  while (poll(sources.data(), sources.size(), -1) < 0 && errno == EINTR) {
   }
-  WakeUp(const WakeUp&) = delete;
-  WakeUp& operator=(const WakeUp&) = delete;
-  ~WakeUp() { close(descriptor); }
-
-  void Set() const {
-    static_cast<void>(eventfd_write(descriptor, 1));  // fails only where it is set already
-  }
-
-  // Ends the program when nobody reads its output any more.
-  void Wait() const {
-    std::array<pollfd, 2> sources = {{{.fd = descriptor, .events = POLLIN, .revents = 0},
-                                      {.fd = STDOUT_FILENO, .events = 0, .revents = 0}}};
-    while (poll(sources.data(), sources.size(), -1) < 0 && errno == EINTR) {
-    }
-    if (sources[1].revents != 0) std::raise(SIGPIPE);
-    eventfd_t count = 0;
-    static_cast<void>(eventfd_read(descriptor, &count));
-  }
-
- private:
-  int descriptor;
-};
+  if (sources[1].revents != 0) std::raise(SIGPIPE);
+  wakeUp.Clear();
+}
 
 // Returns the number of lines written.
 std::size_t WriteDifferences(const Output& output, const WatchOptions& options,
@@ -189,7 +170,7 @@ Outcome Watch(host::MainSearchPathManager& manager, const WatchOptions& options,
               const Output& output, const CommandLine& commandLine) {
   const std::optional<std::size_t> count = options.GetCount();
   const std::vector<AbsoluteIRI> lists = FindLists(options.path);
-  const WakeUp wakeUp;
+  const host::WakeUp wakeUp;
   std::atomic<bool> mustReadAgain = false;
   const auto events = createLocalEventMgr(SessionEmId);
   const auto eventSubscription = events->subscribe([&](const Event& event) {
@@ -202,7 +183,8 @@ Outcome Watch(host::MainSearchPathManager& manager, const WatchOptions& options,
     mustReadAgain = true;
     wakeUp.Set();
   });
-  const auto pathSubscription = manager.AddListener([&](const auto& /*change*/) { wakeUp.Set(); });
+  const auto pathSubscription =
+      manager.AddListener([&](const auto& /*before*/, const auto& /*after*/) { wakeUp.Set(); });
   const host::FolderObserver observer(manager, *events);
   auto printed = manager.GetPath();
   const host::DiskFeed feed(manager, events, {.files = lists});
@@ -210,7 +192,7 @@ Outcome Watch(host::MainSearchPathManager& manager, const WatchOptions& options,
     Report("watching " + GetCounted(printed->GetMainFolders().size(), "folder"));
   }
   for (std::size_t lines = 0; !count || lines < *count;) {
-    wakeUp.Wait();
+    Wait(wakeUp);
     if (mustReadAgain.exchange(false)) ReadAgain(manager, options, commandLine);
     const auto current = manager.GetPath();
     lines += WriteDifferences(output, options, *printed, *current);
