@@ -56,12 +56,12 @@ TEST_F(PackageRegistryTest, ABadManifestIsAProblem) {
 
 TEST_F(PackageRegistryTest, PackagesAreInTheOrderOfTheirFoldersWithoutTheBadOnes) {
   Manifest("\xFF", u"\uFEFF{\"name\": \"B\", \"version\": \"2\", \"folders\": [\"x\"]}");
-  Manifest("+a", u"]}");
+  Manifest("@a", u"]}");
   Manifest(".b",
            uR"("./x", {"folder": ".", "tags": [7, -1]}, "file:///b%20c"],
         "contributesToPath": false, "checksManualInstall": true, "properties":
         {"t": true, "i": -9223372036854775808, "d": 1.5, "s": "\ud83d\ude00"}})");
-  tree.Link(tree.Path("+a"), "+link");
+  tree.Link(tree.Path("@a"), "@link");
   tree.Folder("c/searchpath.json");
   tree.Folder("d");
   ASSERT_EQ(mkfifo(tree.Path("d/searchpath.json").c_str(), 0600), 0);
@@ -70,8 +70,8 @@ TEST_F(PackageRegistryTest, PackagesAreInTheOrderOfTheirFoldersWithoutTheBadOnes
   ustring shown;
   for (const PackageProblem& problem : registry.GetProblems()) shown += problem.GetText() + u'\n';
   const ustring at = tree.Text() + u'/';
-  EXPECT_EQ(shown, at + u"+link/searchpath.json:1: name: the same name and version as in " + at +
-                       u"+a/searchpath.json\n" + at + u"c/searchpath.json: not a regular file\n" +
+  EXPECT_EQ(shown, at + u"@link/searchpath.json:1: name: the same name and version as in " + at +
+                       u"@a/searchpath.json\n" + at + u"c/searchpath.json: not a regular file\n" +
                        at + u"d/searchpath.json: not a regular file\n" + at +
                        u"e/searchpath.json: cannot be read: Too many levels of symbolic links\n");
   shown.clear();
@@ -80,7 +80,7 @@ TEST_F(PackageRegistryTest, PackagesAreInTheOrderOfTheirFoldersWithoutTheBadOnes
   for (const auto& [folder, tags] : package->GetFolders()) {
     shown += folder.toString() + TextFromBytes(testing::PrintToString(*tags));
   }
-  EXPECT_EQ(shown, u"+a1 .b1 B2 file://" + at + u".b/x{ 0 }file://" + at +
+  EXPECT_EQ(shown, u".b1 @a1 B2 file://" + at + u".b/x{ 0 }file://" + at +
                        u".b{ -1, 7 }file:///b%20c{ 0 }");
   const Corvane::PackageRegistry::PropertyValue values[] = {true, INT64_MIN, 1.5, u"\U0001F600"};
   for (const std::size_t i : {0U, 1U, 2U, 3U}) {
