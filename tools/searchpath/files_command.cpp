@@ -7,10 +7,10 @@
 #include "searchpath/host/filename_comparison.h"
 #include "searchpath/model/byte_text.h"
 #include "searchpath/model/path_entry.h"
+#include "searchpath/model/search_scope.h"
 #include "searchpath/utilities/file_lookup.h"
 
 #include <algorithm>
-#include <cstdint>
 
 namespace Corvane::PathManagement::tool {
 
@@ -28,8 +28,6 @@ constexpr CommandText kText = {
     "\n"
     "Exit: 0 there are files, 1 there are none, 2 wrong usage or failure.\n"
     "\n"};
-
-constexpr std::uint32_t kMainKind = 0;
 
 struct FilesOptions {
   PathOptions path;
@@ -89,14 +87,14 @@ std::shared_ptr<const IPathEntry> GetFolder(const host::Environment& environment
 void ForEachFolder(const host::Environment& environment, const FilesOptions& options,
                    const PathEntryVisitor& visitor) {
   if (!options.from) {
-    environment.GetPath()->ForEachEntry(options.all ? GetScopeOfAll() : SearchScope(&kMainKind, 1),
+    environment.GetPath()->ForEachEntry(options.all ? kAllKindsAndResourcesScope : kMainScope,
                                         visitor);
     return;
   }
   const auto folder = GetFolder(environment, *options.from);
   if (options.all) {
     const auto& path = environment.GetPath();
-    folder->ForEachEntryInScope(GetScopeOfAll(), [&](const auto& entry) {
+    folder->ForEachEntryInScope(kAllKindsAndResourcesScope, [&](const auto& entry) {
       return path->IsEntryOnPath(*entry) && visitor(entry);
     });
   } else {

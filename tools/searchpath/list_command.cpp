@@ -6,6 +6,7 @@
 #include "phrases.h"
 #include "search_path.h"
 #include "searchpath/model/path_entry.h"
+#include "searchpath/model/search_scope.h"
 #include "words.h"
 
 #include <nlohmann/json.hpp>
@@ -101,7 +102,7 @@ Outcome RunList(const std::vector<std::string>& arguments) {
   if (saveTo) return SavePath(environment, path, *saveTo) ? Outcome::Failed : Outcome::Found;
   if (inWords || output.IsJson()) ReadFolders(environment, path);
   const bool failed = ReportProblems(environment, path);
-  environment.GetPath()->ForEachEntry(GetScopeOfAll(),
+  environment.GetPath()->ForEachEntry(kAllKindsAndResourcesScope,
                                       [&](const std::shared_ptr<const IPathEntry>& folder) {
                                         WriteFolder(output, environment, *folder, inWords);
                                         return false;

@@ -3,9 +3,6 @@
 #include "searchpath/host/folder_entry.h"
 #include "searchpath/utilities/iri_conversion.h"
 
-#include <array>
-#include <cstdint>
-
 namespace Corvane::PathManagement::tool {
 
 const char* FindProblemText(const IPathEntry& folder) {
@@ -26,11 +23,6 @@ std::size_t GetItemCount(const IPathEntry& folder) {
 
 ustring GetNativePath(const IPathEntry& folder) {
   return GetStringFromIRI(folder.GetAbsoluteIRI());
-}
-
-SearchScope GetScopeOfAll() noexcept {
-  static constexpr std::array<std::uint32_t, 5> kAllKinds = {0, 1, 2, 3, 5};
-  return {kAllKinds.data(), kAllKinds.size()};
 }
 
 }  // namespace Corvane::PathManagement::tool

@@ -2,7 +2,6 @@
 #define SEARCHPATH_TOOLS_SEARCHPATH_PATH_FOLDER_H
 
 #include "searchpath/model/path_entry.h"
-#include "searchpath/model/search_scope.h"
 #include "searchpath/model/ustring.h"
 
 #include <cstddef>
@@ -19,9 +18,6 @@ namespace Corvane::PathManagement::tool {
 
 /// The location of `folder` as users read it.
 [[nodiscard]] ustring GetNativePath(const IPathEntry& folder);
-
-/// Every kind of folder, resources too.
-[[nodiscard]] SearchScope GetScopeOfAll() noexcept;
 
 }  // namespace Corvane::PathManagement::tool
 

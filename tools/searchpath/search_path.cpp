@@ -8,6 +8,7 @@
 #include "progress.h"
 #include "searchpath/host/stored_path.h"
 #include "searchpath/model/byte_text.h"
+#include "searchpath/model/search_scope.h"
 #include "searchpath/utilities/iri_conversion.h"
 #include "searchpath/utilities/path_strings.h"
 
@@ -232,7 +233,7 @@ void ReportIdleExclusions(const host::Environment& environment) {
 
 void ReadFolders(const host::Environment& environment, const PathOptions& options) {
   const Progress progress(options.quiet);
-  environment.GetPath()->ForEachEntry(GetScopeOfAll(), [](const auto& folder) {
+  environment.GetPath()->ForEachEntry(kAllKindsAndResourcesScope, [](const auto& folder) {
     [[maybe_unused]] const auto count = GetItemCount(*folder);
     return false;
   });
