@@ -35,7 +35,7 @@ std::vector<detail::SearchTarget> Targets(const BenchTree& tree, Kind kind) {
     if (kind == Kind::Misses && !isMiss) name.push_back(u'y');
     if (kind == Kind::Extensions) {
       targets.emplace_back(name.erase(name.find(u'.'), 2),
-                           std::vector<ustring>{u".m", u".x", u".y"});
+                           std::vector<ustring>{u".zt", u".x", u".y"});
     } else {
       targets.emplace_back(name);
     }

@@ -54,15 +54,15 @@ TEST(SpecialSubfolderNotificationTest, PublishesUpToTheFirstOrdinaryFolder) {
 
 TEST(SpecialSubfolderNotificationTest, PublishesCanonicalLocationsUntilAStorageError) {
   const TemporaryTree tree;
-  tree.File("lib/+p/f.x");
+  tree.File("lib/+p/f.zt");
   tree.Link("lib/+p", "link");
   const auto at = [&](const char* name) { return u" " + tree.IRI(name).toString(); };
-  const ustring whole = at("lib/+p/f.x") + at("lib/+p") + at("lib"), plain = at("link/f.x");
-  const AbsoluteIRI file = tree.IRI("link/f.x");
+  const ustring whole = at("lib/+p/f.zt") + at("lib/+p") + at("lib"), plain = at("link/f.zt");
+  const AbsoluteIRI file = tree.IRI("link/f.zt");
   EXPECT_EQ(HeardOf(kCanonical, file), whole);
-  EXPECT_EQ(HeardOf(kCanonical, tree.IRI("link/gone.x")), at("link/gone.x") + at("link"));
+  EXPECT_EQ(HeardOf(kCanonical, tree.IRI("link/gone.zt")), at("link/gone.zt") + at("link"));
   EXPECT_EQ(HeardOf(kCanonical, file, 3), whole + plain + at("link"));
-  EXPECT_EQ(HeardOf<std::runtime_error>(kCanonical, file, 1), at("lib/+p/f.x") + u" threw");
+  EXPECT_EQ(HeardOf<std::runtime_error>(kCanonical, file, 1), at("lib/+p/f.zt") + u" threw");
   EXPECT_EQ(HeardOf<vfs::InvalidIRIException>(kPlain, file, 1), plain);
   EXPECT_EQ(HeardOf(kPlain, file, 1), plain + u" threw");
 }

@@ -18,11 +18,11 @@ struct EnvironmentTest : testing::Test {
 struct ViewRow {
   std::vector<std::string> folders, without;
   FolderExpansion expansion;
-  std::string expected;  // main entries; files called p/a.x; what hides nothing; problems
+  std::string expected;  // main entries; files called p/a.zt; what hides nothing; problems
 };
 
 TEST_F(EnvironmentTest, WhatIsHiddenOrComesAgainIsNotShown) {
-  tree.Files({"one/private/a.x", "two/+p/a.x", "two/sub/a.x"});
+  tree.Files({"one/private/a.zt", "two/+p/a.zt", "two/sub/a.zt"});
   tree.Link("one", "link");
   tree.Link("../two/+p", "old/+p");  // what a hidden folder links to is shown where else it is
   tree.Link("../two", "old/@up");
@@ -32,10 +32,10 @@ TEST_F(EnvironmentTest, WhatIsHiddenOrComesAgainIsNotShown) {
        {"http://host/", "two", "two/sub"},
        Alone,
        "one gone one/private; ; http://host/ two/sub; http://h/ gone"},
-      {{"old", "two"}, {"old"}, Alone, "two; two/+p/a.x; ; "},
-      {{"old", "two", "two/sub"}, {"old"}, Recursive, "two two/sub; two/+p/a.x; ; "},
+      {{"old", "two"}, {"old"}, Alone, "two; two/+p/a.zt; ; "},
+      {{"old", "two", "two/sub"}, {"old"}, Recursive, "two two/sub; two/+p/a.zt; ; "},
       {{"old", "two", "two/sub"}, {"old", "two"}, Recursive, "; ; ; "},
-      {{"one", "two"}, {"two/sub", "one/private"}, Recursive, "one two; two/+p/a.x; ; "},
+      {{"one", "two"}, {"two/sub", "one/private"}, Recursive, "one two; two/+p/a.zt; ; "},
   };
   for (const auto& [folders, without, expansion, expected] : rows) {
     EnvironmentOptions options{.folders = {}, .expansion = expansion};
@@ -48,7 +48,7 @@ TEST_F(EnvironmentTest, WhatIsHiddenOrComesAgainIsNotShown) {
     std::vector<ustring> problems;
     for (const auto& problem : environment.FindProblems()) problems.push_back(problem.folder);
     EXPECT_EQ(Shown(*environment.GetPath()->GetMainEntries(), tree) + "; " +
-                  Shown(environment.FindAll({.name = u"p/a.x"}), tree) + "; " +
+                  Shown(environment.FindAll({.name = u"p/a.zt"}), tree) + "; " +
                   Shown(environment.FindIdleExclusions(), tree) + "; " + Shown(problems, tree),
               expected)
         << testing::PrintToString(folders) << testing::PrintToString(without);
@@ -124,21 +124,21 @@ struct SimilarRow {
 
 TEST(FindSimilarTest, NamesTheMostSimilarFilesFirstAndEachOnce) {
   const TemporaryTree tree;
-  tree.Files({"a/plto.x", "a/plot.y", "b/plot", "b/PLOT.x", "b/plots.x", "b/plto.x", "b/bar"});
-  tree.Files({"b/pilot.x", "b/plat.x", "b/lot.x", "b/.rc", "b/@plot/plot.z", "b/foo.xy"});
+  tree.Files({"a/plto.zt", "a/plot.y", "b/plot", "b/PLOT.zt", "b/plots.zt", "b/plto.zt", "b/bar"});
+  tree.Files({"b/pilot.zt", "b/plat.zt", "b/lot.zt", "b/.rc", "b/@plot/plot.z", "b/foo.xy"});
   const Environment environment({tree.Text("a"), tree.Text("b")});
   const std::vector<SimilarRow> rows = {
-      {{u"plot.x"}, 2, "b/PLOT.x a/plot.y"},
-      {{u"plot.x"}, 4, "b/PLOT.x a/plot.y b/plot a/plto.x"},
-      {{u"plot", {u".x", u".z"}}, 1, "b/PLOT.x"},
+      {{u"plot.zt"}, 2, "b/PLOT.zt a/plot.y"},
+      {{u"plot.zt"}, 4, "b/PLOT.zt a/plot.y b/plot a/plto.zt"},
+      {{u"plot", {u".zt", u".z"}}, 1, "b/PLOT.zt"},
       {{u"Bar", {u".q", u""}}, 9, "b/bar"},
-      {{u"pplots.x"}, 9, "b/plots.x"},
-      {{u"lt.x"}, 9, "b/lot.x"},
+      {{u"pplots.zt"}, 9, "b/plots.zt"},
+      {{u"lt.zt"}, 9, "b/lot.zt"},
       {{u"baz"}, 9, "b/bar"},
       {{u"ba"}, 9, ""},  // of so short a name everything is one letter off
-      {{u"plot.x"}, 0, ""},
-      {{u"b/plot.x"}, 9, ""},
-      {{u"plto.y"}, 9, "a/plto.x a/plot.y"},  // but not the other file of that name
+      {{u"plot.zt"}, 0, ""},
+      {{u"b/plot.zt"}, 9, ""},
+      {{u"plto.y"}, 9, "a/plto.zt a/plot.y"},  // but not the other file of that name
   };
   for (const auto& [lookup, most, expected] : rows) {
     std::vector<FoundItem> files;

@@ -60,11 +60,12 @@ TEST_F(FolderEntryTest, FilesMatchByPolicyAndOrderOfExtensions) {
   const std::string street =
       "stra\xC3\x9F"
       "e";
-  tree.Files({"lib/fn", "lib/fn.x", "lib/FN.X", "lib/Fn.x", "lib/.rc", "lib/k", "lib/" + street});
+  tree.Files(
+      {"lib/fn", "lib/fn.zt", "lib/FN.ZT", "lib/Fn.zt", "lib/.rc", "lib/k", "lib/" + street});
   const std::vector<Match> rows = {
-      {SearchTarget(u"FN.x"), FileSystemDefault, ""},
-      {{u"Fn", {u".X"}}, FileSystemDefault, ""},
-      {{u"Fn", {u".x", u".X"}}, IgnoreCase, "Fn.x FN.X fn.x"},
+      {SearchTarget(u"FN.zt"), FileSystemDefault, ""},
+      {{u"Fn", {u".ZT"}}, FileSystemDefault, ""},
+      {{u"Fn", {u".zt", u".ZT"}}, IgnoreCase, "Fn.zt FN.ZT fn.zt"},
       {SearchTarget(u"STRASSE"), IgnoreCase, street},
       {SearchTarget(u"\u212A"), IgnoreCase, "k"},  // the Kelvin sign folds to k
       {{u"", {u".rc"}}, CaseSensitive, ".rc"},
@@ -79,7 +80,7 @@ TEST_F(FolderEntryTest, FilesMatchByPolicyAndOrderOfExtensions) {
 }
 
 TEST_F(FolderEntryTest, LinksThatLeadBackUpAreCut) {
-  tree.File("lib/+a/fn.x");
+  tree.File("lib/+a/fn.zt");
   tree.Link(".", "lib/+self");
   tree.Link("../..", "lib/+a/+top");    // above lib: entered, and back to lib is cut
   tree.Link("../other", "lib/@other");  // elsewhere: followed

@@ -111,7 +111,7 @@ TEST_F(FolderObserverTest, AnEventListsTheFoldersThatItNamesAndNoOthers) {
     EXPECT_EQ(listings.Take(), listed) << named;
   }
   FolderObserver ofSession(manager, *createLocalEventMgr(SessionEmId));
-  NotifyUpstreamPathEntriesOfPossibleSpecialSubfolderChanges(tree.IRI("b/+p/f.m"));
+  NotifyUpstreamPathEntriesOfPossibleSpecialSubfolderChanges(tree.IRI("b/+p/f.zt"));
   ofSession.Settle();
   EXPECT_EQ(listings.Take(), "b b/+p");
   EXPECT_EQ(OnPath(), OnDisk());

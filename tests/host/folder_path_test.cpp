@@ -19,9 +19,10 @@ const SearchScope kMain(kKinds, 1), kAll(kKinds, 5), kAllAndResources(kKinds, 6)
 /// Two folders on a path, "one" and "two", with special folders of every kind below them.
 struct FolderPathTest : testing::Test {
   FolderPathTest() {
-    tree.Files({"one/fn.x", "one/private/secret.x", "one/private/fn.x", "one/resources/data.x",
-                "one/+pkg/fn.x", "one/+pkg/@cls/fn.x", "one/+pkg/+sub/deep.x", "one/@cls/method.x",
-                "two/fn.x", "two/Method.X", "two/@cls/method.x", "two/+pkg/fn.x", "two/only.x"});
+    tree.Files({"one/fn.zt", "one/private/secret.zt", "one/private/fn.zt", "one/resources/data.zt",
+                "one/+pkg/fn.zt", "one/+pkg/@cls/fn.zt", "one/+pkg/+sub/deep.zt",
+                "one/@cls/method.zt", "two/fn.zt", "two/Method.ZT", "two/@cls/method.zt",
+                "two/+pkg/fn.zt", "two/only.zt"});
   }
   [[nodiscard]] Entries Visited(SearchScope scope) const {
     Entries entries;
@@ -65,24 +66,24 @@ struct Question {
 };
 
 TEST_F(FolderPathTest, NamesAndPartialPathnamesFindFilesInPathOrder) {
-  const ustring full = tree.Text("one/private/fn.x");
+  const ustring full = tree.Text("one/private/fn.zt");
   const std::vector<Question> rows = {
-      {kMain, u"fn.x", kExact, "one/fn.x two/fn.x"},
-      {kAll, u"only.x", kExact, "two/only.x"},
-      {kAll, u"secret.x", kExact, "one/private/secret.x"},
-      {kAll, u"METHOD.x", kIgnore, "one/@cls/method.x two/Method.X two/@cls/method.x"},
-      {kAll, u"data.x", kExact, ""},
-      {kAllAndResources, u"data.x", kExact, "one/resources/data.x"},
-      {kAll, u"pkg/fn.x", kExact, "one/+pkg/fn.x two/+pkg/fn.x"},
-      {kAll, u"one/pkg/fn.x", kExact, "one/+pkg/fn.x"},
-      {kAll, u"pkg/cls/fn.x", kExact, "one/+pkg/@cls/fn.x"},
-      {kAll, u"CLS/method.x", kIgnore, "one/@cls/method.x two/@cls/method.x"},
-      {kAll, u"sub/deep.x", kExact, ""},  // begins inside a package
-      {kAll, full, kExact, "one/private/fn.x"},
+      {kMain, u"fn.zt", kExact, "one/fn.zt two/fn.zt"},
+      {kAll, u"only.zt", kExact, "two/only.zt"},
+      {kAll, u"secret.zt", kExact, "one/private/secret.zt"},
+      {kAll, u"METHOD.zt", kIgnore, "one/@cls/method.zt two/Method.ZT two/@cls/method.zt"},
+      {kAll, u"data.zt", kExact, ""},
+      {kAllAndResources, u"data.zt", kExact, "one/resources/data.zt"},
+      {kAll, u"pkg/fn.zt", kExact, "one/+pkg/fn.zt two/+pkg/fn.zt"},
+      {kAll, u"one/pkg/fn.zt", kExact, "one/+pkg/fn.zt"},
+      {kAll, u"pkg/cls/fn.zt", kExact, "one/+pkg/@cls/fn.zt"},
+      {kAll, u"CLS/method.zt", kIgnore, "one/@cls/method.zt two/@cls/method.zt"},
+      {kAll, u"sub/deep.zt", kExact, ""},  // begins inside a package
+      {kAll, full, kExact, "one/private/fn.zt"},
       {kAll, full.substr(full.find(u'/', 1)), kExact,
        ""},  // begins with a separator: named in full
       {kAll, u"pkg/", kExact, ""},
-      {kAll, u"/\xD800/fn.x", kExact, ""},
+      {kAll, u"/\xD800/fn.zt", kExact, ""},
   };
   for (const auto& [scope, name, policy, expected] : rows) {
     const auto all = path.FindAllInScope(scope, SearchTarget(name), policy);
@@ -151,11 +152,11 @@ TEST_F(FolderPathTest, FoldersBehindTheAnswerAreNotListed) {
   const auto find = [&](const ustring& name) {
     return path.FindFirstInScope(kMain, SearchTarget(name), kExact).has_value();
   };
-  EXPECT_TRUE(find(u"fn.x"));
-  tree.File("two/late.x");
-  EXPECT_TRUE(find(u"late.x"));
-  tree.File("two/later.x");
-  EXPECT_FALSE(find(u"later.x"));
+  EXPECT_TRUE(find(u"fn.zt"));
+  tree.File("two/late.zt");
+  EXPECT_TRUE(find(u"late.zt"));
+  tree.File("two/later.zt");
+  EXPECT_FALSE(find(u"later.zt"));
 }
 
 }  // namespace

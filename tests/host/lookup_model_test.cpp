@@ -21,8 +21,8 @@ using test::Shown;
 using test::TemporaryTree;
 using Names = std::vector<std::string>;
 
-const Names kFiles = {"f",   "F",   "g",        "f.x",        "F.x",        "f.X",
-                      "g.x", "f.y", "\xC3\xA9", "\xC3\x89.x", "\xC3\xA9.x", "f.\xE2\x84\xAA"};
+const Names kFiles = {"f",    "F",   "g",        "f.zt",        "F.zt",        "f.ZT",
+                      "g.zt", "f.y", "\xC3\xA9", "\xC3\x89.zt", "\xC3\xA9.zt", "f.\xE2\x84\xAA"};
 
 /// Knows the capitals that occur here: also an E with an accent, and the sign for kelvin, which is a
 /// k and two bytes longer.
@@ -130,8 +130,8 @@ class LookupModelTest : public testing::Test {
 
   void Ask(const TemporaryTree& tree, const Environment& environment, const Model& model) {
     const std::string name =
-        AnyOf({"f", "F", "g", "f.x", "h", "\xC3\x89", std::string("f\0\0", 3)});
-    const Names extensions = name == "f.x" ? Names() : SomeOf({".x", ".y", ".X", ".k"}, 3);
+        AnyOf({"f", "F", "g", "f.zt", "h", "\xC3\x89", std::string("f\0\0", 3)});
+    const Names extensions = name == "f.zt" ? Names() : SomeOf({".zt", ".y", ".ZT", ".k"}, 3);
     const bool ignoreCase = Below(2) == 0;
     const std::string asker = AnyOf({"a", "b", "link", ""});
     Lookup lookup{.name = TextFromBytes(name)};
@@ -167,7 +167,7 @@ class LookupModelTest : public testing::Test {
   }
 
   void CheckShadows(const TemporaryTree& tree, const Environment& environment, const Model& model) {
-    const Names extensions = SomeOf({".x", ".y", ".X", ".k"}, 2);
+    const Names extensions = SomeOf({".zt", ".y", ".ZT", ".k"}, 2);
     const bool ignoreCase = Below(2) == 0;
     ShadowLookup lookup;
     for (const auto& extension : extensions) lookup.extensions.push_back(TextFromBytes(extension));

@@ -113,14 +113,14 @@ void Change(const TemporaryTree& tree, std::mt19937_64& random) {
   const std::string other = anyOf(FoldersBelow(tree.Path()));
   const std::string item =
       folder + "/" +
-      anyOf({"f.x", "F.x", "bad\xFF", "+p", "@c", "private", "resources", "sub", "link"});
+      anyOf({"f.zt", "F.zt", "bad\xFF", "+p", "@c", "private", "resources", "sub", "link"});
   std::error_code ignored;
   const auto what = random() % 8;
   if (what == 0) fs::remove_all(item, ignored);
   if (what == 1) fs::rename(item, other + "/moved", ignored);
   if (what == 2 || what == 3) fs::create_directory(item, ignored);
   if (what == 4) fs::create_symlink(other, item, ignored);
-  if (what == 5) fs::create_symlink(other + "/f.x", item, ignored);
+  if (what == 5) fs::create_symlink(other + "/f.zt", item, ignored);
   if (what > 5) std::ofstream(item).close();
 }
 

@@ -28,9 +28,9 @@ struct DoctorTest : testing::Test {
 };
 
 TEST_F(DoctorTest, EachThingThatIsWrongIsFound) {
-  tree.Files({"lib/fn.x", "lib/private/fn.x", "lib/sub/deep.x", "other/FN.x", "other/fn.x",
+  tree.Files({"lib/fn.zt", "lib/private/fn.zt", "lib/sub/deep.zt", "other/FN.zt", "other/fn.zt",
               "other/Fn", "lib/@cls/\xFE", "lib/@cls/\xFF", "lib/@cls/\xFD", "lib/Fn", "file",
-              "more/fn.x", "other/up", "other/UP", "t/@t/\xFF"});
+              "more/fn.zt", "other/up", "other/UP", "t/@t/\xFF"});
   tree.Folder("bare/below");
   tree.Link("../lib", "bare/link");
   tree.Link("lib", "link");
@@ -54,9 +54,9 @@ TEST_F(DoctorTest, EachThingThatIsWrongIsFound) {
        "belongs to another folder of the path t/@t t\nnames that are not UTF-8 t/@t t/@t/\xFF\n"},
       {{.folders = {u"lib", u"other", u"more"}, .without = {u"lib/@cls"}},
        "names that are equal where case is ignored other other/UP other/up\n"
-       "names that are equal where case is ignored lib lib/fn.x other/FN.x\n"},
+       "names that are equal where case is ignored lib lib/fn.zt other/FN.zt\n"},
       {{.folders = {u"lib", u"other", u"gone"}, .without = {u"lib", u"gone"}},
-       "names that are equal where case is ignored other other/FN.x other/fn.x\n"
+       "names that are equal where case is ignored other other/FN.zt other/fn.zt\n"
        "names that are equal where case is ignored other other/UP other/up\n"},
       {{.folders = {u"lib/sub", u"bare"}, .expansion = kRecursive},
        "cannot be searched bare/link/@cls/+up\n"

@@ -47,7 +47,7 @@ struct ManyFolders {
       std::set<std::string> here;  // the first of several spellings is the one of the lowest bytes
       for (std::size_t file = folder * 100; file < (folder + 1) * 100; ++file) {
         const std::size_t number = file / 2 * 2654435761U % (count * 33);
-        const std::string name = stems[number % 5] + std::to_string(number) + ".x";
+        const std::string name = stems[number % 5] + std::to_string(number) + ".zt";
         here.insert(file % 2 == 0 ? name : InCapitals(name));
       }
       for (const auto& name : here) {
@@ -130,7 +130,7 @@ TEST(ScaleTest, DeepNestingNeedsLittleStackAndFewDescriptors) {
   const auto move = [&tree](const char* from, const char* to) {
     std::filesystem::rename(tree.Path(from), tree.Path(to));
   };
-  tree.File("0/deep.x");
+  tree.File("0/deep.zt");
   for (std::size_t level = 0; level < levels; ++level) {  // from the inside: no path is too long
     move("0", "inside");
     tree.Folder("0");
@@ -145,7 +145,7 @@ TEST(ScaleTest, DeepNestingNeedsLittleStackAndFewDescriptors) {
     std::size_t count = 0;
     path.ForEachEntry(kAll, [&](const auto&) { return ++count, false; });
     EXPECT_EQ(count, levels + 1);
-    const auto found = path.FindFirstInScope(kAll, SearchTarget(u"deep.x"), kExact);
+    const auto found = path.FindFirstInScope(kAll, SearchTarget(u"deep.zt"), kExact);
     ASSERT_TRUE(found);
     EXPECT_EQ(path.GetMainEntryForEntry(*found->GetPathEntry()), (*path.GetMainEntries())[0]);
     const auto deepest = FolderEntry::Create(found->GetPathEntry()->GetAbsoluteIRI());
@@ -163,7 +163,7 @@ TEST(ScaleTest, DeepNestingNeedsLittleStackAndFewDescriptors) {
 
 TEST(ScaleTest, WhatStaysIsFoundWhileOtherThingsComeAndGo) {
   const TemporaryTree tree;
-  tree.Files({"0/@m/s.x", "0/+p/s.x", "0/private/s.x", "0/s.x", "1/@m/s.x", "1/s.x"});
+  tree.Files({"0/@m/s.zt", "0/+p/s.zt", "0/private/s.zt", "0/s.zt", "1/@m/s.zt", "1/s.zt"});
   std::atomic<std::size_t> changes = 0;
   std::vector<std::jthread> threads;
   for (const std::string own : {"a", "b", "c", "d"}) {
@@ -181,10 +181,10 @@ TEST(ScaleTest, WhatStaysIsFoundWhileOtherThingsComeAndGo) {
   for (std::size_t scan = 0; scan < scans || changes < 4; ++scan) {
     const FolderPath path = PathOf(tree, 2);
     const auto found = [&](SearchScope scope) {
-      return Shown(path.FindAllInScope(scope, SearchTarget(u"s.x"), kExact), tree);
+      return Shown(path.FindAllInScope(scope, SearchTarget(u"s.zt"), kExact), tree);
     };
-    EXPECT_EQ(found(kAll), "0/s.x 0/private/s.x 0/+p/s.x 0/@m/s.x 1/s.x 1/@m/s.x");
-    for (int question = 0; question < 2; ++question) EXPECT_EQ(found(kMain), "0/s.x 1/s.x");
+    EXPECT_EQ(found(kAll), "0/s.zt 0/private/s.zt 0/+p/s.zt 0/@m/s.zt 1/s.zt 1/@m/s.zt");
+    for (int question = 0; question < 2; ++question) EXPECT_EQ(found(kMain), "0/s.zt 1/s.zt");
     EXPECT_EQ(Shown(path.GetMethodEntriesByName(kMain, u"m", kExact), tree), "0/@m 1/@m");
     path.ForEachEntry(kAll, [](const auto& entry) {
       std::set<ustring> names;

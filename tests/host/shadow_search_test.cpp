@@ -74,21 +74,22 @@ struct AskedRow {
 
 TEST_F(ShadowsTest, NamesAreThoseThatALookUpTakes) {
   constexpr auto kIgnore = FilenameMatchingPolicy::IgnoreCase;
-  tree.Files({"a/fn.m", "a/fn.c", "b/fn.m", "b/a.b.m", "c/a.b.m", "a/a.b", "b/a.b", "b/.m", "c/.m",
-              "a/@m/m.m", "c/m.m", "a/@n.m/n.m", "b/n.m", "c/@FN/fn.M", "a/k.\xE2\x84\xAA",
-              "b/k.k"});
+  tree.Files({"a/fn.zt", "a/fn.c", "b/fn.zt", "b/a.b.zt", "c/a.b.zt", "a/a.b", "b/a.b", "b/.zt",
+              "c/.zt", "a/@m/m.zt", "c/m.zt", "a/@n.zt/n.zt", "b/n.zt", "c/@FN/fn.ZT",
+              "a/k.\xE2\x84\xAA", "b/k.k"});
   const std::vector<AskedRow> rows = {
-      {{.extensions = {u".m"}},
-       "a.b.m: b/a.b.m > identical c/a.b.m;\nfn: a/fn.m > identical b/fn.m;\n"
-       "m: a/@m/m.m > identical c/m.m;\n"},
-      {{.extensions = {u".c", u".m"}, .allowed = {u"m", u"a.b.m", u"fn.m", u"\xD800"}},
-       "fn: a/fn.c > identical a/fn.m, identical b/fn.m;\n",
-       {u"fn.m", u"\xD800"}},
-      {{.names = {u"fn.m", u"a.b", u"no", u"b/fn.m"}, .allowed = {u"a.b", u"no", u"never"}},
-       "fn.m: a/fn.m > identical b/fn.m;\n",
+      {{.extensions = {u".zt"}},
+       "a.b.zt: b/a.b.zt > identical c/a.b.zt;\nfn: a/fn.zt > identical b/fn.zt;\n"
+       "m: a/@m/m.zt > identical c/m.zt;\n"},
+      {{.extensions = {u".c", u".zt"}, .allowed = {u"m", u"a.b.zt", u"fn.zt", u"\xD800"}},
+       "fn: a/fn.c > identical a/fn.zt, identical b/fn.zt;\n",
+       {u"fn.zt", u"\xD800"}},
+      {{.names = {u"fn.zt", u"a.b", u"no", u"b/fn.zt"}, .allowed = {u"a.b", u"no", u"never"}},
+       "fn.zt: a/fn.zt > identical b/fn.zt;\n",
        {u"no", u"no"}},
-      {{.extensions = {u".M"}, .policy = kIgnore, .allowed = {u"A.B.M", u"M"}},
-       "FN: a/fn.m > identical b/fn.m, other case c/@FN/fn.M;\nfn: a/fn.m > identical b/fn.m;\n",
+      {{.extensions = {u".ZT"}, .policy = kIgnore, .allowed = {u"A.B.ZT", u"M"}},
+       "FN: a/fn.zt > identical b/fn.zt, other case c/@FN/fn.ZT;\nfn: a/fn.zt > identical "
+       "b/fn.zt;\n",
        {}},
       {{.extensions = {u".K"}, .policy = kIgnore},  // the sign for kelvin is a k, in three bytes
        "k: a/k.\xE2\x84\xAA > other case b/k.k;\n"},

@@ -17,9 +17,9 @@ namespace Corvane::PathManagement::test {
 class HostWorld {
  public:
   HostWorld() {
-    tree.Files({"lib/fn.x", "lib/two.y", "lib/private/fn.x", "lib/+package/@class/method.x",
-                "lib/@fn/fn.x", "lib/resources/data", "other/FN.x",
-                "other/a-name-that-touches-the-heap.x"});
+    tree.Files({"lib/fn.zt", "lib/two.y", "lib/private/fn.zt", "lib/+package/@class/method.zt",
+                "lib/@fn/fn.zt", "lib/resources/data", "other/FN.zt",
+                "other/a-name-that-touches-the-heap.zt"});
     tree.Link("..", "lib/+package/+loop");
     Renew();
   }
@@ -45,8 +45,8 @@ template <class Visit>
 void ForEachHostOperation(const Visit& visit) {
   using W = const HostWorld&;
   for (const auto policy : {Policy::CaseSensitive, Policy::IgnoreCase}) {
-    for (const ustring name : {u"fn.x", u"lib/fn", u"package/class/method.x", u"no such file"}) {
-      const host::Lookup lookup{.name = name, .extensions = {u".y", u".x"}, .policy = policy};
+    for (const ustring name : {u"fn.zt", u"lib/fn", u"package/class/method.zt", u"no such file"}) {
+      const host::Lookup lookup{.name = name, .extensions = {u".y", u".zt"}, .policy = policy};
       visit("Find", [lookup](W w) {
         const auto found = w->Find(lookup);
         return found ? host::GetNativePath(*found) : ustring();
@@ -55,7 +55,7 @@ void ForEachHostOperation(const Visit& visit) {
     }
   }
   visit("Find from a folder", [](W w) {
-    return host::GetNativePath(w->Find({.name = u"fn.x", .fromFolder = w.folders[0]}).value());
+    return host::GetNativePath(w->Find({.name = u"fn.zt", .fromFolder = w.folders[0]}).value());
   });
   visit("FindProblems", [](W w) {
     // What is known of problems grows with what has been listed: after this question, all is.
@@ -84,7 +84,7 @@ void ForEachHostOperation(const Visit& visit) {
     host::PathEntryFactory(w->GetMainFolders()).WriteEntries(stream, w.tree.IRI());
     host::PathEntryFactory cache(host::ListingUse::AsSaved);
     cache.ReadEntries(stream, w.tree.IRI());
-    return Texts(host::Environment(cache).FindAll({.name = u"fn.x"}));
+    return Texts(host::Environment(cache).FindAll({.name = u"fn.zt"}));
   });
   visit("ConcurrentForEachEntry", [](W w) {
     std::mutex mutex;  // guards visited
