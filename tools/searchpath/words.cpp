@@ -8,8 +8,8 @@ namespace Corvane::PathManagement::tool {
 namespace {
 
 // `words` holds one word for each value, in the order of the enumeration.
-template <class Enumeration, std::size_t count>
-const char* Choose(Enumeration value, const std::array<const char*, count>& words) {
+template <class Enumeration, std::size_t Count>
+const char* Choose(Enumeration value, const std::array<const char*, Count>& words) {
   return words.at(static_cast<std::size_t>(value));
 }
 
