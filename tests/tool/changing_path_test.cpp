@@ -104,7 +104,8 @@ TEST_F(ToolTest, CachesAndSavedListingsAnswer) {
       {"s find fn.zt --cache ../cut", 2, "searchpath: cannot use `../cut`: it is cut off\n", ""},
       {"s cache verify over/fifo", 2,
        "cannot use `over/fifo`: it cannot be opened: it is not a reg", ""},
-      {"s cache write no/x --path lib", 2, "cannot write the cache: cannot open the folder of", ""},
+      {"s cache write no/x --path lib", 2, "cannot write the cache: cannot create a file beside",
+       ""},
       {"s list --path - <../saved", 2, "a cache is read from a file: --path @FILE", ""},
       {"SEARCHPATH_LOG=../log s find fn.zt fo.zt --path lib --cache ../cache; grep -oE "
        "'host::[a-z]+: [a-z ]*' ../log",
