@@ -163,7 +163,7 @@ TEST_F(FolderObserverTest, ThePathFollowsTheDisk) {
          {"touch a/y c/y", "rm c/y", "mkdir -p a/+p/@n; touch a/+p/@n/f", "rm -r b/@c",
           "mv a/+p b/+q; mkdir a/private", "rm -r b", "mkdir -p b/+r; touch b/+r/f",
           "mkdir s; touch s/new; rm -r b/+r; mv s b/+r", "mv a a1; mv c a", "mv a1 c",
-          "mv c d; ln -s d c; touch d/x", "mkdir -p e/f/@e; touch e/f/@e/e; ln -sfn e/f c",
+          "mv c d; ln -s d c; touch d/x", "mkdir -p e/f/@e; touch e/f/@e/e; ln -sfn $PWD/e/f c",
           "touch e/f/n", "mv e e1; mkdir -p e/f; touch e/f/other", "touch a/z; rm -r e",
           "mkdir -p e/f/private", "rm c; ln -s loop loop; ln -s loop c", "rm c; mkdir c c/+z"}) {
       const auto before = OnDisk();

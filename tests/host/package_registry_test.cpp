@@ -58,7 +58,8 @@ TEST_F(PackageRegistryTest, PackagesAreInTheOrderOfTheirFoldersWithoutTheBadOnes
   Manifest("\xFF", u"\uFEFF{\"name\": \"B\", \"version\": \"2\", \"folders\": [\"x\"]}");
   Manifest("@a", u"]}");
   Manifest(".b",
-           uR"("./x", {"folder": ".", "tags": [7, -1]}, "file:///b%20c"],
+           uR"("./x", {"folder": ".", "tags": [7, -1]}, {"folder": "y"},
+        "file:///b%20c"],
         "contributesToPath": false, "checksManualInstall": true, "properties":
         {"t": true, "i": -9223372036854775808, "d": 1.5, "s": "\ud83d\ude00"}})");
   tree.Link(tree.Path("@a"), "@link");
@@ -80,8 +81,8 @@ TEST_F(PackageRegistryTest, PackagesAreInTheOrderOfTheirFoldersWithoutTheBadOnes
   for (const auto& [folder, tags] : package->GetFolders()) {
     shown += folder.toString() + TextFromBytes(testing::PrintToString(*tags));
   }
-  EXPECT_EQ(shown, u".b1 @a1 B2 file://" + at + u".b/x{ 0 }file://" + at +
-                       u".b{ -1, 7 }file:///b%20c{ 0 }");
+  EXPECT_EQ(shown, u".b1 @a1 B2 file://" + at + u".b/x{ 0 }file://" + at + u".b{ -1, 7 }file://" +
+                       at + u".b/y{ 0 }file:///b%20c{ 0 }");
   const Corvane::PackageRegistry::PropertyValue values[] = {true, INT64_MIN, 1.5, u"\U0001F600"};
   for (const std::size_t i : {0U, 1U, 2U, 3U}) {
     EXPECT_EQ(package->GetProperty(std::u16string_view(u"tids").substr(i, 1)), values[i]);
