@@ -24,7 +24,7 @@ static_assert(kLevels.size() == static_cast<std::size_t>(Severity::Error) + 1);
 
 spdlog::sink_ptr MakeSink(const std::optional<fl::filesystem::path>& file) {
   if (!file) return std::make_shared<spdlog::sinks::stderr_sink_mt>();
-  const std::string name = fl::filesystem::detail::NativeBytes(*file);
+  const std::string name = fl::filesystem::detail::NativeBytes(file->native());
   try {
     return std::make_shared<spdlog::sinks::basic_file_sink_mt>(name);
   } catch (const spdlog::spdlog_ex& failure) {

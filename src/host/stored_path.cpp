@@ -94,7 +94,7 @@ fl::filesystem::detail::Descriptor Lock(const std::string& file) {
 std::string ResolveAndMakeFolders(const fl::filesystem::path& file) {
   // Made absolute first, since a name alone has no parent folder to make.
   const std::filesystem::path real =
-      std::filesystem::weakly_canonical(std::filesystem::absolute(NativeBytes(file)));
+      std::filesystem::weakly_canonical(std::filesystem::absolute(NativeBytes(file.native())));
   std::filesystem::create_directories(real.parent_path());
   return real;
 }
@@ -120,7 +120,7 @@ fl::filesystem::path StoredPath::GetDefaultFile() {
 }
 
 std::optional<StoredPath::Folders> StoredPath::Read() const {
-  const auto lines = ReadLines(NativeBytes(file));
+  const auto lines = ReadLines(NativeBytes(file.native()));
   if (!lines) return std::nullopt;
   return LocationsOf(*lines);
 }

@@ -2,10 +2,10 @@
 
 #include "model/file_iri_spelling.h"
 #include "model/generic_iri_syntax.h"
-#include "model/invalid_iri.h"
 #include "model/path_components.h"
 #include "model/percent_escapes.h"
 #include "model/quoted_text.h"
+#include "model/storage_exceptions.h"
 
 #include <xxhash.h>
 

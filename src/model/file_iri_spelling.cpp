@@ -1,8 +1,8 @@
 #include "model/file_iri_spelling.h"
 
-#include "model/invalid_iri.h"
 #include "model/path_components.h"
 #include "model/percent_escapes.h"
+#include "model/storage_exceptions.h"
 #include "model/text_units.h"
 #include "searchpath/model/byte_text.h"
 

@@ -1,7 +1,7 @@
 #include "model/generic_iri_syntax.h"
 
-#include "model/invalid_iri.h"
 #include "model/percent_escapes.h"
+#include "model/storage_exceptions.h"
 #include "model/text_units.h"
 #include "searchpath/model/byte_text.h"
 
@@ -160,6 +160,11 @@ std::size_t SchemeLength(std::u16string_view text) noexcept {
   const auto end = std::find_if_not(text.begin(), text.end(), IsSchemeUnit);
   const auto length = static_cast<std::size_t>(end - text.begin());
   return end != text.end() && *end == u':' && length >= 2 ? length : 0;
+}
+
+bool HasIRIPrefix(std::u16string_view text) noexcept {
+  const std::size_t length = SchemeLength(text);
+  return length > 0 && text.substr(length).starts_with(u"://");
 }
 
 GenericIRI ParseGenericIRI(std::u16string_view text) {

@@ -12,6 +12,9 @@ namespace foundation::storage::vfs::detail {
 /// ":" do not stand there. One character is a drive, not a scheme.
 [[nodiscard]] std::size_t SchemeLength(std::u16string_view text) noexcept;
 
+/// As `hasIRIPrefix`.
+[[nodiscard]] bool HasIRIPrefix(std::u16string_view text) noexcept;
+
 /// An IRI of a scheme other than "file", and where its path stands in it.
 struct GenericIRI {
   ustring text;

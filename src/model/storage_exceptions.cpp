@@ -1,6 +1,8 @@
-#include "model/invalid_iri.h"
+#include "model/storage_exceptions.h"
+
 #include "model/quoted_text.h"
-#include "searchpath/model/absolute_iri.h"
+
+#include <utility>
 
 namespace foundation::storage::vfs {
 

@@ -46,7 +46,7 @@ std::optional<mode_t> OldPermissions(const std::string& target) {
 
 /// The file is in place, so a failure here is none: some file systems cannot do it.
 void SyncFolder(const path& folder) {
-  const std::string name = folder.native().empty() ? "." : NativeBytes(folder);
+  const std::string name = folder.native().empty() ? "." : NativeBytes(folder.native());
   const Descriptor readable(
       WithoutInterruption([&] { return open(name.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC); }));
   if (readable.IsOpen()) WithoutInterruption([&] { return fsync(readable.Get()); });
@@ -56,7 +56,7 @@ void SyncFolder(const path& folder) {
 class Temporary {
  public:
   Temporary(const path& targetFile, const ustring& prefix, const ustring& suffix)
-      : target(targetFile), targetBytes(NativeBytes(target)), descriptor(-1) {
+      : target(targetFile), targetBytes(NativeBytes(target.native())), descriptor(-1) {
     const std::optional<mode_t> old = OldPermissions(targetBytes);
     for (int names = 0; !descriptor.IsOpen(); ++names) {
       if (names == kMostNames) throw Error(EEXIST, "cannot create a file beside");
@@ -98,7 +98,7 @@ class Temporary {
   /// Leaves the descriptor closed when somebody else has just taken the name.
   void Create(mode_t mode) {
     constexpr int flags = O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC;
-    const std::string bytes = NativeBytes(name);
+    const std::string bytes = NativeBytes(name.native());
     descriptor = Descriptor(WithoutInterruption([&] { return open(bytes.c_str(), flags, mode); }));
     isToRemove = descriptor.IsOpen();
     if (!isToRemove && errno != EEXIST) throw Error(errno, "cannot create a file beside");

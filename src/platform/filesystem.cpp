@@ -1,19 +1,25 @@
 #include "searchpath/platform/filesystem.h"
 
+#include "model/generic_iri_syntax.h"
 #include "model/hexadecimal.h"
+#include "model/text_encoding.h"
 #include "platform/descriptor.h"
 #include "platform/native_path.h"
 #include "platform/regular_file.h"
 #include "searchpath/model/constants.h"
-#include "searchpath/platform/iri_text.h"
+
+#include <climits>
 
 #include <fcntl.h>
 #include <sys/stat.h>
 
+#include <algorithm>
+#include <array>
 #include <cerrno>
 #include <cstddef>
 #include <cstdint>
 #include <cstdio>
+#include <cstring>
 #include <ext/stdio_filebuf.h>
 #include <random>
 #include <string>
@@ -40,7 +46,7 @@ ustring RandomDigits() {
 
 /// A buffer that is not open unless `pathname` is a regular file; `error` then says why.
 std::unique_ptr<FileBuffer> OpenBuffer(const path& pathname, std::error_code& error) try {
-  const std::string bytes = detail::NativeBytes(pathname);
+  const std::string bytes = detail::NativeBytes(pathname.native());
   detail::Descriptor file = detail::OpenRegularFile(
       [&](int flags) {
         return detail::Descriptor(
@@ -71,16 +77,23 @@ path tmpnam(const path& folder, const ustring& prefix, const ustring& suffix) {
 }
 
 void rename(const path& from, const path& to) {
-  const std::string oldName = detail::NativeBytes(from);
-  if (std::rename(oldName.c_str(), detail::NativeBytes(to).c_str()) != 0) {
+  const std::string oldName = detail::NativeBytes(from.native());
+  if (std::rename(oldName.c_str(), detail::NativeBytes(to.native()).c_str()) != 0) {
     throw detail::PathError(errno, "cannot rename", oldName);
   }
 }
 
-bool remove(const path& pathname) noexcept try {
-  return std::remove(detail::NativeBytes(pathname).c_str()) == 0;
-} catch (const std::exception&) {
-  return false;
+bool remove(const path& pathname) noexcept {
+  std::array<char, PATH_MAX> name =
+      {};  // on the stack: what was made is removed without memory, too
+  std::size_t size = 0;
+  const bool isName = Corvane::PathManagement::detail::EncodeText(
+      pathname.native(), [&](const char* bytes, std::size_t count) {
+        if (size + count < name.size()) std::copy_n(bytes, count, name.data() + size);
+        size += count;
+      });
+  return isName && size < name.size() && std::strlen(name.data()) == size &&
+         std::remove(name.data()) == 0;
 }
 
 ifstream::ifstream(const path& pathname)
@@ -99,7 +112,7 @@ ustring make_native_form(const ustring& text, bool /*expand*/) { return text; }
 
 bool is_absolute_path_when_expanded(const ustring& text, bool expand) {
   return text.starts_with(u'/') || (expand && text.starts_with(u'~')) ||
-         foundation::storage::vfs::hasIRIPrefix(text);
+         foundation::storage::vfs::detail::HasIRIPrefix(text);
 }
 
 ustring extract_root_path(const path& pathname) {

@@ -2,8 +2,8 @@
 
 #include "model/file_iri_spelling.h"
 #include "model/generic_iri_syntax.h"
-#include "model/invalid_iri.h"
 #include "model/percent_escapes.h"
+#include "model/storage_exceptions.h"
 
 #include <cstddef>
 #include <string_view>
@@ -18,10 +18,7 @@ bool IsScheme(const ustring& text) {
 
 }  // namespace
 
-bool hasIRIPrefix(const ustring& text) noexcept {
-  const std::size_t length = detail::SchemeLength(text);
-  return length > 0 && std::u16string_view(text).substr(length).starts_with(u"://");
-}
+bool hasIRIPrefix(const ustring& text) noexcept { return detail::HasIRIPrefix(text); }
 
 AbsoluteIRI toAbsoluteIRI(const ustring& scheme, const fl::filesystem::path& path) {
   const ustring& native = path.native();

@@ -22,11 +22,10 @@ std::system_error QuotedPathError(int error, std::string_view complaint, std::u1
 
 }  // namespace
 
-std::string NativeBytes(const path& pathname) {
-  const ustring& text = pathname.native();
-  std::optional<std::string> bytes = BytesFromText(text);
-  if (!bytes || text.find(u'\0') != text.npos) {
-    throw QuotedPathError(EINVAL, "no file can be called", text, "");
+std::string NativeBytes(const foundation::ustring& path) {
+  std::optional<std::string> bytes = BytesFromText(path);
+  if (!bytes || path.find(u'\0') != path.npos) {
+    throw QuotedPathError(EINVAL, "no file can be called", path, "");
   }
   return *std::move(bytes);
 }

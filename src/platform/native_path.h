@@ -2,7 +2,7 @@
 #define SEARCHPATH_SRC_PLATFORM_NATIVE_PATH_H
 
 #include "searchpath/model/absolute_iri.h"
-#include "searchpath/platform/filesystem.h"
+#include "searchpath/model/ustring.h"
 
 #include <optional>
 #include <string>
@@ -11,9 +11,9 @@
 
 namespace fl::filesystem::detail {
 
-/// The bytes by which the kernel knows `pathname`.
+/// The bytes by which the kernel knows a path.
 /// Errors: `std::system_error` when it holds a NUL or a lone surrogate that stands for no byte.
-[[nodiscard]] std::string NativeBytes(const path& pathname);
+[[nodiscard]] std::string NativeBytes(const foundation::ustring& path);
 
 /// The bytes by which the kernel knows what a "file" IRI names; empty for any other scheme.
 [[nodiscard]] std::optional<std::string> NativeBytes(

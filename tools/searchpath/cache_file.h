@@ -1,7 +1,6 @@
 #ifndef SEARCHPATH_TOOLS_SEARCHPATH_CACHE_FILE_H
 #define SEARCHPATH_TOOLS_SEARCHPATH_CACHE_FILE_H
 
-#include "search_path.h"
 #include "searchpath/host/listing_file.h"
 
 #include <string>
@@ -15,13 +14,6 @@ namespace Corvane::PathManagement::tool {
 /// Errors: `UsageError`, which says what is wrong with the file.
 [[nodiscard]] host::PathEntryFactory ReadListing(
     const std::string& file, host::ListingUse use = host::ListingUse::WhileFresh);
-
-/// Saves the listings of the whole path and reports folders that cannot be searched. Returns whether
-/// they make the command fail.
-///
-/// Errors: `UsageError` when the file cannot be written.
-[[nodiscard]] bool SavePath(const host::Environment& environment, const PathOptions& options,
-                            const std::string& file);
 
 }  // namespace Corvane::PathManagement::tool
 

@@ -1,7 +1,7 @@
 #include "command_line.h"
 
-#include "output.h"
 #include "searchpath/model/byte_text.h"
+#include "standard_streams.h"
 #include "suggestion.h"
 
 #include <CLI/CLI.hpp>

@@ -10,18 +10,15 @@
 
 #include <algorithm>
 #include <array>
-#include <cerrno>
-#include <cstdio>
 #include <cstdlib>
-#include <system_error>
 #include <utility>
 
 namespace Corvane::PathManagement::tool {
 
 namespace {
 
-bool IsSet(const char* variable) {
-  const char* value = std::getenv(variable);
+bool IsColorRefused() {
+  const char* value = std::getenv("NO_COLOR");
   return value != nullptr && *value != '\0';
 }
 
@@ -29,7 +26,7 @@ bool UsesColor(const OutputOptions& options, bool toTerminal) {
   const auto choice =
       ChooseValue<std::optional<bool>>("--color", options.color.value_or("auto"),
                                        {{"auto", {}}, {"always", true}, {"never", false}});
-  return choice.value_or(toTerminal && !IsSet("NO_COLOR") && TerminalTakesCommands());
+  return choice.value_or(toTerminal && !IsColorRefused() && TerminalTakesCommands());
 }
 
 bool HasBadBytes(const ustring& text) {
@@ -53,12 +50,6 @@ std::string GetBase64(std::string_view bytes) {
     }
   }
   return encoded;
-}
-
-void Check(bool written) {
-  if (!written) {
-    throw std::system_error(errno, std::generic_category(), "cannot write standard output");
-  }
 }
 
 }  // namespace
@@ -109,25 +100,6 @@ std::string Output::GetPainted(std::string_view text, Paint paint) const {
   if (!color) return std::string(text);
   return kStarts.at(static_cast<std::size_t>(paint)) + std::string(text) + "\x1b[0m";
 }
-
-void WriteData(std::string_view bytes) {
-  Check(std::fwrite(bytes.data(), 1, bytes.size(), stdout) == bytes.size());
-}
-
-bool TerminalTakesCommands() {
-  return IsSet("TERM") && std::string_view(std::getenv("TERM")) != "dumb";
-}
-
-void FinishData() { Check(std::fflush(stdout) == 0); }
-
-void Report(std::string_view message) {
-  const std::string line = "searchpath: " + GetTextForTerminal(message) + '\n';
-  std::fwrite(line.data(), 1, line.size(), stderr);
-}
-
-std::string GetBytes(const ustring& text) { return BytesFromText(text).value(); }
-
-std::string Quoted(std::string_view text) { return '"' + std::string(text) + '"'; }
 
 std::size_t GetWidth(std::string_view text) {
   const auto begins = [](char byte) { return (static_cast<unsigned char>(byte) & 0xC0U) != 0x80; };

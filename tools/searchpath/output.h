@@ -2,6 +2,7 @@
 #define SEARCHPATH_TOOLS_SEARCHPATH_OUTPUT_H
 
 #include "searchpath/model/ustring.h"
+#include "standard_streams.h"
 
 #include <nlohmann/json_fwd.hpp>
 
@@ -26,9 +27,6 @@ enum class Outcome : std::uint8_t {
 
 /// What the colour of a word expresses.
 enum class Paint : std::uint8_t { Emphasis, Good, Bad, Notice };
-
-/// The bytes of a text that came from the command line or the disk.
-[[nodiscard]] std::string GetBytes(const ustring& text);
 
 /// The options on how data is written.
 struct OutputOptions {
@@ -68,22 +66,6 @@ class Output {
   bool toTerminal;
   bool color;
 };
-
-/// Writes `bytes` to standard output as they are. Errors: as `Output`.
-void WriteData(std::string_view bytes);
-
-/// Whether a terminal would understand control sequences, as for colour.
-[[nodiscard]] bool TerminalTakesCommands();
-
-/// Flushes standard output. Errors: as `Output`, also for what was buffered before.
-void FinishData();
-
-/// Writes `message` to standard error, made harmless for a terminal, so that it is one line.
-void Report(std::string_view message);
-
-/// `text` in double quotes, for a message.
-[[nodiscard]] std::string Quoted(std::string_view text);
-[[nodiscard]] inline std::string Quoted(const ustring& text) { return Quoted(GetBytes(text)); }
 
 /// How many characters `text` has.
 [[nodiscard]] std::size_t GetWidth(std::string_view text);

@@ -2,40 +2,15 @@
 #define SEARCHPATH_MODEL_ABSOLUTE_IRI_H
 
 #include "searchpath/export.h"
+#include "searchpath/model/storage_exceptions.h"
 #include "searchpath/model/ustring.h"
 
 #include <cstddef>
 #include <cstdint>
-#include <exception>
-#include <string>
 #include <string_view>
 #include <utility>
 
 namespace foundation::storage::vfs {
-
-/// The base of all errors of the storage layer.
-class SEARCHPATH_EXPORT Exception : public std::exception {
- public:
-  /// `explanation` is UTF-8 and names what could not be done with what.
-  explicit Exception(std::string explanation = "the storage operation failed");
-  Exception(const Exception&) = default;
-  Exception& operator=(const Exception&) = default;
-  ~Exception() override;
-
-  [[nodiscard]] const char* what() const noexcept override;
-
- private:
-  std::string message;
-};
-
-/// A text that is no IRI, or an operation that has no answer for this IRI.
-class SEARCHPATH_EXPORT InvalidIRIException : public Exception {
- public:
-  explicit InvalidIRIException(std::string explanation = "invalid IRI");
-  InvalidIRIException(const InvalidIRIException&) = default;
-  InvalidIRIException& operator=(const InvalidIRIException&) = default;
-  ~InvalidIRIException() override;
-};
 
 namespace detail {
 struct IRIRepresentation;

@@ -27,7 +27,7 @@ AbsoluteIRI FolderOf(const fl::filesystem::path& file) {
 /// Why a file did not open.
 std::string ReasonFor(const fl::filesystem::path& file) {
   struct stat status = {};
-  if (stat(fl::filesystem::detail::NativeBytes(file).c_str(), &status) != 0) {
+  if (stat(fl::filesystem::detail::NativeBytes(file.native()).c_str(), &status) != 0) {
     return std::generic_category().message(errno);
   }
   return S_ISREG(status.st_mode) ? "it may not be read" : "it is not a regular file";

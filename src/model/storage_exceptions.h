@@ -1,7 +1,7 @@
-#ifndef SEARCHPATH_SRC_MODEL_INVALID_IRI_H
-#define SEARCHPATH_SRC_MODEL_INVALID_IRI_H
+#ifndef SEARCHPATH_SRC_MODEL_STORAGE_EXCEPTIONS_H
+#define SEARCHPATH_SRC_MODEL_STORAGE_EXCEPTIONS_H
 
-#include "searchpath/model/absolute_iri.h"
+#include "searchpath/model/storage_exceptions.h"
 
 #include <string_view>
 
@@ -13,4 +13,4 @@ namespace foundation::storage::vfs::detail {
 
 }  // namespace foundation::storage::vfs::detail
 
-#endif  // SEARCHPATH_SRC_MODEL_INVALID_IRI_H
+#endif  // SEARCHPATH_SRC_MODEL_STORAGE_EXCEPTIONS_H

@@ -1,0 +1,23 @@
+#include "saved_path.h"
+
+#include "command_line.h"
+#include "progress.h"
+#include "searchpath/host/listing_file.h"
+#include "searchpath/model/byte_text.h"
+
+#include <exception>
+
+namespace Corvane::PathManagement::tool {
+
+bool SavePath(const host::Environment& environment, const PathOptions& options,
+              const std::string& file) {
+  try {
+    const Progress progress(options.quiet);
+    host::SaveListing(TextFromBytes(file), environment.GetMainFolders());
+  } catch (const std::exception& failure) {
+    throw UsageError("cannot write the cache: " + std::string(failure.what()));
+  }
+  return ReportProblems(environment, options);
+}
+
+}  // namespace Corvane::PathManagement::tool

@@ -1,0 +1,43 @@
+#include "standard_streams.h"
+
+#include "searchpath/model/byte_text.h"
+#include "text_for_terminal.h"
+
+#include <cerrno>
+#include <cstdio>
+#include <cstdlib>
+#include <system_error>
+
+namespace Corvane::PathManagement::tool {
+
+namespace {
+
+void Check(bool written) {
+  if (!written) {
+    throw std::system_error(errno, std::generic_category(), "cannot write standard output");
+  }
+}
+
+}  // namespace
+
+void WriteData(std::string_view bytes) {
+  Check(std::fwrite(bytes.data(), 1, bytes.size(), stdout) == bytes.size());
+}
+
+void FinishData() { Check(std::fflush(stdout) == 0); }
+
+void Report(std::string_view message) {
+  const std::string line = "searchpath: " + GetTextForTerminal(message) + '\n';
+  std::fwrite(line.data(), 1, line.size(), stderr);
+}
+
+bool TerminalTakesCommands() {
+  const char* const terminal = std::getenv("TERM");
+  return terminal != nullptr && *terminal != '\0' && std::string_view(terminal) != "dumb";
+}
+
+std::string GetBytes(const ustring& text) { return BytesFromText(text).value(); }
+
+std::string Quoted(std::string_view text) { return '"' + std::string(text) + '"'; }
+
+}  // namespace Corvane::PathManagement::tool
