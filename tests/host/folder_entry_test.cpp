@@ -101,10 +101,12 @@ TEST_F(FolderEntryTest, ALoopOfSeveralLinksIsCutWhereItCloses) {
   tree.Link("../b", "lib/+b");
   tree.Link("../c", "b/+c");
   tree.Link("../lib", "c/+lib");
+  tree.Link("../c", "lib/@c");
   std::vector<std::shared_ptr<const IPathEntry>> visited;
   lib->ForEachEntryInScope(kAllKindsScope,
                            [&](const auto& below) { return visited.push_back(below), false; });
-  EXPECT_EQ(Shown(visited, tree), "lib lib/+b lib/+b/+c");
+  EXPECT_EQ(Shown(visited, tree), "lib lib/+b lib/+b/+c lib/@c");
+  EXPECT_EQ(visited.back()->GetCanonicalAbsoluteIRI().getPath(), tree.Text("c"));
 }
 
 /// A process that has ended and that nobody has waited for: its folder "net" opens but cannot be
