@@ -4,12 +4,12 @@
 #include "host/folder/open_path.h"
 #include "host/packages/located_json.h"
 #include "host/packages/package_manifest.h"
+#include "platform/regular_file.h"
 #include "searchpath/model/byte_text.h"
 #include "searchpath/platform/iri_text.h"
 #include "searchpath/utilities/iri_conversion.h"
 
 #include <fcntl.h>
-#include <sys/stat.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -37,21 +37,16 @@ constexpr std::size_t kMostProblems = 1000;
 
 /// Opens the regular file at `path`; empty when nothing is there.
 std::optional<Descriptor> OpenFile(const std::string& path) {
-  constexpr int noFollow = O_PATH | O_NOFOLLOW;
-  struct stat status = {};
-  // Looked at before it is opened, since opening a device may already do something.
-  const Descriptor place = OpenPath(path, O_PATH);
-  if (!place.IsOpen()) {
-    const int error = errno;
-    if (error == ENOENT && !OpenPath(path, noFollow).IsOpen()) return std::nullopt;
-    RefuseFile(error);
+  std::error_code error;
+  Descriptor file = fl::filesystem::detail::OpenRegularFile(
+      [&path](int flags) { return OpenPath(path, flags); }, error);
+  if (file.IsOpen()) return file;
+  const bool isAbsent = error == std::errc::no_such_file_or_directory;
+  if (isAbsent && !OpenPath(path, O_PATH | O_NOFOLLOW).IsOpen()) return std::nullopt;
+  if (error == std::errc::is_a_directory || error == std::errc::invalid_argument) {
+    throw ManifestException(PackageFault::NotAFile, {}, {});
   }
-  if (fstat(place.Get(), &status) != 0) RefuseFile(errno);
-  if (!S_ISREG(status.st_mode)) throw ManifestException(PackageFault::NotAFile, {}, {});
-  // What stands there now may be another file: opening never waits.
-  Descriptor file = OpenPath(path, O_RDONLY | O_NONBLOCK | O_NOCTTY);
-  if (!file.IsOpen()) RefuseFile(errno);
-  return file;
+  RefuseFile(error.value());
 }
 
 /// The first bytes of `file`, one more than a manifest may have at most.
