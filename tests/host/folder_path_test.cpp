@@ -99,14 +99,14 @@ TEST_F(FolderPathTest, FoldersAreFoundByNameAndLocation) {
   };
   tree.Link("..", "one/+pkg/+up");  // is cut, which is known once every folder has been listed
   const std::string longName(70, 'm');
-  tree.File("two/@" + longName + "/fn.x");
+  tree.File("two/@" + longName + "/fn.zt");
   EXPECT_EQ(Shown(path.GetMethodEntries(), tree),
             "one/+pkg/@cls one/@cls two/@cls two/@" + longName);
   EXPECT_EQ(methods(kMain, u"cls", kExact), "one/@cls two/@cls");
   EXPECT_EQ(methods(kAll, u"CLS", kIgnore), "one/+pkg/@cls one/@cls two/@cls");
   EXPECT_EQ(methods(kMain, u"CLS", kExact), "");
   for (int question = 0; question < 2; ++question) {  // the second builds an index
-    EXPECT_TRUE(path.FindFirstInScope(kMain, SearchTarget(u"fn.x"), kExact));
+    EXPECT_TRUE(path.FindFirstInScope(kMain, SearchTarget(u"fn.zt"), kExact));
   }
   EXPECT_EQ(methods(kMain, TextFromBytes(longName), kExact), "two/@" + longName);
   EXPECT_EQ(methods(kMain, u"cls", kExact), "one/@cls two/@cls");

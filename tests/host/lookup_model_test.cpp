@@ -28,7 +28,7 @@ const Names kFiles = {"f",    "F",   "g",        "f.zt",        "F.zt",        "
 /// k and two bytes longer.
 std::string Lower(std::string text) {
   const std::pair<const char*, const char*> capitals[] = {
-      {"F", "f"}, {"X", "x"}, {"\xC3\x89", "\xC3\xA9"}, {"\xE2\x84\xAA", "k"}};
+      {"F", "f"}, {"ZT", "zt"}, {"\xC3\x89", "\xC3\xA9"}, {"\xE2\x84\xAA", "k"}};
   for (const auto& [capital, small] : capitals) {
     const auto at = text.find(capital);
     if (at != std::string::npos) text.replace(at, std::strlen(capital), small);

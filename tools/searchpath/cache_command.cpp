@@ -5,6 +5,8 @@
 #include "path_folder.h"
 #include "phrases.h"
 #include "progress.h"
+#include "saved_path.h"
+#include "search_path.h"
 #include "words.h"
 
 #include <nlohmann/json.hpp>
