@@ -77,9 +77,7 @@ Environment::Environment(const PathEntryFactory& cache)
 
 Environment::~Environment() = default;
 
-const std::shared_ptr<const IPath>& Environment::GetPath() const noexcept {
-  return view->GetPath();
-}
+const std::shared_ptr<const IPath>& Environment::GetPath() const { return view->GetPath(); }
 
 FolderEntries Environment::GetMainFolders() const { return view->GetMainFolders(); }
 
@@ -94,14 +92,13 @@ std::unique_ptr<MainSearchPathManager> Environment::CreateManager() const {
 }
 
 boost::optional<FoundItem> Environment::Find(const Lookup& lookup) const {
-  const IPath& path = *view->GetPath();
   const SearchTarget target = TargetOf(lookup);
   if (const auto asker = AskerOf(lookup)) {
-    auto found = FindFirstFileVisibleFromFolder(path, *asker, target, lookup.policy);
+    auto found = FindFirstFileVisibleFromFolder(*view->GetPath(), *asker, target, lookup.policy);
     // The private folder is asked for by way of its parent, where no filter comes between.
     if (!found || view->FindHider(*found->GetPathEntry()) == nullptr) return found;
   }
-  return FindFirstFileVisibleOnPath(path, target, lookup.policy);
+  return view->FindVisible(target, lookup.policy);
 }
 
 std::vector<FoundItem> Environment::FindAll(const Lookup& lookup) const {
@@ -138,6 +135,8 @@ std::optional<AbsoluteIRI> Environment::AskerOf(const Lookup& lookup) const {
 }
 
 std::vector<FolderProblem> Environment::FindProblems() const { return view->FindProblems(); }
+
+std::vector<FolderProblem> Environment::GetProblemsMet() const { return view->GetProblemsMet(); }
 
 std::vector<ustring> Environment::FindIdleExclusions() const { return view->FindIdleExclusions(); }
 

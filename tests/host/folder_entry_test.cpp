@@ -1,4 +1,6 @@
+#include "searchpath/host/folder_path.h"
 #include "searchpath/host/folder_tree.h"
+#include "searchpath/model/search_scope.h"
 #include "searchpath/utilities/iri_conversion.h"
 #include "support/shown.h"
 
@@ -48,6 +50,31 @@ TEST_F(FolderEntryTest, AFolderIsListedAtItsFirstQuestionAndNeverAgain) {
   EXPECT_EQ(Items(), "early");
   std::filesystem::remove_all(tree.Path("lib"));
   EXPECT_EQ(lib->GetItems()->at(0), lib->GetItems()->at(0)) << "one file, one object";
+}
+
+TEST_F(FolderEntryTest, WhatWasAnsweredStaysWhenTheFolderIsListed) {
+  tree.Files({"lib/kept", "lib/once", "lib/@folder/x"});
+  const FolderPath path({lib});
+  const auto find = [&](const char16_t* name) {
+    return lib->FindItem(SearchTarget(name), CaseSensitive);
+  };
+  const auto methods = [&](const ustring& name) {
+    return path.GetMethodEntriesByName(kMainScope, name, CaseSensitive).size();
+  };
+  const auto kept = find(u"kept");
+  EXPECT_EQ(find(u"late"), nullptr);
+  EXPECT_EQ(find(u"@folder"), nullptr);
+  EXPECT_EQ(find(u"no/file"), nullptr);
+  EXPECT_EQ(methods(u"late"), 0U);
+  std::filesystem::remove(tree.Path("lib/kept"));
+  std::filesystem::remove(tree.Path("lib/once"));
+  tree.Files({"lib/late", "lib/@late/x", "lib/other"});
+  EXPECT_EQ(Items(), "kept other");
+  EXPECT_EQ(lib->GetItems()->at(0), kept);
+  EXPECT_EQ(find(u"kept"), kept);
+  EXPECT_EQ(find(u"late"), nullptr);
+  EXPECT_EQ(methods(u"late"), 0U);
+  EXPECT_EQ(methods(u"folder"), 1U);
 }
 
 struct Match {

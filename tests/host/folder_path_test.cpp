@@ -1,3 +1,5 @@
+#include "searchpath/utilities/file_lookup.h"
+#include "support/listings.h"
 #include "support/shown.h"
 
 #include <gtest/gtest.h>
@@ -105,7 +107,7 @@ TEST_F(FolderPathTest, FoldersAreFoundByNameAndLocation) {
   EXPECT_EQ(methods(kMain, u"cls", kExact), "one/@cls two/@cls");
   EXPECT_EQ(methods(kAll, u"CLS", kIgnore), "one/+pkg/@cls one/@cls two/@cls");
   EXPECT_EQ(methods(kMain, u"CLS", kExact), "");
-  for (int question = 0; question < 2; ++question) {  // the second builds an index
+  for (int question = 0; question < 9; ++question) {  // the ninth builds an index
     EXPECT_TRUE(path.FindFirstInScope(kMain, SearchTarget(u"fn.zt"), kExact));
   }
   EXPECT_EQ(methods(kMain, TextFromBytes(longName), kExact), "two/@" + longName);
@@ -148,15 +150,44 @@ TEST_F(FolderPathTest, EntriesKnowTheirPlace) {
   EXPECT_FALSE(path.FirstEntryIsBeforeSecondOnPath(*stranger, *one));
 }
 
-TEST_F(FolderPathTest, FoldersBehindTheAnswerAreNotListed) {
-  const auto find = [&](const ustring& name) {
-    return path.FindFirstInScope(kMain, SearchTarget(name), kExact).has_value();
+TEST_F(FolderPathTest, AProgramThatAsksLittleListsNothing) {
+  const FolderPath gone({FolderEntry::Create(tree.IRI("gone")), one, two});
+  test::Listings listings(tree);
+  const auto find = [&](const ustring& name, FilenameMatchingPolicy policy) {
+    const auto found = gone.FindVisible(SearchTarget(name), policy);
+    return found ? Shown(std::vector{*found}, tree) : "";
   };
-  EXPECT_TRUE(find(u"fn.zt"));
-  tree.File("two/late.zt");
-  EXPECT_TRUE(find(u"late.zt"));
-  tree.File("two/later.zt");
-  EXPECT_FALSE(find(u"later.zt"));
+  const auto problems = [&] {
+    return gone.GetProblemsMet([](const auto&) { return true; }).size();
+  };
+  EXPECT_EQ(problems(), 0U);
+  EXPECT_EQ(find(u"fn.zt", kExact), "one/fn.zt");
+  EXPECT_EQ(problems(), 1U);
+  for (int question = 1; question < 8; ++question) {
+    EXPECT_EQ(find(u"Method.ZT", kExact), "two/Method.ZT");
+  }
+  EXPECT_EQ(listings.Take(), "");
+  EXPECT_EQ(find(u"fn.zt", kExact), "one/fn.zt");
+  EXPECT_EQ(listings.Take(), "gone one two");
+  EXPECT_EQ(find(u"FN.zt", kIgnore), "one/fn.zt");
+}
+
+TEST_F(FolderPathTest, AMethodEntryIsFoundBeforeAFileBehindIt) {
+  tree.Files({"one/@only.zt/other.zt", "one/@fn.zt/fn.zt", "zero/@method.zt/method.zt",
+              "two/method.zt", "three/@method.zt/method.zt"});
+  tree.Link("../one/@cls", "zero/@fn.zt");
+  const FolderPath wide(
+      {FolderEntry::Create(tree.IRI("zero")), one, two, FolderEntry::Create(tree.IRI("three"))});
+  const auto both = [&](const ustring& name) {
+    std::vector<FoundItem> found = {*wide.FindVisible(SearchTarget(name), kExact)};
+    found.push_back(*FindFirstFileVisibleOnPath(wide, SearchTarget(name), kExact));
+    return Shown(found, tree);
+  };
+  for (int question = 0; question < 8; ++question) {  // the later ones with an index
+    EXPECT_EQ(both(u"method.zt"), "zero/@method.zt/method.zt zero/@method.zt/method.zt");
+    EXPECT_EQ(both(u"fn.zt"), "one/fn.zt one/fn.zt");
+    EXPECT_EQ(both(u"only.zt"), "two/only.zt two/only.zt");
+  }
 }
 
 }  // namespace

@@ -107,7 +107,7 @@ TEST_F(ToolTest, CachesAndSavedListingsAnswer) {
       {"s cache write no/x --path lib", 2, "cannot write the cache: cannot create a file beside",
        ""},
       {"s list --path - <../saved", 2, "a cache is read from a file: --path @FILE", ""},
-      {"SEARCHPATH_LOG=../log s find fn.zt fo.zt --path lib --cache ../cache; grep -oE "
+      {"SEARCHPATH_LOG=../log s find --all fn.zt fo.zt --path lib --cache ../cache; grep -oE "
        "'host::[a-z]+: [a-z ]*' ../log",
        0, "no file called `fo.zt`",
        "$T/lib/fn.zt\nhost::cache: read the listings of \nhost::folders: read \n"

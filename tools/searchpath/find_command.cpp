@@ -114,9 +114,18 @@ class Finder {
     lookup.name = TextFromBytes(name);
     if (options.explain ? Explain(name) : Find(name)) return;
     foundAll = false;
+    // All folders have been asked. Of very many names the next may be another matter.
+    if (!options.fromInput) ReportProblems();
     // A hint reads the whole path, which takes too long for very many names.
     Report("no file called " + Quoted(name) + " on the path" +
            (options.fromInput ? "" : GetHint(environment, lookup)));
+  }
+
+  /// Once: the folders that the look-ups have met and cannot search. With --strict all folders have
+  /// been looked at before.
+  void ReportProblems() {
+    if (reportsProblems) ReportProblemsMet(environment, options.path);
+    reportsProblems = false;
   }
 
   [[nodiscard]] bool FoundAll() const noexcept { return foundAll; }
@@ -143,6 +152,7 @@ class Finder {
   const Output& output;
   const host::Environment& environment;
   host::Lookup lookup;
+  bool reportsProblems = !options.path.strict;
   bool foundAll = true;
 };
 
@@ -167,9 +177,11 @@ Outcome RunFind(const std::vector<std::string>& arguments) {
   host::Lookup lookup = GetLookup(options);
   const host::Environment environment = OpenPath(options.path, commandLine);
   Finder finder(options, output, environment, std::move(lookup));
-  const bool failed = ReportProblems(environment, options.path);
+  const bool failed = options.path.strict && ReportProblems(environment, options.path);
   try {
-    if (!AnswerAll(finder, options, names) || failed) return Outcome::Failed;
+    const bool answeredAll = AnswerAll(finder, options, names);
+    finder.ReportProblems();
+    if (!answeredAll || failed) return Outcome::Failed;
     return finder.FoundAll() ? Outcome::Found : Outcome::NotFound;
   } catch (const current_working_folder::FailedToAbsolutizeException& error) {
     RefuseFrom(*options.from, error);

@@ -205,16 +205,31 @@ host::Environment OpenVersion(const std::string& part, const std::string& where,
   return Open(ReadParts({part}, where, {}), options);
 }
 
+namespace {
+
+/// What is wrong beside the folders themselves. Returns whether it makes the command fail.
+bool ReportOtherProblems(const host::Environment& environment, const PathOptions& options) {
+  if (!options.quiet) ReportIdleExclusions(environment);
+  const host::PackageRegistry* const packages = environment.GetPackages().get();
+  if (packages == nullptr) return false;
+  if (!options.quiet) ReportPackageProblems(*packages);
+  return options.strict && packages->GetProblemCount() > 0;
+}
+
+}  // namespace
+
 bool ReportProblems(const host::Environment& environment, const PathOptions& options) {
   // Looking for problems opens every folder; finding a name may not.
   if (options.quiet && !options.strict) return false;
   const auto problems = WithProgress(options.quiet, [&] { return environment.FindProblems(); });
   const bool failed = ReportProblems(problems, options);
-  if (!options.quiet) ReportIdleExclusions(environment);
-  const host::PackageRegistry* const packages = environment.GetPackages().get();
-  if (packages == nullptr) return failed;
-  if (!options.quiet) ReportPackageProblems(*packages);
-  return failed || (options.strict && packages->GetProblemCount() > 0);
+  return ReportOtherProblems(environment, options) || failed;
+}
+
+void ReportProblemsMet(const host::Environment& environment, const PathOptions& options) {
+  if (options.quiet) return;
+  static_cast<void>(ReportProblems(environment.GetProblemsMet(), options));
+  static_cast<void>(ReportOtherProblems(environment, options));
 }
 
 bool ReportProblems(const std::vector<host::FolderProblem>& problems, const PathOptions& options) {

@@ -55,6 +55,8 @@ void ReadFolders(const host::Environment& environment, const PathOptions& option
 [[nodiscard]] bool ReportProblems(const host::Environment& environment, const PathOptions& options);
 [[nodiscard]] bool ReportProblems(const std::vector<host::FolderProblem>& problems,
                                   const PathOptions& options);
+/// The same of the folders that questions have come upon so far, without --strict.
+void ReportProblemsMet(const host::Environment& environment, const PathOptions& options);
 
 /// The lines of the file `name`; `what` says what they are, for messages. Errors: `UsageError` when
 /// the file cannot be read.

@@ -82,7 +82,7 @@ class SEARCHPATH_EXPORT Environment {
 
   /// The path that is asked: a `FolderPath` without repeats and hidden folders. Its entries are
   /// `FolderEntry` objects.
-  [[nodiscard]] const std::shared_ptr<const IPath>& GetPath() const noexcept;
+  [[nodiscard]] const std::shared_ptr<const IPath>& GetPath() const;
   /// Its main entries, by their own type.
   [[nodiscard]] FolderEntries GetMainFolders() const;
   [[nodiscard]] const WorkingFolder& GetWorkingFolder() const noexcept { return workingFolder; }
@@ -151,6 +151,8 @@ class SEARCHPATH_EXPORT Environment {
   /// that cannot be read, and folders of packages that lead into a loop of links; then folders on the
   /// path, in path order.
   [[nodiscard]] std::vector<FolderProblem> FindProblems() const;
+  /// Those of them that questions have come upon so far; opens no folder.
+  [[nodiscard]] std::vector<FolderProblem> GetProblemsMet() const;
 
   /// The folders of `EnvironmentOptions::without` that hide nothing, as they were given.
   ///

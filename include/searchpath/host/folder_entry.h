@@ -22,8 +22,9 @@ using FolderEntries = std::vector<std::shared_ptr<const FolderEntry>>;
 /// A folder on disk, as it was when it was first asked.
 ///
 /// The folder is listed once, when something is first asked that needs its listing, with one pass of
-/// directory reads, and never again: an entry is a snapshot. The listing may also come from a
-/// `PathEntryFactory`. The items are the regular files, also behind links; folders, devices, broken
+/// directory reads, and never again: an entry is a snapshot. The first 16 questions for single names
+/// ask the disk for these names alone; the listing agrees with what they were answered. It may also
+/// come from a `PathEntryFactory`. The items are the regular files, also behind links; folders, devices, broken
 /// links and the like are left out. A folder that cannot be read is an empty entry with a problem.
 ///
 /// Special folders below it ("+", "@", private, resources) have entries of their own. A link that
@@ -32,8 +33,8 @@ using FolderEntries = std::vector<std::shared_ptr<const FolderEntry>>;
 /// Threads: all operations, from any thread.
 /// Ownership: an entry owns those below it.
 /// Errors: the disk's are problems, not exceptions.
-/// Cost: the first question about what the folder holds lists it; the first one about its canonical
-/// location resolves links. Names stay in one block as the disk gave them; items, and the entries
+/// Cost: `FindItem` opens the folder and makes a system call for each name until the folder is
+/// listed; under `IgnoreCase` it lists. The first question about the canonical location resolves links. Names stay in one block as the disk gave them; items, and the entries
 /// below, are made when they are first asked for and then kept.
 class SEARCHPATH_EXPORT FolderEntry : public IPathEntry,
                                       public std::enable_shared_from_this<FolderEntry> {

@@ -23,11 +23,12 @@ namespace Corvane::PathManagement::host {
 /// Threads: all operations, from any thread.
 /// Ownership: shares its entries.
 /// Errors: a folder that cannot be searched is a problem and counts as empty.
-/// Cost: each folder is listed at most once. `FindFirstInScope` of a plain name among the main
-/// entries lists the folders up to the answer when it is asked for the first time; from the second
-/// time on there is an index of all of them. Method entries by name list all main folders, so a
-/// first `FindFirstFileVisibleOnPath` of a plain name does as well. Questions about parents, order,
-/// membership and partial pathnames list every folder, special ones included.
+/// Cost: each folder is listed at most once. The first eight questions of `FindFirstInScope` for a plain
+/// name among the main entries ask one folder after the other, up to the answer, for that name alone;
+/// the ninth lists all folders and makes an index. Method entries by name ask all main folders once.
+/// Policies that ignore case, and questions for all matches, list the folders that they ask.
+/// Questions about parents, order, membership and partial pathnames list every folder, special ones
+/// included.
 class SEARCHPATH_EXPORT FolderPath : public IPath {
  public:
   explicit FolderPath(FolderEntries folders);
@@ -65,7 +66,12 @@ class SEARCHPATH_EXPORT FolderPath : public IPath {
   /// The main entries, by their own type.
   [[nodiscard]] const FolderEntries& GetMainFolders() const noexcept;
 
-  /// The same answer. The folders are asked one by one, and `observer` hears of each.
+  /// As `FindFirstFileVisibleOnPath`. One of the first eight questions for a plain name asks each
+  /// folder for the file and the method entry at once, and no folder behind the answer.
+  [[nodiscard]] boost::optional<FoundItem> FindVisible(
+      const PathManagement::detail::SearchTarget& target, FilenameMatchingPolicy policy) const;
+
+  /// The same answer as without `observer`, which hears of each folder; they are asked one by one.
   [[nodiscard]] std::vector<FoundItem> FindAllInScope(
       SearchScope scope, const PathManagement::detail::SearchTarget& target,
       FilenameMatchingPolicy policy, ILookupObserver& observer) const;
@@ -76,6 +82,9 @@ class SEARCHPATH_EXPORT FolderPath : public IPath {
   [[nodiscard]] std::vector<FolderProblem> FindProblems() const;
   /// The same, of the folders for which `isWanted` returns true; it is called in path order.
   [[nodiscard]] std::vector<FolderProblem> FindProblems(
+      const std::function<bool(const IPathEntry&)>& isWanted) const;
+  /// Those of them that questions have come upon so far; asks the disk nothing.
+  [[nodiscard]] std::vector<FolderProblem> GetProblemsMet(
       const std::function<bool(const IPathEntry&)>& isWanted) const;
 
  private:

@@ -64,7 +64,7 @@ class FolderMerge {
     const Folder fresh = nodes[at].fresh = ToCompare(nodes[at].fresh, old);
     if (!AreSameFolder(*fresh, *old)) return;
     nodes[at].isUnchanged = true;
-    const FolderState& oldState = StateOf(*old);
+    FolderState& oldState = StateOf(*old);
     if (fresh == old && !oldState.IsListed()) return;
     if (oldState.IsUntouched() && StateOf(*fresh).IsUntouched()) return;
     nodes[at].below = fresh->GetSpecialFolders();

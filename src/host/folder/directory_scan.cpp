@@ -27,28 +27,6 @@ using current_working_folder::AbsolutizeError;
 
 const foundation::log::basic_diagnostic_logger kLogger("searchpath::host::folders");
 
-AbsolutizeError ReasonFor(std::error_code error, const std::string& path) {
-  struct stat status = {};
-  switch (error.value()) {
-    case ENOENT:
-      return lstat(path.c_str(), &status) == 0 ? AbsolutizeError::BrokenLink
-                                               : AbsolutizeError::Absent;
-    case ENOTDIR:
-      return AbsolutizeError::NotAFolder;
-    case EACCES:
-    case EPERM:
-      return AbsolutizeError::PermissionDenied;
-    case ELOOP:
-      return AbsolutizeError::LinkLoop;
-    case ENAMETOOLONG:
-      return AbsolutizeError::NameTooLong;
-    case EIO:
-      return AbsolutizeError::InputOutput;
-    default:
-      return AbsolutizeError::Other;
-  }
-}
-
 struct CloseDirectory {
   void operator()(DIR* directory) const noexcept { closedir(directory); }
 };
@@ -138,6 +116,28 @@ FolderListing ReadFolder(const AbsoluteIRI& location) {
 }
 
 }  // namespace
+
+AbsolutizeError ReasonFor(std::error_code error, const std::string& path) {
+  struct stat status = {};
+  switch (error.value()) {
+    case ENOENT:
+      return lstat(path.c_str(), &status) == 0 ? AbsolutizeError::BrokenLink
+                                               : AbsolutizeError::Absent;
+    case ENOTDIR:
+      return AbsolutizeError::NotAFolder;
+    case EACCES:
+    case EPERM:
+      return AbsolutizeError::PermissionDenied;
+    case ELOOP:
+      return AbsolutizeError::LinkLoop;
+    case ENAMETOOLONG:
+      return AbsolutizeError::NameTooLong;
+    case EIO:
+      return AbsolutizeError::InputOutput;
+    default:
+      return AbsolutizeError::Other;
+  }
+}
 
 FolderListing ListFolder(const AbsoluteIRI& location) {
   const TimedMessage message(kLogger);

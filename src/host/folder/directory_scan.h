@@ -7,6 +7,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <system_error>
 
 namespace Corvane::PathManagement::host {
 
@@ -29,6 +30,10 @@ void AddLinked(FolderListing& listing);
 
 /// Whether `name` is "." or "..".
 [[nodiscard]] bool IsDots(const char* name) noexcept;
+
+/// Why the folder at `path` could not be opened or read, from the error of the system.
+[[nodiscard]] current_working_folder::AbsolutizeError ReasonFor(std::error_code error,
+                                                                const std::string& path);
 
 /// Why the folder at `location` cannot be listed; empty when it can be opened.
 [[nodiscard]] std::optional<current_working_folder::AbsolutizeError> ProbeFolder(

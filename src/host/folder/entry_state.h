@@ -5,7 +5,6 @@
 #include "searchpath/host/folder_entry.h"
 
 #include <memory>
-#include <utility>
 
 namespace Corvane::PathManagement::host {
 
@@ -18,18 +17,13 @@ namespace Corvane::PathManagement::host {
 
 /// An entry for the folder that `state` describes. Its special folders are `specialFolders`, or
 /// those of `state` when that is null.
-[[nodiscard]] inline std::shared_ptr<const FolderEntry> CreateEntry(
-    std::unique_ptr<FolderState> state, std::unique_ptr<FolderEntries> specialFolders = nullptr) {
-  return std::shared_ptr<const FolderEntry>(
-      new FolderEntry(std::move(state), std::move(specialFolders)));
-}
+[[nodiscard]] std::shared_ptr<const FolderEntry> CreateEntry(
+    std::unique_ptr<FolderState> state, std::unique_ptr<FolderEntries> specialFolders = nullptr);
 
 /// An entry for a folder that is put on a path, as `FolderEntry::Create` makes it, with the listings
 /// of `source`; null means the disk.
-[[nodiscard]] inline std::shared_ptr<const FolderEntry> CreateMainFolder(
-    const AbsoluteIRI& location, std::shared_ptr<const ListingSource> source) {
-  return CreateEntry(std::make_unique<FolderState>(location, std::move(source)));
-}
+[[nodiscard]] std::shared_ptr<const FolderEntry> CreateMainFolder(
+    const AbsoluteIRI& location, std::shared_ptr<const ListingSource> source);
 
 }  // namespace Corvane::PathManagement::host
 

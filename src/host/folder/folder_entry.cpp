@@ -129,16 +129,11 @@ std::shared_ptr<const PathEntries> FolderEntry::GetSubfolderEntriesC() const {
 
 std::shared_ptr<const PathItem> FolderEntry::FindItem(const SearchTarget& target,
                                                       FilenameMatchingPolicy policy) const {
-  FolderState& listed = ListedState();
-  const auto first = [&](const ustring& name) -> std::shared_ptr<const PathItem> {
-    const auto files = listed.FilesNamed(name, policy);
-    return files.empty() ? nullptr : listed.ItemAt(files.front());
-  };
-  if (target.GetExtensions().empty()) return first(target.GetName());
-  for (const ustring& extension : target.GetExtensions()) {
-    if (auto item = first(target.GetName() + extension)) return item;
+  if (policy != FilenameMatchingPolicy::IgnoreCase) {
+    return state->Ask(NameQuestion(target)).item;
   }
-  return nullptr;
+  const PathItems items = FindItems(target, policy);
+  return items.empty() ? nullptr : items.front();
 }
 
 PathItems FolderEntry::FindItems(const SearchTarget& target, FilenameMatchingPolicy policy) const {

@@ -18,6 +18,10 @@ namespace {
 
 using current_working_folder::AbsolutizeError;
 
+/// How often a folder is asked for single names before it is listed: to open it and to ask costs an
+/// eighth of listing 100 files, and a look-up asks for a file and for a method entry.
+constexpr unsigned kMostQuestions = 16;
+
 /// The location without links. One that cannot be resolved stays as it is; listing the folder will
 /// say what is wrong with it.
 AbsoluteIRI Resolved(const AbsoluteIRI& location) {
@@ -96,22 +100,62 @@ Freshness FolderState::AskFreshness() const {
   return host::AskFreshness(*path, source != nullptr ? source->FindStamp(location) : std::nullopt);
 }
 
-bool FolderState::IsUntouched() const noexcept {
-  return !listingHasBegun && (source == nullptr || source->FollowsTheDisk());
+bool FolderState::IsUntouched() {
+  const std::lock_guard lock(answersMutex);
+  return !listingHasBegun && answers.IsEmpty() && (source == nullptr || source->FollowsTheDisk());
 }
 
 std::unique_ptr<FolderState> FolderState::CopyUnlisted() {
   return std::unique_ptr<FolderState>(new FolderState(location, kind, nullptr, Identity()));
 }
 
+FolderState::Answer FolderState::Ask(const NameQuestion& question) {
+  if (auto answer = AskDisk(question)) return *std::move(answer);
+  List();
+  for (const std::string& name : question.files) {
+    if (const auto file = FileNamed(name)) return {ItemAt(*file), false};
+  }
+  const auto& folders = listing.specialFolders;
+  return {nullptr, question.methodFolder &&
+                       std::any_of(folders.begin(), folders.end(), [&](const auto& folder) {
+                         return folder.name == *question.methodFolder;
+                       })};
+}
+
+/// Empty when the folder is to be listed.
+std::optional<FolderState::Answer> FolderState::AskDisk(const NameQuestion& question) {
+  if (IsListed()) return std::nullopt;
+  const std::lock_guard lock(answersMutex);
+  if (listingHasBegun || source != nullptr || questionCount == kMostQuestions) return std::nullopt;
+  ++questionCount;
+  if (!answers.Ask(location, question)) return std::nullopt;
+  for (const std::string& name : question.files) {
+    if (answers.KindOf(name) != NameAnswers::Kind::File) continue;
+    return Answer{answers.ItemOf(name, [&] { return MakeItem(name); }), false};
+  }
+  return Answer{nullptr, question.methodFolder &&
+                             answers.KindOf(*question.methodFolder) == NameAnswers::Kind::Folder};
+}
+
+std::vector<FolderProblem> FolderState::ProblemsMet() {
+  if (IsListed()) return Problems();
+  const std::lock_guard lock(answersMutex);
+  const auto reason = answers.GetProblem();
+  if (!reason) return {};
+  return {{GetStringFromIRI(location), *reason}};
+}
+
 void FolderState::List() {
   listedOnce.Call([this] {
+    const std::lock_guard lock(answersMutex);
     listingHasBegun = true;
     const auto start = std::chrono::steady_clock::now();
     listing = source != nullptr ? source->List(location) : ListFolder(location);
     listingTime = std::chrono::steady_clock::now() - start;
+    answers.ApplyTo(listing);
     FollowSpecialLinks();
     items.SetCount(listing.files.size());
+    answers.MoveItemsTo(items, listing.files);
   });
 }
 
@@ -168,24 +212,28 @@ std::unique_ptr<FolderState> FolderState::MakeBehindLink(const FolderListing::Su
 }
 
 const std::shared_ptr<const PathItem>& FolderState::ItemAt(std::size_t index) {
-  return items.Get(index, [this, index] {
-    ustring name = TextFromBytes(listing.files[index]);
-    ustring extension = fl::filesystem::detail::extract_extension(name);
-    name.resize(name.size() - extension.size());
-    return PathItem(Canonical(), std::move(name), std::move(extension));
-  });
+  return items.Get(index, [this, index] { return MakeItem(listing.files[index]); });
+}
+
+PathItem FolderState::MakeItem(std::string_view file) {
+  ustring name = TextFromBytes(file);
+  ustring extension = fl::filesystem::detail::extract_extension(name);
+  name.resize(name.size() - extension.size());
+  return {Canonical(), std::move(name), std::move(extension)};
+}
+
+std::optional<std::size_t> FolderState::FileNamed(std::string_view name) const {
+  for (std::size_t index = 0; index < listing.files.size(); ++index) {
+    if (listing.files[index] == name) return index;
+  }
+  return std::nullopt;
 }
 
 std::vector<std::size_t> FolderState::FilesNamed(const ustring& name,
                                                  FilenameMatchingPolicy policy) const {
   std::vector<std::size_t> files;
   const auto bytes = BytesFromText(name);
-  for (std::size_t index = 0; bytes && index < listing.files.size(); ++index) {
-    if (listing.files[index] == *bytes) {
-      files.push_back(index);
-      break;
-    }
-  }
+  if (const auto exact = bytes ? FileNamed(*bytes) : std::nullopt) files.push_back(*exact);
   if (policy == FilenameMatchingPolicy::IgnoreCase) {
     const auto others = FilesThatDifferInCase(name);
     files.insert(files.end(), others.begin(), others.end());

@@ -4,6 +4,7 @@
 #include "host/folder/folder_identity.h"
 #include "host/folder/folder_listing.h"
 #include "host/folder/item_store.h"
+#include "host/folder/name_answers.h"
 #include "searchpath/host/folder_problem.h"
 #include "searchpath/model/filename_matching_policy.h"
 #include "searchpath/utilities/once_flag.h"
@@ -12,7 +13,9 @@
 #include <chrono>
 #include <cstddef>
 #include <memory>
+#include <mutex>
 #include <optional>
+#include <string_view>
 #include <vector>
 
 namespace Corvane::PathManagement::host {
@@ -47,9 +50,21 @@ class FolderState {
 
   [[nodiscard]] bool IsListed() const noexcept { return listedOnce.IsBuilt(); }
   /// Whether nobody has asked for what the folder holds, and listing it will show it as it is then.
-  [[nodiscard]] bool IsUntouched() const noexcept;
+  [[nodiscard]] bool IsUntouched();
   /// The same folder, to be listed from the disk.
   [[nodiscard]] std::unique_ptr<FolderState> CopyUnlisted();
+
+  /// What a look-up learns of the folder.
+  struct Answer {
+    std::shared_ptr<const PathItem> item;  // of the first file that is here; null when none is
+    bool hasMethodFolder;                  // false beside an item: then it does not matter
+  };
+  /// Answers a single question. The disk is asked for the names alone as long as the folder has been
+  /// asked little; then it is listed, as it is when its listing comes from a cache.
+  [[nodiscard]] Answer Ask(const NameQuestion& question);
+
+  /// The problems that questions have come upon so far.
+  [[nodiscard]] std::vector<FolderProblem> ProblemsMet();
 
   /// Lists the folder unless that has been done.
   void List();
@@ -69,6 +84,8 @@ class FolderState {
   /// The item of the file at `index`: always the same object, kept as long as this one.
   [[nodiscard]] const std::shared_ptr<const PathItem>& ItemAt(std::size_t index);
 
+  /// The file of exactly this name.
+  [[nodiscard]] std::optional<std::size_t> FileNamed(std::string_view name) const;
   /// The files called `name`, the very name first, then, under `IgnoreCase`, the others by their
   /// bytes.
   [[nodiscard]] std::vector<std::size_t> FilesNamed(const ustring& name,
@@ -91,6 +108,8 @@ class FolderState {
         identity(std::move(knownIdentity)) {}
 
   void FollowSpecialLinks();
+  [[nodiscard]] PathItem MakeItem(std::string_view file);
+  [[nodiscard]] std::optional<Answer> AskDisk(const NameQuestion& question);
   [[nodiscard]] std::unique_ptr<FolderState> MakeBelow(const FolderListing::Subfolder& subfolder);
   [[nodiscard]] std::unique_ptr<FolderState> MakeBehindLink(
       const FolderListing::Subfolder& subfolder, AbsoluteIRI target);
@@ -103,7 +122,10 @@ class FolderState {
   PathManagement::detail::OnceFlag identifiedOnce;  // guards identity
   std::optional<FolderIdentity> identity;
 
-  std::atomic<bool> listingHasBegun = false;
+  std::mutex answersMutex;  // guards what follows up to the flag
+  NameAnswers answers;
+  unsigned questionCount = 0;
+  std::atomic<bool> listingHasBegun = false;    // from then on there are no more single answers
   PathManagement::detail::OnceFlag listedOnce;  // guards what follows
   FolderListing listing;
   std::chrono::nanoseconds listingTime = {};

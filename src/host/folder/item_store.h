@@ -17,13 +17,34 @@ namespace Corvane::PathManagement::host {
 /// Cost: one pointer for each file, from the first `Get` on.
 class ItemStore {
  public:
+  /// An item that owns itself until it is released. So one allocation holds the item, its owner and
+  /// the count of owners, and a look-up reads nothing else.
+  struct Kept {
+    explicit Kept(PathItem&& newItem) : item(std::move(newItem)) {}
+    std::shared_ptr<const PathItem> self;
+    PathItem item;
+  };
+  struct Release {
+    void operator()(Kept* kept) const noexcept {
+      const std::shared_ptr<const PathItem> last = std::move(kept->self);
+    }
+  };
+  /// An item that no store holds yet.
+  using Loose = std::unique_ptr<Kept, Release>;
+
+  [[nodiscard]] static Loose Keep(PathItem&& item) {
+    const auto made = std::make_shared<Kept>(std::move(item));
+    made->self = std::shared_ptr<const PathItem>(made, &made->item);
+    return Loose(made.get());
+  }
+
   ItemStore() = default;
   ItemStore(const ItemStore&) = delete;
   ItemStore& operator=(const ItemStore&) = delete;
   ~ItemStore() {
     Slot* const all = slots.load(std::memory_order_relaxed);
     for (std::size_t index = 0; all != nullptr && index < count; ++index) {
-      if (Kept* const known = all[index].load(std::memory_order_relaxed)) Release(*known);
+      if (Kept* const known = all[index].load(std::memory_order_relaxed)) Release()(known);
     }
     delete[] all;
   }
@@ -37,30 +58,21 @@ class ItemStore {
   [[nodiscard]] const std::shared_ptr<const PathItem>& Get(std::size_t index, const Make& make) {
     Slot& slot = Slots()[index];
     if (const Kept* known = slot.load(std::memory_order_acquire)) return known->self;
-    const auto made = std::make_shared<Kept>(make());
-    made->self = std::shared_ptr<const PathItem>(made, &made->item);
+    Loose made = Keep(make());
     Kept* winner = nullptr;
     if (slot.compare_exchange_strong(winner, made.get(), std::memory_order_acq_rel)) {
-      winner = made.get();
-    } else {
-      Release(*made);
+      winner = made.release();
     }
     return winner->self;
   }
 
- private:
-  /// An item that owns itself until the store releases it. So one allocation holds the item, its
-  /// owner and the count of owners, and a look-up reads nothing else.
-  struct Kept {
-    explicit Kept(PathItem&& newItem) : item(std::move(newItem)) {}
-    std::shared_ptr<const PathItem> self;
-    PathItem item;
-  };
-  using Slot = std::atomic<Kept*>;
-
-  static void Release(Kept& kept) noexcept {
-    const std::shared_ptr<const PathItem> last = std::move(kept.self);
+  /// Stores an item that was made before the files were counted, for `index`, which has none.
+  void Put(std::size_t index, Loose item) {
+    Slots()[index].store(item.release(), std::memory_order_release);
   }
+
+ private:
+  using Slot = std::atomic<Kept*>;
 
   Slot* Slots() {
     if (Slot* all = slots.load(std::memory_order_acquire)) return all;

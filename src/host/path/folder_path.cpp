@@ -1,11 +1,13 @@
 #include "searchpath/host/folder_path.h"
 
 #include "host/common/parallel.h"
+#include "host/folder/entry_state.h"
 #include "host/folder/folder_walk.h"
 #include "host/path/path_table.h"
 #include "host/path/plain_lookup.h"
 #include "searchpath/host/filename_comparison.h"
 #include "searchpath/model/constants.h"
+#include "searchpath/utilities/file_lookup.h"
 #include "searchpath/utilities/iri_conversion.h"
 #include "searchpath/utilities/once_flag.h"
 #include "searchpath/utilities/partial_pathname.h"
@@ -98,6 +100,24 @@ struct FolderPath::State {
     return WalkFolders(top, [&](const auto& entry, std::size_t /*depth*/) {
       return IsInScope(scope, entry->GetPathEntryType()) && visit(entry);
     });
+  }
+
+  /// The problems of the folders known so far that are wanted, in path order.
+  template <class ProblemsOf>
+  std::vector<FolderProblem> CollectProblems(const std::function<bool(const IPathEntry&)>& isWanted,
+                                             const ProblemsOf& problemsOf) const {
+    std::vector<FolderProblem> problems;
+    const auto add = [&](const FolderEntry& entry) {
+      if (!isWanted(entry)) return;
+      auto found = problemsOf(entry);
+      std::move(found.begin(), found.end(), std::back_inserter(problems));
+    };
+    if (tableOnce.IsBuilt()) {
+      for (const auto& row : table->Rows()) add(*row.entry);
+    } else {
+      for (const auto& folder : folders) add(*folder);
+    }
+    return problems;
   }
 
   /// Calls ask(entry, file) for the entries of `path`, whose state this is, in which `target` is to
@@ -236,6 +256,14 @@ boost::optional<FoundItem> FolderPath::FindFirstInScope(SearchScope scope,
   return found;
 }
 
+boost::optional<FoundItem> FolderPath::FindVisible(const SearchTarget& target,
+                                                   FilenameMatchingPolicy policy) const {
+  if (IsPlain(target)) {
+    if (auto answer = state->plainLookup.FindVisible(target, policy)) return *std::move(answer);
+  }
+  return FindFirstFileVisibleOnPath(*this, target, policy);
+}
+
 std::vector<FoundItem> FolderPath::FindAllInScope(SearchScope scope, const SearchTarget& target,
                                                   FilenameMatchingPolicy policy) const {
   if (IsPlain(target) && IsMainScope(scope)) return state->plainLookup.FindAll(target, policy);
@@ -288,18 +316,19 @@ std::vector<FolderProblem> FolderPath::FindProblems() const {
 
 std::vector<FolderProblem> FolderPath::FindProblems(
     const std::function<bool(const IPathEntry&)>& isWanted) const {
-  std::vector<FolderProblem> problems;
-  const auto add = [&](const FolderEntry& entry) {
-    if (!isWanted(entry)) return;
-    auto found = entry.GetProblems();
-    std::move(found.begin(), found.end(), std::back_inserter(problems));
-  };
-  if (state->tableOnce.IsBuilt()) {
-    for (const auto& row : state->table->Rows()) add(*row.entry);
-  } else {
-    for (const auto& folder : state->folders) add(*folder);
-  }
-  return problems;
+  return state->CollectProblems(isWanted,
+                                [](const FolderEntry& entry) { return entry.GetProblems(); });
+}
+
+std::vector<FolderProblem> FolderPath::GetProblemsMet(
+    const std::function<bool(const IPathEntry&)>& isWanted) const {
+  return state->CollectProblems(
+      [](const IPathEntry& /*folder*/) { return true; },
+      [&](const FolderEntry& entry) {
+        auto met = StateOf(entry).ProblemsMet();
+        // Asked last: who wants to know of repeats resolves links.
+        return met.empty() || isWanted(entry) ? met : std::vector<FolderProblem>();
+      });
 }
 
 }  // namespace Corvane::PathManagement::host

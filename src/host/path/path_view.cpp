@@ -3,6 +3,7 @@
 #include "host/common/held_hash.h"
 #include "searchpath/utilities/concatenated_path.h"
 #include "searchpath/utilities/deduplicated_path.h"
+#include "searchpath/utilities/file_lookup.h"
 #include "searchpath/utilities/filtered_path.h"
 
 #include <boost/unordered/unordered_flat_set.hpp>
@@ -57,8 +58,7 @@ PathView::PathView(GivenFolders givenFolders, const GivenFolders& hiddenFolders,
     : given(std::move(givenFolders.folders)),
       unlocated(std::move(givenFolders.unlocated)),
       wholePath(PathOf(given)),
-      dropsRepeats(!keepDuplicates),
-      path(wholePath) {
+      dropsRepeats(!keepDuplicates) {
   for (std::size_t index = 0; index < given.size(); ++index) {
     for (const auto& entry : given[index].entries) givenBy.emplace(entry.get(), index);
   }
@@ -71,19 +71,36 @@ PathView::PathView(GivenFolders givenFolders, const GivenFolders& hiddenFolders,
     unlocatedHidden.push_back(problem.folder);
   }
   hidden = std::make_shared<const HiddenFolders>(std::move(folders), expansion);
-  const auto hide = [this] {
+}
+
+const std::shared_ptr<const IPath>& PathView::GetPath() const {
+  pathOnce.Call([this] { path = MakePath(); });
+  return path;
+}
+
+std::shared_ptr<const IPath> PathView::MakePath() const {
+  std::shared_ptr<const IPath> made = wholePath;
+  const auto hide = [&] {
     if (hiddenTexts.empty()) return;
-    path =
-        std::make_shared<const FilteredPath>(path, std::make_shared<const HiddenEntries>(hidden));
+    made =
+        std::make_shared<const FilteredPath>(made, std::make_shared<const HiddenEntries>(hidden));
   };
   if (dropsRepeats) {
     // Before repeats are dropped, so that a hidden entry is never the one that is kept of a folder
     // that is shown elsewhere.
     hide();
-    path = WithoutRepeats(path);
+    made = WithoutRepeats(made);
   }
   // Also after that, since traversals without repeats ask the main entries for what is below them.
   hide();
+  return made;
+}
+
+boost::optional<FoundItem> PathView::FindVisible(const PathManagement::detail::SearchTarget& target,
+                                                 FilenameMatchingPolicy policy) const {
+  // The first of several repeats wins anyway.
+  if (hiddenTexts.empty()) return wholePath->FindVisible(target, policy);
+  return FindFirstFileVisibleOnPath(*GetPath(), target, policy);
 }
 
 const FolderOrigin& PathView::GetOrigin(const IPathEntry& entry) const {
@@ -93,7 +110,7 @@ const FolderOrigin& PathView::GetOrigin(const IPathEntry& entry) const {
 }
 
 FolderEntries PathView::GetMainFolders() const {
-  const auto entries = path->GetMainEntries();
+  const auto entries = GetPath()->GetMainEntries();
   FolderEntries folders;
   folders.reserve(entries->size());
   for (const auto& entry : *entries) {
@@ -118,15 +135,26 @@ void PathView::RemoveUnseen(std::vector<FoundItem>& files) const {
   });
 }
 
-std::vector<FolderProblem> PathView::FindProblems() const {
+/// The folders that have no location, then what find(isWanted) finds of the others.
+template <class Find>
+std::vector<FolderProblem> PathView::WithUnlocated(const Find& find) const {
   std::vector<FolderProblem> problems = unlocated;
   boost::unordered_flat_set<AbsoluteIRI, HeldHash> seen;
-  auto unsearched = wholePath->FindProblems([&](const IPathEntry& folder) {
+  auto unsearched = find([&](const IPathEntry& folder) {
     return FindHider(folder) == nullptr &&
            (!dropsRepeats || seen.insert(folder.GetCanonicalAbsoluteIRI()).second);
   });
   std::move(unsearched.begin(), unsearched.end(), std::back_inserter(problems));
   return problems;
+}
+
+std::vector<FolderProblem> PathView::FindProblems() const {
+  return WithUnlocated([this](const auto& isWanted) { return wholePath->FindProblems(isWanted); });
+}
+
+std::vector<FolderProblem> PathView::GetProblemsMet() const {
+  return WithUnlocated(
+      [this](const auto& isWanted) { return wholePath->GetProblemsMet(isWanted); });
 }
 
 std::vector<ustring> PathView::FindIdleExclusions() const {

@@ -8,6 +8,7 @@
 #include "searchpath/host/folder_problem.h"
 #include "searchpath/model/path.h"
 #include "searchpath/model/ustring.h"
+#include "searchpath/utilities/once_flag.h"
 
 #include <boost/unordered/unordered_flat_map.hpp>
 
@@ -39,7 +40,9 @@ class PathView {
            bool keepDuplicates);
 
   /// The path that is asked.
-  [[nodiscard]] const std::shared_ptr<const IPath>& GetPath() const noexcept { return path; }
+  ///
+  /// Cost: the first call resolves the links of every main folder where repeats are dropped.
+  [[nodiscard]] const std::shared_ptr<const IPath>& GetPath() const;
   /// Its main entries, as the folders that they are.
   [[nodiscard]] FolderEntries GetMainFolders() const;
 
@@ -65,12 +68,22 @@ class PathView {
   /// dropped, those of every entry for a folder but the first entry among `files`.
   void RemoveUnseen(std::vector<FoundItem>& files) const;
 
+  /// As `FindFirstFileVisibleOnPath` on the path that is asked.
+  [[nodiscard]] boost::optional<FoundItem> FindVisible(
+      const PathManagement::detail::SearchTarget& target, FilenameMatchingPolicy policy) const;
+
   /// As `Environment::FindProblems`.
   [[nodiscard]] std::vector<FolderProblem> FindProblems() const;
+  /// As `Environment::GetProblemsMet`.
+  [[nodiscard]] std::vector<FolderProblem> GetProblemsMet() const;
   /// As `Environment::FindIdleExclusions`.
   [[nodiscard]] std::vector<ustring> FindIdleExclusions() const;
 
  private:
+  [[nodiscard]] std::shared_ptr<const IPath> MakePath() const;
+  template <class Find>
+  [[nodiscard]] std::vector<FolderProblem> WithUnlocated(const Find& find) const;
+
   std::vector<GivenFolders::Given> given;
   std::vector<FolderProblem> unlocated;
   std::shared_ptr<const FolderPath> wholePath;
@@ -80,7 +93,8 @@ class PathView {
   std::vector<ustring> hiddenTexts;      // of the hidden folders, as they were given
   std::vector<ustring> unlocatedHidden;  // given to be hidden, but they have no location
   bool dropsRepeats;
-  std::shared_ptr<const IPath> path;
+  mutable PathManagement::detail::OnceFlag pathOnce;  // guards path
+  mutable std::shared_ptr<const IPath> path;
 };
 
 }  // namespace Corvane::PathManagement::host

@@ -19,6 +19,8 @@ namespace {
 
 const foundation::log::basic_diagnostic_logger kLogger("searchpath::host::index");
 
+constexpr unsigned kMostSingleQuestions = 8;
+
 /// Calls use(name) for each file name that `target` may mean, the preferred one first.
 template <class Use>
 void ForEachName(const PathManagement::detail::SearchTarget& target, const Use& use) {
@@ -32,19 +34,14 @@ void ForEachName(const PathManagement::detail::SearchTarget& target, const Use& 
   }
 }
 
-/// Calls use(folder) for the "@" folders directly below `folders`, in path order.
-template <class Use>
-void ForEachMethodFolder(const FolderEntries& folders, const Use& use) {
-  for (const auto& folder : folders) {
-    for (const auto& below : folder->GetSpecialFolders()) {
-      if (below->GetPathEntryType() == PathEntryType::AtFolder) use(below);
-    }
-  }
-}
-
 /// The folder name of a method entry without "@".
 ustring MethodName(const FolderEntry& methodFolder) {
   return methodFolder.GetAbsoluteIRI().getName().substr(1);
+}
+
+bool IsMethodFolder(const FolderEntry& folder, const ustring& name, FilenameMatchingPolicy policy) {
+  return folder.GetPathEntryType() == PathEntryType::AtFolder &&
+         AreSameFilename(MethodName(folder), name, policy);
 }
 
 }  // namespace
@@ -61,7 +58,7 @@ PlainLookup::PlainLookup(FolderEntries mainFolders, std::shared_ptr<const PathEn
 
 boost::optional<FoundItem> PlainLookup::FindFirst(const Target& target,
                                                   FilenameMatchingPolicy policy) {
-  const NameIndex* const index = IndexFor(policy);
+  const NameIndex* const index = IndexFor(policy, false);
   return index == nullptr ? AskFolders(target, policy) : AskIndex(*index, target);
 }
 
@@ -71,6 +68,23 @@ boost::optional<FoundItem> PlainLookup::AskFolders(const Target& target,
     if (auto item = folder->FindItem(target, policy)) return FoundItem(std::move(item), folder);
   }
   return boost::none;
+}
+
+std::optional<boost::optional<FoundItem>> PlainLookup::FindVisible(const Target& target,
+                                                                   FilenameMatchingPolicy policy) {
+  if (policy == FilenameMatchingPolicy::IgnoreCase || !IsSingle(policy, false)) return std::nullopt;
+  NameQuestion question(target);
+  question.AddMethodFolder(target.GetName());
+  for (std::size_t index = 0; index < folders.size(); ++index) {
+    auto answer = states[index]->Ask(question);
+    if (answer.item != nullptr) return FoundItem(std::move(answer.item), folders[index]);
+    if (!answer.hasMethodFolder) continue;
+    for (const auto& below : folders[index]->GetSpecialFolders()) {
+      if (!IsMethodFolder(*below, target.GetName(), policy)) continue;
+      if (auto item = below->FindItem(target, policy)) return FoundItem(std::move(item), below);
+    }
+  }
+  return boost::optional<FoundItem>();
 }
 
 boost::optional<FoundItem> PlainLookup::AskIndex(const NameIndex& index, const Target& target) {
@@ -91,7 +105,7 @@ boost::optional<FoundItem> PlainLookup::AskIndex(const NameIndex& index, const T
 
 std::vector<FoundItem> PlainLookup::FindAll(const Target& target, FilenameMatchingPolicy policy) {
   std::vector<FoundItem> found;
-  const NameIndex* const index = IndexFor(policy);
+  const NameIndex* const index = IndexFor(policy, true);
   if (index == nullptr) {
     for (const auto& folder : folders) {
       for (auto& item : folder->FindItems(target, policy)) {
@@ -165,10 +179,16 @@ PathEntries PlainLookup::FindMethodFolders(const ustring& name, FilenameMatching
     const auto found = byName.find(name);
     return found == byName.end() ? PathEntries() : found->second;
   }
+  const bool ignoresCase = policy == FilenameMatchingPolicy::IgnoreCase;
+  NameQuestion question;
+  question.AddMethodFolder(name);
   PathEntries found;
-  ForEachMethodFolder(folders, [&](const auto& methodFolder) {
-    if (AreSameFilename(MethodName(*methodFolder), name, policy)) found.push_back(methodFolder);
-  });
+  for (std::size_t index = 0; index < folders.size(); ++index) {
+    if (!ignoresCase && !states[index]->Ask(question).hasMethodFolder) continue;
+    for (const auto& below : folders[index]->GetSpecialFolders()) {
+      if (IsMethodFolder(*below, name, policy)) found.push_back(below);
+    }
+  }
   return found;
 }
 
@@ -176,11 +196,20 @@ PlainLookup::LazyIndex& PlainLookup::Lazy(FilenameMatchingPolicy policy) noexcep
   return policy == FilenameMatchingPolicy::IgnoreCase ? folded : exact;
 }
 
-/// The index for `policy`; null at the first question, which is answered without one.
-const NameIndex* PlainLookup::IndexFor(FilenameMatchingPolicy policy) {
+/// Counts a question, and says whether it is answered without an index. One for all matches, or one
+/// that ignores case, lists the folders that it asks; after it the index costs little more.
+bool PlainLookup::IsSingle(FilenameMatchingPolicy policy, bool forAll) {
   LazyIndex& lazy = Lazy(policy);
-  if (lazy.once.IsBuilt()) return lazy.index.get();
-  if (!lazy.wasAsked.exchange(true)) return nullptr;
+  if (lazy.once.IsBuilt()) return false;
+  const bool lists = forAll || policy == FilenameMatchingPolicy::IgnoreCase;
+  return lazy.questionCount.fetch_add(lists ? kMostSingleQuestions : 1) <
+         (lists ? 1 : kMostSingleQuestions);
+}
+
+/// The index for `policy`; null for a question that is answered without one.
+const NameIndex* PlainLookup::IndexFor(FilenameMatchingPolicy policy, bool forAll) {
+  if (IsSingle(policy, forAll)) return nullptr;
+  LazyIndex& lazy = Lazy(policy);
   lazy.once.Call([&] { lazy.index = BuildIndex(policy); });
   return lazy.index.get();
 }
@@ -202,11 +231,14 @@ std::unique_ptr<const NameIndex> PlainLookup::BuildIndex(FilenameMatchingPolicy 
 const PlainLookup::MethodFolders& PlainLookup::IndexedMethodFolders() {
   methodsOnce.Call([this] {
     methods.clear();
-    ForEachMethodFolder(folders, [this](const auto& methodFolder) {
-      const ustring name = MethodName(*methodFolder);
-      methods[name].push_back(methodFolder);
-      methodLengths |= std::uint64_t{1} << (name.size() % 64U);
-    });
+    for (const auto& folder : folders) {
+      for (const auto& below : folder->GetSpecialFolders()) {
+        if (below->GetPathEntryType() != PathEntryType::AtFolder) continue;
+        const ustring name = MethodName(*below);
+        methods[name].push_back(below);
+        methodLengths |= std::uint64_t{1} << (name.size() % 64U);
+      }
+    }
   });
   return methods;
 }

@@ -15,6 +15,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string_view>
 #include <vector>
 
@@ -24,10 +25,11 @@ class FolderState;
 
 /// Answers plain names, those without a separator, from the main folders of a path.
 ///
-/// The first question for a file asks one folder after the other, up to the answer, and each folder
-/// that is asked is listed; a program that asks once pays for no more. The second builds an index of
-/// all folders. There is one index for the policies that tell case apart and another for
-/// `IgnoreCase`, each built at its own second question.
+/// The first eight questions for a file ask one folder after the other, up to the answer. The disk is
+/// asked for the name alone, and no folder is listed: a program that asks little pays for no more.
+/// The ninth question lists all folders and builds an index; eight times asking a folder of 100 files
+/// costs what listing it does. `IgnoreCase`, for which folders have to be listed, has an index of its
+/// own, which is built at its second question. So is either index after a question for all matches.
 ///
 /// Threads: all operations, from any thread; a question that comes while its index is built waits.
 /// Cost: with an index, one hash probe for each extension, however many folders there are.
@@ -41,16 +43,20 @@ class PlainLookup {
   /// The first match in path order.
   [[nodiscard]] boost::optional<FoundItem> FindFirst(const Target& target,
                                                      FilenameMatchingPolicy policy);
+  /// As `FindFirstFileVisibleOnPath`, asking each folder for the file and for the method entry at
+  /// once, and none behind the answer. Says nothing when there is an index, or when one is due.
+  [[nodiscard]] std::optional<boost::optional<FoundItem>> FindVisible(
+      const Target& target, FilenameMatchingPolicy policy);
   /// Every match in path order, the best first within a folder.
   [[nodiscard]] std::vector<FoundItem> FindAll(const Target& target, FilenameMatchingPolicy policy);
 
-  /// The "@" folders of that name directly below the main folders, in path order. Lists every main
-  /// folder.
+  /// The "@" folders of that name directly below the main folders, in path order. Without an index
+  /// every main folder is asked for it; those that hold it are listed, and all under `IgnoreCase`.
   [[nodiscard]] PathEntries FindMethodFolders(const ustring& name, FilenameMatchingPolicy policy);
 
  private:
   struct LazyIndex {
-    std::atomic<bool> wasAsked = false;
+    std::atomic<unsigned> questionCount = 0;
     PathManagement::detail::OnceFlag once;  // guards index
     std::unique_ptr<const NameIndex> index;
   };
@@ -65,7 +71,8 @@ class PlainLookup {
   [[nodiscard]] boost::optional<FoundItem> AskFolders(const Target& target,
                                                       FilenameMatchingPolicy policy) const;
   [[nodiscard]] boost::optional<FoundItem> AskIndex(const NameIndex& index, const Target& target);
-  [[nodiscard]] const NameIndex* IndexFor(FilenameMatchingPolicy policy);
+  [[nodiscard]] bool IsSingle(FilenameMatchingPolicy policy, bool forAll);
+  [[nodiscard]] const NameIndex* IndexFor(FilenameMatchingPolicy policy, bool forAll);
   [[nodiscard]] std::unique_ptr<const NameIndex> BuildIndex(FilenameMatchingPolicy policy) const;
   [[nodiscard]] const MethodFolders& IndexedMethodFolders();
   [[nodiscard]] const std::shared_ptr<const PathItem>& ItemOf(Match match, const NameIndex& index);
