@@ -2,7 +2,6 @@
 #include "searchpath/platform/iri_text.h"
 #include "searchpath/utilities/iri_conversion.h"
 
-
 using namespace Corvane::PathManagement;
 using namespace foundation::storage;
 using fuzz::Require;
