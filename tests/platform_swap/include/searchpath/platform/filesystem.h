@@ -26,13 +26,9 @@ class path {
 /// All the files that there are, by their pathnames.
 extern std::map<ustring, std::string> files;
 
-class ifstream : public std::istringstream {
- public:
+struct ifstream : std::istringstream {
   explicit ifstream(const path& pathname);
-  bool is_open() const { return isOpen; }
-
- private:
-  bool isOpen;
+  bool is_open() const { return !fail(); }
 };
 
 namespace detail {
