@@ -113,8 +113,7 @@ TEST_F(FolderEntryTest, LinksThatLeadBackUpAreCut) {
   tree.Link("../other", "lib/@other");  // elsewhere: followed
   tree.Link("../lib", "other/+back");   // from elsewhere back: cut
   std::vector<std::shared_ptr<const IPathEntry>> visited;
-  const std::uint32_t kinds[] = {0, 1, 2};
-  lib->ForEachEntryInScope({kinds, 3},
+  lib->ForEachEntryInScope(kAllKindsScope,
                            [&](const auto& below) { return visited.push_back(below), false; });
   EXPECT_EQ(Shown(visited, tree), "lib lib/+a lib/+a/+top lib/@other");
   const auto problems = lib->GetProblems();

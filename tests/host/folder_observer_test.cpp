@@ -62,9 +62,6 @@ struct FolderObserverTest : testing::Test {
   }
   test::Contents OnPath() const { return test::ContentsOf(*manager.GetPath(), tree); }
   test::Contents OnDisk() const { return test::ContentsOf({"a", "b", "c"}, tree); }
-  void Do(const std::string& commands) const {
-    EXPECT_EQ(std::system(("cd " + tree.Path() + "; " + commands).c_str()), 0) << commands;
-  }
   void AwaitTheDisk(const std::string& after) {
     std::unique_lock lock(mutex);
     changed.wait_for(lock, std::chrono::minutes(1), [&] { return OnPath() == OnDisk(); });
@@ -77,9 +74,7 @@ struct FolderObserverTest : testing::Test {
   }
 
   const test::TemporaryTree tree;
-  MainSearchPathManager manager{{FolderEntry::Create(tree.IRI("a")),
-                                 FolderEntry::Create(tree.IRI("b")),
-                                 FolderEntry::Create(tree.IRI("c"))}};
+  MainSearchPathManager manager{test::FoldersIn(tree, {"a", "b", "c"})};
   const std::shared_ptr<EventMgr> events = createLocalEventMgr(EventMgrId{1});
   std::mutex mutex;
   std::condition_variable changed;  // the path, or what follows
@@ -154,7 +149,7 @@ TEST_F(FolderObserverTest, AfterASecondRefreshThatFailsAllFoldersAreListed) {
 TEST_F(FolderObserverTest, ThePathFollowsTheDisk) {
   for (const bool onlyPolls : {false, true}) {
     EXPECT_NE(OnPath(), test::Contents());  // lists it, before it is watched
-    Do("rm -rf *; mkdir -p a b/@c c");
+    tree.Do("rm -rf *; mkdir -p a b/@c c");
     const std::chrono::milliseconds interval(20);
     const DiskFeed feed(manager, events, {.pollInterval = interval, .onlyPolls = onlyPolls});
     AwaitTheDisk("at first");
@@ -167,7 +162,7 @@ TEST_F(FolderObserverTest, ThePathFollowsTheDisk) {
           "touch e/f/n", "mv e e1; mkdir -p e/f; touch e/f/other", "touch a/z; rm -r e",
           "mkdir -p e/f/private", "rm c; ln -s loop loop; ln -s loop c", "rm c; mkdir c c/+z"}) {
       const auto before = OnDisk();
-      Do(change);
+      tree.Do(change);
       EXPECT_NE(OnDisk(), before) << change;
       AwaitTheDisk(change);
     }

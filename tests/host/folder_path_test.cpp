@@ -15,8 +15,8 @@ using Entries = std::vector<std::shared_ptr<const IPathEntry>>;
 
 constexpr auto kExact = FilenameMatchingPolicy::CaseSensitive;
 constexpr auto kIgnore = FilenameMatchingPolicy::IgnoreCase;
-constexpr std::uint32_t kKinds[] = {0, 1, 2, 3, 4, 5};
-const SearchScope kMain(kKinds, 1), kAll(kKinds, 5), kAllAndResources(kKinds, 6);
+constexpr SearchScope kMain = kMainScope, kAll = kAllKindsScope;
+constexpr SearchScope kAllAndResources = kAllKindsAndResourcesScope;
 
 /// Two folders on a path, "one" and "two", with special folders of every kind below them.
 struct FolderPathTest : testing::Test {

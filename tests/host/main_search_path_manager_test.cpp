@@ -141,11 +141,10 @@ TEST_F(MainSearchPathManagerTest, ReadersSeeWholePathsWhileWritersChangeThem) {
     --writing;
   };
   const auto readPaths = [&] {
-    constexpr std::uint32_t kMain = 0;
     while (writing > 0) {
       const auto path = manager.GetPath();
       const auto found =
-          path->FindFirstInScope(SearchScope(&kMain, 1), PathManagement::detail::SearchTarget(u"x"),
+          path->FindFirstInScope(kMainScope, PathManagement::detail::SearchTarget(u"x"),
                                  FilenameMatchingPolicy::CaseSensitive);
       ASSERT_EQ(found.has_value(), !path->GetMainFolders().empty());
       ASSERT_LE(manager.GetFolderIRIs()->size(), 3U);

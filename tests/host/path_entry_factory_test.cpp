@@ -22,6 +22,7 @@ namespace {
 
 namespace fs = std::filesystem;
 using namespace std::chrono_literals;
+using test::FoldersIn;
 using test::Shown;
 using test::TemporaryTree;
 using Names = std::vector<std::string>;
@@ -83,17 +84,10 @@ PathEntryFactory Read(const std::string& bytes, const AbsoluteIRI& root, Listing
   return factory;
 }
 
-FolderEntries ScanOf(const TemporaryTree& tree, const Names& names) {
-  FolderEntries folders;
-  for (const auto& name : names) folders.push_back(FolderEntry::Create(tree.IRI(name)));
-  return folders;
-}
-
 /// All that a path can answer from: its entries, what they are, what they hold, and what is wrong.
 std::string Dump(const FolderEntries& folders) {
-  static constexpr std::uint32_t kinds[] = {0, 1, 2, 3, 5};
   std::string all;
-  FolderPath(folders).ForEachEntry({kinds, 5}, [&](const auto& entry) {
+  FolderPath(folders).ForEachEntry(kAllKindsAndResourcesScope, [&](const auto& entry) {
     const auto& folder = dynamic_cast<const FolderEntry&>(*entry);
     const auto items = folder.GetItems();
     ustring line = folder.GetCanonicalAbsoluteIRI().toString();
@@ -135,15 +129,15 @@ TEST(PathEntryFactoryTest, ACacheAnswersAsAScanDoesWhateverHasChanged) {
     tree.Folder("b/sub");
     for (int item = 0; item < 30; ++item) Change(tree, random);
     if (seed % 3 != 0) AgeAll(tree.Path());
-    const std::string bytes = Written(ScanOf(tree, names), tree.IRI());
-    ASSERT_EQ(Dump(Read(bytes, tree.IRI()).GetFolders()), Dump(ScanOf(tree, names)));
+    const std::string bytes = Written(FoldersIn(tree, names), tree.IRI());
+    ASSERT_EQ(Dump(Read(bytes, tree.IRI()).GetFolders()), Dump(FoldersIn(tree, names)));
     ASSERT_EQ(Written(Read(bytes, tree.IRI()).GetFolders(), tree.IRI()), bytes);
     for (std::uint64_t change = 0; change < seed % 5; ++change) Change(tree, random);
     const auto cache = Read(bytes, tree.IRI());
     for (const auto& folder : cache.CreateSavedFolders()) {
       fresh += folder->GetFreshness() == Freshness::Fresh ? 1U : 0U;
     }
-    ASSERT_EQ(Dump(cache.GetFolders()), Dump(ScanOf(tree, names)));
+    ASSERT_EQ(Dump(cache.GetFolders()), Dump(FoldersIn(tree, names)));
   }
   EXPECT_GT(fresh, 100U);  // or nothing has come from a cache
 }
@@ -153,7 +147,7 @@ TEST(PathEntryFactoryTest, AMovedTreeKeepsItsCacheAndIsNotReadAgain) {
   tree.Files({"old/lib/cached", "old/lib/+p/g", "elsewhere/h"});
   AgeAll(tree.Path());
   const std::string outside = "old/lib/../../elsewhere";  // only seems to stand below the root
-  const auto scanned = ScanOf(tree, {"old/lib", "elsewhere", "old", outside});
+  const auto scanned = FoldersIn(tree, {"old/lib", "elsewhere", "old", outside});
   // Names that are on no disk show where they come from.
   const auto bytes = Edited(Written(scanned, tree.IRI("old")), "cached", "invent");
   fs::copy(tree.Path("old"), tree.Path("copy"), fs::copy_options::recursive);
@@ -196,7 +190,7 @@ TEST(PathEntryFactoryTest, FreshnessSaysWhatBecameOfAFolder) {
     const TemporaryTree tree;
     tree.Folder("d");
     if (time != kNow) Age(tree.Path("d"), time);
-    const auto scanned = ScanOf(tree, {"d"});
+    const auto scanned = FoldersIn(tree, {"d"});
     EXPECT_EQ(scanned[0]->GetFreshness(), Freshness::Unknown) << name;  // has no listing
     const auto cached = Read(Written(scanned, tree.IRI()), tree.IRI()).GetFolders();
     change(tree.Path("d"));
@@ -214,7 +208,7 @@ TEST(PathEntryFactoryTest, AnotherFolderOfTheSameTimesIsNotFresh) {
   const auto bytesOf = [](ino_t inode) {
     return std::string(reinterpret_cast<const char*>(&inode), sizeof inode);
   };
-  const auto bytes = Written(ScanOf(tree, {"d"}), tree.IRI());
+  const auto bytes = Written(FoldersIn(tree, {"d"}), tree.IRI());
   const auto other = Edited(bytes, bytesOf(status.st_ino), bytesOf(status.st_ino + 1));
   EXPECT_EQ(Read(bytes, tree.IRI()).GetFolders()[0]->GetFreshness(), Freshness::Fresh);
   EXPECT_EQ(Read(other, tree.IRI()).GetFolders()[0]->GetFreshness(), Freshness::Stale);
@@ -224,8 +218,8 @@ TEST(PathEntryFactoryTest, ARecordOfWhatWasHoldsOn) {
   const TemporaryTree tree;
   tree.Files({"d/f", "d/private/g", "d/sub/h"});
   tree.Link("f", "d/link");
-  const auto bytes = Written(ScanOf(tree, {"d", "gone"}), tree.IRI());
-  const std::string before = Dump(ScanOf(tree, {"d", "gone"}));
+  const auto bytes = Written(FoldersIn(tree, {"d", "gone"}), tree.IRI());
+  const std::string before = Dump(FoldersIn(tree, {"d", "gone"}));
   fs::remove_all(tree.Path("d"));
   tree.File("gone/f");
   EXPECT_EQ(Dump(Read(bytes, tree.IRI(), ListingUse::AsSaved).GetFolders()), before);
@@ -235,7 +229,7 @@ TEST(PathEntryFactoryTest, ACacheDoesNotSayWhichFoldersAreSearched) {
   const TemporaryTree tree;
   tree.Files({"a/f", "a/sub/f", "b/f", "new/f"});
   AgeAll(tree.Path());
-  const auto cache = Read(Written(ScanOf(tree, {"b", "a", "a/sub"}), tree.IRI()), tree.IRI());
+  const auto cache = Read(Written(FoldersIn(tree, {"b", "a", "a/sub"}), tree.IRI()), tree.IRI());
   EXPECT_EQ(Shown(Environment(cache).FindAll({.name = u"f"}), tree), "b/f a/f a/sub/f");
   const Environment other(EnvironmentOptions{.folders = {tree.Text("new"), tree.Text("a")},
                                              .expansion = FolderExpansion::Recursive,
@@ -254,7 +248,7 @@ TEST(PathEntryFactoryTest, WhatIsNotWholeIsRefused) {
   const TemporaryTree tree;
   tree.Files({"d/f", "d/+p/g"});
   tree.Link("f", "d/link");
-  std::string bytes = Written(ScanOf(tree, {"d"}), tree.IRI());
+  std::string bytes = Written(FoldersIn(tree, {"d"}), tree.IRI());
   ASSERT_EQ(Refusal(bytes, tree.IRI()), "");
   for (std::size_t bit = 0; bit < 8 * bytes.size(); ++bit) {
     std::string flipped = bytes;
@@ -414,7 +408,8 @@ TEST(PathEntryFactoryTest, ServesAsTheToolboxCache) {
   const TemporaryTree tree;
   tree.File("box/f");
   ASSERT_EQ(mkfifo(tree.Path("fifo").c_str(), 0600), 0);
-  WriteToolboxPathCache(tree.Text("cache"), tree.Text(), PathEntryFactory(ScanOf(tree, {"box"})));
+  WriteToolboxPathCache(tree.Text("cache"), tree.Text(),
+                        PathEntryFactory(FoldersIn(tree, {"box"})));
   PathEntryFactory factory;
   LoadToolboxPathCache(tree.Text("cache"), tree.Text(), factory);
   for (const std::string bad : {"box/f", "fifo", "box", "none"}) {

@@ -1,11 +1,8 @@
-#include "support/shown.h"
+#include "support/folder_contents.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <cstdlib>
-#include <filesystem>
-#include <map>
 #include <random>
 #include <sstream>
 
@@ -16,31 +13,20 @@ using test::Shown;
 using test::TemporaryTree;
 using ComparisonFilter = PathEntryVectorDifferentiator::ComparisonFilter;
 using Entries = std::vector<std::shared_ptr<const IPathEntry>>;
-using Folders = std::vector<std::shared_ptr<const FolderEntry>>;
+using Folders = FolderEntries;
 
 constexpr const char* kMakeTree =
     "mkdir -p a/private a/+pkg/@cls b c/@m; touch a/x a/y a/private/p a/+pkg/f a/+pkg/@cls/c b/x "
     "c/@m/m; ln -s .. a/+pkg/+loop; ln -s ../c/@m a/@linked; ln -s ../c a/ordinary";
 
-void Do(const TemporaryTree& tree, const std::string& command) {
-  ASSERT_EQ(std::system(("cd " + tree.Path() + " && { " + command + "; }").c_str()), 0) << command;
-}
-
 /// All folders of a path; lists them.
 Entries AllOf(const Folders& mainFolders) {
-  constexpr std::uint32_t kKinds[] = {0, 1, 2, 3, 5};
   Entries all;
   for (const auto& folder : mainFolders) {
-    folder->ForEachEntryInScope(SearchScope(kKinds, 5),
+    folder->ForEachEntryInScope(kAllKindsAndResourcesScope,
                                 [&all](const auto& entry) { return all.push_back(entry), false; });
   }
   return all;
-}
-
-Folders PathOf(const TemporaryTree& tree, const std::vector<std::string>& names) {
-  Folders folders;
-  for (const auto& name : names) folders.push_back(FolderEntry::Create(tree.IRI(name)));
-  return folders;
 }
 
 /// The folders of `path` whose entries `old` does not have.
@@ -75,18 +61,20 @@ TEST(PathRefreshTest, WhatHasChangedGetsANewEntryAndNothingElse) {
   };
   for (const Row& row : rows) {
     const TemporaryTree tree;
-    Do(tree, kMakeTree);
-    const Folders old = PathOf(tree, {"a", "b", "c"});
+    tree.Do(kMakeTree);
+    const Folders old = test::FoldersIn(tree, {"a", "b", "c"});
     std::stringstream stream;
     PathEntryFactory(old).WriteEntries(stream, tree.IRI());
-    Do(tree, row.change);
+    tree.Do(row.change);
     const Folders fresh = RefreshFolders(old);
     EXPECT_EQ(NewOf(fresh, old, tree), row.expected) << row.change;
-    EXPECT_EQ(Shown(AllOf(fresh), tree), Shown(AllOf(PathOf(tree, {"a", "b", "c"})), tree));
+    EXPECT_EQ(Shown(AllOf(fresh), tree),
+              Shown(AllOf(test::FoldersIn(tree, {"a", "b", "c"})), tree));
     // The same beside a path that is not refreshed: what is unchanged comes from there.
     PathEntryFactory saved(ListingUse::AsSaved);
     saved.ReadEntries(stream, tree.IRI());
-    const Folders shared = ShareUnchangedFolders(PathOf(tree, {"c", "b", "a"}), saved.GetFolders());
+    const Folders shared =
+        ShareUnchangedFolders(test::FoldersIn(tree, {"c", "b", "a"}), saved.GetFolders());
     EXPECT_EQ(NewOf({shared[2], shared[1], shared[0]}, saved.GetFolders(), tree), row.expected)
         << row.change << ", saved";
   }
@@ -94,10 +82,10 @@ TEST(PathRefreshTest, WhatHasChangedGetsANewEntryAndNothingElse) {
 
 TEST(PathRefreshTest, OnlyWhatIsAskedForIsListedAnew) {
   const TemporaryTree tree;
-  Do(tree, kMakeTree);
-  const Folders old = PathOf(tree, {"a", "b", "b", "c", "gone"});
+  tree.Do(kMakeTree);
+  const Folders old = test::FoldersIn(tree, {"a", "b", "b", "c", "gone"});
   AllOf({old[0], old[1], old[3]});  // the second "b" has taken no snapshot
-  Do(tree, "touch a/z b/z c/z c/@m/z");
+  tree.Do("touch a/z b/z c/z c/@m/z");
   const auto refresh = [&](const std::string& changed) {
     const ChangedFolders folders(std::vector<AbsoluteIRI>{tree.IRI(changed)});
     const Folders rearranged = RearrangeFolders(
@@ -117,37 +105,12 @@ TEST(PathRefreshTest, OnlyWhatIsAskedForIsListedAnew) {
   EXPECT_EQ(differ("c/@m"), "ca");
 }
 
-/// Slow and obvious: all that stands in a tree.
-struct Listing {
-  explicit Listing(const TemporaryTree& tree) {
-    for (const auto& item : std::filesystem::recursive_directory_iterator(tree.Path())) {
-      names[item.path().string().substr(tree.Path().size() + 1)] = item.is_directory();
-    }
-  }
-
-  [[nodiscard]] std::string Below(const std::string& folder) const {
-    std::string below;
-    for (const auto& [name, isFolder] : names) {
-      if (name.starts_with(folder + "/")) below += name + (isFolder ? "/ " : " ");
-    }
-    return below;
-  }
-
-  /// The folders here that `isWanted`.
-  template <class IsWanted>
-  [[nodiscard]] std::string Folders(const IsWanted& isWanted) const {
-    std::string wanted;
-    for (const auto& [name, isFolder] : names)
-      wanted += isFolder && isWanted(name) ? name + ' ' : "";
-    return wanted;
-  }
-
-  std::map<std::string, bool> names;  // and whether it is a folder
-};
-
+/// As in `Contents`, with spaces between; a folder that comes twice stands there twice.
 std::string Sorted(Entries entries, const TemporaryTree& tree) {
   std::ranges::sort(entries, {}, [](const auto& entry) { return Shown(*entry); });
-  return entries.empty() ? "" : Shown(entries, tree) + ' ';
+  std::string all;
+  for (const auto& entry : entries) all += Shown(std::vector{entry}, tree) + "/ ";
+  return all;
 }
 
 TEST(PathRefreshTest, RandomChangesAreReportedAsTheListingsDiffer) {
@@ -159,10 +122,10 @@ TEST(PathRefreshTest, RandomChangesAreReportedAsTheListingsDiffer) {
   const TemporaryTree tree;
   const std::vector<std::string> mains = {"a", "b", "c"};
   for (const auto& folder : mains) tree.Folder(folder);
-  Folders path = PathOf(tree, mains);
+  Folders path = test::FoldersIn(tree, mains);
   for (int round = 0; round < 100; ++round) {
     AllOf(path);
-    const Listing before(tree);
+    const test::Contents before = test::ContentsOf(mains, tree);
     std::string commands = "true";
     for (std::size_t change = random() % 4; change-- > 0;) {
       const std::string folder = anyOf(mains) + anyOf({"", "/+p", "/+p/@m", "/private", "/+p/+q"});
@@ -170,21 +133,28 @@ TEST(PathRefreshTest, RandomChangesAreReportedAsTheListingsDiffer) {
           "; " + anyOf({"mkdir -p " + folder + "; touch " + folder + anyOf({"/f", "/g"}),
                         "rm -f " + folder + anyOf({"/f", "/g"}), "rm -rf " + folder + "/*"});
     }
-    Do(tree, commands);
-    const Listing after(tree);
+    tree.Do(commands);
+    const test::Contents after = test::ContentsOf(mains, tree);
     const Folders fresh = RefreshFolders(path);
     PathEntryVectorDifferentiator found;
     found.Compare({path.begin(), path.end()}, {fresh.begin(), fresh.end()},
                   ComparisonFilter::IncludeSubfolders);
     SCOPED_TRACE(std::to_string(kSeed) + " round " + std::to_string(round) + ": " + commands);
-    const auto isNew = [&](const auto& folder) { return !before.names.contains(folder); };
-    const auto isGone = [&](const auto& folder) { return !after.names.contains(folder); };
-    const auto isOther = [&](const auto& folder) {
-      return !isGone(folder) && before.Below(folder) != after.Below(folder);
-    };
-    ASSERT_EQ(Sorted(*found.GetAdded(), tree), after.Folders(isNew));
-    ASSERT_EQ(Sorted(*found.GetRemoved(), tree), before.Folders(isGone));
-    ASSERT_EQ(Sorted(*found.GetRefreshedAfter(), tree), before.Folders(isOther));
+    test::Contents changed;
+    std::ranges::set_symmetric_difference(before, after, std::inserter(changed, changed.end()));
+    std::string added, removed, refreshed;
+    for (const auto& name : after) {
+      if (name.ends_with('/') && !before.contains(name)) added += name + ' ';
+    }
+    for (const auto& name : before) {
+      const auto isBelow = [&](const auto& other) { return other.starts_with(name); };
+      if (name.ends_with('/') && std::ranges::any_of(changed, isBelow)) {
+        (after.contains(name) ? refreshed : removed) += name + ' ';
+      }
+    }
+    ASSERT_EQ(Sorted(*found.GetAdded(), tree), added);
+    ASSERT_EQ(Sorted(*found.GetRemoved(), tree), removed);
+    ASSERT_EQ(Sorted(*found.GetRefreshedAfter(), tree), refreshed);
     path = fresh;
   }
 }

@@ -21,8 +21,7 @@ using host::FolderEntry;
 using host::FolderPath;
 
 constexpr auto kExact = FilenameMatchingPolicy::FileSystemDefault;
-constexpr std::uint32_t kKinds[] = {0, 1, 2, 3, 4};
-const SearchScope kMain(kKinds, 1), kAll(kKinds, 5);
+constexpr SearchScope kMain = kMainScope, kAll = kAllKindsScope;
 
 std::string InCapitals(std::string name) {
   for (char& byte : name) byte = byte >= 'a' && byte <= 'z' ? static_cast<char>(byte - 32) : byte;

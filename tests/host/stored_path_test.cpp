@@ -16,10 +16,6 @@ namespace {
 namespace files = std::filesystem;
 
 struct StoredPathTest : testing::Test {
-  std::string Content(const std::string& name = "list") const {
-    std::ifstream file(tree.Path(name));
-    return {std::istreambuf_iterator<char>(file), {}};
-  }
   /// Puts the folder `name` of the tree behind the others.
   void Add(const std::string& name) const {
     stored.Change([&](auto folders) {
@@ -38,12 +34,13 @@ TEST_F(StoredPathTest, LinesOfFoldersThatStayAreKept) {
   tree.File("list", lines);
   EXPECT_EQ(stored.Read().value().at(1).getPath(), u"/x/y");
   stored.Change([](const auto& folders) { return folders; });
-  EXPECT_EQ(Content(), lines);
+  EXPECT_EQ(tree.Content("list"), lines);
   Add("new\nline");
-  EXPECT_EQ(Content(), "~/\n/x//y/\nfile:///a%20b\n" +
-                           BytesFromText(tree.IRI("new\nline").toString()).value() + '\n');
+  EXPECT_EQ(tree.Content("list"), "~/\n/x//y/\nfile:///a%20b\n" +
+                                      BytesFromText(tree.IRI("new\nline").toString()).value() +
+                                      '\n');
   stored.Change([](auto folders) { return folders.erase(folders.begin()), folders; });
-  EXPECT_TRUE(Content().starts_with("/x//y/\n"));
+  EXPECT_TRUE(tree.Content("list").starts_with("/x//y/\n"));
 }
 
 TEST_F(StoredPathTest, AListThatCannotBeReadOrChangedStaysAsItIs) {
@@ -56,11 +53,11 @@ TEST_F(StoredPathTest, AListThatCannotBeReadOrChangedStaysAsItIs) {
       EXPECT_TRUE(std::string(error.what()).starts_with("folder 2 of the stored path \""))
           << error.what();
     }
-    EXPECT_EQ(Content(), "/x\n\n" + line + '\n');
+    EXPECT_EQ(tree.Content("list"), "/x\n\n" + line + '\n');
   }
   tree.File("list", "/x\n");
   EXPECT_THROW(stored.Change([](const auto&) -> StoredPath::Folders { throw 7; }), int);
-  EXPECT_EQ(Content(), "/x\n");
+  EXPECT_EQ(tree.Content("list"), "/x\n");
   tree.Folder("folder");
   EXPECT_THROW(static_cast<void>(StoredPath(tree.Text("folder")).Read()), std::system_error);
 }
@@ -74,7 +71,7 @@ TEST_F(StoredPathTest, AReaderThatHasTheListOpenKeepsTheOldOne) {
   EXPECT_TRUE(std::getline(reader, line) && line == "/x");
   EXPECT_FALSE(std::getline(reader, line)) << line;
   EXPECT_TRUE(files::is_symlink(tree.Path("list")));
-  EXPECT_EQ(Content("real/list"), "/x\n" + tree.Path("a") + '\n');
+  EXPECT_EQ(tree.Content("real/list"), "/x\n" + tree.Path("a") + '\n');
   // Beside the file itself, where its lock is the same whatever link leads to it.
   EXPECT_TRUE(files::exists(tree.Path("real/list.lock")));
   EXPECT_FALSE(files::exists(tree.Path("list.lock")));

@@ -23,15 +23,12 @@ namespace {
 using Corvane::PathManagement::TextFromBytes;
 using Corvane::PathManagement::test::TemporaryTree;
 
-std::string Read(const std::string& name) {
-  std::ifstream file(name);
-  return {std::istreambuf_iterator<char>(file), {}};
-}
-
 std::map<std::string, std::string> Contents(const TemporaryTree& tree) {
   std::map<std::string, std::string> contents;
-  for (const auto& entry : std::filesystem::recursive_directory_iterator(tree.Path()))
-    contents[entry.path()] = entry.is_regular_file() ? Read(entry.path()) : "no file";
+  for (const auto& entry : std::filesystem::recursive_directory_iterator(tree.Path())) {
+    const std::string name = std::filesystem::relative(entry.path(), tree.Path());
+    contents[name] = entry.is_regular_file() ? tree.Content(name) : "no file";
+  }
   return contents;
 }
 
@@ -129,7 +126,7 @@ TEST(AtomicFileWriterTest, AllIsWrittenAndPermissionsAreHandedDown) {
     for (const auto& [file, mode] : {std::pair("old", 0460U), {"new", 0640U}, {"link", 0640U}}) {
       struct stat status = {};
       EXPECT_EQ(Write(tree.Path(file), way), "") << file;
-      EXPECT_EQ(Read(tree.Path(file)), kContent) << file << ", " << way;
+      EXPECT_EQ(tree.Content(file), kContent) << file << ", " << way;
       EXPECT_EQ(lstat(tree.Path(file).c_str(), &status), 0);
       EXPECT_EQ(status.st_mode, S_IFREG | mode) << file << ", " << way;
     }
@@ -137,7 +134,7 @@ TEST(AtomicFileWriterTest, AllIsWrittenAndPermissionsAreHandedDown) {
     EXPECT_EXIT((std::cerr << Write(chdir(tree.Path().c_str()) == 0 ? "new" : "", way), _exit(0)),
                 testing::ExitedWithCode(0), "^$")
         << "relative";
-    EXPECT_EQ(Read(tree.Path("target")), "") << "written through a link";
+    EXPECT_EQ(tree.Content("target"), "") << "written through a link";
     EXPECT_EQ(Contents(tree).size(), 4U) << way << " left something behind";
   }
 }
@@ -153,9 +150,9 @@ TEST(AtomicFileWriterTest, TheLastOfTwoWritersWinsAndAKillHindersNobody) {
   last.Stream() << "last";
   first.Stream() << "first";
   first.Commit();
-  EXPECT_EQ(Read(tree.Path("file")), "first");
+  EXPECT_EQ(tree.Content("file"), "first");
   last.Commit();
-  EXPECT_EQ(Read(tree.Path("file")), "last");
+  EXPECT_EQ(tree.Content("file"), "last");
   EXPECT_EQ(Contents(tree).size(), 2U) << "the file, and what the kill left";
 }
 

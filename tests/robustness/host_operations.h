@@ -89,8 +89,7 @@ void ForEachHostOperation(const Visit& visit) {
   visit("ConcurrentForEachEntry", [](W w) {
     std::mutex mutex;  // guards visited
     std::multiset<ustring> visited;
-    const std::uint32_t kinds[] = {0, 1, 2, 3, 5};
-    w->GetPath()->ConcurrentForEachEntry({kinds, 5}, [&](const auto& entry) {
+    w->GetPath()->ConcurrentForEachEntry(kAllKindsAndResourcesScope, [&](const auto& entry) {
       const std::lock_guard lock(mutex);
       return visited.insert(GetStringFromIRI(entry->GetCanonicalAbsoluteIRI())), false;
     });

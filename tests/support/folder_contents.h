@@ -11,9 +11,8 @@ namespace Corvane::PathManagement::test {
 using Contents = std::set<std::string>;
 
 inline Contents ContentsOf(const IPath& path, const TemporaryTree& tree) {
-  constexpr std::uint32_t kKinds[] = {0, 1, 2, 3, 5};
   Contents all;
-  path.ForEachEntry({kKinds, 5}, [&](const auto& folder) {
+  path.ForEachEntry(kAllKindsAndResourcesScope, [&](const auto& folder) {
     const auto items = folder->GetItems();
     const std::string name = Shown(std::vector{folder}, tree) + '/';
     all.insert(name);

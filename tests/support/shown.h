@@ -6,6 +6,14 @@
 
 namespace Corvane::PathManagement::test {
 
+/// New entries of folders of `tree`.
+inline host::FolderEntries FoldersIn(const TemporaryTree& tree,
+                                     const std::vector<std::string>& names) {
+  host::FolderEntries folders;
+  for (const auto& name : names) folders.push_back(host::FolderEntry::Create(tree.IRI(name)));
+  return folders;
+}
+
 inline ustring Shown(const ustring& text) { return text; }
 inline ustring Shown(const PathItem& item) { return item.GetName() + item.GetExtension(); }
 inline ustring Shown(const IPathEntry& entry) { return entry.GetAbsoluteIRI().getPath(); }

@@ -48,6 +48,17 @@ class TemporaryTree {
   void Files(const std::vector<std::string>& names) const {
     for (const std::string& name : names) File(name);
   }
+  /// The bytes of a file; none of what is no file.
+  std::string Content(const std::string& name) const {
+    std::ifstream file(Path(name));
+    return {std::istreambuf_iterator<char>(file), {}};
+  }
+  /// Runs `commands` of the shell here.
+  void Do(const std::string& commands) const {
+    if (std::system(("cd " + Path() + " && { " + commands + "; }").c_str()) != 0) {
+      throw std::runtime_error("failed: " + commands);
+    }
+  }
   /// Makes a link that holds `target` as it stands.
   void Link(const std::string& target, const std::string& name) const {
     MakeAbove(name);
