@@ -242,7 +242,7 @@ TEST_F(ToolTest, HelpFitsAScreenAndBeginsWithExamples) {
 TEST_F(ToolTest, AClosedPipeEndsQuietlyAlsoWhereItsSignalIsIgnored) {
   Check({{"trap '' PIPE; { s list --keep-duplicates --path @long; echo $? >../end; } | sed q", 0,
           "", "$T/lib\n"}});
-  EXPECT_EQ(Read("end"), "141\n");
+  EXPECT_EQ(tree.Content("end"), "141\n");
 }
 
 TEST_F(ToolTest, OnATerminalNamesAreHarmlessAndEmphasised) {

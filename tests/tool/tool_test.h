@@ -1,6 +1,8 @@
 #ifndef SEARCHPATH_TESTS_TOOL_TOOL_TEST_H
 #define SEARCHPATH_TESTS_TOOL_TOOL_TEST_H
 
+#include "support/temporary_tree.h"
+
 #include <gtest/gtest.h>
 
 #include <sys/wait.h>
@@ -8,15 +10,9 @@
 
 #include <algorithm>
 #include <array>
-#include <cstdlib>
-#include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <pty.h>
 #include <regex>
 #include <sstream>
-#include <string>
-#include <vector>
 
 namespace searchpath_test {
 
@@ -47,14 +43,10 @@ ln -s .. lib/sub/up; printf 'a:b\n\nlib\n' >folders; yes lib | head -n 9999 >lon
 class ToolTest : public testing::Test {
  protected:
   void SetUp() override {
-    std::string scratch = testing::TempDir() + "searchpathXXXXXX";
-    ASSERT_NE(mkdtemp(scratch.data()), nullptr);
-    root = std::filesystem::canonical(scratch);
-    std::filesystem::create_directory(root + "/tree");
+    tree.Folder("tree");
     const Result made = RunShell(kMakeTree);
     ASSERT_EQ(made.exit, 0) << made.error;
   }
-  void TearDown() override { std::filesystem::remove_all(root); }
 
   [[nodiscard]] Result RunShell(const std::string& command,
                                 const std::string& out = "../out") const {
@@ -62,16 +54,11 @@ class ToolTest : public testing::Test {
         "export TERM=xterm; unset NO_COLOR; s() { '" SEARCHPATH_TOOL
         "' \"$@\"; }\n"
         "words() { grep -oE '\"(rule|outcome)\":[^,]*' | cut -d'\"' -f4 | paste -sd ' '; }\ncd ";
-    const int status =
-        std::system((start + root + "/tree\nexport XDG_CONFIG_HOME=${PWD%/tree}/config\n{ " +
-                     command + "\n} >" + out + " 2>../error </dev/null")
-                        .c_str());
-    return {WEXITSTATUS(status), Read("error"), Read("out")};
-  }
-
-  [[nodiscard]] std::string Read(const std::string& name) const {
-    std::ifstream file(root + '/' + name);
-    return {std::istreambuf_iterator<char>(file), {}};
+    const int status = std::system((start + tree.Path("tree") +
+                                    "\nexport XDG_CONFIG_HOME=${PWD%/tree}/config\n{ " + command +
+                                    "\n} >" + out + " 2>../error </dev/null")
+                                       .c_str());
+    return {WEXITSTATUS(status), tree.Content("error"), tree.Content("out")};
   }
 
   // What `command` writes to a terminal.
@@ -93,7 +80,7 @@ class ToolTest : public testing::Test {
 
   [[nodiscard]] std::string Expand(const char* text) const {
     return std::regex_replace(std::regex_replace(text, std::regex("`"), "\""), std::regex("\\$T"),
-                              root + "/tree");
+                              tree.Path("tree"));
   }
 
   void Check(const std::vector<Row>& rows) const {
@@ -110,7 +97,7 @@ class ToolTest : public testing::Test {
     }
   }
 
-  std::string root;
+  const Corvane::PathManagement::test::TemporaryTree tree;
 };
 
 }  // namespace searchpath_test
