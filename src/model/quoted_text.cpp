@@ -3,7 +3,6 @@
 #include "model/hexadecimal.h"
 #include "searchpath/model/byte_text.h"
 
-#include <unicode/uchar.h>
 #include <unicode/utf16.h>
 
 #include <cstddef>
@@ -17,8 +16,11 @@ constexpr std::size_t kLongestQuoted = 200;  // in code units
 /// Whether `unit` would not be seen as itself: a control, half of a pair, or one that changes the
 /// direction in which all that follows is written.
 bool IsEscaped(char16_t unit) {
-  return U16_IS_SURROGATE(unit) || u_isISOControl(unit) ||
-         u_hasBinaryProperty(unit, UCHAR_BIDI_CONTROL);
+  const bool isControl = unit < 0x20 || (unit >= 0x7F && unit < 0xA0);
+  const bool turnsDirection = unit == 0x061C || unit == 0x200E || unit == 0x200F ||
+                              (unit >= 0x202A && unit <= 0x202E) ||
+                              (unit >= 0x2066 && unit <= 0x2069);
+  return U16_IS_SURROGATE(unit) || isControl || turnsDirection;
 }
 
 }  // namespace
