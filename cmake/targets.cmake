@@ -28,3 +28,36 @@ function(searchpath_library name)
                LINK_DEPENDS ${PROJECT_SOURCE_DIR}/cmake/exports.map
                VERIFY_INTERFACE_HEADER_SETS ON)
 endfunction()
+
+# A part of a library that stands on a dependency which few programs need: NAME.cpp becomes a module in
+# the folder "searchpath" beside the library, and NAME_from_module.cpp opens it when it is first needed.
+# Without SEARCHPATH_LAZY_DEPENDENCIES the part is linked into the library instead.
+function(searchpath_on_demand library name dependency)
+  add_library(searchpath_${name} OBJECT ${name}.cpp)
+  searchpath_compile(searchpath_${name})
+  target_include_directories(
+    searchpath_${name}
+    PRIVATE $<TARGET_PROPERTY:searchpath_internals,INTERFACE_INCLUDE_DIRECTORIES>)
+  target_link_libraries(searchpath_${name} PRIVATE Boost::headers ${dependency})
+  if(NOT SEARCHPATH_LAZY_DEPENDENCIES)
+    target_link_libraries(searchpath_${library} PRIVATE searchpath_${name} ${dependency})
+    return()
+  endif()
+  set(module searchpath_${name}_module)
+  add_library(${module} MODULE)
+  target_link_libraries(${module} PRIVATE searchpath_${name} ${dependency})
+  target_link_options(${module} PRIVATE
+                      LINKER:--version-script=${PROJECT_SOURCE_DIR}/cmake/module_exports.map)
+  set_target_properties(
+    ${module}
+    PROPERTIES PREFIX ""
+               OUTPUT_NAME ${name}
+               LINKER_LANGUAGE CXX
+               LIBRARY_OUTPUT_DIRECTORY $<TARGET_FILE_DIR:searchpath_${library}>/searchpath)
+  target_sources(searchpath_${library} PRIVATE ${name}_from_module.cpp)
+  add_dependencies(searchpath_${library} ${module})
+  if(SEARCHPATH_INSTALL)
+    install(TARGETS ${module} LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}/searchpath
+                                      COMPONENT searchpath_runtime)
+  endif()
+endfunction()

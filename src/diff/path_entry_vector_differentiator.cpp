@@ -1,11 +1,9 @@
 #include "searchpath/utilities/path_entry_vector_differentiator.h"
 
 #include "diff/descent_check.h"
+#include "diff/entry_sort.h"
 #include "diff/less_than_by_functor.h"
 #include "diff/longest_common_subsequence.h"
-#include "diff/sort_in_parallel.h"
-
-#include <tbb/parallel_sort.h>
 
 #include <algorithm>
 #include <cassert>
@@ -19,11 +17,11 @@ namespace {
 using Entry = std::shared_ptr<const IPathEntry>;
 
 // As `AbsoluteIRI`, since the further text of a canonical IRI does not tell folders apart.
-constexpr detail::LessThanByFunctorImpl kComesBefore([](const Entry& entry) -> AbsoluteIRI {
-  return entry->GetCanonicalAbsoluteIRI();
-});
-
-void SortByAddress(PathEntries& entries) { tbb::parallel_sort(entries.begin(), entries.end()); }
+bool ComesBefore(const Entry& left, const Entry& right) {
+  static constexpr detail::LessThanByFunctorImpl kOrder(
+      [](const Entry& entry) -> AbsoluteIRI { return entry->GetCanonicalAbsoluteIRI(); });
+  return kOrder(left, right);
+}
 
 struct Division {
   PathEntries beforeOnly;
@@ -114,20 +112,21 @@ void PathEntryVectorDifferentiator::CompareHelper(PathEntries&& before, PathEntr
   [[maybe_unused]] detail::DescentCheck descent;
   // The same objects in the same order differ in nothing, which ends the descent, too.
   while (before != after) {
+    const detail::EntrySort& sort = detail::SearchpathEntrySort();
     PathEntries inOrder;
     if (computeReordered) {
       inOrder = LongestCommonSubsequence<Entry, PathEntries>::Compute(before, after);
-      SortByAddress(inOrder);
+      sort.byAddress(inOrder);
     }
-    SortByAddress(before);
-    SortByAddress(after);
+    sort.byAddress(before);
+    sort.byAddress(after);
     auto [beforeOnly, afterOnly, common] = DivideByIdentity(std::move(before), std::move(after));
     if (computeReordered) {
       std::set_difference(common.begin(), common.end(), inOrder.begin(), inOrder.end(),
                           std::back_inserter(*reordered));
     }
-    detail::SortInParallel(beforeOnly, kComesBefore);
-    detail::SortInParallel(afterOnly, kComesBefore);
+    sort.inOrder(beforeOnly, ComesBefore);
+    sort.inOrder(afterOnly, ComesBefore);
     AppendByIRI(beforeOnly, afterOnly);
     if (filter != ComparisonFilter::IncludeSubfolders) return;
     assert(descent.MayGoBelow(beforeOnly, afterOnly) && "no entry may hang below itself");
@@ -142,9 +141,9 @@ void PathEntryVectorDifferentiator::AppendByIRI(const PathEntries& beforeOnly,
   auto before = beforeOnly.begin();
   auto after = afterOnly.begin();
   while (before != beforeOnly.end() && after != afterOnly.end()) {
-    if (kComesBefore(*before, *after)) {
+    if (ComesBefore(*before, *after)) {
       removed->push_back(*before++);
-    } else if (kComesBefore(*after, *before)) {
+    } else if (ComesBefore(*after, *before)) {
       added->push_back(*after++);
     } else {
       AppendPair(*before++, *after++, *refreshedBefore, *refreshedAfter);

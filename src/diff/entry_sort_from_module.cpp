@@ -1,0 +1,12 @@
+#include "diff/entry_sort.h"
+#include "platform/module.h"
+
+namespace Corvane::PathManagement::detail {
+
+extern "C" const EntrySort& SearchpathEntrySort() {
+  static const auto& loaded = reinterpret_cast<decltype(&SearchpathEntrySort)>(
+      FindInModule("entry_sort.so", "SearchpathEntrySort"))();
+  return loaded;
+}
+
+}  // namespace Corvane::PathManagement::detail

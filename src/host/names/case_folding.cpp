@@ -1,0 +1,46 @@
+#include "host/names/case_folding.h"
+
+#include <unicode/uchar.h>
+#include <unicode/ustring.h>
+
+#include <cstddef>
+#include <cstdint>
+#include <limits>
+#include <stdexcept>
+
+namespace Corvane::PathManagement::host {
+
+namespace {
+
+[[noreturn]] void RefuseLength() { throw std::length_error("a file name of more than 2^31 units"); }
+
+std::int32_t LengthOf(std::u16string_view text) {
+  if (text.size() > std::numeric_limits<std::int32_t>::max()) RefuseLength();
+  return static_cast<std::int32_t>(text.size());
+}
+
+bool AreSameFolded(std::u16string_view left, std::u16string_view right) {
+  UErrorCode status = U_ZERO_ERROR;
+  const std::int32_t order = u_strCaseCompare(left.data(), LengthOf(left), right.data(),
+                                              LengthOf(right), U_FOLD_CASE_DEFAULT, &status);
+  return U_SUCCESS(status) && order == 0;
+}
+
+ustring Fold(const ustring& text) {
+  ustring folded(text.size() * 3, u'\0');  // no character folds to more units
+  UErrorCode status = U_ZERO_ERROR;
+  const std::int32_t length = u_strFoldCase(folded.data(), LengthOf(folded), text.data(),
+                                            LengthOf(text), U_FOLD_CASE_DEFAULT, &status);
+  if (U_FAILURE(status)) RefuseLength();
+  folded.resize(static_cast<std::size_t>(length));
+  return folded;
+}
+
+}  // namespace
+
+extern "C" const CaseFolding& SearchpathCaseFolding() {
+  static constexpr CaseFolding kFolding = {.areSameFolded = AreSameFolded, .fold = Fold};
+  return kFolding;
+}
+
+}  // namespace Corvane::PathManagement::host

@@ -1,0 +1,12 @@
+#include "host/names/case_folding.h"
+#include "platform/module.h"
+
+namespace Corvane::PathManagement::host {
+
+extern "C" const CaseFolding& SearchpathCaseFolding() {
+  static const auto& loaded = reinterpret_cast<decltype(&SearchpathCaseFolding)>(
+      PathManagement::detail::FindInModule("case_folding.so", "SearchpathCaseFolding"))();
+  return loaded;
+}
+
+}  // namespace Corvane::PathManagement::host
