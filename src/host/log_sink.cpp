@@ -1,0 +1,49 @@
+#include "host/log_sink.h"
+
+#include <array>
+#include <cstddef>
+#include <memory>
+#include <spdlog/logger.h>
+#include <spdlog/sinks/basic_file_sink.h>
+#include <spdlog/sinks/stdout_sinks.h>
+#include <stdexcept>
+#include <string_view>
+
+namespace Corvane::PathManagement::host {
+
+namespace {
+
+using foundation::log::Severity;
+
+/// In the order of `Severity`.
+constexpr std::array<spdlog::level::level_enum, 4> kLevels = {
+    spdlog::level::debug, spdlog::level::info, spdlog::level::warn, spdlog::level::err};
+static_assert(kLevels.size() == static_cast<std::size_t>(Severity::Error) + 1);
+
+spdlog::sink_ptr Open(const std::optional<std::string>& name) {
+  if (!name) return std::make_shared<spdlog::sinks::stderr_sink_mt>();
+  try {
+    return std::make_shared<spdlog::sinks::basic_file_sink_mt>(*name);
+  } catch (const spdlog::spdlog_ex& failure) {
+    throw std::runtime_error("cannot write the diagnostic log: " + std::string(failure.what()));
+  }
+}
+
+foundation::log::DiagnosticSink MakeSink(const std::optional<std::string>& name) {
+  // The loggers of the process share this sink; none is put into the registry that others may use.
+  const auto sink = Open(name);
+  sink->set_pattern("%Y-%m-%d %H:%M:%S.%e %t %l %n: %v");
+  return [sink](std::string_view logger, Severity severity, std::string_view message) {
+    spdlog::logger writer(std::string(logger), sink);
+    writer.set_level(spdlog::level::trace);
+    writer.flush_on(spdlog::level::trace);
+    writer.set_error_handler([](const std::string& /*failure*/) {});
+    writer.log(kLevels.at(static_cast<std::size_t>(severity)), message);
+  };
+}
+
+}  // namespace
+
+extern "C" MakeLogSink SearchpathLogSink() { return MakeSink; }
+
+}  // namespace Corvane::PathManagement::host

@@ -1,0 +1,12 @@
+#include "host/log_sink.h"
+#include "platform/module.h"
+
+namespace Corvane::PathManagement::host {
+
+extern "C" MakeLogSink SearchpathLogSink() {
+  static const auto loaded = reinterpret_cast<decltype(&SearchpathLogSink)>(
+      PathManagement::detail::FindInModule("log_sink.so", "SearchpathLogSink"))();
+  return loaded;
+}
+
+}  // namespace Corvane::PathManagement::host
