@@ -6,7 +6,7 @@
 
 namespace foundation::log {
 
-class basic_diagnostic_logger::SinkPlace {
+class basic_diagnostic_logger::SharedSink {
  public:
   [[nodiscard]] std::shared_ptr<const DiagnosticSink> Get() const {
     const std::lock_guard lock(mutex);
@@ -28,26 +28,26 @@ class basic_diagnostic_logger::SinkPlace {
 };
 
 basic_diagnostic_logger::basic_diagnostic_logger(std::string_view loggerName)
-    : name(loggerName), place(CommonPlace()) {}
+    : name(loggerName), sharedSink(CommonSink()) {}
 
 basic_diagnostic_logger::~basic_diagnostic_logger() = default;
 
 // Made by the first logger, so that static objects find it in whatever order they are made.
-const std::shared_ptr<basic_diagnostic_logger::SinkPlace>& basic_diagnostic_logger::CommonPlace() {
-  static const auto commonPlace = std::make_shared<SinkPlace>();
-  return commonPlace;
+const std::shared_ptr<basic_diagnostic_logger::SharedSink>& basic_diagnostic_logger::CommonSink() {
+  static const auto commonSink = std::make_shared<SharedSink>();
+  return commonSink;
 }
 
-bool basic_diagnostic_logger::IsHeard() const noexcept { return place->IsThere(); }
+bool basic_diagnostic_logger::IsHeard() const noexcept { return sharedSink->IsThere(); }
 
 void basic_diagnostic_logger::Write(Severity severity, std::string_view message) const {
   // Called outside the lock: a sink may write or set a sink.
-  if (const auto sink = place->Get()) (*sink)(name, severity, message);
+  if (const auto sink = sharedSink->Get()) (*sink)(name, severity, message);
 }
 
 void basic_diagnostic_logger::SetSink(DiagnosticSink sink) {
   const bool isSilent = sink == nullptr;
-  CommonPlace()->Set(isSilent ? nullptr : std::make_shared<const DiagnosticSink>(std::move(sink)));
+  CommonSink()->Set(isSilent ? nullptr : std::make_shared<const DiagnosticSink>(std::move(sink)));
 }
 
 }  // namespace foundation::log

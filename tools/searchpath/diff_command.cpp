@@ -9,7 +9,6 @@
 
 #include <algorithm>
 #include <cstddef>
-#include <memory>
 #include <utility>
 #include <vector>
 
@@ -31,11 +30,11 @@ constexpr CommandText kText = {
     "The folders:\n"
     "  removed    only on OLD             added      only on NEW\n"
     "  moved      in another order        refreshed  holds other files\n"
-    "  Behind the word stands the folder's position on OLD, on NEW, or on both; the\n"
-    "  first is 1. As few folders as possible count as moved. What a folder holds are\n"
-    "  the names of its files and its special folders: \"+\", \"@\", private and\n"
-    "  resources. The contents of files are not compared. --subfolders prints special\n"
-    "  folders too, each with the position of the folder that it belongs to.\n"
+    "  After the word comes the folder's position on OLD, on NEW, or on both; the\n"
+    "  first is 1. As few folders as possible count as moved. A folder is refreshed\n"
+    "  when files or special folders (\"+\", \"@\", private, resources) have come or\n"
+    "  gone in it; the contents of files are not compared. --subfolders prints\n"
+    "  special folders too, each with the position of the folder that it belongs to.\n"
     "\n"
     "The names:\n"
     "  --names prints, instead of the folders, the file names that mean another file\n"

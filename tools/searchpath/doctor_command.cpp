@@ -31,8 +31,9 @@ constexpr CommandText kText = {
     "  case-collision  files whose different names are equal where case is ignored,\n"
     "                  as on other systems or with --policy ignore-case\n"
     "  not-utf-8       files whose names are not UTF-8\n"
-    "  These words are the \"finding\" in JSON. A folder below another folder of the\n"
-    "  path is no finding. For files that hide others, see searchpath shadows.\n"
+    "  These words are the \"finding\" in JSON. A folder that is below another folder\n"
+    "  of the path is not reported. For files that hide others, see searchpath\n"
+    "  shadows.\n"
     "\n"
     "Exit: 0 nothing is wrong, 1 something is, 2 wrong usage or failure.\n"
     "\n"};

@@ -23,8 +23,8 @@ constexpr CommandText kText = {
     "  searchpath files --path src --recursive --json\n",
     "The files:\n"
     "  They are printed folder by folder in the order of the path; within a folder,\n"
-    "  in the order of the bytes of their names. Files that others hide are among\n"
-    "  them. Files in \"+\", \"@\", private and resources folders are printed with --all.\n"
+    "  in the order of the bytes of their names. Files that others hide are\n"
+    "  printed, too; files in \"+\", \"@\", private and resources folders with --all.\n"
     "\n"
     "Exit: 0 there are files, 1 there are none, 2 wrong usage or failure.\n"
     "\n"};

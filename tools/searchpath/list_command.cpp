@@ -46,6 +46,7 @@ constexpr std::size_t kKindWidth = 9;  // of "resources"
 void WriteWords(const Output& output, const host::Environment& environment,
                 const IPathEntry& folder) {
   const std::string count = GetCounted(GetItemCount(folder), "file");
+  // The numbers end in one column.
   const std::string blanks(kNumberWidth - std::min(kNumberWidth, count.find(' ')), ' ');
   const char* problem = FindProblemText(folder);
   const std::string origin =

@@ -30,7 +30,7 @@ enum class FolderOutcome : std::uint8_t {
 /// The outcome in words.
 [[nodiscard]] SEARCHPATH_EXPORT const char* GetText(FolderOutcome outcome) noexcept;
 
-/// Why the file that was found is the one.
+/// Which rule decided what the name means.
 enum class DecidingRule : std::uint8_t {
   NothingFound,
   FirstFolder,       ///< the first folder in path order that holds it

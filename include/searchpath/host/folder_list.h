@@ -10,7 +10,7 @@
 namespace Corvane::PathManagement::host {
 
 /// The folders in a list with one folder or IRI on each line. Empty lines are left out; blanks are
-/// part of the names. Such a list can name folders that a search-path string cannot, all but those
+/// part of the names. Such a list can name folders that a search-path string cannot, except those
 /// with a line break in their names.
 [[nodiscard]] SEARCHPATH_EXPORT std::vector<ustring> ReadFolderList(std::istream& list);
 

@@ -9,7 +9,7 @@
 
 namespace Corvane::PathManagement::host {
 
-/// Where a path has one of its folders from.
+/// Where a folder of a path comes from.
 enum class FolderSource : std::uint8_t {
   Given,       ///< from the caller who made the path, such as a command line
   StoredPath,  ///< from a `StoredPath`
@@ -20,8 +20,8 @@ enum class FolderSource : std::uint8_t {
 /// Who put a folder on a path.
 struct FolderOrigin {
   FolderSource source = FolderSource::Given;
-  /// The folder that was given, in the words in which it was given: this one, or one above it whose
-  /// folders were put on the path as well.
+  /// The folder that was given, as it was written: the folder itself, or one above it that brought
+  /// this one onto the path.
   ustring folder = {};
   /// Which package; empty when the source is another one.
   std::optional<ZentraComponents::ComponentIdentifier> package = {};

@@ -10,8 +10,8 @@ enum class Freshness : std::uint8_t {
   Fresh,    ///< nothing was added, removed or renamed since
   Stale,    ///< something was, or another folder stands in its place
   Gone,     ///< there is no folder any more, or it may not be read
-  Unknown,  ///< there is no listing, or it was made within two seconds after a change, so that a
-            ///< further change might leave the same time
+  Unknown,  ///< there is no listing, or it was made within two seconds after a change: a further
+            ///< change might have got the same time stamp
 };
 
 }  // namespace Corvane::PathManagement::host

@@ -11,7 +11,7 @@
 
 namespace Corvane::PathManagement::host {
 
-/// A file name that means different files on two paths. Never are both empty.
+/// A file name that means different files on two paths. At least one of the two is set.
 struct NameChange {
   ustring name;
   std::optional<FoundItem> before;  ///< empty: the name is new

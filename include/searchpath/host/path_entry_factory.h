@@ -44,7 +44,7 @@ class SEARCHPATH_EXPORT PathEntryFactory : public IPathEntryFactory {
   ///
   /// Errors: `InvalidListingException` for anything but a whole listing in the version that this
   /// program reads; nothing has changed then.
-  /// Cost: memory for the bytes of the stream, which are passed over three times, and one small
+  /// Cost: memory for the bytes of the stream, which are read three times, and one small
   /// object a folder; the disk is not asked.
   void ReadEntries(std::istream& stream, const AbsoluteIRI& root) override;
 
@@ -70,7 +70,7 @@ class SEARCHPATH_EXPORT PathEntryFactory : public IPathEntryFactory {
 
   ListingUse use = ListingUse::WhileFresh;
   FolderEntries folders;
-  std::shared_ptr<const SavedListings> saved;  // null unless they were read
+  std::shared_ptr<const SavedListings> saved;  // null unless the folders were read from a stream
 };
 
 }  // namespace Corvane::PathManagement::host

@@ -6,8 +6,8 @@
 
 namespace Corvane::PathManagement {
 
-/// The texts that give a search path its shape. Ready before any static that is defined after this
-/// header is included.
+/// The separators in search paths, and the names of folders that have a meaning there. Ready before
+/// any static that is defined after this header is included.
 ///
 /// Threads: read-only.
 struct SEARCHPATH_EXPORT Constants {

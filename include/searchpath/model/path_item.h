@@ -35,7 +35,7 @@ class PathItem {
   ustring extension;
 };
 
-/// Files in the order that whoever hands them out says. Never holds a null pointer.
+/// Files, in the order that the function which returns them documents. Never holds a null pointer.
 using PathItems = std::vector<std::shared_ptr<const PathItem>>;
 
 }  // namespace Corvane::PathManagement

@@ -34,7 +34,7 @@ class SearchScope {
 
 namespace detail {
 
-/// Every kind, resources last, so that each named scope is the beginning of this list.
+/// Every kind, resources last: each named scope is a view of the first few.
 inline constexpr std::array<std::uint32_t, 6> kKinds = {0, 1, 2, 3, 4, 5};
 
 }  // namespace detail
@@ -47,7 +47,7 @@ inline constexpr SearchScope kMainScope(detail::kKinds.data(), 1);
 /// folders are not among them, since they hold data.
 inline constexpr SearchScope kAllKindsScope(detail::kKinds.data(), 5);
 
-/// Resources folders as well: for traversals that list, count or compare folders.
+/// Every kind of folder, resources folders among them: for traversals that list, count or compare.
 inline constexpr SearchScope kAllKindsAndResourcesScope(detail::kKinds.data(), 6);
 
 }  // namespace Corvane::PathManagement

@@ -7,10 +7,10 @@
 
 namespace Corvane::PathManagement::detail {
 
-/// What a lookup searches for: a name as it stands, or a name that each of a list of extensions is
-/// added to. With extensions, the bare name alone does not match; within one folder the earlier
-/// extension wins. A name that holds a pathname separator is a partial pathname: its last part is
-/// the file, the parts before it match the trailing folders of an entry.
+/// What a lookup searches for: a name as it stands, or a name with one of several extensions. With
+/// extensions, the bare name alone does not match; within one folder the earlier extension wins. A
+/// name that holds a pathname separator is a partial pathname: its last part is the file, the parts
+/// before it match the trailing folders of an entry.
 class SearchTarget {
  public:
   explicit SearchTarget(const ustring& fileName) : name(fileName) {}

@@ -20,17 +20,17 @@ namespace fl::filesystem {
 /// A regular file at the target is replaced, also a read-only one. The new file takes over its
 /// permissions, but neither its owner nor its other hard links. A link is replaced itself, and the
 /// file that it leads to stays as it is. Anything else, a folder, a FIFO, a device, is refused. A
-/// file where there was none gets what the umask leaves of 0666.
+/// new file gets the permissions 0666 without those in the umask.
 ///
 /// Precondition: where the target is a relative path, the working folder stays the same until
 /// `Commit` has returned.
 /// Threads: one at a time; writers of the same target need not know of each other, the last
-/// `Commit` wins. No operation is a point of cancellation.
+/// `Commit` wins. No operation is a cancellation point.
 /// Errors: `std::system_error`, which names the target and says what could not be done; the target
 /// is then as it was.
 class SEARCHPATH_EXPORT AtomicFileWriter {
  public:
-  /// Creates the temporary file under a name of `tmpnam`, with this prefix and suffix.
+  /// Creates the temporary file; `tmpnam` makes its name from this prefix and suffix.
   AtomicFileWriter(const path& targetFile, const ustring& prefix, const ustring& suffix);
   AtomicFileWriter(const AtomicFileWriter&) = delete;
   AtomicFileWriter& operator=(const AtomicFileWriter&) = delete;

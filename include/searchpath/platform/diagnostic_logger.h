@@ -46,12 +46,12 @@ class SEARCHPATH_EXPORT basic_diagnostic_logger {
   static void SetSink(DiagnosticSink sink);
 
  private:
-  class SinkPlace;
+  class SharedSink;
 
-  [[nodiscard]] static const std::shared_ptr<SinkPlace>& CommonPlace();
+  [[nodiscard]] static const std::shared_ptr<SharedSink>& CommonSink();
 
   const std::string name;
-  const std::shared_ptr<SinkPlace> place;
+  const std::shared_ptr<SharedSink> sharedSink;  // kept until the last logger is destroyed
 };
 
 }  // namespace foundation::log

@@ -33,7 +33,7 @@ class NameIndex {
     std::uint32_t record;  // which of all files, in path order
   };
 
-  /// Runs through the matches of one name in path order; false behind the last.
+  /// Runs through the matches of one name in path order; false after the last.
   class Cursor {
    public:
     [[nodiscard]] explicit operator bool() const noexcept { return record != kNone; }
@@ -77,7 +77,7 @@ class NameIndex {
   bool foldsCase;
   std::vector<std::uint32_t> firstRecords;  // of each folder; a record is a file, in path order
   std::vector<std::uint32_t> nextRecords;   // of the same name; kNone at the end
-  std::vector<std::uint64_t> groups;        // for each eight slots their tags, zero if empty
+  std::vector<std::uint64_t> groups;  // of eight slots each: their tags, zero for an empty one
   std::vector<Slot> slots;
 };
 
