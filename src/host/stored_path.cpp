@@ -19,7 +19,6 @@
 #include <cstddef>
 #include <cstdlib>
 #include <filesystem>
-#include <ostream>
 #include <system_error>
 
 namespace Corvane::PathManagement::host {

@@ -9,7 +9,6 @@
 
 #include <xxhash.h>
 
-#include <algorithm>
 #include <atomic>
 #include <cassert>
 #include <limits>

@@ -3,7 +3,6 @@
 #include "model/path_components.h"
 
 #include <algorithm>
-#include <utility>
 
 namespace foundation::storage::vfs::detail {
 

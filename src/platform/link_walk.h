@@ -2,7 +2,6 @@
 #define SEARCHPATH_SRC_PLATFORM_LINK_WALK_H
 
 #include <cstddef>
-#include <optional>
 #include <string>
 #include <string_view>
 

@@ -11,7 +11,6 @@
 #include <algorithm>
 #include <optional>
 #include <set>
-#include <utility>
 
 namespace Corvane::PathManagement::tool {
 

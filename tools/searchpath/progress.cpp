@@ -10,7 +10,6 @@
 #include <mutex>
 #include <stop_token>
 #include <string>
-#include <utility>
 
 namespace Corvane::PathManagement::tool {
 

@@ -12,7 +12,6 @@
 #include "searchpath/utilities/iri_conversion.h"
 #include "searchpath/utilities/path_strings.h"
 
-#include <algorithm>
 #include <cerrno>
 #include <fstream>
 #include <iostream>

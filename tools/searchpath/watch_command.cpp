@@ -25,11 +25,8 @@
 #include <atomic>
 #include <cerrno>
 #include <csignal>
-#include <cstdint>
 #include <cstdio>
-#include <memory>
 #include <system_error>
-#include <utility>
 #include <vector>
 
 namespace Corvane::PathManagement::tool {

@@ -5,7 +5,6 @@
 #include "searchpath/host/folder_entry.h"
 
 #include <memory>
-#include <vector>
 
 namespace Corvane::PathManagement::host {
 

@@ -5,9 +5,6 @@
 #include "searchpath/host/path_entry_factory.h"
 #include "searchpath/platform/filesystem.h"
 
-#include <memory>
-#include <vector>
-
 namespace Corvane::PathManagement::host {
 
 // Caches and saved listings as files. Folders below the one that holds the file are saved relative

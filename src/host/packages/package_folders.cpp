@@ -5,8 +5,6 @@
 #include "searchpath/utilities/iri_conversion.h"
 #include "searchpath/utilities/packages_on_path.h"
 
-#include <utility>
-
 namespace Corvane::PathManagement::host {
 
 namespace {

@@ -5,8 +5,6 @@
 #include "searchpath/utilities/matching_entries.h"
 #include "searchpath/utilities/partial_pathname.h"
 
-#include <algorithm>
-
 namespace Corvane::PathManagement::host {
 
 namespace {

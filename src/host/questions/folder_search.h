@@ -5,9 +5,6 @@
 #include "searchpath/host/working_folder.h"
 #include "searchpath/model/path.h"
 
-#include <memory>
-#include <vector>
-
 namespace Corvane::PathManagement::host {
 
 /// As `Environment::FindFolders`.

@@ -6,7 +6,6 @@
 #include "searchpath/model/path.h"
 
 #include <cstddef>
-#include <memory>
 #include <vector>
 
 namespace Corvane::PathManagement::host {

@@ -4,9 +4,7 @@
 #include "searchpath/host/folder_entry.h"
 #include "searchpath/model/absolute_iri.h"
 
-#include <memory>
 #include <ostream>
-#include <vector>
 
 namespace Corvane::PathManagement::host {
 

@@ -13,7 +13,6 @@
 #include <algorithm>
 #include <cstring>
 #include <string>
-#include <utility>
 #include <vector>
 
 namespace Corvane::PathManagement::host {

@@ -9,10 +9,8 @@
 
 #include <boost/unordered/unordered_flat_map.hpp>
 
-#include <cstddef>
 #include <cstdint>
 #include <istream>
-#include <memory>
 #include <optional>
 #include <vector>
 
