@@ -45,12 +45,9 @@ std::optional<MessageRecord> MessageAbout(const ustring& folder, std::uint32_t e
       return message(PathMessages::NoSuchFolder);
     case AbsolutizeError::NameTooLong:
       return message(PathMessages::NameTooLong);
-    case AbsolutizeError::NoWorkingFolder:
-    case AbsolutizeError::InputOutput:
-    case AbsolutizeError::Other:
-      break;
+    default:
+      return std::nullopt;
   }
-  return std::nullopt;
 }
 
 void SetFolders(IMainSearchPathManager& manager, const std::vector<AbsoluteIRI>& folders,

@@ -7,7 +7,6 @@
 #include "text/tokens.h"
 
 #include <stdexcept>
-#include <utility>
 
 namespace Corvane::PathManagement {
 
@@ -37,21 +36,11 @@ ustring RemoveRootPathFromAbsolutePath(const fl::filesystem::path& absolutePath)
 }
 
 PathEntryType GetPathEntryTypeFromBaseName(const ustring& baseName) noexcept {
-  if (baseName.empty()) return PathEntryType::Ordinary;
-  switch (baseName.front()) {
-    case u'+':
-      return PathEntryType::PlusFolder;
-    case u'@':
-      return PathEntryType::AtFolder;
-    case u'p':
-      return baseName == Constants::PrivateFolderStr ? PathEntryType::PrivateFolder
-                                                     : PathEntryType::Ordinary;
-    case u'r':
-      return baseName == Constants::ResourcesFolderStr ? PathEntryType::ResourcesFolder
-                                                       : PathEntryType::Ordinary;
-    default:
-      return PathEntryType::Ordinary;
-  }
+  if (baseName.starts_with(u'+')) return PathEntryType::PlusFolder;
+  if (baseName.starts_with(u'@')) return PathEntryType::AtFolder;
+  if (baseName == Constants::PrivateFolderStr) return PathEntryType::PrivateFolder;
+  if (baseName == Constants::ResourcesFolderStr) return PathEntryType::ResourcesFolder;
+  return PathEntryType::Ordinary;
 }
 
 ustring GetPartialPathIncludingSpecialFolders(const ustring& folder) try {

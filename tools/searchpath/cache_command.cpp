@@ -88,16 +88,10 @@ struct CheckedFolder {
 };
 
 std::optional<std::string> GetReason(const CheckedFolder& folder) {
-  switch (folder.freshness) {
-    case host::Freshness::Fresh:
-      return std::nullopt;
-    case host::Freshness::Stale:
-      return "changed since it was listed";
-    case host::Freshness::Unknown:
-      return "changed less than two seconds before it was listed";
-    case host::Freshness::Gone:
-      break;
-  }
+  using enum host::Freshness;
+  if (folder.freshness == Fresh) return std::nullopt;
+  if (folder.freshness == Stale) return "changed since it was listed";
+  if (folder.freshness == Unknown) return "changed less than two seconds before it was listed";
   const auto problems = host::FolderEntry::Create(folder.entry->GetAbsoluteIRI())->GetProblems();
   // The folder may have come back meanwhile.
   return problems.empty() ? "could not be read" : problems.front().GetText();

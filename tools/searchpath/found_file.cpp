@@ -7,8 +7,6 @@
 
 #include <nlohmann/json.hpp>
 
-#include <utility>
-
 namespace Corvane::PathManagement::tool {
 
 namespace {
@@ -24,19 +22,13 @@ void WriteObject(const Output& output, nlohmann::ordered_json object, const Foun
 }  // namespace
 
 void WriteFile(const Output& output, const FoundItem& file) {
-  if (output.IsJson()) {
-    WriteObject(output, {}, file);
-  } else {
-    output.WritePath(host::GetNativePath(file));
-  }
+  if (!output.IsJson()) return output.WritePath(host::GetNativePath(file));
+  WriteObject(output, {}, file);
 }
 
 void WriteAnswer(const Output& output, const std::string& name, const FoundItem& file) {
-  if (output.IsJson()) {
-    WriteObject(output, {{"name", name}}, file);
-  } else {
-    WriteFile(output, file);
-  }
+  if (!output.IsJson()) return WriteFile(output, file);
+  WriteObject(output, {{"name", name}}, file);
 }
 
 }  // namespace Corvane::PathManagement::tool

@@ -10,20 +10,13 @@ namespace Corvane::PathManagement::tool {
 
 std::string GetOriginText(const Output& output, const host::Environment& environment,
                           const host::FolderOrigin& origin, const IPathEntry& folder) {
-  const auto isItself = [&] {
-    return environment.GetWorkingFolder().Locate(origin.folder) == folder.GetAbsoluteIRI();
-  };
-  switch (origin.source) {
-    case host::FolderSource::StoredPath:
-      return "from the stored path";
-    case host::FolderSource::Cache:
-      return "from the cache";
-    case host::FolderSource::Package:
-      return "from package " + output.GetShown(GetText(*origin.package));
-    case host::FolderSource::Given:
-      break;
-  }
-  return isItself() ? "" : "from --path " + output.GetShown(origin.folder);
+  using enum host::FolderSource;
+  if (origin.source == StoredPath) return "from the stored path";
+  if (origin.source == Cache) return "from the cache";
+  if (origin.source == Package) return "from package " + output.GetShown(GetText(*origin.package));
+  const bool isItself =
+      environment.GetWorkingFolder().Locate(origin.folder) == folder.GetAbsoluteIRI();
+  return isItself ? "" : "from --path " + output.GetShown(origin.folder);
 }
 
 void AddOrigin(nlohmann::ordered_json& object, const host::FolderOrigin& origin) {

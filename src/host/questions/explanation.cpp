@@ -80,14 +80,9 @@ DecidingRule RuleFor(const std::vector<FoundItem>& all, const std::vector<AskedF
                      bool isPlain) {
   if (all.empty()) return DecidingRule::NothingFound;
   if (!isPlain) return DecidingRule::PartialPathname;
-  switch (all.front().GetPathEntry()->GetPathEntryType()) {
-    case PathEntryType::PrivateFolder:
-      return DecidingRule::PrivateFolder;
-    case PathEntryType::AtFolder:
-      return DecidingRule::MethodEntryFirst;
-    default:
-      break;
-  }
+  const PathEntryType kind = all.front().GetPathEntry()->GetPathEntryType();
+  if (kind == PathEntryType::PrivateFolder) return DecidingRule::PrivateFolder;
+  if (kind == PathEntryType::AtFolder) return DecidingRule::MethodEntryFirst;
   const bool beatsMethod = std::any_of(asked.begin(), asked.end(), [](const AskedFolder& folder) {
     return !folder.files.empty() && IsMethodEntry(folder);
   });

@@ -39,17 +39,10 @@ struct Contender {
 };
 
 ShadowKind KindOf(FileRelation relation) {
-  switch (relation) {
-    case FileRelation::SameFile:
-      return ShadowKind::SameFile;
-    case FileRelation::SameBytes:
-      return ShadowKind::Identical;
-    case FileRelation::OtherBytes:
-      return ShadowKind::Different;
-    case FileRelation::Unknown:
-      break;
-  }
-  return ShadowKind::Unreadable;
+  // In the order of `FileRelation`.
+  static constexpr std::array kKinds = {ShadowKind::SameFile, ShadowKind::Identical,
+                                        ShadowKind::Different, ShadowKind::Unreadable};
+  return kKinds[static_cast<std::size_t>(relation)];
 }
 
 HiddenFile Judge(Contender& winner, Contender& hidden) {
