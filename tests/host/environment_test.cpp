@@ -55,39 +55,6 @@ TEST_F(EnvironmentTest, WhatIsHiddenOrComesAgainIsNotShown) {
   }
 }
 
-TEST_F(EnvironmentTest, AnExplanationSaysWhatCameOfEachFolder) {
-  tree.Files({"none/x", "lib/@shape/shape.zt", "mid/shape.zt", "lib/early.zt",
-              "mid/@early/early.zt", "lib/@solo/x", "mid/solo.zt", "mid/private/own.zt",
-              "lib/Own.zt", "lib/+pkg/inner.zt"});
-  const Environment environment({tree.Text("none"), tree.Text("lib"), tree.Text("mid")});
-  const std::vector<std::pair<Lookup, std::string>> rows = {
-      {{u"shape", {u".zt"}},
-       "absent none; absent lib; hidden by an earlier folder mid; method entry that holds it "
-       "lib/@shape; a method entry of that name comes before every folder that holds it"},
-      {{u"early", {u".zt"}},
-       "absent none; holds it lib; absent mid; method entry that loses to an earlier folder "
-       "mid/@early; the first folder that holds it comes before the method entry"},
-      {{u"solo", {u".zt"}},
-       "absent none; absent lib; holds it mid; absent lib/@solo; the first folder on the path that "
-       "holds it"},
-      {{.name = u"own.zt", .fromFolder = tree.Text("mid")},
-       "holds it mid/private; absent none; other case only lib; absent mid; the private folder of "
-       "the asking folder comes first"},
-      {{u"pkg/inner.zt"},
-       "holds it lib/+pkg; the first folder on the path whose location ends as the name says"},
-      {{u"inner.zt"}, "absent none; absent lib; absent mid; no folder holds it"},
-  };
-  for (const auto& [lookup, expected] : rows) {
-    const Explanation explanation = environment.Explain(lookup);
-    std::string words;
-    for (const auto& asked : explanation.asked) {
-      words += std::string(GetText(asked.outcome)) + ' ' + Shown(std::vector{asked.folder}, tree);
-      words += "; ";
-    }
-    EXPECT_EQ(words + GetText(explanation.rule), expected) << testing::PrintToString(lookup.name);
-  }
-}
-
 TEST_F(EnvironmentTest, FoldersAreFoundByName) {
   tree.Files({"one/+pkg/@cls/f", "two/@cls/f", "two/private/f", "Pkg/f"});
   const Environment environment(

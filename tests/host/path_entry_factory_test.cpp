@@ -93,7 +93,9 @@ std::string Dump(const FolderEntries& folders) {
     ustring line = folder.GetCanonicalAbsoluteIRI().toString();
     for (const auto& item : *items) line += u" " + Shown(*item);
     for (const auto& below : folder.CreateOrdinaryFolders()) line += u" >" + Shown(below);
-    for (const auto& problem : folder.GetProblems()) line += u" !" + problem.folder;
+    for (const auto& problem : folder.GetProblems()) {
+      line += u" !" + problem.folder + TextFromBytes(problem.GetText());
+    }
     all += BytesFromText(Shown(entry) + u" is " + line).value() + '\n';
     return false;
   });
@@ -225,18 +227,6 @@ TEST(PathEntryFactoryTest, ARecordOfWhatWasHoldsOn) {
   EXPECT_EQ(Dump(Read(bytes, tree.IRI(), ListingUse::AsSaved).GetFolders()), before);
 }
 
-TEST(PathEntryFactoryTest, ACacheDoesNotSayWhichFoldersAreSearched) {
-  const TemporaryTree tree;
-  tree.Files({"a/f", "a/sub/f", "b/f", "new/f"});
-  AgeAll(tree.Path());
-  const auto cache = Read(Written(FoldersIn(tree, {"b", "a", "a/sub"}), tree.IRI()), tree.IRI());
-  EXPECT_EQ(Shown(Environment(cache).FindAll({.name = u"f"}), tree), "b/f a/f a/sub/f");
-  const Environment other(EnvironmentOptions{.folders = {tree.Text("new"), tree.Text("a")},
-                                             .expansion = FolderExpansion::Recursive,
-                                             .caches = {cache}});
-  EXPECT_EQ(Shown(other.FindAll({.name = u"f"}), tree), "new/f a/f a/sub/f");
-}
-
 std::string Refusal(const std::string& bytes, const AbsoluteIRI& root) try {
   Read(bytes, root);
   return "";
@@ -326,9 +316,6 @@ std::string Saved(const std::vector<SavedFolder>& folders, std::uint32_t onPath 
 
 TEST(PathEntryFactoryTest, WhatNoWriterSaysIsRefused) {
   const AbsoluteIRI root(u"file:///root");
-  const auto names = [](const std::string& bytes, std::vector<std::uint32_t> begins) {
-    return SavedNames{bytes, std::move(begins)};
-  };
   using namespace std::string_literals;
   using Doing = std::function<void(SavedFolder&)>;
   const std::pair<const char*, Doing> rows[] = {
@@ -339,24 +326,24 @@ TEST(PathEntryFactoryTest, WhatNoWriterSaysIsRefused) {
       {"a link has no target", [](auto& folder) { folder.targets.clear(); }},
       {"a link has no target", [](auto& folder) { folder.targets = {0, 0}; }},
       {"the target of a link is unknown", [](auto& folder) { folder.targets = {3}; }},
-      {"names do not end", [&](auto& folder) { folder.files = names("f", {0}); }},
-      {"names do not end", [&](auto& folder) { folder.files = names("f\0g"s, {0}); }},
-      {"names do not end", [&](auto& folder) { folder.files = names("", {}); }},
-      {"names do not end", [&](auto& folder) { folder.files = names("f\0"s, {1}); }},
-      {"names do not end", [&](auto& folder) { folder.files = names("f\0g\0"s, {0}); }},
-      {"a name does not begin", [&](auto& folder) { folder.files = names("f\0g\0"s, {0, 3}); }},
-      {"a name does not begin", [&](auto& folder) { folder.files = names("f\0g\0"s, {0, 0}); }},
-      {"a name does not begin", [&](auto& folder) { folder.files = names("f\0g\0"s, {0, 4}); }},
-      {"a name is empty", [&](auto& folder) { folder.files = names("f\0\0"s, {0, 2}); }},
-      {"a name has a separator", [&](auto& folder) { folder.files = names("../f\0"s, {0}); }},
-      {"a name has a separator", [&](auto& folder) { folder.folders = names("+p/g\0"s, {0}); }},
-      {"a name has a separator", [&](auto& folder) { folder.links = names("/\0"s, {0}); }},
-      {"a name is \".\"", [&](auto& folder) { folder.files = names(".\0"s, {0}); }},
-      {"a name is \".\"", [&](auto& folder) { folder.folders = names("s\0..\0"s, {0, 2}); }},
-      {"a name is \".\"", [&](auto& folder) { folder.links = names("..\0"s, {0}); }},
-      {"", [&](auto& folder) { folder.files = names("...\0..f\0.f\0"s, {0, 4, 8}); }},
-      {"a folder occurs twice", [&](auto& folder) { folder.folders = names("s\0s\0"s, {0, 2}); }},
-      {"a folder occurs twice", [&](auto& folder) { folder.links = names("s\0"s, {0}); }},
+      {"names do not end", [](auto& folder) { folder.files = {"f", {0}}; }},
+      {"names do not end", [](auto& folder) { folder.files = {"f\0g"s, {0}}; }},
+      {"names do not end", [](auto& folder) { folder.files = {"", {}}; }},
+      {"names do not end", [](auto& folder) { folder.files = {"f\0"s, {1}}; }},
+      {"names do not end", [](auto& folder) { folder.files = {"f\0g\0"s, {0}}; }},
+      {"a name does not begin", [](auto& folder) { folder.files = {"f\0g\0"s, {0, 3}}; }},
+      {"a name does not begin", [](auto& folder) { folder.files = {"f\0g\0"s, {0, 0}}; }},
+      {"a name does not begin", [](auto& folder) { folder.files = {"f\0g\0"s, {0, 4}}; }},
+      {"a name is empty", [](auto& folder) { folder.files = {"f\0\0"s, {0, 2}}; }},
+      {"a name has a separator", [](auto& folder) { folder.files = {"../f\0"s, {0}}; }},
+      {"a name has a separator", [](auto& folder) { folder.folders = {"+p/g\0"s, {0}}; }},
+      {"a name has a separator", [](auto& folder) { folder.links = {"/\0"s, {0}}; }},
+      {"a name is \".\"", [](auto& folder) { folder.files = {".\0"s, {0}}; }},
+      {"a name is \".\"", [](auto& folder) { folder.folders = {"s\0..\0"s, {0, 2}}; }},
+      {"a name is \".\"", [](auto& folder) { folder.links = {"..\0"s, {0}}; }},
+      {"", [](auto& folder) { folder.files = {"...\0..f\0.f\0"s, {0, 4, 8}}; }},
+      {"a folder occurs twice", [](auto& folder) { folder.folders = {"s\0s\0"s, {0, 2}}; }},
+      {"a folder occurs twice", [](auto& folder) { folder.links = {"s\0"s, {0}}; }},
       {"begins with a separator", [](auto& folder) { folder.location = "/d"; }},
       {"a location is invalid", [](auto& folder) { folder.place = saved::Place::Absolute; }},
       {"a location is invalid", [](auto& folder) { folder.place = saved::Place::Elsewhere; }},
@@ -370,7 +357,7 @@ TEST(PathEntryFactoryTest, WhatNoWriterSaysIsRefused) {
         << &change - &rows[0].second << ": " << expected << ", not " << refusal;
   }
   SavedFolder large;
-  large.files = names(std::string(4000, 'f') + '\0', {0});
+  large.files = {std::string(4000, 'f') + '\0', {0}};
   const SavedFolder small{.location = "e"};
   SavedFolder other = large;
   other.location = "e";

@@ -8,7 +8,6 @@
 #include <unistd.h>
 
 #include <cstdlib>
-#include <thread>
 
 namespace Corvane::PathManagement::host {
 namespace {
@@ -75,18 +74,6 @@ TEST_F(StoredPathTest, AReaderThatHasTheListOpenKeepsTheOldOne) {
   // Beside the file itself, where its lock is the same whatever link leads to it.
   EXPECT_TRUE(files::exists(tree.Path("real/list.lock")));
   EXPECT_FALSE(files::exists(tree.Path("list.lock")));
-}
-
-TEST_F(StoredPathTest, NoChangeIsLost) {
-  constexpr int kChanges = 50;
-  {
-    const auto add = [&](const std::string& name) {
-      for (int change = 0; change < kChanges; ++change) Add(name + std::to_string(change));
-    };
-    const std::jthread first(add, "first");
-    const std::jthread second(add, "second");
-  }
-  EXPECT_EQ(stored.Read().value().size(), 2U * kChanges);
 }
 
 TEST_F(StoredPathTest, ItStandsBelowTheHomeThatIsKnownBest) {

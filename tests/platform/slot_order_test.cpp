@@ -6,7 +6,6 @@
 #include <gtest/gtest.h>
 
 #include <cstring>
-#include <vector>
 
 // Environments that were compiled on their own call these interfaces by slot.
 namespace Corvane::PathManagement {

@@ -1,5 +1,7 @@
 #include "tool/tool_test.h"
 
+#include <sstream>
+
 namespace searchpath_test {
 namespace {
 
@@ -56,6 +58,18 @@ TEST_F(ToolTest, FindExplains) {
        "`kind`:`ordinary`,`outcome`:`unreadable`,`files`:[],`origin`:`no`,`source`:`command-line`,"
        "`problem`:`no such folder`},{`folder`:`$T/over`,`kind`:`ordinary`,`outcome`:`holds-it`,"
        "`files`:[{`path`:`$T/over/fn.zt`}],`origin`:`over`,`source`:`command-line`}]}\n"},
+      {"for path in mid:lib lib:mid; do s find --explain shape private/own --ext zt --path $path; "
+       "done"
+       " | sed -n 's:  */.*::p; s/^why/&/p'",
+       0, "",
+       "`shape` means\n  holds it\n  absent\n  method entry that loses to an earlier folder\n"
+       "why: the first folder that holds it comes before the method entry\n"
+       "`private/own` means\n  holds it\n"
+       "why: the first folder on the path whose location ends as the name says\n"
+       "`shape` means\n  absent\n  hidden by an earlier folder\n  method entry that holds it\n"
+       "why: a method entry of that name comes before every folder that holds it\n"
+       "`private/own` means\n  holds it\n"
+       "why: the first folder on the path whose location ends as the name says\n"},
       {"s find --explain --json shape private/own --ext zt --path mid:lib | words", 0, "",
        "folder-before-method holds-it absent loses-to-earlier-folder partial-pathname holds-it\n"},
       {"s find --explain --json shape case own --ext zt --path lib:mid --from lib | words", 0,

@@ -12,7 +12,6 @@
 #include <array>
 #include <pty.h>
 #include <regex>
-#include <sstream>
 
 namespace searchpath_test {
 
