@@ -22,13 +22,19 @@ void WriteObject(const Output& output, nlohmann::ordered_json object, const Foun
 }  // namespace
 
 void WriteFile(const Output& output, const FoundItem& file) {
-  if (!output.IsJson()) return output.WritePath(host::GetNativePath(file));
-  WriteObject(output, {}, file);
+  if (output.IsJson()) {
+    WriteObject(output, {}, file);
+  } else {
+    output.WritePath(host::GetNativePath(file));
+  }
 }
 
 void WriteAnswer(const Output& output, const std::string& name, const FoundItem& file) {
-  if (!output.IsJson()) return WriteFile(output, file);
-  WriteObject(output, {{"name", name}}, file);
+  if (output.IsJson()) {
+    WriteObject(output, {{"name", name}}, file);
+  } else {
+    WriteFile(output, file);
+  }
 }
 
 }  // namespace Corvane::PathManagement::tool
