@@ -17,6 +17,7 @@
 #include "searchpath/model/search_target.h"
 #include "searchpath/model/ustring.h"
 #include "searchpath/platform/atomic_file_writer.h"
+#include "searchpath/platform/component_identifier.h"
 #include "searchpath/platform/current_working_folder.h"
 #include "searchpath/platform/diagnostic_logger.h"
 #include "searchpath/platform/event_manager.h"

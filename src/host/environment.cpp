@@ -11,6 +11,7 @@
 #include "host/questions/similar_files.h"
 #include "host/saved/cache_source.h"
 #include "searchpath/host/folder_tree.h"
+#include "searchpath/host/main_search_path_manager.h"
 #include "searchpath/utilities/file_lookup.h"
 
 #include <utility>

@@ -9,7 +9,6 @@
 #include "searchpath/host/folder_lookup.h"
 #include "searchpath/host/folder_origin.h"
 #include "searchpath/host/folder_problem.h"
-#include "searchpath/host/main_search_path_manager.h"
 #include "searchpath/host/native_location.h"
 #include "searchpath/host/path_entry_factory.h"
 #include "searchpath/host/path_examination.h"
@@ -30,6 +29,7 @@
 
 namespace Corvane::PathManagement::host {
 
+class MainSearchPathManager;
 class PackageRegistry;
 class PathView;
 
@@ -95,7 +95,8 @@ class SEARCHPATH_EXPORT Environment {
   /// Who put the folder of `entry` on the path. Precondition: `entry` is on the path.
   [[nodiscard]] FolderOrigin FindOrigin(const IPathEntry& entry) const;
 
-  /// A manager of this path, for a program whose path changes. It begins with the entries of
+  /// A manager of this path, for a program whose path changes, which includes
+  /// "searchpath/host/main_search_path_manager.h". It begins with the entries of
   /// `GetMainFolders` and knows the packages that put folders on the path.
   [[nodiscard]] std::unique_ptr<MainSearchPathManager> CreateManager() const;
 

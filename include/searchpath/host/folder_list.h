@@ -4,7 +4,7 @@
 #include "searchpath/export.h"
 #include "searchpath/model/ustring.h"
 
-#include <istream>
+#include <iosfwd>
 #include <vector>
 
 namespace Corvane::PathManagement::host {

@@ -2,7 +2,7 @@
 #define SEARCHPATH_HOST_FOLDER_ORIGIN_H
 
 #include "searchpath/model/ustring.h"
-#include "searchpath/platform/package_registry.h"
+#include "searchpath/platform/component_identifier.h"
 
 #include <cstdint>
 #include <optional>

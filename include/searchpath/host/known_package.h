@@ -2,7 +2,7 @@
 #define SEARCHPATH_HOST_KNOWN_PACKAGE_H
 
 #include "searchpath/model/absolute_iri.h"
-#include "searchpath/platform/package_registry.h"
+#include "searchpath/platform/component_identifier.h"
 
 #include <vector>
 

@@ -7,9 +7,8 @@
 #include "searchpath/host/listing_use.h"
 #include "searchpath/model/path_entry_factory.h"
 
-#include <istream>
+#include <iosfwd>
 #include <memory>
-#include <ostream>
 #include <vector>
 
 namespace Corvane::PathManagement::host {
@@ -33,11 +32,11 @@ class SavedListings;
 class SEARCHPATH_EXPORT PathEntryFactory : public IPathEntryFactory {
  public:
   /// Empty, to be read into.
-  explicit PathEntryFactory(ListingUse listingUse = ListingUse::WhileFresh) : use(listingUse) {}
+  explicit PathEntryFactory(ListingUse listingUse = ListingUse::WhileFresh);
   /// With the main folders of a path, to be written.
   explicit PathEntryFactory(FolderEntries mainFolders);
-  PathEntryFactory(const PathEntryFactory&) = default;
-  PathEntryFactory& operator=(const PathEntryFactory&) = default;
+  PathEntryFactory(const PathEntryFactory&);
+  PathEntryFactory& operator=(const PathEntryFactory&);
   ~PathEntryFactory() override;
 
   /// Reads the stream to its end, verifies all of it, and then replaces the folders.
@@ -55,7 +54,7 @@ class SEARCHPATH_EXPORT PathEntryFactory : public IPathEntryFactory {
   void WriteEntries(std::ostream& stream, const AbsoluteIRI& root) const override;
 
   /// The main folders in path order.
-  [[nodiscard]] FolderEntries GetFolders() const { return folders; }
+  [[nodiscard]] FolderEntries GetFolders() const;
 
   /// The main folders as users write them: native paths, and IRIs of other schemes than "file".
   [[nodiscard]] std::vector<ustring> GetFolderStrings() const;

@@ -4,6 +4,7 @@
 #include "searchpath/export.h"
 #include "searchpath/model/absolute_iri.h"
 #include "searchpath/model/ustring.h"
+#include "searchpath/platform/component_identifier.h"
 
 #include <cstdint>
 #include <memory>
@@ -12,18 +13,6 @@
 #include <string_view>
 #include <variant>
 #include <vector>
-
-namespace Corvane::ZentraComponents {
-
-/// Names one version of a package.
-struct ComponentIdentifier {
-  foundation::ustring name;
-  foundation::ustring version;
-
-  friend bool operator==(const ComponentIdentifier&, const ComponentIdentifier&) = default;
-};
-
-}  // namespace Corvane::ZentraComponents
 
 namespace Corvane::PackageRegistry {
 

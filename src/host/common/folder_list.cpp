@@ -2,6 +2,7 @@
 
 #include "searchpath/model/byte_text.h"
 
+#include <istream>
 #include <string>
 
 namespace Corvane::PathManagement::host {

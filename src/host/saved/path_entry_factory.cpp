@@ -11,7 +11,13 @@ namespace Corvane::PathManagement::host {
 
 PathEntryFactory::PathEntryFactory(FolderEntries mainFolders) : folders(std::move(mainFolders)) {}
 
+PathEntryFactory::PathEntryFactory(ListingUse listingUse) : use(listingUse) {}
+
+PathEntryFactory::PathEntryFactory(const PathEntryFactory&) = default;
+PathEntryFactory& PathEntryFactory::operator=(const PathEntryFactory&) = default;
 PathEntryFactory::~PathEntryFactory() = default;
+
+FolderEntries PathEntryFactory::GetFolders() const { return folders; }
 
 void PathEntryFactory::ReadEntries(std::istream& stream, const AbsoluteIRI& root) {
   auto read = std::make_shared<const SavedListings>(stream, root, use);

@@ -1,0 +1,18 @@
+#ifndef SEARCHPATH_PLATFORM_COMPONENT_IDENTIFIER_H
+#define SEARCHPATH_PLATFORM_COMPONENT_IDENTIFIER_H
+
+#include "searchpath/model/ustring.h"
+
+namespace Corvane::ZentraComponents {
+
+/// Names one version of a package.
+struct ComponentIdentifier {
+  foundation::ustring name;
+  foundation::ustring version;
+
+  friend bool operator==(const ComponentIdentifier&, const ComponentIdentifier&) = default;
+};
+
+}  // namespace Corvane::ZentraComponents
+
+#endif  // SEARCHPATH_PLATFORM_COMPONENT_IDENTIFIER_H

@@ -1,0 +1,15 @@
+#include <searchpath/host/environment.h>
+
+// What a program that asks an environment writes, with no other header.
+bool Ask(const Corvane::PathManagement::ustring& name) {
+  using namespace Corvane::PathManagement::host;
+  const Environment environment(EnvironmentOptions{.folders = {u"lib"}});
+  const auto found = environment.Find({.name = name});
+  const auto all = environment.FindAll({.name = name, .extensions = {u".zt"}});
+  const Explanation explanation = environment.Explain({.name = name});
+  const ShadowReport shadows = environment.FindShadows();
+  const auto findings = environment.Examine({.slow = std::chrono::milliseconds(20)});
+  return found && GetNativePath(*found) == GetNativePath(all.front()) &&
+         explanation.asked.front().outcome == FolderOutcome::HoldsIt && shadows.shadows.empty() &&
+         findings.empty() && !environment.GetMainFolders().front()->GetItems()->empty();
+}
