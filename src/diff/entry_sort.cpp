@@ -6,12 +6,12 @@
 
 namespace Corvane::PathManagement::detail {
 
-extern "C" const EntrySort& SearchpathEntrySort() {
+extern "C" const EntrySort* SearchpathEntrySort() {
   static constexpr EntrySort kSort = {
       .byAddress = [](PathEntries& entries) { tbb::parallel_sort(entries.begin(), entries.end()); },
       .inOrder = [](PathEntries& entries,
                     EntrySort::Order comesBefore) { SortInParallel(entries, comesBefore); }};
-  return kSort;
+  return &kSort;
 }
 
 }  // namespace Corvane::PathManagement::detail

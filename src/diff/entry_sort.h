@@ -18,8 +18,10 @@ struct EntrySort {
   void (*inOrder)(PathEntries& entries, Order comesBefore);
 };
 
+/// Never null. A pointer, since a reference has no C linkage.
+///
 /// Errors: `std::runtime_error` when it is in a module that cannot be opened.
-extern "C" SEARCHPATH_EXPORT const EntrySort& SearchpathEntrySort();
+extern "C" SEARCHPATH_EXPORT const EntrySort* SearchpathEntrySort();
 
 }  // namespace Corvane::PathManagement::detail
 

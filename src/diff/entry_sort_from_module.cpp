@@ -3,8 +3,8 @@
 
 namespace Corvane::PathManagement::detail {
 
-extern "C" const EntrySort& SearchpathEntrySort() {
-  static const auto& loaded = reinterpret_cast<decltype(&SearchpathEntrySort)>(
+extern "C" const EntrySort* SearchpathEntrySort() {
+  static const auto* const loaded = reinterpret_cast<decltype(&SearchpathEntrySort)>(
       FindInModule("entry_sort.so", "SearchpathEntrySort"))();
   return loaded;
 }

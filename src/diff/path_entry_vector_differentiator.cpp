@@ -112,7 +112,7 @@ void PathEntryVectorDifferentiator::CompareHelper(PathEntries&& before, PathEntr
   [[maybe_unused]] detail::DescentCheck descent;
   // The same objects in the same order differ in nothing, which ends the descent, too.
   while (before != after) {
-    const detail::EntrySort& sort = detail::SearchpathEntrySort();
+    const detail::EntrySort& sort = *detail::SearchpathEntrySort();
     PathEntries inOrder;
     if (computeReordered) {
       inOrder = LongestCommonSubsequence<Entry, PathEntries>::Compute(before, after);

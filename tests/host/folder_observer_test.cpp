@@ -108,7 +108,8 @@ TEST_F(FolderObserverTest, AnEventListsTheFoldersThatItNamesAndNoOthers) {
   FolderObserver ofSession(manager, *createLocalEventMgr(SessionEmId));
   NotifyUpstreamPathEntriesOfPossibleSpecialSubfolderChanges(tree.IRI("b/+p/f.zt"));
   ofSession.Settle();
-  EXPECT_EQ(listings.Take(), "b b/+p");
+  const std::string listed = listings.Take();  // two events, in one refresh or in two
+  EXPECT_TRUE(listed == "b b/+p" || listed == "b b b/+p") << listed;
   EXPECT_EQ(OnPath(), OnDisk());
 }
 

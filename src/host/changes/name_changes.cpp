@@ -107,8 +107,7 @@ class NameTable {
     const auto& before = firsts[Before][at];
     const auto& after = firsts[After][at];
     if (!before || !after) return true;
-    const AbsoluteIRI& folder = FolderOf(Before, *before).Canonical();
-    return folder != static_cast<const AbsoluteIRI&>(FolderOf(After, *after).Canonical());
+    return FolderOf(Before, *before).Canonical() != FolderOf(After, *after).Canonical();
   }
 
   [[nodiscard]] FolderState& FolderOf(Side side, File file) const {

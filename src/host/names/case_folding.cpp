@@ -38,9 +38,9 @@ ustring Fold(const ustring& text) {
 
 }  // namespace
 
-extern "C" const CaseFolding& SearchpathCaseFolding() {
+extern "C" const CaseFolding* SearchpathCaseFolding() {
   static constexpr CaseFolding kFolding = {.areSameFolded = AreSameFolded, .fold = Fold};
-  return kFolding;
+  return &kFolding;
 }
 
 }  // namespace Corvane::PathManagement::host

@@ -17,8 +17,10 @@ struct CaseFolding {
   ustring (*fold)(const ustring& text);
 };
 
+/// Never null. A pointer, since a reference has no C linkage.
+///
 /// Errors: `std::runtime_error` when it is in a module that cannot be opened.
-extern "C" SEARCHPATH_EXPORT const CaseFolding& SearchpathCaseFolding();
+extern "C" SEARCHPATH_EXPORT const CaseFolding* SearchpathCaseFolding();
 
 }  // namespace Corvane::PathManagement::host
 

@@ -3,8 +3,8 @@
 
 namespace Corvane::PathManagement::host {
 
-extern "C" const CaseFolding& SearchpathCaseFolding() {
-  static const auto& loaded = reinterpret_cast<decltype(&SearchpathCaseFolding)>(
+extern "C" const CaseFolding* SearchpathCaseFolding() {
+  static const auto* const loaded = reinterpret_cast<decltype(&SearchpathCaseFolding)>(
       PathManagement::detail::FindInModule("case_folding.so", "SearchpathCaseFolding"))();
   return loaded;
 }

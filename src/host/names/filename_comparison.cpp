@@ -17,7 +17,7 @@ bool AreSameIgnoringCase(std::u16string_view left, std::u16string_view right) {
     // From the first character beyond ASCII on, one may fold to several. What stands before is
     // equal.
     if (left[at] >= 0x80 || right[at] >= 0x80) {
-      return SearchpathCaseFolding().areSameFolded(left.substr(at), right.substr(at));
+      return SearchpathCaseFolding()->areSameFolded(left.substr(at), right.substr(at));
     }
     if (FoldAscii(left[at]) != FoldAscii(right[at])) return false;
   }
