@@ -1,5 +1,13 @@
 #include <searchpath/host/environment.h>
 
+// The guards of headers that are slow to compile. Dependency lists of compilers do not do: Clang's
+// name headers that were only asked about with __has_include.
+#if defined(_GLIBCXX_IOSTREAM) || defined(_GLIBCXX_FSTREAM) || defined(_GLIBCXX_ALGORITHM) || \
+    defined(_GLIBCXX_SET) || defined(_GLIBCXX_VARIANT) ||                                     \
+    defined(BOOST_RANGE_ANY_RANGE_HPP_INCLUDED)
+#error "host/environment.h includes a header that it spared its users"
+#endif
+
 // What a program that asks an environment writes, with no other header.
 bool Ask(const Corvane::PathManagement::ustring& name) {
   using namespace Corvane::PathManagement::host;
