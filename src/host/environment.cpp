@@ -12,6 +12,7 @@
 #include "host/saved/cache_source.h"
 #include "searchpath/host/folder_tree.h"
 #include "searchpath/host/main_search_path_manager.h"
+#include "searchpath/platform/iri_text.h"
 #include "searchpath/utilities/file_lookup.h"
 
 #include <utility>
@@ -29,13 +30,23 @@ FolderEntries Expand(const AbsoluteIRI& folder, FolderExpansion expansion,
   return {std::move(entry)};
 }
 
+/// A part of the path as `WorkingFolder` takes it; empty when it is to be left out.
+std::optional<ustring> FolderTextOf(const ustring& part, const LookupRules& rules) {
+  if (part.empty() && rules.emptyPart == LookupRules::EmptyPart::WorkingFolder) return u".";
+  if (part.empty() && !rules.foldersHaveMeaning) return std::nullopt;
+  const bool isExpanded = part.starts_with(u'~') || foundation::storage::vfs::hasIRIPrefix(part);
+  return isExpanded && !rules.expandsParts ? u"./" + part : part;
+}
+
 GivenFolders Locate(const WorkingFolder& workingFolder, const EnvironmentOptions& options,
                     const std::shared_ptr<const ListingSource>& source) {
   GivenFolders given;
   for (const ustring& folder : options.folders) {
+    const auto text = FolderTextOf(folder, options.rules);
+    if (!text) continue;
     try {
       given.folders.push_back({{.source = options.source, .folder = folder},
-                               Expand(workingFolder.Locate(folder), options.expansion, source)});
+                               Expand(workingFolder.Locate(*text), options.expansion, source)});
     } catch (const current_working_folder::FailedToAbsolutizeException& failure) {
       given.unlocated.push_back({.folder = folder, .reason = failure.GetReason()});
     }
@@ -67,7 +78,7 @@ Environment::Environment(const EnvironmentOptions& options)
       view(std::make_shared<const PathView>(
           LocateAll(workingFolder, options, packages.get()),
           Locate(workingFolder, {.folders = options.without}, nullptr), options.expansion,
-          options.keepDuplicates)) {}
+          options.keepDuplicates || !options.rules.dropsRepeats)) {}
 
 Environment::Environment(const std::vector<ustring>& folders, FolderExpansion expansion)
     : Environment(EnvironmentOptions{.folders = folders, .expansion = expansion}) {}

@@ -12,6 +12,7 @@
 #include "searchpath/utilities/iri_conversion.h"
 #include "searchpath/utilities/path_strings.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <fstream>
 #include <iostream>
@@ -48,6 +49,18 @@ constexpr const char* kPackageNotes =
     "  folders, in the order of the packages' folder names. It needs no --path, and\n"
     "  --recursive does not apply to it. See searchpath packages --help.\n";
 
+constexpr const char* kRulesNotes =
+    "The rules:\n"
+    "  --as environment is the default: what the paragraphs above say.\n"
+    "  --as plain: a/b.h is the first folder that holds a/b.h. No folder is special.\n"
+    "  --as program: what a shell would start: the first file that may be executed.\n"
+    "  An empty part of the path is the working folder, and a NAME with \"/\" is that\n"
+    "  file itself.\n"
+    "  --as include: the header that a C compiler would read. With --from FOLDER, for\n"
+    "  a file in FOLDER that includes it in quotes; with --after FOLDER, for one that\n"
+    "  asks for the next header of that name.\n"
+    "  --path is then cut at \":\" alone, and nothing in it is expanded.\n";
+
 // `what` says what is read, for messages.
 std::vector<ustring> ReadList(std::istream& list, const std::string& what) {
   std::vector<ustring> folders;
@@ -60,12 +73,26 @@ std::vector<ustring> ReadList(std::istream& list, const std::string& what) {
   throw UsageError("cannot read " + what + ": " + std::generic_category().message(errno));
 }
 
+// A list of folders as the rules have it. Programs other than the environment cut it at ":" alone,
+// and an empty part may mean something to them.
+std::vector<ustring> SplitFolders(const std::string& list, const host::LookupRules& rules) {
+  if (rules.foldersHaveMeaning) return SplitZentraPath(TextFromBytes(list));
+  std::vector<ustring> folders;
+  for (std::size_t begin = 0; begin <= list.size();) {
+    const std::size_t end = std::min(list.find(':', begin), list.size());
+    folders.push_back(TextFromBytes(list.substr(begin, end - begin)));
+    begin = end + 1;
+  }
+  return folders;
+}
+
 // `where` is the option or operand that the part was given for. A cache among the parts goes into
 // `caches`.
 std::vector<ustring> ReadPart(const std::string& part, const std::string& where,
+                              const host::LookupRules& rules,
                               std::vector<host::PathEntryFactory>& caches) {
   if (part == "-") return ReadList(std::cin, "standard input, the list of " + where + " -");
-  if (!part.starts_with('@')) return SplitZentraPath(TextFromBytes(part));
+  if (!part.starts_with('@')) return SplitFolders(part, rules);
   if (IsListing(part.substr(1))) {
     caches.push_back(ReadListing(part.substr(1)));
     return caches.back().GetFolderStrings();
@@ -95,6 +122,11 @@ struct NamedFolders {
 };
 
 host::Environment Open(NamedFolders named, const PathOptions& options) {
+  const host::LookupRules rules = options.GetRules();
+  if (options.recursive && !rules.foldersHaveMeaning) {
+    throw UsageError("--recursive and --as " + *options.as +
+                     " exclude each other; leave out --recursive: a NAME may begin with folders");
+  }
   if (named.folders.empty() && !options.packages) {
     throw UsageError(named.where + " names no folder; write . for the working folder");
   }
@@ -105,7 +137,8 @@ host::Environment Open(NamedFolders named, const PathOptions& options) {
                                                                   : host::FolderExpansion::Alone,
                                    .keepDuplicates = options.keepDuplicates,
                                    .without = GetTexts(options.without),
-                                   .caches = std::move(named.caches)};
+                                   .caches = std::move(named.caches),
+                                   .rules = rules};
   if (options.packages) made.packages = TextFromBytes(*options.packages);
   const host::Environment environment(made);
   if (options.packages) CheckRoot("--packages", *options.packages, *environment.GetPackages());
@@ -113,10 +146,10 @@ host::Environment Open(NamedFolders named, const PathOptions& options) {
 }
 
 NamedFolders ReadParts(const std::vector<std::string>& parts, const std::string& where,
-                       std::vector<host::PathEntryFactory> caches) {
+                       const host::LookupRules& rules, std::vector<host::PathEntryFactory> caches) {
   std::vector<ustring> folders;
   for (const std::string& part : parts) {
-    std::vector<ustring> more = ReadPart(part, where, caches);
+    std::vector<ustring> more = ReadPart(part, where, rules, caches);
     folders.insert(folders.end(), more.begin(), more.end());
   }
   return {std::move(folders), host::FolderSource::Given, where, std::move(caches)};
@@ -144,6 +177,7 @@ void PathOptions::AddFoldersTo(CommandLine& commandLine) {
                         "A:B:..., @FILE (one folder a line, or a cache), or -");
   commandLine.AddValue("--cache", "FILE", cache,
                        "do not read unchanged folders; see cache write --help");
+  AddRulesTo(commandLine);
   AddRecursiveTo(commandLine);
   commandLine.AddValues("--without", "FOLDER", without, "hide this folder; may be repeated");
   commandLine.AddNotes(kNotes);
@@ -164,8 +198,20 @@ void PathOptions::AddTo(CommandLine& commandLine) {
 }
 
 void PathOptions::AddReadingTo(CommandLine& commandLine) {
+  AddRulesTo(commandLine);
   AddRecursiveTo(commandLine);
   AddReportingTo(commandLine);
+}
+
+void PathOptions::AddRulesTo(CommandLine& commandLine) {
+  commandLine.AddValue("--as", "RULES", as, "environment, plain, program or include; see --help");
+  commandLine.AddNotes(kRulesNotes);
+}
+
+host::LookupRules PathOptions::GetRules() const {
+  std::vector<std::pair<std::string, host::LookupRules>> words;
+  for (const auto& [name, rules] : host::kNamedRules) words.emplace_back(name, rules);
+  return ChooseValue<host::LookupRules>("--as", as.value_or("environment"), words);
 }
 
 void PathOptions::AddRecursiveTo(CommandLine& commandLine) {
@@ -181,7 +227,7 @@ void PathOptions::AddReportingTo(CommandLine& commandLine) {
 host::Environment OpenPath(const PathOptions& options, const CommandLine& commandLine) {
   std::vector<host::PathEntryFactory> caches = ReadCache(options);
   if (!options.parts.empty()) {
-    return Open(ReadParts(options.parts, "--path", std::move(caches)), options);
+    return Open(ReadParts(options.parts, "--path", options.GetRules(), std::move(caches)), options);
   }
   if (options.cache) {
     std::vector<ustring> folders = caches.front().GetFolderStrings();
@@ -201,7 +247,7 @@ host::Environment OpenVersion(const std::string& part, const std::string& where,
   if (part.starts_with('@') && IsListing(part.substr(1))) {
     return host::Environment(ReadListing(part.substr(1), host::ListingUse::AsSaved));
   }
-  return Open(ReadParts({part}, where, {}), options);
+  return Open(ReadParts({part}, where, options.GetRules(), {}), options);
 }
 
 namespace {

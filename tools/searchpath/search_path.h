@@ -14,6 +14,7 @@ class CommandLine;
 /// The options on the path that a command works on.
 struct PathOptions {
   std::vector<std::string> parts;  // of --path, in order
+  std::optional<std::string> as;   // the name of the rules
   std::optional<std::string> cache;
   bool recursive = false;
   std::vector<std::string> without;
@@ -31,7 +32,11 @@ struct PathOptions {
   /// For a command whose paths are operands.
   void AddReadingTo(CommandLine& commandLine);
 
+  /// Errors: `UsageError` when --as names none.
+  [[nodiscard]] host::LookupRules GetRules() const;
+
  private:
+  void AddRulesTo(CommandLine& commandLine);
   void AddRecursiveTo(CommandLine& commandLine);
   void AddReportingTo(CommandLine& commandLine);
 };

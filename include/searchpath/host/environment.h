@@ -9,6 +9,7 @@
 #include "searchpath/host/folder_lookup.h"
 #include "searchpath/host/folder_origin.h"
 #include "searchpath/host/folder_problem.h"
+#include "searchpath/host/lookup_rules.h"
 #include "searchpath/host/native_location.h"
 #include "searchpath/host/path_entry_factory.h"
 #include "searchpath/host/path_examination.h"
@@ -39,9 +40,14 @@ struct Lookup {
   ustring name;
   /// Tried in order, each with its dot, unless the name carries an extension of its own.
   std::vector<ustring> extensions = {};
-  /// The folder of the code that asks, as a user types it: its private folder comes first.
+  /// The folder of the code that asks, as a user types it: its private folder comes first. Where
+  /// folders have no meaning, the folder itself does.
   std::optional<ustring> fromFolder = {};
   FilenameMatchingPolicy policy = FilenameMatchingPolicy::FileSystemDefault;
+  /// A folder, as a user types it: only folders that stand behind it on the path are asked, or all
+  /// when it is not on the path. Counts where folders have no meaning; `fromFolder` does not count
+  /// beside it.
+  std::optional<ustring> afterFolder = {};
 };
 
 /// What an `Environment` is made of.
@@ -65,6 +71,11 @@ struct EnvironmentOptions {
   /// A root of packages, as a user types it, see `PackageRegistry`. The folders of its packages come
   /// behind all others and are never expanded.
   std::optional<ustring> packages = {};
+  /// What names mean on the path, and what parts of it mean.
+  LookupRules rules = {};
+  /// Folders that come before all others for a question with `Lookup::fromFolder`, and only then.
+  /// Only where folders have no meaning.
+  std::vector<ustring> quoteFolders = {};
 };
 
 /// A working environment on this machine's folders: a search path and what is needed to ask it.

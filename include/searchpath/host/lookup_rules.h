@@ -1,0 +1,84 @@
+#ifndef SEARCHPATH_HOST_LOOKUP_RULES_H
+#define SEARCHPATH_HOST_LOOKUP_RULES_H
+
+#include "searchpath/export.h"
+
+#include <array>
+#include <cstdint>
+#include <optional>
+#include <string_view>
+
+namespace Corvane::PathManagement::host {
+
+/// By which rules a name is looked up on a path. Those of the environment are the default; other
+/// programs search their paths by others.
+struct LookupRules {
+  /// What a name with a separator means.
+  enum class Separator : std::uint8_t {
+    TrailingFolders,  ///< geometry/area.zt: a file in a folder whose location ends in "geometry"
+    FileBelow,        ///< a/b.h: the first folder of the path that holds the file a/b.h
+    ThatFile,         ///< this file, from the working folder; the path is not searched
+  };
+  /// Which files count. A link counts as what it leads to.
+  enum class Files : std::uint8_t {
+    Regular,
+    Executable,  ///< regular files that this process may execute, with its effective rights
+    Readable,    ///< all but folders; one that cannot be read ends the search without an answer
+  };
+  /// What an empty part of the path is.
+  enum class EmptyPart : std::uint8_t { LeftOut, WorkingFolder };
+
+  /// Whether private, resources, "+" and "@" folders are special, and names that are partial
+  /// pathnames match them. If so, `separator` and `files` have their first values.
+  bool foldersHaveMeaning = true;
+  Separator separator = Separator::TrailingFolders;
+  Files files = Files::Regular;
+  EmptyPart emptyPart = EmptyPart::LeftOut;
+  /// Whether a part of the path may be an IRI, or begin with "~", "~user".
+  bool expandsParts = true;
+  /// Whether a folder that is given twice is searched once.
+  bool dropsRepeats = true;
+
+  friend bool operator==(const LookupRules&, const LookupRules&) = default;
+};
+
+/// The environment's own.
+inline constexpr LookupRules kEnvironmentRules;
+/// A name is a file below a folder of the path, and no folder has a meaning.
+inline constexpr LookupRules kPlainRules = {.foldersHaveMeaning = false,
+                                            .separator = LookupRules::Separator::FileBelow,
+                                            .expandsParts = false};
+/// A POSIX shell and `execvp` look up commands by these.
+inline constexpr LookupRules kProgramRules = {.foldersHaveMeaning = false,
+                                              .separator = LookupRules::Separator::ThatFile,
+                                              .files = LookupRules::Files::Executable,
+                                              .emptyPart = LookupRules::EmptyPart::WorkingFolder,
+                                              .expandsParts = false,
+                                              .dropsRepeats = false};
+/// C compilers look up headers by these: `Lookup::fromFolder` is the folder of the file that
+/// includes one in quotes, `Lookup::afterFolder` that of a file which asks for the next one.
+inline constexpr LookupRules kIncludeRules = {.foldersHaveMeaning = false,
+                                              .separator = LookupRules::Separator::FileBelow,
+                                              .files = LookupRules::Files::Readable,
+                                              .emptyPart = LookupRules::EmptyPart::WorkingFolder,
+                                              .expandsParts = false};
+
+/// Rules and what they are called.
+struct NamedRules {
+  const char* name;
+  LookupRules rules;
+};
+
+/// "environment", "plain", "program" and "include".
+inline constexpr std::array<NamedRules, 4> kNamedRules = {{{"environment", kEnvironmentRules},
+                                                           {"plain", kPlainRules},
+                                                           {"program", kProgramRules},
+                                                           {"include", kIncludeRules}}};
+
+/// The rules of that name; empty when there are none.
+[[nodiscard]] SEARCHPATH_EXPORT std::optional<LookupRules> FindRules(
+    std::string_view name) noexcept;
+
+}  // namespace Corvane::PathManagement::host
+
+#endif  // SEARCHPATH_HOST_LOOKUP_RULES_H
