@@ -7,8 +7,10 @@
 #include "host/questions/file_search.h"
 #include "host/questions/folder_search.h"
 #include "host/questions/path_examination.h"
+#include "host/questions/rule_explanation.h"
 #include "host/questions/shadow_search.h"
 #include "host/questions/similar_files.h"
+#include "host/rules/ruled_path.h"
 #include "host/saved/cache_source.h"
 #include "searchpath/host/folder_tree.h"
 #include "searchpath/host/main_search_path_manager.h"
@@ -61,10 +63,34 @@ GivenFolders LocateAll(const WorkingFolder& workingFolder, const EnvironmentOpti
   return WithPackageFolders(Locate(workingFolder, options, source), packages, source);
 }
 
+/// Null for the rules of the environment.
+std::shared_ptr<const RuledPath> ApplyRules(const WorkingFolder& workingFolder,
+                                            const EnvironmentOptions& options,
+                                            const std::shared_ptr<const PathView>& view) {
+  if (options.rules.foldersHaveMeaning) return nullptr;
+  FolderEntries quoteFolders;
+  const EnvironmentOptions quote{.folders = options.quoteFolders, .rules = options.rules};
+  for (auto& given : Locate(workingFolder, quote, nullptr).folders) {
+    quoteFolders.push_back(std::move(given.entries.front()));
+  }
+  return std::make_shared<const RuledPath>(view, options.rules, std::move(quoteFolders),
+                                           CreateSourceFrom(options.caches));
+}
+
 std::shared_ptr<const PackageRegistry> ReadPackages(const std::optional<ustring>& root,
                                                     const WorkingFolder& workingFolder) {
   if (!root) return nullptr;
   return std::make_shared<const PackageRegistry>(*root, workingFolder);
+}
+
+RuledPath::Asker AskerByRules(const WorkingFolder& workingFolder, const Lookup& lookup) {
+  const auto locate = [&](const std::optional<ustring>& text) {
+    std::optional<AbsoluteIRI> folder;
+    if (text) RuledPath::CheckFolder(folder.emplace(workingFolder.Locate(*text)));
+    return folder;
+  };
+  if (lookup.afterFolder) return {.after = locate(lookup.afterFolder)};
+  return {.from = locate(lookup.fromFolder)};
 }
 
 SearchTarget TargetOf(const Lookup& lookup) {
@@ -78,7 +104,8 @@ Environment::Environment(const EnvironmentOptions& options)
       view(std::make_shared<const PathView>(
           LocateAll(workingFolder, options, packages.get()),
           Locate(workingFolder, {.folders = options.without}, nullptr), options.expansion,
-          options.keepDuplicates || !options.rules.dropsRepeats)) {}
+          options.keepDuplicates || !options.rules.dropsRepeats)),
+      ruled(ApplyRules(workingFolder, options, view)) {}
 
 Environment::Environment(const std::vector<ustring>& folders, FolderExpansion expansion)
     : Environment(EnvironmentOptions{.folders = folders, .expansion = expansion}) {}
@@ -94,7 +121,7 @@ const std::shared_ptr<const IPath>& Environment::GetPath() const { return view->
 FolderEntries Environment::GetMainFolders() const { return view->GetMainFolders(); }
 
 FolderOrigin Environment::FindOrigin(const IPathEntry& entry) const {
-  return view->GetOrigin(entry);
+  return ruled == nullptr ? view->GetOrigin(entry) : ruled->FindOrigin(entry);
 }
 
 std::unique_ptr<MainSearchPathManager> Environment::CreateManager() const {
@@ -105,6 +132,7 @@ std::unique_ptr<MainSearchPathManager> Environment::CreateManager() const {
 
 boost::optional<FoundItem> Environment::Find(const Lookup& lookup) const {
   const SearchTarget target = TargetOf(lookup);
+  if (ruled != nullptr) return ruled->Find(target, AskerByRules(workingFolder, lookup));
   if (const auto asker = AskerOf(lookup)) {
     auto found = FindFirstFileVisibleFromFolder(*view->GetPath(), *asker, target, lookup.policy);
     // The private folder is asked for by way of its parent, where no filter comes between.
@@ -114,10 +142,16 @@ boost::optional<FoundItem> Environment::Find(const Lookup& lookup) const {
 }
 
 std::vector<FoundItem> Environment::FindAll(const Lookup& lookup) const {
+  if (ruled != nullptr) {
+    return ruled->FindAll(TargetOf(lookup), AskerByRules(workingFolder, lookup));
+  }
   return FindAllFiles(*view, AskerOf(lookup), TargetOf(lookup), lookup.policy, nullptr);
 }
 
 Explanation Environment::Explain(const Lookup& lookup) const {
+  if (ruled != nullptr) {
+    return ExplainByRules(*ruled, TargetOf(lookup), AskerByRules(workingFolder, lookup));
+  }
   return ExplainLookup(*view, AskerOf(lookup), TargetOf(lookup), lookup.policy);
 }
 
@@ -146,9 +180,13 @@ std::optional<AbsoluteIRI> Environment::AskerOf(const Lookup& lookup) const {
   return workingFolder.absolutize(*lookup.fromFolder);
 }
 
-std::vector<FolderProblem> Environment::FindProblems() const { return view->FindProblems(); }
+std::vector<FolderProblem> Environment::FindProblems() const {
+  return ruled == nullptr ? view->FindProblems() : ruled->FindProblems();
+}
 
-std::vector<FolderProblem> Environment::GetProblemsMet() const { return view->GetProblemsMet(); }
+std::vector<FolderProblem> Environment::GetProblemsMet() const {
+  return ruled == nullptr ? view->GetProblemsMet() : ruled->GetProblemsMet();
+}
 
 std::vector<ustring> Environment::FindIdleExclusions() const { return view->FindIdleExclusions(); }
 

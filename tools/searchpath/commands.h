@@ -14,6 +14,9 @@ namespace Corvane::PathManagement::tool {
 /// Which files do names mean?
 [[nodiscard]] Outcome RunFind(const std::vector<std::string>& arguments);
 
+/// Which programs would a shell start?
+[[nodiscard]] Outcome RunWhich(const std::vector<std::string>& arguments);
+
 /// Which folders are on the path?
 [[nodiscard]] Outcome RunList(const std::vector<std::string>& arguments);
 

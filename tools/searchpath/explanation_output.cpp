@@ -24,6 +24,14 @@ struct AskedLine {
   std::string remark;  // may be empty
 };
 
+// Why the folder was not searched, if it was not: one that cannot be listed may have been.
+const char* FindProblem(const host::AskedFolder& asked) {
+  const bool isSearched = asked.outcome != host::FolderOutcome::Unreadable &&
+                          asked.outcome != host::FolderOutcome::DroppedAsRepeat &&
+                          asked.outcome != host::FolderOutcome::FilteredOut;
+  return isSearched ? nullptr : FindProblemText(*asked.folder);
+}
+
 std::string GetRemark(const Output& output, const host::Environment& environment,
                       const host::Explanation& explanation, const host::AskedFolder& asked) {
   std::vector<std::string> remarks;
@@ -36,7 +44,8 @@ std::string GetRemark(const Output& output, const host::Environment& environment
   for (const FoundItem& file : asked.inOtherCase) {
     remarks.push_back("holds " + output.GetShown(host::GetNativePath(file)));
   }
-  if (const char* problem = FindProblemText(*asked.folder)) remarks.emplace_back(problem);
+  if (!asked.instead.empty()) remarks.push_back(output.GetShown(asked.instead));
+  if (const char* problem = FindProblem(asked)) remarks.emplace_back(problem);
   if (asked.repeated != nullptr) {
     remarks.push_back("the same as " + output.GetShown(GetNativePath(*asked.repeated)));
   }
@@ -96,7 +105,8 @@ nlohmann::ordered_json GetObject(const host::AskedFolder& asked) {
     AddText(object["inOtherCase"].emplace_back(), "path", host::GetNativePath(file));
   }
   AddOrigin(object, asked.origin);
-  if (const char* problem = FindProblemText(*asked.folder)) object["problem"] = problem;
+  if (!asked.instead.empty()) AddText(object, "instead", asked.instead);
+  if (const char* problem = FindProblem(asked)) object["problem"] = problem;
   if (asked.repeated != nullptr) AddText(object, "repeats", GetNativePath(*asked.repeated));
   if (asked.outcome == host::FolderOutcome::FilteredOut) AddText(object, "hider", asked.hider);
   return object;

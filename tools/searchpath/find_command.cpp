@@ -1,12 +1,9 @@
 #include "command_line.h"
 #include "commands.h"
-#include "explanation_output.h"
-#include "found_file.h"
-#include "hint.h"
+#include "finder.h"
 #include "matching.h"
 #include "names_from_input.h"
 #include "output.h"
-#include "search_path.h"
 #include "searchpath/model/byte_text.h"
 
 #include <algorithm>
@@ -58,37 +55,58 @@ struct FindOptions {
   PathOptions path;
   MatchingOptions matching;
   OutputOptions output;
-  bool all = false;
-  bool explain = false;
-  bool fromInput = false;
+  AnswerOptions answers;  // manyNames: they come from standard input
   std::optional<std::string> from;
+  std::optional<std::string> after;
 
   void AddTo(CommandLine& commandLine) {
     path.AddTo(commandLine);
-    commandLine.AddFlag("--all", all, "the file that NAME means, then those that it hides");
-    commandLine.AddFlag("--explain", explain, "why: each folder asked, and the rule that decided");
+    commandLine.AddFlag("-a,--all", answers.all,
+                        "the file that NAME means, then those that it hides");
+    commandLine.AddFlag("--explain", answers.explain,
+                        "why: each folder asked, and the rule that decided");
     commandLine.AddValue("--from", "FOLDER", from,
                          "as code in FOLDER sees it: private files first");
+    commandLine.AddValue("--after", "FOLDER", after,
+                         "search behind this folder of the path only; with --as");
     matching.AddTo(commandLine, "add this extension to NAME; may be repeated");
-    commandLine.AddFlagForOperands("--stdin", fromInput,
+    commandLine.AddFlagForOperands("--stdin", answers.manyNames,
                                    "read NAMEs from standard input, one a line");
     output.AddTo(commandLine, true);
   }
 };
+
+// Options that mean nothing under the rules.
+void CheckRules(const FindOptions& options) {
+  const host::LookupRules rules = options.path.GetRules();
+  if (rules.foldersHaveMeaning) {
+    if (!options.after) return;
+    throw UsageError("--after needs rules under which folders have no meaning: --as include");
+  }
+  if (options.matching.GetPolicy() == FilenameMatchingPolicy::IgnoreCase) {
+    throw UsageError("--policy ignore-case and --as " + *options.path.as +
+                     " exclude each other; these rules compare names as they are");
+  }
+  if (options.from && rules.separator == host::LookupRules::Separator::ThatFile) {
+    throw UsageError("--from and --as " + *options.path.as +
+                     " exclude each other; under these rules it does not matter who asks");
+  }
+}
 
 void CheckOptions(const FindOptions& options, const std::vector<std::string>& names) {
   if (std::find(names.begin(), names.end(), "") != names.end()) {
     throw UsageError("an empty NAME means no file; type: searchpath find NAME");
   }
   const auto& parts = options.path.parts;
-  if (options.fromInput && std::find(parts.begin(), parts.end(), "-") != parts.end()) {
+  if (options.answers.manyNames && std::find(parts.begin(), parts.end(), "-") != parts.end()) {
     throw UsageError(
         "--stdin and --path - both read standard input; write the folders into a file and give "
         "--path @FILE");
   }
-  if (options.explain && options.output.print0) {
+  if (options.answers.explain && options.output.print0) {
     throw UsageError("--explain and --print0 exclude each other; for programs there is --json");
   }
+  CheckRules(options);
 }
 
 // The part of the question that is the same for all names.
@@ -97,69 +115,14 @@ host::Lookup GetLookup(const FindOptions& options) {
   lookup.extensions = options.matching.GetExtensions();
   lookup.policy = options.matching.GetPolicy();
   if (options.from) lookup.fromFolder = TextFromBytes(*options.from);
+  if (options.after) lookup.afterFolder = TextFromBytes(*options.after);
   return lookup;
 }
-
-// Answers one name after the other.
-class Finder {
- public:
-  Finder(const FindOptions& findOptions, const Output& whereTo,
-         const host::Environment& searchedPath, host::Lookup commonLookup)
-      : options(findOptions),
-        output(whereTo),
-        environment(searchedPath),
-        lookup(std::move(commonLookup)) {}
-
-  void Answer(const std::string& name) {
-    lookup.name = TextFromBytes(name);
-    if (options.explain ? Explain(name) : Find(name)) return;
-    foundAll = false;
-    // All folders have been asked. Of very many names the next may be another matter.
-    if (!options.fromInput) ReportProblems();
-    // A hint reads the whole path, which takes too long for very many names.
-    Report("no file called " + Quoted(name) + " on the path" +
-           (options.fromInput ? "" : GetHint(environment, lookup)));
-  }
-
-  /// Once: the folders that the look-ups have met and cannot search. With --strict all folders have
-  /// been looked at before.
-  void ReportProblems() {
-    if (reportsProblems) ReportProblemsMet(environment, options.path);
-    reportsProblems = false;
-  }
-
-  [[nodiscard]] bool FoundAll() const noexcept { return foundAll; }
-
- private:
-  [[nodiscard]] bool Explain(const std::string& name) const {
-    const host::Explanation explanation = environment.Explain(lookup);
-    WriteExplanation(output, environment, name, explanation);
-    return !explanation.files.empty();
-  }
-
-  [[nodiscard]] bool Find(const std::string& name) const {
-    if (options.all) {
-      const std::vector<FoundItem> files = environment.FindAll(lookup);
-      for (const FoundItem& file : files) WriteAnswer(output, name, file);
-      return !files.empty();
-    }
-    const auto file = environment.Find(lookup);
-    if (file) WriteAnswer(output, name, *file);
-    return file.has_value();
-  }
-
-  const FindOptions& options;
-  const Output& output;
-  const host::Environment& environment;
-  host::Lookup lookup;
-  bool reportsProblems = !options.path.strict;
-  bool foundAll = true;
-};
 
 // Returns false when a line of standard input was empty.
 bool AnswerAll(Finder& finder, const FindOptions& options, const std::vector<std::string>& names) {
   for (const std::string& name : names) finder.Answer(name);
-  if (!options.fromInput) return true;
+  if (!options.answers.manyNames) return true;
   return ForEachNameFromInput(options.output.print0 ? '\0' : '\n',
                               [&](const std::string& name) { finder.Answer(name); });
 }
@@ -176,7 +139,7 @@ Outcome RunFind(const std::vector<std::string>& arguments) {
   const Output output(options.output);
   host::Lookup lookup = GetLookup(options);
   const host::Environment environment = OpenPath(options.path, commandLine);
-  Finder finder(options, output, environment, std::move(lookup));
+  Finder finder(options.answers, options.path, output, environment, std::move(lookup));
   const bool failed = options.path.strict && ReportProblems(environment, options.path);
   try {
     const bool answeredAll = AnswerAll(finder, options, names);
@@ -184,7 +147,8 @@ Outcome RunFind(const std::vector<std::string>& arguments) {
     if (!answeredAll || failed) return Outcome::Failed;
     return finder.FoundAll() ? Outcome::Found : Outcome::NotFound;
   } catch (const current_working_folder::FailedToAbsolutizeException& error) {
-    RefuseFrom(*options.from, error);
+    RefuseFrom(options.after ? "--after" : "--from",
+               *(options.after ? options.after : options.from), error);
   }
 }
 

@@ -22,13 +22,14 @@ struct Command {
 };
 
 constexpr Command kCommands[] = {
-    {"find", RunFind},       {"files", RunFiles},       {"list", RunList},
-    {"folders", RunFolders}, {"shadows", RunShadows},   {"doctor", RunDoctor},
-    {"diff", RunDiff},       {"watch", RunWatch},       {"add", RunAdd},
-    {"remove", RunRemove},   {"packages", RunPackages}, {"cache", RunCache},
-    {"iri", RunIri}};
+    {"find", RunFind},     {"which", RunWhich},     {"files", RunFiles},
+    {"list", RunList},     {"folders", RunFolders}, {"shadows", RunShadows},
+    {"doctor", RunDoctor}, {"diff", RunDiff},       {"watch", RunWatch},
+    {"add", RunAdd},       {"remove", RunRemove},   {"packages", RunPackages},
+    {"cache", RunCache},   {"iri", RunIri}};
 
 constexpr const char* kExamples =
+    "  searchpath which ls                          which program does ls start?\n"
     "  searchpath find ls --path \"$PATH\"            which file does ls mean?\n"
     "  searchpath find --all ls --path \"$PATH\"      which files does it hide?\n"
     "  searchpath find --explain ls --path \"$PATH\"  why that file?\n"
@@ -45,6 +46,7 @@ constexpr const char* kHelp =
     "\n"
     "Commands:\n"
     "  find NAME...       the file that each NAME means\n"
+    "  which NAME...      the program that a shell would start for each NAME\n"
     "  files              the files on the path, all or by extension\n"
     "  list               the folders of the path, in the order of the search\n"
     "  folders NAME...    the folders of the path that each NAME denotes\n"

@@ -8,15 +8,29 @@
 
 namespace Corvane::PathManagement::tool {
 
+namespace {
+
+// Whether `folder` is what `typed` denotes. What rules do not expand denotes no folder here.
+bool IsDenotedBy(const IPathEntry& folder, const ustring& typed,
+                 const host::Environment& environment) {
+  try {
+    return environment.GetWorkingFolder().Locate(typed) == folder.GetAbsoluteIRI();
+  } catch (const current_working_folder::FailedToAbsolutizeException&) {
+    return false;
+  }
+}
+
+}  // namespace
+
 std::string GetOriginText(const Output& output, const host::Environment& environment,
                           const host::FolderOrigin& origin, const IPathEntry& folder) {
   using enum host::FolderSource;
   if (origin.source == StoredPath) return "from the stored path";
   if (origin.source == Cache) return "from the cache";
   if (origin.source == Package) return "from package " + output.GetShown(GetText(*origin.package));
-  const bool isItself =
-      environment.GetWorkingFolder().Locate(origin.folder) == folder.GetAbsoluteIRI();
-  return isItself ? "" : "from --path " + output.GetShown(origin.folder);
+  if (origin.folder.empty()) return "from an empty part of the path";
+  if (IsDenotedBy(folder, origin.folder, environment)) return "";
+  return "from --path " + output.GetShown(origin.folder);
 }
 
 void AddOrigin(nlohmann::ordered_json& object, const host::FolderOrigin& origin) {

@@ -299,9 +299,9 @@ void ReadFolders(const host::Environment& environment, const PathOptions& option
   });
 }
 
-void RefuseFrom(const std::string& folder,
+void RefuseFrom(const std::string& option, const std::string& folder,
                 const current_working_folder::FailedToAbsolutizeException& error) {
-  throw UsageError("--from " + Quoted(folder) + ": " + error.what() +
+  throw UsageError(option + ' ' + Quoted(folder) + ": " + error.what() +
                    "; name a folder that exists");
 }
 

@@ -70,8 +70,8 @@ void ReportProblemsMet(const host::Environment& environment, const PathOptions& 
 /// Reports which --without hide nothing.
 void ReportIdleExclusions(const host::Environment& environment);
 
-/// Reports that the folder of --from cannot be used.
-[[noreturn]] void RefuseFrom(const std::string& folder,
+/// Reports that the folder of `option`, such as --from, cannot be used.
+[[noreturn]] void RefuseFrom(const std::string& option, const std::string& folder,
                              const current_working_folder::FailedToAbsolutizeException& error);
 
 }  // namespace Corvane::PathManagement::tool

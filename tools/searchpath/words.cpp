@@ -20,14 +20,18 @@ const char* GetWord(PathEntryType kind) {
 }
 
 const char* GetWord(host::FolderOutcome outcome) {
-  return Choose(outcome, std::array{"holds-it", "method-entry", "hidden-by-earlier",
-                                    "loses-to-earlier-folder", "other-case-only", "absent",
-                                    "unreadable", "dropped-as-repeat", "filtered-out"});
+  return Choose(
+      outcome, std::array{"holds-it", "method-entry", "hidden-by-earlier",
+                          "loses-to-earlier-folder", "other-case-only", "absent", "unreadable",
+                          "dropped-as-repeat", "filtered-out", "below-unsearched", "not-executable",
+                          "is-folder", "broken-link", "other-type", "not-readable"});
 }
 
 const char* GetWord(host::DecidingRule rule) {
-  return Choose(rule, std::array{"nothing-found", "first-folder", "method-entry-first",
-                                 "folder-before-method", "private-folder", "partial-pathname"});
+  return Choose(rule,
+                std::array{"nothing-found", "first-folder", "method-entry-first",
+                           "folder-before-method", "private-folder", "partial-pathname",
+                           "askers-folder", "that-file", "search-ended", "none-may-be-executed"});
 }
 
 const char* GetWord(host::FolderChange change) {

@@ -33,6 +33,7 @@ namespace Corvane::PathManagement::host {
 class MainSearchPathManager;
 class PackageRegistry;
 class PathView;
+class RuledPath;
 
 /// A question to an `Environment`: which file does a name mean?
 struct Lookup {
@@ -92,7 +93,8 @@ class SEARCHPATH_EXPORT Environment {
   ~Environment();
 
   /// The path that is asked: a `FolderPath` without repeats and hidden folders. Its entries are
-  /// `FolderEntry` objects.
+  /// `FolderEntry` objects. As an `IPath` it is asked by the rules of the environment, whatever
+  /// `EnvironmentOptions::rules` are.
   [[nodiscard]] const std::shared_ptr<const IPath>& GetPath() const;
   /// Its main entries, by their own type.
   [[nodiscard]] FolderEntries GetMainFolders() const;
@@ -177,6 +179,7 @@ class SEARCHPATH_EXPORT Environment {
   WorkingFolder workingFolder;
   std::shared_ptr<const PackageRegistry> packages;
   std::shared_ptr<const PathView> view;
+  std::shared_ptr<const RuledPath> ruled;  // null where folders have a meaning
 };
 
 }  // namespace Corvane::PathManagement::host

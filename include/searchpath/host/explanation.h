@@ -25,6 +25,13 @@ enum class FolderOutcome : std::uint8_t {
   Unreadable,            ///< could not be searched
   DroppedAsRepeat,       ///< does not count: the same folder is on the path as another entry
   FilteredOut,           ///< does not count: hidden from the path
+  BelowUnsearched,       ///< holds such a file only below a folder that is not searched for it
+  // Where folders have no meaning:
+  NotExecutable,  ///< holds a file of that name that may not be executed
+  IsFolder,       ///< holds a folder of that name
+  BrokenLink,     ///< holds a link of that name that leads nowhere
+  OtherType,      ///< holds a device, a socket or the like
+  NotReadable,    ///< holds a file of that name that cannot be read
 };
 
 /// The outcome in words.
@@ -41,6 +48,11 @@ enum class DecidingRule : std::uint8_t {
   PrivateFolder,       ///< the private folder of the folder that asks comes before all others
   PartialPathname,     ///< the first folder in path order that matches the folders in the name and
                        ///< holds it
+  // Where folders have no meaning:
+  AskersFolder,       ///< the folder of the file that asks comes before the path
+  ThatFile,           ///< the name is that of one file; the path is not searched
+  SearchEnded,        ///< a file that cannot be read ended the search
+  NoneMayBeExecuted,  ///< there are files of that name, and none may be executed
 };
 
 /// The rule in words.
@@ -61,6 +73,8 @@ struct AskedFolder {
   std::shared_ptr<const IPathEntry> repeated = nullptr;
   /// Of a hidden folder: the folder that hides it, as it was given.
   ustring hider = {};
+  /// Of outcomes from `BelowUnsearched` on: the native path of what is there instead.
+  ustring instead = {};
 };
 
 /// Why a name means the file that it means.

@@ -61,6 +61,7 @@ class PathView {
     return unlocated;
   }
 
+  [[nodiscard]] bool HidesFolders() const noexcept { return !hiddenTexts.empty(); }
   /// The hidden folder that hides `entry`, as it was given; null when none does.
   [[nodiscard]] const ustring* FindHider(const IPathEntry& entry) const;
 

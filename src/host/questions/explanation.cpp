@@ -135,7 +135,13 @@ const char* GetText(FolderOutcome outcome) noexcept {
                                         "absent",
                                         "unreadable",
                                         "dropped as a repeat",
-                                        "filtered out"};
+                                        "filtered out",
+                                        "below a folder that is not searched",
+                                        "not executable",
+                                        "a folder of that name",
+                                        "a link that leads nowhere",
+                                        "another type of file",
+                                        "cannot be read"};
   return kTexts[static_cast<std::size_t>(outcome)];
 }
 
@@ -147,7 +153,11 @@ const char* GetText(DecidingRule rule) noexcept {
       "a method entry of that name comes before every folder that holds it",
       "the first folder that holds it comes before the method entry",
       "the private folder of the asking folder comes first",
-      "the first folder on the path whose location ends as the name says"};
+      "the first folder on the path whose location ends as the name says",
+      "the folder of the file that asks comes before the path",
+      "a name with \"/\" is that file itself, and the path is not searched",
+      "a file that cannot be read ends the search",
+      "none of the files of that name may be executed; bash would try the first one all the same"};
   return kTexts[static_cast<std::size_t>(rule)];
 }
 

@@ -1,0 +1,17 @@
+#ifndef SEARCHPATH_SRC_HOST_QUESTIONS_RULE_EXPLANATION_H
+#define SEARCHPATH_SRC_HOST_QUESTIONS_RULE_EXPLANATION_H
+
+#include "host/rules/ruled_path.h"
+#include "searchpath/host/explanation.h"
+
+namespace Corvane::PathManagement::host {
+
+/// The look-up of `RuledPath::FindAll`, explained.
+///
+/// Cost: looks at the disk again for what keeps a folder from having an answer.
+[[nodiscard]] Explanation ExplainByRules(const RuledPath& path, const RuledPath::Target& target,
+                                         const RuledPath::Asker& asker);
+
+}  // namespace Corvane::PathManagement::host
+
+#endif  // SEARCHPATH_SRC_HOST_QUESTIONS_RULE_EXPLANATION_H

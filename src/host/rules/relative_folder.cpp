@@ -1,0 +1,183 @@
+#include "host/rules/relative_folder.h"
+
+#include "host/common/parallel.h"
+#include "host/folder/entry_state.h"
+#include "searchpath/model/byte_text.h"
+#include "searchpath/platform/filesystem.h"
+
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <algorithm>
+
+namespace Corvane::PathManagement::host {
+
+namespace {
+
+using current_working_folder::AbsolutizeError;
+using Match = RelativeFolder::Match;
+
+constexpr unsigned kMostSingleQuestions = 8;
+constexpr std::size_t kFewRoots = 8;  // more threads would not pay
+
+// What a record says when no root has a file that counts.
+const Match& NoMatch() {
+  static const Match none{0, FoundItem(nullptr, nullptr)};
+  return none;
+}
+const Match& EndOfSearch() {
+  static const Match end{0, FoundItem(nullptr, nullptr)};
+  return end;
+}
+
+RelativeFolder::Answer AnswerOf(const Match& match) {
+  if (&match == &NoMatch()) return {};
+  if (&match == &EndOfSearch()) return {.ended = true};
+  return {.match = &match};
+}
+
+const Match& MatchOf(const RelativeFolder::Answer& answer) {
+  if (answer.ended) return EndOfSearch();
+  return answer.match == nullptr ? NoMatch() : *answer.match;
+}
+
+bool StandsNowhere(const FolderListing& listing) {
+  return listing.problem == AbsolutizeError::Absent ||
+         listing.problem == AbsolutizeError::BrokenLink ||
+         listing.problem == AbsolutizeError::NotAFolder;
+}
+
+}  // namespace
+
+RelativeFolder::Answer RelativeFolder::FindFirst(std::string_view file) {
+  if (IsToBeListed()) List();
+  if (!isListed.load(std::memory_order_acquire)) {
+    const std::lock_guard lock(mutex);
+    return AskRoots(0, file);
+  }
+  const auto known = table.find(file);
+  if (known == table.end() && unlisted.empty()) return {};
+  Record* const record = known == table.end() ? nullptr : known->second;
+  if (record != nullptr) {
+    const Match* const match = record->answer.load(std::memory_order_acquire);
+    if (match != nullptr) return AnswerOf(*match);
+  }
+  const std::lock_guard lock(mutex);
+  const Answer answer = AskRoots(FirstRootToAsk(file), file);
+  if (record != nullptr) record->answer.store(&MatchOf(answer), std::memory_order_release);
+  return answer;
+}
+
+RelativeFolder::Sight RelativeFolder::LookIn(std::size_t root, std::string_view file) {
+  const std::lock_guard lock(mutex);
+  return LookInLocked(root, file);
+}
+
+/// Counts a question, and says whether it is time for a table.
+bool RelativeFolder::IsToBeListed() {
+  return !isListed.load(std::memory_order_acquire) &&
+         questionCount.fetch_add(1) >= kMostSingleQuestions;
+}
+
+void RelativeFolder::List() {
+  const std::lock_guard lock(mutex);
+  if (isListed.load(std::memory_order_relaxed)) return;
+  const auto list = [&](std::size_t root) { StateOf(*entries[root]).List(); };
+  for (std::size_t root = 0; root < roots.size(); ++root) static_cast<void>(EntryOf(root));
+  if (roots.size() > kFewRoots) {
+    ForEachInParallel(roots.size(), list);
+  } else {
+    for (std::size_t root = 0; root < roots.size(); ++root) list(root);
+  }
+  for (std::size_t root = 0; root < roots.size(); ++root) AddToTable(root);
+  for (const auto& [asked, sight] : seen) {
+    // Asked again in the order of the roots, of which this one has answered already.
+    const auto [known, isNew] = table.emplace(asked.first, nullptr);
+    if (isNew) known->second = &records.emplace_back(asked.second);
+    known->second->firstRoot = std::min(known->second->firstRoot, asked.second);
+  }
+  isListed.store(true, std::memory_order_release);
+}
+
+void RelativeFolder::AddToTable(std::size_t root) {
+  const FolderListing& listing = StateOf(*entries[root]).Listing();
+  if (StandsNowhere(listing)) {
+    entries[root] = nullptr;  // most folders stand below few roots
+    return;
+  }
+  const std::string path = roots.PathOf(root, name);
+  if (listing.problem || faccessat(AT_FDCWD, path.c_str(), X_OK, AT_EACCESS) != 0) {
+    unlisted.push_back(root);
+    return;
+  }
+  for (std::size_t file = 0; file < listing.files.size(); ++file) {
+    const auto [known, isNew] = table.emplace(listing.files[file], nullptr);
+    if (isNew) known->second = &records.emplace_back(root);
+  }
+}
+
+/// Precondition: there is a table.
+std::size_t RelativeFolder::FirstRootToAsk(std::string_view file) const {
+  const auto known = table.find(file);
+  const std::size_t listed = known == table.end() ? roots.size() : known->second->firstRoot;
+  return unlisted.empty() ? listed : std::min(listed, unlisted.front());
+}
+
+RelativeFolder::Answer RelativeFolder::AskRoots(std::size_t begin, std::string_view file) {
+  for (std::size_t root = begin; root < roots.size(); ++root) {
+    const Sight sight = LookInLocked(root, file);
+    if (sight.match != nullptr) return {.match = sight.match};
+    if (EndsSearch(sight.standing, files)) return {.ended = true};
+  }
+  return {};
+}
+
+RelativeFolder::Sight RelativeFolder::LookInLocked(std::size_t root, std::string_view file) {
+  auto key = std::make_pair(std::string(file), root);
+  if (const auto known = seen.find(key); known != seen.end()) return known->second;
+  Sight sight{FindStanding(root, file), nullptr};
+  if (sight.standing == Standing::Counts) sight.match = &Keep(root, file);
+  // That a listing does not have a file need not be kept.
+  const bool isCertain = isListed && sight.standing == Standing::Absent &&
+                         std::find(unlisted.begin(), unlisted.end(), root) == unlisted.end();
+  if (!isCertain) seen.emplace(std::move(key), sight);
+  return sight;
+}
+
+Standing RelativeFolder::FindStanding(std::size_t root, std::string_view file) const {
+  const bool isAsked =
+      !isListed || std::find(unlisted.begin(), unlisted.end(), root) != unlisted.end();
+  if (!isAsked) {
+    if (entries[root] == nullptr || !StateOf(*entries[root]).FileNamed(file)) {
+      return Standing::Absent;
+    }
+    if (files == LookupRules::Files::Regular) return Standing::Counts;
+  }
+  const Standing standing = LookAtFile(PathOf(root, file), files);
+  // A root that is no folder here is left out of the path, whatever keeps it from being one.
+  return standing == Standing::NotReachable && !roots.IsFolder(root) ? Standing::Absent : standing;
+}
+
+const Match& RelativeFolder::Keep(std::size_t root, std::string_view file) {
+  ustring base = TextFromBytes(file);
+  ustring extension = fl::filesystem::detail::extract_extension(base);
+  base.resize(base.size() - extension.size());
+  const auto& entry = EntryOf(root);
+  auto item = std::make_shared<const PathItem>(StateOf(*entry).Location(), std::move(base),
+                                               std::move(extension));
+  return matches.emplace_back(Match{root, FoundItem(std::move(item), entry)});
+}
+
+const std::shared_ptr<const FolderEntry>& RelativeFolder::EntryOf(std::size_t root) {
+  entries.resize(roots.size());
+  if (entries[root] == nullptr) entries[root] = roots.CreateFolder(root, name);
+  return entries[root];
+}
+
+std::string RelativeFolder::PathOf(std::size_t root, std::string_view file) const {
+  std::string path = roots.PathOf(root, name);
+  if (!name.empty()) path.push_back('/');
+  return path.append(file);
+}
+
+}  // namespace Corvane::PathManagement::host

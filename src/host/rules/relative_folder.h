@@ -1,0 +1,111 @@
+#ifndef SEARCHPATH_SRC_HOST_RULES_RELATIVE_FOLDER_H
+#define SEARCHPATH_SRC_HOST_RULES_RELATIVE_FOLDER_H
+
+#include "host/names/short_hash.h"
+#include "host/rules/asked_file.h"
+#include "host/rules/search_roots.h"
+#include "searchpath/model/found_item.h"
+
+#include <boost/unordered/unordered_flat_map.hpp>
+
+#include <atomic>
+#include <cstddef>
+#include <cstdint>
+#include <deque>
+#include <map>
+#include <memory>
+#include <mutex>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+namespace Corvane::PathManagement::host {
+
+/// The folders of one relative name, such as "sys", below all roots of a path.
+///
+/// The first eight questions for a file ask the disk for that file alone, one root after the other.
+/// The ninth lists the folders and makes a table of their files. What was answered before stays
+/// answered. Folders that may be searched but not listed are always asked.
+///
+/// Threads: all operations, from any thread. A question that has been answered before takes no lock
+/// once there is a table.
+class RelativeFolder {
+ public:
+  /// A file that counts.
+  struct Match {
+    std::size_t root;
+    FoundItem file;
+  };
+  /// What came of asking one root.
+  struct Sight {
+    Standing standing;
+    const Match* match;  // of a file that counts; lives as long as the folder
+  };
+  /// What came of asking one root after the other.
+  struct Answer {
+    const Match* match = nullptr;
+    bool ended = false;  // by something that ends the search
+  };
+
+  /// Precondition: `searchRoots` outlive this object.
+  RelativeFolder(const SearchRoots& searchRoots, LookupRules::Files countedFiles,
+                 std::string folderName)
+      : roots(searchRoots), files(countedFiles), name(std::move(folderName)) {}
+  RelativeFolder(const RelativeFolder&) = delete;
+  RelativeFolder& operator=(const RelativeFolder&) = delete;
+  ~RelativeFolder() = default;
+
+  /// Empty for the roots themselves, else without "/" at its end.
+  [[nodiscard]] const std::string& GetName() const noexcept { return name; }
+
+  /// The first file of that name, in the order of the roots.
+  [[nodiscard]] Answer FindFirst(std::string_view file);
+  /// What stands at that name below one root.
+  [[nodiscard]] Sight LookIn(std::size_t root, std::string_view file);
+
+ private:
+  struct Hash {
+    using is_avalanching = void;
+    std::size_t operator()(std::string_view key) const noexcept {
+      return ShortHash(key.data(), key.size());
+    }
+  };
+  /// A name that some root lists, or that has been asked for before there was a table.
+  struct Record {
+    std::size_t firstRoot;
+    std::atomic<const Match*> answer = nullptr;  // null until it has been found out
+
+    explicit Record(std::size_t root) : firstRoot(root) {}
+  };
+
+  [[nodiscard]] bool IsToBeListed();
+  void List();
+  void AddToTable(std::size_t root);
+  [[nodiscard]] std::size_t FirstRootToAsk(std::string_view file) const;
+  [[nodiscard]] Answer AskRoots(std::size_t begin, std::string_view file);
+  [[nodiscard]] Sight LookInLocked(std::size_t root, std::string_view file);
+  [[nodiscard]] Standing FindStanding(std::size_t root, std::string_view file) const;
+  [[nodiscard]] const Match& Keep(std::size_t root, std::string_view file);
+  [[nodiscard]] const std::shared_ptr<const FolderEntry>& EntryOf(std::size_t root);
+  [[nodiscard]] std::string PathOf(std::size_t root, std::string_view file) const;
+
+  const SearchRoots& roots;
+  const LookupRules::Files files;
+  const std::string name;
+
+  std::atomic<unsigned> questionCount = 0;
+  std::atomic<bool> isListed = false;  // publishes table and unlisted
+  boost::unordered_flat_map<std::string_view, Record*, Hash> table;
+  std::vector<std::size_t> unlisted;  // the roots that cannot be listed, in order
+
+  std::mutex mutex;                                           // guards what follows
+  std::vector<std::shared_ptr<const FolderEntry>> entries;    // of the roots, null until needed
+  std::map<std::pair<std::string, std::size_t>, Sight> seen;  // by file and root
+  std::deque<Match> matches;
+  std::deque<Record> records;
+};
+
+}  // namespace Corvane::PathManagement::host
+
+#endif  // SEARCHPATH_SRC_HOST_RULES_RELATIVE_FOLDER_H

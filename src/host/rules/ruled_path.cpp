@@ -1,0 +1,247 @@
+#include "host/rules/ruled_path.h"
+
+#include "host/common/held_hash.h"
+#include "host/folder/directory_scan.h"
+#include "host/folder/entry_state.h"
+#include "host/names/name_key.h"
+#include "searchpath/host/working_folder.h"
+#include "searchpath/model/byte_text.h"
+#include "searchpath/platform/iri_text.h"
+#include "searchpath/utilities/iri_conversion.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <system_error>
+#include <utility>
+
+namespace Corvane::PathManagement::host {
+
+namespace {
+
+using current_working_folder::AbsolutizeError;
+using Sight = RelativeFolder::Sight;
+using Separator = LookupRules::Separator;
+
+SearchRoots RootOfFileSystem() {
+  return {{CreateMainFolder(foundation::storage::vfs::toAbsoluteIRI(u"file", u"/"), nullptr)},
+          nullptr};
+}
+
+/// The native path of a folder relative to the root of the file system, ended by "/".
+std::string BelowRoot(const AbsoluteIRI& folder) {
+  std::string path = fl::filesystem::detail::NativeBytes(folder).value_or("/dev/null");
+  path.erase(0, path.find_first_not_of('/'));
+  if (!path.empty() && !path.ends_with('/')) path.push_back('/');
+  return path;
+}
+
+/// Calls use(name) for each relative name that `target` may mean, the preferred one first.
+template <class Use>
+void ForEachName(const PathManagement::detail::SearchTarget& target, const Use& use) {
+  NameKey name;
+  if (target.GetExtensions().empty()) {
+    if (name.Set(target.GetName(), {})) use(name.View());
+    return;
+  }
+  for (const ustring& extension : target.GetExtensions()) {
+    if (name.Set(target.GetName(), extension)) use(name.View());
+  }
+}
+
+/// Why the folder at `path` cannot be searched; empty when it can be.
+std::optional<AbsolutizeError> FindReason(const std::string& path) {
+  struct stat status = {};
+  if (stat(path.c_str(), &status) != 0) return ReasonFor({errno, std::generic_category()}, path);
+  if (!S_ISDIR(status.st_mode)) return AbsolutizeError::NotAFolder;
+  if (faccessat(AT_FDCWD, path.c_str(), X_OK, AT_EACCESS) == 0) return std::nullopt;
+  return ReasonFor({errno, std::generic_category()}, path);
+}
+
+/// `name` without "/" and "./" at its beginning.
+std::string_view Trimmed(std::string_view name) {
+  while (name.starts_with('/') || name.starts_with("./"))
+    name.remove_prefix(name[0] == '/' ? 1 : 2);
+  return name;
+}
+
+}  // namespace
+
+RuledPath::RuledPath(std::shared_ptr<const PathView> pathView, const LookupRules& lookupRules,
+                     FolderEntries quoteFolders, const std::shared_ptr<const ListingSource>& source)
+    : view(std::move(pathView)),
+      rules(lookupRules),
+      onPath(std::make_unique<RelativeLookup>(
+          SearchRoots(view->GetWholePath().GetMainFolders(), source), rules.files)),
+      quoted(std::make_unique<RelativeLookup>(SearchRoots(std::move(quoteFolders), source),
+                                              rules.files)),
+      everywhere(std::make_unique<RelativeLookup>(RootOfFileSystem(), rules.files)) {}
+
+bool RuledPath::IsThatFile(const ustring& name) const {
+  return name.starts_with(u'/') ||
+         (rules.separator == Separator::ThatFile && name.find(u'/') != name.npos);
+}
+
+boost::optional<FoundItem> RuledPath::Find(const Target& target, const Asker& asker) const {
+  const bool asksThePath = !asker.from && !asker.after && !view->HidesFolders();
+  if (asksThePath && !IsThatFile(target.GetName())) return FindAtOnce(target);
+  const auto files = FindFiles(target, asker, true);
+  if (!files.empty()) return files.front();
+  hasMissed.store(true, std::memory_order_relaxed);
+  return boost::none;
+}
+
+std::vector<FoundItem> RuledPath::FindAll(const Target& target, const Asker& asker) const {
+  return FindFiles(target, asker, false);
+}
+
+/// The first file of each name below the path. Of several names, the one that is found in the
+/// earliest folder wins, and within one folder the preferred one.
+boost::optional<FoundItem> RuledPath::FindAtOnce(const Target& target) const {
+  const RelativeFolder::Match* best = nullptr;
+  bool ended = false;
+  ForEachName(target, [&](std::string_view name) {
+    const auto answer = onPath->FindFirst(name);
+    ended = ended || answer.ended;
+    if (answer.match != nullptr && (best == nullptr || answer.match->root < best->root)) {
+      best = answer.match;
+    }
+  });
+  if (ended && best != nullptr) {  // which of the two comes first?
+    const auto files = FindFiles(target, {}, true);
+    return files.empty() ? boost::optional<FoundItem>() : files.front();
+  }
+  if (best != nullptr) return best->file;
+  hasMissed.store(true, std::memory_order_relaxed);
+  return boost::none;
+}
+
+std::vector<FoundItem> RuledPath::FindFiles(const Target& target, const Asker& asker,
+                                            bool firstOnly) const {
+  std::vector<FoundItem> files;
+  CountingPlaces counting(*view);
+  const auto names = NamesOf(target);
+  for (const Place& place : FindPlaces(target, asker)) {
+    for (const std::string& name : names) {
+      const Sight sight = LookIn(place, name);
+      if (sight.standing == Standing::Absent) continue;
+      // Asked only where something stands: a repeat holds what the folder that it repeats holds.
+      if (!counting.Counts(place)) break;
+      if (sight.match != nullptr) files.push_back(sight.match->file);
+      if (EndsSearch(sight.standing, rules.files) || (firstOnly && !files.empty())) return files;
+    }
+  }
+  return files;
+}
+
+std::vector<std::string> RuledPath::NamesOf(const Target& target) const {
+  std::vector<std::string> names;
+  ForEachName(target, [&](std::string_view name) { names.emplace_back(name); });
+  return names;
+}
+
+Sight RuledPath::LookIn(const Place& place, const std::string& name) {
+  return place.lookup->LookIn(place.root, place.before + std::string(Trimmed(name)));
+}
+
+std::string RuledPath::PathOf(const Place& place, const std::string& name) {
+  return place.lookup->GetRoots().PathOf(place.root, place.before + std::string(Trimmed(name)));
+}
+
+std::vector<RuledPath::Place> RuledPath::FindPlaces(const Target& target,
+                                                    const Asker& asker) const {
+  if (IsThatFile(target.GetName())) return {PlaceOfFile(target.GetName())};
+  std::vector<Place> places;
+  if (asker.from && !asker.after && rules.separator == Separator::FileBelow) {
+    places.push_back({CreateMainFolder(*asker.from, nullptr), false, everywhere.get(), 0,
+                      BelowRoot(*asker.from)});
+  }
+  if (asker.from || asker.after) AddPlaces(*quoted, places);
+  AddPlaces(*onPath, places);
+  if (asker.after) RemoveUpTo(*asker.after, places);
+  return places;
+}
+
+RuledPath::Place RuledPath::PlaceOfFile(const ustring& name) const {
+  std::string before;
+  if (!name.starts_with(u'/')) before = BelowRoot(WorkingFolder().Locate(u"."));
+  const std::string bytes = BytesFromText(name).value_or("");
+  const std::string path = before + std::string(Trimmed(bytes));
+  const std::size_t folderEnd = std::min(path.rfind('/'), path.size());
+  return {everywhere->GetRoots().CreateFolder(0, path.substr(0, folderEnd)), false,
+          everywhere.get(), 0, std::move(before)};
+}
+
+void RuledPath::AddPlaces(RelativeLookup& lookup, std::vector<Place>& places) {
+  const auto& folders = lookup.GetRoots().GetFolders();
+  for (std::size_t root = 0; root < folders.size(); ++root) {
+    places.push_back({folders[root], true, &lookup, root, {}});
+  }
+}
+
+/// Leaves the places behind `folder`, without those that repeat one up to it. All stay when there is
+/// no such place.
+void RuledPath::RemoveUpTo(const AbsoluteIRI& folder, std::vector<Place>& places) const {
+  const AbsoluteIRI wanted = CreateMainFolder(folder, nullptr)->GetCanonicalAbsoluteIRI();
+  const auto found = std::find_if(places.begin(), places.end(), [&](const Place& place) {
+    return place.folder->GetCanonicalAbsoluteIRI() == wanted;
+  });
+  if (found == places.end()) return;
+  CountingPlaces counting(*view);
+  for (auto place = places.begin(); place <= found; ++place) {
+    static_cast<void>(counting.FindCounting(*place));
+  }
+  places.erase(places.begin(), found + 1);
+  std::erase_if(places,
+                [&](const Place& place) { return counting.FindCounting(place) != place.folder; });
+}
+
+FolderOrigin RuledPath::FindOrigin(const IPathEntry& entry) const {
+  const ustring path = entry.GetAbsoluteIRI().getPath() + u'/';
+  const FolderEntry* best = nullptr;
+  std::size_t bestLength = 0;
+  for (const auto& folder : GetRoots().GetFolders()) {
+    if (folder.get() == &entry) return view->GetOrigin(entry);
+    const ustring above = folder->GetAbsoluteIRI().getPath();
+    if (above.size() > bestLength && path.starts_with(above + u'/')) {
+      best = folder.get();
+      bestLength = above.size();
+    }
+  }
+  if (best != nullptr) return view->GetOrigin(*best);
+  return {.folder = GetStringFromIRI(entry.GetAbsoluteIRI())};
+}
+
+std::optional<AbsolutizeError> RuledPath::FindProblem(const Place& place) {
+  const auto path = fl::filesystem::detail::NativeBytes(place.folder->GetAbsoluteIRI());
+  return path ? FindReason(*path) : AbsolutizeError::InvalidText;
+}
+
+void RuledPath::CheckFolder(const AbsoluteIRI& folder) {
+  const auto path = fl::filesystem::detail::NativeBytes(folder);
+  const auto reason = path ? FindReason(*path) : AbsolutizeError::InvalidText;
+  if (reason) throw current_working_folder::FailedToAbsolutizeException(*reason);
+}
+
+std::vector<FolderProblem> RuledPath::FindProblems() const {
+  std::vector<FolderProblem> problems = view->GetUnlocated();
+  CountingPlaces counting(*view);
+  std::vector<Place> places;
+  AddPlaces(*onPath, places);
+  for (const Place& place : places) {
+    const auto reason = FindProblem(place);
+    if (!reason || !counting.Counts(place)) continue;
+    problems.push_back({GetStringFromIRI(place.folder->GetAbsoluteIRI()), *reason});
+  }
+  return problems;
+}
+
+std::shared_ptr<const FolderEntry> CountingPlaces::FindCounting(const RuledPath::Place& place) {
+  if (!view.DropsRepeats()) return place.folder;
+  return seen.emplace(place.folder->GetCanonicalAbsoluteIRI(), place.folder).first->second;
+}
+
+}  // namespace Corvane::PathManagement::host

@@ -1,0 +1,125 @@
+#ifndef SEARCHPATH_SRC_HOST_RULES_RULED_PATH_H
+#define SEARCHPATH_SRC_HOST_RULES_RULED_PATH_H
+
+#include "host/common/held_hash.h"
+#include "host/path/path_view.h"
+#include "host/rules/relative_lookup.h"
+#include "searchpath/host/lookup_rules.h"
+#include "searchpath/model/found_item.h"
+#include "searchpath/model/search_target.h"
+
+#include <boost/optional.hpp>
+#include <boost/unordered/unordered_flat_map.hpp>
+
+#include <atomic>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace Corvane::PathManagement::host {
+
+/// The folders of a path, searched by rules under which folders have no meaning.
+///
+/// Threads: all operations, from any thread.
+/// Cost: `Find` makes one system call for each folder up to the answer; see `RelativeLookup` for
+/// what it costs from then on.
+class RuledPath {
+ public:
+  using Target = PathManagement::detail::SearchTarget;
+
+  /// Who asks; see `Lookup`.
+  struct Asker {
+    std::optional<AbsoluteIRI> from = {};
+    std::optional<AbsoluteIRI> after = {};
+  };
+
+  /// A folder that a question asks.
+  struct Place {
+    std::shared_ptr<const FolderEntry> folder;
+    bool isOnPath;  // if not, it is the asker's or that of the file that was named
+    RelativeLookup* lookup;
+    std::size_t root;
+    std::string before;  // the names that are asked for, relative to the root, begin with this
+  };
+
+  /// `quoteFolders` are asked before the others when a file asks. Listings come from `source`; from
+  /// the disk when that is null.
+  RuledPath(std::shared_ptr<const PathView> pathView, const LookupRules& lookupRules,
+            FolderEntries quoteFolders, const std::shared_ptr<const ListingSource>& source);
+
+  [[nodiscard]] const LookupRules& GetRules() const noexcept { return rules; }
+  [[nodiscard]] const PathView& GetView() const noexcept { return *view; }
+  /// The folders of the path, as they were given.
+  [[nodiscard]] const SearchRoots& GetRoots() const noexcept { return onPath->GetRoots(); }
+
+  /// The file that the name means.
+  [[nodiscard]] boost::optional<FoundItem> Find(const Target& target, const Asker& asker) const;
+  /// That file, and those that it hides.
+  [[nodiscard]] std::vector<FoundItem> FindAll(const Target& target, const Asker& asker) const;
+
+  /// The folders that a question asks, in order; repeats and hidden ones among them.
+  [[nodiscard]] std::vector<Place> FindPlaces(const Target& target, const Asker& asker) const;
+  /// The names that a question asks each place for, the preferred one first.
+  [[nodiscard]] std::vector<std::string> NamesOf(const Target& target) const;
+  /// What stands at one of these names in a place.
+  [[nodiscard]] static RelativeFolder::Sight LookIn(const Place& place, const std::string& name);
+
+  /// The native path of what a place is asked for.
+  [[nodiscard]] static std::string PathOf(const Place& place, const std::string& name);
+
+  /// As `Environment::FindOrigin`, also for folders below those of the path.
+  [[nodiscard]] FolderOrigin FindOrigin(const IPathEntry& entry) const;
+  /// Why the folder of a place cannot be searched; empty when it can be.
+  [[nodiscard]] static std::optional<current_working_folder::AbsolutizeError> FindProblem(
+      const Place& place);
+
+  /// Errors: `FailedToAbsolutizeException` when there is no folder at `folder` that can be searched.
+  static void CheckFolder(const AbsoluteIRI& folder);
+
+  /// Why folders of the path cannot be searched, in path order. Folders that may be searched but not
+  /// listed are none.
+  [[nodiscard]] std::vector<FolderProblem> FindProblems() const;
+  /// Those that matter for what was asked so far: once a name was not found, all.
+  [[nodiscard]] std::vector<FolderProblem> GetProblemsMet() const {
+    return hasMissed.load(std::memory_order_relaxed) ? FindProblems() : view->GetUnlocated();
+  }
+
+ private:
+  [[nodiscard]] bool IsThatFile(const ustring& name) const;
+  [[nodiscard]] boost::optional<FoundItem> FindAtOnce(const Target& target) const;
+  [[nodiscard]] std::vector<FoundItem> FindFiles(const Target& target, const Asker& asker,
+                                                 bool firstOnly) const;
+  [[nodiscard]] Place PlaceOfFile(const ustring& name) const;
+  static void AddPlaces(RelativeLookup& lookup, std::vector<Place>& places);
+  void RemoveUpTo(const AbsoluteIRI& folder, std::vector<Place>& places) const;
+
+  const std::shared_ptr<const PathView> view;
+  const LookupRules rules;
+  std::unique_ptr<RelativeLookup> onPath;
+  std::unique_ptr<RelativeLookup> quoted;
+  mutable std::atomic<bool> hasMissed = false;
+  std::unique_ptr<RelativeLookup> everywhere;  // its only root is that of the file system
+};
+
+/// Takes places one after the other, and finds those that do not count.
+class CountingPlaces {
+ public:
+  explicit CountingPlaces(const PathView& pathView) : view(pathView) {}
+
+  /// The folder that counts in place of `place`; that of `place` itself when it does.
+  [[nodiscard]] std::shared_ptr<const FolderEntry> FindCounting(const RuledPath::Place& place);
+  [[nodiscard]] bool Counts(const RuledPath::Place& place) {
+    return (!view.HidesFolders() || view.FindHider(*place.folder) == nullptr) &&
+           FindCounting(place) == place.folder;
+  }
+
+ private:
+  const PathView& view;
+  boost::unordered_flat_map<AbsoluteIRI, std::shared_ptr<const FolderEntry>, HeldHash> seen;
+};
+
+}  // namespace Corvane::PathManagement::host
+
+#endif  // SEARCHPATH_SRC_HOST_RULES_RULED_PATH_H

@@ -1,0 +1,45 @@
+#include "host/rules/search_roots.h"
+
+#include "host/folder/entry_state.h"
+#include "platform/native_path.h"
+#include "searchpath/model/byte_text.h"
+#include "searchpath/platform/iri_text.h"
+
+#include <sys/stat.h>
+
+#include <utility>
+
+namespace Corvane::PathManagement::host {
+
+SearchRoots::SearchRoots(FolderEntries rootFolders,
+                         std::shared_ptr<const ListingSource> listingSource)
+    : folders(std::move(rootFolders)), source(std::move(listingSource)) {
+  paths.reserve(folders.size());
+  for (const auto& folder : folders) {
+    const auto bytes = fl::filesystem::detail::NativeBytes(StateOf(*folder).Location());
+    // Nothing stands below a device, as nothing does below a location that is not on disk.
+    std::string& path = paths.emplace_back(bytes.value_or("/dev/null"));
+    if (!path.ends_with('/')) path.push_back('/');
+  }
+}
+
+std::string SearchRoots::PathOf(std::size_t root, std::string_view relative) const {
+  std::string path;
+  path.reserve(paths[root].size() + relative.size());
+  return path.append(paths[root]).append(relative);
+}
+
+bool SearchRoots::IsFolder(std::size_t root) const {
+  struct stat status = {};
+  return stat(paths[root].c_str(), &status) == 0 && S_ISDIR(status.st_mode);
+}
+
+std::shared_ptr<const FolderEntry> SearchRoots::CreateFolder(std::size_t root,
+                                                             std::string_view relative) const {
+  if (relative.empty()) return folders[root];
+  const auto location =
+      foundation::storage::vfs::toAbsoluteIRI(u"file", TextFromBytes(PathOf(root, relative)));
+  return CreateMainFolder(location, source);
+}
+
+}  // namespace Corvane::PathManagement::host

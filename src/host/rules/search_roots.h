@@ -1,0 +1,42 @@
+#ifndef SEARCHPATH_SRC_HOST_RULES_SEARCH_ROOTS_H
+#define SEARCHPATH_SRC_HOST_RULES_SEARCH_ROOTS_H
+
+#include "searchpath/host/folder_entry.h"
+
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace Corvane::PathManagement::host {
+
+class ListingSource;
+
+/// The folders below which relative names are looked up, in order.
+class SearchRoots {
+ public:
+  /// Listings come from `listingSource`; from the disk when that is null.
+  SearchRoots(FolderEntries rootFolders, std::shared_ptr<const ListingSource> listingSource);
+
+  [[nodiscard]] std::size_t size() const noexcept { return folders.size(); }
+  [[nodiscard]] const FolderEntries& GetFolders() const noexcept { return folders; }
+
+  /// The native path of the folder, or file, called `relative` below a root.
+  [[nodiscard]] std::string PathOf(std::size_t root, std::string_view relative) const;
+
+  /// Whether there is a folder at a root, which may not be searchable.
+  [[nodiscard]] bool IsFolder(std::size_t root) const;
+
+  /// An entry for the folder called `relative` below a root; the root's own when that is empty.
+  [[nodiscard]] std::shared_ptr<const FolderEntry> CreateFolder(std::size_t root,
+                                                                std::string_view relative) const;
+
+ private:
+  FolderEntries folders;
+  std::vector<std::string> paths;  // native, each ended by "/"
+  std::shared_ptr<const ListingSource> source;
+};
+
+}  // namespace Corvane::PathManagement::host
+
+#endif  // SEARCHPATH_SRC_HOST_RULES_SEARCH_ROOTS_H

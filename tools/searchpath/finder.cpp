@@ -1,0 +1,55 @@
+#include "finder.h"
+
+#include "explanation_output.h"
+#include "found_file.h"
+#include "hint.h"
+#include "output.h"
+#include "searchpath/model/byte_text.h"
+
+#include <utility>
+
+namespace Corvane::PathManagement::tool {
+
+Finder::Finder(const AnswerOptions& answerOptions, const PathOptions& pathOptions,
+               const Output& whereTo, const host::Environment& searchedPath,
+               host::Lookup commonLookup)
+    : options(answerOptions),
+      path(pathOptions),
+      output(whereTo),
+      environment(searchedPath),
+      lookup(std::move(commonLookup)),
+      reportsProblems(!pathOptions.strict) {}
+
+void Finder::Answer(const std::string& name) {
+  lookup.name = TextFromBytes(name);
+  if (options.explain ? Explain(name) : Find(name)) return;
+  foundAll = false;
+  // All folders have been asked. Of very many names the next may be another matter.
+  if (!options.manyNames) ReportProblems();
+  Report("no file called " + Quoted(name) + " on the path" +
+         (options.manyNames ? "" : GetHint(environment, lookup)));
+}
+
+void Finder::ReportProblems() {
+  if (reportsProblems) ReportProblemsMet(environment, path);
+  reportsProblems = false;
+}
+
+bool Finder::Explain(const std::string& name) const {
+  const host::Explanation explanation = environment.Explain(lookup);
+  WriteExplanation(output, environment, name, explanation);
+  return !explanation.files.empty();
+}
+
+bool Finder::Find(const std::string& name) const {
+  if (options.all) {
+    const std::vector<FoundItem> files = environment.FindAll(lookup);
+    for (const FoundItem& file : files) WriteAnswer(output, name, file);
+    return !files.empty();
+  }
+  const auto file = environment.Find(lookup);
+  if (file) WriteAnswer(output, name, *file);
+  return file.has_value();
+}
+
+}  // namespace Corvane::PathManagement::tool

@@ -1,0 +1,57 @@
+#include "command_line.h"
+#include "commands.h"
+#include "finder.h"
+#include "output.h"
+
+#include <cstdlib>
+#include <string_view>
+
+namespace Corvane::PathManagement::tool {
+
+namespace {
+
+constexpr CommandText kText = {
+    "which", "[NAME...]", "Prints the path of the program that a shell would start for each NAME.",
+    "  searchpath which ls\n"
+    "  searchpath which -a python3           all programs of that name\n"
+    "  searchpath which --explain mytool     why that one, or why none\n",
+    "The programs:\n"
+    "  NAME means the first regular file of that name in a folder of $PATH that this\n"
+    "  process may execute. An empty part of $PATH is the working folder. A NAME with\n"
+    "  \"/\" is that file itself. This is searchpath find --as program --path \"$PATH\";\n"
+    "  functions and commands that a shell has built in are not seen.\n"
+    "\n"
+    "Exit: 0 every NAME was found, 1 some NAME was not, or there is none, 2 wrong\n"
+    "usage or failure.\n"};
+
+}  // namespace
+
+Outcome RunWhich(const std::vector<std::string>& arguments) {
+  CommandLine commandLine(kText);
+  AnswerOptions options;
+  PathOptions path;
+  OutputOptions outputOptions;
+  commandLine.AddFlag("-a,--all", options.all, "all programs of that name, not the first alone");
+  commandLine.AddFlag("--explain", options.explain,
+                      "why: each folder asked, and the rule that decided");
+  outputOptions.AddTo(commandLine, true);
+  if (!commandLine.Parse(arguments)) return Outcome::Found;
+  if (options.explain && outputOptions.print0) {
+    throw UsageError("--explain and --print0 exclude each other; for programs there is --json");
+  }
+  const char* const folders = std::getenv("PATH");
+  if (folders == nullptr) throw UsageError("there is no PATH in the environment; set it");
+  // As a part of --path, "@..." and "-" would mean something else.
+  const std::string_view list = folders;
+  path.parts = {(list.starts_with('@') || list == "-" ? "./" : "") + std::string(list)};
+  path.as = "program";
+  path.quiet = true;  // shells skip what they cannot search, too
+  const Output output(outputOptions);
+  const host::Environment environment = OpenPath(path, commandLine);
+  Finder finder(options, path, output, environment, {});
+  for (const std::string& name : commandLine.GetOperands()) finder.Answer(name);
+  const bool foundAll = finder.FoundAll() && !commandLine.GetOperands().empty();
+  return foundAll ? Outcome::Found : Outcome::NotFound;
+}
+
+}  // namespace Corvane::PathManagement::tool
