@@ -7,6 +7,8 @@
 #include "host/questions/file_search.h"
 #include "host/questions/folder_search.h"
 #include "host/questions/path_examination.h"
+#include "host/questions/relative_names.h"
+#include "host/questions/rule_examination.h"
 #include "host/questions/rule_explanation.h"
 #include "host/questions/shadow_search.h"
 #include "host/questions/similar_files.h"
@@ -14,9 +16,13 @@
 #include "host/saved/cache_source.h"
 #include "searchpath/host/folder_tree.h"
 #include "searchpath/host/main_search_path_manager.h"
+#include "searchpath/host/name_changes.h"
+#include "searchpath/host/path_refresh.h"
+#include "searchpath/model/search_scope.h"
 #include "searchpath/platform/iri_text.h"
 #include "searchpath/utilities/file_lookup.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace Corvane::PathManagement::host {
@@ -100,7 +106,8 @@ SearchTarget TargetOf(const Lookup& lookup) {
 }  // namespace
 
 Environment::Environment(const EnvironmentOptions& options)
-    : packages(ReadPackages(options.packages, workingFolder)),
+    : rules(options.rules),
+      packages(ReadPackages(options.packages, workingFolder)),
       view(std::make_shared<const PathView>(
           LocateAll(workingFolder, options, packages.get()),
           Locate(workingFolder, {.folders = options.without}, nullptr), options.expansion,
@@ -160,6 +167,7 @@ std::vector<SimilarFile> Environment::FindSimilar(const Lookup& lookup, std::siz
 }
 
 PathEntries Environment::FindFolders(const FolderLookup& lookup) const {
+  if (ruled != nullptr) return ruled->FindFolders(lookup.name);
   return FindFoldersNamed(*view->GetPath(), workingFolder, lookup);
 }
 
@@ -168,11 +176,29 @@ PathEntries Environment::FindSimilarFolders(const FolderLookup& lookup, std::siz
 }
 
 ShadowReport Environment::FindShadows(const ShadowLookup& lookup) const {
-  return CollectShadows(*view, lookup);
+  return ruled == nullptr ? CollectShadows(*view, lookup) : CollectShadowsByRules(*ruled, lookup);
 }
 
 std::vector<PathFinding> Environment::Examine(const Examination& examination) const {
-  return ExaminePath(*view, examination);
+  return ruled == nullptr ? ExaminePath(*view, examination) : ExamineByRules(*ruled, examination);
+}
+
+bool Environment::ForEachFile(const std::function<bool(const FoundItem&)>& visit) const {
+  if (ruled != nullptr) return ForEachFileByRules(*ruled, visit);
+  return view->GetPath()->ForEachEntry(kMainScope, [&](const auto& folder) {
+    const auto items = folder->GetItems();
+    return std::any_of(items->begin(), items->end(),
+                       [&](const auto& item) { return visit(FoundItem(item, folder)); });
+  });
+}
+
+std::vector<NameChange> Environment::FindNameChangesSince(const Environment& before) const {
+  if (ruled != nullptr && before.ruled != nullptr) {
+    return FindRelativeNameChanges(*before.ruled, *ruled);
+  }
+  const FolderPath old(before.GetMainFolders());
+  return FindNameChanges(old,
+                         FolderPath(ShareUnchangedFolders(GetMainFolders(), old.GetMainFolders())));
 }
 
 std::optional<AbsoluteIRI> Environment::AskerOf(const Lookup& lookup) const {

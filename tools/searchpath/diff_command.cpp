@@ -90,14 +90,17 @@ std::vector<host::FolderProblem> FindProblems(const host::Environment& before,
 
 // Returns whether there is a difference.
 bool WriteDifferences(const Output& output, const DiffOptions& options,
-                      const host::FolderPath& before, const host::FolderPath& after) {
+                      const host::Environment& old, const host::Environment& now) {
   using Filter = PathEntryVectorDifferentiator::ComparisonFilter;
   if (options.names) {
     const auto names =
-        WithProgress(options.path.quiet, [&] { return host::FindNameChanges(before, after); });
+        WithProgress(options.path.quiet, [&] { return now.FindNameChangesSince(old); });
     for (const host::NameChange& name : names) WriteDifference(output, name);
     return !names.empty();
   }
+  const host::FolderPath before(old.GetMainFolders());
+  const host::FolderPath after(
+      host::ShareUnchangedFolders(now.GetMainFolders(), before.GetMainFolders()));
   const auto filter = options.subfolders ? Filter::IncludeSubfolders : Filter::TopLevelOnly;
   const auto folders = WithProgress(
       options.path.quiet, [&] { return host::FindPathDifferences(before, after, filter); });
@@ -117,11 +120,8 @@ Outcome RunDiff(const std::vector<std::string>& arguments) {
   const Output output(options.output);
   const host::Environment before = OpenVersion(operands[0], "OLD", options.path);
   const host::Environment after = OpenVersion(operands[1], "NEW", options.path);
-  const host::FolderPath old(before.GetMainFolders());
-  const host::FolderPath shared(
-      host::ShareUnchangedFolders(after.GetMainFolders(), old.GetMainFolders()));
   const bool failed = ReportProblems(FindProblems(before, after), options.path);
-  const bool differ = WriteDifferences(output, options, old, shared);
+  const bool differ = WriteDifferences(output, options, before, after);
   if (failed) return Outcome::Failed;
   return differ ? Outcome::NotFound : Outcome::Found;
 }

@@ -31,6 +31,13 @@ constexpr CommandText kText = {
     "  case-collision  files whose different names are equal where case is ignored,\n"
     "                  as on other systems or with --policy ignore-case\n"
     "  not-utf-8       files whose names are not UTF-8\n"
+    "  With --as, other than environment, also:\n"
+    "  unexpanded-home a part that begins with ~, which nobody expands\n"
+    "  empty-part      an empty part, which is the working folder\n"
+    "  relative-part   a part that depends on the working folder\n"
+    "  not-executable  files that look like programs and may not be executed\n"
+    "  broken-link     links that lead nowhere\n"
+    "  special and case-collision are then not looked for.\n"
     "  These words are the \"finding\" in JSON. A folder that is below another folder\n"
     "  of the path is not reported. For files that hide others, see searchpath\n"
     "  shadows.\n"
@@ -71,8 +78,13 @@ std::string GetWords(const Output& output, const host::PathFinding& finding) {
       return folder + "took " + std::to_string(finding.listingTime.count()) + " ms to list";
     case host::FindingKind::CaseCollision:
     case host::FindingKind::NotUtf8:
+    case host::FindingKind::NotExecutable:
+    case host::FindingKind::BrokenLink:
       return GetList(output, finding.files) + ": " + host::GetText(finding.kind);
     case host::FindingKind::Empty:
+    case host::FindingKind::UnexpandedHome:
+    case host::FindingKind::EmptyPart:
+    case host::FindingKind::RelativePart:
       break;
   }
   return folder + host::GetText(finding.kind);

@@ -10,6 +10,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <optional>
 #include <utility>
 #include <vector>
 
@@ -32,6 +33,14 @@ const char* FindProblem(const host::AskedFolder& asked) {
   return isSearched ? nullptr : FindProblemText(*asked.folder);
 }
 
+// Why a folder of that kind is not searched.
+const char* GetRule(std::optional<PathEntryType> kind) {
+  if (!kind) return "";
+  return *kind == PathEntryType::ResourcesFolder
+             ? " (a resources folder is not searched for names)"
+             : " (a private folder is searched for the folder that holds it alone)";
+}
+
 std::string GetRemark(const Output& output, const host::Environment& environment,
                       const host::Explanation& explanation, const host::AskedFolder& asked) {
   std::vector<std::string> remarks;
@@ -44,7 +53,9 @@ std::string GetRemark(const Output& output, const host::Environment& environment
   for (const FoundItem& file : asked.inOtherCase) {
     remarks.push_back("holds " + output.GetShown(host::GetNativePath(file)));
   }
-  if (!asked.instead.empty()) remarks.push_back(output.GetShown(asked.instead));
+  if (!asked.instead.empty()) {
+    remarks.push_back(output.GetShown(asked.instead) + GetRule(asked.unsearchedKind));
+  }
   if (const char* problem = FindProblem(asked)) remarks.emplace_back(problem);
   if (asked.repeated != nullptr) {
     remarks.push_back("the same as " + output.GetShown(GetNativePath(*asked.repeated)));
@@ -106,6 +117,7 @@ nlohmann::ordered_json GetObject(const host::AskedFolder& asked) {
   }
   AddOrigin(object, asked.origin);
   if (!asked.instead.empty()) AddText(object, "instead", asked.instead);
+  if (asked.unsearchedKind) object["unsearched"] = GetWord(*asked.unsearchedKind);
   if (const char* problem = FindProblem(asked)) object["problem"] = problem;
   if (asked.repeated != nullptr) AddText(object, "repeats", GetNativePath(*asked.repeated));
   if (asked.outcome == host::FolderOutcome::FilteredOut) AddText(object, "hider", asked.hider);

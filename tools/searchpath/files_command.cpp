@@ -69,6 +69,29 @@ std::vector<FoundItem> GetFiles(const std::shared_ptr<const IPathEntry>& folder,
   return files;
 }
 
+bool HasExtension(const FoundItem& file, const std::vector<ustring>& extensions) {
+  return extensions.empty() || std::find(extensions.begin(), extensions.end(),
+                                         file.GetPathItem()->GetExtension()) != extensions.end();
+}
+
+// By rules under which folders have no meaning. Returns whether there is a file.
+bool WriteFilesByRules(const Output& output, const host::Environment& environment,
+                       const FilesOptions& options, const std::vector<ustring>& extensions) {
+  if (options.all || options.from ||
+      options.matching.GetPolicy() == FilenameMatchingPolicy::IgnoreCase) {
+    throw UsageError("--all, --from and --policy ignore-case mean nothing with --as " +
+                     *options.path.as + ", under which no folder is special; leave them out");
+  }
+  bool foundAny = false;
+  environment.ForEachFile([&](const FoundItem& file) {
+    if (!HasExtension(file, extensions)) return false;
+    WriteFile(output, file);
+    foundAny = true;
+    return false;
+  });
+  return foundAny;
+}
+
 std::shared_ptr<const IPathEntry> GetFolder(const host::Environment& environment,
                                             const std::string& typed) {
   try {
@@ -102,6 +125,20 @@ void ForEachFolder(const host::Environment& environment, const FilesOptions& opt
   }
 }
 
+// Returns whether there is a file.
+bool WriteFiles(const Output& output, const host::Environment& environment,
+                const FilesOptions& options, const std::vector<ustring>& extensions) {
+  bool foundAny = false;
+  ForEachFolder(environment, options, [&](const std::shared_ptr<const IPathEntry>& folder) {
+    for (const FoundItem& file : GetFiles(folder, extensions, options.matching.GetPolicy())) {
+      WriteFile(output, file);
+      foundAny = true;
+    }
+    return false;
+  });
+  return foundAny;
+}
+
 }  // namespace
 
 Outcome RunFiles(const std::vector<std::string>& arguments) {
@@ -111,17 +148,11 @@ Outcome RunFiles(const std::vector<std::string>& arguments) {
   if (!commandLine.Parse(arguments)) return Outcome::Found;
   const Output output(options.output);
   const std::vector<ustring> extensions = GetExtensions(options.matching);
-  const FilenameMatchingPolicy policy = options.matching.GetPolicy();
   const host::Environment environment = OpenPath(options.path, commandLine);
   const bool failed = ReportProblems(environment, options.path);
-  bool foundAny = false;
-  ForEachFolder(environment, options, [&](const std::shared_ptr<const IPathEntry>& folder) {
-    for (const FoundItem& file : GetFiles(folder, extensions, policy)) {
-      WriteFile(output, file);
-      foundAny = true;
-    }
-    return false;
-  });
+  const bool foundAny = options.path.GetRules().foldersHaveMeaning
+                            ? WriteFiles(output, environment, options, extensions)
+                            : WriteFilesByRules(output, environment, options, extensions);
   if (!foundAny) Report("no such file in the folders searched");
   if (failed) return Outcome::Failed;
   return foundAny ? Outcome::Found : Outcome::NotFound;

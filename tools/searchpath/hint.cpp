@@ -13,7 +13,8 @@ std::string GetHint(const host::Environment& environment, const host::Lookup& lo
   std::vector<std::string> files;
   for (const auto& [file, similarity] : similar) {
     // Of several, the first on the path is what the name means.
-    const bool isMeant = files.empty() && similarity == host::Similarity::OtherCase;
+    const bool isMeant = files.empty() && similarity == host::Similarity::OtherCase &&
+                         environment.GetRules().foldersHaveMeaning;
     files.push_back(Quoted(host::GetNativePath(file)) + " (" + host::GetText(similarity) +
                     (isMeant ? ": --policy ignore-case finds it)" : ")"));
   }

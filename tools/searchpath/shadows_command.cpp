@@ -34,6 +34,10 @@ constexpr CommandText kText = {
     "    unreadable  one of the two cannot be read; standard error says why\n"
     "  With --ext, names have no extension, as for find: \"plot\" stands for plot.zt\n"
     "  and plot.c, so these hide each other. Without --ext they do not.\n"
+    "  --only different leaves out copies of the same bytes: --only takes a word of\n"
+    "  the list above, with \"-\" for the blank. The exit then depends on what is left.\n"
+    "  With --as, other than environment, names are relative to the folders of the\n"
+    "  path: sys/types.h; whole trees are compared.\n"
     "  --allow FILE holds names that may hide files, one a line, as they are printed.\n"
     "  A name there that hides nothing is reported on standard error. So is a NAME\n"
     "  that no file has.\n"
@@ -47,11 +51,14 @@ struct ShadowsOptions {
   OutputOptions output;
   bool summary = false;
   std::optional<std::string> allow;
+  std::vector<std::string> only;
 
   void AddTo(CommandLine& commandLine) {
     path.AddTo(commandLine);
     commandLine.AddFlag("--summary", summary, "how many files each folder hides in each other one");
     commandLine.AddValue("--allow", "FILE", allow, "names that may hide files, one a line");
+    commandLine.AddValues("--only", "KIND", only,
+                          "only hidden files of this kind; may be repeated");
     matching.AddTo(commandLine, "only files with this extension; may be repeated");
     output.AddTo(commandLine, false);
   }
@@ -65,6 +72,24 @@ struct ShadowsOptions {
     return lookup;
   }
 };
+
+std::set<host::ShadowKind> GetKinds(const std::vector<std::string>& words) {
+  std::vector<std::pair<std::string, host::ShadowKind>> known;
+  for (const host::ShadowKind kind : host::kShadowKinds) known.emplace_back(GetWord(kind), kind);
+  std::set<host::ShadowKind> kinds;
+  for (const std::string& word : words) kinds.insert(ChooseValue("--only", word, known));
+  return kinds;
+}
+
+// Takes out what is not among `kinds`; nothing when there are none.
+void KeepOnly(const std::set<host::ShadowKind>& kinds, std::vector<host::Shadow>& shadows) {
+  if (kinds.empty()) return;
+  for (host::Shadow& shadow : shadows) {
+    std::erase_if(shadow.hidden,
+                  [&](const host::HiddenFile& file) { return !kinds.contains(file.kind); });
+  }
+  std::erase_if(shadows, [](const host::Shadow& shadow) { return shadow.hidden.empty(); });
+}
 
 std::string GetCounts(const host::ShadowCounts& counts) {
   std::vector<std::string> list;
@@ -164,8 +189,9 @@ Outcome RunShadows(const std::vector<std::string>& arguments) {
   if (!commandLine.Parse(arguments)) return Outcome::Clean;
   const Output output(options.output);
   const host::ShadowLookup lookup = options.GetLookup(commandLine.GetOperands());
+  const std::set<host::ShadowKind> kinds = GetKinds(options.only);
   const host::Environment environment = OpenPath(options.path, commandLine);
-  const host::ShadowReport report =
+  host::ShadowReport report =
       WithProgress(options.path.quiet, [&] { return environment.FindShadows(lookup); });
   const bool failed = ReportProblems(environment, options.path);
   for (const ustring& name : report.unknown) {
@@ -176,6 +202,7 @@ Outcome RunShadows(const std::vector<std::string>& arguments) {
     Report("--allow " + Quoted(name) + ": no file of that name is hidden");
   }
   if (!options.path.quiet) ReportUnread(report.shadows);
+  KeepOnly(kinds, report.shadows);
   if (options.summary) {
     WriteSummary(output, report.shadows);
   } else {

@@ -49,7 +49,8 @@ const char* GetWord(host::ShadowKind kind) {
 
 const char* GetWord(host::FindingKind kind) {
   return Choose(kind, std::array{"missing", "unreadable", "empty", "repeat", "special", "slow",
-                                 "case-collision", "not-utf-8"});
+                                 "case-collision", "not-utf-8", "unexpanded-home", "empty-part",
+                                 "relative-part", "not-executable", "broken-link"});
 }
 
 const char* GetWord(host::Freshness freshness) {

@@ -24,6 +24,7 @@
 #include <boost/optional.hpp>
 
 #include <cstddef>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <vector>
@@ -31,6 +32,7 @@
 namespace Corvane::PathManagement::host {
 
 class MainSearchPathManager;
+struct NameChange;
 class PackageRegistry;
 class PathView;
 class RuledPath;
@@ -98,6 +100,8 @@ class SEARCHPATH_EXPORT Environment {
   [[nodiscard]] const std::shared_ptr<const IPath>& GetPath() const;
   /// Its main entries, by their own type.
   [[nodiscard]] FolderEntries GetMainFolders() const;
+  /// What names mean.
+  [[nodiscard]] const LookupRules& GetRules() const noexcept { return rules; }
   [[nodiscard]] const WorkingFolder& GetWorkingFolder() const noexcept { return workingFolder; }
 
   /// The packages below the root that was given, and what is wrong with those that cannot be used;
@@ -161,6 +165,19 @@ class SEARCHPATH_EXPORT Environment {
   /// it took is known from then.
   [[nodiscard]] std::vector<PathFinding> Examine(const Examination& examination = {}) const;
 
+  /// Visits every file that a name could mean, in path order, until a visit returns true; returns
+  /// whether one did. Where folders have a meaning, the files of main folders.
+  ///
+  /// Cost: lists every folder; under rules that search below folders, all folders below them, too.
+  bool ForEachFile(const std::function<bool(const FoundItem&)>& visit) const;
+
+  /// The names that mean another file than in `before`, as the function of that name finds them for
+  /// two paths. Under rules that search below folders, names are relative names.
+  ///
+  /// Precondition: both have the same rules.
+  /// Cost: lists every folder of both, and all folders below them where names are searched there.
+  [[nodiscard]] std::vector<NameChange> FindNameChangesSince(const Environment& before) const;
+
   /// The folders that cannot be searched. First come folders without a location, a root of packages
   /// that cannot be read, and folders of packages that lead into a loop of links; then folders on the
   /// path, in path order.
@@ -177,6 +194,7 @@ class SEARCHPATH_EXPORT Environment {
   [[nodiscard]] std::optional<AbsoluteIRI> AskerOf(const Lookup& lookup) const;
 
   WorkingFolder workingFolder;
+  LookupRules rules;
   std::shared_ptr<const PackageRegistry> packages;
   std::shared_ptr<const PathView> view;
   std::shared_ptr<const RuledPath> ruled;  // null where folders have a meaning

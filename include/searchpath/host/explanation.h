@@ -5,10 +5,12 @@
 #include "searchpath/host/folder_origin.h"
 #include "searchpath/model/found_item.h"
 #include "searchpath/model/path_entry.h"
+#include "searchpath/model/path_entry_type.h"
 #include "searchpath/model/ustring.h"
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <vector>
 
 namespace Corvane::PathManagement::host {
@@ -75,6 +77,8 @@ struct AskedFolder {
   ustring hider = {};
   /// Of outcomes from `BelowUnsearched` on: the native path of what is there instead.
   ustring instead = {};
+  /// Of `BelowUnsearched`: the kind of the folder that keeps the file from being searched.
+  std::optional<PathEntryType> unsearchedKind = {};
 };
 
 /// Why a name means the file that it means.

@@ -23,6 +23,12 @@ enum class FindingKind : std::uint8_t {
   Slow,        ///< it takes long to list
   CaseCollision,  ///< files in main folders whose names differ in case alone
   NotUtf8,        ///< files whose names are not UTF-8
+  // Where folders have no meaning:
+  UnexpandedHome,  ///< a part that begins with "~", which nobody expands, and there is no such folder
+  EmptyPart,       ///< an empty part, which is the working folder
+  RelativePart,    ///< a part that depends on the working folder
+  NotExecutable,  ///< files that look like programs and may not be executed
+  BrokenLink,     ///< links that lead nowhere
 };
 
 /// The kind in words.

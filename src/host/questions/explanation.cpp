@@ -3,9 +3,11 @@
 #include "host/common/held_hash.h"
 #include "host/path/path_view.h"
 #include "host/questions/file_search.h"
+#include "host/questions/unsearched_files.h"
 #include "text/separators.h"
 
 #include <boost/unordered/unordered_flat_map.hpp>
+#include <boost/unordered/unordered_flat_set.hpp>
 
 #include <algorithm>
 #include <array>
@@ -89,6 +91,33 @@ DecidingRule RuleFor(const std::vector<FoundItem>& all, const std::vector<AskedF
   return beatsMethod ? DecidingRule::FolderBeforeMethod : DecidingRule::FirstFolder;
 }
 
+/// Says of a folder without an answer that such a file stands below it where it is not searched.
+class UnsearchedFolders {
+ public:
+  UnsearchedFolders(const SearchTarget& searchTarget, FilenameMatchingPolicy matchingPolicy,
+                    const std::vector<AskedFolder>& askedFolders)
+      : target(searchTarget), policy(matchingPolicy) {
+    for (const AskedFolder& folder : askedFolders) {
+      asked.insert(folder.folder->GetCanonicalAbsoluteIRI());
+    }
+  }
+
+  void Mark(AskedFolder& folder) const {
+    const auto onDisk = std::dynamic_pointer_cast<const FolderEntry>(folder.folder);
+    if (onDisk == nullptr || onDisk->GetPathEntryType() != PathEntryType::Ordinary) return;
+    const auto file = FindUnsearchedFile(onDisk, target, policy);
+    if (!file || asked.contains(file->folder->GetCanonicalAbsoluteIRI())) return;
+    folder.outcome = FolderOutcome::BelowUnsearched;
+    folder.instead = file->path;
+    folder.unsearchedKind = file->kind;
+  }
+
+ private:
+  const SearchTarget& target;
+  FilenameMatchingPolicy policy;
+  boost::unordered_flat_set<AbsoluteIRI, HeldHash> asked;
+};
+
 /// Finds, for folders that are asked, which are not shown by a path, and why.
 class UnseenFolders {
  public:
@@ -122,6 +151,16 @@ class UnseenFolders {
   const PathView& view;
   boost::unordered_flat_map<AbsoluteIRI, std::shared_ptr<const IPathEntry>, HeldHash> counting;
 };
+
+/// Adds the main folders below which a file stands at that place and is not searched.
+void AddHoldersOf(const SearchTarget& target, FilenameMatchingPolicy policy, const PathView& view,
+                  std::vector<AskedFolder>& asked) {
+  for (const auto& folder : view.GetMainFolders()) {
+    if (!FindUnsearchedFile(folder, target, policy)) continue;
+    asked.push_back(
+        {.folder = folder, .outcome = FolderOutcome::Absent, .files = {}, .origin = {}});
+  }
+}
 
 }  // namespace
 
@@ -168,10 +207,14 @@ Explanation ExplainLookup(const PathView& view, const std::optional<AbsoluteIRI>
   auto files = FindAllFiles(view, asker, target, policy, &record);
   UnseenFolders unseen(view, files);
   OtherCases otherCases(view, asker, target);
+  // A partial pathname asks the folders that match it; those that are not searched never do.
+  if (record.asked.empty()) AddHoldersOf(target, policy, view, record.asked);
+  const UnsearchedFolders unsearched(target, policy, record.asked);
   for (AskedFolder& folder : record.asked) {
     if (!unseen.Mark(folder)) {
       if (folder.files.empty()) folder.inOtherCase = otherCases.In(folder.folder);
       folder.outcome = OutcomeOf(folder, files, isPlain);
+      if (folder.outcome == FolderOutcome::Absent) unsearched.Mark(folder);
     }
     folder.origin = view.GetOrigin(*folder.folder);
   }

@@ -31,27 +31,6 @@ using Folder = std::shared_ptr<const FolderEntry>;
 
 ustring PathOf(const IPathEntry& folder) { return GetStringFromIRI(folder.GetAbsoluteIRI()); }
 
-FindingKind KindOf(AbsolutizeError reason) {
-  const bool isMissing = reason == AbsolutizeError::Absent ||
-                         reason == AbsolutizeError::BrokenLink ||
-                         reason == AbsolutizeError::NotAFolder;
-  return isMissing ? FindingKind::Missing : FindingKind::Unreadable;
-}
-
-bool IsUtf8(std::string_view name) {
-  if (std::all_of(name.begin(), name.end(),
-                  [](char byte) { return static_cast<unsigned char>(byte) < 0x80; })) {
-    return true;
-  }
-  // A byte that is none becomes the second half of a pair, without the first.
-  char16_t before = 0;
-  for (const char16_t unit : TextFromBytes(name)) {
-    if (U16_IS_TRAIL(unit) && !U16_IS_LEAD(before)) return false;
-    before = unit;
-  }
-  return true;
-}
-
 /// Looks at every folder of a path that is not hidden.
 class Examiner {
  public:
@@ -200,6 +179,27 @@ class Examiner {
 
 }  // namespace
 
+FindingKind KindOf(AbsolutizeError reason) {
+  const bool isMissing = reason == AbsolutizeError::Absent ||
+                         reason == AbsolutizeError::BrokenLink ||
+                         reason == AbsolutizeError::NotAFolder;
+  return isMissing ? FindingKind::Missing : FindingKind::Unreadable;
+}
+
+bool IsUtf8(std::string_view name) {
+  if (std::all_of(name.begin(), name.end(),
+                  [](char byte) { return static_cast<unsigned char>(byte) < 0x80; })) {
+    return true;
+  }
+  // A byte that is none becomes the second half of a pair, without the first.
+  char16_t before = 0;
+  for (const char16_t unit : TextFromBytes(name)) {
+    if (U16_IS_TRAIL(unit) && !U16_IS_LEAD(before)) return false;
+    before = unit;
+  }
+  return true;
+}
+
 std::vector<PathFinding> ExaminePath(const PathView& view, const Examination& examination) {
   return Examiner(view, examination).Run();
 }
@@ -213,7 +213,12 @@ const char* GetText(FindingKind kind) noexcept {
                                         "belongs to another folder of the path",
                                         "takes long to list",
                                         "names that are equal where case is ignored",
-                                        "names that are not UTF-8"};
+                                        "names that are not UTF-8",
+                                        "no such folder: nobody expands \"~\" here",
+                                        "an empty part: the working folder",
+                                        "depends on the working folder",
+                                        "look like programs and may not be executed",
+                                        "links that lead nowhere"};
   return kTexts[static_cast<std::size_t>(kind)];
 }
 
@@ -227,7 +232,12 @@ const char* GetAdvice(FindingKind kind) noexcept {
       "take it off the path: it is searched as part of the other folder",
       "put it last on the path, or keep a copy on a faster disk",
       "rename all but one",
-      "rename them: many programs accept only UTF-8"};
+      "rename them: many programs accept only UTF-8",
+      "write the folder in full",
+      "write . if that is meant, or take it out",
+      "write the folder in full",
+      "make them executable, or move them away",
+      "correct or remove them"};
   return kTexts[static_cast<std::size_t>(kind)];
 }
 

@@ -3,6 +3,7 @@
 
 #include "searchpath/host/path_examination.h"
 
+#include <string_view>
 #include <vector>
 
 namespace Corvane::PathManagement::host {
@@ -12,6 +13,12 @@ class PathView;
 /// As `Environment::Examine`.
 [[nodiscard]] std::vector<PathFinding> ExaminePath(const PathView& view,
                                                    const Examination& examination);
+
+/// Whether a folder that cannot be searched for that reason is missing or unreadable.
+[[nodiscard]] FindingKind KindOf(current_working_folder::AbsolutizeError reason);
+
+/// Whether the bytes of a file name are UTF-8.
+[[nodiscard]] bool IsUtf8(std::string_view name);
 
 }  // namespace Corvane::PathManagement::host
 

@@ -48,8 +48,9 @@ class RuleExplainer {
   bool Ask(const Place& place) {
     AskedFolder asked{
         .folder = place.folder, .outcome = FolderOutcome::Absent, .files = {}, .origin = {}};
-    asked.origin = place.isOnPath ? path.FindOrigin(*place.folder)
-                                  : FolderOrigin{.folder = place.folder->GetAbsoluteIRI().getPath()};
+    asked.origin = place.isOnPath
+                       ? path.FindOrigin(*place.folder)
+                       : FolderOrigin{.folder = place.folder->GetAbsoluteIRI().getPath()};
     if (!MarkUnseen(place, asked)) {
       for (const std::string& name : names) {
         const auto sight = RuledPath::LookIn(place, name);

@@ -7,6 +7,7 @@
 #include "host/path/path_view.h"
 #include "host/questions/file_comparison.h"
 #include "host/questions/file_search.h"
+#include "host/rules/tree_walk.h"
 #include "searchpath/host/filename_comparison.h"
 #include "searchpath/host/native_location.h"
 #include "searchpath/model/byte_text.h"
@@ -18,6 +19,8 @@
 #include <algorithm>
 #include <array>
 #include <cstddef>
+#include <functional>
+#include <mutex>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -121,6 +124,19 @@ std::vector<std::string> BytesOf(const std::vector<ustring>& names) {
   return all;
 }
 
+std::vector<Candidate> CandidatesFor(const std::vector<ustring>& names) {
+  const auto asked = BytesOf(names);
+  return {asked.begin(), asked.end()};
+}
+
+/// Whether `name` ends with one of the extensions; any name does when there are none.
+bool HasExtension(const std::string& name, const std::vector<ustring>& extensions) {
+  return extensions.empty() ||
+         std::any_of(extensions.begin(), extensions.end(), [&](const ustring& extension) {
+           return name.ends_with(BytesFromText(extension).value_or("/"));
+         });
+}
+
 /// Names that are compared as the policy says.
 class NameSet {
  public:
@@ -149,28 +165,26 @@ struct Answer {
   bool isAllowed = false;  // to hide files, as it does
 };
 
-Answer AnswerFor(const PathView& view, const ShadowLookup& lookup, const NameSet& allowed,
-                 const Candidate& candidate) {
+/// The files that a name could mean; see `Environment::FindAll`.
+using FindFiles = std::function<std::vector<FoundItem>(const ustring& name)>;
+
+Answer AnswerFor(const FindFiles& find, const NameSet& allowed, const Candidate& candidate) {
   ustring name = TextFromBytes(candidate.name);
-  const auto target = CreateSearchTargetWithExtensionInFilenamePreferred(name, lookup.extensions);
-  const auto files = FindAllFiles(view, std::nullopt, target, lookup.policy, nullptr);
+  const auto files = find(name);
   if (files.empty()) return {.isUnknown = true};
   if (files.size() == 1 || (candidate.isOfMethods && !HasMethodEntry(files))) return {};
   if (allowed.Contains(candidate.name)) return {.isAllowed = true};
   return {.shadow = MakeShadow(std::move(name), files)};
 }
 
-}  // namespace
-
-ShadowReport CollectShadows(const PathView& view, const ShadowLookup& lookup) {
+ShadowReport Collect(const std::vector<Candidate>& candidates, const FindFiles& find,
+                     const ShadowLookup& lookup) {
   const auto asked = BytesOf(lookup.names);
-  const auto candidates = asked.empty() ? AllCandidates(view, lookup)
-                                        : std::vector<Candidate>(asked.begin(), asked.end());
   const auto allowed = BytesOf(lookup.allowed);
   const NameSet allowedNames(allowed, lookup.policy);
   std::vector<Answer> answers(candidates.size());
   ForEachInParallel(candidates.size(), [&](std::size_t at) {
-    answers[at] = AnswerFor(view, lookup, allowedNames, candidates[at]);
+    answers[at] = AnswerFor(find, allowedNames, candidates[at]);
   });
   ShadowReport report;
   std::vector<std::string> hiding;  // of the allowed names, those that hide files
@@ -189,6 +203,42 @@ ShadowReport CollectShadows(const PathView& view, const ShadowLookup& lookup) {
     }
   }
   return report;
+}
+
+/// The relative names that files below several roots share, in the order of their bytes.
+std::vector<Candidate> SharedRelativeNames(const RuledPath& path, const ShadowLookup& lookup) {
+  std::vector<Candidate> candidates;
+  std::mutex mutex;  // guards candidates
+  WalkMerged(path, true, [&](const MergedFolder& folder) {
+    SharedNames names({}, FilenameMatchingPolicy::CaseSensitive);
+    for (const TreeFolder& part : folder.folders) names.AddFolder(StateOf(*part.entry).Files());
+    const auto shared = names.GetShared();
+    const std::lock_guard lock(mutex);
+    for (const std::string& name : shared) {
+      if (HasExtension(name, lookup.extensions)) candidates.emplace_back(folder.name + name);
+    }
+  });
+  std::sort(candidates.begin(), candidates.end(),
+            [](const auto& left, const auto& right) { return left.name < right.name; });
+  return candidates;
+}
+
+}  // namespace
+
+ShadowReport CollectShadows(const PathView& view, const ShadowLookup& lookup) {
+  const auto find = [&](const ustring& name) {
+    const auto target = CreateSearchTargetWithExtensionInFilenamePreferred(name, lookup.extensions);
+    return FindAllFiles(view, std::nullopt, target, lookup.policy, nullptr);
+  };
+  return Collect(lookup.names.empty() ? AllCandidates(view, lookup) : CandidatesFor(lookup.names),
+                 find, lookup);
+}
+
+ShadowReport CollectShadowsByRules(const RuledPath& path, const ShadowLookup& lookup) {
+  const auto find = [&](const ustring& name) { return path.FindAll(RuledPath::Target(name), {}); };
+  return Collect(
+      lookup.names.empty() ? SharedRelativeNames(path, lookup) : CandidatesFor(lookup.names), find,
+      lookup);
 }
 
 ShadowSummary GetSummary(const std::vector<Shadow>& shadows) {

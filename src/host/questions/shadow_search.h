@@ -6,9 +6,14 @@
 namespace Corvane::PathManagement::host {
 
 class PathView;
+class RuledPath;
 
 /// As `Environment::FindShadows`.
 [[nodiscard]] ShadowReport CollectShadows(const PathView& view, const ShadowLookup& lookup);
+
+/// The same by the rules of `path`, which compares names relative to its folders. With extensions, of
+/// files that have one of them; a name has its extension.
+[[nodiscard]] ShadowReport CollectShadowsByRules(const RuledPath& path, const ShadowLookup& lookup);
 
 }  // namespace Corvane::PathManagement::host
 

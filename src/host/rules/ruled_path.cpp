@@ -165,6 +165,12 @@ std::vector<RuledPath::Place> RuledPath::FindPlaces(const Target& target,
   return places;
 }
 
+std::vector<RuledPath::Place> RuledPath::GetPlacesOnPath() const {
+  std::vector<Place> places;
+  AddPlaces(*onPath, places);
+  return places;
+}
+
 RuledPath::Place RuledPath::PlaceOfFile(const ustring& name) const {
   std::string before;
   if (!name.starts_with(u'/')) before = BelowRoot(WorkingFolder().Locate(u"."));
@@ -220,6 +226,27 @@ std::optional<AbsolutizeError> RuledPath::FindProblem(const Place& place) {
   return path ? FindReason(*path) : AbsolutizeError::InvalidText;
 }
 
+PathEntries RuledPath::FindFolders(const ustring& name) const {
+  PathEntries found;
+  CountingPlaces counting(*view);
+  const bool isFull = name.starts_with(u'/');
+  const AbsoluteIRI full = CreateMainFolder(WorkingFolder().Locate(isFull ? name : u"/"), nullptr)
+                               ->GetCanonicalAbsoluteIRI();
+  std::string relative(Trimmed(BytesFromText(name).value_or("")));
+  while (relative.ends_with('/')) relative.pop_back();
+  for (const Place& place : GetPlacesOnPath()) {
+    if (!counting.Counts(place)) continue;
+    if (isFull) {
+      if (place.folder->GetCanonicalAbsoluteIRI() == full) found.push_back(place.folder);
+    } else if (rules.separator == Separator::FileBelow && !relative.empty()) {
+      auto folder = GetRoots().CreateFolder(place.root, relative);
+      const auto path = fl::filesystem::detail::NativeBytes(folder->GetAbsoluteIRI());
+      if (path && !FindReason(*path)) found.push_back(std::move(folder));
+    }
+  }
+  return found;
+}
+
 void RuledPath::CheckFolder(const AbsoluteIRI& folder) {
   const auto path = fl::filesystem::detail::NativeBytes(folder);
   const auto reason = path ? FindReason(*path) : AbsolutizeError::InvalidText;
@@ -229,9 +256,7 @@ void RuledPath::CheckFolder(const AbsoluteIRI& folder) {
 std::vector<FolderProblem> RuledPath::FindProblems() const {
   std::vector<FolderProblem> problems = view->GetUnlocated();
   CountingPlaces counting(*view);
-  std::vector<Place> places;
-  AddPlaces(*onPath, places);
-  for (const Place& place : places) {
+  for (const Place& place : GetPlacesOnPath()) {
     const auto reason = FindProblem(place);
     if (!reason || !counting.Counts(place)) continue;
     problems.push_back({GetStringFromIRI(place.folder->GetAbsoluteIRI()), *reason});

@@ -61,6 +61,8 @@ class RuledPath {
 
   /// The folders that a question asks, in order; repeats and hidden ones among them.
   [[nodiscard]] std::vector<Place> FindPlaces(const Target& target, const Asker& asker) const;
+  /// The folders of the path, as places.
+  [[nodiscard]] std::vector<Place> GetPlacesOnPath() const;
   /// The names that a question asks each place for, the preferred one first.
   [[nodiscard]] std::vector<std::string> NamesOf(const Target& target) const;
   /// What stands at one of these names in a place.
@@ -77,6 +79,11 @@ class RuledPath {
 
   /// Errors: `FailedToAbsolutizeException` when there is no folder at `folder` that can be searched.
   static void CheckFolder(const AbsoluteIRI& folder);
+
+  /// The folders that a name denotes, in path order: those of that relative name below folders of the
+  /// path, where names with a separator are searched below them; for a name that begins with a
+  /// separator, the folder of the path at that location.
+  [[nodiscard]] PathEntries FindFolders(const ustring& name) const;
 
   /// Why folders of the path cannot be searched, in path order. Folders that may be searched but not
   /// listed are none.

@@ -1,0 +1,93 @@
+#include "host/questions/relative_names.h"
+
+#include "host/folder/entry_state.h"
+#include "host/rules/tree_walk.h"
+#include "platform/native_path.h"
+#include "searchpath/host/native_location.h"
+#include "searchpath/model/byte_text.h"
+
+#include <boost/unordered/unordered_flat_map.hpp>
+
+#include <map>
+#include <mutex>
+#include <string>
+#include <utility>
+
+namespace Corvane::PathManagement::host {
+
+namespace {
+
+using Files = LookupRules::Files;
+
+bool Counts(const FoundItem& file, Files files) {
+  return files != Files::Executable ||
+         LookAtFile(fl::filesystem::detail::NativeBytes(GetNativePath(file)), files) ==
+             Standing::Counts;
+}
+
+/// The file that each relative name means.
+using Meanings = std::map<std::string, FoundItem, std::less<>>;
+
+/// Adds the first file of each name in `folder` that counts.
+void AddMeanings(const MergedFolder& folder, Files files, Meanings& meanings) {
+  for (const TreeFolder& part : folder.folders) {
+    FolderState& state = StateOf(*part.entry);
+    for (std::size_t index = 0; index < state.Files().size(); ++index) {
+      std::string name = folder.name + std::string(state.Files()[index]);
+      if (meanings.contains(name)) continue;
+      FoundItem file(state.ItemAt(index), part.entry);
+      if (Counts(file, files)) meanings.emplace(std::move(name), std::move(file));
+    }
+  }
+}
+
+Meanings FindMeanings(const RuledPath& path) {
+  Meanings all;
+  std::mutex mutex;  // guards all
+  WalkMerged(path, false, [&](const MergedFolder& folder) {
+    Meanings here;
+    AddMeanings(folder, path.GetRules().files, here);
+    const std::lock_guard lock(mutex);
+    all.merge(here);
+  });
+  return all;
+}
+
+}  // namespace
+
+bool ForEachFileByRules(const RuledPath& path, const std::function<bool(const FoundItem&)>& visit) {
+  return WalkTrees(path, [&](const TreeFolder& folder) {
+    const auto items = folder.entry->GetItems();
+    for (const auto& item : *items) {
+      const FoundItem file(item, folder.entry);
+      if (Counts(file, path.GetRules().files) && visit(file)) return true;
+    }
+    return false;
+  });
+}
+
+std::vector<NameChange> FindRelativeNameChanges(const RuledPath& before, const RuledPath& after) {
+  const Meanings old = FindMeanings(before);
+  Meanings now = FindMeanings(after);
+  std::map<std::string, NameChange> changes;
+  for (const auto& [name, file] : old) {
+    const auto found = now.find(name);
+    if (found == now.end()) {
+      changes.emplace(name, NameChange{TextFromBytes(name), file, {}});
+      continue;
+    }
+    const bool isSame = found->second.GetPathEntry()->GetCanonicalAbsoluteIRI() ==
+                        file.GetPathEntry()->GetCanonicalAbsoluteIRI();
+    if (!isSame) changes.emplace(name, NameChange{TextFromBytes(name), file, found->second});
+    now.erase(found);
+  }
+  for (const auto& [name, file] : now) {
+    changes.emplace(name, NameChange{TextFromBytes(name), {}, file});
+  }
+  std::vector<NameChange> inOrder;
+  inOrder.reserve(changes.size());
+  for (auto& [name, change] : changes) inOrder.push_back(std::move(change));
+  return inOrder;
+}
+
+}  // namespace Corvane::PathManagement::host

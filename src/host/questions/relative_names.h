@@ -1,0 +1,28 @@
+#ifndef SEARCHPATH_SRC_HOST_QUESTIONS_RELATIVE_NAMES_H
+#define SEARCHPATH_SRC_HOST_QUESTIONS_RELATIVE_NAMES_H
+
+#include "host/rules/ruled_path.h"
+#include "searchpath/host/name_changes.h"
+
+#include <functional>
+#include <vector>
+
+namespace Corvane::PathManagement::host {
+
+/// Visits every file that counts below the folders of `path`, those that others hide among them: in
+/// the order of the path, then of the relative names of folders, then of names. Returns whether a
+/// visit returned true, which ends it.
+///
+/// Cost: lists all folders.
+bool ForEachFileByRules(const RuledPath& path, const std::function<bool(const FoundItem&)>& visit);
+
+/// The relative names that mean another file on `after` than on `before`, in the order of their
+/// bytes. A file is another one when it stands in another folder, by canonical location.
+///
+/// Cost: lists all folders, and holds all names of both paths.
+[[nodiscard]] std::vector<NameChange> FindRelativeNameChanges(const RuledPath& before,
+                                                              const RuledPath& after);
+
+}  // namespace Corvane::PathManagement::host
+
+#endif  // SEARCHPATH_SRC_HOST_QUESTIONS_RELATIVE_NAMES_H

@@ -1,0 +1,31 @@
+#ifndef SEARCHPATH_SRC_HOST_QUESTIONS_UNSEARCHED_FILES_H
+#define SEARCHPATH_SRC_HOST_QUESTIONS_UNSEARCHED_FILES_H
+
+#include "searchpath/host/folder_entry.h"
+#include "searchpath/model/filename_matching_policy.h"
+#include "searchpath/model/search_target.h"
+#include "searchpath/model/ustring.h"
+
+#include <memory>
+#include <optional>
+
+namespace Corvane::PathManagement::host {
+
+/// A file that a look-up does not find, because it stands below a folder that is not searched.
+struct UnsearchedFile {
+  std::shared_ptr<const FolderEntry> folder;
+  ustring path;        // native
+  PathEntryType kind;  // of the folder that is not searched: private or resources
+};
+
+/// The first such file below `top`, which is on the path: for a plain name in any folder below, for a
+/// partial pathname at exactly that place.
+///
+/// Cost: for a plain name, lists all folders below the private and the resources folder of `top`.
+[[nodiscard]] std::optional<UnsearchedFile> FindUnsearchedFile(
+    const std::shared_ptr<const FolderEntry>& top,
+    const PathManagement::detail::SearchTarget& target, FilenameMatchingPolicy policy);
+
+}  // namespace Corvane::PathManagement::host
+
+#endif  // SEARCHPATH_SRC_HOST_QUESTIONS_UNSEARCHED_FILES_H
