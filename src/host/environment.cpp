@@ -13,6 +13,7 @@
 #include "host/questions/shadow_search.h"
 #include "host/questions/similar_files.h"
 #include "host/rules/ruled_path.h"
+#include "host/rules/tree_walk.h"
 #include "host/saved/cache_source.h"
 #include "searchpath/host/folder_tree.h"
 #include "searchpath/host/main_search_path_manager.h"
@@ -181,6 +182,16 @@ ShadowReport Environment::FindShadows(const ShadowLookup& lookup) const {
 
 std::vector<PathFinding> Environment::Examine(const Examination& examination) const {
   return ruled == nullptr ? ExaminePath(*view, examination) : ExamineByRules(*ruled, examination);
+}
+
+FolderEntries Environment::FindSearchedFolders() const {
+  if (ruled == nullptr) return GetMainFolders();
+  FolderEntries folders;
+  WalkTrees(*ruled, [&](const TreeFolder& folder) {
+    folders.push_back(folder.entry);
+    return false;
+  });
+  return folders;
 }
 
 bool Environment::ForEachFile(const std::function<bool(const FoundItem&)>& visit) const {

@@ -250,7 +250,7 @@ TEST_F(ToolTest, HelpFitsAScreenAndBeginsWithExamples) {
     EXPECT_FALSE(std::regex_search(full, std::regex("[^\n]{81}"))) << full;
     EXPECT_TRUE(help("--version").starts_with("searchpath ")) << command;
   }
-  EXPECT_EQ(count, 16);
+  EXPECT_EQ(count, 17);
 }
 
 TEST_F(ToolTest, AClosedPipeEndsQuietlyAlsoWhereItsSignalIsIgnored) {

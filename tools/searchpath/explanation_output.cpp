@@ -37,8 +37,8 @@ const char* FindProblem(const host::AskedFolder& asked) {
 const char* GetRule(std::optional<PathEntryType> kind) {
   if (!kind) return "";
   return *kind == PathEntryType::ResourcesFolder
-             ? " (a resources folder is not searched for names)"
-             : " (a private folder is searched for the folder that holds it alone)";
+             ? " (a resources folder is not searched)"
+             : " (folders below a private folder are not searched)";
 }
 
 std::string GetRemark(const Output& output, const host::Environment& environment,

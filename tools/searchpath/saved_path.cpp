@@ -13,7 +13,9 @@ bool SavePath(const host::Environment& environment, const PathOptions& options,
               const std::string& file) {
   try {
     const Progress progress(options.quiet);
-    host::SaveListing(TextFromBytes(file), environment.GetMainFolders());
+    // Folders that have a meaning are saved with the folder that they belong to.
+    host::SaveListing(TextFromBytes(file), environment.GetMainFolders(),
+                      environment.FindSearchedFolders());
   } catch (const std::exception& failure) {
     throw UsageError("cannot write the cache: " + std::string(failure.what()));
   }

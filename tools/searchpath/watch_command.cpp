@@ -27,6 +27,7 @@
 #include <csignal>
 #include <cstdio>
 #include <system_error>
+#include <utility>
 #include <vector>
 
 namespace Corvane::PathManagement::tool {
@@ -89,10 +90,10 @@ struct WatchOptions {
 
   void Check() const {
     const bool readsInput = std::count(path.parts.begin(), path.parts.end(), "-") > 0;
-    if (path.recursive && readsInput) {
-      throw UsageError(
-          "--recursive reads the path again, and standard input can be read only once; write the "
-          "folders into a file: --path @FILE");
+    if ((path.recursive || !path.GetRules().foldersHaveMeaning) && readsInput) {
+      throw UsageError(std::string(path.recursive ? "--recursive" : "--as " + *path.as) +
+                       " reads the path again, and standard input can be read only once; write the "
+                       "folders into a file: --path @FILE");
     }
   }
 };
@@ -131,7 +132,8 @@ void Wait(const host::WakeUp& wakeUp) {
 
 // Returns the number of lines written.
 std::size_t WriteDifferences(const Output& output, const WatchOptions& options,
-                             const host::FolderPath& before, const host::FolderPath& after) {
+                             const host::FolderPath& before, const host::FolderPath& after,
+                             const std::vector<host::NameChange>& names) {
   const auto folders = host::FindPathDifferences(
       before, after, options.subfolders ? Filter::IncludeSubfolders : Filter::TopLevelOnly);
   for (const host::FolderDifference& folder : folders) {
@@ -141,7 +143,6 @@ std::size_t WriteDifferences(const Output& output, const WatchOptions& options,
       Report("cannot search " + Quoted(GetNativePath(*folder.after)) + ": " + problem);
     }
   }
-  const auto names = host::FindNameChanges(before, after);
   for (const host::NameChange& name : names) WriteDifference(output, name);
   return folders.size() + names.size();
 }
@@ -152,7 +153,7 @@ void ReadAgain(host::MainSearchPathManager& manager, const WatchOptions& options
   std::vector<AbsoluteIRI> folders;
   try {
     const host::Environment environment = OpenPath(options.path, commandLine);
-    for (const auto& folder : environment.GetMainFolders()) {
+    for (const auto& folder : environment.FindSearchedFolders()) {
       folders.push_back(folder->GetAbsoluteIRI());
     }
   } catch (const std::exception& error) {
@@ -163,7 +164,28 @@ void ReadAgain(host::MainSearchPathManager& manager, const WatchOptions& options
   manager.SetFolderIRIs(folders, notification);
 }
 
-Outcome Watch(host::MainSearchPathManager& manager, const WatchOptions& options,
+// The names that mean another file than when they were printed last.
+class PrintedNames {
+ public:
+  PrintedNames(const WatchOptions& watchOptions, const CommandLine& typed, host::Environment path)
+      : options(watchOptions), commandLine(typed), printed(std::move(path)) {}
+
+  [[nodiscard]] std::vector<host::NameChange> FindChanges(const host::FolderPath& before,
+                                                          const host::FolderPath& after) {
+    if (printed.GetRules().foldersHaveMeaning) return host::FindNameChanges(before, after);
+    host::Environment now = OpenPath(options.path, commandLine);
+    auto changes = now.FindNameChangesSince(printed);
+    printed = std::move(now);
+    return changes;
+  }
+
+ private:
+  const WatchOptions& options;
+  const CommandLine& commandLine;
+  host::Environment printed;
+};
+
+Outcome Watch(host::MainSearchPathManager& manager, PrintedNames names, const WatchOptions& options,
               const Output& output, const CommandLine& commandLine) {
   const std::optional<std::size_t> count = options.GetCount();
   const std::vector<AbsoluteIRI> lists = FindLists(options.path);
@@ -176,7 +198,8 @@ Outcome Watch(host::MainSearchPathManager& manager, const WatchOptions& options,
     const auto isChanged = [&](const AbsoluteIRI& list) {
       return list.toString() == changed->GetLocation();
     };
-    if (!options.path.recursive && std::none_of(lists.begin(), lists.end(), isChanged)) return;
+    const bool readsAll = options.path.recursive || !options.path.GetRules().foldersHaveMeaning;
+    if (!readsAll && std::none_of(lists.begin(), lists.end(), isChanged)) return;
     mustReadAgain = true;
     wakeUp.Set();
   });
@@ -192,7 +215,8 @@ Outcome Watch(host::MainSearchPathManager& manager, const WatchOptions& options,
     Wait(wakeUp);
     if (mustReadAgain.exchange(false)) ReadAgain(manager, options, commandLine);
     const auto current = manager.GetPath();
-    lines += WriteDifferences(output, options, *printed, *current);
+    lines += WriteDifferences(output, options, *printed, *current,
+                              names.FindChanges(*printed, *current));
     FinishData();
     printed = current;
   }
@@ -212,8 +236,15 @@ Outcome RunWatch(const std::vector<std::string>& arguments) {
   const host::Environment environment = OpenPath(options.path, commandLine);
   ReadFolders(environment, options.path);
   if (ReportProblems(environment, options.path)) return Outcome::Failed;
-  const auto manager = environment.CreateManager();
-  return Watch(*manager, options, output, commandLine);
+  PrintedNames names(options, commandLine, environment);
+  if (environment.GetRules().foldersHaveMeaning) {
+    const auto manager = environment.CreateManager();
+    return Watch(*manager, std::move(names), options, output, commandLine);
+  }
+  // Listed as it is now, so that what changes from here on shows.
+  static_cast<void>(environment.FindNameChangesSince(environment));
+  host::MainSearchPathManager manager(environment.FindSearchedFolders());
+  return Watch(manager, std::move(names), options, output, commandLine);
 }
 
 }  // namespace Corvane::PathManagement::tool

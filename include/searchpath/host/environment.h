@@ -165,6 +165,12 @@ class SEARCHPATH_EXPORT Environment {
   /// it took is known from then.
   [[nodiscard]] std::vector<PathFinding> Examine(const Examination& examination = {}) const;
 
+  /// Every folder in which a name may be found: the main folders; under rules that search below
+  /// folders, all folders below them, too.
+  ///
+  /// Cost: under such rules, lists all of them.
+  [[nodiscard]] FolderEntries FindSearchedFolders() const;
+
   /// Visits every file that a name could mean, in path order, until a visit returns true; returns
   /// whether one did. Where folders have a meaning, the files of main folders.
   ///

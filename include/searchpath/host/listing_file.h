@@ -19,12 +19,13 @@ namespace Corvane::PathManagement::host {
 LoadListing(const fl::filesystem::path& file, ListingUse use = ListingUse::WhileFresh);
 
 /// Lists those of `mainFolders`, and of all special folders below them, that have not been listed,
-/// and replaces the file in one step, as `WriteToolboxPathCache` does.
+/// as well as those of `furtherFolders`, which do not become main folders of the saved path; and replaces the file in one step, as `WriteToolboxPathCache` does.
 ///
 /// Errors: `std::system_error`, which says what failed; `std::length_error` for more than a file
 /// can hold. The old file then stays as it was.
 SEARCHPATH_EXPORT void SaveListing(const fl::filesystem::path& file,
-                                   const FolderEntries& mainFolders);
+                                   const FolderEntries& mainFolders,
+                                   const FolderEntries& furtherFolders = {});
 
 }  // namespace Corvane::PathManagement::host
 

@@ -1,6 +1,6 @@
 #include "host/questions/unsearched_files.h"
 
-#include "host/rules/tree_walk.h"
+#include "host/rules/tree_folder.h"
 #include "searchpath/host/native_location.h"
 #include "searchpath/model/found_item.h"
 #include "searchpath/utilities/partial_pathname.h"
@@ -34,15 +34,19 @@ std::optional<UnsearchedFile> FindIn(const TreeFolder& folder, const SearchTarge
                         kind};
 }
 
-/// In `folder` or anywhere below it.
-std::optional<UnsearchedFile> FindAnywhere(TreeFolder folder, const SearchTarget& target,
+/// Anywhere below `folder`, or in itself unless it is private: the files of a private folder have
+/// names of their own, such as private/plot.zt.
+std::optional<UnsearchedFile> FindAnywhere(const TreeFolder& folder, const SearchTarget& target,
                                            FilenameMatchingPolicy policy) {
   const PathEntryType kind = KindOf(folder);
-  std::vector<TreeFolder> pending = {std::move(folder)};
+  std::vector<TreeFolder> pending = {folder};
   while (!pending.empty()) {
     const TreeFolder next = std::move(pending.back());
     pending.pop_back();
-    if (auto found = FindIn(next, target, policy, kind)) return found;
+    const bool isItself = next.entry == folder.entry;
+    if (!isItself || kind != PathEntryType::PrivateFolder) {
+      if (auto found = FindIn(next, target, policy, kind)) return found;
+    }
     auto below = next.FindBelow();
     std::move(below.rbegin(), below.rend(), std::back_inserter(pending));
   }

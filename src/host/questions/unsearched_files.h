@@ -18,8 +18,8 @@ struct UnsearchedFile {
   PathEntryType kind;  // of the folder that is not searched: private or resources
 };
 
-/// The first such file below `top`, which is on the path: for a plain name in any folder below, for a
-/// partial pathname at exactly that place.
+/// The first such file below `top`, which is on the path: for a plain name in any folder below
+/// but the private folder directly there, for a partial pathname at exactly that place.
 ///
 /// Cost: for a plain name, lists all folders below the private and the resources folder of `top`.
 [[nodiscard]] std::optional<UnsearchedFile> FindUnsearchedFile(

@@ -4,6 +4,7 @@
 #include "host/common/held_hash.h"
 #include "host/path/path_view.h"
 #include "host/rules/relative_lookup.h"
+#include "host/rules/tree_folder.h"
 #include "searchpath/host/lookup_rules.h"
 #include "searchpath/model/found_item.h"
 #include "searchpath/model/search_target.h"
@@ -51,6 +52,8 @@ class RuledPath {
 
   [[nodiscard]] const LookupRules& GetRules() const noexcept { return rules; }
   [[nodiscard]] const PathView& GetView() const noexcept { return *view; }
+  /// What stands below the folders of the path.
+  [[nodiscard]] RememberedTree& GetTree() const noexcept { return *tree; }
   /// The folders of the path, as they were given.
   [[nodiscard]] const SearchRoots& GetRoots() const noexcept { return onPath->GetRoots(); }
 
@@ -106,8 +109,9 @@ class RuledPath {
   const LookupRules rules;
   std::unique_ptr<RelativeLookup> onPath;
   std::unique_ptr<RelativeLookup> quoted;
-  mutable std::atomic<bool> hasMissed = false;
   std::unique_ptr<RelativeLookup> everywhere;  // its only root is that of the file system
+  const std::unique_ptr<RememberedTree> tree = std::make_unique<RememberedTree>();
+  mutable std::atomic<bool> hasMissed = false;  // whether a name was not found
 };
 
 /// Takes places one after the other, and finds those that do not count.

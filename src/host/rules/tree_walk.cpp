@@ -2,10 +2,10 @@
 
 #include "host/common/parallel.h"
 #include "host/folder/entry_state.h"
-#include "searchpath/model/byte_text.h"
 
 #include <algorithm>
 #include <cstddef>
+#include <iterator>
 #include <map>
 #include <utility>
 
@@ -13,33 +13,16 @@ namespace Corvane::PathManagement::host {
 
 namespace {
 
-using Link = TreeFolder::Link;
-
-bool IsAtOrAbove(const AbsoluteIRI& above, const AbsoluteIRI& folder) {
-  const std::u16string_view whole = folder.toStringView();
-  const std::u16string_view start = above.toStringView();
-  return whole.starts_with(start) &&
-         (whole.size() == start.size() || start.ends_with(u'/') || whole[start.size()] == u'/');
-}
-
-/// Whether a link in `folder` to `target` leads back to where the walk has come from.
-bool LeadsBack(const AbsoluteIRI& target, const TreeFolder& folder) {
-  if (IsAtOrAbove(target, folder.entry->GetCanonicalAbsoluteIRI())) return true;
-  for (const Link* link = folder.links.get(); link != nullptr; link = link->before.get()) {
-    if (IsAtOrAbove(target, link->target)) return true;
-  }
-  return false;
-}
-
 bool DescendsInto(const RuledPath& path) {
   return path.GetRules().separator == LookupRules::Separator::FileBelow;
 }
 
 /// The folders directly below, merged by their names.
-std::vector<MergedFolder> FindMergedBelow(const MergedFolder& above, bool sharedOnly) {
+std::vector<MergedFolder> FindMergedBelow(const RuledPath& path, const MergedFolder& above,
+                                          bool sharedOnly) {
   std::map<std::string, std::vector<TreeFolder>> byName;
   for (const TreeFolder& folder : above.folders) {
-    for (TreeFolder& below : folder.FindBelow()) {
+    for (TreeFolder& below : path.GetTree().Below(folder)) {
       byName[below.GetName()].push_back(std::move(below));
     }
   }
@@ -53,31 +36,6 @@ std::vector<MergedFolder> FindMergedBelow(const MergedFolder& above, bool shared
 }
 
 }  // namespace
-
-std::vector<TreeFolder> TreeFolder::FindBelow() const {
-  FolderEntries entries = entry->CreateOrdinaryFolders();
-  const FolderEntries& special = entry->GetSpecialFolders();
-  entries.insert(entries.end(), special.begin(), special.end());
-  std::vector<TreeFolder> below;
-  below.reserve(entries.size());
-  const AbsoluteIRI here = entry->GetCanonicalAbsoluteIRI();
-  for (auto& folder : entries) {
-    AbsoluteIRI target = folder->GetCanonicalAbsoluteIRI();
-    const bool isLink = !target.hasParent() || target.getParent() != here;
-    if (isLink && LeadsBack(target, *this)) continue;
-    below.push_back(
-        {std::move(folder),
-         isLink ? std::make_shared<const Link>(Link{std::move(target), links}) : links});
-  }
-  std::sort(below.begin(), below.end(), [](const TreeFolder& left, const TreeFolder& right) {
-    return left.GetName() < right.GetName();
-  });
-  return below;
-}
-
-std::string TreeFolder::GetName() const {
-  return BytesFromText(entry->GetAbsoluteIRI().getName()).value_or("");
-}
 
 std::vector<TreeFolder> FindRoots(const RuledPath& path) {
   CountingPlaces counting(path.GetView());
@@ -96,7 +54,7 @@ bool WalkTrees(const RuledPath& path, const std::function<bool(const TreeFolder&
     pending.pop_back();
     if (visit(folder)) return true;
     if (!DescendsInto(path)) continue;
-    auto below = folder.FindBelow();
+    auto below = path.GetTree().Below(folder);
     std::move(below.rbegin(), below.rend(), std::back_inserter(pending));
   }
   return false;
@@ -111,7 +69,7 @@ void WalkMerged(const RuledPath& path, bool sharedOnly,
     std::vector<std::vector<MergedFolder>> below(level.size());
     ForEachInParallel(level.size(), [&](std::size_t at) {
       visit(level[at]);
-      if (DescendsInto(path)) below[at] = FindMergedBelow(level[at], sharedOnly);
+      if (DescendsInto(path)) below[at] = FindMergedBelow(path, level[at], sharedOnly);
     });
     level.clear();
     for (auto& folders : below)

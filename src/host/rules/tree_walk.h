@@ -5,28 +5,10 @@
 #include "searchpath/host/folder_entry.h"
 
 #include <functional>
-#include <memory>
 #include <string>
 #include <vector>
 
 namespace Corvane::PathManagement::host {
-
-/// A folder below a folder of a path, and the links on the way to it.
-struct TreeFolder {
-  struct Link {
-    AbsoluteIRI target;  // canonical
-    std::shared_ptr<const Link> before;
-  };
-
-  std::shared_ptr<const FolderEntry> entry;
-  std::shared_ptr<const Link> links;  // null when there are none
-
-  /// The folders directly below, whatever their names are, in the order of the bytes of their names.
-  /// A link that leads back to a folder on the way to it is left out. Lists the folder.
-  [[nodiscard]] std::vector<TreeFolder> FindBelow() const;
-  /// Its own name.
-  [[nodiscard]] std::string GetName() const;
-};
 
 /// The folders of one relative name below several roots.
 struct MergedFolder {

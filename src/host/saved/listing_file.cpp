@@ -1,6 +1,7 @@
 #include "searchpath/host/listing_file.h"
 
 #include "host/saved/listing_envelope.h"
+#include "host/saved/listing_writer.h"
 #include "platform/native_path.h"
 #include "searchpath/host/working_folder.h"
 #include "searchpath/platform/atomic_file_writer.h"
@@ -52,10 +53,10 @@ PathEntryFactory LoadListing(const fl::filesystem::path& file, ListingUse use) {
   return factory;
 }
 
-void SaveListing(const fl::filesystem::path& file, const FolderEntries& mainFolders) {
-  const PathEntryFactory factory(mainFolders);
+void SaveListing(const fl::filesystem::path& file, const FolderEntries& mainFolders,
+                 const FolderEntries& furtherFolders) {
   fl::filesystem::AtomicFileWriter writer(file, u"tmplisting_", u".tmp");
-  factory.WriteEntries(writer.Stream(), FolderOf(file));
+  WriteListings(writer.Stream(), FolderOf(file), mainFolders, furtherFolders);
   writer.Commit();
 }
 

@@ -83,6 +83,8 @@ class ListingWriter {
     });
   }
 
+  void AddFurtherFolder(const FolderEntry& folder) { Add(folder); }
+
   void Write(std::ostream& stream) {
     const auto allFolders = builder.CreateVector(folders);
     builder.Finish(saved::CreateListing(builder, allFolders, builder.CreateVector(path)));
@@ -173,10 +175,11 @@ class ListingWriter {
 
 }  // namespace
 
-void WriteListings(std::ostream& stream, const AbsoluteIRI& root,
-                   const FolderEntries& mainFolders) {
+void WriteListings(std::ostream& stream, const AbsoluteIRI& root, const FolderEntries& mainFolders,
+                   const FolderEntries& furtherFolders) {
   ListingWriter writer(root);
   for (const auto& folder : mainFolders) writer.AddMainFolder(folder);
+  for (const auto& folder : furtherFolders) writer.AddFurtherFolder(*folder);
   writer.Write(stream);
 }
 

@@ -8,8 +8,10 @@
 
 namespace Corvane::PathManagement::host {
 
-/// Does what `PathEntryFactory::WriteEntries` describes, for `mainFolders`.
-void WriteListings(std::ostream& stream, const AbsoluteIRI& root, const FolderEntries& mainFolders);
+/// Does what `PathEntryFactory::WriteEntries` describes, for `mainFolders`, and writes the listings of
+/// `furtherFolders` beside theirs.
+void WriteListings(std::ostream& stream, const AbsoluteIRI& root, const FolderEntries& mainFolders,
+                   const FolderEntries& furtherFolders = {});
 
 }  // namespace Corvane::PathManagement::host
 
