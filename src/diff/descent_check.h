@@ -7,9 +7,9 @@
 
 namespace Corvane::PathManagement::detail {
 
-/// Notices when entries hang below themselves, for assertions. Each entry of a level hangs below one
-/// of the level before, so a chain of entries leads to it that is as long as there were levels. With
-/// more levels than entries, some entry is in its chain twice.
+/// Notices when entries hang below themselves, for assertions. Each entry of a level hangs below
+/// one of the level before, so a chain of entries leads to it that is as long as there were levels.
+/// With more levels than entries, some entry is in its chain twice.
 class DescentCheck {
  public:
   /// Called with the entries of each level; false when there were more levels than entries.

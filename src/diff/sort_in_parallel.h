@@ -8,8 +8,9 @@
 
 namespace Corvane::PathManagement::detail {
 
-/// Compares as another comparator does until that raises for the first time. What it raised is kept,
-/// and from then on nothing comes before anything: no loop of a sort runs past the end with that.
+/// Compares as another comparator does until that raises for the first time. What it raised is
+/// kept, and from then on nothing comes before anything: no loop of a sort runs past the end with
+/// that.
 ///
 /// Threads: all operations but `Rethrow`, from any thread.
 template <class Compare>

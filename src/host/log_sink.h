@@ -9,8 +9,8 @@
 
 namespace Corvane::PathManagement::host {
 
-/// Makes a sink for diagnostic messages that writes a line for each to the file `name`, or to standard
-/// error when that is empty.
+/// Makes a sink for diagnostic messages that writes a line for each to the file `name`, or to
+/// standard error when that is empty.
 ///
 /// Errors: `std::runtime_error` when the file cannot be opened.
 using MakeLogSink = foundation::log::DiagnosticSink (*)(const std::optional<std::string>& name);

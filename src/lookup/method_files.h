@@ -6,8 +6,9 @@
 // How a plain name is looked up in method entries beside the ordinary folders.
 namespace Corvane::PathManagement::detail {
 
-/// The method entries, below ordinary folders, in which a file may be meant by the name of `target`:
-/// those of that name, under the policy of the file system whatever that of the question is.
+/// The method entries, below ordinary folders, in which a file may be meant by the name of
+/// `target`: those of that name, under the policy of the file system whatever that of the question
+/// is.
 inline PathEntries GetMethodEntriesFor(const IPath& path, const SearchTarget& target) {
   return path.GetMethodEntriesByName(kMainScope, target.GetName(),
                                      FilenameMatchingPolicy::FileSystemDefault);

@@ -32,8 +32,8 @@ class LinkWalk {
   /// What comes behind the present name.
   [[nodiscard]] std::string_view GetRest() const noexcept { return rest; }
 
-  /// The present name is a link to `target`. Returns false, and stays, when it is one link more than
-  /// the kernel follows.
+  /// The present name is a link to `target`. Returns false, and stays, when it is one link more
+  /// than the kernel follows.
   [[nodiscard]] bool Follow(std::string target);
 
  private:

@@ -13,8 +13,8 @@ namespace fl::filesystem::detail {
 /// Why `file` is no regular file that is open; no error when it is one.
 [[nodiscard]] std::error_code WhyNotRegular(const Descriptor& file);
 
-/// Opens a regular file for reading, and nothing else: to open a FIFO may take for ever, and to open
-/// a device may already do something. `open` opens the file with the flags that it is given.
+/// Opens a regular file for reading, and nothing else: to open a FIFO may take for ever, and to
+/// open a device may already do something. `open` opens the file with the flags that it is given.
 ///
 /// Not open on failure; `error` then says why.
 template <class Open>

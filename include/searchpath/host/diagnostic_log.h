@@ -11,12 +11,13 @@ namespace Corvane::PathManagement::host {
 
 // Writes the diagnostic messages of the process, each as a line with its time, thread, severity and
 // logger. The host has a `Debug` message for each folder that it reads from the disk and an
-// `Information` message for each cache that it reads and each index that it makes, with the time taken.
+// `Information` message for each cache that it reads and each index that it makes, with the time
+// taken.
 //
 // Threads: all operations, from any thread.
 
-/// From now on appends messages of at least the severity `least` to `file`, or writes them to standard
-/// error when `file` is empty. Each line is written at once. Replaces the sink of
+/// From now on appends messages of at least the severity `least` to `file`, or writes them to
+/// standard error when `file` is empty. Each line is written at once. Replaces the sink of
 /// `basic_diagnostic_logger`.
 ///
 /// Errors: `std::runtime_error` when the file cannot be opened; the sink then stays. A message that

@@ -31,26 +31,26 @@ struct DiskFeedOptions {
 /// folders come or go, and for the folders that it belongs to when it is a special one. With a
 /// `FolderObserver` on the same stream the path follows the disk.
 ///
-/// The kernel watches the folders, and every folder and link on the way to them, so a folder that is
-/// removed, replaced, reached through another link or made again is published as well. Folders on
-/// network and user-space file systems, and those for which the kernel has no watch left, are polled:
-/// their times are compared. Folders whose changes may have been missed are published. So is each
-/// folder that comes onto the path, once it is watched: a program that looks into folders itself, to
-/// put those below them on the path as well, can look again then and misses none. The contents of
-/// files are not watched.
+/// The kernel watches the folders, and every folder and link on the way to them, so a folder that
+/// is removed, replaced, reached through another link or made again is published as well. Folders
+/// on network and user-space file systems, and those for which the kernel has no watch left, are
+/// polled: their times are compared. Folders whose changes may have been missed are published. So
+/// is each folder that comes onto the path, once it is watched: a program that looks into folders
+/// itself, to put those below them on the path as well, can look again then and misses none. The
+/// contents of files are not watched.
 ///
 /// Threads: watches and publishes on a thread of its own. All operations, from any thread.
 /// Ownership: shares the event manager; the path's manager must outlive it.
 /// Errors: none for the disk's. When a subscriber raises an exception, the events behind it are not
 /// published; after the poll interval all folders are.
 /// Cost: a watch of the kernel for each folder and for each on the way to it (sysctl
-/// fs.inotify.max_user_watches limits those of a user); lists every folder of the path. Takes no time
-/// while nothing changes, unless folders are polled.
+/// fs.inotify.max_user_watches limits those of a user); lists every folder of the path. Takes no
+/// time while nothing changes, unless folders are polled.
 class SEARCHPATH_EXPORT DiskFeed {
  public:
   /// Watches everything when it returns. Folders that may have changed after they were listed and
-  /// before they were watched are published first. A folder that has not been listed yet is not: its
-  /// listing will show the change.
+  /// before they were watched are published first. A folder that has not been listed yet is not:
+  /// its listing will show the change.
   ///
   /// Errors: `std::system_error` when the system has no descriptor or no thread left.
   DiskFeed(MainSearchPathManager& manager,

@@ -55,8 +55,8 @@ struct Lookup {
 
 /// What an `Environment` is made of.
 struct EnvironmentOptions {
-  /// As users type them, see `WorkingFolder`. One that has no location is left out and is a problem.
-  /// For a search-path string, hand in its `SplitZentraPath`.
+  /// As users type them, see `WorkingFolder`. One that has no location is left out and is a
+  /// problem. For a search-path string, hand in its `SplitZentraPath`.
   std::vector<ustring> folders = {};
   /// Where they were named: for `FindOrigin` and `Explain`.
   FolderSource source = FolderSource::Given;
@@ -68,11 +68,11 @@ struct EnvironmentOptions {
   /// with all folders below it when folders are expanded.
   std::vector<ustring> without = {};
   /// A folder that a cache holds is not read while its listing there is fresh; the first cache that
-  /// holds the folder counts. A folder that none holds is read. Caches that were made for other paths
-  /// will do: they put no folder on this path.
+  /// holds the folder counts. A folder that none holds is read. Caches that were made for other
+  /// paths will do: they put no folder on this path.
   std::vector<PathEntryFactory> caches = {};
-  /// A root of packages, as a user types it, see `PackageRegistry`. The folders of its packages come
-  /// behind all others and are never expanded.
+  /// A root of packages, as a user types it, see `PackageRegistry`. The folders of its packages
+  /// come behind all others and are never expanded.
   std::optional<ustring> packages = {};
   /// What names mean on the path, and what parts of it mean.
   LookupRules rules = {};
@@ -158,11 +158,11 @@ class SEARCHPATH_EXPORT Environment {
   /// processors.
   [[nodiscard]] ShadowReport FindShadows(const ShadowLookup& lookup = {}) const;
 
-  /// What is wrong with the path: first what concerns one folder, in path order, then the file names
-  /// that collide. Hidden folders are not examined.
+  /// What is wrong with the path: first what concerns one folder, in path order, then the file
+  /// names that collide. Hidden folders are not examined.
   ///
-  /// Cost: reads every name on the path. A folder that has been listed is not listed again; how long
-  /// it took is known from then.
+  /// Cost: reads every name on the path. A folder that has been listed is not listed again; how
+  /// long it took is known from then.
   [[nodiscard]] std::vector<PathFinding> Examine(const Examination& examination = {}) const;
 
   /// Every folder in which a name may be found: the main folders; under rules that search below
@@ -185,8 +185,8 @@ class SEARCHPATH_EXPORT Environment {
   [[nodiscard]] std::vector<NameChange> FindNameChangesSince(const Environment& before) const;
 
   /// The folders that cannot be searched. First come folders without a location, a root of packages
-  /// that cannot be read, and folders of packages that lead into a loop of links; then folders on the
-  /// path, in path order.
+  /// that cannot be read, and folders of packages that lead into a loop of links; then folders on
+  /// the path, in path order.
   [[nodiscard]] std::vector<FolderProblem> FindProblems() const;
   /// Those of them that questions have come upon so far; opens no folder.
   [[nodiscard]] std::vector<FolderProblem> GetProblemsMet() const;

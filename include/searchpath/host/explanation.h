@@ -60,14 +60,15 @@ enum class DecidingRule : std::uint8_t {
 /// The rule in words.
 [[nodiscard]] SEARCHPATH_EXPORT const char* GetText(DecidingRule rule) noexcept;
 
-/// One folder that a look-up asked. Folders that are hidden, and repeats that are dropped, are asked
-/// too; their files do not count.
+/// One folder that a look-up asked. Folders that are hidden, and repeats that are dropped, are
+/// asked too; their files do not count.
 struct AskedFolder {
   std::shared_ptr<const IPathEntry> folder;
   FolderOutcome outcome;
   /// Its matches that count, the best first.
   std::vector<FoundItem> files;
-  /// Of a folder that counts and has no match: what the name would match there if case were ignored.
+  /// Of a folder that counts and has no match: what the name would match there if case were
+  /// ignored.
   std::vector<FoundItem> inOtherCase = {};
   /// Who put it on the path.
   FolderOrigin origin;

@@ -21,11 +21,12 @@ using FolderEntries = std::vector<std::shared_ptr<const FolderEntry>>;
 
 /// A folder on disk, as it was when it was first asked.
 ///
-/// The folder is listed once, when something is first asked that needs its listing, with one pass of
-/// directory reads, and never again: an entry is a snapshot. The first 16 questions for single names
-/// ask the disk for these names alone; the listing agrees with what they were answered. It may also
-/// come from a `PathEntryFactory`. The items are the regular files, also behind links; folders, devices, broken
-/// links and the like are left out. A folder that cannot be read is an empty entry with a problem.
+/// The folder is listed once, when something is first asked that needs its listing, with one pass
+/// of directory reads, and never again: an entry is a snapshot. The first 16 questions for single
+/// names ask the disk for these names alone; the listing agrees with what they were answered. It
+/// may also come from a `PathEntryFactory`. The items are the regular files, also behind links;
+/// folders, devices, broken links and the like are left out. A folder that cannot be read is an
+/// empty entry with a problem.
 ///
 /// Special folders below it ("+", "@", private, resources) have entries of their own. A link that
 /// leads back to a folder above it is not followed, and is reported as a problem.
@@ -34,13 +35,14 @@ using FolderEntries = std::vector<std::shared_ptr<const FolderEntry>>;
 /// Ownership: an entry owns those below it.
 /// Errors: the disk's are problems, not exceptions.
 /// Cost: `FindItem` opens the folder and makes a system call for each name until the folder is
-/// listed; under `IgnoreCase` it lists. The first question about the canonical location resolves links. Names stay in one block as the disk gave them; items, and the entries
-/// below, are made when they are first asked for and then kept.
+/// listed; under `IgnoreCase` it lists. The first question about the canonical location resolves
+/// links. Names stay in one block as the disk gave them; items, and the entries below, are made
+/// when they are first asked for and then kept.
 class SEARCHPATH_EXPORT FolderEntry : public IPathEntry,
                                       public std::enable_shared_from_this<FolderEntry> {
  public:
-  /// An entry for a folder that is put on a path. Its kind is `Ordinary` whatever its name is, since
-  /// a folder on the path itself is always searched.
+  /// An entry for a folder that is put on a path. Its kind is `Ordinary` whatever its name is,
+  /// since a folder on the path itself is always searched.
   [[nodiscard]] static std::shared_ptr<const FolderEntry> Create(const AbsoluteIRI& location);
 
   FolderEntry(const FolderEntry&) = delete;
@@ -78,16 +80,16 @@ class SEARCHPATH_EXPORT FolderEntry : public IPathEntry,
   /// group in the order of the bytes of their names.
   [[nodiscard]] const FolderEntries& GetSpecialFolders() const;
 
-  /// Entries for the ordinary folders directly below, in the order of the bytes of their names. They
-  /// are not on the path and are made anew at each call.
+  /// Entries for the ordinary folders directly below, in the order of the bytes of their names.
+  /// They are not on the path and are made anew at each call.
   [[nodiscard]] FolderEntries CreateOrdinaryFolders() const;
 
-  /// The reasons why this folder, or a link directly below it, is not searched. A folder that has not
-  /// been listed is opened, but not listed, unless its listing comes from a cache.
+  /// The reasons why this folder, or a link directly below it, is not searched. A folder that has
+  /// not been listed is opened, but not listed, unless its listing comes from a cache.
   [[nodiscard]] std::vector<FolderProblem> GetProblems() const;
 
-  /// Whether the folder is still as its listing says, which may have come from a cache. Does not list
-  /// the folder: without a listing the answer is `Unknown`.
+  /// Whether the folder is still as its listing says, which may have come from a cache. Does not
+  /// list the folder: without a listing the answer is `Unknown`.
   ///
   /// Cost: one question to the disk.
   [[nodiscard]] Freshness GetFreshness() const;

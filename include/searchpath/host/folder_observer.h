@@ -12,9 +12,10 @@ namespace Corvane::PathManagement::host {
 /// Refreshes the folders of a path when an event says that they have changed.
 ///
 /// Takes each `FileFolderChangedEvent`, on the session's stream also those of
-/// `NotifyUpstreamPathEntriesOfPossibleSpecialSubfolderChanges`, and lets the manager list the folder
-/// again, which calls its listeners if anything has changed. Locations that are no folder of the path
-/// are ignored. Events that come during a refresh are gathered for the next one, each folder once.
+/// `NotifyUpstreamPathEntriesOfPossibleSpecialSubfolderChanges`, and lets the manager list the
+/// folder again, which calls its listeners if anything has changed. Locations that are no folder of
+/// the path are ignored. Events that come during a refresh are gathered for the next one, each
+/// folder once.
 ///
 /// Threads: refreshes run one after the other, on a thread of the observer's own, and so do the
 /// manager's listeners. Publishing an event neither waits for a refresh nor raises its failure; a

@@ -16,19 +16,19 @@ namespace Corvane::PathManagement::host {
 /// A search path of folders on disk, in the order given.
 ///
 /// An entry is on the path when the path holds that object, or another entry for the same folder. A
-/// name with separators is a partial pathname: it is looked up in the entries whose trailing folders
-/// match the folders in front of its last part, see `DoesPartialPathnameMatchPathEntryIRI`. A name
-/// that begins with a separator names one folder in full.
+/// name with separators is a partial pathname: it is looked up in the entries whose trailing
+/// folders match the folders in front of its last part, see `DoesPartialPathnameMatchPathEntryIRI`.
+/// A name that begins with a separator names one folder in full.
 ///
 /// Threads: all operations, from any thread.
 /// Ownership: shares its entries.
 /// Errors: a folder that cannot be searched is a problem and counts as empty.
-/// Cost: each folder is listed at most once. The first eight questions of `FindFirstInScope` for a plain
-/// name among the main entries ask one folder after the other, up to the answer, for that name alone;
-/// the ninth lists all folders and makes an index. Method entries by name ask all main folders once.
-/// Policies that ignore case, and questions for all matches, list the folders that they ask.
-/// Questions about parents, order, membership and partial pathnames list every folder, special ones
-/// included.
+/// Cost: each folder is listed at most once. The first eight questions of `FindFirstInScope` for a
+/// plain name among the main entries ask one folder after the other, up to the answer, for that
+/// name alone; the ninth lists all folders and makes an index. Method entries by name ask all main
+/// folders once. Policies that ignore case, and questions for all matches, list the folders that
+/// they ask. Questions about parents, order, membership and partial pathnames list every folder,
+/// special ones included.
 class SEARCHPATH_EXPORT FolderPath : public IPath {
  public:
   explicit FolderPath(FolderEntries folders);

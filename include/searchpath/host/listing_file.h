@@ -13,8 +13,8 @@ namespace Corvane::PathManagement::host {
 /// Whether the file is a regular one whose first line names the format, in any version.
 [[nodiscard]] SEARCHPATH_EXPORT bool IsListingFile(const fl::filesystem::path& file);
 
-/// Errors: `InvalidListingException`, also for a file that cannot be opened or is not a regular one:
-/// a FIFO is refused without waiting for it.
+/// Errors: `InvalidListingException`, also for a file that cannot be opened or is not a regular
+/// one: a FIFO is refused without waiting for it.
 [[nodiscard]] SEARCHPATH_EXPORT PathEntryFactory
 LoadListing(const fl::filesystem::path& file, ListingUse use = ListingUse::WhileFresh);
 

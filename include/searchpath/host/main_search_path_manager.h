@@ -23,8 +23,8 @@ namespace Corvane::PathManagement::host {
 ///
 /// Threads: all operations, from any thread. Changes come one after the other, each with all its
 /// listeners. Asking for the path never waits for them and gives the path before or after a change.
-/// Errors: a change from within a listener, on its thread, raises `RecursivePathChangeException` and
-/// does nothing. A listener that waits for another thread's change waits for ever.
+/// Errors: a change from within a listener, on its thread, raises `RecursivePathChangeException`
+/// and does nothing. A listener that waits for another thread's change waits for ever.
 class SEARCHPATH_EXPORT MainSearchPathManager : public IMainSearchPathManager {
  public:
   /// Called with what differs between the path before and after a change.
@@ -70,13 +70,13 @@ class SEARCHPATH_EXPORT MainSearchPathManager : public IMainSearchPathManager {
   /// Lists again all folders that have been listed. Errors: those of a change.
   void RefreshAllFolders();
 
-  /// Replaces the packages that `GetPackagesOnPath` chooses from. The path stays. Errors: those of a
-  /// change.
+  /// Replaces the packages that `GetPackagesOnPath` chooses from. The path stays. Errors: those of
+  /// a change.
   void SetKnownPackages(std::vector<KnownPackage> packages);
 
   /// Calls `listener` on the thread of the change after every change that makes a difference, when
-  /// the manager has the new path already. `IncludeSubfolders` also compares what is below the folders
-  /// that came, went or changed, and lists them for that.
+  /// the manager has the new path already. `IncludeSubfolders` also compares what is below the
+  /// folders that came, went or changed, and lists them for that.
   ///
   /// Precondition: `listener` is not empty.
   /// Errors: an exception of a listener neither undoes the change nor keeps it from the other
@@ -96,9 +96,9 @@ class SEARCHPATH_EXPORT MainSearchPathManager : public IMainSearchPathManager {
   std::unique_ptr<State> state;
 };
 
-/// As `RemoveFoldersFromZentraPath`, also for folders that are gone from the disk or cannot be read.
-/// A text that cannot name a folder is no error that keeps the others on the path: its message is
-/// "DirNotFound", too.
+/// As `RemoveFoldersFromZentraPath`, also for folders that are gone from the disk or cannot be
+/// read. A text that cannot name a folder is no error that keeps the others on the path: its
+/// message is "DirNotFound", too.
 [[nodiscard]] SEARCHPATH_EXPORT foundation::core::except::Notification RemoveFolders(
     const UstringRange& folders, const WorkingFolder& workingFolder,
     IMainSearchPathManager& manager);

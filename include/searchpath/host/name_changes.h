@@ -18,15 +18,15 @@ struct NameChange {
   std::optional<FoundItem> after;   ///< empty: the name is gone
 };
 
-/// All file names, with their extensions, that mean another file on `after` than on `before`, in the
-/// order of their bytes; names that differ in case are different names. A file is another one when it
-/// stands in another folder, by canonical location; its contents do not count. Only files of main
-/// folders count: those of special folders are not found by a plain name.
+/// All file names, with their extensions, that mean another file on `after` than on `before`, in
+/// the order of their bytes; names that differ in case are different names. A file is another one
+/// when it stands in another folder, by canonical location; its contents do not count. Only files
+/// of main folders count: those of special folders are not found by a plain name.
 ///
 /// Errors: `std::length_error` for more than 2^32 - 1 such names.
-/// Cost: lists the main folders of both paths and reads each name once. Takes some 100 bytes of memory
-/// for each name in folders that are new, gone, moved or changed; folders whose entries are the same
-/// objects in the same order on both paths take none, see `ShareUnchangedFolders`.
+/// Cost: lists the main folders of both paths and reads each name once. Takes some 100 bytes of
+/// memory for each name in folders that are new, gone, moved or changed; folders whose entries are
+/// the same objects in the same order on both paths take none, see `ShareUnchangedFolders`.
 [[nodiscard]] SEARCHPATH_EXPORT std::vector<NameChange> FindNameChanges(const FolderPath& before,
                                                                         const FolderPath& after);
 

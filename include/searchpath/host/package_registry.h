@@ -30,18 +30,19 @@ namespace Corvane::PathManagement::host {
 ///
 /// "name", "version" and "folders" are required. "contributesToPath" and "checksManualInstall" are
 /// shown with their defaults; a package may do without properties. A folder is a pathname below the
-/// package's own folder, without "..", or an IRI, and need not exist. Without tags it has the tag 0,
-/// which marks folders of the search path. A property is true, false, a number or a text; "IsQRX" and
-/// "ManualInstall" are true or false.
+/// package's own folder, without "..", or an IRI, and need not exist. Without tags it has the tag
+/// 0, which marks folders of the search path. A property is true, false, a number or a text;
+/// "IsQRX" and "ManualInstall" are true or false.
 ///
 /// Threads: immutable; all operations, from any thread.
 /// Ownership: packages live on without the registry.
 /// Errors: those of the disk and of manifests are problems, not exceptions.
-/// Cost: construction reads every manifest. Packages take some 64 MiB of memory at most; further ones
-/// are left out.
+/// Cost: construction reads every manifest. Packages take some 64 MiB of memory at most; further
+/// ones are left out.
 class SEARCHPATH_EXPORT PackageRegistry : public Corvane::PackageRegistry::IPackageRegistry {
  public:
-  /// `root` is as users type it. When it cannot be read, that is a problem and there are no packages.
+  /// `root` is as users type it. When it cannot be read, that is a problem and there are no
+  /// packages.
   explicit PackageRegistry(const ustring& root,
                            const WorkingFolder& workingFolder = WorkingFolder());
   PackageRegistry(const PackageRegistry&) = delete;

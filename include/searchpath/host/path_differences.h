@@ -27,15 +27,16 @@ struct FolderDifference {
   FolderChange change;
   std::shared_ptr<const IPathEntry> before;  ///< null when it was added
   std::shared_ptr<const IPathEntry> after;   ///< null when it was removed; the same when it moved
-  /// The number of the main folder that it is or belongs to, from 0; empty for a path that it is not
-  /// on.
+  /// The number of the main folder that it is or belongs to, from 0; empty for a path that it is
+  /// not on.
   std::optional<std::size_t> placeBefore;
   std::optional<std::size_t> placeAfter;
 };
 
-/// The differences that `PathEntryVectorDifferentiator` finds, in path order. Unchanged entries of the
-/// two paths have to be the same objects, see `ShareUnchangedFolders`. Removed folders come first, in
-/// the order of `before`; then folders added, moved and refreshed, each kind in the order of `after`.
+/// The differences that `PathEntryVectorDifferentiator` finds, in path order. Unchanged entries of
+/// the two paths have to be the same objects, see `ShareUnchangedFolders`. Removed folders come
+/// first, in the order of `before`; then folders added, moved and refreshed, each kind in the order
+/// of `after`.
 ///
 /// Cost: that of the differentiator. `IncludeSubfolders` lists changed main folders.
 [[nodiscard]] SEARCHPATH_EXPORT std::vector<FolderDifference> FindPathDifferences(

@@ -47,8 +47,8 @@ class SEARCHPATH_EXPORT PathEntryFactory : public IPathEntryFactory {
   /// object a folder; the disk is not asked.
   void ReadEntries(std::istream& stream, const AbsoluteIRI& root) override;
 
-  /// Writes the listings of the main folders and of all special folders below them; lists those that
-  /// have not been listed.
+  /// Writes the listings of the main folders and of all special folders below them; lists those
+  /// that have not been listed.
   ///
   /// Errors: those of the stream; `std::length_error` for more than two gigabytes.
   void WriteEntries(std::ostream& stream, const AbsoluteIRI& root) const override;

@@ -11,17 +11,18 @@
 
 namespace Corvane::PathManagement::host {
 
-// Two versions of a path share the entries of unchanged folders, so that comparing objects shows what
-// has changed.
+// Two versions of a path share the entries of unchanged folders, so that comparing objects shows
+// what has changed.
 //
-// A folder is unchanged when it is the same folder with files of the same names and the same problem,
-// if any, and when every special folder below it is unchanged. The order in which the disk lists them
-// does not count, nor do ordinary folders, to which no path leads, nor the contents of files. An entry
-// that has not been listed is unchanged, too: there is nothing that could differ.
+// A folder is unchanged when it is the same folder with files of the same names and the same
+// problem, if any, and when every special folder below it is unchanged. The order in which the disk
+// lists them does not count, nor do ordinary folders, to which no path leads, nor the contents of
+// files. An entry that has not been listed is unchanged, too: there is nothing that could differ.
 
-/// The main folders of a path that has the folders at `locations`, in this order, and follows one of
-/// `oldFolders`. A location of the old path keeps its entry; where a location is repeated, so are its
-/// old entries, as far as there are any. The other locations get entries that have not been listed.
+/// The main folders of a path that has the folders at `locations`, in this order, and follows one
+/// of `oldFolders`. A location of the old path keeps its entry; where a location is repeated, so
+/// are its old entries, as far as there are any. The other locations get entries that have not been
+/// listed.
 ///
 /// Cost: asks the disk nothing.
 [[nodiscard]] SEARCHPATH_EXPORT FolderEntries
@@ -33,17 +34,18 @@ RearrangeFolders(const FolderEntries& oldFolders, const std::vector<AbsoluteIRI>
 /// Cost: that of listing, on several threads.
 [[nodiscard]] SEARCHPATH_EXPORT FolderEntries RefreshFolders(const FolderEntries& oldFolders);
 
-/// `folders`, where every unchanged folder has its entry of `oldFolders`, below changed folders, too.
-/// For two paths that were made independently, from a saved listing for instance. A folder is found
-/// on the old path by its location, else by its canonical location. Where a folder is repeated, each
-/// of its old entries is taken once.
+/// `folders`, where every unchanged folder has its entry of `oldFolders`, below changed folders,
+/// too. For two paths that were made independently, from a saved listing for instance. A folder is
+/// found on the old path by its location, else by its canonical location. Where a folder is
+/// repeated, each of its old entries is taken once.
 ///
-/// Cost: lists the folders that are on both paths, unless neither of their entries has been read yet.
+/// Cost: lists the folders that are on both paths, unless neither of their entries has been read
+/// yet.
 [[nodiscard]] SEARCHPATH_EXPORT FolderEntries
 ShareUnchangedFolders(const FolderEntries& folders, const FolderEntries& oldFolders);
 
-/// The folders in which something may have changed, by their locations: main folders, special folders
-/// below them, and special folders that have come or gone.
+/// The folders in which something may have changed, by their locations: main folders, special
+/// folders below them, and special folders that have come or gone.
 ///
 /// Threads: constant operations, from any thread.
 class SEARCHPATH_EXPORT ChangedFolders {

@@ -58,8 +58,8 @@ struct ShadowLookup {
   /// As in `Lookup`; when there are none, every plain name on the path is looked up.
   std::vector<ustring> names = {};
   /// As in `Lookup`. With extensions, the names that are looked up are those of files without their
-  /// extension: "fn" for "fn.x". A file whose name has a further dot is looked up by its whole name,
-  /// since extensions are not tried with "a.b": "a.b.x".
+  /// extension: "fn" for "fn.x". A file whose name has a further dot is looked up by its whole
+  /// name, since extensions are not tried with "a.b": "a.b.x".
   std::vector<ustring> extensions = {};
   FilenameMatchingPolicy policy = FilenameMatchingPolicy::FileSystemDefault;
   /// Names that may hide files and are not reported, written as they would be.

@@ -27,9 +27,9 @@ class SEARCHPATH_EXPORT InvalidStoredPathException : public std::runtime_error {
 /// Each line holds a native path, which begins with "/" or "~", or a "file" IRI; empty lines do not
 /// count. A folder whose name has a line break is written as an IRI, which escapes it.
 ///
-/// Threads: all operations, from any thread and any process. A reader gets the whole list, before or
-/// after a change. Changes wait for one another, so that none is lost: each locks a file called as
-/// the list with ".lock" behind it, which is not removed.
+/// Threads: all operations, from any thread and any process. A reader gets the whole list, before
+/// or after a change. Changes wait for one another, so that none is lost: each locks a file called
+/// as the list with ".lock" behind it, which is not removed.
 /// Errors: `std::system_error` for those of the disk; `InvalidStoredPathException`.
 class SEARCHPATH_EXPORT StoredPath {
  public:
@@ -47,9 +47,9 @@ class SEARCHPATH_EXPORT StoredPath {
   /// In path order; empty when there is no file.
   [[nodiscard]] std::optional<Folders> Read() const;
 
-  /// Replaces the folders by change(folders); without a file `change` gets an empty list. The lines of
-  /// folders that stay are kept as they were written. Makes the file, and the folders above it, when
-  /// they do not exist. Where the file is a link, that stays and the file that it leads to is
+  /// Replaces the folders by change(folders); without a file `change` gets an empty list. The lines
+  /// of folders that stay are kept as they were written. Makes the file, and the folders above it,
+  /// when they do not exist. Where the file is a link, that stays and the file that it leads to is
   /// replaced.
   ///
   /// Precondition: `change` does not change this path itself.

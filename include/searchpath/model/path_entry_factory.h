@@ -16,9 +16,9 @@ class SEARCHPATH_EXPORT IPathEntryFactory {
  public:
   virtual ~IPathEntryFactory();
 
-  /// Adds the entries that `WriteEntries` wrote, with their folders below `root`. The stream may hold
-  /// any bytes, and may have failed to open. Whatever is not a complete list of entries is refused
-  /// with an exception; the factory may then hold some of the entries.
+  /// Adds the entries that `WriteEntries` wrote, with their folders below `root`. The stream may
+  /// hold any bytes, and may have failed to open. Whatever is not a complete list of entries is
+  /// refused with an exception; the factory may then hold some of the entries.
   virtual void ReadEntries(std::istream& stream, const AbsoluteIRI& root) = 0;
 
   /// Writes the entries, with their folders relative to `root`.

@@ -41,8 +41,8 @@ class SEARCHPATH_EXPORT basic_diagnostic_logger {
   /// Errors: those of the sink pass through.
   void Write(Severity severity, std::string_view message) const;
 
-  /// Sends messages to `sink` from now on, nowhere if it is empty. Does not wait for calls of the old
-  /// sink that are under way.
+  /// Sends messages to `sink` from now on, nowhere if it is empty. Does not wait for calls of the
+  /// old sink that are under way.
   static void SetSink(DiagnosticSink sink);
 
  private:

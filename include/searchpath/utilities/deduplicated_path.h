@@ -24,9 +24,9 @@ namespace Corvane::PathManagement {
 ///   is visited twice, one below none not at all, and one below a main entry is visited even if it
 ///   comes from a filtered part that hides it.
 ///
-/// A copy of a path whose list is built traverses in the second way from the start. So when the copy
-/// is a part of another path, the folders that it visits twice are visited twice there as well,
-/// unless that is a `DeduplicatedPath` whose own list is not built.
+/// A copy of a path whose list is built traverses in the second way from the start. So when the
+/// copy is a part of another path, the folders that it visits twice are visited twice there as
+/// well, unless that is a `DeduplicatedPath` whose own list is not built.
 ///
 /// A program that needs one picture builds the list before its first traversal, or never.
 ///

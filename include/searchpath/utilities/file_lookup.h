@@ -33,8 +33,8 @@ CreateSearchTargetWithExtensionInFilenamePreferred(const ustring& name,
 
 /// The file that `target` means on `path` as a whole: the first match in the ordinary folders or in
 /// the method entries of that name, whichever comes first on the path; the ordinary folder on a
-/// tie. A name with a separator is a partial pathname and is looked up in the kinds of folder 0 to 4
-/// instead: all but resources folders.
+/// tie. A name with a separator is a partial pathname and is looked up in the kinds of folder 0 to
+/// 4 instead: all but resources folders.
 ///
 /// Method entries are looked up by name under `FilenameMatchingPolicy::FileSystemDefault`, whatever
 /// `policy` is; `policy` then says which of their files match.
@@ -45,8 +45,8 @@ CreateSearchTargetWithExtensionInFilenamePreferred(const ustring& name,
 /// When `folder` is not on `path`, when its private folder holds no such file, or when the name has
 /// a separator: as `FindFirstFileVisibleOnPath`.
 ///
-/// `folder` itself is looked up under `FilenameMatchingPolicy::FileSystemDefault`, whatever `policy`
-/// is.
+/// `folder` itself is looked up under `FilenameMatchingPolicy::FileSystemDefault`, whatever
+/// `policy` is.
 [[nodiscard]] SEARCHPATH_EXPORT boost::optional<FoundItem> FindFirstFileVisibleFromFolder(
     const IPath& path, const AbsoluteIRI& folder, const detail::SearchTarget& target,
     FilenameMatchingPolicy policy);

@@ -12,9 +12,9 @@ namespace Corvane::PathManagement {
 
 /// A path without the entries that another path holds: an entry is shown unless `IsEntryOnPath` of
 /// the other path, the entry filter, says that it holds it. Nothing is added and the order stays.
-/// So the filter decides what counts as the same entry: one that answers by folder, as `IPath` asks,
-/// hides every entry of its folders, whichever object that is; one that compares objects hides only
-/// the very objects that it holds.
+/// So the filter decides what counts as the same entry: one that answers by folder, as `IPath`
+/// asks, hides every entry of its folders, whichever object that is; one that compares objects
+/// hides only the very objects that it holds.
 ///
 /// The list of main entries is built at the first `GetMainEntries` and kept; every other question
 /// asks both paths afresh. The order of two entries is the source's own, shown or not.

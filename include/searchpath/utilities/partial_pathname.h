@@ -68,8 +68,8 @@ class IPathEntry;
 /// no "+" folder and stands below none.
 ///
 /// Precondition: `entry` and all that `path` gives as its parent, the parent of that, and so on are
-/// on `path`, which is asked for the parent of each. The composite paths assert that in debug builds;
-/// in release builds the behaviour is undefined.
+/// on `path`, which is asked for the parent of each. The composite paths assert that in debug
+/// builds; in release builds the behaviour is undefined.
 [[nodiscard]] SEARCHPATH_EXPORT bool DoesPartialPathnameMatchPathEntryIRI(
     const IPath& path, const BidirectionalUstringRange& partial,
     std::shared_ptr<const IPathEntry> entry, const FilenameMatchingPolicy& policy);

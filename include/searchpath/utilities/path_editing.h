@@ -22,8 +22,8 @@ namespace Corvane::PathManagement {
 // Threads: stateless; it is for the manager to keep two changes from overlapping, since one that
 // comes between reading and replacing is lost.
 // Errors: a manager that is being changed further up the call stack refuses the new list with
-// `RecursivePathChangeException`: the path stays as it is, and the messages so far are returned. All
-// else that the manager or the working folder throws passes through.
+// `RecursivePathChangeException`: the path stays as it is, and the messages so far are returned.
+// All else that the manager or the working folder throws passes through.
 // Cost: linear in the folders given and those on the path; each given range is walked once.
 
 /// Where added folders go. Any other value means `End`.

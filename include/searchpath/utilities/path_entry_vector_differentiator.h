@@ -47,8 +47,8 @@ class SEARCHPATH_EXPORT PathEntryVectorDifferentiator {
   /// one level below, and so on. Below the first level nothing is reordered.
   ///
   /// Precondition: not moved from; no entry is null, and the canonical IRI of each stays the same
-  /// throughout. With `IncludeSubfolders`, no entry hangs below itself: that never ends (asserted in
-  /// debug builds, unchecked in release).
+  /// throughout. With `IncludeSubfolders`, no entry hangs below itself: that never ends (asserted
+  /// in debug builds, unchecked in release).
   /// Errors: what an entry raises passes through, the first such exception when several threads
   /// raise. After a failure each list holds the beginning of what it would have held, and the two
   /// lists of refreshed entries are of the same length.

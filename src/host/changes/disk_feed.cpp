@@ -174,8 +174,8 @@ class DiskFeed::State {
   /// Watches what is on the path now, each folder before it is listed. In the first round a folder
   /// that had been listed before is reported unless its times say that it has not changed since.
   /// Later on every folder that was not watched is reported: whoever put it on the path may have
-  /// looked into it before, as a program does that puts all folders of a tree there, and looks again
-  /// when it is reported.
+  /// looked into it before, as a program does that puts all folders of a tree there, and looks
+  /// again when it is reported.
   void WatchPath(Round round) {
     const auto path = manager.GetPath();
     LocationSet doubtful;

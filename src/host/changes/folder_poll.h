@@ -17,7 +17,8 @@ namespace Corvane::PathManagement::host {
 /// Threads: not synchronised.
 class FolderPoll {
  public:
-  /// Polls these from now on. Those that were polled before are still compared with their last times.
+  /// Polls these from now on. Those that were polled before are still compared with their last
+  /// times.
   void Set(const std::vector<AbsoluteIRI>& locations);
 
   [[nodiscard]] bool IsEmpty() const noexcept { return states.empty(); }

@@ -25,9 +25,9 @@ bool AreSameFolder(const FolderEntry& left, const FolderEntry& right) {
   return folder == static_cast<const AbsoluteIRI&>(right.GetCanonicalAbsoluteIRI());
 }
 
-/// Compares a folder and all below it with an earlier version, from the top down, and takes over the
-/// old entries of what is unchanged, from the bottom up. In loops, since folders nest deeper than
-/// stacks.
+/// Compares a folder and all below it with an earlier version, from the top down, and takes over
+/// the old entries of what is unchanged, from the bottom up. In loops, since folders nest deeper
+/// than stacks.
 class FolderMerge {
  public:
   /// Folders that `changedFolders` does not contain are as they were; without it, all may have

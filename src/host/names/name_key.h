@@ -35,8 +35,8 @@ class NameKey {
   }
   /// Takes the folded form of `name`: the same for all names that differ in case alone.
   void SetFolded(const NameKey& name);
-  /// Whether this is the folded form of `name`, which ends with a NUL. Precondition: this was set by
-  /// `SetFolded`. Cost: most names differ in the first character.
+  /// Whether this is the folded form of `name`, which ends with a NUL. Precondition: this was set
+  /// by `SetFolded`. Cost: most names differ in the first character.
   [[nodiscard]] bool IsFoldOf(const char* name) const;
 
   /// What was set; holds no NUL.
@@ -95,7 +95,8 @@ class NameKey {
   }
   /// The last `count` characters of `text`, 1 to 7.
   static Word NarrowLast(std::u16string_view text, std::size_t count, Word& seen) noexcept {
-    // Reading a whole word that ends there needs no loop, whose length the processor cannot foresee.
+    // Reading a whole word that ends there needs no loop, whose length the processor cannot
+    // foresee.
     if (text.size() >= kWord) {
       return NarrowEight(text.data() + text.size() - kWord, seen) >> 8U * (kWord - count);
     }

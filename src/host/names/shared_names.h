@@ -23,7 +23,8 @@ class NameBlock;
 /// Ownership: views the name blocks, which must outlive it.
 class SharedNames {
  public:
-  /// With `extensionList`, names are those that a look-up tries with these extensions; see `Lookup`.
+  /// With `extensionList`, names are those that a look-up tries with these extensions; see
+  /// `Lookup`.
   SharedNames(const std::vector<ustring>& extensionList, FilenameMatchingPolicy policy);
 
   /// Adds the files of the next folder in path order.

@@ -51,7 +51,8 @@ class WantedName {
   WantedName& operator=(const WantedName&) = delete;
 
   [[nodiscard]] std::optional<Similarity> Compare(std::string_view bytes) const {
-    // Most names differ in the first character and in the second: they are off by more than a letter.
+    // Most names differ in the first character and in the second: they are off by more than a
+    // letter.
     if (!MayResemble(bytes)) return std::nullopt;
     const ustring candidate = TextFromBytes(bytes);
     if (AreSameFilename(candidate, name, FilenameMatchingPolicy::IgnoreCase)) {

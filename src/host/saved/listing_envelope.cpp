@@ -61,7 +61,8 @@ void CheckVersion(std::istream& stream) {
       (version > kVersion ? ": a newer program made it; make it anew with this one" : " only"));
 }
 
-/// How many bytes the stream still holds, at most as many as a body may have; 0 if it does not know.
+/// How many bytes the stream still holds, at most as many as a body may have; 0 if it does not
+/// know.
 std::size_t RemainingBytes(std::istream& stream) {
   auto& buffer = *stream.rdbuf();
   const auto here = buffer.pubseekoff(0, std::ios_base::cur, std::ios_base::in);

@@ -29,8 +29,8 @@ class SavedListings {
   /// Reads and verifies all of `stream`, which begins with the first line of the format.
   ///
   /// Errors: `InvalidListingException`.
-  /// Cost: memory for at most twice the bytes of the stream; one pass over them for the checksum and
-  /// one for the names.
+  /// Cost: memory for at most twice the bytes of the stream; one pass over them for the checksum
+  /// and one for the names.
   SavedListings(std::istream& stream, const AbsoluteIRI& root, ListingUse listingUse);
 
   /// Whether listings of folders that have changed since are left out.

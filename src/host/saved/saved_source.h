@@ -11,8 +11,8 @@
 
 namespace Corvane::PathManagement::host {
 
-/// Takes listings from saved ones, and from the disk where these have none that may be used. What it
-/// returns may view the saved listings and is valid as long as this object.
+/// Takes listings from saved ones, and from the disk where these have none that may be used. What
+/// it returns may view the saved listings and is valid as long as this object.
 class SavedSource : public ListingSource {
  public:
   explicit SavedSource(std::vector<std::shared_ptr<const SavedListings>> listings)
