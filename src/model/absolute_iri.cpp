@@ -93,12 +93,6 @@ std::size_t ParentEnd(std::u16string_view path) {
   return separator == 0 ? 1 : separator;
 }
 
-bool HasDoubleDots(std::u16string_view path) {
-  auto component = TakeComponent(path);
-  while (!component.empty() && component != u"..") component = TakeComponent(path);
-  return !component.empty();
-}
-
 std::vector<std::u16string_view> ResolvedComponents(std::u16string_view path,
                                                     std::u16string_view wholeText) {
   std::vector<std::u16string_view> components;
@@ -113,8 +107,8 @@ std::vector<std::u16string_view> ResolvedComponents(std::u16string_view path,
   return components;
 }
 
-/// What `DecodeEscapes` gives for a path: a "file" path names every byte, another one keeps what it
-/// cannot say.
+/// A part of the path of `iri`, decoded. All bytes of a "file" path are decoded; in other schemes,
+/// escapes that are not UTF-8 stay.
 ustring Decoded(const IRIRepresentation& iri, std::u16string_view escaped) {
   const bool isFile = std::u16string_view(iri.Text(), iri.schemeLength) == u"file";
   return DecodeEscapes(escaped, isFile ? Undecodable::AsByte : Undecodable::KeptWithSeparators);

@@ -18,6 +18,15 @@ template <class Unit>
   return component;
 }
 
+/// Whether a component of `path` is "..".
+template <class Unit>
+[[nodiscard]] bool HasDoubleDots(std::basic_string_view<Unit> path) noexcept {
+  for (auto name = TakeComponent(path); !name.empty(); name = TakeComponent(path)) {
+    if (name.size() == 2 && name[0] == '.' && name[1] == '.') return true;
+  }
+  return false;
+}
+
 }  // namespace foundation::storage::vfs::detail
 
 #endif  // SEARCHPATH_SRC_MODEL_PATH_COMPONENTS_H

@@ -1,6 +1,7 @@
 #include "host/packages/package_manifest.h"
 
 #include "host/packages/located_json.h"
+#include "model/path_components.h"
 #include "searchpath/model/byte_text.h"
 #include "searchpath/platform/iri_text.h"
 #include "searchpath/utilities/iri_conversion.h"
@@ -105,21 +106,13 @@ struct Field {
   }
 };
 
-bool LeadsUp(std::u16string_view pathname) {
-  for (std::size_t begin = 0; begin <= pathname.size();) {
-    const std::size_t end = std::min(pathname.find(u'/', begin), pathname.size());
-    if (pathname.substr(begin, end - begin) == u"..") return true;
-    begin = end + 1;
-  }
-  return false;
-}
-
 AbsoluteIRI LocationOf(const Field& field, const ustring& packageFolder) try {
   namespace vfs = foundation::storage::vfs;
   const ustring& text = field.AsText();
   if (vfs::hasIRIPrefix(text)) return GetIRIFromString(text);
   // ".." is refused even where it seems to lead back: behind a link it leads elsewhere.
-  if (text.starts_with(u'/') || text.starts_with(u'~') || LeadsUp(text)) {
+  if (text.starts_with(u'/') || text.starts_with(u'~') ||
+      vfs::detail::HasDoubleDots(std::u16string_view(text))) {
     field.Refuse(PackageFault::OutsideOfFolder);
   }
   return vfs::toAbsoluteIRI(u"file", packageFolder + u'/' + text);

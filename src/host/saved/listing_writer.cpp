@@ -4,6 +4,7 @@
 #include "host/folder/entry_state.h"
 #include "host/folder/folder_walk.h"
 #include "host/saved/listing_envelope.h"
+#include "model/path_components.h"
 #include "saved_listing_generated.h"
 #include "searchpath/model/byte_text.h"
 
@@ -19,6 +20,7 @@ namespace Corvane::PathManagement::host {
 namespace {
 
 using flatbuffers::Offset;
+using foundation::storage::vfs::detail::HasDoubleDots;
 
 constexpr std::size_t kRoomForTables = 1024;  // for one folder without its names, in bytes
 
@@ -27,10 +29,6 @@ struct Location {
   saved::Place place;
   std::string bytes;
 };
-
-bool HasDoubleDots(std::string_view path) {
-  return ('/' + std::string(path) + '/').find("/../") != std::string::npos;
-}
 
 Location LocationOf(const AbsoluteIRI& folder, const AbsoluteIRI& root) {
   const auto bytes = [](const ustring& text) { return BytesFromText(text).value(); };
@@ -41,7 +39,8 @@ Location LocationOf(const AbsoluteIRI& folder, const AbsoluteIRI& root) {
   if (text.starts_with(above) && (above.ends_with(u'/') || text[above.size()] == u'/')) {
     std::string relative = bytes(folder.makePathRelativeTo(root));
     // ".." may lead out of the root.
-    if (!HasDoubleDots(relative)) return {saved::Place::BelowRoot, std::move(relative)};
+    if (!HasDoubleDots(std::string_view(relative)))
+      return {saved::Place::BelowRoot, std::move(relative)};
   }
   return {saved::Place::Absolute, bytes(folder.getPath())};
 }
