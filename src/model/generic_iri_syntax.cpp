@@ -72,9 +72,7 @@ std::string InAscii(std::u16string_view escaped) {
     if (value < 0x80) {
       ascii.push_back(byte);
     } else {
-      ustring escape;
-      AppendEscape(escape, value);
-      ascii.append(escape.begin(), escape.end());
+      AppendEscape(ascii, value);
     }
   }
   return ascii;

@@ -1,6 +1,5 @@
 #include "model/percent_escapes.h"
 
-#include "model/hexadecimal.h"
 #include "model/text_units.h"
 
 #include <unicode/utf8.h>
@@ -65,12 +64,6 @@ std::optional<std::uint8_t> EscapeAt(std::u16string_view text, std::size_t at) n
   const int low = HexValue(text[at + 2]);
   if (high < 0 || low < 0) return std::nullopt;
   return static_cast<std::uint8_t>(high * 16 + low);
-}
-
-void AppendEscape(ustring& text, std::uint8_t byte) {
-  using namespace Corvane::PathManagement::detail;
-  text.push_back(u'%');
-  AppendHexadecimal(text, byte, 2, kUpperCaseDigits);
 }
 
 ustring DecodeEscapes(std::u16string_view text, Undecodable undecodable) {

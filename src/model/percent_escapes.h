@@ -1,6 +1,7 @@
 #ifndef SEARCHPATH_SRC_MODEL_PERCENT_ESCAPES_H
 #define SEARCHPATH_SRC_MODEL_PERCENT_ESCAPES_H
 
+#include "model/hexadecimal.h"
 #include "searchpath/model/ustring.h"
 
 #include <cstddef>
@@ -15,13 +16,18 @@ namespace foundation::storage::vfs::detail {
                                                    std::size_t at) noexcept;
 
 /// Appends "%XX" in upper case.
-void AppendEscape(ustring& text, std::uint8_t byte);
+template <class Text>
+void AppendEscape(Text& text, std::uint8_t byte) {
+  using namespace Corvane::PathManagement::detail;
+  text.push_back('%');
+  AppendHexadecimal(text, byte, 2, kUpperCaseDigits);
+}
 
-/// What becomes of escapes that stand for no text.
+/// What becomes of escapes that are not UTF-8.
 enum class Undecodable : std::uint8_t {
   Kept,                ///< they stay as they are written
-  KeptWithSeparators,  ///< they stay, and so do "%2F" and "%00", which would name another file
-  AsByte,              ///< they become the unit that stands for their byte
+  KeptWithSeparators,  ///< they stay, and so do "%2F" and "%00": decoded, they would name another file
+  AsByte,              ///< they become lone surrogates U+DC80..U+DCFF, as in `TextFromBytes`
 };
 
 /// `text` with its escapes decoded as UTF-8.
