@@ -4,6 +4,7 @@
 #include "host/changes/folder_watches.h"
 #include "host/changes/location_set.h"
 #include "host/folder/entry_state.h"
+#include "host/folder/folder_walk.h"
 #include "searchpath/host/wake_up.h"
 #include "searchpath/platform/file_folder_changed_event.h"
 
@@ -58,16 +59,13 @@ struct Requests {
 /// All folders of the path; empty when some have not been listed.
 std::optional<std::vector<AbsoluteIRI>> LocationsOf(const FolderPath& path) {
   std::vector<AbsoluteIRI> locations;
-  std::vector<const FolderEntry*> pending;
-  for (const auto& folder : path.GetMainFolders()) {
-    pending.push_back(folder.get());
-    while (!pending.empty()) {
-      const FolderEntry& entry = *pending.back();
-      pending.pop_back();
-      if (!StateOf(entry).IsListed()) return std::nullopt;
-      locations.push_back(entry.GetAbsoluteIRI());
-      for (const auto& below : entry.GetSpecialFolders()) pending.push_back(below.get());
-    }
+  for (const auto& mainFolder : path.GetMainFolders()) {
+    const bool isIncomplete = WalkFolders(mainFolder, [&](const auto& folder, std::size_t) {
+      if (!StateOf(*folder).IsListed()) return true;
+      locations.push_back(folder->GetAbsoluteIRI());
+      return false;
+    });
+    if (isIncomplete) return std::nullopt;
   }
   return locations;
 }
@@ -83,8 +81,8 @@ class DiskFeed::State {
         options(std::move(givenOptions)),
         watches(options.onlyPolls),
         subscription(
-            watched.AddListener([made = requests](const auto& /*before*/, const auto& /*after*/) {
-              made->Make(made->checkPath);
+            watched.AddListener([shared = requests](const auto& /*before*/, const auto& /*after*/) {
+              shared->Make(shared->checkPath);
             })) {
     WatchPath(Round::First);
     thread = std::thread([this] { Run(); });
@@ -113,7 +111,8 @@ class DiskFeed::State {
         Gather();
         if (burst.first && Clock::now() >= DueTime()) Publish();
       } catch (...) {
-        // No memory, or a subscriber failed: what has not been published is unknown now.
+        // No memory, or a subscriber failed: what has not been published is not known any more, so
+        // everything is, after a while.
         burst = Burst();
         burst.isIncomplete = true;
         burst.first = burst.last = Clock::now() + options.pollInterval;
@@ -180,13 +179,11 @@ class DiskFeed::State {
     const auto path = manager.GetPath();
     LocationSet doubtful;
     watches.Begin();
-    const auto& mainFolders = path->GetMainFolders();
-    FolderEntries pending(mainFolders.rbegin(), mainFolders.rend());
-    while (!pending.empty()) {
-      const auto folder = std::move(pending.back());
-      pending.pop_back();
-      if (MustReport(*folder, round)) doubtful.insert(folder->GetAbsoluteIRI());
-      for (const auto& below : folder->GetSpecialFolders()) pending.push_back(below);
+    for (const auto& mainFolder : path->GetMainFolders()) {
+      WalkFolders(mainFolder, [&](const auto& folder, std::size_t /*depth*/) {
+        if (Watch(*folder, round)) doubtful.insert(folder->GetAbsoluteIRI());
+        return false;
+      });
     }
     for (const AbsoluteIRI& file : options.files) {
       if (watches.WatchFile(file) == Comparison::Other) doubtful.insert(file);
@@ -197,8 +194,8 @@ class DiskFeed::State {
     AddToBurst(doubtful, false, false);
   }
 
-  /// Watches `folder`.
-  [[nodiscard]] bool MustReport(const FolderEntry& folder, Round round) {
+  /// Returns whether `folder` must be reported.
+  [[nodiscard]] bool Watch(const FolderEntry& folder, Round round) {
     const bool wasUntouched = StateOf(folder).IsUntouched();
     const Comparison comparison = watches.Watch(folder.GetAbsoluteIRI());
     if (comparison != Comparison::New || round == Round::Later) {
