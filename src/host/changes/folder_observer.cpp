@@ -1,9 +1,7 @@
 #include "searchpath/host/folder_observer.h"
 
-#include "host/common/held_hash.h"
+#include "host/changes/location_set.h"
 #include "searchpath/platform/file_folder_changed_event.h"
-
-#include <boost/unordered/unordered_flat_set.hpp>
 
 #include <condition_variable>
 #include <exception>
@@ -24,7 +22,7 @@ using storage::filefolderobserver::FileFolderChangedEvent;
 
 /// The folders to refresh.
 struct Batch {
-  boost::unordered_flat_set<AbsoluteIRI, HeldHash> locations;
+  LocationSet locations;
   bool hasAllFolders = false;
 
   [[nodiscard]] bool IsEmpty() const noexcept { return locations.empty() && !hasAllFolders; }
@@ -62,8 +60,8 @@ class FolderObserver::State {
     stateChanged.notify_all();
   }
 
-  /// Called once, with the owner of this object: a publisher that is calling when the observer is
-  /// destroyed still finds it.
+  /// Called once, with a pointer that owns this object: the subscription shares it during each
+  /// call, so a publisher may still be calling when the observer is destroyed.
   void Start(const std::shared_ptr<State>& owner, EventMgr& events) {
     subscription = events.subscribe([gatherer = std::weak_ptr<State>(owner)](const Event& event) {
       if (const auto gathering = gatherer.lock()) gathering->Gather(event);
@@ -112,7 +110,7 @@ class FolderObserver::State {
       batch.Refresh(manager);
       return nullptr;
     } catch (...) {
-      // Perhaps only a listener failed, perhaps nothing has been listed.
+      // Perhaps only a listener failed, after the refresh; perhaps nothing was refreshed at all.
       if (failed.IsEmpty()) {
         failed = std::move(batch);
       } else {
@@ -125,8 +123,8 @@ class FolderObserver::State {
   MainSearchPathManager& manager;
   Batch failed;  // the folders whose refresh failed; used by the thread alone
 
-  std::mutex mutex;                      // guards what follows
-  std::condition_variable stateChanged;  // some of it
+  std::mutex mutex;                      // guards next, isRefreshing, failure and isEnding
+  std::condition_variable stateChanged;  // notified when one of these has changed
   Batch next;                            // gathered for the next refresh
   bool isRefreshing = false;
   std::exception_ptr failure;  // the first that `Settle` has not raised yet

@@ -13,7 +13,7 @@ namespace Corvane::PathManagement::host {
 
 namespace {
 
-constexpr std::int64_t kGrain = 2;  // seconds, of the coarsest file systems
+constexpr std::int64_t kCoarsestTimes = 2;  // in seconds; some file systems keep no finer ones
 
 }  // namespace
 
@@ -29,7 +29,7 @@ FolderPoll::State FolderPoll::State::Of(const AbsoluteIRI& location) {
   return {.facts = {static_cast<std::int64_t>(status.st_dev),
                     static_cast<std::int64_t>(status.st_ino), status.st_mtim.tv_sec,
                     status.st_mtim.tv_nsec, status.st_ctim.tv_sec, status.st_ctim.tv_nsec},
-          .isYoung = status.st_ctim.tv_sec + kGrain >= now.tv_sec};
+          .isYoung = status.st_ctim.tv_sec + kCoarsestTimes >= now.tv_sec};
 }
 
 void FolderPoll::Set(const std::vector<AbsoluteIRI>& locations) {

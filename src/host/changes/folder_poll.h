@@ -29,7 +29,7 @@ class FolderPoll {
 
  private:
   struct State {
-    std::array<std::int64_t, 6> facts;  // device, inode, times; or the error
+    std::array<std::int64_t, 6> facts;  // device, inode, times; if it cannot be asked, the error
     bool isYoung;                       // changed shortly before it was polled
 
     [[nodiscard]] static State Of(const AbsoluteIRI& location);

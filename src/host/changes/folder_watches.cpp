@@ -50,7 +50,7 @@ FolderWatches::Comparison FolderWatches::Watch(const AbsoluteIRI& location) {
   // Where there is no folder, watching the route is enough.
   if (!route.isWatched || (added.error && !IsAbsence(added.error))) polled.push_back(location);
   if (added.watch) watches[*added.watch].locations.push_back(location);
-  return Settle(location, {.path = std::move(route.destination), .watch = added.watch});
+  return Record(location, {.path = std::move(route.destination), .watch = added.watch});
 }
 
 FolderWatches::Comparison FolderWatches::WatchFile(const AbsoluteIRI& location) {
@@ -60,10 +60,10 @@ FolderWatches::Comparison FolderWatches::WatchFile(const AbsoluteIRI& location) 
     watches[*watch].files[route.name].push_back(location);
   }
   if (!route.isWatched) polled.push_back(location);
-  return Settle(location, {.path = std::move(route.destination), .watch = {}});
+  return Record(location, {.path = std::move(route.destination), .watch = {}});
 }
 
-FolderWatches::Comparison FolderWatches::Settle(const AbsoluteIRI& location,
+FolderWatches::Comparison FolderWatches::Record(const AbsoluteIRI& location,
                                                 Destination destination) {
   const auto old = oldDestinations.find(location);
   const bool isNew = old == oldDestinations.end();

@@ -84,14 +84,14 @@ class FolderWatches {
     std::optional<std::string> destination;  // without links; empty when nothing is there
     std::string folder;                      // in which the last name was looked up
     std::string name;                        // that name
-    bool isWatched = true;                   // every folder on it
+    bool isWatched = true;                   // whether each folder on it is
   };
 
   [[nodiscard]] KernelWatches::Added Add(const std::string& folder, std::uint32_t events);
   [[nodiscard]] Watched* WatchOnRoute(const std::string& folder);
   [[nodiscard]] Route Follow(const AbsoluteIRI& location);
   [[nodiscard]] const Seen& LookAt(const std::string& path);
-  [[nodiscard]] Comparison Settle(const AbsoluteIRI& location, Destination destination);
+  [[nodiscard]] Comparison Record(const AbsoluteIRI& location, Destination destination);
   void AddTo(Report& report, const inotify_event& event, const char* name) const;
 
   KernelWatches kernel;

@@ -3,6 +3,7 @@
 #include "host/common/held_hash.h"
 #include "searchpath/host/path_refresh.h"
 #include "searchpath/utilities/path_editing.h"
+#include "searchpath/utilities/path_messages.h"
 
 #include <boost/unordered/unordered_flat_set.hpp>
 
@@ -266,8 +267,9 @@ foundation::core::except::Notification RemoveFolders(const UstringRange& folders
   }
   Notification notification = RemoveIRIsFromZentraPath(locations, manager);
   for (ustring& folder : unlocated) {
-    notification.Append(
-        {.catalogue = u"ZENTRA:rmpath", .key = u"DirNotFound", .arguments = {std::move(folder)}});
+    notification.Append({.catalogue = PathMessages::RemovalCatalogue,
+                         .key = PathMessages::NotOnPath,
+                         .arguments = {std::move(folder)}});
   }
   return notification;
 }

@@ -23,7 +23,6 @@ namespace Corvane::PathManagement::host {
 namespace {
 
 using Folder = std::shared_ptr<const FolderEntry>;
-using Folders = FolderEntries;
 
 enum Side : std::uint8_t { Before, After };
 
@@ -37,9 +36,10 @@ struct File {
 class NameTable {
  public:
   /// The folders have been listed.
-  NameTable(const Folders& before, const Folders& after) : paths{&before, &after} {
-    const Folders same = LongestCommonSubsequence<Folder, Folders>::Compute(before, after);
-    for (const Side side : {Before, After}) AddNamesBesides(same, side);
+  NameTable(const FolderEntries& before, const FolderEntries& after) : paths{&before, &after} {
+    const FolderEntries same =
+        LongestCommonSubsequence<Folder, FolderEntries>::Compute(before, after);
+    for (const Side side : {Before, After}) AddNamesOutsideOf(same, side);
     for (auto& side : firsts) side.resize(names.size());
     ForEachInParallel(paths.size(),
                       [this](std::size_t side) { FindFirstFiles(static_cast<Side>(side)); });
@@ -67,9 +67,10 @@ class NameTable {
     }
   };
 
-  /// A name changes its meaning only by a folder that is not on both paths in the same order: among
-  /// the folders of `same`, the first that has it is the same on both.
-  void AddNamesBesides(const Folders& same, Side side) {
+  /// Adds the names in the folders of a path that are not in `same`. No other name can have changed
+  /// its meaning: the folders of `same` stand on both paths in one order, so the first of them that
+  /// has a name is the same on both.
+  void AddNamesOutsideOf(const FolderEntries& same, Side side) {
     auto next = same.begin();
     for (const Folder& folder : *paths.at(side)) {
       if (next != same.end() && *next == folder) {
@@ -91,7 +92,7 @@ class NameTable {
 
   void FindFirstFiles(Side side) {
     if (names.empty()) return;
-    const Folders& folders = *paths.at(side);
+    const FolderEntries& folders = *paths.at(side);
     for (std::uint32_t folder = 0; folder < folders.size(); ++folder) {
       const NameBlock& files = StateOf(*folders[folder]).Files();
       for (std::uint32_t index = 0; index < files.size(); ++index) {
@@ -121,7 +122,7 @@ class NameTable {
                      paths.at(side)->at(first->folder));
   }
 
-  std::array<const Folders*, 2> paths;
+  std::array<const FolderEntries*, 2> paths;
   boost::unordered_flat_map<std::string_view, std::uint32_t, Hash> names;  // to their numbers
   std::array<std::vector<std::optional<File>>, 2> firsts;                  // by number
 };
@@ -129,8 +130,9 @@ class NameTable {
 }  // namespace
 
 std::vector<NameChange> FindNameChanges(const FolderPath& before, const FolderPath& after) {
-  const std::array<const Folders*, 2> paths = {&before.GetMainFolders(), &after.GetMainFolders()};
-  for (const Folders* const folders : paths) {
+  const std::array<const FolderEntries*, 2> paths = {&before.GetMainFolders(),
+                                                     &after.GetMainFolders()};
+  for (const FolderEntries* const folders : paths) {
     ForEachInParallel(folders->size(),
                       [folders](std::size_t at) { StateOf(*(*folders)[at]).List(); });
   }

@@ -11,7 +11,6 @@ namespace Corvane::PathManagement::host {
 namespace {
 
 using Entry = std::shared_ptr<const IPathEntry>;
-using Entries = PathEntries;
 using ComparisonFilter = PathEntryVectorDifferentiator::ComparisonFilter;
 
 /// The positions on a path of the entries that a comparison may find.
@@ -22,7 +21,7 @@ class Positions {
     std::size_t order = 0;  // among all entries here
   };
 
-  explicit Positions(const Entries& mainEntries) : mainCount(mainEntries.size()) {
+  explicit Positions(const PathEntries& mainEntries) : mainCount(mainEntries.size()) {
     for (std::size_t main = 0; main < mainEntries.size(); ++main) Add(mainEntries[main], main);
   }
 
@@ -32,7 +31,7 @@ class Positions {
   }
 
   /// What is below unchanged main entries is not compared, and need not be listed.
-  void AddBelow(const Entries& changedEntries) {
+  void AddBelow(const PathEntries& changedEntries) {
     for (const Entry& changed : changedEntries) {
       const Position* const position = Find(changed);
       // A special folder is added with the main entry that it belongs to, which has changed, too.
@@ -56,11 +55,11 @@ class Positions {
 
 class Differences {
  public:
-  Differences(const Entries& before, const Entries& after, ComparisonFilter filter)
+  Differences(const PathEntries& before, const PathEntries& after, ComparisonFilter filter)
       : positionsBefore(before), positionsAfter(after) {
     PathEntryVectorDifferentiator compared;
     compared.Compare(before, after, filter);
-    const Entries& refreshed = *compared.GetRefreshedBefore();
+    const PathEntries& refreshed = *compared.GetRefreshedBefore();
     if (filter == ComparisonFilter::IncludeSubfolders) {
       positionsBefore.AddBelow(*compared.GetRemoved());
       positionsBefore.AddBelow(refreshed);
@@ -76,12 +75,9 @@ class Differences {
   }
 
   [[nodiscard]] std::vector<FolderDifference> InOrder() && {
-    std::sort(found.begin(), found.end(), [](const auto& left, const auto& right) {
-      const auto key = [](const auto& positioned) {
-        const auto& [position, difference] = positioned;
-        return std::make_tuple(difference.change, position.main, position.order);
-      };
-      return key(left) < key(right);
+    std::ranges::sort(found, {}, [](const auto& positioned) {
+      const auto& [position, difference] = positioned;
+      return std::make_tuple(difference.change, position.main, position.order);
     });
     std::vector<FolderDifference> differences;
     differences.reserve(found.size());

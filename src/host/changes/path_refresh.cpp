@@ -18,7 +18,6 @@ namespace Corvane::PathManagement::host {
 namespace {
 
 using Folder = std::shared_ptr<const FolderEntry>;
-using Folders = FolderEntries;
 
 bool AreSameFolder(const FolderEntry& left, const FolderEntry& right) {
   const AbsoluteIRI folder = left.GetCanonicalAbsoluteIRI();
@@ -30,8 +29,8 @@ bool AreSameFolder(const FolderEntry& left, const FolderEntry& right) {
 /// than stacks.
 class FolderMerge {
  public:
-  /// Folders that `changedFolders` does not contain are as they were; without it, all may have
-  /// changed.
+  /// FolderEntries that `changedFolders` does not contain are as they were; without it, all may
+  /// have changed.
   FolderMerge(const Folder& fresh, const Folder& old,
               const ChangedFolders* changedFolders = nullptr)
       : changed(changedFolders) {
@@ -56,7 +55,7 @@ class FolderMerge {
     std::size_t parent = 0;
     std::size_t index = 0;     // among the folders directly below the parent
     bool isUnchanged = false;  // with all below it, as far as that has been compared
-    Folders below = {};        // of the fresh entry; empty when they need no comparison
+    FolderEntries below = {};  // of the fresh entry; empty when they need no comparison
   };
 
   void Compare(std::size_t at) {
@@ -68,7 +67,7 @@ class FolderMerge {
     if (fresh == old && !oldState.IsListed()) return;
     if (oldState.IsUntouched() && StateOf(*fresh).IsUntouched()) return;
     nodes[at].below = fresh->GetSpecialFolders();
-    const Folders& oldBelow = old->GetSpecialFolders();
+    const FolderEntries& oldBelow = old->GetSpecialFolders();
     nodes[at].isUnchanged =
         nodes[at].below.size() == oldBelow.size() && StateOf(*fresh).HoldsSameAs(oldState);
     AddBelow(at, oldBelow);
@@ -81,7 +80,7 @@ class FolderMerge {
     return fresh == old ? CreateEntry(StateOf(*old).CopyUnlisted()) : fresh;
   }
 
-  void AddBelow(std::size_t parent, const Folders& oldBelow) {
+  void AddBelow(std::size_t parent, const FolderEntries& oldBelow) {
     if (oldBelow.empty()) return;
     std::map<ustring, Folder> byName;
     for (const Folder& old : oldBelow) byName.emplace(old->GetAbsoluteIRI().getName(), old);
@@ -100,7 +99,7 @@ class FolderMerge {
     if (node.isUnchanged) return node.old;
     if (node.below.empty() || node.below == node.fresh->GetSpecialFolders()) return node.fresh;
     return CreateEntry(StateOf(*node.fresh).CopyListed(),
-                       std::make_unique<Folders>(std::move(node.below)));
+                       std::make_unique<FolderEntries>(std::move(node.below)));
   }
 
   const ChangedFolders* changed;  // null: all
@@ -111,7 +110,7 @@ class FolderMerge {
 class Counterparts {
  public:
   template <class KeyOf>
-  Counterparts(Folders allFolders, const KeyOf& keyOf) : folders(std::move(allFolders)) {
+  Counterparts(FolderEntries allFolders, const KeyOf& keyOf) : folders(std::move(allFolders)) {
     next.resize(folders.size());
     for (std::size_t at = folders.size(); at-- > 0;) {
       const auto [first, isNew] = firsts.try_emplace(keyOf(*folders[at]), at);
@@ -128,7 +127,7 @@ class Counterparts {
     return std::exchange(folders[at], nullptr);
   }
 
-  [[nodiscard]] Folders TakeRest() {
+  [[nodiscard]] FolderEntries TakeRest() {
     std::erase(folders, nullptr);
     return std::move(folders);
   }
@@ -136,7 +135,7 @@ class Counterparts {
  private:
   using Index = std::optional<std::size_t>;  // empty: no further one
 
-  Folders folders;  // null where it was taken
+  FolderEntries folders;  // null where it was taken
   boost::unordered_flat_map<AbsoluteIRI, Index, HeldHash> firsts;
   std::vector<Index> next;  // with the same key
 };
@@ -146,9 +145,10 @@ AbsoluteIRI IdentityOf(const FolderEntry& folder) { return folder.GetCanonicalAb
 
 }  // namespace
 
-Folders RearrangeFolders(const Folders& oldFolders, const std::vector<AbsoluteIRI>& locations) {
+FolderEntries RearrangeFolders(const FolderEntries& oldFolders,
+                               const std::vector<AbsoluteIRI>& locations) {
   Counterparts counterparts(oldFolders, LocationOf);
-  Folders rearranged;
+  FolderEntries rearranged;
   rearranged.reserve(locations.size());
   for (const AbsoluteIRI& location : locations) {
     Folder old = counterparts.Take(location);
@@ -157,8 +157,8 @@ Folders RearrangeFolders(const Folders& oldFolders, const std::vector<AbsoluteIR
   return rearranged;
 }
 
-Folders RefreshFolders(const Folders& oldFolders) {
-  Folders refreshed = oldFolders;
+FolderEntries RefreshFolders(const FolderEntries& oldFolders) {
+  FolderEntries refreshed = oldFolders;
   ForEachInParallel(refreshed.size(), [&](std::size_t at) {
     const Folder fresh = FolderEntry::Create(refreshed[at]->GetAbsoluteIRI());
     refreshed[at] = FolderMerge(fresh, refreshed[at]).Result();
@@ -166,8 +166,8 @@ Folders RefreshFolders(const Folders& oldFolders) {
   return refreshed;
 }
 
-Folders RefreshFolders(const Folders& oldFolders, const ChangedFolders& changed) {
-  Folders refreshed = oldFolders;
+FolderEntries RefreshFolders(const FolderEntries& oldFolders, const ChangedFolders& changed) {
+  FolderEntries refreshed = oldFolders;
   std::vector<std::size_t> asked;
   for (std::size_t at = 0; at < refreshed.size(); ++at) {
     if (changed.Affect(*refreshed[at])) asked.push_back(at);
@@ -182,9 +182,9 @@ Folders RefreshFolders(const Folders& oldFolders, const ChangedFolders& changed)
   return refreshed;
 }
 
-Folders ShareUnchangedFolders(const Folders& folders, const Folders& oldFolders) {
-  Folders shared = folders;
-  Folders old;
+FolderEntries ShareUnchangedFolders(const FolderEntries& folders, const FolderEntries& oldFolders) {
+  FolderEntries shared = folders;
+  FolderEntries old;
   Counterparts sameLocation(oldFolders, LocationOf);
   for (const Folder& folder : folders) old.push_back(sameLocation.Take(LocationOf(*folder)));
   Counterparts sameFolder(sameLocation.TakeRest(), IdentityOf);
@@ -198,10 +198,6 @@ Folders ShareUnchangedFolders(const Folders& folders, const Folders& oldFolders)
 }
 
 struct ChangedFolders::Locations {
-  [[nodiscard]] bool Contain(const FolderEntry& folder) const {
-    return all.contains(LocationOf(folder)) || all.contains(IdentityOf(folder));
-  }
-
   LocationSet all;
 };
 
@@ -221,7 +217,8 @@ ChangedFolders::ChangedFolders(const AbsoluteIRIRange& changed) {
 ChangedFolders::~ChangedFolders() = default;
 
 bool ChangedFolders::Contains(const FolderEntry& folder) const {
-  return locations->Contain(folder);
+  const LocationSet& all = locations->all;
+  return all.contains(LocationOf(folder)) || all.contains(IdentityOf(folder));
 }
 
 bool ChangedFolders::Affect(const FolderEntry& mainFolder) const {
@@ -229,7 +226,7 @@ bool ChangedFolders::Affect(const FolderEntry& mainFolder) const {
   while (!pending.empty()) {
     const FolderEntry& folder = *pending.back();
     pending.pop_back();
-    if (locations->Contain(folder)) return true;
+    if (Contains(folder)) return true;
     if (!StateOf(folder).IsListed()) continue;
     for (const Folder& below : folder.GetSpecialFolders()) pending.push_back(below.get());
   }
