@@ -8,7 +8,8 @@
 
 namespace Corvane::PathManagement::host {
 
-/// Full Unicode case folding, for text that is not all ASCII.
+/// Full Unicode case folding, for text that is not all ASCII. As pointers to functions, since the
+/// code may be in a module that is opened at the first use, see `FindInModule`.
 ///
 /// Errors: both raise `std::length_error` for a text of more than 2^31 units.
 struct CaseFolding {
@@ -17,7 +18,7 @@ struct CaseFolding {
   ustring (*fold)(const ustring& text);
 };
 
-/// Never null. A pointer, since a reference has no C linkage.
+/// Never null; a pointer, since functions with C linkage return no reference.
 ///
 /// Errors: `std::runtime_error` when it is in a module that cannot be opened.
 extern "C" SEARCHPATH_EXPORT const CaseFolding* SearchpathCaseFolding();

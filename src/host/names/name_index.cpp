@@ -96,8 +96,8 @@ const NameIndex::Slot* NameIndex::FindSlot(const NameKey& key, std::uint64_t has
   const std::uint64_t tags = TagOf(hash) * kEachTag;
   std::size_t group = FirstGroupOf(hash, groups.size());
   for (;;) {
-    // A byte becomes zero where the tag is the same; the one above it may be marked by mistake, an
-    // empty slot never.
+    // A byte becomes zero, and is marked, where the tag is the same. The byte above it may be
+    // marked by mistake, which comparing the names finds out; an empty slot is never marked.
     const std::uint64_t differences = groups[group] ^ tags;
     std::uint64_t marks = (differences - kEachTag) & ~differences & kTaken;
     for (; marks != 0; marks &= marks - 1) {

@@ -37,7 +37,8 @@ class NameIndex {
   class Cursor {
    public:
     [[nodiscard]] explicit operator bool() const noexcept { return record != kNone; }
-    /// Whether the next match is in the same folder. Precondition: `Find` returned this.
+    /// Whether the next match is in the same folder, where names that differ in case are the same.
+    /// Precondition: `Find` returned this; `Next` does not keep the answer.
     [[nodiscard]] bool HasSibling() const noexcept { return sibling != 0; }
 
    private:
@@ -77,7 +78,7 @@ class NameIndex {
   bool foldsCase;
   std::vector<std::uint32_t> firstRecords;  // of each folder; a record is a file, in path order
   std::vector<std::uint32_t> nextRecords;   // of the same name; kNone at the end
-  std::vector<std::uint64_t> groups;  // of eight slots each: their tags, zero for an empty one
+  std::vector<std::uint64_t> groups;  // each has the tags of eight slots, a byte each; zero: empty
   std::vector<Slot> slots;
 };
 

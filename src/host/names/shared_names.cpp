@@ -86,20 +86,18 @@ void SharedNames::Add(std::string_view name) {
   if (known.folder == folderCount) known.spelling = std::min(known.spelling, name);
 }
 
-std::vector<std::string> SharedNames::GetShared() const {
-  std::vector<std::string> shared;
+std::vector<std::string> SharedNames::SpellingsOf(bool Name::* condition) const {
+  std::vector<std::string> spellings;
   for (const auto& [key, name] : names) {
-    if (name.isShared) shared.emplace_back(name.spelling);
+    if (name.*condition) spellings.emplace_back(name.spelling);
   }
-  return shared;
+  return spellings;
 }
 
+std::vector<std::string> SharedNames::GetShared() const { return SpellingsOf(&Name::isShared); }
+
 std::vector<std::string> SharedNames::GetRespelled() const {
-  std::vector<std::string> respelled;
-  for (const auto& [key, name] : names) {
-    if (name.isRespelled) respelled.emplace_back(name.spelling);
-  }
-  return respelled;
+  return SpellingsOf(&Name::isRespelled);
 }
 
 }  // namespace Corvane::PathManagement::host

@@ -34,10 +34,10 @@ class SharedNames {
   /// file name.
   [[nodiscard]] bool IsName(std::string_view name) const;
 
-  /// The names that several files share, in no order. Of a name that is spelled in several ways,
-  /// the least spelling by its bytes in the first folder that has the name.
+  /// The names that several files share, in no order. A name that is spelled in several ways is
+  /// spelled as in the first folder that has it, in the way that is first by its bytes.
   [[nodiscard]] std::vector<std::string> GetShared() const;
-  /// Those of them that are spelled in several ways.
+  /// Those of `GetShared` that are spelled in several ways.
   [[nodiscard]] std::vector<std::string> GetRespelled() const;
 
  private:
@@ -55,6 +55,7 @@ class SharedNames {
   };
 
   void Add(std::string_view name);
+  [[nodiscard]] std::vector<std::string> SpellingsOf(bool Name::* condition) const;
   template <class Use>
   void ForEachName(std::string_view file, const Use& use) const;
 

@@ -15,12 +15,12 @@
 
 namespace Corvane::PathManagement::host {
 
-/// A manifest cannot be used. The data are those of `PackageProblem`, without the file.
+/// A manifest cannot be used. Its members are as in `PackageProblem`, which adds the file.
 class ManifestException : public std::exception {
  public:
-  ManifestException(PackageFault what, std::optional<std::size_t> where, ustring which,
-                    ustring more = {})
-      : fault(what), line(where), field(std::move(which)), detail(std::move(more)) {}
+  ManifestException(PackageFault itsFault, std::optional<std::size_t> itsLine, ustring itsField,
+                    ustring itsDetail = {})
+      : fault(itsFault), line(itsLine), field(std::move(itsField)), detail(std::move(itsDetail)) {}
 
   PackageFault fault;
   std::optional<std::size_t> line;
@@ -44,9 +44,10 @@ struct JsonMember {
   LocatedJson value;
 };
 
-/// What messages call the field `name` of the field `object`; "" is the whole text.
+/// How messages name a member of an object: "folders[1].tags" for "tags" of "folders[1]". The
+/// object "" is the whole text.
 [[nodiscard]] ustring FieldBelow(const ustring& object, const ustring& name);
-/// The same for the element at `index` of an array, from 0.
+/// The same for an element of an array: "folders[1]" for 1 of "folders".
 [[nodiscard]] ustring FieldBelow(const ustring& array, std::size_t index);
 
 /// Parses `bytes`. More than 32 levels or 10,000 values are refused, so that the tree can be

@@ -56,10 +56,11 @@ std::string ReadBytes(const Descriptor& file) {
   std::size_t size = 0;
   while (size < kTooLargeManifest) {
     bytes.resize(std::min(std::max(blockSize, 2 * size), kTooLargeManifest));
-    const ssize_t got = read(file.Get(), bytes.data() + size, bytes.size() - size);
+    const ssize_t got = fl::filesystem::detail::WithoutInterruption(
+        [&] { return read(file.Get(), bytes.data() + size, bytes.size() - size); });
+    if (got < 0) RefuseFile(errno);
     if (got == 0) break;
-    if (got < 0 && errno != EINTR) RefuseFile(errno);
-    if (got > 0) size += static_cast<std::size_t>(got);
+    size += static_cast<std::size_t>(got);
   }
   bytes.resize(size);
   return bytes;

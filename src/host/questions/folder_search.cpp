@@ -7,18 +7,12 @@
 
 namespace Corvane::PathManagement::host {
 
-namespace {
-
-bool IsAbsolute(const ustring& name) {
-  namespace names = fl::filesystem::detail;
-  return names::is_absolute_path_when_expanded(names::make_native_form(name, true), true);
-}
-
-}  // namespace
-
 PathEntries FindFoldersNamed(const IPath& path, const WorkingFolder& workingFolder,
                              const FolderLookup& lookup) {
-  if (!lookup.isLiteral || lookup.name.empty() || IsAbsolute(lookup.name)) {
+  // Only a partial pathname can be read in two ways.
+  const bool isPartial = !lookup.name.empty() &&
+                         !fl::filesystem::detail::is_absolute_path_when_expanded(lookup.name, true);
+  if (!lookup.isLiteral || !isPartial) {
     return GetMatchingEntries(kAllKindsAndResourcesScope, lookup.name, path, workingFolder,
                               lookup.policy);
   }
