@@ -8,17 +8,18 @@
 
 namespace Corvane::PathManagement::detail {
 
-/// Sorts on several threads when the list is long.
+/// Sorts lists of entries, long ones on several threads. As pointers to functions, since the code
+/// may be in a module that is opened at the first sort, see `FindInModule`.
 struct EntrySort {
   using Order = bool (*)(const std::shared_ptr<const IPathEntry>& left,
                          const std::shared_ptr<const IPathEntry>& right);
 
   void (*byAddress)(PathEntries& entries);
-  /// What `comesBefore` raises arrives at the caller, always.
+  /// Whatever `comesBefore` raises is raised to the caller.
   void (*inOrder)(PathEntries& entries, Order comesBefore);
 };
 
-/// Never null. A pointer, since a reference has no C linkage.
+/// Never null; a pointer, since functions with C linkage return no reference.
 ///
 /// Errors: `std::runtime_error` when it is in a module that cannot be opened.
 extern "C" SEARCHPATH_EXPORT const EntrySort* SearchpathEntrySort();

@@ -12,7 +12,8 @@ namespace Corvane::PathManagement::detail {
 /// A set of positions below a bound, with the neighbours of any position at hand. Position 0 is in
 /// it from the start and stays, so that every other position has one before it.
 ///
-/// Cost: a step for every six bits of the bound, mostly fewer; little over one bit a position.
+/// Cost: at most one step for every six bits of the bound; memory of little over one bit a
+/// position.
 class PositionSet {
  public:
   explicit PositionSet(std::uint32_t bound) {
@@ -49,7 +50,7 @@ class PositionSet {
     }
   }
 
-  /// The largest of the set that is smaller. Precondition: `position` is not 0.
+  /// The largest position of the set below `position`. Precondition: `position` is not 0.
   [[nodiscard]] std::uint32_t Before(std::uint32_t position) const {
     std::size_t level = 0;
     std::uint64_t smaller = Word(0, position) & (Bit(position) - 1);
@@ -64,7 +65,7 @@ class PositionSet {
     }
   }
 
-  /// The smallest of the set that is larger. Precondition: there is one.
+  /// The smallest position of the set above `position`. Precondition: there is one.
   [[nodiscard]] std::uint32_t After(std::uint32_t position) const {
     std::size_t level = 0;
     std::uint64_t larger = Word(0, position) & Above(position);
@@ -80,7 +81,7 @@ class PositionSet {
   }
 
  private:
-  static constexpr std::uint32_t kBits = 64;
+  static constexpr std::uint32_t kBits = 64;  // in a word
 
   static std::uint64_t Bit(std::uint32_t position) { return std::uint64_t{1} << position % kBits; }
   static std::uint64_t Above(std::uint32_t position) {

@@ -15,8 +15,8 @@ namespace Corvane::PathManagement::detail {
 /// element have consecutive places, in ascending order; places count from 1.
 class RepeatedPositions {
  public:
-  /// All are free. `following`: for each position, the next one of the same element or 0; may be
-  /// empty when there is none.
+  /// All are free until `Occupy` takes them. `following`: for each position, the next one of the
+  /// same element or 0; may be empty when there is none.
   explicit RepeatedPositions(const std::vector<std::uint32_t>& following)
       : places(following.size()),
         ordered(1),

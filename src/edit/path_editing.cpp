@@ -23,7 +23,7 @@ using foundation::core::except::MessageRecord;
 
 namespace {
 
-// The type of their keys makes canonical IRIs, too, compare as `AbsoluteIRI`.
+// Their keys are of type `AbsoluteIRI`, so canonical IRIs, too, are compared as such.
 using IRISet = boost::unordered_flat_set<AbsoluteIRI, detail::HeldHash, std::equal_to<>>;
 using IRIFlags = boost::unordered_flat_map<AbsoluteIRI, bool, detail::HeldHash, std::equal_to<>>;
 
@@ -125,14 +125,14 @@ Notification RemoveIRIsFromZentraPath(const AbsoluteIRIRange& iris,
                                       IMainSearchPathManager& manager) {
   Notification notification;
   const auto current = manager.GetFolderIRIs();
-  IRIFlags leaves;  // for each folder of the path
-  leaves.reserve(current->size());
-  for (const AbsoluteIRI& folder : *current) leaves.try_emplace(folder, false);
+  IRIFlags isRemoved;  // by the folders of the path
+  isRemoved.reserve(current->size());
+  for (const AbsoluteIRI& folder : *current) isRemoved.try_emplace(folder, false);
   for (const AbsoluteIRI& iri : iris) {
-    auto found = leaves.find(iri);
+    auto found = isRemoved.find(iri);
     // The canonical location costs questions to the disk, so it comes second.
-    if (found == leaves.end()) found = leaves.find(GetCanonicalIRI(iri));
-    if (found == leaves.end()) {
+    if (found == isRemoved.end()) found = isRemoved.find(GetCanonicalIRI(iri));
+    if (found == isRemoved.end()) {
       notification.Append({.catalogue = PathMessages::RemovalCatalogue,
                            .key = PathMessages::NotOnPath,
                            .arguments = {GetStringFromIRI(iri)}});
@@ -143,7 +143,7 @@ Notification RemoveIRIsFromZentraPath(const AbsoluteIRIRange& iris,
   std::vector<AbsoluteIRI> folders;
   folders.reserve(current->size());
   std::copy_if(current->begin(), current->end(), std::back_inserter(folders),
-               [&leaves](const AbsoluteIRI& folder) { return !leaves.find(folder)->second; });
+               [&](const AbsoluteIRI& folder) { return !isRemoved.find(folder)->second; });
   SetFolders(manager, folders, notification);
   return notification;
 }

@@ -143,7 +143,8 @@ boost::optional<FoundItem> Environment::Find(const Lookup& lookup) const {
   if (ruled != nullptr) return ruled->Find(target, AskerByRules(workingFolder, lookup));
   if (const auto asker = AskerOf(lookup)) {
     auto found = FindFirstFileVisibleFromFolder(*view->GetPath(), *asker, target, lookup.policy);
-    // The private folder is asked for by way of its parent, where no filter comes between.
+    // A private folder is found through the entry above it, so nothing has left out a hidden one
+    // yet.
     if (!found || view->FindHider(*found->GetPathEntry()) == nullptr) return found;
   }
   return view->FindVisible(target, lookup.policy);

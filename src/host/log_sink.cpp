@@ -33,6 +33,7 @@ foundation::log::DiagnosticSink MakeSink(const std::optional<std::string>& name)
   // The loggers of the process share this sink; none is put into the registry that others may use.
   const auto sink = Open(name);
   sink->set_pattern("%Y-%m-%d %H:%M:%S.%e %t %l %n: %v");
+  // What to write has been decided before: this writes each message at once, and ignores failures.
   return [sink](std::string_view logger, Severity severity, std::string_view message) {
     spdlog::logger writer(std::string(logger), sink);
     writer.set_level(spdlog::level::trace);

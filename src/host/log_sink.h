@@ -15,7 +15,9 @@ namespace Corvane::PathManagement::host {
 /// Errors: `std::runtime_error` when the file cannot be opened.
 using MakeLogSink = foundation::log::DiagnosticSink (*)(const std::optional<std::string>& name);
 
-/// Errors: `std::runtime_error` when it is in a module that cannot be opened.
+/// The code may be in a module that is opened by this call, see `FindInModule`.
+///
+/// Errors: `std::runtime_error` when that module cannot be opened.
 extern "C" SEARCHPATH_EXPORT MakeLogSink SearchpathLogSink();
 
 }  // namespace Corvane::PathManagement::host

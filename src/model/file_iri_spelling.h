@@ -8,14 +8,15 @@
 
 namespace foundation::storage::vfs::detail {
 
-// The one spelling of a path in a "file" IRI; see `AbsoluteIRI`.
+// How a path is written in a "file" IRI: each path in one way only; see `AbsoluteIRI`. Lone
+// surrogates U+DC80..U+DCFF are bytes that are not UTF-8; see `TextFromBytes`.
 
 /// What a "%" that begins no escape means.
 enum class StrayPercent : std::uint8_t { Invalid, Literal };
 
 /// Spells a native path, in which nothing is an escape.
 /// Precondition: it begins with "/".
-/// Errors: `InvalidIRIException` for a NUL or a lone surrogate that stands for no byte.
+/// Errors: `InvalidIRIException` for a NUL or a lone surrogate outside U+DC80..U+DCFF.
 [[nodiscard]] ustring SpellNativePath(std::u16string_view nativePath);
 
 /// Spells the path of the "file" IRI `iriText`; "/" when it has none.
@@ -25,8 +26,8 @@ enum class StrayPercent : std::uint8_t { Invalid, Literal };
 /// authority other than none or "localhost", and a path that does not begin with "/".
 [[nodiscard]] ustring SpellPathOfFileIRI(std::u16string_view iriText, StrayPercent strayPercent);
 
-/// The spelled `path` without ".." components; one above the root is dropped, as the file system
-/// does.
+/// `path`, which is spelled already, without ".." components; one above the root is dropped, as the
+/// file system does.
 [[nodiscard]] ustring WithoutDotSegments(std::u16string_view path);
 
 }  // namespace foundation::storage::vfs::detail

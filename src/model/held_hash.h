@@ -7,7 +7,7 @@
 
 namespace Corvane::PathManagement::detail {
 
-/// For hash tables of locations: the hash that each location holds already.
+/// For hash tables of locations: each location already holds its hash.
 struct HeldHash {
   using is_avalanching = void;
   std::size_t operator()(const AbsoluteIRI& iri) const noexcept { return hash_value(iri); }

@@ -13,7 +13,7 @@
 namespace Corvane::PathManagement::detail {
 
 /// Calls append(bytes, count) for the bytes that `text` stands for, a character at a time, in
-/// order. Returns false at a lone surrogate that stands for no byte.
+/// order. Returns false at a lone surrogate outside U+DC80..U+DCFF.
 template <class Append>
 bool EncodeText(std::u16string_view text, const Append& append) {
   const std::size_t size = text.size();

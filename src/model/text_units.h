@@ -11,7 +11,7 @@
 
 namespace Corvane::PathManagement::detail {
 
-// Bytes that are not UTF-8 stand in text as lone low surrogates, U+DC80..U+DCFF.
+// In text, a byte that is not UTF-8 is a lone low surrogate, U+DC80..U+DCFF; see `TextFromBytes`.
 
 [[nodiscard]] constexpr char16_t UnitForByte(std::uint8_t byte) noexcept {
   return static_cast<char16_t>(0xDC00 + byte);

@@ -73,14 +73,14 @@ class SeenFiles {
   boost::unordered_flat_set<const PathItem*, Hash, Equal> files;
 };
 
-/// Those of `entries` that are the first for their folder, moved out of a list that is not const.
+/// Those of `entries` that are the first for their folder: copied from a const list, else moved.
 template <class List>
 PathEntries FirstIn(List& entries, SeenFolders& seen) {
   PathEntries kept;
   kept.reserve(entries.size());
   seen.Expect(entries.size());
   for (std::size_t at = 0; at < entries.size(); ++at) {
-    // PathEntries lie anywhere in memory: those ahead are fetched while this one is asked.
+    // Entries lie anywhere in memory: those ahead are fetched while this one is asked.
     constexpr std::size_t ahead = 8;
     if (entries.size() - at > ahead) __builtin_prefetch(entries[at + ahead].get());
     if (seen.IsFirst(*entries[at])) kept.push_back(std::move(entries[at]));

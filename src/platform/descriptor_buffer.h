@@ -7,9 +7,9 @@
 
 namespace fl::filesystem::detail {
 
-/// Collects what is written to a file. The standard's own forgets that a write failed when the
-/// writer uses the buffer itself, and when the last write is a big one; this one remembers, and
-/// writes nothing any more.
+/// Collects what is written to a file. `std::filebuf` forgets a failed write when it is used
+/// without its stream, and when the last write is a big one. This buffer remembers the failure, and
+/// writes nothing after it.
 class DescriptorBuffer final : public std::streambuf {
  public:
   /// The caller keeps the descriptor, and keeps it open.

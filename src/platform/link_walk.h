@@ -16,8 +16,8 @@ class LinkWalk {
   LinkWalk(const LinkWalk&) = delete;
   LinkWalk& operator=(const LinkWalk&) = delete;
 
-  /// Goes on to the next name, into the folder that the one before is unless that was a link. False
-  /// at the end.
+  /// Goes on to the next name. The one before it is a folder, unless `Follow` has said otherwise.
+  /// False at the end.
   bool Next();
 
   /// The path so far, without links, the present name at its end; "" is the root.

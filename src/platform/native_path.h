@@ -12,7 +12,7 @@
 namespace fl::filesystem::detail {
 
 /// The bytes by which the kernel knows a path.
-/// Errors: `std::system_error` when it holds a NUL or a lone surrogate that stands for no byte.
+/// Errors: `std::system_error` when it holds a NUL or a lone surrogate outside U+DC80..U+DCFF.
 [[nodiscard]] std::string NativeBytes(const foundation::ustring& path);
 
 /// The bytes by which the kernel knows what a "file" IRI names; empty for any other scheme.

@@ -5,7 +5,8 @@
 
 namespace Corvane::PathManagement::detail {
 
-/// `text` without its first p + |root| units, where p is the place of the first `root` in it.
+/// `text` without the p + |root| units from p on, where p is the place of the first `root` in it: a
+/// root in front is taken off.
 ///
 /// Errors: `std::out_of_range` when `root` does not occur.
 [[nodiscard]] ustring EraseThroughRoot(ustring text, const ustring& root);

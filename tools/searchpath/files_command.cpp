@@ -46,7 +46,7 @@ struct FilesOptions {
   }
 };
 
-// Each extension once: a file is found again for each extension that it has.
+// Each extension once: a file would be found once for each time that the list has its extension.
 std::vector<ustring> GetExtensions(const MatchingOptions& matching) {
   std::vector<ustring> extensions;
   for (ustring& extension : matching.GetExtensions()) {

@@ -12,7 +12,7 @@
 
 namespace Corvane::PathManagement::host {
 
-/// How a `DiskFeed` watches, and what besides the path.
+/// How a `DiskFeed` watches, and what it watches besides the path.
 struct DiskFeedOptions {
   /// Files that are watched as well, such as the list that a path was read from: one that is made,
   /// written, replaced or removed is published, too.
@@ -34,15 +34,16 @@ struct DiskFeedOptions {
 /// The kernel watches the folders, and every folder and link on the way to them, so a folder that
 /// is removed, replaced, reached through another link or made again is published as well. Folders
 /// on network and user-space file systems, and those for which the kernel has no watch left, are
-/// polled: their times are compared. Folders whose changes may have been missed are published. So
-/// is each folder that comes onto the path, once it is watched: a program that looks into folders
-/// itself, to put those below them on the path as well, can look again then and misses none. The
-/// contents of files are not watched.
+/// polled: their times are compared. The contents of files are not watched.
+///
+/// A folder is also published when changes in it may have been missed, and when it has just come
+/// onto the path and is watched: a program that puts the folders below it on the path as well then
+/// looks for them once more and misses none.
 ///
 /// Threads: watches and publishes on a thread of its own. All operations, from any thread.
 /// Ownership: shares the event manager; the path's manager must outlive it.
-/// Errors: none for the disk's. When a subscriber raises an exception, the events behind it are not
-/// published; after the poll interval all folders are.
+/// Errors: an error of the disk raises nothing. When a subscriber raises an exception, the events
+/// after that one are not published; instead, all folders are published after the poll interval.
 /// Cost: a watch of the kernel for each folder and for each on the way to it (sysctl
 /// fs.inotify.max_user_watches limits those of a user); lists every folder of the path. Takes no
 /// time while nothing changes, unless folders are polled.

@@ -55,8 +55,8 @@ struct Lookup {
 
 /// What an `Environment` is made of.
 struct EnvironmentOptions {
-  /// As users type them, see `WorkingFolder`. One that has no location is left out and is a
-  /// problem. For a search-path string, hand in its `SplitZentraPath`.
+  /// As users type them, see `WorkingFolder`. One that has no location is left out and
+  /// reported as a problem. For a search-path string, hand in its `SplitZentraPath`.
   std::vector<ustring> folders = {};
   /// Where they were named: for `FindOrigin` and `Explain`.
   FolderSource source = FolderSource::Given;
@@ -112,9 +112,9 @@ class SEARCHPATH_EXPORT Environment {
   /// Who put the folder of `entry` on the path. Precondition: `entry` is on the path.
   [[nodiscard]] FolderOrigin FindOrigin(const IPathEntry& entry) const;
 
-  /// A manager of this path, for a program whose path changes, which includes
-  /// "searchpath/host/main_search_path_manager.h". It begins with the entries of
-  /// `GetMainFolders` and knows the packages that put folders on the path.
+  /// A manager of this path, for a program whose path changes. It begins with the entries of
+  /// `GetMainFolders` and knows the packages that put folders on the path. To use it, include
+  /// "searchpath/host/main_search_path_manager.h".
   [[nodiscard]] std::unique_ptr<MainSearchPathManager> CreateManager() const;
 
   /// The file that the name means; empty when there is none.
@@ -188,7 +188,7 @@ class SEARCHPATH_EXPORT Environment {
   /// that cannot be read, and folders of packages that lead into a loop of links; then folders on
   /// the path, in path order.
   [[nodiscard]] std::vector<FolderProblem> FindProblems() const;
-  /// Those of them that questions have come upon so far; opens no folder.
+  /// The same, of the folders alone that earlier questions have found to be so; opens no folder.
   [[nodiscard]] std::vector<FolderProblem> GetProblemsMet() const;
 
   /// The folders of `EnvironmentOptions::without` that hide nothing, as they were given.

@@ -21,19 +21,20 @@ using FolderEntries = std::vector<std::shared_ptr<const FolderEntry>>;
 
 /// A folder on disk, as it was when it was first asked.
 ///
-/// The folder is listed once, when something is first asked that needs its listing, with one pass
-/// of directory reads, and never again: an entry is a snapshot. The first 16 questions for single
-/// names ask the disk for these names alone; the listing agrees with what they were answered. It
-/// may also come from a `PathEntryFactory`. The items are the regular files, also behind links;
-/// folders, devices, broken links and the like are left out. A folder that cannot be read is an
-/// empty entry with a problem.
+/// An entry is a snapshot: the folder is listed once, when a question first needs that, and never
+/// again. The listing is one pass of directory reads, or comes from a `PathEntryFactory`. Before it
+/// there may be up to 16 questions for single names, for which the disk is asked about these names
+/// alone; a listing that is made later keeps to those answers, whatever has changed meanwhile.
+///
+/// The items are the regular files, also behind links; folders, devices, broken links and the like
+/// are left out. A folder that cannot be read is an empty entry with a problem.
 ///
 /// Special folders below it ("+", "@", private, resources) have entries of their own. A link that
 /// leads back to a folder above it is not followed, and is reported as a problem.
 ///
 /// Threads: all operations, from any thread.
 /// Ownership: an entry owns those below it.
-/// Errors: the disk's are problems, not exceptions.
+/// Errors: an error of the disk is a problem of the entry, not an exception.
 /// Cost: `FindItem` opens the folder and makes a system call for each name until the folder is
 /// listed; under `IgnoreCase` it lists. The first question about the canonical location resolves
 /// links. Names stay in one block as the disk gave them; items, and the entries below, are made

@@ -71,7 +71,7 @@ class SEARCHPATH_EXPORT FolderPath : public IPath {
   [[nodiscard]] boost::optional<FoundItem> FindVisible(
       const PathManagement::detail::SearchTarget& target, FilenameMatchingPolicy policy) const;
 
-  /// The same answer as without `observer`, which hears of each folder; they are asked one by one.
+  /// The same answer. The folders are asked one by one, and `observer` hears of each.
   [[nodiscard]] std::vector<FoundItem> FindAllInScope(
       SearchScope scope, const PathManagement::detail::SearchTarget& target,
       FilenameMatchingPolicy policy, ILookupObserver& observer) const;
@@ -83,7 +83,8 @@ class SEARCHPATH_EXPORT FolderPath : public IPath {
   /// The same, of the folders for which `isWanted` returns true; it is called in path order.
   [[nodiscard]] std::vector<FolderProblem> FindProblems(
       const std::function<bool(const IPathEntry&)>& isWanted) const;
-  /// Those of them that questions have come upon so far; asks the disk nothing.
+  /// The same, of the folders alone that earlier questions have found to be so; asks the disk
+  /// nothing.
   [[nodiscard]] std::vector<FolderProblem> GetProblemsMet(
       const std::function<bool(const IPathEntry&)>& isWanted) const;
 

@@ -97,8 +97,8 @@ class SEARCHPATH_EXPORT MainSearchPathManager : public IMainSearchPathManager {
 };
 
 /// As `RemoveFoldersFromZentraPath`, also for folders that are gone from the disk or cannot be
-/// read. A text that cannot name a folder is no error that keeps the others on the path: its
-/// message is "DirNotFound", too.
+/// read. A text that cannot name a folder is reported as a folder that is not on the path; the
+/// others are removed.
 [[nodiscard]] SEARCHPATH_EXPORT foundation::core::except::Notification RemoveFolders(
     const UstringRange& folders, const WorkingFolder& workingFolder,
     IMainSearchPathManager& manager);

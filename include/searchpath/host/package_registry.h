@@ -36,7 +36,7 @@ namespace Corvane::PathManagement::host {
 ///
 /// Threads: immutable; all operations, from any thread.
 /// Ownership: packages live on without the registry.
-/// Errors: those of the disk and of manifests are problems, not exceptions.
+/// Errors: an error of the disk or of a manifest is a problem, not an exception.
 /// Cost: construction reads every manifest. Packages take some 64 MiB of memory at most; further
 /// ones are left out.
 class SEARCHPATH_EXPORT PackageRegistry : public Corvane::PackageRegistry::IPackageRegistry {

@@ -14,15 +14,14 @@ namespace Corvane::PathManagement::host {
 // Two versions of a path share the entries of unchanged folders, so that comparing objects shows
 // what has changed.
 //
-// A folder is unchanged when it is the same folder with files of the same names and the same
-// problem, if any, and when every special folder below it is unchanged. The order in which the disk
-// lists them does not count, nor do ordinary folders, to which no path leads, nor the contents of
-// files. An entry that has not been listed is unchanged, too: there is nothing that could differ.
+// A folder is unchanged when it is the same folder, holds files of the same names, has the same
+// problem or none, and every special folder below it is unchanged. The order on the disk, ordinary
+// folders below it and the contents of files do not count. An entry that has not been listed is
+// unchanged, too: it shows nothing yet that could differ.
 
-/// The main folders of a path that has the folders at `locations`, in this order, and follows one
-/// of `oldFolders`. A location of the old path keeps its entry; where a location is repeated, so
-/// are its old entries, as far as there are any. The other locations get entries that have not been
-/// listed.
+/// The main folders of a path of `locations`, in this order, that replaces a path of `oldFolders`.
+/// A location of the old path keeps its entry there; one that is repeated takes its old entries in
+/// turn. All others get entries that have not been listed.
 ///
 /// Cost: asks the disk nothing.
 [[nodiscard]] SEARCHPATH_EXPORT FolderEntries
@@ -34,12 +33,12 @@ RearrangeFolders(const FolderEntries& oldFolders, const std::vector<AbsoluteIRI>
 /// Cost: that of listing, on several threads.
 [[nodiscard]] SEARCHPATH_EXPORT FolderEntries RefreshFolders(const FolderEntries& oldFolders);
 
-/// `folders`, where every unchanged folder has its entry of `oldFolders`, below changed folders,
-/// too. For two paths that were made independently, from a saved listing for instance. A folder is
-/// found on the old path by its location, else by its canonical location. Where a folder is
-/// repeated, each of its old entries is taken once.
+/// `folders`, with the entry of `oldFolders` for each unchanged folder, special folders below
+/// changed ones included. For two paths that were made independently, from a saved listing for
+/// instance. A folder is found on the old path by its location, or else by its canonical location;
+/// one that is repeated takes its old entries in turn.
 ///
-/// Cost: lists the folders that are on both paths, unless neither of their entries has been read
+/// Cost: lists each folder that is on both paths, unless neither path has asked it for anything
 /// yet.
 [[nodiscard]] SEARCHPATH_EXPORT FolderEntries
 ShareUnchangedFolders(const FolderEntries& folders, const FolderEntries& oldFolders);
@@ -50,7 +49,8 @@ ShareUnchangedFolders(const FolderEntries& folders, const FolderEntries& oldFold
 /// Threads: constant operations, from any thread.
 class SEARCHPATH_EXPORT ChangedFolders {
  public:
-  /// A special folder stands for the folders that it belongs to as well, since these hold it.
+  /// With a special folder, the folders that it belongs to have changed as well, since they hold
+  /// it.
   ///
   /// Cost: resolves the links of each location.
   explicit ChangedFolders(const AbsoluteIRIRange& changed);
@@ -62,7 +62,7 @@ class SEARCHPATH_EXPORT ChangedFolders {
   [[nodiscard]] bool Contains(const FolderEntry& folder) const;
 
   /// Whether `mainFolder` or a special folder below it may have changed. Folders that have not been
-  /// listed do not count: when they are, they show the change.
+  /// listed do not count: their listing will show the change.
   [[nodiscard]] bool Affect(const FolderEntry& mainFolder) const;
 
  private:

@@ -53,7 +53,7 @@ struct Shadow {
   std::vector<HiddenFile> hidden;  ///< in path order, never empty
 };
 
-/// A question which names hide files.
+/// The question which names hide files.
 struct ShadowLookup {
   /// As in `Lookup`; when there are none, every plain name on the path is looked up.
   std::vector<ustring> names = {};
@@ -62,7 +62,7 @@ struct ShadowLookup {
   /// name, since extensions are not tried with "a.b": "a.b.x".
   std::vector<ustring> extensions = {};
   FilenameMatchingPolicy policy = FilenameMatchingPolicy::FileSystemDefault;
-  /// Names that may hide files and are not reported, written as they would be.
+  /// Names that may hide files and are not reported, spelled as the report would spell them.
   std::vector<ustring> allowed = {};
 };
 

@@ -28,8 +28,8 @@ class SEARCHPATH_EXPORT InvalidStoredPathException : public std::runtime_error {
 /// count. A folder whose name has a line break is written as an IRI, which escapes it.
 ///
 /// Threads: all operations, from any thread and any process. A reader gets the whole list, before
-/// or after a change. Changes wait for one another, so that none is lost: each locks a file called
-/// as the list with ".lock" behind it, which is not removed.
+/// or after a change. Changes wait for one another, so that none is lost: each locks a
+/// second file, called as the list with ".lock" at its end, which stays.
 /// Errors: `std::system_error` for those of the disk; `InvalidStoredPathException`.
 class SEARCHPATH_EXPORT StoredPath {
  public:

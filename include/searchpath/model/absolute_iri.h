@@ -40,10 +40,10 @@ class SEARCHPATH_EXPORT AbsoluteIRI {
   /// Parses `text`, which needs a scheme of two or more characters. Literal blanks, braces, bars
   /// and the like are accepted and escaped.
   ///
-  /// Errors: no scheme, an embedded NUL, a lone surrogate that stands for no byte; in a "file" IRI
-  /// also a stray "%", "%00", "%2F", a path that does not begin with "/", an authority other than
-  /// none or "localhost"; in other schemes text that does not follow the IRI syntax, or is over 64
-  /// KiB.
+  /// Errors: no scheme, an embedded NUL, a lone surrogate outside U+DC80..U+DCFF (see
+  /// `TextFromBytes`); in a "file" IRI also a stray "%", "%00", "%2F", a path that does not begin
+  /// with "/", an authority other than none or "localhost"; in other schemes text that does not
+  /// follow the IRI syntax, or is over 64 KiB.
   explicit AbsoluteIRI(const ustring& text);
 
   AbsoluteIRI(const AbsoluteIRI& other) noexcept;

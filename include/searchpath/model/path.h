@@ -30,8 +30,8 @@ namespace Corvane::PathManagement {
 ///
 /// A path never changes; one that has to follow changes is built again by its owner.
 ///
-/// An implementer that is asked for its main entries does not ask a path that it may be a part of
-/// for its own: a composite path waits for its parts while it builds its list.
+/// While a path is asked for its main entries, it must not ask a composite path that it is part of
+/// for those: the composite path is waiting for this answer.
 ///
 /// Threads: every operation may be called from several threads at once.
 /// Errors: what is not found is null or empty, never an exception. An exception of a visitor passes
@@ -99,9 +99,9 @@ class SEARCHPATH_EXPORT IPath {
   /// Whether the folder of `entry` is one of the path: one of its entries, main or below, has an
   /// equal canonical location, compared as `AbsoluteIRI`. Which object `entry` is does not matter.
   ///
-  /// An implementer answers true for each entry that it lists, visits or finds files in, and takes
-  /// whatever it answers true for in `GetMainEntryForEntry`, `GetParentEntryForEntry` and
-  /// `FirstEntryIsBeforeSecondOnPath`. What it answers true for is what a `FilteredPath` hides.
+  /// An implementer answers true for each entry that it lists, visits or finds files in, and
+  /// accepts every such entry in `GetMainEntryForEntry`, `GetParentEntryForEntry` and
+  /// `FirstEntryIsBeforeSecondOnPath`. A `FilteredPath` hides exactly these entries.
   [[nodiscard]] virtual bool IsEntryOnPath(const IPathEntry& entry) const = 0;
 
  protected:

@@ -11,7 +11,7 @@ namespace foundation::storage::vfs {
 /// The base of all errors of the storage layer.
 class SEARCHPATH_EXPORT Exception : public std::exception {
  public:
-  /// `explanation` is UTF-8 and names what could not be done with what.
+  /// `explanation` is UTF-8 and says what could not be done, and with which file or text.
   explicit Exception(std::string explanation = "the storage operation failed");
   Exception(const Exception&) = default;
   Exception& operator=(const Exception&) = default;

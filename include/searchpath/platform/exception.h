@@ -16,8 +16,7 @@ class SEARCHPATH_EXPORT IInternalException {
   IInternalException& operator=(const IInternalException&) = default;
 };
 
-/// An error that is caught as a `Base`, as every such error is, or by the kind that `Interface`
-/// says it is of.
+/// An error of type `Base` that also carries a mark, `Interface`; it can be caught as either.
 template <class Interface, class Base>
 class SEARCHPATH_EXPORT Exception : public Interface, public Base {};
 

@@ -18,7 +18,7 @@ class path {
  public:
   path() = default;
 
-  // Not explicit: a pathname is written as text wherever one is wanted.
+  // Not explicit: where a pathname is wanted, callers pass text.
   /// With `convertToNativeForm` the text is brought into the platform's own form, which is the
   /// identity here.
   path(const ustring& text, bool convertToNativeForm = true)
@@ -48,7 +48,7 @@ SEARCHPATH_EXPORT void rename(const path& from, const path& to);
 SEARCHPATH_EXPORT bool remove(const path& pathname) noexcept;
 
 /// Reads the bytes of a regular file. Nothing else opens, so that no read waits for a FIFO or goes
-/// on for ever. As with the standard's own, `failbit` says that it did not open.
+/// on for ever. As with `std::ifstream`, `failbit` says that it did not open.
 class SEARCHPATH_EXPORT ifstream : public std::istream {
  public:
   explicit ifstream(const path& pathname);

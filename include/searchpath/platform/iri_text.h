@@ -14,7 +14,7 @@ namespace foundation::storage::vfs {
 /// The IRI of a native path, character for character: nothing in `path` is an escape.
 ///
 /// Errors: `InvalidIRIException` when `path` is empty or relative, holds a NUL or a lone surrogate
-/// that stands for no byte, or when `scheme` is none.
+/// outside U+DC80..U+DCFF (see `TextFromBytes`), or when `scheme` is no scheme.
 [[nodiscard]] SEARCHPATH_EXPORT AbsoluteIRI toAbsoluteIRI(const ustring& scheme,
                                                           const fl::filesystem::path& path);
 

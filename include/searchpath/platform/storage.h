@@ -20,10 +20,10 @@ class SEARCHPATH_EXPORT Folder {
   /// The location as it was given.
   [[nodiscard]] AbsoluteIRI getLocation() const noexcept { return location; }
 
-  /// The location with links and ".." resolved as far as it exists, the rest kept as it is. So what
-  /// is absent, unreadable or no folder still has one, and one that goes on naming the same place
-  /// once it is gone. Of a scheme other than "file", which has no links, it is the text without "."
-  /// and ".." segments; one above the root is dropped.
+  /// The location with links and ".." resolved as far as it exists, the rest kept as it is. So a
+  /// folder that is absent or cannot be read has one, too, and it stays the same when a folder is
+  /// removed. Other schemes than "file" have no links: there it is the text without "." and ".."
+  /// segments; ".." above the root is dropped.
   ///
   /// Errors: `Exception` for a loop of links and for I/O errors.
   /// Cost: one question to the file system for each component.

@@ -19,14 +19,15 @@ namespace Corvane::PathManagement {
 /// other question asks the parts afresh.
 ///
 /// Precondition: no part is null. `GetMainEntryForEntry` and `GetParentEntryForEntry` are asked
-/// only for entries that some part holds (asserted in debug builds, unchecked in release). A part
-/// that is asked for its main entries does not ask this path for its own: that waits for ever.
+/// only for entries that some part holds (asserted in debug builds, unchecked in release). While a
+/// part is asked for its main entries, it must not ask this path for those: both would wait for
+/// ever.
 /// Threads: as safe as the parts are; the list of main entries is built once.
 /// Ownership: shares the parts.
 /// Errors: exceptions of a part or a visitor pass through unchanged and change nothing; a list of
 /// main entries whose building failed is built at the next call.
-/// Cost: one virtual call for each part asked; a list that is returned has no spare capacity, and
-/// the answers of all parts are in memory until it is made of them.
+/// Cost: one virtual call for each part asked. While a list is made, the answers of all parts are
+/// in memory as well; the list that is returned has no spare capacity.
 class SEARCHPATH_EXPORT ConcatenatedPath : public IPath {
  public:
   ConcatenatedPath(const std::shared_ptr<const IPath>& first,

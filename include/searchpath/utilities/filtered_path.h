@@ -20,8 +20,9 @@ namespace Corvane::PathManagement {
 /// asks both paths afresh. The order of two entries is the source's own, shown or not.
 ///
 /// Precondition: neither path is null; the source's traversals visit no null entry and its files
-/// are in no null entry. A null entry in one of its lists is left out. Neither path asks this one
-/// for its main entries when it is asked for its own, or about an entry: that waits for ever.
+/// are in no null entry. A null entry in one of its lists is left out. While either path is asked
+/// for its main entries or about an entry, it must not ask this path for its main entries: both
+/// would wait for ever.
 /// Threads: as safe as both paths are; the list of main entries is built once. A concurrent
 /// traversal asks the entry filter from the threads that the source visits on.
 /// Ownership: shares both paths. Neither copied nor moved.

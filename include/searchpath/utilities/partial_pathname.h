@@ -61,11 +61,11 @@ class IPathEntry;
     const BidirectionalUstringRange& partial, const IPathEntry& entry,
     const FilenameMatchingPolicy& policy);
 
-/// Whether `partial` matches `entry` and the entries above it on `path`, in the loose form. Above
-/// the topmost entry the folders of its location count, compared plainly and as comparator(folder
-/// name, part of the partial pathname); the part that matched the topmost entry is compared again,
-/// so that a topmost "+pkg" is not matched by "pkg". An empty `partial` matches every entry that is
-/// no "+" folder and stands below none.
+/// Whether `partial` matches `entry` and the entries above it on `path`, in the loose form. At the
+/// topmost entry, all that is left of `partial` must match the end of its location as well,
+/// compared plainly and as comparator(folder name, part of the partial pathname): a topmost "+pkg"
+/// is not matched by "pkg". An empty `partial` matches every entry that is no "+" folder and stands
+/// below none.
 ///
 /// Precondition: `entry` and all that `path` gives as its parent, the parent of that, and so on are
 /// on `path`, which is asked for the parent of each. The composite paths assert that in debug

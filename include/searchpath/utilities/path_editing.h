@@ -16,8 +16,9 @@ namespace Corvane::PathManagement {
 // Adding folders to the main search path and taking them off it.
 //
 // Each operation reads the manager's list of folders once and replaces it in one call at the very
-// end, or leaves it alone. Problems with single folders are messages in what it returns: which
-// ones, path_messages.h says, and `foundation::core::except::GetText` words them.
+// end, or leaves it alone. It returns a message for each problem with a single folder:
+// path_messages.h lists the messages, and `foundation::core::except::GetText` turns them into
+// sentences.
 //
 // Threads: stateless; it is for the manager to keep two changes from overlapping, since one that
 // comes between reading and replacing is lost.

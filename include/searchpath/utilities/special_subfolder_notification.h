@@ -7,7 +7,7 @@
 namespace Corvane::PathManagement {
 
 // An entry of a path knows what its special subfolders hold, so it has to hear when something
-// changes in one of them. These publish, on the session's stream of events, a
+// changes in one of them. These functions publish, on the session's stream of events, a
 // `FileFolderChangedEvent` for `location` itself if its name has a dot, then one for each special
 // folder upwards from there and, last, one for the first ordinary folder.
 //

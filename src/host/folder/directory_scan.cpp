@@ -46,7 +46,7 @@ void AddFolder(FolderListing& listing, std::string_view name, bool isLink) {
   folders.push_back({.name = std::string(name), .kind = kind, .isLink = isLink});
 }
 
-/// Private, resources, "+", "@", each by name.
+/// By kind (private, resources, "+", "@"), and by name within a kind.
 void SortFolders(std::vector<FolderListing::Subfolder>& folders) {
   const auto rank = [](PathEntryType kind) {
     switch (kind) {
@@ -84,8 +84,8 @@ std::error_code ReadItems(const Directory& directory, FolderListing& listing) {
   }
 }
 
-/// The stamp of the open folder. To be taken before the folder is read, so that a change while it is
-/// being read shows.
+/// The stamp of the open folder. To be taken before the folder is read, so that a change while it
+/// is being read shows.
 std::optional<FolderStamp> Stamp(int folder) {
   timespec now = {};
   struct stat status = {};

@@ -10,9 +10,9 @@
 
 namespace Corvane::PathManagement::host {
 
-/// Which folder an entry stands for, and through which folders it was reached from the path: with
-/// them a link that leads back up is noticed. Between two links all folders from the top of a piece
-/// to its bottom were passed, so these two are all that is kept of it.
+/// Which folder an entry stands for, and the way to it from the path, which shows whether a link
+/// leads back up. Links divide the way into pieces. Within a piece each folder is directly below
+/// the one before, so the top and the bottom are all that is kept of a piece.
 class FolderIdentity {
  public:
   /// A folder that is on the path itself.

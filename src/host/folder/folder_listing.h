@@ -34,7 +34,7 @@ struct FolderListing {
   std::vector<Subfolder> specialFolders;   // in path order
   std::vector<Subfolder> ordinaryFolders;  // in the order of their bytes
   std::vector<Link> links;                 // what they lead to is in the lists above as well
-  /// Taken before the pass; empty if a change could leave the same one.
+  /// Taken before the pass; empty if a later change could leave the folder with the same stamp.
   std::optional<FolderStamp> stamp;
   std::optional<current_working_folder::AbsolutizeError> problem;
 };
@@ -46,7 +46,8 @@ class ListingSource {
  public:
   virtual ~ListingSource() = default;
 
-  /// The listing of the folder at `location`; may view what this object holds.
+  /// The listing of the folder at `location`. It may view memory of this object, which must outlive
+  /// it.
   [[nodiscard]] virtual FolderListing List(const AbsoluteIRI& location) const = 0;
 
   /// Whether a listing shows a folder as it is, not as it was when the listing was saved.

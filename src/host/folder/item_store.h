@@ -17,8 +17,8 @@ namespace Corvane::PathManagement::host {
 /// Cost: one pointer for each file, from the first `Get` on.
 class ItemStore {
  public:
-  /// An item that owns itself until it is released. So one allocation holds the item, its owner and
-  /// the count of owners, and a look-up reads nothing else.
+  /// An item, and the pointer to it that is handed out and keeps both alive until it is released.
+  /// All of this, with the count of owners, is one allocation, and a look-up reads nothing else.
   struct Kept {
     explicit Kept(PathItem&& newItem) : item(std::move(newItem)) {}
     std::shared_ptr<const PathItem> self;

@@ -81,7 +81,7 @@ bool NameAnswers::AskIn(int folder, const std::string& name) {
   int result = fstatat(folder, name.c_str(), &status, AT_SYMLINK_NOFOLLOW);
   const bool isLink = result == 0 && S_ISLNK(status.st_mode);
   if (isLink) result = fstatat(folder, name.c_str(), &status, 0);
-  // Without leave to search a folder its names can be listed all the same.
+  // A folder that may be read but not searched can still be listed.
   if (result != 0 && !isLink && errno != ENOENT && errno != ENAMETOOLONG) return false;
   Kind kind = Kind::Nothing;
   if (result == 0 && S_ISREG(status.st_mode)) kind = Kind::File;

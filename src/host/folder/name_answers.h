@@ -29,8 +29,8 @@ struct NameQuestion {
   std::optional<std::string> methodFolder;  // with its "@"
 };
 
-/// What the disk has answered about single names of a folder that is not listed. An answer stays: a
-/// name is asked once, and a listing that is made later is brought into line with what was said.
+/// What the disk has answered about single names of a folder that is not listed. An answer
+/// stays: a name is asked once, and a listing that is made later is made to agree with the answers.
 ///
 /// Threads: not synchronised.
 class NameAnswers {
@@ -38,9 +38,8 @@ class NameAnswers {
   enum class Kind : std::uint8_t { Nothing, File, Folder };
 
   /// Asks for the names of `question` that have no answer yet, up to the first that is a file. The
-  /// folder is opened as for listing,
-  /// so that one which may not be listed answers no name either. Returns false when the disk gives
-  /// no clear answer: then only a listing can tell.
+  /// folder is opened as for listing: one that may not be listed holds no name either. Returns
+  /// false when the disk gives no clear answer: then only a listing can tell.
   ///
   /// Cost: three system calls, and one for each name; one more for a link.
   [[nodiscard]] bool Ask(const AbsoluteIRI& location, const NameQuestion& question);

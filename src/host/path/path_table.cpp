@@ -26,6 +26,7 @@ void PathTable::Add(const std::shared_ptr<const FolderEntry>& top) {
 std::optional<std::uint32_t> PathTable::Find(const IPathEntry& entry) const {
   const auto found = byObject.find(&entry);
   if (found != byObject.end()) return found->second;
+  // Compared as `AbsoluteIRI`: the further text of a canonical IRI does not tell folders apart.
   return Find(static_cast<const AbsoluteIRI&>(entry.GetCanonicalAbsoluteIRI()));
 }
 

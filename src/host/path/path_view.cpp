@@ -29,14 +29,15 @@ std::shared_ptr<const FolderPath> PathOf(const std::vector<Given>& given) {
 std::shared_ptr<const IPath> WithoutRepeats(const std::shared_ptr<const IPath>& path) {
   auto once =
       std::make_shared<const DeduplicatedPath>(std::vector<std::shared_ptr<const IPath>>{path});
-  // Its traversals visit what is below each main entry only once its list is built. Built here, so
-  // that the first traversal does so too: one folder may be a main entry and below another.
+  // Its traversals visit all that is below each main entry only once its list is built; before,
+  // they visit a folder once that is a main entry and also below another. Built here, so that the
+  // first traversal is like all others.
   static_cast<void>(once->GetMainEntries());
   return once;
 }
 
-/// The entry filter for a `FilteredPath`, which asks its filter one question only. So this path has
-/// no entries of its own to hand out; it answers for the entries of others.
+/// The path whose entries a `FilteredPath` is to hide. Only `IsEntryOnPath` is ever asked of it, so
+/// it holds no entries.
 class HiddenEntries : public ConcatenatedPath {
  public:
   explicit HiddenEntries(std::shared_ptr<const HiddenFolders> hiddenFolders)

@@ -25,11 +25,12 @@ class FolderState;
 
 /// Answers plain names, those without a separator, from the main folders of a path.
 ///
-/// The first eight questions for a file ask one folder after the other, up to the answer. The disk is
-/// asked for the name alone, and no folder is listed: a program that asks little pays for no more.
-/// The ninth question lists all folders and builds an index; eight times asking a folder of 100 files
-/// costs what listing it does. `IgnoreCase`, for which folders have to be listed, has an index of its
-/// own, which is built at its second question. So is either index after a question for all matches.
+/// The first eight questions for a file ask one folder after the other, up to the answer. The disk
+/// is asked for the name alone, and no folder is listed: a program that asks little pays for no
+/// more. The ninth question lists all folders and builds an index; eight times asking a folder of
+/// 100 files costs what listing it does. `IgnoreCase`, for which folders have to be listed, has an
+/// index of its own, which is built at its second question. So is either index after a question for
+/// all matches.
 ///
 /// Threads: all operations, from any thread; a question that comes while its index is built waits.
 /// Cost: with an index, one hash probe for each extension, however many folders there are.
@@ -44,7 +45,7 @@ class PlainLookup {
   [[nodiscard]] boost::optional<FoundItem> FindFirst(const Target& target,
                                                      FilenameMatchingPolicy policy);
   /// As `FindFirstFileVisibleOnPath`, asking each folder for the file and for the method entry at
-  /// once, and none behind the answer. Says nothing when there is an index, or when one is due.
+  /// once, and none behind the answer. Empty when there is an index, or when one is due.
   [[nodiscard]] std::optional<boost::optional<FoundItem>> FindVisible(
       const Target& target, FilenameMatchingPolicy policy);
   /// Every match in path order, the best first within a folder.
