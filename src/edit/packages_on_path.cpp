@@ -26,7 +26,7 @@ bool IsTrue(const IPackage& package, std::u16string_view key) {
 
 void AppendPathFolders(const IPackage& package, std::vector<CanonicalAbsoluteIRI>& folders) {
   const std::vector<PackageFolder>& all = package.GetFolders();
-  const auto count = std::count_if(all.begin(), all.end(), IsPathFolder);
+  const auto count = std::ranges::count_if(all, IsPathFolder);
   const std::size_t needed = folders.size() + static_cast<std::size_t>(count);
   // Once for the package, and doubled, lest many packages of one folder each copy all before them.
   if (needed > folders.capacity()) folders.reserve(std::max(needed, 2 * folders.capacity()));
@@ -51,7 +51,7 @@ void AppendFoldersOf(const IPackage& package, std::vector<CanonicalAbsoluteIRI>&
 
 bool PackageIsOnPath(const ComponentIdentifier& package, const IMainSearchPathManager& manager) {
   const auto packages = manager.GetPackagesOnPath();
-  return std::find(packages->begin(), packages->end(), package) != packages->end();
+  return std::ranges::find(*packages, package) != packages->end();
 }
 
 std::vector<CanonicalAbsoluteIRI> GetPathFoldersForPackages(

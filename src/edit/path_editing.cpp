@@ -102,8 +102,8 @@ Notification AddIRIsToZentraPath(const AbsoluteIRIRange& iris, IMainSearchPathMa
     if (added.insert(iri).second) folders.push_back(iri);
   }
   folders.reserve(folders.size() + current->size());
-  std::copy_if(current->begin(), current->end(), std::back_inserter(folders),
-               [&added](const AbsoluteIRI& folder) { return !added.contains(folder); });
+  std::ranges::copy_if(*current, std::back_inserter(folders),
+                       [&](const AbsoluteIRI& folder) { return !added.contains(folder); });
   if (position != Position::Begin) {
     const auto addedCount = static_cast<std::ptrdiff_t>(added.size());
     std::rotate(folders.begin(), folders.begin() + addedCount, folders.end());
@@ -142,8 +142,8 @@ Notification RemoveIRIsFromZentraPath(const AbsoluteIRIRange& iris,
   }
   std::vector<AbsoluteIRI> folders;
   folders.reserve(current->size());
-  std::copy_if(current->begin(), current->end(), std::back_inserter(folders),
-               [&](const AbsoluteIRI& folder) { return !isRemoved.find(folder)->second; });
+  std::ranges::copy_if(*current, std::back_inserter(folders),
+                       [&](const AbsoluteIRI& folder) { return !isRemoved.find(folder)->second; });
   SetFolders(manager, folders, notification);
   return notification;
 }

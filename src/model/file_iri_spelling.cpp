@@ -47,7 +47,7 @@ bool IsSpelled(std::u16string_view path) {
 /// Errors name `whole`, which the text stands in.
 ustring WithBytesJoined(std::u16string_view text, std::u16string_view whole) {
   if (text.find(u'\0') != text.npos) throw InvalidIRI("a NUL names no file", whole, "");
-  if (std::none_of(text.begin(), text.end(), IsSurrogate)) return ustring(text);
+  if (std::ranges::none_of(text, IsSurrogate)) return ustring(text);
   const auto bytes = Corvane::PathManagement::BytesFromText(text);
   if (!bytes) throw InvalidIRI("a lone surrogate names no file", whole, "");
   return Corvane::PathManagement::TextFromBytes(*bytes);

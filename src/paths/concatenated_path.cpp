@@ -91,9 +91,8 @@ PathEntries ConcatenatedPath::GetPartiallyMatchingEntries(SearchScope scope, con
 }
 
 const IPath& ConcatenatedPath::PartHolding(const IPathEntry& entry) const {
-  const auto holder = std::find_if(parts.begin(), parts.end(), [&entry](const auto& part) {
-    return part->IsEntryOnPath(entry);
-  });
+  const auto holder = std::ranges::find_if(
+      parts, [&entry](const auto& part) { return part->IsEntryOnPath(entry); });
   assert(holder != parts.end() && "the entry must be on the path");
   return **holder;
 }
@@ -142,15 +141,14 @@ std::vector<FoundItem> ConcatenatedPath::FindAllInScope(SearchScope scope,
 }
 
 bool ConcatenatedPath::ForEachEntry(SearchScope scope, const PathEntryVisitor& visitor) const {
-  return std::any_of(parts.begin(), parts.end(),
-                     [&](const auto& part) { return part->ForEachEntry(scope, visitor); });
+  return std::ranges::any_of(parts,
+                             [&](const auto& part) { return part->ForEachEntry(scope, visitor); });
 }
 
 bool ConcatenatedPath::ConcurrentForEachEntry(SearchScope scope,
                                               const PathEntryVisitor& visitor) const {
-  return std::any_of(parts.begin(), parts.end(), [&](const auto& part) {
-    return part->ConcurrentForEachEntry(scope, visitor);
-  });
+  return std::ranges::any_of(
+      parts, [&](const auto& part) { return part->ConcurrentForEachEntry(scope, visitor); });
 }
 
 bool ConcatenatedPath::FirstEntryIsBeforeSecondOnPath(const IPathEntry& first,
@@ -167,8 +165,8 @@ bool ConcatenatedPath::FirstEntryIsBeforeSecondOnPath(const IPathEntry& first,
 }
 
 bool ConcatenatedPath::IsEntryOnPath(const IPathEntry& entry) const {
-  return std::any_of(parts.begin(), parts.end(),
-                     [&entry](const auto& part) { return part->IsEntryOnPath(entry); });
+  return std::ranges::any_of(parts,
+                             [&entry](const auto& part) { return part->IsEntryOnPath(entry); });
 }
 
 }  // namespace Corvane::PathManagement

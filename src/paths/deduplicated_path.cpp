@@ -160,7 +160,7 @@ std::vector<FoundItem> DeduplicatedPath::FindAllInScope(SearchScope scope,
 bool DeduplicatedPath::ForEachEntry(SearchScope scope, const PathEntryVisitor& visitor) const {
   // The list may be looked at only once the flag says that it stands.
   if (mainEntriesOnce.IsBuilt() && mainEntries != nullptr && !mainEntries->empty()) {
-    return std::any_of(mainEntries->begin(), mainEntries->end(), [&](const auto& entry) {
+    return std::ranges::any_of(*mainEntries, [&](const auto& entry) {
       return entry->ForEachEntryInScope(scope, visitor);
     });
   }

@@ -62,7 +62,7 @@ std::shared_ptr<const PathEntries> FilteredPath::GetMainEntries() const {
     // Null from a composite that was moved from.
     if (const auto entries = source->GetMainEntries()) {
       shown.reserve(entries->size());
-      std::copy_if(entries->begin(), entries->end(), std::back_inserter(shown), GetEntryFilter());
+      std::ranges::copy_if(*entries, std::back_inserter(shown), GetEntryFilter());
     }
     mainEntries = std::make_shared<const PathEntries>(detail::Fit(std::move(shown)));
   });
@@ -110,7 +110,7 @@ boost::optional<FoundItem> FilteredPath::FindFirstInScope(SearchScope scope,
   auto first = source->FindFirstInScope(scope, target, policy);
   if (!first || isShown(*first)) return first;
   const auto all = source->FindAllInScope(scope, target, policy);
-  const auto found = std::find_if(all.begin(), all.end(), isShown);
+  const auto found = std::ranges::find_if(all, isShown);
   return found == all.end() ? boost::none : boost::make_optional(*found);
 }
 

@@ -23,8 +23,7 @@ bool IsRemote(const std::string& folder) {
       0x01021997, 0x5346414F, 0x19830326, 0x00C36400, 0xFF534D42, 0x73757245,
       0x65735546, 0x01161970, 0x47504653, 0x6B414653, 0x0BD00BD0, 0x0000564C,
       0x00006969, 0x7461636F, 0x0000517B, 0xFE534D42, 0x786F4256, 0xBACBACBC};
-  return std::find(kTypes.begin(), kTypes.end(), static_cast<std::uint32_t>(status.f_type)) !=
-         kTypes.end();
+  return std::ranges::find(kTypes, static_cast<std::uint32_t>(status.f_type)) != kTypes.end();
 }
 
 }  // namespace

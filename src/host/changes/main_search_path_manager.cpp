@@ -38,7 +38,7 @@ std::vector<ComponentIdentifier> FindPackagesOn(const FolderEntries& folders,
   for (const auto& folder : folders) onPath.insert(folder->GetCanonicalAbsoluteIRI());
   const auto isOnPath = [&](const AbsoluteIRI& folder) { return onPath.contains(folder); };
   for (const auto& [package, itsFolders] : known) {
-    if (!itsFolders.empty() && std::all_of(itsFolders.begin(), itsFolders.end(), isOnPath)) {
+    if (!itsFolders.empty() && std::ranges::all_of(itsFolders, isOnPath)) {
       packages.push_back(package);
     }
   }

@@ -118,7 +118,7 @@ class ListingWriter {
       }
       // Those behind links come last.
       const auto linked = static_cast<std::size_t>(
-          std::count(targets.begin(), targets.end(), static_cast<std::uint8_t>(LinkTarget::File)));
+          std::ranges::count(targets, static_cast<std::uint8_t>(LinkTarget::File)));
       for (std::size_t at = 0; at + linked < listing.files.size(); ++at)
         files.Add(listing.files[at]);
       for (const auto* group : {&listing.specialFolders, &listing.ordinaryFolders}) {
