@@ -4,9 +4,7 @@
 #include "diff/position_set.h"
 
 #include <algorithm>
-#include <cstddef>
 #include <cstdint>
-#include <utility>
 #include <vector>
 
 namespace Corvane::PathManagement::detail {

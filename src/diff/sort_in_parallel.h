@@ -9,8 +9,8 @@
 namespace Corvane::PathManagement::detail {
 
 /// Compares as another comparator does until that raises for the first time. What it raised is
-/// kept, and from then on nothing comes before anything: no loop of a sort runs past the end with
-/// that.
+/// kept. From then on all elements count as equal, so that the sort comes to an end within the
+/// list.
 ///
 /// Threads: all operations but `Rethrow`, from any thread.
 template <class Compare>
@@ -40,7 +40,7 @@ class FailureKeepingComparator {
   std::exception_ptr failure;  // written by the thread that sets hasFailed, read after the sort
 };
 
-/// Sorts `list` on several threads when it is long. What `comesBefore` raises arrives here, always:
+/// Sorts `list` on several threads when it is long. Whatever `comesBefore` raises is raised again:
 /// the sort itself drops an exception that comes when it has just found the list out of order.
 template <class List, class Compare>
 void SortInParallel(List& list, const Compare& comesBefore) {

@@ -119,9 +119,8 @@ fl::filesystem::path StoredPath::GetDefaultFile() {
 }
 
 std::optional<StoredPath::Folders> StoredPath::Read() const {
-  const auto lines = ReadLines(NativeBytes(file.native()));
-  if (!lines) return std::nullopt;
-  return LocationsOf(*lines);
+  if (const auto lines = ReadLines(NativeBytes(file.native()))) return LocationsOf(*lines);
+  return std::nullopt;
 }
 
 void StoredPath::Change(const std::function<Folders(const Folders&)>& change) const {

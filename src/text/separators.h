@@ -3,7 +3,6 @@
 
 #include "searchpath/model/constants.h"
 
-#include <cstddef>
 #include <cstdint>
 #include <cstring>
 #include <string_view>

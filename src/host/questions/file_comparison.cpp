@@ -7,21 +7,20 @@
 
 namespace Corvane::PathManagement::host {
 
-bool ComparedFile::Fail(int number) noexcept {
+void ComparedFile::Fail(int number) noexcept {
   error = std::error_code(number, std::generic_category());
-  return false;
 }
 
 const struct stat* ComparedFile::GetStatus() {
   if (!wasAsked) {
     wasAsked = true;
     if (stat(path.c_str(), &status) != 0) {
-      // Too long for the kernel in one piece, for one.
+      // The path may be too long for the kernel in one piece.
       const Descriptor place = OpenPath(path, O_PATH);
-      if (!place.IsOpen() || fstat(place.Get(), &status) != 0) static_cast<void>(Fail(errno));
+      if (!place.IsOpen() || fstat(place.Get(), &status) != 0) Fail(errno);
     }
     // What was listed as a file may have been replaced since.
-    if (!error && !S_ISREG(status.st_mode)) static_cast<void>(Fail(EINVAL));
+    if (!error && !S_ISREG(status.st_mode)) Fail(EINVAL);
   }
   return error ? nullptr : &status;
 }
@@ -31,22 +30,24 @@ bool ComparedFile::Open() {
   if (error) return false;
   // Never waits, whatever stands there by now.
   file = OpenPath(path, O_RDONLY | O_NONBLOCK | O_NOCTTY);
-  return file.IsOpen() || Fail(errno);
+  if (!file.IsOpen()) Fail(errno);
+  return file.IsOpen();
 }
 
 std::optional<std::string_view> ComparedFile::Read(std::uint64_t offset, Block& block) {
   if (!Open()) return std::nullopt;
   std::size_t size = 0;
   while (size < block.size()) {
-    const ssize_t got = pread(file.Get(), block.data() + size, block.size() - size,
-                              static_cast<off_t>(offset + size));
-    if (got == 0) break;
-    if (got > 0) {
-      size += static_cast<std::size_t>(got);
-    } else if (errno != EINTR) {
-      static_cast<void>(Fail(errno));
+    const ssize_t got = fl::filesystem::detail::WithoutInterruption([&] {
+      return pread(file.Get(), block.data() + size, block.size() - size,
+                   static_cast<off_t>(offset + size));
+    });
+    if (got < 0) {
+      Fail(errno);
       return std::nullopt;
     }
+    if (got == 0) break;
+    size += static_cast<std::size_t>(got);
   }
   return std::string_view(block.data(), size);
 }

@@ -16,6 +16,7 @@
 #include <set>
 #include <string>
 #include <string_view>
+#include <tuple>
 #include <utility>
 
 namespace Corvane::PathManagement::host {
@@ -153,13 +154,13 @@ std::vector<SimilarFile> FindSimilarFiles(const FolderEntries& mainFolders,
     FolderState& state = StateOf(*folder);
     state.List();
     const NameBlock& names = state.Files();
-    std::vector<std::pair<std::string_view, std::size_t>> resembling;  // by name, not as on disk
+    std::vector<std::tuple<std::string_view, std::size_t, Similarity>> resembling;
     for (std::size_t file = 0; file < names.size(); ++file) {
-      if (wanted.Compare(names[file])) resembling.emplace_back(names[file], file);
+      const auto similarity = wanted.Compare(names[file]);
+      if (similarity) resembling.emplace_back(names[file], file, *similarity);
     }
-    std::sort(resembling.begin(), resembling.end());
-    for (const auto& [name, file] : resembling) {
-      const Similarity similarity = wanted.Compare(name).value();
+    std::ranges::sort(resembling);  // by name, not as on disk
+    for (const auto& [name, file, similarity] : resembling) {
       if (!similar.Wants(name, similarity)) continue;
       similar.Add({FoundItem(state.ItemAt(file), folder), similarity});
     }

@@ -11,7 +11,6 @@
 #include "searchpath/utilities/iri_conversion.h"
 
 #include <algorithm>
-#include <cstring>
 #include <string>
 #include <vector>
 

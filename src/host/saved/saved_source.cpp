@@ -11,14 +11,14 @@ FolderListing SavedSource::List(const AbsoluteIRI& location) const {
     const auto folder = listings->Find(location);
     if (!folder) continue;
     if (auto listing = listings->FindListing(*folder)) return std::move(*listing);
-    break;
+    break;  // those of later caches do not count
   }
   return ListFolder(location);
 }
 
 bool SavedSource::FollowsTheDisk() const noexcept {
-  return std::all_of(saved.begin(), saved.end(),
-                     [](const auto& listings) { return listings->FollowsTheDisk(); });
+  return std::ranges::all_of(saved,
+                             [](const auto& listings) { return listings->FollowsTheDisk(); });
 }
 
 std::optional<FolderStamp> SavedSource::FindStamp(const AbsoluteIRI& location) const {
