@@ -21,8 +21,9 @@ void UnableToSaveToolboxCacheException::rethrow() const { throw *this; }
 
 namespace {
 
-/// To be called while handling what was thrown. A thread that is cancelled in a factory unwinds by
-/// something that is caught like an exception, but is none; replacing it would end the process.
+/// To be called first in a `catch (...)`. That also catches the unwinding of a thread that is
+/// cancelled in a factory. This is no exception, and throwing another in its place would end the
+/// process.
 void GoOnIfCancelled() {
   if (std::current_exception() == nullptr) throw;
 }

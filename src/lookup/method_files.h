@@ -6,9 +6,8 @@
 // How a plain name is looked up in method entries beside the ordinary folders.
 namespace Corvane::PathManagement::detail {
 
-/// The method entries, below ordinary folders, in which a file may be meant by the name of
-/// `target`: those of that name, under the policy of the file system whatever that of the question
-/// is.
+/// The method entries directly below ordinary folders that have the name of `target`. They are
+/// looked up under the policy of the file system, whatever policy the question has.
 inline PathEntries GetMethodEntriesFor(const IPath& path, const SearchTarget& target) {
   return path.GetMethodEntriesByName(kMainScope, target.GetName(),
                                      FilenameMatchingPolicy::FileSystemDefault);

@@ -34,8 +34,8 @@ std::string TargetOf(const std::string& path, std::error_code& error) {
   }
 }
 
-/// Looks at the present name of `walk`, and follows it when it is a link. The error that ends the
-/// walk.
+/// Looks at the present name of `walk`, and follows it when it is a link. Returns the error that
+/// ends the walk, if any.
 std::error_code LookAndFollow(LinkWalk& walk) {
   struct stat status = {};
   if (lstat(walk.GetPath().c_str(), &status) != 0) return LastError();

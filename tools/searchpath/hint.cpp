@@ -12,7 +12,7 @@ std::string GetHint(const host::Environment& environment, const host::Lookup& lo
   if (similar.empty()) return "";
   std::vector<std::string> files;
   for (const auto& [file, similarity] : similar) {
-    // Of several, the first on the path is what the name means.
+    // Where case is ignored, the name means the first of these files.
     const bool isMeant = files.empty() && similarity == host::Similarity::OtherCase &&
                          environment.GetRules().foldersHaveMeaning;
     files.push_back(Quoted(host::GetNativePath(file)) + " (" + host::GetText(similarity) +

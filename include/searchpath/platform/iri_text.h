@@ -35,8 +35,9 @@ SEARCHPATH_EXPORT void normalizeURL(ustring& text);
 
 /// Decodes percent escapes, for people to read: with `decodeUtf8` every escape that is part of
 /// valid UTF-8, without it every escape of an ASCII character. Any other stays as it stands, and
-/// "+" is never a blank. "%2F", "%3F", "%25" and "%00" are decoded too, so the result is no way
-/// back: it may be the text of another IRI, and so may what is decoded from it again.
+/// "+" is never a blank. "%2F", "%3F", "%25" and "%00" are decoded too, so the result cannot be
+/// turned back into the IRI: it may be the text of another one, and may change once more when it is
+/// decoded again.
 SEARCHPATH_EXPORT void decodeURL(ustring& text, bool decodeUtf8);
 
 }  // namespace foundation::storage::utility

@@ -57,10 +57,10 @@ class SEARCHPATH_EXPORT PathEntryVectorDifferentiator {
   /// stack.
   void Compare(PathEntries before, PathEntries after, ComparisonFilter filter);
 
-  /// Entries of new lists for whose folder the old list has no changed entry.
+  /// The new entries without a counterpart: their folders have come, or now occur more often.
   [[nodiscard]] std::shared_ptr<PathEntries> GetAdded() const;
 
-  /// Entries of old lists for whose folder the new list has no changed entry.
+  /// The old entries without a counterpart: their folders have gone, or now occur less often.
   [[nodiscard]] std::shared_ptr<PathEntries> GetRemoved() const;
 
   /// Entries that stand in both lists, but not in the same order as those that stayed.

@@ -111,8 +111,8 @@ class DiskFeed::State {
         Gather();
         if (burst.first && Clock::now() >= DueTime()) Publish();
       } catch (...) {
-        // No memory, or a subscriber failed: what has not been published is not known any more, so
-        // everything is, after a while.
+        // No memory, or a subscriber failed: some changes may be lost, so all folders are published
+        // after the poll interval.
         burst = Burst();
         burst.isIncomplete = true;
         burst.first = burst.last = Clock::now() + options.pollInterval;
@@ -172,9 +172,9 @@ class DiskFeed::State {
 
   /// Watches what is on the path now, each folder before it is listed. In the first round a folder
   /// that had been listed before is reported unless its times say that it has not changed since.
-  /// Later on every folder that was not watched is reported: whoever put it on the path may have
-  /// looked into it before, as a program does that puts all folders of a tree there, and looks
-  /// again when it is reported.
+  /// In later rounds, every folder that is watched for the first time is reported: a program that
+  /// keeps all folders of a tree on the path may have looked into it before it was watched, and now
+  /// looks again.
   void WatchPath(Round round) {
     const auto path = manager.GetPath();
     LocationSet doubtful;

@@ -23,8 +23,8 @@ class FolderPoll {
 
   [[nodiscard]] bool IsEmpty() const noexcept { return states.empty(); }
 
-  /// Those that may have changed since they were polled before. A change within two seconds of
-  /// another may leave the times as they were, so a folder that was that young counts as changed.
+  /// Those that may have changed since they were polled before. One that had changed less than two
+  /// seconds before that poll is among them: its times may be too coarse to show a further change.
   [[nodiscard]] std::vector<AbsoluteIRI> Poll();
 
  private:

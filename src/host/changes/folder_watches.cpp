@@ -40,7 +40,7 @@ void FolderWatches::Begin() {
 }
 
 FolderWatches::Comparison FolderWatches::Watch(const AbsoluteIRI& location) {
-  // A repeated location is not `Other` a second time.
+  // A location that is repeated in a round has been compared already.
   if (destinations.contains(location)) {
     return oldDestinations.contains(location) ? Comparison::Same : Comparison::New;
   }
@@ -99,6 +99,7 @@ void FolderWatches::AddTo(Report& report, const inotify_event& event, const char
     if (file != watched.files.end()) {
       report.changed.insert(report.changed.end(), file->second.begin(), file->second.end());
     }
+    // What has come, gone or been written in a folder changes it, but for contents and attributes.
     if ((event.mask & (IN_ATTRIB | IN_CLOSE_WRITE)) != 0) return;
     if (watched.leading.contains(name)) report.mayLeadElsewhere = true;
   }

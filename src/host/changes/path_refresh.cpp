@@ -208,7 +208,7 @@ ChangedFolders::ChangedFolders(const AbsoluteIRIRange& changed) {
     try {
       AddChangedFolder(added->all, GetCanonicalIRI(location));
     } catch (const foundation::storage::vfs::Exception&) {
-      // An entry whose location cannot be resolved has it as its canonical location, too.
+      // The canonical location of an entry whose links cannot be resolved is its location.
     }
   }
   locations = added;

@@ -15,7 +15,7 @@ constexpr std::int64_t kSecond = 1'000'000'000;      // in nanoseconds
 constexpr std::int64_t kGrain = 2 * kSecond;         // the times of some file systems are so coarse
 constexpr std::int64_t kLastSecond = 9'000'000'000;  // whose nanoseconds fit into 64 bits
 
-/// Whether `Nanoseconds` can say it.
+/// Whether `Nanoseconds` of this time fits into 64 bits.
 bool HasNanoseconds(const timespec& time) {
   return time.tv_sec > -kLastSecond && time.tv_sec < kLastSecond;
 }
@@ -25,7 +25,7 @@ std::int64_t Nanoseconds(const timespec& time) { return time.tv_sec * kSecond + 
 /// Empty when there is no folder, or none that can be reached.
 std::optional<struct stat> StatusOf(const std::string& path) {
   struct stat status = {};
-  // The kernel takes no longer paths at once; to open the folder takes more calls.
+  // A longer path has to be opened piece by piece, which takes more calls.
   const bool isKnown = path.size() < PATH_MAX ? stat(path.c_str(), &status) == 0 : [&] {
     const Descriptor folder = OpenFolder(path);
     return folder.IsOpen() && fstat(folder.Get(), &status) == 0;

@@ -39,7 +39,7 @@ class FolderState {
 
   [[nodiscard]] const AbsoluteIRI& Location() const noexcept { return location; }
   [[nodiscard]] PathEntryType Kind() const noexcept { return kind; }
-  /// Found out when it is first asked for: a path of many folders that is asked little needs few.
+  /// Found out when first asked for: on a long path, most folders may never be.
   [[nodiscard]] const FolderIdentity& Identity();
   [[nodiscard]] const AbsoluteIRI& Canonical() { return Identity().Canonical(); }
 
@@ -59,8 +59,9 @@ class FolderState {
     std::shared_ptr<const PathItem> item;  // of the first file that is here; null when none is
     bool hasMethodFolder;                  // false beside an item: then it does not matter
   };
-  /// Answers a single question. The disk is asked for the names alone as long as the folder has been
-  /// asked little; then it is listed, as it is when its listing comes from a cache.
+  /// Answers a single question. The disk is asked for the names alone as long as the folder has
+  /// been asked little. After that, and whenever the listing comes from a cache, the folder is
+  /// listed.
   [[nodiscard]] Answer Ask(const NameQuestion& question);
 
   /// The problems that questions have come upon so far.

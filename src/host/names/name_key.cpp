@@ -16,6 +16,8 @@ void NameKey::SetFolded(const NameKey& name) {
   for (std::size_t at = 0; at < size; at += kWord) {
     const Word word = name.Load(at);
     seen |= word;
+    // In each byte of the two, the highest bit says that the character is 'A' or later, or after
+    // 'Z'.
     const Word fromA = (word & ~high) + (0x80 - 'A') * each;
     const Word afterZ = (word & ~high) + (0x7F - 'Z') * each;
     Store(at, word | (fromA & ~afterZ & high) >> 2U);

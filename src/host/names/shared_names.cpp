@@ -10,8 +10,8 @@ namespace Corvane::PathManagement::host {
 
 namespace {
 
-/// The length of the end of `file` that is `extension`, which is folded when case is ignored; npos
-/// when it ends otherwise.
+/// The length of `extension` at the end of `file`; npos when the file has another end. Where case
+/// is ignored, `extension` is folded, and the length is that of what folds to it.
 std::size_t LengthAtEnd(std::string_view file, std::string_view extension, bool foldsCase) {
   if (!foldsCase) return file.ends_with(extension) ? extension.size() : std::string_view::npos;
   // The folded form of a name is at least a third as long as the name.
@@ -23,9 +23,9 @@ std::size_t LengthAtEnd(std::string_view file, std::string_view extension, bool 
   return std::string_view::npos;
 }
 
-/// Whether a look-up of `name`, which is plain, tries extensions: a dot that is not the first
-/// character begins an extension of its own, and a dot at the end stands for none. The rule is that
-/// of `CreateSearchTargetWithExtensionInFilenamePreferred`.
+/// Whether a look-up of the plain `name` tries extensions, by the rule of
+/// `CreateSearchTargetWithExtensionInFilenamePreferred`: not with a name that has an extension,
+/// which begins at a dot after the first character, and not with a name that ends with a dot.
 bool IsTriedWithExtensions(std::string_view name) {
   const std::size_t dot = name.rfind('.');
   return dot == std::string_view::npos || (dot == 0 && name.size() > 1);
@@ -38,7 +38,7 @@ SharedNames::SharedNames(const std::vector<ustring>& extensionList, FilenameMatc
       foldsCase(policy == FilenameMatchingPolicy::IgnoreCase) {
   std::string buffer;
   for (const ustring& extension : extensionList) {
-    // No file ends with a text that stands for no bytes.
+    // No file ends with a text that cannot become bytes.
     const auto bytes = BytesFromText(extension);
     if (bytes) extensions.emplace_back(foldsCase ? FoldName(*bytes, buffer) : *bytes);
   }

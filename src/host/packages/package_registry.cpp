@@ -41,6 +41,7 @@ std::optional<Descriptor> OpenFile(const std::string& path) {
   Descriptor file = fl::filesystem::detail::OpenRegularFile(
       [&path](int flags) { return OpenPath(path, flags); }, error);
   if (file.IsOpen()) return file;
+  // A link that leads nowhere is a manifest that cannot be read.
   const bool isAbsent = error == std::errc::no_such_file_or_directory;
   if (isAbsent && !OpenPath(path, O_PATH | O_NOFOLLOW).IsOpen()) return std::nullopt;
   if (error == std::errc::is_a_directory || error == std::errc::invalid_argument) {

@@ -29,8 +29,8 @@ class FolderState;
 /// is asked for the name alone, and no folder is listed: a program that asks little pays for no
 /// more. The ninth question lists all folders and builds an index; eight times asking a folder of
 /// 100 files costs what listing it does. `IgnoreCase`, for which folders have to be listed, has an
-/// index of its own, which is built at its second question. So is either index after a question for
-/// all matches.
+/// index of its own, which is built at its second question. After a question for all matches, the
+/// next one builds the index.
 ///
 /// Threads: all operations, from any thread; a question that comes while its index is built waits.
 /// Cost: with an index, one hash probe for each extension, however many folders there are.
