@@ -3,6 +3,7 @@
 #include "diff/longest_common_subsequence.h"
 #include "host/common/parallel.h"
 #include "host/folder/entry_state.h"
+#include "host/names/short_hash.h"
 #include "searchpath/model/byte_text.h"
 
 #include <boost/unordered/unordered_flat_map.hpp>
@@ -11,7 +12,6 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
-#include <functional>
 #include <limits>
 #include <optional>
 #include <stdexcept>
@@ -60,13 +60,6 @@ class NameTable {
   }
 
  private:
-  struct Hash {
-    using is_avalanching = void;
-    std::size_t operator()(std::string_view name) const noexcept {
-      return std::hash<std::string_view>()(name);
-    }
-  };
-
   /// Adds the names in the folders of a path that are not in `same`. No other name can have changed
   /// its meaning: the folders of `same` stand on both paths in one order, so the first of them that
   /// has a name is the same on both.
@@ -123,8 +116,9 @@ class NameTable {
   }
 
   std::array<const FolderEntries*, 2> paths;
-  boost::unordered_flat_map<std::string_view, std::uint32_t, Hash> names;  // to their numbers
-  std::array<std::vector<std::optional<File>>, 2> firsts;                  // by number
+  boost::unordered_flat_map<std::string_view, std::uint32_t, NameBytesHash>
+      names;                                               // to their numbers
+  std::array<std::vector<std::optional<File>>, 2> firsts;  // by number
 };
 
 }  // namespace

@@ -41,12 +41,6 @@ class SharedNames {
   [[nodiscard]] std::vector<std::string> GetRespelled() const;
 
  private:
-  struct Hash {
-    using is_avalanching = void;
-    std::size_t operator()(std::string_view key) const noexcept {
-      return ShortHash(key.data(), key.size());
-    }
-  };
   struct Name {
     std::string_view spelling;
     std::size_t folder;  // the first that has it, by number
@@ -63,9 +57,9 @@ class SharedNames {
   std::vector<std::string> extensions;  // folded when case is ignored
   bool foldsCase;
   std::size_t folderCount = 0;
-  boost::unordered_flat_map<std::string_view, Name, Hash>
+  boost::unordered_flat_map<std::string_view, Name, NameBytesHash>
       names;                           // by the name, folded when case is ignored
-  std::deque<std::string> foldedKeys;  // the keys that are no name as written
+  std::deque<std::string> foldedKeys;  // holds the keys that differ from the name as written
 };
 
 }  // namespace Corvane::PathManagement::host

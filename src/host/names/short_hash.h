@@ -7,13 +7,23 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <string_view>
 
 namespace Corvane::PathManagement::host {
 
-/// The hash of a name, for tables in memory.
+/// XXH3 with 64 bits and without a seed: the hash of names in memory, and the checksum of saved
+/// listings, whose format fixes it.
 [[nodiscard]] inline std::uint64_t ShortHash(const void* bytes, std::size_t size) noexcept {
   return XXH3_64bits(bytes, size);
 }
+
+/// For hash tables of names in bytes.
+struct NameBytesHash {
+  using is_avalanching = void;
+  std::size_t operator()(std::string_view name) const noexcept {
+    return ShortHash(name.data(), name.size());
+  }
+};
 
 }  // namespace Corvane::PathManagement::host
 
