@@ -64,7 +64,7 @@ boost::optional<FoundItem> FindFirstFileVisibleFromFolder(const IPath& path,
                                                           const detail::SearchTarget& target,
                                                           FilenameMatchingPolicy policy) {
   if (detail::HasSeparator(target.GetName())) {
-    return path.FindFirstInScope(kAllKindsScope, target, policy);
+    return FindFirstFileVisibleOnPath(path, target, policy);
   }
   const auto entry =
       path.GetPathEntryFromAbsoluteIRI(folder, FilenameMatchingPolicy::FileSystemDefault);
@@ -75,7 +75,7 @@ boost::optional<FoundItem> FindFirstFileVisibleFromFolder(const IPath& path,
       }
     }
   }
-  return FindFirstFileVisibleOnPath(path, target, policy);
+  return FindPlainName(path, target, policy);
 }
 
 boost::optional<FoundItem> FindFirstFileVisibleFromFolder(

@@ -11,6 +11,8 @@ namespace foundation::core::except {
 
 namespace {
 
+using Corvane::PathManagement::detail::QuotedText;
+
 struct Wording {
   std::u16string_view catalogue;
   std::u16string_view key;
@@ -32,12 +34,9 @@ constexpr Wording kWordings[] = {
      u" is not on the path; name it as the path lists it"},
 };
 
-std::string Quoted(std::u16string_view text) {
-  return Corvane::PathManagement::detail::QuotedText(text);
-}
-std::string Bytes(const ustring& text) { return Quoted(text); }
+std::string Bytes(const ustring& text) { return QuotedText(text); }
 std::string Bytes(std::int64_t number) { return std::to_string(number); }
-std::string Bytes(const storage::vfs::AbsoluteIRI& iri) { return Quoted(iri.toStringView()); }
+std::string Bytes(const storage::vfs::AbsoluteIRI& iri) { return QuotedText(iri.toStringView()); }
 
 ustring Shown(const MessageArgument& argument) {
   return Corvane::PathManagement::TextFromBytes(
@@ -47,10 +46,9 @@ ustring Shown(const MessageArgument& argument) {
 }  // namespace
 
 ustring GetText(const MessageRecord& message) {
-  const auto* const wording =
-      std::find_if(std::begin(kWordings), std::end(kWordings), [&message](const Wording& each) {
-        return each.catalogue == message.catalogue && each.key == message.key;
-      });
+  const auto* const wording = std::ranges::find_if(kWordings, [&message](const Wording& each) {
+    return each.catalogue == message.catalogue && each.key == message.key;
+  });
   ustring text;
   if (wording != std::end(kWordings) && message.arguments.size() == 1) {
     text.append(wording->beforeFolder).append(Shown(message.arguments[0]));

@@ -65,12 +65,10 @@ FolderWatches::Comparison FolderWatches::WatchFile(const AbsoluteIRI& location) 
 
 FolderWatches::Comparison FolderWatches::Record(const AbsoluteIRI& location,
                                                 Destination destination) {
+  const Destination& now = destinations.emplace(location, std::move(destination)).first->second;
   const auto old = oldDestinations.find(location);
-  const bool isNew = old == oldDestinations.end();
-  const bool isSame = !isNew && old->second == destination;
-  destinations.emplace(location, std::move(destination));
-  if (isNew) return Comparison::New;
-  return isSame ? Comparison::Same : Comparison::Other;
+  if (old == oldDestinations.end()) return Comparison::New;
+  return old->second == now ? Comparison::Same : Comparison::Other;
 }
 
 void FolderWatches::End() {
@@ -99,7 +97,7 @@ void FolderWatches::AddTo(Report& report, const inotify_event& event, const char
     if (file != watched.files.end()) {
       report.changed.insert(report.changed.end(), file->second.begin(), file->second.end());
     }
-    // What has come, gone or been written in a folder changes it, but for contents and attributes.
+    // New contents or attributes of what is in a folder do not change the folder.
     if ((event.mask & (IN_ATTRIB | IN_CLOSE_WRITE)) != 0) return;
     if (watched.leading.contains(name)) report.mayLeadElsewhere = true;
   }

@@ -68,10 +68,8 @@ class Differences {
   const PathEntryVectorDifferentiator& Get(ComparisonFilter filter) {
     auto& differences = filter == ComparisonFilter::IncludeSubfolders ? withSubfolders : topLevel;
     if (!differences) {
-      const auto oldEntries = before->GetMainEntries();
-      const auto newEntries = after->GetMainEntries();
       PathEntryVectorDifferentiator computed;
-      computed.Compare(*oldEntries, *newEntries, filter);
+      computed.Compare(*before->GetMainEntries(), *after->GetMainEntries(), filter);
       differences = std::move(computed);
     }
     return *differences;

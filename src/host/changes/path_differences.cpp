@@ -107,9 +107,7 @@ class Differences {
 
 std::vector<FolderDifference> FindPathDifferences(const IPath& before, const IPath& after,
                                                   ComparisonFilter filter) {
-  const auto entriesBefore = before.GetMainEntries();
-  const auto entriesAfter = after.GetMainEntries();
-  return Differences(*entriesBefore, *entriesAfter, filter).InOrder();
+  return Differences(*before.GetMainEntries(), *after.GetMainEntries(), filter).InOrder();
 }
 
 }  // namespace Corvane::PathManagement::host
