@@ -18,9 +18,9 @@ namespace foundation::storage::vfs::detail {
 /// Appends "%XX" in upper case.
 template <class Text>
 void AppendEscape(Text& text, std::uint8_t byte) {
-  using namespace Corvane::PathManagement::detail;
+  namespace texts = Corvane::PathManagement::detail;
   text.push_back('%');
-  AppendHexadecimal(text, byte, 2, kUpperCaseDigits);
+  texts::AppendHexadecimal(text, byte, 2, texts::kUpperCaseDigits);
 }
 
 /// What becomes of escapes that are not UTF-8.

@@ -60,11 +60,12 @@ struct Requests {
 std::optional<std::vector<AbsoluteIRI>> LocationsOf(const FolderPath& path) {
   std::vector<AbsoluteIRI> locations;
   for (const auto& mainFolder : path.GetMainFolders()) {
-    const bool isIncomplete = WalkFolders(mainFolder, [&](const auto& folder, std::size_t) {
-      if (!StateOf(*folder).IsListed()) return true;
-      locations.push_back(folder->GetAbsoluteIRI());
-      return false;
-    });
+    const bool isIncomplete =
+        WalkFolders(mainFolder, [&](const auto& folder, std::size_t /*depth*/) {
+          if (!StateOf(*folder).IsListed()) return true;
+          locations.push_back(folder->GetAbsoluteIRI());
+          return false;
+        });
     if (isIncomplete) return std::nullopt;
   }
   return locations;
