@@ -1,5 +1,6 @@
 // A plain name on a path of N folders x 100 files, warm: hits everywhere and one miss in five; the
-// hits and the misses alone; and the same with three extensions to try.
+// hits and the misses alone; and the same with three extensions to try. The text of the name is at
+// hand; what a question needs beside it is made in the loop.
 
 #include "bench_tree.h"
 #include "searchpath/host/environment.h"
@@ -27,20 +28,22 @@ void Sizes(benchmark::internal::Benchmark* bench) { bench->Arg(10)->Arg(1000)->A
 
 enum class Kind : std::uint8_t { Mixed, Hits, Misses, Extensions };
 
-std::vector<detail::SearchTarget> Targets(const BenchTree& tree, Kind kind) {
-  std::vector<detail::SearchTarget> targets;
-  for (auto name : tree.Questions(kQuestions)) {
+/// What is asked for, as text.
+struct Questions {
+  std::vector<ustring> names;
+  std::vector<ustring> extensions = {};
+};
+
+Questions MakeQuestions(const BenchTree& tree, Kind kind) {
+  Questions questions = {.names = tree.Questions(kQuestions)};
+  if (kind == Kind::Extensions) questions.extensions = {u".zt", u".x", u".y"};
+  for (ustring& name : questions.names) {
     const bool isMiss = name.ends_with(u'y');
     if (kind == Kind::Hits && isMiss) name.pop_back();
     if (kind == Kind::Misses && !isMiss) name.push_back(u'y');
-    if (kind == Kind::Extensions) {
-      targets.emplace_back(name.erase(name.find(u'.'), 2),
-                           std::vector<ustring>{u".zt", u".x", u".y"});
-    } else {
-      targets.emplace_back(name);
-    }
+    if (kind == Kind::Extensions) name.erase(name.find(u'.'), 2);
   }
-  return targets;
+  return questions;
 }
 
 void WriteNameDatabase(const BenchTree& tree) {
@@ -70,45 +73,67 @@ void Floor(benchmark::State& state, Kind kind) {
     }
   }
   std::thread([] {}).join();  // counts of owners are atomic from the first thread on
-  const auto targets = Targets(tree, kind);
+  const auto [names, extensions] = MakeQuestions(tree, kind);
   std::size_t at = 0;
   ustring joined;
   for (auto _ : state) {
     boost::optional<FoundItem> found;
-    const auto& target = targets[at++ % kQuestions];
+    const ustring& name = names[at++ % kQuestions];
     auto first = static_cast<std::uint32_t>(items.size());
-    const auto ask = [&](const ustring& name) {
-      const auto position = positions.find(name);
+    const auto ask = [&](const ustring& file) {
+      const auto position = positions.find(file);
       if (position != positions.end()) first = std::min(first, position->second);
     };
-    if (kind == Kind::Extensions) {
-      for (const auto& extension : target.GetExtensions()) {
-        ask(joined.assign(target.GetName()).append(extension));
-      }
-    } else {
-      ask(target.GetName());
-    }
+    for (const auto& extension : extensions) ask(joined.assign(name).append(extension));
+    if (extensions.empty()) ask(name);
     if (first < items.size()) found = items[first];
     benchmark::DoNotOptimize(found);
   }
 }
 
-/// The whole question: ordinary folders and method entries.
-void Ask(benchmark::State& state, const std::vector<detail::SearchTarget>& targets,
-         const IPath& path, FilenameMatchingPolicy policy) {
-  for (const auto& target : targets) {
-    benchmark::DoNotOptimize(FindFirstFileVisibleOnPath(path, target, policy));
-  }
+/// Calls ask(name) for every name once, so that all is warm, and then in the loop.
+template <class AskName>
+void Ask(benchmark::State& state, const std::vector<ustring>& names, const AskName& ask) {
+  for (const ustring& name : names) benchmark::DoNotOptimize(ask(name));
   std::size_t at = 0;
   for (auto _ : state) {
-    auto found = FindFirstFileVisibleOnPath(path, targets[at++ % kQuestions], policy);
+    auto found = ask(names[at++ % kQuestions]);
     benchmark::DoNotOptimize(found);
   }
 }
 
-void WarmLookup(benchmark::State& state, Kind kind, FilenameMatchingPolicy policy) {
-  const BenchTree& tree = BenchTree::Of(static_cast<std::size_t>(state.range(0)));
-  Ask(state, Targets(tree, kind), *tree.MakePath(), policy);
+/// Ordinary folders and method entries, on any path.
+void AskPath(benchmark::State& state, Kind kind, const IPath& path, FilenameMatchingPolicy policy) {
+  const auto [names, extensions] = MakeQuestions(BenchTree::Of(state), kind);
+  if (extensions.empty()) {
+    Ask(state, names, [&](const ustring& name) {
+      return FindFirstFileVisibleOnPath(path, detail::SearchTarget(name), policy);
+    });
+  } else {
+    Ask(state, names, [&, &tried = extensions](const ustring& name) {
+      return FindFirstFileVisibleOnPath(path, {name, tried}, policy);
+    });
+  }
+}
+
+void WarmPath(benchmark::State& state, Kind kind, FilenameMatchingPolicy policy) {
+  AskPath(state, kind, *BenchTree::Of(state).MakePath(), policy);
+}
+
+std::unique_ptr<host::Environment> MakeEnvironment(const BenchTree& tree, bool hides) {
+  host::EnvironmentOptions options;
+  for (const auto& folder : tree.Folders()) options.folders.push_back(TextFromBytes(folder));
+  if (hides) options.without.push_back(options.folders.back());
+  return std::make_unique<host::Environment>(options);
+}
+
+/// The question of most programs.
+void WarmEnvironment(benchmark::State& state, Kind kind) {
+  const auto environment = MakeEnvironment(BenchTree::Of(state), false);
+  const auto [names, extensions] = MakeQuestions(BenchTree::Of(state), kind);
+  Ask(state, names, [&, &tried = extensions](const ustring& name) {
+    return environment->Find({.name = name, .extensions = tried});
+  });
 }
 
 [[maybe_unused]] const bool kRowsAreThere = [] {
@@ -123,26 +148,48 @@ void WarmLookup(benchmark::State& state, Kind kind, FilenameMatchingPolicy polic
       {"ignore_case", IgnoreCase}};
   for (const auto& [row, kind] : rows) {
     benchmark::RegisterBenchmark((row + ":floor").c_str(), Floor, kind)->Apply(Sizes);
+    benchmark::RegisterBenchmark((row + ":environment").c_str(), WarmEnvironment, kind)
+        ->Apply(Sizes);
     for (const auto& [name, policy] : policies) {
-      benchmark::RegisterBenchmark((row + ":" + name).c_str(), WarmLookup, kind, policy)
+      benchmark::RegisterBenchmark((row + ":" + name).c_str(), WarmPath, kind, policy)
           ->Apply(Sizes);
     }
   }
   return true;
 }();
 
-/// The same on the path of an environment, which drops repeats, without and with a hidden folder.
-void WarmEnvironment(benchmark::State& state, bool hides) {
-  const BenchTree& tree = BenchTree::Of(static_cast<std::size_t>(state.range(0)));
-  host::EnvironmentOptions options;
-  for (const auto& folder : tree.Folders()) options.folders.push_back(TextFromBytes(folder));
-  if (hides) options.without.push_back(options.folders.back());
-  const host::Environment environment(options);
-  Ask(state, Targets(tree, Kind::Mixed), *environment.GetPath(),
-      FilenameMatchingPolicy::FileSystemDefault);
+/// On the path of an environment, which drops repeats, without and with a hidden folder.
+void WarmComposite(benchmark::State& state, bool hides) {
+  const auto environment = MakeEnvironment(BenchTree::Of(state), hides);
+  AskPath(state, Kind::Mixed, *environment->GetPath(), FilenameMatchingPolicy::FileSystemDefault);
 }
-BENCHMARK_CAPTURE(WarmEnvironment, "", false)->Name("warm_lookup:environment")->Apply(Sizes);
-BENCHMARK_CAPTURE(WarmEnvironment, "", true)->Name("warm_lookup:hiding")->Apply(Sizes);
+BENCHMARK_CAPTURE(WarmComposite, "", false)->Name("warm_lookup:composite")->Apply(Sizes);
+BENCHMARK_CAPTURE(WarmComposite, "", true)->Name("warm_lookup:hiding")->Apply(Sizes);
+
+/// A peer: a flat set of names for each folder, asked one after the other.
+void SetPerFolder(benchmark::State& state) {
+  const BenchTree& tree = BenchTree::Of(state);
+  const auto path = tree.MakePath();
+  const auto entries = path->GetMainEntries();
+  using Files =
+      boost::unordered_flat_map<ustring, std::shared_ptr<const PathItem>, std::hash<ustring>>;
+  std::vector<Files> folders;
+  for (const auto& entry : *entries) {
+    const auto items = entry->GetItems();
+    Files& files = folders.emplace_back();
+    for (const auto& item : *items) files.emplace(item->GetName() + item->GetExtension(), item);
+  }
+  std::thread([] {}).join();  // counts of owners are atomic from the first thread on
+  Ask(state, MakeQuestions(tree, Kind::Mixed).names, [&](const ustring& name) {
+    boost::optional<FoundItem> found;
+    for (std::size_t folder = 0; folder < folders.size() && !found; ++folder) {
+      const auto file = folders[folder].find(name);
+      if (file != folders[folder].end()) found.emplace(file->second, (*entries)[folder]);
+    }
+    return found;
+  });
+}
+BENCHMARK(SetPerFolder)->Name("warm_lookup:set_per_folder")->Apply(Sizes);
 
 /// A peer: the library behind the file look-up of a typesetting system, with its database of names over
 /// one recursive root, written here as the text file that it reads.
