@@ -100,7 +100,9 @@ RuledPath::Asker AskerByRules(const WorkingFolder& workingFolder, const Lookup& 
   return {.from = locate(lookup.fromFolder)};
 }
 
-SearchTarget TargetOf(const Lookup& lookup) {
+SearchTarget TargetOf(Lookup lookup) {
+  // Most questions: the text is moved on, not copied.
+  if (lookup.extensions.empty()) return SearchTarget(std::move(lookup.name));
   return CreateSearchTargetWithExtensionInFilenamePreferred(lookup.name, lookup.extensions);
 }
 
@@ -138,10 +140,14 @@ std::unique_ptr<MainSearchPathManager> Environment::CreateManager() const {
   return manager;
 }
 
-boost::optional<FoundItem> Environment::Find(const Lookup& lookup) const {
-  const SearchTarget target = TargetOf(lookup);
-  if (ruled != nullptr) return ruled->Find(target, AskerByRules(workingFolder, lookup));
-  if (const auto asker = AskerOf(lookup)) {
+boost::optional<FoundItem> Environment::Find(Lookup lookup) const {
+  if (ruled != nullptr) {
+    const auto asker = AskerByRules(workingFolder, lookup);
+    return ruled->Find(TargetOf(std::move(lookup)), asker);
+  }
+  const auto asker = AskerOf(lookup);
+  const SearchTarget target = TargetOf(std::move(lookup));
+  if (asker) {
     auto found = FindFirstFileVisibleFromFolder(*view->GetPath(), *asker, target, lookup.policy);
     // A private folder is found through the entry above it, so nothing has left out a hidden one
     // yet.

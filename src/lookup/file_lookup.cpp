@@ -43,10 +43,9 @@ void AppendFilesByExtensions(const std::shared_ptr<const IPathEntry>& entry,
 
 detail::SearchTarget CreateSearchTargetWithExtensionInFilenamePreferred(
     const ustring& name, const std::vector<ustring>& extensions) {
+  if (extensions.empty() || name.ends_with(u'.')) return detail::SearchTarget(name);
   const fl::filesystem::path path(name, true);
-  const bool hasOwn =
-      !fl::filesystem::detail::extract_extension(path).empty() || name.ends_with(u'.');
-  if (hasOwn || extensions.empty()) return detail::SearchTarget(name);
+  if (!fl::filesystem::detail::extract_extension(path).empty()) return detail::SearchTarget(name);
   return {name, extensions};
 }
 

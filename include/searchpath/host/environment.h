@@ -120,7 +120,7 @@ class SEARCHPATH_EXPORT Environment {
   /// The file that the name means; empty when there is none.
   ///
   /// Errors: `FailedToAbsolutizeException` when `Lookup::fromFolder` cannot be used.
-  [[nodiscard]] boost::optional<FoundItem> Find(const Lookup& lookup) const;
+  [[nodiscard]] boost::optional<FoundItem> Find(Lookup lookup) const;
 
   /// Every file that the name could mean: the file that it does mean, then the files that this one
   /// hides, in path order.

@@ -3,6 +3,7 @@
 
 #include "searchpath/model/ustring.h"
 
+#include <utility>
 #include <vector>
 
 namespace Corvane::PathManagement::detail {
@@ -13,11 +14,11 @@ namespace Corvane::PathManagement::detail {
 /// before it match the trailing folders of an entry.
 class SearchTarget {
  public:
-  explicit SearchTarget(const ustring& fileName) : name(fileName) {}
+  explicit SearchTarget(ustring fileName) : name(std::move(fileName)) {}
 
   /// `extensionList` holds extensions with their dot, the preferred one first.
-  SearchTarget(const ustring& fileName, const std::vector<ustring>& extensionList)
-      : name(fileName), extensions(extensionList) {}
+  SearchTarget(ustring fileName, std::vector<ustring> extensionList)
+      : name(std::move(fileName)), extensions(std::move(extensionList)) {}
 
   [[nodiscard]] const ustring& GetName() const noexcept { return name; }
 
