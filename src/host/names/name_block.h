@@ -11,11 +11,14 @@ namespace Corvane::PathManagement::host {
 
 /// Names as the disk gives them, one behind the other in one block, each ended by a NUL. The block
 /// is this object's own, or one that it only views and that outlives it; adding a name to a viewed
-/// block copies it first.
+/// block copies it first. `kSlack` bytes behind the last name may be read as well, so that names are
+/// compared a word at a time.
 class NameBlock {
  public:
+  static constexpr std::size_t kSlack = 7;
+
   NameBlock() = default;
-  /// Views the names of `block` that begin at `nameBegins`.
+  /// Precondition: `kSlack` bytes behind `block` may be read. Views the names of `block` that begin at `nameBegins`.
   NameBlock(std::string_view block, const std::uint32_t* nameBegins, std::size_t nameCount) noexcept
       : bytes(block.data()), byteCount(block.size()), begins(nameBegins), count(nameCount) {}
   NameBlock(const NameBlock& other)
@@ -37,9 +40,10 @@ class NameBlock {
 
   void Add(std::string_view name) {
     if (!IsOwner()) TakeOver();
-    ownBegins.push_back(static_cast<std::uint32_t>(ownBytes.size()));
+    ownBegins.push_back(static_cast<std::uint32_t>(byteCount));
+    ownBytes.resize(byteCount);
     ownBytes.insert(ownBytes.end(), name.begin(), name.end());
-    ownBytes.push_back('\0');
+    ownBytes.resize(ownBytes.size() + 1 + kSlack);
     View();
   }
 
@@ -61,13 +65,14 @@ class NameBlock {
 
   void TakeOver() {
     ownBytes.assign(bytes, bytes + byteCount);
+    ownBytes.resize(byteCount + kSlack);
     ownBegins.assign(begins, begins + count);
     View();
   }
 
   void View() noexcept {
     bytes = ownBytes.data();
-    byteCount = ownBytes.size();
+    byteCount = ownBytes.size() - kSlack;
     begins = ownBegins.data();
     count = ownBegins.size();
   }

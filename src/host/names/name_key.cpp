@@ -13,7 +13,7 @@ void NameKey::SetFolded(const NameKey& name) {
   size = name.size;
   bytes.resize(size + kWord, boost::container::default_init);
   Word seen = 0;
-  for (std::size_t at = 0; at < size; at += kWord) {
+  for (std::size_t at = 0; at <= size; at += kWord) {  // with the NUL
     const Word word = name.Load(at);
     seen |= word;
     // In each byte of the two, the highest bit says that the character is 'A' or later, or after

@@ -11,8 +11,8 @@
 
 namespace Corvane::PathManagement::host {
 
-/// The bytes of a file name, ready to be looked up: they stand in whole words, the last of which is
-/// filled up with zeros.
+/// The bytes of a file name and a NUL, ready to be looked up: they stand in whole words, the last of
+/// which is filled up with zeros.
 ///
 /// A name is narrowed from text, hashed and folded a word at a time. When it was written byte by
 /// byte and read back in words, the processor waited for its own stores: a fifth of a warm look-up.
@@ -21,9 +21,10 @@ class NameKey {
   /// Takes a name and an extension, joined. Returns whether they can be a file name at all; when
   /// they cannot, the key must not be used.
   [[nodiscard]] bool Set(std::u16string_view name, std::u16string_view extension) {
-    bytes.resize(name.size() + extension.size() + 2 * kWord, boost::container::default_init);
-    const bool isAscii = Append(0, name) && (extension.empty() || Append(name.size(), extension));
     size = name.size() + extension.size();
+    bytes.resize(size + 2 * kWord, boost::container::default_init);
+    Store(size / kWord * kWord, 0);
+    const bool isAscii = Append(0, name) && (extension.empty() || Append(name.size(), extension));
     return isAscii || SetJoined(name, extension);
   }
   /// Takes the bytes of a file name.
@@ -38,6 +39,17 @@ class NameKey {
   /// Whether this is the folded form of `name`, which ends with a NUL. Precondition: this was set
   /// by `SetFolded`. Cost: most names differ in the first character.
   [[nodiscard]] bool IsFoldOf(const char* name) const;
+
+  /// Whether this is the name of a `NameBlock` that begins at `name`.
+  [[nodiscard]] bool Is(const char* name) const noexcept {
+    std::size_t at = 0;
+    for (; at + kWord <= size; at += kWord) {
+      if (LoadFrom(name + at) != Load(at)) return false;
+    }
+    // What stands behind the NUL in the same word is of another name.
+    const Word differences = LoadFrom(name + at) ^ Load(at);
+    return differences << 8 * (kWord - 1 - (size - at)) == 0;
+  }
 
   /// What was set; holds no NUL.
   [[nodiscard]] std::string_view View() const noexcept { return {bytes.data(), size}; }
@@ -59,11 +71,12 @@ class NameKey {
   static constexpr std::size_t kWord = sizeof(Word);
 
   /// The first byte in the lowest bits, on any machine.
-  [[nodiscard]] Word Load(std::size_t at) const noexcept {
+  [[nodiscard]] static Word LoadFrom(const char* from) noexcept {
     Word word = 0;
-    std::memcpy(&word, bytes.data() + at, kWord);
+    std::memcpy(&word, from, kWord);
     return LowestFirst(word);
   }
+  [[nodiscard]] Word Load(std::size_t at) const noexcept { return LoadFrom(bytes.data() + at); }
   void Store(std::size_t at, Word word) noexcept {
     word = LowestFirst(word);
     std::memcpy(bytes.data() + at, &word, kWord);

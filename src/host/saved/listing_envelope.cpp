@@ -1,5 +1,6 @@
 #include "host/saved/listing_envelope.h"
 
+#include "host/names/name_block.h"
 #include "host/names/short_hash.h"
 #include "searchpath/host/invalid_listing_exception.h"
 
@@ -78,14 +79,17 @@ std::size_t RemainingBytes(std::istream& stream) {
 /// how many bytes it holds, memory grows with those that have been read.
 ListingBody ReadBody(std::istream& stream, std::size_t size) {
   std::size_t capacity = std::min(size, std::max(RemainingBytes(stream), kFirstBlock));
-  ListingBody body{std::make_unique_for_overwrite<char[]>(capacity), 0};
+  const auto allocate = [](std::size_t count) {
+    return std::make_unique_for_overwrite<char[]>(count + NameBlock::kSlack);
+  };
+  ListingBody body{allocate(capacity), 0};
   for (;;) {
     const std::size_t wanted = capacity - body.size;
     const std::size_t count = ReadBytes(stream, body.bytes.get() + body.size, wanted);
     body.size += count;
     if (count < wanted || body.size == size) return body;
     capacity = std::min(size, 2 * capacity);
-    auto larger = std::make_unique_for_overwrite<char[]>(capacity);
+    auto larger = allocate(capacity);
     std::memcpy(larger.get(), body.bytes.get(), body.size);
     body.bytes = std::move(larger);
   }

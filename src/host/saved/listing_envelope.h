@@ -19,7 +19,7 @@ inline constexpr std::string_view kListingFormat = "searchpath listing ";
 inline constexpr std::size_t kMostBodyBytes = 0x7FFFFFFE;
 
 struct ListingBody {
-  std::unique_ptr<char[]> bytes;  // aligned for any type
+  std::unique_ptr<char[]> bytes;  // aligned for any type; more than size, see NameBlock::kSlack
   std::size_t size = 0;
 };
 
