@@ -111,8 +111,8 @@ class NameTable {
   [[nodiscard]] std::optional<FoundItem> FirstItem(Side side, std::uint32_t at) const {
     const auto& first = firsts.at(side)[at];
     if (!first) return std::nullopt;
-    return FoundItem(FolderOf(side, *first).ItemAt(first->index),
-                     paths.at(side)->at(first->folder));
+    const auto& folder = paths.at(side)->at(first->folder);
+    return FoundItem(ShareItem(folder, StateOf(*folder).ItemAt(first->index)), folder);
   }
 
   std::array<const FolderEntries*, 2> paths;

@@ -74,7 +74,8 @@ std::shared_ptr<const PathItems> FolderEntry::GetItems() const {
             [&names](std::size_t left, std::size_t right) { return names[left] < names[right]; });
   PathItems items;
   items.reserve(order.size());
-  for (const std::size_t index : order) items.push_back(state->ItemAt(index));
+  const auto self = shared_from_this();
+  for (const std::size_t index : order) items.push_back(ShareItem(self, state->ItemAt(index)));
   return std::make_shared<const PathItems>(std::move(items));
 }
 
@@ -130,7 +131,8 @@ std::shared_ptr<const PathEntries> FolderEntry::GetSubfolderEntriesC() const {
 std::shared_ptr<const PathItem> FolderEntry::FindItem(const SearchTarget& target,
                                                       FilenameMatchingPolicy policy) const {
   if (policy != FilenameMatchingPolicy::IgnoreCase) {
-    return state->Ask(NameQuestion(target)).item;
+    const PathItem* const item = state->Ask(NameQuestion(target)).item;
+    return item == nullptr ? nullptr : ShareItem(shared_from_this(), *item);
   }
   const PathItems items = FindItems(target, policy);
   return items.empty() ? nullptr : items.front();
@@ -149,7 +151,8 @@ PathItems FolderEntry::FindItems(const SearchTarget& target, FilenameMatchingPol
   for (const ustring& extension : target.GetExtensions()) add(target.GetName() + extension);
   PathItems items;
   items.reserve(files.size());
-  for (const std::size_t index : files) items.push_back(listed.ItemAt(index));
+  const auto self = shared_from_this();
+  for (const std::size_t index : files) items.push_back(ShareItem(self, listed.ItemAt(index)));
   return items;
 }
 

@@ -113,7 +113,7 @@ FolderState::Answer FolderState::Ask(const NameQuestion& question) {
   if (auto answer = AskDisk(question)) return *std::move(answer);
   List();
   for (const std::string& name : question.files) {
-    if (const auto file = FileNamed(name)) return {ItemAt(*file), false};
+    if (const auto file = FileNamed(name)) return {&ItemAt(*file), false};
   }
   const auto& folders = listing.specialFolders;
   return {nullptr, question.methodFolder &&
@@ -131,7 +131,7 @@ std::optional<FolderState::Answer> FolderState::AskDisk(const NameQuestion& ques
   if (!answers.Ask(location, question)) return std::nullopt;
   for (const std::string& name : question.files) {
     if (answers.KindOf(name) != NameAnswers::Kind::File) continue;
-    return Answer{answers.ItemOf(name, [&] { return MakeItem(name); }), false};
+    return Answer{&answers.ItemOf(name, [&] { return MakeItem(name); }), false};
   }
   return Answer{nullptr, question.methodFolder &&
                              answers.KindOf(*question.methodFolder) == NameAnswers::Kind::Folder};
@@ -211,7 +211,7 @@ std::unique_ptr<FolderState> FolderState::MakeBehindLink(const FolderListing::Su
                                                       Identity().BehindLink(std::move(target))));
 }
 
-const std::shared_ptr<const PathItem>& FolderState::ItemAt(std::size_t index) {
+const PathItem& FolderState::ItemAt(std::size_t index) {
   return items.Get(index, [this, index] { return MakeItem(listing.files[index]); });
 }
 

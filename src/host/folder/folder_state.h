@@ -56,8 +56,8 @@ class FolderState {
 
   /// What a look-up learns of the folder.
   struct Answer {
-    std::shared_ptr<const PathItem> item;  // of the first file that is here; null when none is
-    bool hasMethodFolder;                  // false beside an item: then it does not matter
+    const PathItem* item;  // of the first file that is here; null when none is
+    bool hasMethodFolder;  // false beside an item: then it does not matter
   };
   /// Answers a single question. The disk is asked for the names alone as long as the folder has
   /// been asked little. After that, and whenever the listing comes from a cache, the folder is
@@ -83,7 +83,7 @@ class FolderState {
   [[nodiscard]] Folders MakeOrdinaryFolders();
 
   /// The item of the file at `index`: always the same object, kept as long as this one.
-  [[nodiscard]] const std::shared_ptr<const PathItem>& ItemAt(std::size_t index);
+  [[nodiscard]] const PathItem& ItemAt(std::size_t index);
 
   /// The file of exactly this name.
   [[nodiscard]] std::optional<std::size_t> FileNamed(std::string_view name) const;

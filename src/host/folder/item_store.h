@@ -10,41 +10,30 @@
 
 namespace Corvane::PathManagement::host {
 
+/// An item of `folder`, for handing out. It shares the owners of the entry and keeps it alive: so an
+/// item has no count of owners of its own, and a look-up changes no other count than that of the
+/// entry, which it changes anyway.
+template <class Folder>
+[[nodiscard]] std::shared_ptr<const PathItem> ShareItem(const std::shared_ptr<Folder>& folder,
+                                                        const PathItem& item) {
+  return {folder, &item};
+}
+
 /// The items of a folder, each made when it is first asked for, so that the same file is always the
 /// same object.
 ///
 /// Threads: `Get` from any thread, without a lock.
+/// Ownership: owns the items, which must not outlive the entry: see `ShareItem`.
 /// Cost: one pointer for each file, from the first `Get` on.
 class ItemStore {
  public:
-  /// An item, and the pointer to it that is handed out and keeps both alive until it is released.
-  /// All of this, with the count of owners, is one allocation, and a look-up reads nothing else.
-  struct Kept {
-    explicit Kept(PathItem&& newItem) : item(std::move(newItem)) {}
-    std::shared_ptr<const PathItem> self;
-    PathItem item;
-  };
-  struct Release {
-    void operator()(Kept* kept) const noexcept {
-      const std::shared_ptr<const PathItem> last = std::move(kept->self);
-    }
-  };
-  /// An item that no store holds yet.
-  using Loose = std::unique_ptr<Kept, Release>;
-
-  [[nodiscard]] static Loose Keep(PathItem&& item) {
-    const auto made = std::make_shared<Kept>(std::move(item));
-    made->self = std::shared_ptr<const PathItem>(made, &made->item);
-    return Loose(made.get());
-  }
-
   ItemStore() = default;
   ItemStore(const ItemStore&) = delete;
   ItemStore& operator=(const ItemStore&) = delete;
   ~ItemStore() {
     Slot* const all = slots.load(std::memory_order_relaxed);
     for (std::size_t index = 0; all != nullptr && index < count; ++index) {
-      if (Kept* const known = all[index].load(std::memory_order_relaxed)) Release()(known);
+      delete all[index].load(std::memory_order_relaxed);
     }
     delete[] all;
   }
@@ -53,26 +42,26 @@ class ItemStore {
   void SetCount(std::size_t itemCount) noexcept { count = itemCount; }
 
   /// The item at `index`, made by make() when it is first asked for. When two threads make it at
-  /// once, both get the one that is stored first. The reference is valid as long as this object.
+  /// once, both get the one that is stored first.
   template <class Make>
-  [[nodiscard]] const std::shared_ptr<const PathItem>& Get(std::size_t index, const Make& make) {
+  [[nodiscard]] const PathItem& Get(std::size_t index, const Make& make) {
     Slot& slot = Slots()[index];
-    if (const Kept* known = slot.load(std::memory_order_acquire)) return known->self;
-    Loose made = Keep(make());
-    Kept* winner = nullptr;
+    if (const PathItem* known = slot.load(std::memory_order_acquire)) return *known;
+    auto made = std::make_unique<const PathItem>(make());
+    const PathItem* winner = nullptr;
     if (slot.compare_exchange_strong(winner, made.get(), std::memory_order_acq_rel)) {
       winner = made.release();
     }
-    return winner->self;
+    return *winner;
   }
 
   /// Stores an item that was made before the files were counted, for `index`, which has none.
-  void Put(std::size_t index, Loose item) {
+  void Put(std::size_t index, std::unique_ptr<const PathItem> item) {
     Slots()[index].store(item.release(), std::memory_order_release);
   }
 
  private:
-  using Slot = std::atomic<Kept*>;
+  using Slot = std::atomic<const PathItem*>;
 
   Slot* Slots() {
     if (Slot* all = slots.load(std::memory_order_acquire)) return all;

@@ -50,10 +50,10 @@ class NameAnswers {
   /// The item of a file, made by make() when it is first asked for.
   /// Precondition: the name is that of a file.
   template <class Make>
-  [[nodiscard]] std::shared_ptr<const PathItem> ItemOf(std::string_view name, const Make& make) {
+  [[nodiscard]] const PathItem& ItemOf(std::string_view name, const Make& make) {
     Answer& answer = *Find(name);
-    if (answer.item == nullptr) answer.item = ItemStore::Keep(make());
-    return answer.item->self;
+    if (answer.item == nullptr) answer.item = std::make_unique<const PathItem>(make());
+    return *answer.item;
   }
 
   /// Why the folder could not be opened; empty when it could, or has not been asked.
@@ -71,7 +71,7 @@ class NameAnswers {
   struct Answer {
     std::string name;
     Kind kind;
-    ItemStore::Loose item = {};  // null until it is asked for
+    std::unique_ptr<const PathItem> item = nullptr;  // null until it is asked for
   };
 
   [[nodiscard]] Answer* Find(std::string_view name);

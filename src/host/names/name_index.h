@@ -5,6 +5,7 @@
 #include "host/names/name_key.h"
 #include "searchpath/model/filename_matching_policy.h"
 
+#include <bit>
 #include <cstddef>
 #include <cstdint>
 #include <limits>
@@ -30,49 +31,97 @@ class NameIndex {
   struct Match {
     std::uint32_t folder;  // which of the folders
     std::uint32_t file;    // which of that folder's files
-    std::uint32_t record;  // which of all files, in path order
   };
 
   /// Runs through the matches of one name in path order; false after the last.
   class Cursor {
    public:
     [[nodiscard]] explicit operator bool() const noexcept { return record != kNone; }
-    /// Whether the next match is in the same folder, where names that differ in case are the same.
-    /// Precondition: `Find` returned this; `Next` does not keep the answer.
+    [[nodiscard]] std::uint32_t GetFolder() const noexcept { return folder; }
+    /// Whether the next match is in the same folder. Precondition: `Find` returned this.
     [[nodiscard]] bool HasSibling() const noexcept { return sibling != 0; }
 
    private:
     friend class NameIndex;
-    std::uint32_t record = kNone;
+    std::uint32_t record = kNone;  // of all files, in path order
     // In one word, which passes through a register: as two members they cost 4 ns a question.
     std::uint32_t folder : 31 = 0;
     std::uint32_t sibling : 1 = 0;
   };
 
+  /// The first match of a name in path order, and the number of the name, less than `SlotCount`.
+  struct Found {
+    Cursor first;
+    std::size_t slot;  // means nothing without a match
+  };
+
   /// Under `IgnoreCase`, names that differ in case alone are the same name.
   NameIndex(const std::vector<const NameBlock*>& folders, FilenameMatchingPolicy policy);
 
-  /// The first match of `name` in path order; false when there is none.
-  [[nodiscard]] Cursor Find(const NameKey& name) const;
+  [[nodiscard]] Found Find(const NameKey& name) const {
+    if (foldsCase) return FindFolded(name);
+    return FindSlot(name.Hash(), [&name](const char* known) { return name.Is(known); });
+  }
 
   /// How many files there are.
   [[nodiscard]] std::size_t size() const noexcept { return nextRecords.size(); }
+  [[nodiscard]] std::size_t SlotCount() const noexcept { return slots.size(); }
 
   [[nodiscard]] Cursor Next(Cursor cursor) const noexcept;
   [[nodiscard]] Match At(Cursor cursor) const noexcept {
-    return {cursor.folder, cursor.record - firstRecords[cursor.folder], cursor.record};
+    return {cursor.folder, cursor.record - firstRecords[cursor.folder]};
   }
 
  private:
+  // The tags of eight slots are compared at once. Slots tried one after the other cost 10 ns a
+  // question, since the processor cannot foresee at which one the search ends.
+  static constexpr std::size_t kGroup = 8;
+  static constexpr std::uint64_t kEachTag = 0x0101010101010101U;
+  static constexpr std::uint64_t kTaken = 0x80 * kEachTag;
+
   struct Slot {
     const char* name = nullptr;  // of the first record, ends with NUL
     Cursor first;
   };
+  struct Pending;
 
-  void Link(std::uint32_t folder, std::uint32_t file, const char* name);
-  [[nodiscard]] const Slot* FindSlot(const NameKey& key, std::uint64_t hash) const;
-  [[nodiscard]] Slot& TakeSlot(std::uint64_t hash);
-  [[nodiscard]] bool HasKey(const char* name, const NameKey& key) const;
+  /// Seven bits of the hash from its middle, the best mixed, and one that marks a slot as taken.
+  static std::uint64_t TagOf(std::uint64_t hash) noexcept { return (hash >> 32U & 0x7FU) | 0x80U; }
+  /// The group where the search for a hash begins, by the hash's upper half.
+  [[nodiscard]] std::size_t FirstGroupOf(std::uint64_t hash) const noexcept {
+    return static_cast<std::size_t>(((hash >> 32U) * groups.size()) >> 32U);
+  }
+  /// The slot of a group that the lowest of `marks` is for. Precondition: there is one.
+  static std::size_t LowestOf(std::uint64_t marks) noexcept {
+    return static_cast<std::size_t>(std::countr_zero(marks)) / 8 % kGroup;
+  }
+
+  /// The name with that hash for which isName(name) returns true. Compiled in: the call would cost
+  /// a tenth of a question.
+  template <class IsName>
+  [[nodiscard]] Found FindSlot(std::uint64_t hash, const IsName& isName) const {
+    const std::uint64_t tags = TagOf(hash) * kEachTag;
+    std::size_t group = FirstGroupOf(hash);
+    for (;;) {
+      // A byte becomes zero where the tag is the same; the one above it may be marked by mistake, an
+      // empty slot never.
+      const std::uint64_t differences = groups[group] ^ tags;
+      std::uint64_t marks = (differences - kEachTag) & ~differences & kTaken;
+      for (; marks != 0; marks &= marks - 1) {
+        const std::size_t slot = group * kGroup + LowestOf(marks);
+        if (isName(slots[slot].name)) return {slots[slot].first, slot};
+      }
+      if ((~groups[group] & kTaken) != 0) return {Cursor(), 0};
+      if (++group == groups.size()) group = 0;
+    }
+  }
+  [[nodiscard]] Found FindFolded(const NameKey& name) const;
+
+  void LinkAll(const std::vector<const NameBlock*>& folders);
+  void FetchSlot(std::uint64_t hash) const noexcept;
+  void Link(const Pending& file);
+  [[nodiscard]] Found FindSame(const Pending& file) const;
+  [[nodiscard]] std::size_t TakeSlot(std::uint64_t hash);
   [[nodiscard]] NameKey KeyOf(std::string_view name) const;
 
   bool foldsCase;

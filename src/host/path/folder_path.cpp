@@ -258,9 +258,7 @@ boost::optional<FoundItem> FolderPath::FindFirstInScope(SearchScope scope,
 
 boost::optional<FoundItem> FolderPath::FindVisible(const SearchTarget& target,
                                                    FilenameMatchingPolicy policy) const {
-  if (IsPlain(target)) {
-    if (auto answer = state->plainLookup.FindVisible(target, policy)) return *std::move(answer);
-  }
+  if (IsPlain(target)) return state->plainLookup.FindVisible(target, policy);
   return FindFirstFileVisibleOnPath(*this, target, policy);
 }
 

@@ -9,27 +9,26 @@
 
 namespace Corvane::PathManagement::host {
 
-/// Pointers to the items of the files of an index, each set when its item is first asked for: a
-/// look-up that comes again takes the item from here, without a detour through its folder.
+/// Pointers to the items of the first files of their names in an index, by the number of the name,
+/// each set when its item is first asked for: a look-up that comes again takes the item from here,
+/// without a detour through its folder.
 ///
 /// Threads: `Get` from any thread, without a lock.
 /// Ownership: none; the folders own their items and must outlive this.
-/// Cost: one pointer for each file, from the first `Get` on.
+/// Cost: one pointer for each slot of the index, from the first `Get` on.
 class IndexedItems {
  public:
-  using Item = std::shared_ptr<const PathItem>;
-
   IndexedItems() = default;
   IndexedItems(const IndexedItems&) = delete;
   IndexedItems& operator=(const IndexedItems&) = delete;
   ~IndexedItems() { delete[] slots.load(std::memory_order_relaxed); }
 
-  /// The item of the file `record` of `count`, a number that never changes. When it has not been
-  /// asked for before, `find` returns a reference to it, the same one at every call.
+  /// The item at `place` of `count`, a number that never changes. When it has not been asked for
+  /// before, `find` returns a reference to it, the same one at every call.
   template <class Find>
-  [[nodiscard]] const Item& Get(std::size_t record, std::size_t count, const Find& find) {
-    Slot& slot = Slots(count)[record];
-    const Item* item = slot.load(std::memory_order_acquire);
+  [[nodiscard]] const PathItem& Get(std::size_t place, std::size_t count, const Find& find) {
+    Slot& slot = Slots(count)[place];
+    const PathItem* item = slot.load(std::memory_order_acquire);
     if (item == nullptr) {
       item = &find();
       slot.store(item, std::memory_order_release);
@@ -38,7 +37,7 @@ class IndexedItems {
   }
 
  private:
-  using Slot = std::atomic<const Item*>;
+  using Slot = std::atomic<const PathItem*>;
 
   Slot* Slots(std::size_t count) {
     if (Slot* all = slots.load(std::memory_order_acquire)) return all;

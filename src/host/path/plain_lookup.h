@@ -15,7 +15,6 @@
 #include <cstddef>
 #include <cstdint>
 #include <memory>
-#include <optional>
 #include <string_view>
 #include <vector>
 
@@ -33,7 +32,8 @@ class FolderState;
 /// next one builds the index.
 ///
 /// Threads: all operations, from any thread; a question that comes while its index is built waits.
-/// Cost: with an index, one hash probe for each extension, however many folders there are.
+/// Cost: with an index, one hash probe for each extension, however many folders there are, and one for
+/// the method entry.
 class PlainLookup {
  public:
   using Target = PathManagement::detail::SearchTarget;
@@ -44,10 +44,10 @@ class PlainLookup {
   /// The first match in path order.
   [[nodiscard]] boost::optional<FoundItem> FindFirst(const Target& target,
                                                      FilenameMatchingPolicy policy);
-  /// As `FindFirstFileVisibleOnPath`, asking each folder for the file and for the method entry at
-  /// once, and none behind the answer. Empty when there is an index, or when one is due.
-  [[nodiscard]] std::optional<boost::optional<FoundItem>> FindVisible(
-      const Target& target, FilenameMatchingPolicy policy);
+  /// As `FindFirstFileVisibleOnPath`. Without an index each folder is asked for the file and for the
+  /// method entry at once, and none behind the answer.
+  [[nodiscard]] boost::optional<FoundItem> FindVisible(const Target& target,
+                                                       FilenameMatchingPolicy policy);
   /// Every match in path order, the best first within a folder.
   [[nodiscard]] std::vector<FoundItem> FindAll(const Target& target, FilenameMatchingPolicy policy);
 
@@ -60,23 +60,38 @@ class PlainLookup {
     std::atomic<unsigned> questionCount = 0;
     PathManagement::detail::OnceFlag once;  // guards index
     std::unique_ptr<const NameIndex> index;
+    IndexedItems items;  // of index
   };
   struct NameHash {
     using is_avalanching = void;
     std::size_t operator()(const ustring& name) const noexcept;
   };
-  using MethodFolders = boost::unordered_flat_map<ustring, PathEntries, NameHash>;
+  /// An "@" folder and the main folder above it, by its number.
+  struct MethodFolder {
+    std::size_t above;
+    std::shared_ptr<const FolderEntry> entry;
+  };
+  using MethodFolders = boost::unordered_flat_map<ustring, std::vector<MethodFolder>, NameHash>;
   using Match = NameIndex::Match;
+  /// Where a file was found.
+  struct Place {
+    std::size_t folder = 0;          // its number
+    const PathItem* item = nullptr;  // null when there is none
+  };
 
   [[nodiscard]] LazyIndex& Lazy(FilenameMatchingPolicy policy) noexcept;
-  [[nodiscard]] boost::optional<FoundItem> AskFolders(const Target& target,
-                                                      FilenameMatchingPolicy policy) const;
-  [[nodiscard]] boost::optional<FoundItem> AskIndex(const NameIndex& index, const Target& target);
+  [[nodiscard]] Place FindPlace(const Target& target, FilenameMatchingPolicy policy);
+  [[nodiscard]] Place AskFolders(const Target& target, FilenameMatchingPolicy policy) const;
+  [[nodiscard]] Place AskIndex(LazyIndex& lazy, const Target& target) const;
+  [[nodiscard]] boost::optional<FoundItem> At(const Place& place) const;
+  [[nodiscard]] boost::optional<FoundItem> AskFoldersOnce(const Target& target,
+                                                          FilenameMatchingPolicy policy) const;
   [[nodiscard]] bool IsSingle(FilenameMatchingPolicy policy, bool forAll);
-  [[nodiscard]] const NameIndex* IndexFor(FilenameMatchingPolicy policy, bool forAll);
+  [[nodiscard]] LazyIndex* IndexFor(FilenameMatchingPolicy policy, bool forAll);
   [[nodiscard]] std::unique_ptr<const NameIndex> BuildIndex(FilenameMatchingPolicy policy) const;
   [[nodiscard]] const MethodFolders& IndexedMethodFolders();
-  [[nodiscard]] const std::shared_ptr<const PathItem>& ItemOf(Match match, const NameIndex& index);
+  template <class Stop>
+  void ForEachMethodFolder(const ustring& name, FilenameMatchingPolicy policy, const Stop& stop);
   [[nodiscard]] std::vector<Match> AllMatches(const NameIndex& index, const NameKey& name) const;
   [[nodiscard]] std::vector<Match> MatchesIn(const NameIndex& index, NameIndex::Cursor cursor,
                                              std::uint32_t folder, std::string_view name) const;
@@ -85,7 +100,6 @@ class PlainLookup {
   const std::shared_ptr<const PathEntries> entries;
   std::vector<FolderState*>
       states;  // of the folders; kept, since asking an entry costs a look at it
-  IndexedItems items;
   LazyIndex exact;
   LazyIndex folded;
   PathManagement::detail::OnceFlag methodsOnce;  // guards methods

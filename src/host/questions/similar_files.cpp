@@ -162,7 +162,7 @@ std::vector<SimilarFile> FindSimilarFiles(const FolderEntries& mainFolders,
     std::ranges::sort(resembling);  // by name, not as on disk
     for (const auto& [name, file, similarity] : resembling) {
       if (!similar.Wants(name, similarity)) continue;
-      similar.Add({FoundItem(state.ItemAt(file), folder), similarity});
+      similar.Add({FoundItem(ShareItem(folder, state.ItemAt(file)), folder), similarity});
     }
   }
   return similar.TakeMostSimilar();
