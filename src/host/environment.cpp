@@ -100,9 +100,7 @@ RuledPath::Asker AskerByRules(const WorkingFolder& workingFolder, const Lookup& 
   return {.from = locate(lookup.fromFolder)};
 }
 
-SearchTarget TargetOf(Lookup lookup) {
-  // Most questions: the text is moved on, not copied.
-  if (lookup.extensions.empty()) return SearchTarget(std::move(lookup.name));
+SearchTarget TargetOf(const Lookup& lookup) {
   return CreateSearchTargetWithExtensionInFilenamePreferred(lookup.name, lookup.extensions);
 }
 
@@ -146,7 +144,9 @@ boost::optional<FoundItem> Environment::Find(Lookup lookup) const {
     return ruled->Find(TargetOf(std::move(lookup)), asker);
   }
   const auto asker = AskerOf(lookup);
-  const SearchTarget target = TargetOf(std::move(lookup));
+  // Most questions have no extensions: the text is moved on, not copied.
+  const SearchTarget target =
+      lookup.extensions.empty() ? SearchTarget(std::move(lookup.name)) : TargetOf(lookup);
   if (asker) {
     auto found = FindFirstFileVisibleFromFolder(*view->GetPath(), *asker, target, lookup.policy);
     // A private folder is found through the entry above it, so nothing has left out a hidden one

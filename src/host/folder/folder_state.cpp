@@ -244,7 +244,7 @@ std::vector<std::size_t> FolderState::FilesNamed(const ustring& name,
 std::vector<std::size_t> FolderState::FilesThatDifferInCase(const ustring& name) const {
   std::vector<std::size_t> files;
   NameKey wanted;
-  if (!wanted.Set(name, {})) return files;
+  if (!wanted.Set(std::u16string_view(name))) return files;
   NameKey folded;
   folded.SetFolded(wanted);
   for (std::size_t index = 0; index < listing.files.size(); ++index) {

@@ -18,20 +18,20 @@ namespace Corvane::PathManagement::host {
 /// byte and read back in words, the processor waited for its own stores: a fifth of a warm look-up.
 class NameKey {
  public:
-  /// Takes a name and an extension, joined. Returns whether they can be a file name at all; when
-  /// they cannot, the key must not be used.
+  /// Takes a name. Returns whether it can be a file name at all; when it cannot, the key must not be
+  /// used.
+  [[nodiscard]] bool Set(std::u16string_view name) {
+    Resize(name.size());
+    return Fill(name) || SetJoined(name, {});
+  }
+  /// Takes a name and an extension, joined; otherwise the same.
   [[nodiscard]] bool Set(std::u16string_view name, std::u16string_view extension) {
-    size = name.size() + extension.size();
-    bytes.resize(size + 2 * kWord, boost::container::default_init);
-    Store(size / kWord * kWord, 0);
-    const bool isAscii = Append(0, name) && (extension.empty() || Append(name.size(), extension));
-    return isAscii || SetJoined(name, extension);
+    Resize(name.size() + extension.size());
+    return (Fill(name) && Append(name.size(), extension)) || SetJoined(name, extension);
   }
   /// Takes the bytes of a file name.
   void Set(std::string_view name) {
-    size = name.size();
-    bytes.resize(size + kWord, boost::container::default_init);
-    Store(size / kWord * kWord, 0);
+    Resize(name.size());
     std::memcpy(bytes.data(), name.data(), size);
   }
   /// Takes the folded form of `name`: the same for all names that differ in case alone.
@@ -68,7 +68,19 @@ class NameKey {
 
  private:
   using Word = std::uint64_t;
+
+  /// Makes room for a name, and puts zeros behind it. A name that is appended fills whole words.
+  void Resize(std::size_t length) {
+    size = length;
+    bytes.resize(length + 2 * kWord, boost::container::default_init);
+    Store(length / kWord * kWord, 0);
+  }
+
   static constexpr std::size_t kWord = sizeof(Word);
+  // As many units as a word has bytes; compilers make vectors of the processor of these.
+  using Units = std::uint16_t __attribute__((vector_size(2 * kWord)));
+  using Words = Word __attribute__((vector_size(2 * kWord)));
+  using Bytes = std::uint8_t __attribute__((vector_size(kWord)));
 
   /// The first byte in the lowest bits, on any machine.
   [[nodiscard]] static Word LoadFrom(const char* from) noexcept {
@@ -85,44 +97,50 @@ class NameKey {
     return std::endian::native == std::endian::big ? __builtin_bswap64(word) : word;
   }
 
-  /// The first unit in the lowest bits, on any machine.
-  static Word FourUnits(const char16_t* units) noexcept {
-    if constexpr (std::endian::native == std::endian::little) {  // compilers do not join the loads
-      Word word = 0;
-      std::memcpy(&word, units, kWord);
-      return word;
+  /// What a text consists of, eight units at once. A NUL or a character beyond ASCII leaves one of
+  /// the bits that `IsAscii` tests.
+  class Seen {
+   public:
+    void Add(Units eight) noexcept { bits |= eight | (eight - 1); }
+    [[nodiscard]] bool IsAscii() const noexcept {
+      const auto halves = std::bit_cast<Words>(bits & 0xFF80);
+      return (halves[0] | halves[1]) == 0;
     }
-    return Word{units[0]} | Word{units[1]} << 16U | Word{units[2]} << 32U | Word{units[3]} << 48U;
+
+   private:
+    Units bits = {};
+  };
+
+  static Word NarrowEight(const char16_t* units, Seen& seen) noexcept {
+    Units eight = {};
+    std::memcpy(&eight, units, sizeof(eight));
+    return NarrowEight(eight, seen);
   }
-  /// Four characters in the lower half of a word. A NUL or a character beyond ASCII leaves one of
-  /// the bits in `seen` that `Append` tests.
-  static Word Narrow(const char16_t* units, Word& seen) noexcept {
-    const Word wide = FourUnits(units);
-    seen |= wide | (wide - 0x0001000100010001U);
-    const Word pairs = (wide | wide >> 8U) & 0x0000FFFF0000FFFFU;
-    return (pairs | pairs >> 16U) & 0xFFFFFFFFU;
-  }
-  static Word NarrowEight(const char16_t* units, Word& seen) noexcept {
-    const Word low = Narrow(units, seen);
-    return low | Narrow(units + 4, seen) << 32U;
+  static Word NarrowEight(Units eight, Seen& seen) noexcept {
+    seen.Add(eight);
+    return LowestFirst(std::bit_cast<Word>(__builtin_convertvector(eight, Bytes)));
   }
   /// The last `count` characters of `text`, 1 to 7.
-  static Word NarrowLast(std::u16string_view text, std::size_t count, Word& seen) noexcept {
-    // Reading a whole word that ends there needs no loop, whose length the processor cannot
-    // foresee.
+  static Word NarrowLast(std::u16string_view text, std::size_t count, Seen& seen) noexcept {
+    // Reading a whole word that ends there needs no loop, whose length the processor cannot foresee.
     if (text.size() >= kWord) {
       return NarrowEight(text.data() + text.size() - kWord, seen) >> 8U * (kWord - count);
     }
-    Word word = 0;
-    for (std::size_t at = count; at-- > 0;) {
-      seen |= text[at] | (text[at] - Word{1});
-      word = word << 8U | (text[at] & 0xFFU);
-    }
-    return word;
+    Units filled = {'x', 'x', 'x', 'x', 'x', 'x', 'x', 'x'};
+    for (std::size_t at = 0; at < count; ++at) filled[at] = text[at];
+    return NarrowEight(filled, seen) & ((Word{1} << 8 * count) - 1);
   }
 
-  /// Puts `text` behind the first `before` bytes. Returns whether it is ASCII without a NUL; if
-  /// not, the key must not be used.
+  /// Puts `text` at the begin. Returns whether it is ASCII without a NUL; if not, the key must not be
+  /// used.
+  [[nodiscard]] bool Fill(std::u16string_view text) noexcept {
+    Seen seen;
+    std::size_t at = 0;
+    for (; at + kWord <= text.size(); at += kWord) Store(at, NarrowEight(text.data() + at, seen));
+    if (at < text.size()) Store(at, NarrowLast(text, text.size() - at, seen));
+    return seen.IsAscii();
+  }
+  /// Puts `text` behind the first `before` bytes; otherwise the same.
   [[nodiscard]] bool Append(std::size_t before, std::u16string_view text) noexcept {
     const std::size_t shift = 8 * (before % kWord);
     std::size_t to = before - before % kWord;
@@ -132,12 +150,12 @@ class NameKey {
       begun = shift == 0 ? 0 : word >> (8 * kWord - shift);
       to += kWord;
     };
-    Word seen = 0;
+    Seen seen;
     std::size_t at = 0;
     for (; at + kWord <= text.size(); at += kWord) append(NarrowEight(text.data() + at, seen));
     if (at < text.size()) append(NarrowLast(text, text.size() - at, seen));
     if (shift != 0) Store(to, begun);
-    return (seen & 0xFF80FF80FF80FF80U) == 0;
+    return seen.IsAscii();
   }
   [[nodiscard]] bool SetJoined(std::u16string_view name, std::u16string_view extension);
 

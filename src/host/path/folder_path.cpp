@@ -120,6 +120,12 @@ struct FolderPath::State {
     return problems;
   }
 
+  [[nodiscard]] PathEntries FindMethodEntries(SearchScope scope, const ustring& name,
+                                              FilenameMatchingPolicy policy) const;
+  [[nodiscard]] boost::optional<FoundItem> FindInFolders(const FolderPath& path, SearchScope scope,
+                                                         const SearchTarget& target,
+                                                         FilenameMatchingPolicy policy) const;
+
   /// Calls ask(entry, file) for the entries of `path`, whose state this is, in which `target` is to
   /// be looked for, in path order, until it returns true.
   template <class Ask>
@@ -165,10 +171,16 @@ PathEntries FolderPath::GetMethodEntries() const {
 
 PathEntries FolderPath::GetMethodEntriesByName(SearchScope scope, const ustring& name,
                                                FilenameMatchingPolicy policy) const {
+  // What nearly all questions ask stands apart: a function that does more costs more to enter.
   if (IsMainScope(scope)) return state->plainLookup.FindMethodFolders(name, policy);
+  return state->FindMethodEntries(scope, name, policy);
+}
+
+PathEntries FolderPath::State::FindMethodEntries(SearchScope scope, const ustring& name,
+                                                 FilenameMatchingPolicy policy) const {
   PathEntries methods;
   const ustring folderName = u'@' + name;
-  for (const auto& folder : state->folders) {
+  for (const auto& folder : folders) {
     std::vector<PathEntryType> kindsAbove;
     WalkFolders(folder, [&](const auto& entry, std::size_t depth) {
       kindsAbove.resize(depth);
@@ -247,9 +259,16 @@ std::shared_ptr<const IPathEntry> FolderPath::GetPathEntryFromAbsoluteIRI(
 boost::optional<FoundItem> FolderPath::FindFirstInScope(SearchScope scope,
                                                         const SearchTarget& target,
                                                         FilenameMatchingPolicy policy) const {
-  if (IsPlain(target) && IsMainScope(scope)) return state->plainLookup.FindFirst(target, policy);
+  if (IsMainScope(scope) && IsPlain(target)) return state->plainLookup.FindFirst(target, policy);
+  return state->FindInFolders(*this, scope, target, policy);
+}
+
+boost::optional<FoundItem> FolderPath::State::FindInFolders(const FolderPath& path,
+                                                            SearchScope scope,
+                                                            const SearchTarget& target,
+                                                            FilenameMatchingPolicy policy) const {
   boost::optional<FoundItem> found;
-  state->ForEachFolderOf(*this, scope, target, policy, [&](const auto& entry, const auto& file) {
+  ForEachFolderOf(path, scope, target, policy, [&](const auto& entry, const auto& file) {
     if (auto item = entry->FindItem(file, policy)) found.emplace(std::move(item), entry);
     return found.has_value();
   });

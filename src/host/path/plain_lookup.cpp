@@ -24,14 +24,14 @@ constexpr unsigned kMostSingleQuestions = 8;
 /// Calls use(name) for each file name that `target` may mean, the preferred one first.
 template <class Use>
 void ForEachName(const PathManagement::detail::SearchTarget& target, const Use& use) {
+  const auto& extensions = target.GetExtensions();
   NameKey name;
-  if (target.GetExtensions().empty()) {
-    if (name.Set(target.GetName(), {})) use(name);
-    return;
-  }
-  for (const ustring& extension : target.GetExtensions()) {
-    if (name.Set(target.GetName(), extension)) use(name);
-  }
+  std::size_t at = 0;
+  do {  // in one place, so that it is compiled in
+    const bool isName = extensions.empty() ? name.Set(target.GetName())
+                                           : name.Set(target.GetName(), extensions[at]);
+    if (isName) use(name);
+  } while (++at < extensions.size());
 }
 
 /// The folder name of a method entry without "@".
@@ -89,6 +89,15 @@ boost::optional<FoundItem> PlainLookup::FindVisible(const Target& target,
   const bool lists = policy == FilenameMatchingPolicy::IgnoreCase;
   if (!lists && IsSingle(policy, false)) return AskFoldersOnce(target, policy);
   const Place ordinary = FindPlace(target, policy);
+  if (HasNoMethodFolder(target.GetName(), FilenameMatchingPolicy::FileSystemDefault)) {
+    return At(ordinary);
+  }
+  return FindBeforeOrAt(ordinary, target, policy);
+}
+
+/// The file of a method entry that comes before `ordinary` on the path, or else that file.
+boost::optional<FoundItem> PlainLookup::FindBeforeOrAt(const Place& ordinary, const Target& target,
+                                                       FilenameMatchingPolicy policy) {
   boost::optional<FoundItem> found = At(ordinary);
   ForEachMethodFolder(target.GetName(), FilenameMatchingPolicy::FileSystemDefault,
                       [&](const MethodFolder& method) {
@@ -209,6 +218,18 @@ std::vector<NameIndex::Match> PlainLookup::MatchesIn(const NameIndex& index,
 }
 
 PathEntries PlainLookup::FindMethodFolders(const ustring& name, FilenameMatchingPolicy policy) {
+  return HasNoMethodFolder(name, policy) ? PathEntries() : FindAllMethodFolders(name, policy);
+}
+
+/// Whether it is known already that there is no "@" folder of that name.
+bool PlainLookup::HasNoMethodFolder(const ustring& name,
+                                    FilenameMatchingPolicy policy) const noexcept {
+  // Most names have a length that no method entry has.
+  return methodsOnce.IsBuilt() && policy != FilenameMatchingPolicy::IgnoreCase &&
+         (methodLengths >> (name.size() % 64U) & 1U) == 0;
+}
+
+PathEntries PlainLookup::FindAllMethodFolders(const ustring& name, FilenameMatchingPolicy policy) {
   PathEntries found;
   ForEachMethodFolder(name, policy, [&found](const MethodFolder& method) {
     found.push_back(method.entry);
@@ -224,8 +245,6 @@ void PlainLookup::ForEachMethodFolder(const ustring& name, FilenameMatchingPolic
   const bool ignoresCase = policy == FilenameMatchingPolicy::IgnoreCase;
   if (!ignoresCase && (exact.once.IsBuilt() || folded.once.IsBuilt())) {
     const MethodFolders& byName = IndexedMethodFolders();
-    // Most names have a length that no method entry has.
-    if ((methodLengths >> (name.size() % 64U) & 1U) == 0) return;
     const auto found = byName.find(name);
     if (found == byName.end()) return;
     static_cast<void>(std::any_of(found->second.begin(), found->second.end(), stop));
@@ -257,10 +276,14 @@ bool PlainLookup::IsSingle(FilenameMatchingPolicy policy, bool forAll) {
 
 /// The index for `policy`, built; null for a question that is answered without one.
 PlainLookup::LazyIndex* PlainLookup::IndexFor(FilenameMatchingPolicy policy, bool forAll) {
-  if (IsSingle(policy, forAll)) return nullptr;
   LazyIndex& lazy = Lazy(policy);
+  if (lazy.once.IsBuilt()) return &lazy;
+  return IsSingle(policy, forAll) ? nullptr : &Build(lazy, policy);
+}
+
+PlainLookup::LazyIndex& PlainLookup::Build(LazyIndex& lazy, FilenameMatchingPolicy policy) const {
   lazy.once.Call([&] { lazy.index = BuildIndex(policy); });
-  return &lazy;
+  return lazy;
 }
 
 std::unique_ptr<const NameIndex> PlainLookup::BuildIndex(FilenameMatchingPolicy policy) const {

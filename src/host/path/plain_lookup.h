@@ -84,12 +84,20 @@ class PlainLookup {
   [[nodiscard]] Place AskFolders(const Target& target, FilenameMatchingPolicy policy) const;
   [[nodiscard]] Place AskIndex(LazyIndex& lazy, const Target& target) const;
   [[nodiscard]] boost::optional<FoundItem> At(const Place& place) const;
+  [[nodiscard]] boost::optional<FoundItem> FindBeforeOrAt(const Place& ordinary,
+                                                          const Target& target,
+                                                          FilenameMatchingPolicy policy);
   [[nodiscard]] boost::optional<FoundItem> AskFoldersOnce(const Target& target,
                                                           FilenameMatchingPolicy policy) const;
   [[nodiscard]] bool IsSingle(FilenameMatchingPolicy policy, bool forAll);
+  [[nodiscard]] LazyIndex& Build(LazyIndex& lazy, FilenameMatchingPolicy policy) const;
   [[nodiscard]] LazyIndex* IndexFor(FilenameMatchingPolicy policy, bool forAll);
   [[nodiscard]] std::unique_ptr<const NameIndex> BuildIndex(FilenameMatchingPolicy policy) const;
   [[nodiscard]] const MethodFolders& IndexedMethodFolders();
+  [[nodiscard]] bool HasNoMethodFolder(const ustring& name,
+                                       FilenameMatchingPolicy policy) const noexcept;
+  [[nodiscard]] PathEntries FindAllMethodFolders(const ustring& name,
+                                                 FilenameMatchingPolicy policy);
   template <class Stop>
   void ForEachMethodFolder(const ustring& name, FilenameMatchingPolicy policy, const Stop& stop);
   [[nodiscard]] std::vector<Match> AllMatches(const NameIndex& index, const NameKey& name) const;
