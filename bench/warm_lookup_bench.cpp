@@ -15,6 +15,7 @@
 #include <cstdlib>
 #include <fstream>
 #include <kpathsea/kpathsea.h>
+#include <random>
 #include <thread>
 
 namespace searchpath_bench {
@@ -165,6 +166,27 @@ void WarmComposite(benchmark::State& state, bool hides) {
 }
 BENCHMARK_CAPTURE(WarmComposite, "", false)->Name("warm_lookup:composite")->Apply(Sizes);
 BENCHMARK_CAPTURE(WarmComposite, "", true)->Name("warm_lookup:hiding")->Apply(Sizes);
+
+/// Partial pathnames beside the plain names of the same files.
+void WarmPartial(benchmark::State& state, bool isPartial) {
+  const BenchTree& tree = BenchTree::Of(state);
+  const auto path = tree.MakePath();
+  std::vector<ustring> names;
+  std::mt19937_64 random(20260301);
+  while (names.size() < kQuestions) {
+    const std::size_t folder = random() % tree.Folders().size();
+    const std::string& location = tree.Folders()[folder];
+    const std::string file = BenchTree::FileName(folder, random() % kFilesInAFolder);
+    names.push_back(
+        TextFromBytes(isPartial ? location.substr(location.rfind('/') + 1) + '/' + file : file));
+  }
+  Ask(state, names, [&](const ustring& name) {
+    return FindFirstFileVisibleOnPath(*path, detail::SearchTarget(name),
+                                      FilenameMatchingPolicy::FileSystemDefault);
+  });
+}
+BENCHMARK_CAPTURE(WarmPartial, "", false)->Name("warm_partial:floor")->Apply(Sizes);
+BENCHMARK_CAPTURE(WarmPartial, "", true)->Name("warm_partial:file_system")->Apply(Sizes);
 
 /// A peer: a flat set of names for each folder, asked one after the other.
 void SetPerFolder(benchmark::State& state) {

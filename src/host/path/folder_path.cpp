@@ -3,6 +3,7 @@
 #include "host/common/parallel.h"
 #include "host/folder/entry_state.h"
 #include "host/folder/folder_walk.h"
+#include "host/path/last_folders.h"
 #include "host/path/path_table.h"
 #include "host/path/plain_lookup.h"
 #include "searchpath/host/filename_comparison.h"
@@ -77,10 +78,37 @@ struct FolderPath::State {
 
   PathManagement::detail::OnceFlag tableOnce = {};
   std::unique_ptr<const PathTable> table = nullptr;  // guarded by tableOnce
+  PathManagement::detail::OnceFlag lastFoldersOnce = {};
+  std::unique_ptr<const LastFolders> lastFolders = nullptr;  // guarded by lastFoldersOnce
 
   const PathTable& Table() {
     tableOnce.Call([this] { table = std::make_unique<const PathTable>(folders); });
     return *table;
+  }
+
+  /// The entries that the last folder of a partial pathname may mean.
+  const std::vector<std::uint32_t>& RowsOf(const ustring& lastFolder) {
+    lastFoldersOnce.Call([this] { lastFolders = std::make_unique<const LastFolders>(Table()); });
+    return lastFolders->RowsOf(lastFolder);
+  }
+
+  /// Visits the entries in `scope` of `path`, whose state this is, that `partial` matches, in path
+  /// order until `visit` returns true.
+  template <class Visit>
+  void ForEachMatch(const FolderPath& path, SearchScope scope,
+                    const boost::container::small_vector<ustring, 8>& partial,
+                    FilenameMatchingPolicy policy, const Visit& visit) {
+    const auto matches = [&](const auto& entry) {
+      return DoesPartialPathnameMatchPathEntryIRI(path, partial, entry, policy) && visit(entry);
+    };
+    if (partial.empty() || policy == FilenameMatchingPolicy::IgnoreCase) {
+      ForEachInScope(scope, matches);
+      return;
+    }
+    for (const std::uint32_t row : RowsOf(partial.back())) {
+      const auto& entry = Table().Rows()[row].entry;
+      if (IsInScope(scope, entry->GetPathEntryType()) && matches(entry)) return;
+    }
   }
 
   /// Visits the entries in `scope` in path order until `visit` returns true; returns whether it
@@ -124,13 +152,13 @@ struct FolderPath::State {
                                               FilenameMatchingPolicy policy) const;
   [[nodiscard]] boost::optional<FoundItem> FindInFolders(const FolderPath& path, SearchScope scope,
                                                          const SearchTarget& target,
-                                                         FilenameMatchingPolicy policy) const;
+                                                         FilenameMatchingPolicy policy);
 
   /// Calls ask(entry, file) for the entries of `path`, whose state this is, in which `target` is to
   /// be looked for, in path order, until it returns true.
   template <class Ask>
   void ForEachFolderOf(const FolderPath& path, SearchScope scope, const SearchTarget& target,
-                       FilenameMatchingPolicy policy, const Ask& ask) const {
+                       FilenameMatchingPolicy policy, const Ask& ask) {
     const auto parts = SplitTarget(target);
     if (!parts) {
       ForEachInScope(scope, [&](const auto& entry) { return ask(entry, target); });
@@ -140,11 +168,8 @@ struct FolderPath::State {
       const auto entry = EntryNamed(path, parts->folder, policy);
       if (entry != nullptr && IsInScope(scope, entry->GetPathEntryType())) ask(entry, parts->file);
     } else {
-      const auto partial = SplitPartialPathname(parts->folder);
-      ForEachInScope(scope, [&](const auto& entry) {
-        return DoesPartialPathnameMatchPathEntryIRI(path, partial, entry, policy) &&
-               ask(entry, parts->file);
-      });
+      ForEachMatch(path, scope, SplitPartialPathname(parts->folder), policy,
+                   [&](const auto& entry) { return ask(entry, parts->file); });
     }
   }
 };
@@ -198,12 +223,9 @@ PathEntries FolderPath::State::FindMethodEntries(SearchScope scope, const ustrin
 
 PathEntries FolderPath::GetPartiallyMatchingEntries(SearchScope scope, const ustring& name,
                                                     FilenameMatchingPolicy policy) const {
-  const auto partial = SplitPartialPathname(name);
   PathEntries matches;
-  state->ForEachInScope(scope, [&](const auto& entry) {
-    if (DoesPartialPathnameMatchPathEntryIRI(*this, partial, entry, policy)) {
-      matches.push_back(entry);
-    }
+  state->ForEachMatch(*this, scope, SplitPartialPathname(name), policy, [&](const auto& entry) {
+    matches.push_back(entry);
     return false;
   });
   return matches;
@@ -266,7 +288,7 @@ boost::optional<FoundItem> FolderPath::FindFirstInScope(SearchScope scope,
 boost::optional<FoundItem> FolderPath::State::FindInFolders(const FolderPath& path,
                                                             SearchScope scope,
                                                             const SearchTarget& target,
-                                                            FilenameMatchingPolicy policy) const {
+                                                            FilenameMatchingPolicy policy) {
   boost::optional<FoundItem> found;
   ForEachFolderOf(path, scope, target, policy, [&](const auto& entry, const auto& file) {
     if (auto item = entry->FindItem(file, policy)) found.emplace(std::move(item), entry);
