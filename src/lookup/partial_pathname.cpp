@@ -37,12 +37,6 @@ bool MatchStrictly(const ustring& partial, const ustring& folder, const Equal& e
   return equal(partial, folder);
 }
 
-/// What counts above the topmost entry of a path: no prefix may be left out, and the folder comes
-/// first.
-bool MatchPlainly(const ustring& partial, const ustring& folder, const Equal& equal) {
-  return equal(folder, partial);
-}
-
 /// How far a comparison from both ends came: how many folder components are left in front of the
 /// match, and whether all of the partial pathname is matched.
 struct EndMatch {
@@ -61,6 +55,21 @@ EndMatch MatchEnds(const Iterator& begin, Iterator at, const Components& folder,
     if (!matches(*at, folder[left], equal)) return {left, false};
   }
   return {left, at == begin};
+}
+
+/// Whether [begin, at) of a partial pathname is the end of `path`. This counts above the topmost entry
+/// of a path: no prefix may be left out, and the folder comes first.
+template <class Iterator>
+bool IsEndOf(std::u16string_view path, const Iterator& begin, Iterator at, const Equal& equal) {
+  const ustring& separators = Constants::PathnameSeparatorStr;
+  while (at != begin) {
+    path = path.substr(0, path.find_last_not_of(separators) + 1);
+    if (path.empty()) return false;
+    const std::size_t nameBegin = path.find_last_of(separators) + 1;
+    if (!equal(ustring(path.substr(nameBegin)), *--at)) return false;
+    path = path.substr(0, nameBegin);
+  }
+  return true;
 }
 
 /// Whether a match may begin behind the first `count` components: not inside a "+" folder, also not
@@ -140,8 +149,7 @@ bool DoesPartialPathnameMatchPathEntryIRI(const IPath& path,
     if (parent == nullptr) {
       // The names above the topmost entry are no entries: compared plainly, and with the topmost
       // entry's own name once more.
-      const Components folders = SplitPartialPathname(location.getPath());
-      return MatchEnds(begin, at, folders, *equal, MatchPlainly).isWhole;
+      return IsEndOf(location.getPath(), begin, at, *equal);
     }
     --at;
     entry = std::move(parent);

@@ -69,11 +69,13 @@ std::optional<std::uint8_t> EscapeAt(std::u16string_view text, std::size_t at) n
 ustring DecodeEscapes(std::u16string_view text, Undecodable undecodable) {
   ustring decoded;
   decoded.reserve(text.size());
-  for (std::size_t at = 0; at < text.size();) {
-    const std::size_t afterRun = DecodeRun(text, at, undecodable, decoded);
-    if (afterRun == at) decoded.push_back(text[at]);
-    at = std::max(afterRun, at + 1);
+  std::size_t begin = 0;  // of what has not been decoded
+  for (auto at = text.find(u'%'); at != text.npos; at = text.find(u'%', std::max(begin, at + 1))) {
+    const std::size_t literalEnd = at;
+    decoded += text.substr(begin, literalEnd - begin);
+    begin = DecodeRun(text, at, undecodable, decoded);
   }
+  decoded += text.substr(begin);
   return decoded;
 }
 

@@ -223,8 +223,11 @@ PathItem FolderState::MakeItem(std::string_view file) {
 }
 
 std::optional<std::size_t> FolderState::FileNamed(std::string_view name) const {
+  if (name.find('\0') != name.npos) return std::nullopt;
+  NameKey key;
+  key.Set(name);
   for (std::size_t index = 0; index < listing.files.size(); ++index) {
-    if (listing.files[index] == name) return index;
+    if (key.Is(listing.files[index].data())) return index;
   }
   return std::nullopt;
 }
