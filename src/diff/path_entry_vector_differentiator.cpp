@@ -23,6 +23,20 @@ bool ComesBefore(const Entry& left, const Entry& right) {
   return kOrder(left, right);
 }
 
+/// What is left of `all` without the elements of `part`, which it holds in the same order.
+PathEntries Without(PathEntries all, const PathEntries& part) {
+  PathEntries left;
+  auto next = part.begin();
+  for (Entry& entry : all) {
+    if (next != part.end() && entry == *next) {
+      ++next;
+    } else {
+      left.push_back(std::move(entry));
+    }
+  }
+  return left;
+}
+
 struct Division {
   PathEntries beforeOnly;
   PathEntries afterOnly;
@@ -113,18 +127,17 @@ void PathEntryVectorDifferentiator::CompareHelper(PathEntries&& before, PathEntr
   // The same objects in the same order differ in nothing, which ends the descent, too.
   while (before != after) {
     const detail::EntrySort& sort = *detail::SearchpathEntrySort();
-    PathEntries inOrder;
     if (computeReordered) {
-      inOrder = LongestCommonSubsequence<Entry, PathEntries>::Compute(before, after);
-      sort.byAddress(inOrder);
+      // What stays in place is unchanged, and the rest is little: sorting all cost three times as
+      // much as finding the subsequence.
+      const auto inPlace = LongestCommonSubsequence<Entry, PathEntries>::Compute(before, after);
+      before = Without(std::move(before), inPlace);
+      after = Without(std::move(after), inPlace);
     }
     sort.byAddress(before);
     sort.byAddress(after);
     auto [beforeOnly, afterOnly, common] = DivideByIdentity(std::move(before), std::move(after));
-    if (computeReordered) {
-      std::set_difference(common.begin(), common.end(), inOrder.begin(), inOrder.end(),
-                          std::back_inserter(*reordered));
-    }
+    if (computeReordered) reordered->insert(reordered->end(), common.begin(), common.end());
     sort.inOrder(beforeOnly, ComesBefore);
     sort.inOrder(afterOnly, ComesBefore);
     AppendByIRI(beforeOnly, afterOnly);
