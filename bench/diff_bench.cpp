@@ -3,6 +3,7 @@
 #include "diff/longest_common_subsequence.h"
 #include "searchpath/utilities/path_entry_vector_differentiator.h"
 
+#include <boost/unordered/unordered_flat_map.hpp>
 #include <tbb/parallel_sort.h>
 
 #include <sys/resource.h>
@@ -14,7 +15,7 @@
 #include <fstream>
 #include <random>
 #include <stdlib.h>
-#include <unordered_map>
+#include <utility>
 
 namespace {
 
@@ -124,20 +125,26 @@ struct Match {
 
 /// All of them, in ascending order of the first place and descending order of the second.
 std::vector<Match> FindMatches(const Versions& versions) {
-  std::unordered_map<const IPathEntry*, std::vector<std::uint32_t>> places;
-  for (std::size_t at = versions.after.size(); at-- > 0;) {
-    places[versions.after[at].get()].push_back(static_cast<std::uint32_t>(at));
+  const Entries& after = versions.after;
+  boost::unordered_flat_map<const IPathEntry*, std::uint32_t> last;  // places count from 1
+  last.reserve(after.size());
+  std::vector<std::uint32_t> previous(after.size() + 1);  // of the same object
+  for (std::uint32_t place = 1; place <= after.size(); ++place) {
+    previous[place] = std::exchange(last[after[place - 1].get()], place);
   }
   std::vector<Match> matches;
-  for (std::size_t at = 0; at < versions.before.size(); ++at) {
-    for (const std::uint32_t place : places[versions.before[at].get()]) {
-      matches.push_back({static_cast<std::uint32_t>(at), place});
+  matches.reserve(versions.before.size());
+  for (std::uint32_t at = 0; at < versions.before.size(); ++at) {
+    const auto found = last.find(versions.before[at].get());
+    if (found == last.end()) continue;
+    for (std::uint32_t place = found->second; place != 0; place = previous[place]) {
+      matches.push_back({at, place});
     }
   }
   return matches;
 }
 
-/// The floor: a longest increasing subsequence of places that are known, and its elements copied.
+/// A longest increasing subsequence of the places, and its elements copied.
 Entries LongestIncreasing(const Entries& first, const std::vector<Match>& matches) {
   std::vector<std::uint32_t> ends, links, previous(matches.size());
   for (std::uint32_t match = 0; match < matches.size(); ++match) {
@@ -163,10 +170,12 @@ Entries LongestIncreasing(const Entries& first, const std::vector<Match>& matche
   return result;
 }
 
+/// The floor: a table of the places, and a longest increasing subsequence of them.
 void SubsequenceFloor(benchmark::State& state, Change change) {
   const Versions versions = MakeVersions(state, change);
-  const std::vector<Match> matches = FindMatches(versions);
-  for (auto _ : state) benchmark::DoNotOptimize(LongestIncreasing(versions.before, matches));
+  for (auto _ : state) {
+    benchmark::DoNotOptimize(LongestIncreasing(versions.before, FindMatches(versions)));
+  }
   state.SetItemsProcessed(state.iterations() * state.range(0));
 }
 
@@ -228,27 +237,35 @@ BENCHMARK_CAPTURE(Subsequence, copy, Nothing)
     ->RangeMultiplier(10)
     ->Range(1000, 1000000);
 
-/// The floor: the subsequence, and the sorts of both lists by address and of what only one holds
-/// by IRI.
+/// `these` without `others`, by address, each as often as it is there.
+Entries Without(Entries these, Entries others) {
+  Entries left;
+  std::sort(these.begin(), these.end());
+  std::sort(others.begin(), others.end());
+  std::set_difference(these.begin(), these.end(), others.begin(), others.end(),
+                      std::back_inserter(left));
+  return left;
+}
+
+/// The floor: the subsequence, and sorts of what it leaves: by address, and by IRI what only one of
+/// the lists holds.
 void CompareFloor(benchmark::State& state, Change change) {
   const Versions versions = MakeVersions(state, change);
-  const auto only = [](Entries these, Entries others) {
-    Entries left;
-    std::sort(these.begin(), these.end());
-    std::sort(others.begin(), others.end());
-    std::set_difference(these.begin(), these.end(), others.begin(), others.end(),
-                        std::back_inserter(left));
-    return left;
-  };
-  const Entries beforeOnly = only(versions.before, versions.after);
-  const Entries afterOnly = only(versions.after, versions.before);
+  std::mt19937_64 random(20260401);
+  const Entries inPlace = Subsequence(versions);
+  Entries beforeLeft = Without(versions.before, inPlace);
+  Entries afterLeft = Without(versions.after, inPlace);
+  const Entries beforeOnly = Without(beforeLeft, afterLeft);
+  const Entries afterOnly = Without(afterLeft, beforeLeft);
+  std::shuffle(beforeLeft.begin(), beforeLeft.end(), random);
+  std::shuffle(afterLeft.begin(), afterLeft.end(), random);
   const auto byIRI = [](const Entry& left, const Entry& right) {
     return AbsoluteIRI(left->GetCanonicalAbsoluteIRI()) <
            AbsoluteIRI(right->GetCanonicalAbsoluteIRI());
   };
   for (auto _ : state) {
     benchmark::DoNotOptimize(Subsequence(versions));
-    for (Entries list : {versions.before, versions.after}) {
+    for (Entries list : {beforeLeft, afterLeft}) {
       tbb::parallel_sort(list);
       benchmark::DoNotOptimize(list);
     }
