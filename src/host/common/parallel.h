@@ -1,36 +1,85 @@
 #ifndef SEARCHPATH_SRC_HOST_COMMON_PARALLEL_H
 #define SEARCHPATH_SRC_HOST_COMMON_PARALLEL_H
 
+#include "host/common/wait_watch.h"
+
 #include <algorithm>
 #include <atomic>
 #include <cstddef>
 #include <exception>
+#include <functional>
 #include <mutex>
 #include <system_error>
 #include <thread>
+#include <utility>
 #include <vector>
 
 namespace Corvane::PathManagement::host {
 
-/// Calls stop(i) for each i below `count`, on as many threads as the machine has, until one call
-/// returns true; returns whether one did. After an exception no further calls begin, and the first
-/// one is thrown to the caller.
+/// How many threads ask a slow disk at once.
+inline constexpr std::size_t kMostThreads = 64;
+
+/// Threads that do the same work. The work may start further ones.
+class Helpers {
+ public:
+  /// `helperWork` raises no exception.
+  explicit Helpers(std::function<void()> helperWork) : work(std::move(helperWork)) {}
+  Helpers(const Helpers&) = delete;
+  Helpers& operator=(const Helpers&) = delete;
+  /// Waits for all, also for those that are started meanwhile.
+  ~Helpers() {
+    for (;;) {
+      std::jthread last;
+      const std::lock_guard lock(mutex);
+      if (running.empty()) return;
+      last = std::move(running.back());
+      running.pop_back();
+    }
+  }
+
+  /// Starts `count` more, up to `most` in all; fewer when the system grants no more.
+  void Start(std::size_t count, std::size_t most) {
+    const std::lock_guard lock(mutex);
+    try {
+      for (; count > 0 && started < most; --count, ++started)
+        running.emplace_back([this] { work(); });
+    } catch (const std::system_error&) {
+      // Those that run do all the work.
+    }
+  }
+
+ private:
+  const std::function<void()> work;
+  std::mutex mutex;  // guards what follows
+  std::vector<std::jthread> running;
+  std::size_t started = 0;
+};
+
+/// Calls stop(i) for each i below `count` until one call returns true; returns whether one did. The
+/// calls are made by `threads` threads, and by more once a call has had to wait for the disk. After
+/// an exception no further calls begin, and the first one is thrown to the caller.
 template <class Stop>
-bool AnyInParallel(std::size_t count, const Stop& stop) {
+bool AnyInParallel(std::size_t count, const Stop& stop,
+                   std::size_t threads = std::thread::hardware_concurrency()) {
   std::atomic<std::size_t> next = 0;
   std::atomic<bool> stopped = false;
   std::atomic<bool> found = false;
   std::exception_ptr failure;
   std::mutex failureMutex;  // guards failure
+  Helpers* helpers = nullptr;
 
   const auto work = [&]() noexcept {
     try {
+      WaitWatch watch;
       while (!stopped.load(std::memory_order_relaxed)) {
         const std::size_t index = next.fetch_add(1, std::memory_order_relaxed);
         if (index >= count) return;
-        if (!stop(index)) continue;
-        found = true;
-        stopped = true;
+        if (stop(index)) {
+          found = true;
+          stopped = true;
+        } else if (watch.HasWaited() && index + 1 < count) {
+          helpers->Start(count - index - 1, kMostThreads - 1);
+        }
       }
     } catch (...) {
       const std::lock_guard lock(failureMutex);
@@ -40,24 +89,21 @@ bool AnyInParallel(std::size_t count, const Stop& stop) {
   };
 
   {
-    std::vector<std::jthread> helpers;
-    const std::size_t wanted = std::min<std::size_t>(std::thread::hardware_concurrency(), count);
-    try {
-      while (helpers.size() + 1 < wanted) helpers.emplace_back(work);
-    } catch (const std::system_error&) {
-      // The system grants no more threads; those that run do all the work.
-    }
+    Helpers team(work);
+    helpers = &team;
+    const std::size_t wanted = std::min(threads, count);
+    if (wanted > 1) team.Start(wanted - 1, wanted - 1);
     work();
   }
   if (failure != nullptr) std::rethrow_exception(failure);
   return found;
 }
 
-/// Calls work(i) for each i below `count`, on as many threads as the machine has. Exceptions: as
-/// above.
+/// Calls work(i) for each i below `count`. Threads and exceptions: as above.
 template <class Work>
-void ForEachInParallel(std::size_t count, const Work& work) {
-  AnyInParallel(count, [&work](std::size_t index) { return work(index), false; });
+void ForEachInParallel(std::size_t count, const Work& work,
+                       std::size_t threads = std::thread::hardware_concurrency()) {
+  AnyInParallel(count, [&work](std::size_t index) { return work(index), false; }, threads);
 }
 
 }  // namespace Corvane::PathManagement::host
