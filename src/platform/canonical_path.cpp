@@ -73,4 +73,30 @@ CanonicalPath ResolveLinks(std::string_view path) {
   return {resolved.empty() ? "/" : std::move(resolved), error};
 }
 
+CanonicalPath LinkResolver::Resolve(const std::string& path) {
+  const std::string name = path.substr(path.rfind('/') + 1);
+  if (name.empty() || name == "." || name == "..") return ResolveLinks(path);
+  auto folder = FolderAt(path.substr(0, path.size() - name.size() - 1));
+  if (!folder) return ResolveLinks(path);
+  folder->append("/").append(name);
+  struct stat status = {};
+  // Of a link, and of what cannot be asked about, the whole way counts.
+  if (lstat(folder->c_str(), &status) != 0 || S_ISLNK(status.st_mode)) return ResolveLinks(path);
+  return {*std::move(folder), {}};
+}
+
+LinkResolver::Folder LinkResolver::FolderAt(const std::string& path) {
+  if (path.empty()) return path;
+  {
+    const std::lock_guard lock(mutex);
+    const auto known = folders.find(path);
+    if (known != folders.end()) return known->second;
+  }
+  CanonicalPath resolved = ResolveLinks(path);
+  Folder folder;
+  if (!resolved.error) folder = resolved.bytes == "/" ? "" : std::move(resolved.bytes);
+  const std::lock_guard lock(mutex);
+  return folders.emplace(path, std::move(folder)).first->second;
+}
+
 }  // namespace foundation::storage::vfs::detail

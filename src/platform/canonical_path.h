@@ -3,9 +3,12 @@
 
 #include "searchpath/model/absolute_iri.h"
 
+#include <mutex>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <system_error>
+#include <unordered_map>
 
 namespace foundation::storage::vfs::detail {
 
@@ -23,6 +26,25 @@ struct CanonicalPath {
 ///
 /// Errors: `Exception` for a loop of links and for I/O errors.
 [[nodiscard]] CanonicalPath ResolveLinks(std::string_view path);
+
+/// Does the same for many paths. What is asked about the folders that they stand in is kept: most
+/// paths cost one question about the last name.
+///
+/// Threads: all operations, from any thread.
+class LinkResolver {
+ public:
+  /// As `ResolveLinks`.
+  [[nodiscard]] CanonicalPath Resolve(const std::string& path);
+
+ private:
+  /// Empty when it does not exist as a whole.
+  using Folder = std::optional<std::string>;
+
+  [[nodiscard]] Folder FolderAt(const std::string& path);
+
+  std::mutex mutex;  // guards folders
+  std::unordered_map<std::string, Folder> folders;
+};
 
 }  // namespace foundation::storage::vfs::detail
 
