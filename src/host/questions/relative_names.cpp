@@ -35,7 +35,7 @@ void AddMeanings(const MergedFolder& folder, Files files, Meanings& meanings) {
     for (std::size_t index = 0; index < state.Files().size(); ++index) {
       std::string name = folder.name + std::string(state.Files()[index]);
       if (meanings.contains(name)) continue;
-      FoundItem file(state.ItemAt(index), part.entry);
+      FoundItem file(ShareItem(part.entry, state.ItemAt(index)), part.entry);
       if (Counts(file, files)) meanings.emplace(std::move(name), std::move(file));
     }
   }
