@@ -20,7 +20,7 @@ namespace Corvane::PathManagement::host {
 ///
 /// Threads: immutable once made.
 /// Ownership: views the name blocks, which must outlive it.
-/// Cost: 30 bytes a file; building reads each name once; `Next` is a binary search over the
+/// Cost: 38 bytes a file; building reads each name once; `Next` is a binary search over the
 /// folders.
 /// Errors: `std::length_error` for more than 2^31 folders or 2^32 - 1 files.
 class NameIndex {
