@@ -1,5 +1,5 @@
-// The memory of a tree that is scanned and indexed, before its items are asked for, and then of each
-// item. The floor is the bytes of its names as UTF-16; the times of this program mean nothing.
+// The memory of a tree that is scanned and indexed, before its items are asked for, and then of
+// each item. The floor is the bytes of its names as UTF-16; the times of this program mean nothing.
 
 #include "bench_tree.h"
 #include "searchpath/model/byte_text.h"

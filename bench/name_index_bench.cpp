@@ -1,5 +1,5 @@
-// The table of the names of a path, alone and in memory: N names in folders of 100. The floor is a ready
-// flat hash map with the same keys and hash, and the same list of the files of one name.
+// The table of the names of a path, alone and in memory: N names in folders of 100. The floor is a
+// ready flat hash map with the same keys and hash, and the same list of the files of one name.
 
 #include "host/names/name_index.h"
 

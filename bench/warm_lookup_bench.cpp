@@ -213,8 +213,8 @@ void SetPerFolder(benchmark::State& state) {
 }
 BENCHMARK(SetPerFolder)->Name("warm_lookup:set_per_folder")->Apply(Sizes);
 
-/// A peer: the library behind the file look-up of a typesetting system, with its database of names over
-/// one recursive root, written here as the text file that it reads.
+/// A peer: the library behind the file look-up of a typesetting system, with its database of names
+/// over one recursive root, written here as the text file that it reads.
 void Kpathsea(benchmark::State& state) {
   const BenchTree& tree = BenchTree::Of(static_cast<std::size_t>(state.range(0)));
   WriteNameDatabase(tree);

@@ -57,8 +57,8 @@ EndMatch MatchEnds(const Iterator& begin, Iterator at, const Components& folder,
   return {left, at == begin};
 }
 
-/// Whether [begin, at) of a partial pathname is the end of `path`. This counts above the topmost entry
-/// of a path: no prefix may be left out, and the folder comes first.
+/// Whether [begin, at) of a partial pathname is the end of `path`. This counts above the topmost
+/// entry of a path: no prefix may be left out, and the folder comes first.
 template <class Iterator>
 bool IsEndOf(std::u16string_view path, const Iterator& begin, Iterator at, const Equal& equal) {
   const ustring& separators = Constants::PathnameSeparatorStr;

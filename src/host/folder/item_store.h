@@ -10,8 +10,8 @@
 
 namespace Corvane::PathManagement::host {
 
-/// An item of `folder`, for handing out. It shares the owners of the entry and keeps it alive: so an
-/// item has no count of owners of its own, and a look-up changes no other count than that of the
+/// An item of `folder`, for handing out. It shares the owners of the entry and keeps it alive: so
+/// an item has no count of owners of its own, and a look-up changes no other count than that of the
 /// entry, which it changes anyway.
 template <class Folder>
 [[nodiscard]] std::shared_ptr<const PathItem> ShareItem(const std::shared_ptr<Folder>& folder,

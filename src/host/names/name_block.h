@@ -11,14 +11,15 @@ namespace Corvane::PathManagement::host {
 
 /// Names as the disk gives them, one behind the other in one block, each ended by a NUL. The block
 /// is this object's own, or one that it only views and that outlives it; adding a name to a viewed
-/// block copies it first. `kSlack` bytes behind the last name may be read as well, so that names are
-/// compared a word at a time.
+/// block copies it first. `kSlack` bytes behind the last name may be read as well, so that names
+/// are compared a word at a time.
 class NameBlock {
  public:
   static constexpr std::size_t kSlack = 7;
 
   NameBlock() = default;
-  /// Precondition: `kSlack` bytes behind `block` may be read. Views the names of `block` that begin at `nameBegins`.
+  /// Views the names of `block` that begin at `nameBegins`. Precondition: `kSlack` bytes behind
+  /// `block` may be read.
   NameBlock(std::string_view block, const std::uint32_t* nameBegins, std::size_t nameCount) noexcept
       : bytes(block.data()), byteCount(block.size()), begins(nameBegins), count(nameCount) {}
   NameBlock(const NameBlock& other)

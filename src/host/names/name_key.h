@@ -11,15 +11,15 @@
 
 namespace Corvane::PathManagement::host {
 
-/// The bytes of a file name and a NUL, ready to be looked up: they stand in whole words, the last of
-/// which is filled up with zeros.
+/// The bytes of a file name and a NUL, ready to be looked up: they stand in whole words, the last
+/// of which is filled up with zeros.
 ///
 /// A name is narrowed from text, hashed and folded a word at a time. When it was written byte by
 /// byte and read back in words, the processor waited for its own stores: a fifth of a warm look-up.
 class NameKey {
  public:
-  /// Takes a name. Returns whether it can be a file name at all; when it cannot, the key must not be
-  /// used.
+  /// Takes a name. Returns whether it can be a file name at all; when it cannot, the key must not
+  /// be used.
   [[nodiscard]] bool Set(std::u16string_view name) {
     Resize(name.size());
     return Fill(name) || SetJoined(name, {});
@@ -122,7 +122,8 @@ class NameKey {
   }
   /// The last `count` characters of `text`, 1 to 7.
   static Word NarrowLast(std::u16string_view text, std::size_t count, Seen& seen) noexcept {
-    // Reading a whole word that ends there needs no loop, whose length the processor cannot foresee.
+    // Reading a whole word that ends there needs no loop, whose length the processor cannot
+    // foresee.
     if (text.size() >= kWord) {
       return NarrowEight(text.data() + text.size() - kWord, seen) >> 8U * (kWord - count);
     }
@@ -131,8 +132,8 @@ class NameKey {
     return NarrowEight(filled, seen) & ((Word{1} << 8 * count) - 1);
   }
 
-  /// Puts `text` at the begin. Returns whether it is ASCII without a NUL; if not, the key must not be
-  /// used.
+  /// Puts `text` at the begin. Returns whether it is ASCII without a NUL; if not, the key must not
+  /// be used.
   [[nodiscard]] bool Fill(std::u16string_view text) noexcept {
     Seen seen;
     std::size_t at = 0;

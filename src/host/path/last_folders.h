@@ -13,8 +13,8 @@
 
 namespace Corvane::PathManagement::host {
 
-/// The entries of a path by the name of the folder, the last one of the location: a partial pathname
-/// is compared only with those that its last folder may mean.
+/// The entries of a path by the name of the folder, the last one of the location: a partial
+/// pathname is compared only with those that its last folder may mean.
 ///
 /// Threads: immutable once made.
 class LastFolders {

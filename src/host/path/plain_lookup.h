@@ -32,8 +32,8 @@ class FolderState;
 /// next one builds the index.
 ///
 /// Threads: all operations, from any thread; a question that comes while its index is built waits.
-/// Cost: with an index, one hash probe for each extension, however many folders there are, and one for
-/// the method entry.
+/// Cost: with an index, one hash probe for each extension, however many folders there are, and one
+/// for the method entry.
 class PlainLookup {
  public:
   using Target = PathManagement::detail::SearchTarget;
@@ -44,8 +44,8 @@ class PlainLookup {
   /// The first match in path order.
   [[nodiscard]] boost::optional<FoundItem> FindFirst(const Target& target,
                                                      FilenameMatchingPolicy policy);
-  /// As `FindFirstFileVisibleOnPath`. Without an index each folder is asked for the file and for the
-  /// method entry at once, and none behind the answer.
+  /// As `FindFirstFileVisibleOnPath`. Without an index each folder is asked for the file and for
+  /// the method entry at once, and none behind the answer.
   [[nodiscard]] boost::optional<FoundItem> FindVisible(const Target& target,
                                                        FilenameMatchingPolicy policy);
   /// Every match in path order, the best first within a folder.
