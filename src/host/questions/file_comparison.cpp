@@ -65,7 +65,6 @@ FileRelation CompareFiles(ComparedFile& first, ComparedFile& second) {
   const struct stat* const right = second.GetStatus();
   if (left == nullptr || right == nullptr) return FileRelation::Unknown;
   if (left->st_size != right->st_size) return FileRelation::OtherBytes;
-  if (left->st_size == 0) return FileRelation::SameBytes;
   // On the heap: threads may have small stacks.
   const auto blocks = std::make_unique_for_overwrite<std::array<ComparedFile::Block, 2>>();
   for (std::uint64_t offset = 0;; offset += blocks->front().size()) {
