@@ -25,7 +25,11 @@ Standing StandingOfFailure(int error) {
 Standing LookAtFile(const std::string& path, Files files) {
   struct stat status = {};
   if (stat(path.c_str(), &status) != 0) return StandingOfFailure(errno);
-  if (S_ISDIR(status.st_mode)) return Standing::Folder;
+  if (S_ISDIR(status.st_mode)) {
+    // Compilers open it before they see what it is.
+    return files == Files::Readable && !MayUse(path, R_OK) ? Standing::NotReadable
+                                                           : Standing::Folder;
+  }
   // A device such as /dev/null takes the place of an empty header.
   if (files == Files::Readable && (S_ISREG(status.st_mode) || S_ISCHR(status.st_mode))) {
     return MayUse(path, R_OK) ? Standing::Counts : Standing::NotReadable;
