@@ -114,6 +114,18 @@ void RelativeFolder::AddToTable(std::size_t root) {
     const auto [known, isNew] = table.emplace(listing.files[file], nullptr);
     if (isNew) known->second = &records.emplace_back(root);
   }
+  if (files == LookupRules::Files::Readable) LookAtOtherNames(root, listing);
+}
+
+/// Looks at what counts or ends the search though it is no file to a listing: devices behind links,
+/// what may not be opened.
+void RelativeFolder::LookAtOtherNames(std::size_t root, const FolderListing& listing) {
+  const auto look = [&](const std::string& file) { static_cast<void>(LookInLocked(root, file)); };
+  for (const auto& link : listing.links) {
+    if (link.target == LinkTarget::Neither) look(link.name);
+  }
+  for (const auto& folder : listing.ordinaryFolders) look(folder.name);
+  for (const auto& folder : listing.specialFolders) look(folder.name);
 }
 
 /// Precondition: there is a table.

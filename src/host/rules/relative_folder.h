@@ -1,6 +1,7 @@
 #ifndef SEARCHPATH_SRC_HOST_RULES_RELATIVE_FOLDER_H
 #define SEARCHPATH_SRC_HOST_RULES_RELATIVE_FOLDER_H
 
+#include "host/folder/folder_listing.h"
 #include "host/names/short_hash.h"
 #include "host/rules/asked_file.h"
 #include "host/rules/search_roots.h"
@@ -82,6 +83,7 @@ class RelativeFolder {
   [[nodiscard]] bool IsToBeListed();
   void List();
   void AddToTable(std::size_t root);
+  void LookAtOtherNames(std::size_t root, const FolderListing& listing);
   [[nodiscard]] std::size_t FirstRootToAsk(std::string_view file) const;
   [[nodiscard]] Answer AskRoots(std::size_t begin, std::string_view file);
   [[nodiscard]] Sight LookInLocked(std::size_t root, std::string_view file);
