@@ -104,7 +104,7 @@ boost::optional<FoundItem> RuledPath::FindAtOnce(const Target& target) const {
   const RelativeFolder::Match* best = nullptr;
   bool ended = false;
   ForEachName(target, [&](std::string_view name) {
-    const auto answer = onPath->FindFirst(name);
+    const auto answer = onPath->FindFirst(Trimmed(name));
     ended = ended || answer.ended;
     if (answer.match != nullptr && (best == nullptr || answer.match->root < best->root)) {
       best = answer.match;
