@@ -188,21 +188,23 @@ void RuledPath::AddPlaces(RelativeLookup& lookup, std::vector<Place>& places) {
   }
 }
 
-/// Leaves the places behind `folder`, without those that repeat one up to it. All stay when there is
-/// no such place.
+/// Leaves the places behind `folder`, without those that repeat one up to it: compilers drop repeats
+/// within the folders for names in quotes, and within the others. All stay when there is no such
+/// place.
 void RuledPath::RemoveUpTo(const AbsoluteIRI& folder, std::vector<Place>& places) const {
   const AbsoluteIRI wanted = CreateMainFolder(folder, nullptr)->GetCanonicalAbsoluteIRI();
   const auto found = std::find_if(places.begin(), places.end(), [&](const Place& place) {
     return place.folder->GetCanonicalAbsoluteIRI() == wanted;
   });
   if (found == places.end()) return;
+  const RelativeLookup* const list = found->lookup;
   CountingPlaces counting(*view);
-  for (auto place = places.begin(); place <= found; ++place) {
-    static_cast<void>(counting.FindCounting(*place));
-  }
+  const auto isRepeat = [&](const Place& place) {
+    return place.lookup == list && counting.FindCounting(place) != place.folder;
+  };
+  std::for_each(places.begin(), found + 1, isRepeat);
   places.erase(places.begin(), found + 1);
-  std::erase_if(places,
-                [&](const Place& place) { return counting.FindCounting(place) != place.folder; });
+  std::erase_if(places, isRepeat);
 }
 
 FolderOrigin RuledPath::FindOrigin(const IPathEntry& entry) const {
