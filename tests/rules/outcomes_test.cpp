@@ -1,0 +1,165 @@
+#include "rules/other_programs.h"
+#include "searchpath/host/environment.h"
+#include "support/shown.h"
+
+#include <sys/stat.h>
+
+namespace Corvane::PathManagement::host {
+namespace {
+
+using test::Shown;
+using test::TemporaryTree;
+using enum FolderOutcome;
+using Rule = DecidingRule;
+
+struct Row {
+  LookupRules rules;
+  std::string name, folders;  // these with spaces between
+  Rule rule;
+  std::vector<FolderOutcome> outcomes;
+  std::string instead;  // what stands there instead, of all folders
+  std::string from = {}, after = {};
+  std::string quoted = {};
+};
+
+void MakeFolders(const TemporaryTree& tree) {
+  tree.Files({"run/tool", "run/plain", "data/tool", "data/plain", "deep/sub/a.h", "empty/other"});
+  tree.Files({"ask/a.h", "one/a.h", "two/a.h", "closed/a.h", "two/sub/a.h", "shut/a.h"});
+  tree.Folder("folder/tool");
+  tree.Link("nowhere", "broken/tool");
+  tree.Link("run", "again");
+  tree.Link("ring", "ring");
+  tree.Folder("pipe");
+  mkfifo(tree.Path("pipe/tool").c_str(), 0755);
+  chmod(tree.Path("run/tool").c_str(), 0755);
+  chmod(tree.Path("closed/a.h").c_str(), 0000);
+  chmod(tree.Path("shut").c_str(), 0000);
+}
+
+std::vector<ustring> FoldersOf(const TemporaryTree& tree, const std::string& names) {
+  std::vector<ustring> folders;
+  std::istringstream list(names);
+  for (std::string name; list >> name;) folders.push_back(tree.Text(name));
+  return folders;
+}
+
+void Check(const TemporaryTree& tree, const Row& row) {
+  const Environment environment({.folders = FoldersOf(tree, row.folders),
+                                 .rules = row.rules,
+                                 .quoteFolders = FoldersOf(tree, row.quoted)});
+  Lookup lookup{.name = TextFromBytes(row.name)};
+  if (!row.from.empty()) lookup.fromFolder = tree.Text(row.from);
+  if (!row.after.empty()) lookup.afterFolder = tree.Text(row.after);
+  SCOPED_TRACE(row.name + " on " + row.folders);
+  for (int question = 0; question < 2; ++question) {  // at first, and when the folders are listed
+    const Explanation explanation = environment.Explain(lookup);
+    std::vector<FolderOutcome> outcomes;
+    std::vector<ustring> instead;
+    for (const AskedFolder& asked : explanation.asked) {
+      outcomes.push_back(asked.outcome);
+      if (!asked.instead.empty()) instead.push_back(asked.instead);
+    }
+    EXPECT_EQ(explanation.rule, row.rule) << GetText(explanation.rule);
+    EXPECT_EQ(outcomes, row.outcomes);
+    EXPECT_EQ(Shown(instead, tree), row.instead);
+    EXPECT_TRUE(explanation.files == environment.FindAll(lookup));
+    for (int more = 0; more < 9; ++more) static_cast<void>(environment.Find(lookup));
+  }
+}
+
+TEST(RuleOutcomesTest, EachFolderHasOneAndOneRuleDecides) {
+  test::RunUnprivileged([] {
+    const TemporaryTree tree;
+    MakeFolders(tree);
+    const std::string working = tree.Path("run");
+    ASSERT_EQ(chdir(working.c_str()), 0);
+    const LookupRules &plain = kPlainRules, &program = kProgramRules, &include = kIncludeRules;
+    const std::vector<Row> rows = {
+        {program,
+         "tool",
+         "data run again",
+         Rule::FirstFolder,
+         {NotExecutable, HoldsIt, HiddenByEarlier},
+         "data/tool"},
+        {program,
+         "tool",
+         "folder broken pipe none shut empty",
+         Rule::NothingFound,
+         {IsFolder, BrokenLink, OtherType, Unreadable, Unreadable, Absent},
+         "folder/tool broken/tool pipe/tool"},
+        {program,
+         "plain",
+         "run data",
+         Rule::NoneMayBeExecuted,
+         {NotExecutable, NotExecutable},
+         "run/plain data/plain"},
+        {program, "./tool", "data", Rule::ThatFile, {HoldsIt}, ""},
+        {program, "./plain", "data", Rule::ThatFile, {NotExecutable}, "run/plain"},
+        {program, tree.Path("data/none"), "data", Rule::ThatFile, {Absent}, ""},
+        {plain,
+         "tool",
+         "data again run",
+         Rule::FirstFolder,
+         {HoldsIt, HiddenByEarlier, DroppedAsRepeat},
+         ""},
+        {plain,
+         "sub/a.h",
+         "one deep two",
+         Rule::FirstFolder,
+         {Absent, HoldsIt, HiddenByEarlier},
+         ""},
+        {plain, "a.h", "closed", Rule::FirstFolder, {HoldsIt}, ""},
+        {plain,
+         "tool",
+         "ring run/tool pipe",
+         Rule::NothingFound,
+         {Unreadable, Unreadable, OtherType},
+         "pipe/tool"},
+        {include,
+         "a.h",
+         "empty closed one",
+         Rule::SearchEnded,
+         {Absent, NotReadable},
+         "closed/a.h"},
+        {include, "a.h", "one closed two", Rule::FirstFolder, {HoldsIt, NotReadable}, "closed/a.h"},
+        {include, "a.h", "shut one", Rule::SearchEnded, {Unreadable}, ""},
+        {include, "a.h", "one", Rule::AskersFolder, {HoldsIt, HiddenByEarlier}, "", "ask"},
+        {include, "a.h", "one", Rule::FirstFolder, {Absent, HoldsIt}, "", "empty"},
+        {include, "a.h", "one", Rule::FirstFolder, {HoldsIt}, "", "", "", "two"},
+        {include,
+         "a.h",
+         "one",
+         Rule::AskersFolder,
+         {HoldsIt, HiddenByEarlier, HiddenByEarlier},
+         "",
+         "ask",
+         "",
+         "two"},
+        {include,
+         "a.h",
+         "one two ask",
+         Rule::FirstFolder,
+         {HoldsIt, HiddenByEarlier},
+         "",
+         "",
+         "one"},
+        {include, "a.h", "one two one", Rule::FirstFolder, {HoldsIt}, "", "", "one"},
+        {include, "a.h", "one two", Rule::NothingFound, {}, "", "", "two"},
+        {include, "a.h", "one two", Rule::FirstFolder, {HoldsIt, HiddenByEarlier}, "", "", "ask"},
+        {include,
+         "a.h",
+         "two one",
+         Rule::FirstFolder,
+         {HoldsIt, HiddenByEarlier},
+         "",
+         "",
+         "two",
+         "two"},
+    };
+    for (const Row& row : rows) Check(tree, row);
+    chmod(tree.Path("shut").c_str(), 0755);
+  });
+}
+
+}  // namespace
+}  // namespace Corvane::PathManagement::host
