@@ -107,7 +107,8 @@ class Compiler {
 };
 
 Names Compilers() {
-  Names commands = {"gcc -E -nostdinc"};
+  // Without any folder for names in angle brackets, GCC takes those for names in quotes: it has one.
+  Names commands = {"gcc -E -nostdinc -idirafter start"};
   static const bool hasClang = test::IsInstalled("clang-19");
   if (hasClang) commands.emplace_back("clang-19 -E -nostdinc -ferror-limit=0");
   return commands;
@@ -203,15 +204,16 @@ std::size_t CompareTree(std::uint64_t number) {
   return compiled;
 }
 
-// SEARCHPATH_TREES says how many trees.
+// SEARCHPATH_TREES says how many trees, SEARCHPATH_FIRST_TREE from which on.
 TEST(IncludeRulesTest, RandomTreesAnswerAsCompilersDo) {
   test::RunUnprivileged([] {
-    const std::size_t trees = test::Setting("SEARCHPATH_TREES", test::RandomCases(8));
+    const std::size_t trees = test::Setting("SEARCHPATH_TREES", test::RandomCases(6));
+    const std::size_t first = test::Setting("SEARCHPATH_FIRST_TREE", 0);
     std::size_t compiled = 0;
-    for (std::size_t tree = 0; tree < trees && !testing::Test::HasFailure(); ++tree) {
+    for (std::size_t tree = first; tree < trees && !testing::Test::HasFailure(); ++tree) {
       compiled += CompareTree(tree);
     }
-    EXPECT_GT(2 * compiled, trees * Compilers().size()) << "compared";
+    EXPECT_GT(2 * compiled, (trees - first) * Compilers().size()) << "compared";
   });
 }
 

@@ -67,6 +67,11 @@ void Check(const TemporaryTree& tree, const Row& row) {
   }
 }
 
+TEST(FindRulesTest, KnowsTheNamesAndNoOther) {
+  for (const NamedRules& named : kNamedRules) EXPECT_EQ(FindRules(named.name), named.rules);
+  EXPECT_EQ(FindRules("Program"), std::nullopt);
+}
+
 TEST(RuleOutcomesTest, EachFolderHasOneAndOneRuleDecides) {
   test::RunUnprivileged([] {
     const TemporaryTree tree;
@@ -122,6 +127,7 @@ TEST(RuleOutcomesTest, EachFolderHasOneAndOneRuleDecides) {
          {Absent, NotReadable},
          "closed/a.h"},
         {include, "a.h", "one closed two", Rule::FirstFolder, {HoldsIt, NotReadable}, "closed/a.h"},
+        {include, "tool", "pipe run", Rule::SearchEnded, {NotReadable}, "pipe/tool"},
         {include, "a.h", "shut one", Rule::SearchEnded, {Unreadable}, ""},
         {include, "a.h", "one", Rule::AskersFolder, {HoldsIt, HiddenByEarlier}, "", "ask"},
         {include, "a.h", "one", Rule::FirstFolder, {Absent, HoldsIt}, "", "empty"},

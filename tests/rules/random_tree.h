@@ -35,7 +35,7 @@ inline const TreeStyle kPrograms = {
     ""};
 
 inline const TreeStyle kHeaders = {
-    {"a.h", "b.h", "c.h"},
+    {"a.h", "b.h", "c.h", "a.c"},
     {"a.h", "b.h", "c.h", "sub/a.h", "sub/c.h", "sub/deep/b.h", "./a.h", "sub/../b.h", "../p/a.h",
      "none.h", "sub", "sub//a.h", "sub/./b.h", "a.h/b.h"},
     "int x;\n",

@@ -54,11 +54,16 @@ struct SnapshotTest : testing::Test {
   }
 
   static void CheckAllAnswers(const Environment& environment, const std::string& name) {
-    const Lookup lookup{.name = TextFromBytes(name)};
-    const auto all = environment.FindAll(lookup);
-    const auto first = environment.Find(lookup);
-    EXPECT_TRUE(first ? !all.empty() && *first == all.front() : all.empty()) << name;
-    EXPECT_TRUE(environment.Explain(lookup).files == all) << name;
+    const std::size_t stem = std::min(name.rfind('.'), name.size());
+    const ustring text = TextFromBytes(name);
+    for (const Lookup& lookup :
+         {Lookup{.name = text},
+          Lookup{.name = TextFromBytes(name.substr(0, stem)), .extensions = {u".c", u".h", u""}}}) {
+      const auto all = environment.FindAll(lookup);
+      const auto first = environment.Find(lookup);
+      EXPECT_TRUE(first ? !all.empty() && *first == all.front() : all.empty()) << name;
+      EXPECT_TRUE(environment.Explain(lookup).files == all) << name;
+    }
   }
 };
 
@@ -84,6 +89,9 @@ TEST_F(SnapshotTest, WhatWasAnsweredStaysAnsweredWhenTheDiskHasChanged) {
     }
     Names expected;
     for (const std::string& name : asked) expected.push_back(AnswerOf(environment, name));
+    for (char folder = 'a'; folder <= 'z'; ++folder) {  // many more than were asked so far
+      static_cast<void>(AnswerOf(environment, std::string(1, folder) + "/none"));
+    }
     tree.Renew();
     for (std::size_t round = 0; round < kRounds; ++round) {
       for (std::size_t name = 0; name < asked.size(); ++name) {
