@@ -40,7 +40,7 @@ class Compiler {
     for (std::size_t begin = 0; begin < names.size(); begin = end) RunFrom(begin, names, form);
     return answers;
   }
-  /// Whether the file that asks was reached.
+  /// Whether the file that asks was reached, and without an error before it.
   [[nodiscard]] bool WasAsked() const { return wasAsked; }
   /// Whether the compiler may call one of these files by the name of the other: Clang gives each file
   /// the name by which it was first opened.
@@ -89,8 +89,10 @@ class Compiler {
     const std::string asker = std::filesystem::path(asking.file).filename();
     for (const std::string& line : test::LinesOf(errors)) {
       std::smatch match;
-      const bool hasPlace = std::regex_match(line, match, reported) && match[1] == asker;
-      if (!wasAsked || (!hasPlace && line.find("fatal error: ") == line.npos)) continue;
+      const bool hasPlace = std::regex_match(line, match, reported);
+      const bool isFatal = line.find("fatal error: ") != line.npos;
+      if (hasPlace && isFatal && match[1] != asker) wasAsked = false;  // with more errors to report
+      if (!wasAsked || (hasPlace ? match[1] != asker : !isFatal)) continue;
       const std::size_t name = hasPlace ? begin + (std::stoul(match[2]) - 1) / kLines : last;
       std::fill(answers.begin() + static_cast<std::ptrdiff_t>(name), answers.end(), "");
       end = name + 1;
