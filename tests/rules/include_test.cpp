@@ -145,6 +145,8 @@ Folders FoldersOf(RandomTree& tree) {
   Folders folders{tree.Parts(), {}, tree.Below(3) == 0};
   if (tree.Below(2) == 0) folders.quoted = tree.Parts();
   std::erase(folders.quoted, "");
+  // GCC alone drops the last folder for names in quotes where it is the first of the others.
+  if (!folders.quoted.empty()) folders.quoted.emplace_back("start");
   if (!folders.areInEnvironment) std::erase(folders.searched, "");
   return folders;
 }
