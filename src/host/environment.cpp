@@ -101,6 +101,7 @@ RuledPath::Asker AskerByRules(const WorkingFolder& workingFolder, const Lookup& 
 }
 
 SearchTarget TargetOf(const Lookup& lookup) {
+  if (lookup.extensions.empty()) return SearchTarget(lookup.name);  // whatever it ends with
   return CreateSearchTargetWithExtensionInFilenamePreferred(lookup.name, lookup.extensions);
 }
 
