@@ -1,5 +1,4 @@
 #include "fuzz_input.h"
-#include "host/packages/located_json.h"
 #include "host/packages/package_manifest.h"
 
 #include <algorithm>

@@ -1,6 +1,6 @@
 #include "host/packages/package_manifest.h"
 
-#include "host/packages/located_json.h"
+#include "json/json_field.h"
 #include "model/path_components.h"
 #include "searchpath/model/byte_text.h"
 #include "searchpath/platform/iri_text.h"
@@ -9,7 +9,6 @@
 #include <algorithm>
 #include <cstdint>
 #include <functional>
-#include <initializer_list>
 #include <map>
 #include <optional>
 #include <set>
@@ -28,6 +27,10 @@ using Corvane::PackageRegistry::PackageMetadata;
 using Corvane::PackageRegistry::PropertyValue;
 using Properties = std::map<ustring, PropertyValue, std::less<>>;
 using Tags = std::shared_ptr<const std::set<int>>;
+using json::Field;
+using json::JsonFault;
+using json::JsonMember;
+using json::LocatedJson;
 
 class Package final : public IPackage {
  public:
@@ -51,60 +54,10 @@ class Package final : public IPackage {
   Properties properties;
 };
 
-/// A value of the manifest and its name for messages.
-struct Field {
-  const LocatedJson& value;
-  ustring name;
-
-  [[noreturn]] void Refuse(PackageFault fault, ustring detail = {}) const {
-    throw ManifestException(fault, value.line, name, std::move(detail));
-  }
-
-  template <class Content>
-  [[nodiscard]] const Content& As(const char16_t* expected) const {
-    const auto* content = std::get_if<Content>(&value.content);
-    if (content == nullptr) Refuse(PackageFault::WrongType, expected);
-    return *content;
-  }
-  [[nodiscard]] bool AsTruth() const { return As<bool>(u"true or false"); }
-  [[nodiscard]] const ustring& AsText() const {
-    const auto& text = As<ustring>(u"a text");
-    if (text.empty()) Refuse(PackageFault::WrongType, u"a text that is not empty");
-    return text;
-  }
-  [[nodiscard]] int AsInt() const {
-    const auto number = As<std::int64_t>(u"an integer");
-    if (!std::in_range<int>(number)) Refuse(PackageFault::OutOfRange);
-    return static_cast<int>(number);
-  }
-  [[nodiscard]] std::vector<Field> GetElements() const {
-    const auto& array = As<LocatedJson::Array>(u"a list");
-    std::vector<Field> elements;
-    elements.reserve(array.size());
-    for (std::size_t i = 0; i < array.size(); ++i) {
-      elements.push_back({array[i], FieldBelow(name, i)});
-    }
-    return elements;
-  }
-  /// The member called `key`; empty when there is none.
-  [[nodiscard]] std::optional<Field> Find(const ustring& key) const {
-    for (const JsonMember& member : As<LocatedJson::Object>(u"an object")) {
-      if (member.name == key) return Field{member.value, FieldBelow(name, key)};
-    }
-    return std::nullopt;
-  }
-  [[nodiscard]] Field Get(const ustring& key) const {
-    if (const auto found = Find(key)) return *found;
-    throw ManifestException(PackageFault::MissingField, value.line, FieldBelow(name, key));
-  }
-  void CheckMembers(std::initializer_list<std::u16string_view> known) const {
-    for (const JsonMember& member : As<LocatedJson::Object>(u"an object")) {
-      if (std::ranges::find(known, member.name) != known.end()) continue;
-      throw ManifestException(PackageFault::UnknownField, member.value.line,
-                              FieldBelow(name, member.name));
-    }
-  }
-};
+/// What is wrong with a manifest beside its JSON.
+[[noreturn]] void Refuse(const Field& field, PackageFault fault, ustring detail = {}) {
+  throw ManifestException(fault, field.value.line, field.name, std::move(detail));
+}
 
 AbsoluteIRI LocationOf(const Field& field, const ustring& packageFolder) try {
   namespace vfs = foundation::storage::vfs;
@@ -113,11 +66,11 @@ AbsoluteIRI LocationOf(const Field& field, const ustring& packageFolder) try {
   // ".." is refused even where it seems to lead back: behind a link it leads elsewhere.
   if (text.starts_with(u'/') || text.starts_with(u'~') ||
       vfs::detail::HasDoubleDots(std::u16string_view(text))) {
-    field.Refuse(PackageFault::OutsideOfFolder);
+    Refuse(field, PackageFault::OutsideOfFolder);
   }
   return vfs::toAbsoluteIRI(u"file", packageFolder + u'/' + text);
 } catch (const foundation::storage::vfs::InvalidIRIException& error) {
-  field.Refuse(PackageFault::InvalidFolder, TextFromBytes(error.what()));
+  Refuse(field, PackageFault::InvalidFolder, TextFromBytes(error.what()));
 }
 
 Tags TagsOf(const Field& field) {
@@ -149,7 +102,7 @@ PropertyValue PropertyOf(const Field& field) {
         // A null pointer would convert to a text.
         constexpr bool isNull = std::is_null_pointer_v<Content>;
         if constexpr (!isNull && std::is_constructible_v<PropertyValue, Content>) return content;
-        field.Refuse(PackageFault::WrongType, u"a truth value, number or text");
+        field.Refuse(JsonFault::WrongType, u"a truth value, number or text");
       },
       field.value.content);
 }
@@ -158,7 +111,7 @@ Properties PropertiesOf(const Field& field) {
   Properties properties;
   const auto& members = field.As<LocatedJson::Object>(u"an object");
   for (const JsonMember& member : members) {
-    const Field property{member.value, FieldBelow(field.name, member.name)};
+    const Field property{member.value, json::FieldBelow(field.name, member.name)};
     // These two decide which folders are put on the path, and have to be true or false there.
     if (member.name == u"IsQRX" || member.name == u"ManualInstall") {
       static_cast<void>(property.AsTruth());
@@ -170,10 +123,10 @@ Properties PropertiesOf(const Field& field) {
 
 }  // namespace
 
-PackageManifest ReadManifest(std::string_view bytes, const AbsoluteIRI& folder) {
+PackageManifest ReadManifest(std::string_view bytes, const AbsoluteIRI& folder) try {
   if (bytes.size() >= kTooLargeManifest) throw ManifestException(PackageFault::TooLarge, {}, {});
-  const LocatedJson json = ParseJson(bytes);
-  const Field all{json, {}};
+  const LocatedJson root = json::ParseJson(bytes);
+  const Field all{root, {}};
   all.CheckMembers({u"name", u"version", u"folders", u"contributesToPath", u"checksManualInstall",
                     u"properties"});
   const Field name = all.Get(u"name");
@@ -193,6 +146,10 @@ PackageManifest ReadManifest(std::string_view bytes, const AbsoluteIRI& folder) 
       std::make_shared<const Package>(std::move(metadata), std::move(folders),
                                       properties ? PropertiesOf(*properties) : Properties());
   return {std::move(identifier), name.value.line, std::move(package), memory};
+} catch (const json::JsonException& error) {
+  throw ManifestException(
+      static_cast<PackageFault>(kFirstJsonFault + static_cast<int>(error.fault)), error.line,
+      error.field, error.detail);
 }
 
 }  // namespace Corvane::PathManagement::host

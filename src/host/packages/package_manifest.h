@@ -1,14 +1,38 @@
 #ifndef SEARCHPATH_SRC_HOST_PACKAGES_PACKAGE_MANIFEST_H
 #define SEARCHPATH_SRC_HOST_PACKAGES_PACKAGE_MANIFEST_H
 
+#include "json/json_fault.h"
+#include "searchpath/host/package_problem.h"
 #include "searchpath/model/absolute_iri.h"
+#include "searchpath/model/ustring.h"
 #include "searchpath/platform/package_registry.h"
 
 #include <cstddef>
+#include <exception>
 #include <memory>
+#include <optional>
 #include <string_view>
+#include <utility>
 
 namespace Corvane::PathManagement::host {
+
+/// The faults of JSON texts are among those of packages from here on, in the same order.
+constexpr int kFirstJsonFault = static_cast<int>(PackageFault::NotUtf8);
+static_assert(kFirstJsonFault + static_cast<int>(json::JsonFault::OutOfRange) ==
+              static_cast<int>(PackageFault::OutOfRange));
+
+/// A manifest cannot be used. Its members are as in `PackageProblem`, which adds the file.
+class ManifestException : public std::exception {
+ public:
+  ManifestException(PackageFault itsFault, std::optional<std::size_t> itsLine, ustring itsField,
+                    ustring itsDetail = {})
+      : fault(itsFault), line(itsLine), field(std::move(itsField)), detail(std::move(itsDetail)) {}
+
+  PackageFault fault;
+  std::optional<std::size_t> line;
+  ustring field;
+  ustring detail;
+};
 
 /// The smallest size that is refused, in bytes.
 constexpr std::size_t kTooLargeManifest = (std::size_t{1} << 20) + 1;

@@ -2,7 +2,6 @@
 
 #include "host/folder/directory_scan.h"
 #include "host/folder/open_path.h"
-#include "host/packages/located_json.h"
 #include "host/packages/package_manifest.h"
 #include "platform/regular_file.h"
 #include "searchpath/model/byte_text.h"

@@ -1,4 +1,4 @@
-#include "host/packages/located_json.h"
+#include "json/located_json.h"
 
 #include "model/quoted_text.h"
 #include "searchpath/model/byte_text.h"
@@ -10,12 +10,11 @@
 #include <iterator>
 #include <string>
 
-namespace Corvane::PathManagement::host {
+namespace Corvane::PathManagement::json {
 
 namespace {
 
 constexpr std::size_t kMostLevels = 32;
-constexpr std::size_t kMostValues = 10'000;
 
 /// Counts the lines of a text while it is parsed: the parser does not say where a value stands.
 class Lines {
@@ -69,20 +68,20 @@ class Lines {
 /// Takes the events of the parser, which fixes the names of these operations.
 class TreeBuilder {
  public:
-  explicit TreeBuilder(Lines& textLines) : lines(textLines) {}
+  TreeBuilder(Lines& textLines, std::size_t most) : lines(textLines), mostValues(most) {}
 
   bool null() { return Add(nullptr); }
   bool boolean(bool value) { return Add(value); }
   bool number_integer(std::int64_t value) { return Add(value); }
   bool number_unsigned(std::uint64_t value) {
-    if (!std::in_range<std::int64_t>(value)) Fail(PackageFault::OutOfRange);
+    if (!std::in_range<std::int64_t>(value)) Fail(JsonFault::OutOfRange);
     return Add(static_cast<std::int64_t>(value));
   }
   bool number_float(double value, const std::string& digits) {
     // An integer too large for 64 bits comes as a double, too, and would lose digits. Looking for
     // the decimal point would not do: here it is that of the locale.
     const bool isInteger = digits.find_first_not_of("-0123456789") == std::string::npos;
-    if (isInteger) Fail(PackageFault::OutOfRange);
+    if (isInteger) Fail(JsonFault::OutOfRange);
     return Add(value);
   }
   bool string(const std::string& value) { return Add(TextFromBytes(value)); }
@@ -102,7 +101,7 @@ class TreeBuilder {
   }
   [[noreturn]] bool parse_error(std::size_t /*position*/, const std::string& /*token*/,
                                 const nlohmann::json::exception& /*error*/) {
-    throw ManifestException(PackageFault::Syntax, lines.GetLine(), {});
+    throw JsonException(JsonFault::Syntax, lines.GetLine(), {});
   }
 
   LocatedJson TakeRoot() { return std::move(root); }
@@ -112,22 +111,22 @@ class TreeBuilder {
     return std::get<LocatedJson::Object>(open.back()->content);
   }
   [[nodiscard]] ustring Field() const;
-  [[noreturn]] void Fail(PackageFault fault) {
+  [[noreturn]] void Fail(JsonFault fault) {
     MakeRoom();  // an element of an array is counted, too
-    throw ManifestException(fault, lines.GetLine(), Field());
+    throw JsonException(fault, lines.GetLine(), Field());
   }
 
   /// The place for the value that comes now, in the container that is open.
   LocatedJson& MakeRoom();
   template <class Content>
   bool Add(Content content) {
-    if (++values > kMostValues) throw ManifestException(PackageFault::TooManyValues, {}, {});
+    if (++values > mostValues) throw JsonException(JsonFault::TooManyValues, {}, {});
     MakeRoom() = {lines.GetLine(), std::move(content)};
     return true;
   }
   template <class Content>
   bool Open(Content content) {
-    if (open.size() == kMostLevels) Fail(PackageFault::TooDeep);
+    if (open.size() == kMostLevels) Fail(JsonFault::TooDeep);
     Add(std::move(content));
     open.push_back(open.empty() ? &root : LastBelow(*open.back()));
     return true;
@@ -141,6 +140,7 @@ class TreeBuilder {
   LocatedJson root = {1, nullptr};
   std::vector<LocatedJson*> open;  // containers, each in the one before it
   std::size_t values = 0;
+  std::size_t mostValues;
 };
 
 LocatedJson& TreeBuilder::MakeRoom() {
@@ -174,8 +174,8 @@ bool TreeBuilder::end_object() {
   open.pop_back();
   if (same == byName.end()) return true;
   const JsonMember& second = **(same + 1);
-  throw ManifestException(PackageFault::RepeatedField, second.value.line,
-                          FieldBelow(Field(), second.name));
+  throw JsonException(JsonFault::RepeatedField, second.value.line,
+                      FieldBelow(Field(), second.name));
 }
 
 void CheckUtf8(std::string_view bytes) {
@@ -186,7 +186,7 @@ void CheckUtf8(std::string_view bytes) {
     U8_NEXT(units, at, bytes.size(), codePoint);
     if (codePoint >= 0) continue;
     const auto line = 1 + std::ranges::count(bytes.substr(0, begin), '\n');
-    throw ManifestException(PackageFault::NotUtf8, static_cast<std::size_t>(line), {});
+    throw JsonException(JsonFault::NotUtf8, static_cast<std::size_t>(line), {});
   }
 }
 
@@ -210,12 +210,12 @@ ustring FieldBelow(const ustring& array, std::size_t index) {
   return array + u'[' + TextFromBytes(std::to_string(index)) + u']';
 }
 
-LocatedJson ParseJson(std::string_view bytes) {
+LocatedJson ParseJson(std::string_view bytes, std::size_t most) {
   CheckUtf8(bytes);
   Lines lines(bytes);
-  TreeBuilder builder(lines);
+  TreeBuilder builder(lines, most);
   static_cast<void>(nlohmann::json::sax_parse(lines.Begin(), lines.End(), &builder));
   return builder.TakeRoot();
 }
 
-}  // namespace Corvane::PathManagement::host
+}  // namespace Corvane::PathManagement::json

@@ -1,0 +1,49 @@
+#ifndef SEARCHPATH_SRC_JSON_JSON_FAULT_H
+#define SEARCHPATH_SRC_JSON_JSON_FAULT_H
+
+#include "searchpath/model/ustring.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <exception>
+#include <optional>
+#include <utility>
+
+namespace Corvane::PathManagement::json {
+
+/// What is wrong with a JSON text, or with what it says.
+enum class JsonFault : std::uint8_t {
+  NotUtf8,
+  Syntax,
+  TooDeep,
+  TooManyValues,
+  RepeatedField,
+  MissingField,
+  UnknownField,
+  WrongType,  ///< the detail says what was expected
+  OutOfRange,
+};
+
+/// The fault in words. Where a detail follows, they lead to it.
+[[nodiscard]] const char16_t* GetWords(JsonFault fault);
+
+/// "FILE:LINE: FIELD: what", without the parts that are empty.
+[[nodiscard]] ustring GetMessage(const ustring& file, std::optional<std::size_t> line,
+                                 const ustring& field, const ustring& what);
+
+/// A JSON text cannot be used.
+class JsonException : public std::exception {
+ public:
+  JsonException(JsonFault itsFault, std::optional<std::size_t> itsLine, ustring itsField,
+                ustring itsDetail = {})
+      : fault(itsFault), line(itsLine), field(std::move(itsField)), detail(std::move(itsDetail)) {}
+
+  JsonFault fault;
+  std::optional<std::size_t> line;  // from 1; empty when it concerns the text as a whole
+  ustring field;                    // as "folders[1].tags", counted from 0; "" for no field
+  ustring detail;
+};
+
+}  // namespace Corvane::PathManagement::json
+
+#endif  // SEARCHPATH_SRC_JSON_JSON_FAULT_H
