@@ -1,0 +1,47 @@
+#include "compiler_folders.h"
+
+#include "phrases.h"
+#include "program_output.h"
+
+#include <sstream>
+
+namespace Corvane::PathManagement::tool {
+
+namespace {
+
+// Reads the lists that GCC and Clang print with -v. Empty when there are none.
+std::optional<CompilerFolders> ParseFolders(const std::string& printed) {
+  CompilerFolders folders;
+  std::vector<std::string>* list = nullptr;
+  std::istringstream lines(printed);
+  for (std::string line; std::getline(lines, line);) {
+    if (line == "#include \"...\" search starts here:") {
+      list = &folders.quoted;
+    } else if (line == "#include <...> search starts here:") {
+      list = &folders.searched;
+    } else if (line == "End of search list.") {
+      return list == &folders.searched ? std::optional(folders) : std::nullopt;
+    } else if (list != nullptr && line.starts_with(' ')) {
+      // What is marked holds headers in another order than a folder.
+      const bool isFolder =
+          !line.ends_with(" (framework directory)") && !line.ends_with(" (headermap)");
+      if (isFolder) list->push_back(line.substr(1));
+    }
+  }
+  return std::nullopt;
+}
+
+}  // namespace
+
+CompilerFolders AskCompiler(const CompilerCall& call) {
+  std::vector<std::string> words = call.words;
+  words.insert(words.end(), call.flags.begin(), call.flags.end());
+  const std::string program = Join(words, " ");
+  words.insert(words.end(), {"-E", "-v", "-x", call.language, "/dev/null"});
+  const ProgramQuestion question = {
+      .program = program, .words = words, .advice = call.advice, .folder = call.folder};
+  if (auto folders = ParseFolders(AskProgram(question).error)) return *folders;
+  RefuseAnswer(question, "it does not print them with -E -v, as GCC and Clang do");
+}
+
+}  // namespace Corvane::PathManagement::tool
