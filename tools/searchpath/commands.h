@@ -50,6 +50,9 @@ namespace Corvane::PathManagement::tool {
 /// Which packages are there?
 [[nodiscard]] Outcome RunPackages(const std::vector<std::string>& arguments);
 
+/// Which profiles are there?
+[[nodiscard]] Outcome RunProfiles(const std::vector<std::string>& arguments);
+
 /// What do texts become as IRIs?
 [[nodiscard]] Outcome RunIri(const std::vector<std::string>& arguments);
 

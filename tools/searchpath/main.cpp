@@ -22,11 +22,11 @@ struct Command {
 };
 
 constexpr Command kCommands[] = {
-    {"find", RunFind},     {"which", RunWhich},     {"files", RunFiles},
-    {"list", RunList},     {"folders", RunFolders}, {"shadows", RunShadows},
-    {"doctor", RunDoctor}, {"diff", RunDiff},       {"watch", RunWatch},
-    {"add", RunAdd},       {"remove", RunRemove},   {"packages", RunPackages},
-    {"cache", RunCache},   {"iri", RunIri}};
+    {"find", RunFind},         {"which", RunWhich},     {"files", RunFiles},
+    {"list", RunList},         {"folders", RunFolders}, {"shadows", RunShadows},
+    {"doctor", RunDoctor},     {"diff", RunDiff},       {"watch", RunWatch},
+    {"add", RunAdd},           {"remove", RunRemove},   {"packages", RunPackages},
+    {"profiles", RunProfiles}, {"cache", RunCache},     {"iri", RunIri}};
 
 constexpr const char* kExamples =
     "  searchpath which ls                          which program does ls start?\n"
@@ -57,6 +57,7 @@ constexpr const char* kHelp =
     "  add FOLDER...      puts folders on the stored path, which needs no --path\n"
     "  remove FOLDER...   takes folders off the stored path\n"
     "  packages           the packages below a folder, and their folders\n"
+    "  profiles           names for a path, its rules and its extensions\n"
     "  cache              saves what the folders hold, and checks what has changed\n"
     "  iri TEXT...        the IRI, canonical IRI and native path of a text\n"
     "\n"

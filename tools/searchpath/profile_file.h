@@ -1,0 +1,17 @@
+#ifndef SEARCHPATH_TOOLS_SEARCHPATH_PROFILE_FILE_H
+#define SEARCHPATH_TOOLS_SEARCHPATH_PROFILE_FILE_H
+
+#include "profile.h"
+
+#include <vector>
+
+namespace Corvane::PathManagement::tool {
+
+/// The profiles in "profiles.json", which stands beside the stored path; none when there is no file.
+///
+/// Errors: `UsageError`, which names the file, the line and the field.
+[[nodiscard]] std::vector<Profile> ReadProfiles();
+
+}  // namespace Corvane::PathManagement::tool
+
+#endif  // SEARCHPATH_TOOLS_SEARCHPATH_PROFILE_FILE_H
