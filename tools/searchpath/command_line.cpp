@@ -105,6 +105,7 @@ bool CommandLine::Parse(const std::vector<std::string>& arguments) {
   if (shortHelp || fullHelp) WriteData(GetHelp(fullHelp));
   if (version || shortHelp || fullHelp) return false;
   TakeOperands();
+  if (afterParse) afterParse();
   return true;
 }
 

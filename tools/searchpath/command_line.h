@@ -5,6 +5,7 @@
 #include "searchpath/model/ustring.h"
 
 #include <charconv>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <stdexcept>
@@ -53,13 +54,16 @@ class CommandLine {
   /// As `AddFlag`, for a flag that replaces the operands.
   void AddFlagForOperands(const std::string& name, bool& value, const std::string& help);
 
+  /// Does `work` at the end of `Parse`, when all variables are set.
+  void AfterParse(std::function<void()> work) { afterParse = std::move(work); }
+
   /// Adds text at the end of --help.
   void AddNotes(const char* more) { notes += more; }
 
   /// Returns false when the arguments ask for help or the version, and writes it.
   ///
   /// Errors: `UsageError`, also when the operands are missing, or given beside a flag that replaces
-  /// them.
+  /// them; what the work of `AfterParse` throws.
   [[nodiscard]] bool Parse(const std::vector<std::string>& arguments);
 
   [[nodiscard]] const std::vector<std::string>& GetOperands() const noexcept { return operands; }
@@ -77,6 +81,7 @@ class CommandLine {
   std::string notes;
   std::unique_ptr<CLI::App> app;
   std::vector<std::string> typed;
+  std::function<void()> afterParse;
   std::string flagForOperands;
   const bool* operandsAreElsewhere = nullptr;  // the variable of that flag
   std::vector<std::string> operands;

@@ -47,9 +47,11 @@ struct FilesOptions {
 };
 
 // Each extension once: a file would be found once for each time that the list has its extension.
-std::vector<ustring> GetExtensions(const MatchingOptions& matching) {
+std::vector<ustring> GetExtensions(const FilesOptions& options) {
+  const MatchingOptions& matching = options.matching;
   std::vector<ustring> extensions;
-  for (ustring& extension : matching.GetExtensions()) {
+  for (ustring& extension : matching.GetExtensions(options.path.GetExtensions())) {
+    if (extension.starts_with(u'/')) continue;  // names no file, but one in a folder of that name
     const bool isRepeated =
         std::any_of(extensions.begin(), extensions.end(), [&](const ustring& earlier) {
           return host::AreSameFilename(earlier, extension, matching.GetPolicy());
@@ -147,7 +149,7 @@ Outcome RunFiles(const std::vector<std::string>& arguments) {
   options.AddTo(commandLine);
   if (!commandLine.Parse(arguments)) return Outcome::Found;
   const Output output(options.output);
-  const std::vector<ustring> extensions = GetExtensions(options.matching);
+  const std::vector<ustring> extensions = GetExtensions(options);
   const host::Environment environment = OpenPath(options.path, commandLine);
   const bool failed = ReportProblems(environment, options.path);
   const bool foundAny = options.path.GetRules().foldersHaveMeaning

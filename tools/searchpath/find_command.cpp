@@ -112,7 +112,7 @@ void CheckOptions(const FindOptions& options, const std::vector<std::string>& na
 // The part of the question that is the same for all names.
 host::Lookup GetLookup(const FindOptions& options) {
   host::Lookup lookup;
-  lookup.extensions = options.matching.GetExtensions();
+  lookup.extensions = options.matching.GetExtensions(options.path.GetExtensions());
   lookup.policy = options.matching.GetPolicy();
   if (options.from) lookup.fromFolder = TextFromBytes(*options.from);
   if (options.after) lookup.afterFolder = TextFromBytes(*options.after);

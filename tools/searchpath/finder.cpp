@@ -4,7 +4,6 @@
 #include "found_file.h"
 #include "hint.h"
 #include "output.h"
-#include "searchpath/model/byte_text.h"
 
 #include <utility>
 
@@ -21,7 +20,7 @@ Finder::Finder(const AnswerOptions& answerOptions, const PathOptions& pathOption
       reportsProblems(!pathOptions.strict) {}
 
 void Finder::Answer(const std::string& name) {
-  lookup.name = TextFromBytes(name);
+  lookup.name = path.GetFileName(name);
   if (options.explain ? Explain(name) : Find(name)) return;
   foundAll = false;
   // All folders have been asked. Of very many names the next may be another matter.

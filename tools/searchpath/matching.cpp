@@ -14,7 +14,8 @@ void MatchingOptions::AddTo(CommandLine& commandLine, const std::string& helpOnE
   AddPolicyTo(commandLine, policy);
 }
 
-std::vector<ustring> MatchingOptions::GetExtensions() const {
+std::vector<ustring> MatchingOptions::GetExtensions(const std::vector<ustring>& otherwise) const {
+  if (extensions.empty()) return otherwise;
   std::vector<ustring> withDots;
   for (const std::string& typed : extensions) {
     if (typed.empty()) throw UsageError("--ext is empty; leave it out, or name one: --ext txt");

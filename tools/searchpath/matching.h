@@ -24,8 +24,8 @@ struct MatchingOptions {
 
   void AddTo(CommandLine& commandLine, const std::string& helpOnExtensions);
 
-  /// Each with its dot. Errors: `UsageError`.
-  [[nodiscard]] std::vector<ustring> GetExtensions() const;
+  /// Each with its dot; `otherwise` when none is given. Errors: `UsageError`.
+  [[nodiscard]] std::vector<ustring> GetExtensions(const std::vector<ustring>& otherwise) const;
 
   /// Errors: `UsageError`.
   [[nodiscard]] FilenameMatchingPolicy GetPolicy() const { return tool::GetPolicy(policy); }

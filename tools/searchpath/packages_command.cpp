@@ -133,7 +133,7 @@ Outcome RunPackages(const std::vector<std::string>& arguments) {
   CheckRoot("--root", *root, registry);
   std::optional<host::Environment> environment;
   bool failed = path.strict && registry.GetProblemCount() > 0;
-  if (!path.parts.empty()) {
+  if (path.NameAPath()) {
     environment.emplace(OpenPath(path, commandLine));
     failed = ReportProblems(*environment, path) || failed;
   }

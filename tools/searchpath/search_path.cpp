@@ -5,14 +5,13 @@
 #include "output.h"
 #include "package_output.h"
 #include "path_folder.h"
+#include "profile.h"
 #include "progress.h"
 #include "searchpath/host/stored_path.h"
 #include "searchpath/model/byte_text.h"
 #include "searchpath/model/search_scope.h"
 #include "searchpath/utilities/iri_conversion.h"
-#include "searchpath/utilities/path_strings.h"
 
-#include <algorithm>
 #include <cerrno>
 #include <fstream>
 #include <iostream>
@@ -61,6 +60,19 @@ constexpr const char* kRulesNotes =
     "  asks for the next header of that name.\n"
     "  --path is then cut at \":\" alone, and nothing in it is expanded.\n";
 
+constexpr const char* kSourceNotes =
+    "The path of another program:\n"
+    "  --path-of PATH, or another VARIABLE of the environment, takes the folders that\n"
+    "  it holds. --path-of cc and c++ ask the compiler, which CC and CXX may name,\n"
+    "  for its own folders; --flag FLAG goes to it and may be repeated. --path-of\n"
+    "  perl and python ask perl for @INC and python3 for sys.path. The rules follow\n"
+    "  from it, unless --as is given: program for PATH; include for cc, c++, CPATH,\n"
+    "  C_INCLUDE_PATH and CPLUS_INCLUDE_PATH; plain for perl, python, PERL5LIB,\n"
+    "  PYTHONPATH, MANPATH, LIBRARY_PATH, LD_LIBRARY_PATH, PKG_CONFIG_PATH,\n"
+    "  XDG_CONFIG_DIRS and XDG_DATA_DIRS; environment for other variables.\n"
+    "  --profile NAME is a path, its rules and its extensions in one; what --path,\n"
+    "  --as and --ext say beside it counts. See searchpath profiles --help.\n";
+
 // `what` says what is read, for messages.
 std::vector<ustring> ReadList(std::istream& list, const std::string& what) {
   std::vector<ustring> folders;
@@ -71,19 +83,6 @@ std::vector<ustring> ReadList(std::istream& list, const std::string& what) {
   }
   if (isOpen && !list.bad()) return folders;
   throw UsageError("cannot read " + what + ": " + std::generic_category().message(errno));
-}
-
-// A list of folders as the rules have it. Programs other than the environment cut it at ":" alone,
-// and an empty part may mean something to them.
-std::vector<ustring> SplitFolders(const std::string& list, const host::LookupRules& rules) {
-  if (rules.foldersHaveMeaning) return SplitZentraPath(TextFromBytes(list));
-  std::vector<ustring> folders;
-  for (std::size_t begin = 0; begin <= list.size();) {
-    const std::size_t end = std::min(list.find(':', begin), list.size());
-    folders.push_back(TextFromBytes(list.substr(begin, end - begin)));
-    begin = end + 1;
-  }
-  return folders;
 }
 
 // `where` is the option or operand that the part was given for. A cache among the parts goes into
@@ -119,6 +118,7 @@ struct NamedFolders {
   host::FolderSource source;
   std::string where;  // for the message that there are none
   std::vector<host::PathEntryFactory> caches;
+  std::vector<ustring> quoteFolders = {};
 };
 
 host::Environment Open(NamedFolders named, const PathOptions& options) {
@@ -138,7 +138,8 @@ host::Environment Open(NamedFolders named, const PathOptions& options) {
                                    .keepDuplicates = options.keepDuplicates,
                                    .without = GetTexts(options.without),
                                    .caches = std::move(named.caches),
-                                   .rules = rules};
+                                   .rules = rules,
+                                   .quoteFolders = std::move(named.quoteFolders)};
   if (options.packages) made.packages = TextFromBytes(*options.packages);
   const host::Environment environment(made);
   if (options.packages) CheckRoot("--packages", *options.packages, *environment.GetPackages());
@@ -177,6 +178,7 @@ void PathOptions::AddFoldersTo(CommandLine& commandLine) {
                         "A:B:..., @FILE (one folder a line, or a cache), or -");
   commandLine.AddValue("--cache", "FILE", cache,
                        "do not read unchanged folders; see cache write --help");
+  AddSourcesTo(commandLine);
   AddRulesTo(commandLine);
   AddRecursiveTo(commandLine);
   commandLine.AddValues("--without", "FOLDER", without, "hide this folder; may be repeated");
@@ -201,6 +203,63 @@ void PathOptions::AddReadingTo(CommandLine& commandLine) {
   AddRulesTo(commandLine);
   AddRecursiveTo(commandLine);
   AddReportingTo(commandLine);
+}
+
+void PathOptions::AddSourcesTo(CommandLine& commandLine) {
+  commandLine.AddValue("--path-of", "WHAT", pathOf,
+                       "PATH, another variable, cc, c++, perl or python");
+  commandLine.AddValues("--flag", "FLAG", flags, "for the compiler of --path-of; may be repeated");
+  commandLine.AddValue("--profile", "NAME", profile,
+                       "path, rules and extensions; see searchpath profiles");
+  commandLine.AddNotes(kSourceNotes);
+  commandLine.AfterParse([this] { ReadSources(); });
+}
+
+void PathOptions::CheckSources() const {
+  const auto refuseBoth = [](const std::string& left, const std::string& right) {
+    throw UsageError(left + " and " + right + " exclude each other; leave out one of them");
+  };
+  if (pathOf && !parts.empty()) refuseBoth("--path-of", "--path");
+  if (pathOf && profile) refuseBoth("--path-of", "--profile");
+  if (pathOf && cache) refuseBoth("--path-of", "--cache");
+  if (profile && cache && parts.empty()) refuseBoth("--profile", "--cache without --path");
+  if (pathOf && !IsPathSource(*pathOf)) {
+    throw UsageError("--path-of is " + std::string(kPathSources) + ", not " + Quoted(*pathOf));
+  }
+}
+
+void PathOptions::ReadSources() {
+  CheckSources();
+  Profile chosen;
+  if (pathOf) chosen = {.pathOf = pathOf, .rules = GetUsualRules(*pathOf), .extensions = {{}}};
+  if (profile) chosen = GetProfile(*profile);
+  const std::string source = chosen.pathOf.value_or("");
+  if (!flags.empty() && !IsCompiler(source)) {
+    throw UsageError("--flag is for --path-of cc and c++ and their profiles; leave out --flag");
+  }
+  chosen.flags.insert(chosen.flags.end(), flags.begin(), flags.end());
+  if (!as) as = chosen.rules;
+  moduleSeparator = TextFromBytes(chosen.moduleSeparator);
+  isNamed = parts.empty() && (chosen.pathOf || chosen.path || !chosen.folders.empty());
+  const bool takesSuffixes = HasSuffixes(source) && !chosen.extensions;
+  if (chosen.pathOf && (isNamed || takesSuffixes)) {
+    named = ReadPathSource(source, chosen.flags, GetRules());
+  } else if (chosen.path) {
+    named.folders = SplitFolders(*chosen.path, GetRules());
+  } else {
+    named.folders = GetTexts(chosen.folders);
+  }
+  if (!takesSuffixes)
+    named.suffixes = GetTexts(chosen.extensions.value_or(std::vector<std::string>()));
+}
+
+ustring PathOptions::GetFileName(const std::string& name) const {
+  ustring file = TextFromBytes(name);
+  if (moduleSeparator.empty() || file.find(u'/') != ustring::npos) return file;
+  for (std::size_t at = 0; (at = file.find(moduleSeparator, at)) != ustring::npos; ++at) {
+    file.replace(at, moduleSeparator.size(), 1, u'/');
+  }
+  return file;
 }
 
 void PathOptions::AddRulesTo(CommandLine& commandLine) {
@@ -233,6 +292,13 @@ host::Environment OpenPath(const PathOptions& options, const CommandLine& comman
     std::vector<ustring> folders = caches.front().GetFolderStrings();
     return Open({std::move(folders), host::FolderSource::Cache, "--cache", std::move(caches)},
                 options);
+  }
+  if (options.isNamed) {
+    const std::string where =
+        options.profile ? "--profile " + *options.profile : "--path-of " + *options.pathOf;
+    return Open(
+        {options.named.folders, host::FolderSource::Given, where, {}, options.named.quoteFolders},
+        options);
   }
   NamedFolders stored = ReadStoredPath();
   if (stored.folders.empty() && !options.packages) {

@@ -1,6 +1,7 @@
 #ifndef SEARCHPATH_TOOLS_SEARCHPATH_SEARCH_PATH_H
 #define SEARCHPATH_TOOLS_SEARCHPATH_SEARCH_PATH_H
 
+#include "path_source.h"
 #include "searchpath/host/environment.h"
 
 #include <optional>
@@ -13,8 +14,11 @@ class CommandLine;
 
 /// The options on the path that a command works on.
 struct PathOptions {
-  std::vector<std::string> parts;  // of --path, in order
-  std::optional<std::string> as;   // the name of the rules
+  std::vector<std::string> parts;     // of --path, in order
+  std::optional<std::string> pathOf;  // who names the path instead
+  std::vector<std::string> flags;     // for the compiler that does
+  std::optional<std::string> profile;
+  std::optional<std::string> as;  // the name of the rules
   std::optional<std::string> cache;
   bool recursive = false;
   std::vector<std::string> without;
@@ -32,13 +36,32 @@ struct PathOptions {
   /// For a command whose paths are operands.
   void AddReadingTo(CommandLine& commandLine);
 
+  /// Whether these options name a path. Otherwise the stored one is meant.
+  [[nodiscard]] bool NameAPath() const { return !parts.empty() || cache || isNamed; }
+
+  /// The extensions of the profile, each with its dot.
+  [[nodiscard]] const std::vector<ustring>& GetExtensions() const { return named.suffixes; }
+
+  /// The file name of `name`, which may be written as the programs of the profile write it.
+  [[nodiscard]] ustring GetFileName(const std::string& name) const;
+
   /// Errors: `UsageError` when --as names none.
   [[nodiscard]] host::LookupRules GetRules() const;
 
  private:
+  friend host::Environment OpenPath(const PathOptions& options, const CommandLine& commandLine);
+
+  void AddSourcesTo(CommandLine& commandLine);
+  void CheckSources() const;
+  /// Takes what --path-of and --profile mean, unless another option says it.
+  void ReadSources();
   void AddRulesTo(CommandLine& commandLine);
   void AddRecursiveTo(CommandLine& commandLine);
   void AddReportingTo(CommandLine& commandLine);
+
+  bool isNamed = false;     // by --path-of or --profile
+  SourcedPath named;        // by --path-of or --profile
+  ustring moduleSeparator;  // of the profile; "" for none
 };
 
 /// Errors: `UsageError` when there is no path, or a list or a root of packages that cannot be read.

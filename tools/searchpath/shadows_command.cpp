@@ -65,8 +65,8 @@ struct ShadowsOptions {
 
   [[nodiscard]] host::ShadowLookup GetLookup(const std::vector<std::string>& names) const {
     host::ShadowLookup lookup;
-    lookup.names = GetTexts(names);
-    lookup.extensions = matching.GetExtensions();
+    for (const std::string& name : names) lookup.names.push_back(path.GetFileName(name));
+    lookup.extensions = matching.GetExtensions(path.GetExtensions());
     lookup.policy = matching.GetPolicy();
     if (allow) lookup.allowed = ReadListFile(*allow, "the names of --allow");
     return lookup;

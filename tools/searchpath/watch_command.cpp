@@ -101,7 +101,7 @@ struct WatchOptions {
 // The files that the path is read from.
 std::vector<AbsoluteIRI> FindLists(const PathOptions& options) {
   const host::WorkingFolder workingFolder;
-  if (options.parts.empty() && !options.cache) {
+  if (!options.NameAPath()) {
     return {workingFolder.Locate(host::StoredPath::GetDefaultFile().native())};
   }
   std::vector<AbsoluteIRI> lists;
