@@ -2,16 +2,13 @@
 #include "commands.h"
 #include "hint.h"
 #include "matching.h"
-#include "path_folder.h"
-#include "phrases.h"
 #include "progress.h"
 #include "search_path.h"
-#include "searchpath/model/byte_text.h"
+#include "shadow_output.h"
 #include "words.h"
 
-#include <nlohmann/json.hpp>
-
 #include <set>
+#include <utility>
 
 namespace Corvane::PathManagement::tool {
 
@@ -91,95 +88,6 @@ void KeepOnly(const std::set<host::ShadowKind>& kinds, std::vector<host::Shadow>
   std::erase_if(shadows, [](const host::Shadow& shadow) { return shadow.hidden.empty(); });
 }
 
-std::string GetCounts(const host::ShadowCounts& counts) {
-  std::vector<std::string> list;
-  for (const host::ShadowKind kind : host::kShadowKinds) {
-    const std::size_t count = counts.Of(kind);
-    if (count > 0) list.push_back(std::to_string(count) + ' ' + host::GetText(kind));
-  }
-  return Join(list, ", ");
-}
-
-void AddCounts(nlohmann::ordered_json& object, const host::ShadowCounts& counts) {
-  object["files"] = counts.GetTotal();
-  for (const host::ShadowKind kind : host::kShadowKinds) {
-    object[GetWord(kind)] = counts.Of(kind);
-  }
-}
-
-void WriteSummaryObjects(const Output& output, std::size_t names,
-                         const host::ShadowSummary& summary) {
-  nlohmann::ordered_json total = {{"names", names}};
-  AddCounts(total, summary.counts);
-  output.WriteObject(total);
-  for (const host::FolderShadows& folders : summary.folders) {
-    nlohmann::ordered_json object;
-    AddText(object, "winner", GetNativePath(*folders.winner));
-    AddText(object, "hidden", GetNativePath(*folders.hidden));
-    AddCounts(object, folders.counts);
-    output.WriteObject(object);
-  }
-}
-
-void WriteSummaryWords(const Output& output, std::size_t names,
-                       const host::ShadowSummary& summary) {
-  const std::size_t files = summary.counts.GetTotal();
-  WriteData(GetCounted(names, "name") + (names == 1 ? " hides " : " hide ") +
-            GetCounted(files, "file") + (files == 0 ? "" : ": " + GetCounts(summary.counts)) +
-            '\n');
-  for (const host::FolderShadows& folders : summary.folders) {
-    WriteData("  " + output.GetShown(GetNativePath(*folders.winner)) + " hides " +
-              GetCounted(folders.counts.GetTotal(), "file") + " of " +
-              output.GetShown(GetNativePath(*folders.hidden)) + ": " + GetCounts(folders.counts) +
-              '\n');
-  }
-}
-
-void WriteSummary(const Output& output, const std::vector<host::Shadow>& shadows) {
-  const host::ShadowSummary summary = host::GetSummary(shadows);
-  if (output.IsJson()) {
-    WriteSummaryObjects(output, shadows.size(), summary);
-  } else {
-    WriteSummaryWords(output, shadows.size(), summary);
-  }
-}
-
-void WriteShadow(const Output& output, const host::Shadow& shadow) {
-  if (output.IsJson()) {
-    nlohmann::ordered_json object;
-    AddText(object, "name", shadow.name);
-    AddText(object, "path", host::GetNativePath(shadow.winner));
-    object["hidden"] = nlohmann::ordered_json::array();
-    for (const host::HiddenFile& hidden : shadow.hidden) {
-      nlohmann::ordered_json& file = object["hidden"].emplace_back();
-      AddText(file, "path", host::GetNativePath(hidden.file));
-      file["kind"] = GetWord(hidden.kind);
-    }
-    output.WriteObject(object);
-    return;
-  }
-  constexpr std::size_t kKindWidth = 10;  // of "unreadable"
-  WriteData(output.GetShown(Quoted(shadow.name)) + " means " +
-            output.GetShown(host::GetNativePath(shadow.winner)) + " and hides\n");
-  for (const host::HiddenFile& hidden : shadow.hidden) {
-    WriteData("  " + GetPadded(host::GetText(hidden.kind), kKindWidth) + "  " +
-              output.GetShown(host::GetNativePath(hidden.file)) + '\n');
-  }
-}
-
-// Reports each file that could not be read once.
-void ReportUnread(const std::vector<host::Shadow>& shadows) {
-  std::set<std::string> reported;
-  for (const host::Shadow& shadow : shadows) {
-    for (const host::HiddenFile& hidden : shadow.hidden) {
-      if (!hidden.problem) continue;
-      const std::string file = GetBytes(host::GetNativePath(hidden.problem->file));
-      if (!reported.insert(file).second) continue;
-      Report("cannot read " + Quoted(file) + ": " + hidden.problem->reason.message());
-    }
-  }
-}
-
 }  // namespace
 
 Outcome RunShadows(const std::vector<std::string>& arguments) {
@@ -203,11 +111,7 @@ Outcome RunShadows(const std::vector<std::string>& arguments) {
   }
   if (!options.path.quiet) ReportUnread(report.shadows);
   KeepOnly(kinds, report.shadows);
-  if (options.summary) {
-    WriteSummary(output, report.shadows);
-  } else {
-    for (const host::Shadow& shadow : report.shadows) WriteShadow(output, shadow);
-  }
+  WriteShadows(output, report.shadows, options.summary);
   if (failed) return Outcome::Failed;
   return report.shadows.empty() ? Outcome::Clean : Outcome::Findings;
 }

@@ -1,0 +1,127 @@
+#include "shadow_output.h"
+
+#include "output.h"
+#include "path_folder.h"
+#include "phrases.h"
+#include "searchpath/host/native_location.h"
+#include "words.h"
+
+#include <nlohmann/json.hpp>
+
+#include <set>
+#include <string>
+
+namespace Corvane::PathManagement::tool {
+
+namespace {
+
+std::string GetCounts(const host::ShadowCounts& counts) {
+  std::vector<std::string> list;
+  for (const host::ShadowKind kind : host::kShadowKinds) {
+    const std::size_t count = counts.Of(kind);
+    if (count > 0) list.push_back(std::to_string(count) + ' ' + host::GetText(kind));
+  }
+  return Join(list, ", ");
+}
+
+void AddCounts(nlohmann::ordered_json& object, const host::ShadowCounts& counts) {
+  object["files"] = counts.GetTotal();
+  for (const host::ShadowKind kind : host::kShadowKinds) {
+    object[GetWord(kind)] = counts.Of(kind);
+  }
+}
+
+// An object whose first field is the number of the list, if there is one.
+nlohmann::ordered_json MakeObject(std::optional<std::size_t> list) {
+  nlohmann::ordered_json object;
+  if (list) object["list"] = *list;
+  return object;
+}
+
+void WriteSummaryObjects(const Output& output, std::size_t names,
+                         const host::ShadowSummary& summary, std::optional<std::size_t> list) {
+  nlohmann::ordered_json total = MakeObject(list);
+  total["names"] = names;
+  AddCounts(total, summary.counts);
+  output.WriteObject(total);
+  for (const host::FolderShadows& folders : summary.folders) {
+    nlohmann::ordered_json object = MakeObject(list);
+    AddText(object, "winner", GetNativePath(*folders.winner));
+    AddText(object, "hidden", GetNativePath(*folders.hidden));
+    AddCounts(object, folders.counts);
+    output.WriteObject(object);
+  }
+}
+
+void WriteSummaryWords(const Output& output, std::size_t names,
+                       const host::ShadowSummary& summary) {
+  const std::size_t files = summary.counts.GetTotal();
+  WriteData(GetCounted(names, "name") + (names == 1 ? " hides " : " hide ") +
+            GetCounted(files, "file") + (files == 0 ? "" : ": " + GetCounts(summary.counts)) +
+            '\n');
+  for (const host::FolderShadows& folders : summary.folders) {
+    WriteData("  " + output.GetShown(GetNativePath(*folders.winner)) + " hides " +
+              GetCounted(folders.counts.GetTotal(), "file") + " of " +
+              output.GetShown(GetNativePath(*folders.hidden)) + ": " + GetCounts(folders.counts) +
+              '\n');
+  }
+}
+
+void WriteSummary(const Output& output, const std::vector<host::Shadow>& shadows,
+                  std::optional<std::size_t> list) {
+  const host::ShadowSummary summary = host::GetSummary(shadows);
+  if (output.IsJson()) {
+    WriteSummaryObjects(output, shadows.size(), summary, list);
+  } else {
+    WriteSummaryWords(output, shadows.size(), summary);
+  }
+}
+
+void WriteShadow(const Output& output, const host::Shadow& shadow,
+                 std::optional<std::size_t> list) {
+  if (output.IsJson()) {
+    nlohmann::ordered_json object = MakeObject(list);
+    AddText(object, "name", shadow.name);
+    AddText(object, "path", host::GetNativePath(shadow.winner));
+    object["hidden"] = nlohmann::ordered_json::array();
+    for (const host::HiddenFile& hidden : shadow.hidden) {
+      nlohmann::ordered_json& file = object["hidden"].emplace_back();
+      AddText(file, "path", host::GetNativePath(hidden.file));
+      file["kind"] = GetWord(hidden.kind);
+    }
+    output.WriteObject(object);
+    return;
+  }
+  constexpr std::size_t kKindWidth = 10;  // of "unreadable"
+  WriteData(output.GetShown(Quoted(shadow.name)) + " means " +
+            output.GetShown(host::GetNativePath(shadow.winner)) + " and hides\n");
+  for (const host::HiddenFile& hidden : shadow.hidden) {
+    WriteData("  " + GetPadded(host::GetText(hidden.kind), kKindWidth) + "  " +
+              output.GetShown(host::GetNativePath(hidden.file)) + '\n');
+  }
+}
+
+}  // namespace
+
+void WriteShadows(const Output& output, const std::vector<host::Shadow>& shadows, bool asSummary,
+                  std::optional<std::size_t> list) {
+  if (asSummary) {
+    WriteSummary(output, shadows, list);
+  } else {
+    for (const host::Shadow& shadow : shadows) WriteShadow(output, shadow, list);
+  }
+}
+
+void ReportUnread(const std::vector<host::Shadow>& shadows) {
+  std::set<std::string> reported;
+  for (const host::Shadow& shadow : shadows) {
+    for (const host::HiddenFile& hidden : shadow.hidden) {
+      if (!hidden.problem) continue;
+      const std::string file = GetBytes(host::GetNativePath(hidden.problem->file));
+      if (!reported.insert(file).second) continue;
+      Report("cannot read " + Quoted(file) + ": " + hidden.problem->reason.message());
+    }
+  }
+}
+
+}  // namespace Corvane::PathManagement::tool
