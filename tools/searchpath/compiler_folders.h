@@ -10,9 +10,9 @@ namespace Corvane::PathManagement::tool {
 /// A compiler of the C family, and how it is called.
 struct CompilerCall {
   std::vector<std::string> words;          // the program, and words that always stand behind it
-  std::vector<std::string> flags;          // those that change which folders are searched
-  std::string language;                    // as -x names it
-  std::string advice;                      // what to do when it does not answer, for messages
+  std::vector<std::string> flags = {};     // those that change which folders are searched
+  std::string language = {};               // as -x names it
+  std::string advice = {};                 // what to do when it does not answer, for messages
   std::optional<std::string> folder = {};  // where it runs; empty for the working folder
 };
 

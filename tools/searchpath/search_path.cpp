@@ -308,6 +308,11 @@ host::Environment OpenPath(const PathOptions& options, const CommandLine& comman
   return Open(std::move(stored), options);
 }
 
+host::Environment OpenSource(const SourcedPath& source, const std::string& where,
+                             const PathOptions& options) {
+  return Open({source.folders, host::FolderSource::Given, where, {}, source.quoteFolders}, options);
+}
+
 host::Environment OpenVersion(const std::string& part, const std::string& where,
                               const PathOptions& options) {
   if (part.starts_with('@') && IsListing(part.substr(1))) {

@@ -68,6 +68,12 @@ struct PathOptions {
 [[nodiscard]] host::Environment OpenPath(const PathOptions& options,
                                          const CommandLine& commandLine);
 
+/// The path of another program; `where` is the option that named it, for messages.
+///
+/// Errors: as `OpenPath`.
+[[nodiscard]] host::Environment OpenSource(const SourcedPath& source, const std::string& where,
+                                           const PathOptions& options);
+
 /// The path that `part` denotes, in the syntax of --path; `where` is the operand, for messages. The
 /// folders of a saved listing are as they were when it was saved.
 ///

@@ -103,9 +103,18 @@ void WriteShadow(const Output& output, const host::Shadow& shadow,
 
 }  // namespace
 
-void WriteShadows(const Output& output, const std::vector<host::Shadow>& shadows, bool asSummary,
-                  std::optional<std::size_t> list) {
-  if (asSummary) {
+void KeepOnly(const std::set<host::ShadowKind>& kinds, std::vector<host::Shadow>& shadows) {
+  if (kinds.empty()) return;
+  for (host::Shadow& shadow : shadows) {
+    std::erase_if(shadow.hidden,
+                  [&](const host::HiddenFile& file) { return !kinds.contains(file.kind); });
+  }
+  std::erase_if(shadows, [](const host::Shadow& shadow) { return shadow.hidden.empty(); });
+}
+
+void WriteShadows(const Output& output, const std::vector<host::Shadow>& shadows,
+                  const ShadowFormat& format, std::optional<std::size_t> list) {
+  if (format.isSummary) {
     WriteSummary(output, shadows, list);
   } else {
     for (const host::Shadow& shadow : shadows) WriteShadow(output, shadow, list);
@@ -121,6 +130,16 @@ void ReportUnread(const std::vector<host::Shadow>& shadows) {
       if (!reported.insert(file).second) continue;
       Report("cannot read " + Quoted(file) + ": " + hidden.problem->reason.message());
     }
+  }
+}
+
+void ReportUnknown(const ustring& name, const std::string& hint) {
+  Report("no file called " + Quoted(name) + " on the path" + hint);
+}
+
+void ReportIdleAllowances(const std::vector<ustring>& names) {
+  for (const ustring& name : names) {
+    Report("--allow " + Quoted(name) + ": no file of that name is hidden");
   }
 }
 

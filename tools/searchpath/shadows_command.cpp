@@ -1,5 +1,6 @@
 #include "command_line.h"
 #include "commands.h"
+#include "compile_commands_audit.h"
 #include "hint.h"
 #include "matching.h"
 #include "progress.h"
@@ -20,7 +21,8 @@ constexpr CommandText kText = {
     "  searchpath shadows --path \"$PATH\"\n"
     "  searchpath shadows --path \"$PATH\" --summary   numbers, folder by folder\n"
     "  searchpath shadows plot.zt --path mine:lib    this name only\n"
-    "  searchpath shadows --path mine:lib --ext zt --allow overrides.txt\n",
+    "  searchpath shadows --path mine:lib --ext zt --allow overrides.txt\n"
+    "  searchpath shadows --compile-commands build/compile_commands.json\n",
     "What is printed:\n"
     "  Each plain name, or each NAME given, for which find --all prints several\n"
     "  files; then these files. A hidden file is one of\n"
@@ -39,6 +41,14 @@ constexpr CommandText kText = {
     "  A name there that hides nothing is reported on standard error. So is a NAME\n"
     "  that no file has.\n"
     "\n"
+    "Headers:\n"
+    "  --compile-commands FILE asks the compilers in a compilation database for their\n"
+    "  folders, with the flags that they are called with (-I, -iquote, -isystem,\n"
+    "  -idirafter, --sysroot, ...). Each list of folders is examined once, as --as\n"
+    "  include does; those for headers in quotes come first. What is found begins\n"
+    "  with the number of files that are compiled with the list, and the first three\n"
+    "  of them; --json has all. NAME and --allow take names as geometry/area.h.\n"
+    "\n"
     "Exit: 0 no name hides a file, 1 some name does, 2 wrong usage or failure.\n"
     "\n"};
 
@@ -49,6 +59,7 @@ struct ShadowsOptions {
   bool summary = false;
   std::optional<std::string> allow;
   std::vector<std::string> only;
+  std::optional<std::string> compileCommands;
 
   void AddTo(CommandLine& commandLine) {
     path.AddTo(commandLine);
@@ -56,6 +67,8 @@ struct ShadowsOptions {
     commandLine.AddValue("--allow", "FILE", allow, "names that may hide files, one a line");
     commandLine.AddValues("--only", "KIND", only,
                           "only hidden files of this kind; may be repeated");
+    commandLine.AddValue("--compile-commands", "FILE", compileCommands,
+                         "the headers of each file in this compilation database");
     matching.AddTo(commandLine, "only files with this extension; may be repeated");
     output.AddTo(commandLine, false);
   }
@@ -78,16 +91,6 @@ std::set<host::ShadowKind> GetKinds(const std::vector<std::string>& words) {
   return kinds;
 }
 
-// Takes out what is not among `kinds`; nothing when there are none.
-void KeepOnly(const std::set<host::ShadowKind>& kinds, std::vector<host::Shadow>& shadows) {
-  if (kinds.empty()) return;
-  for (host::Shadow& shadow : shadows) {
-    std::erase_if(shadow.hidden,
-                  [&](const host::HiddenFile& file) { return !kinds.contains(file.kind); });
-  }
-  std::erase_if(shadows, [](const host::Shadow& shadow) { return shadow.hidden.empty(); });
-}
-
 }  // namespace
 
 Outcome RunShadows(const std::vector<std::string>& arguments) {
@@ -97,21 +100,21 @@ Outcome RunShadows(const std::vector<std::string>& arguments) {
   if (!commandLine.Parse(arguments)) return Outcome::Clean;
   const Output output(options.output);
   const host::ShadowLookup lookup = options.GetLookup(commandLine.GetOperands());
-  const std::set<host::ShadowKind> kinds = GetKinds(options.only);
+  const ShadowFormat format = {.isSummary = options.summary, .kinds = GetKinds(options.only)};
+  if (options.compileCommands) {
+    return AuditCompileCommands(*options.compileCommands, options.path, lookup, format, output);
+  }
   const host::Environment environment = OpenPath(options.path, commandLine);
   host::ShadowReport report =
       WithProgress(options.path.quiet, [&] { return environment.FindShadows(lookup); });
   const bool failed = ReportProblems(environment, options.path);
   for (const ustring& name : report.unknown) {
-    const std::string hint = GetHint(environment, {.name = name, .extensions = lookup.extensions});
-    Report("no file called " + Quoted(name) + " on the path" + hint);
+    ReportUnknown(name, GetHint(environment, {.name = name, .extensions = lookup.extensions}));
   }
-  for (const ustring& name : report.idleAllowances) {
-    Report("--allow " + Quoted(name) + ": no file of that name is hidden");
-  }
+  ReportIdleAllowances(report.idleAllowances);
   if (!options.path.quiet) ReportUnread(report.shadows);
-  KeepOnly(kinds, report.shadows);
-  WriteShadows(output, report.shadows, options.summary);
+  KeepOnly(format.kinds, report.shadows);
+  WriteShadows(output, report.shadows, format);
   if (failed) return Outcome::Failed;
   return report.shadows.empty() ? Outcome::Clean : Outcome::Findings;
 }

@@ -1,0 +1,133 @@
+#include "compile_commands_audit.h"
+
+#include "command_line.h"
+#include "header_lists.h"
+#include "phrases.h"
+#include "progress.h"
+
+#include <nlohmann/json.hpp>
+
+#include <algorithm>
+#include <utility>
+
+namespace Corvane::PathManagement::tool {
+
+namespace {
+
+void CheckOptions(const PathOptions& path) {
+  if (path.NameAPath() || path.packages || path.recursive) {
+    throw UsageError(
+        "--compile-commands names the folders; leave out the options that name others");
+  }
+  if (path.as.value_or("include") != "include") {
+    throw UsageError("--compile-commands and --as " + *path.as +
+                     " exclude each other; it is "
+                     "for headers, which are searched as include");
+  }
+}
+
+// Names that are left over in every list are left over.
+class LeftOver {
+ public:
+  void Add(std::vector<ustring> names) {
+    if (isFirst) all = names;
+    isFirst = false;
+    std::erase_if(all, [&](const ustring& name) {
+      return std::find(names.begin(), names.end(), name) == names.end();
+    });
+  }
+  [[nodiscard]] const std::vector<ustring>& Get() const { return all; }
+
+ private:
+  bool isFirst = true;
+  std::vector<ustring> all;
+};
+
+void WriteListObject(const Output& output, const HeaderList& list, std::size_t number) {
+  output.WriteObject({{"list", number},
+                      {"quoted", list.folders.quoted},
+                      {"folders", list.folders.searched},
+                      {"files", list.files}});
+}
+
+void WriteListWords(const Output& output, const HeaderList& list) {
+  constexpr std::size_t kNamed = 3;
+  std::vector<std::string> named(
+      list.files.begin(),
+      list.files.begin() + static_cast<std::ptrdiff_t>(std::min(kNamed, list.files.size())));
+  for (std::string& file : named) file = output.GetShown(file);
+  if (list.files.size() > kNamed) named.emplace_back("...");
+  WriteData("in " + GetCounted(list.files.size(), "file") + ": " + Join(named, ", ") + '\n');
+}
+
+class Audit {
+ public:
+  Audit(PathOptions pathOptions, const host::ShadowLookup& shadowLookup,
+        const ShadowFormat& shadowFormat, const Output& whereTo)
+      : path(std::move(pathOptions)), lookup(shadowLookup), format(shadowFormat), output(whereTo) {
+    path.as = "include";
+  }
+
+  void Add(const HeaderList& list) {
+    ++number;
+    SourcedPath folders;
+    for (const auto* part : {&list.folders.quoted, &list.folders.searched}) {
+      const auto texts = GetTexts(*part);
+      folders.folders.insert(folders.folders.end(), texts.begin(), texts.end());
+    }
+    if (output.IsJson()) WriteListObject(output, list, number);
+    if (folders.folders.empty()) return;  // without the compiler's own
+    const host::Environment environment = OpenSource(folders, "--compile-commands", path);
+    host::ShadowReport report =
+        WithProgress(path.quiet, [&] { return environment.FindShadows(lookup); });
+    failed = ReportProblems(environment, path) || failed;
+    if (!path.quiet) ReportUnread(report.shadows);
+    unknown.Add(report.unknown);
+    idle.Add(report.idleAllowances);
+    KeepOnly(format.kinds, report.shadows);
+    if (report.shadows.empty()) return;
+    hasFindings = true;
+    if (!output.IsJson()) WriteListWords(output, list);
+    WriteShadows(output, report.shadows, format,
+                 output.IsJson() ? std::optional(number) : std::nullopt);
+  }
+
+  Outcome Finish() const {
+    for (const ustring& name : unknown.Get()) ReportUnknown(name);
+    ReportIdleAllowances(idle.Get());
+    if (failed) return Outcome::Failed;
+    return hasFindings ? Outcome::Findings : Outcome::Clean;
+  }
+
+ private:
+  PathOptions path;
+  const host::ShadowLookup& lookup;
+  const ShadowFormat& format;
+  const Output& output;
+  std::size_t number = 0;
+  LeftOver unknown;
+  LeftOver idle;
+  bool failed = false;
+  bool hasFindings = false;
+};
+
+}  // namespace
+
+Outcome AuditCompileCommands(const std::string& database, PathOptions path,
+                             const host::ShadowLookup& lookup, const ShadowFormat& format,
+                             const Output& output) {
+  CheckOptions(path);
+  const HeaderLists found = WithProgress(path.quiet, [&] { return ReadHeaderLists(database); });
+  for (const std::string& problem : found.problems) Report(problem);
+  if (!found.otherFiles.empty() && !path.quiet) {
+    Report(GetCounted(found.otherFiles.size(), "file") +
+           " in no language of the C family left out: " + Quoted(found.otherFiles.front()) +
+           (found.otherFiles.size() > 1 ? ", ..." : ""));
+  }
+  Audit audit(std::move(path), lookup, format, output);
+  for (const HeaderList& list : found.lists) audit.Add(list);
+  const Outcome outcome = audit.Finish();
+  return found.problems.empty() ? outcome : Outcome::Failed;
+}
+
+}  // namespace Corvane::PathManagement::tool
