@@ -117,6 +117,14 @@ TEST_F(CompileCommandsTest, EachListIsExaminedOnceAndNamesItsFiles) {
        "it, "
        "or take its files out of `db.json`\n",
        "in 1 file: $T/1.c\n`fn.zt` means $T/over/fn.zt and hides\n  identical   $T/mid/fn.zt\n"},
+      {"mkdir -p over/geometry; echo other >over/geometry/area.zt; . ../db; db <<'END'\n1.c:cc -I "
+       "mid "
+       "-I over\nEND\ns shadows --only different --compile-commands db.json; s shadows --only "
+       "same-file "
+       "--compile-commands db.json",
+       0, "",
+       "in 1 file: $T/1.c\n`geometry/area.zt` means $T/mid/geometry/area.zt and hides\n"
+       "  different   $T/over/geometry/area.zt\n"},
       {". ../db; db <<'END'\n1.c:cc -c 1.c\nEND\ns shadows --compile-commands db.json", 0, "", ""},
       {"s shadows --compile-commands db.json --path lib", 2,
        "--compile-commands names the folders;", ""},
@@ -146,7 +154,7 @@ TEST_F(CompileCommandsTest, CompilersOfThisMachineAgree) {
 lists() { sed -n 's/.*"quoted":\[\(.*\)\],"folders":\[\(.*\)\],"files".*/\1\n<>\n\2/p' | tr , '\n' | tr -d '"'; }
 own() { sed -n '/^#include "/,/^End/{s/^#include <.*/<>/p;s:^ \([^/].*\):'"$PWD"'/\1:p;s:^ /:/:p}'; }
 compilers=0
-for cc in gcc g++ clang clang++ clang-19; do
+for cc in gcc g++ clang-19; do
   command -v $cc >/dev/null || continue
   compilers=1
   while read -r flags; do

@@ -107,6 +107,35 @@ TEST_F(ProfileTest, AProgramThatDoesNotAnswerIsEnded) {
   EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(30));
 }
 
+// Where this machine has the program, the modules that a profile finds are those that it finds itself.
+TEST_F(ProfileTest, ModulesOfThisMachineAreFoundAsTheirProgramsFindThem) {
+  const char* const python =
+      R"sh(command -v python3 >/dev/null || exit 0; mkdir m; cd m; export PYTHONPATH=$PWD/../p
+mkdir -p ../p/both ../p/only ../p/b; touch both.py ../p/both/__init__.py ../p/only/__init__.py ../p/only.py ../p/b/no.py
+touch ../p/over.py; cp ../p/over.py over.pyc; for e in .so .py; do touch ../p/first$e; done
+python3 >../told -c '
+import os, pkgutil
+from importlib.machinery import PathFinder
+def tell(prefix, path):
+    for module in pkgutil.iter_modules(path):
+        spec = PathFinder.find_spec(module.name, path)
+        if not spec or not spec.origin or not os.path.isfile(spec.origin): continue
+        print(prefix + module.name, spec.origin)
+        if module.ispkg and not prefix: tell(module.name + ".", spec.submodule_search_locations)
+tell("", None)'
+cut -d' ' -f1 ../told | s find --profile python --stdin --quiet >../found; cut -d' ' -f2- ../told | diff - ../found | head
+[ $(wc -l <../found) -gt 50 ] || echo too few)sh";
+  const char* const perl =
+      R"sh(command -v perl >/dev/null || exit 0; mkdir -p p/Text; touch p/Text/Wrap.pm; export PERL5LIB=$PWD/p
+perl -MFile::Find -e 'for $d (grep { -d } @INC) { find({no_chdir => 1, wanted => sub {
+  return unless /\.pm$/ && -f; ($n = substr($_, 1 + length $d)) =~ s/\.pm$//; $n =~ s{/}{::}g; $f{$n} //= $_ }}, $d) }
+  print "$_ $f{$_}
+" for grep { !/\./ } sort keys %f' >../told
+cut -d' ' -f1 ../told | s find --profile perl --stdin --quiet >../found; cut -d' ' -f2- ../told | diff - ../found | head
+[ $(wc -l <../found) -gt 50 ] || echo too few)sh";
+  Check({{python, 0, "", ""}, {perl, 0, "", ""}});
+}
+
 // Where this machine has the program, the folders are those that it names itself.
 TEST_F(ProfileTest, ProgramsOfThisMachineAgree) {
   Check({
