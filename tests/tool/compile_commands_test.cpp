@@ -82,7 +82,7 @@ TEST_F(CompileCommandsTest, EachListIsExaminedOnceAndNamesItsFiles) {
        "1.c:cc -Iover -Imid -O1\n2.c:cc -Iover -Imid -O2\n3.c:cc -I over -Imid\n"
        "4.c:cc -c -Iover -Imid\n/5.c:cc -iquotelib -iquote lib -Iover\n6.f90:cc\n7.c:cc "
        "-Iover\nEND\n"
-       "s shadows --compile-commands db.json; wc -l <../asked",
+       "cd lib; s shadows --compile-commands ../db.json; wc -l <../../asked",
        0, "1 file in no language of the C family left out: `$T/6.f90`\n",
        "in 4 files: $T/1.c, $T/2.c, $T/3.c, ...\n"
        "`fn.zt` means $T/over/fn.zt and hides\n  identical   $T/mid/fn.zt\n"

@@ -189,10 +189,11 @@ END
        "`extensions`:null,`moduleSeparator`:`.`,`file`:null}\n"
        "{`name`:`list`,`rules`:`plain`,`path`:[`a:b`,`mid`],`pathOf`:null,`flags`:[],"
        "`extensions`:[],`moduleSeparator`:`/`\n"},
-      {"s find --profile mine fn pkg::inner sub/own; echo private::own | s find --stdin --profile "
+      {"touch lib/+pkg/a::b.zt; s find --profile mine fn pkg::inner pkg/a::b sub/own; echo "
+       "private::own | s find --stdin --profile "
        "mine",
        0, "no file called `sub/own` on the path",
-       "$T/lib/fn.zt\n$T/lib/+pkg/inner.zt\n$T/lib/private/own.zt\n"},
+       "$T/lib/fn.zt\n$T/lib/+pkg/inner.zt\n$T/lib/+pkg/a::b.zt\n$T/lib/private/own.zt\n"},
       {"s find --profile mine fn --ext c; s find --profile mine fn --path mid:over", 0, "",
        "$T/lib/fn.c\n$T/over/fn.zt\n"},
       {"s shadows --profile mine fn | head -n 1; s files --profile mine | head -n 2", 0, "",
