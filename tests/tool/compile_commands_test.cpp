@@ -103,7 +103,7 @@ TEST_F(CompileCommandsTest, EachListIsExaminedOnceAndNamesItsFiles) {
        "{`list`:1,`names`:1,`files`:1\n{`list`:1,`winner`:`$T/over`,`hidden`:`$T/mid`\n"
        "{`list`:2,`names`:1,`files`:1\n"},
       // What is left over in one list alone is not left over.
-      {". ../db; printf 'fn.zt\\nplain\\nfo.zt\\n' >allow; s shadows fn.zt plain no --quiet "
+      {". ../db; printf 'fn.zt\\nplain\\nfo.zt\\n' >allow; s shadows fn.zt no plain --quiet "
        "--allow "
        "allow --compile-commands db.json",
        0,
@@ -125,6 +125,10 @@ TEST_F(CompileCommandsTest, EachListIsExaminedOnceAndNamesItsFiles) {
        0, "",
        "in 1 file: $T/1.c\n`geometry/area.zt` means $T/mid/geometry/area.zt and hides\n"
        "  different   $T/over/geometry/area.zt\n"},
+      {". ../db; seq 4000 | sed 's/$/.c:cc -Ilib -Imid/' | db; s shadows --compile-commands "
+       "db.json | "
+       "head -n 1",
+       0, "", "in 4000 files: $T/1.c, $T/2.c, $T/3.c, ...\n"},
       {". ../db; db <<'END'\n1.c:cc -c 1.c\nEND\ns shadows --compile-commands db.json", 0, "", ""},
       {"s shadows --compile-commands db.json --path lib", 2,
        "--compile-commands names the folders;", ""},

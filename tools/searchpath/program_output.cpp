@@ -70,6 +70,7 @@ class SpawnActions {
   // Returns the errno of a failure, else 0.
   int Start(const ProgramQuestion& question, pid_t& process) const {
     std::vector<char*> words;
+    words.reserve(question.words.size() + 1);
     // The interface lacks the const, not the promise.
     for (const std::string& word : question.words) words.push_back(const_cast<char*>(word.c_str()));
     words.push_back(nullptr);
