@@ -2,7 +2,7 @@
 #include "commands.h"
 #include "path_source.h"
 #include "phrases.h"
-#include "profile.h"
+#include "profiles.h"
 #include "searchpath/model/byte_text.h"
 
 #include <nlohmann/json.hpp>

@@ -5,7 +5,7 @@
 #include "output.h"
 #include "package_output.h"
 #include "path_folder.h"
-#include "profile.h"
+#include "profiles.h"
 #include "progress.h"
 #include "searchpath/host/stored_path.h"
 #include "searchpath/model/byte_text.h"

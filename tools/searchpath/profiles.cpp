@@ -1,4 +1,4 @@
-#include "profile.h"
+#include "profiles.h"
 
 #include "command_line.h"
 #include "path_source.h"
