@@ -72,7 +72,7 @@ configure() {
 package_set() {
   case $1 in
     clang | fuzz) echo check ;;
-    bench) echo bench ;;
+    bench | coverage) echo "$1" ;;
     *) echo build ;;
   esac
 }
