@@ -40,8 +40,8 @@ TEST_F(ToolTest, DiffTellsFoldersOrNames) {
        "{`change`:`new`,`name`:`inner.zt`,`old`:null,`new`:`$T/lib/+pkg/inner.zt`}\n"},
       {"s diff --names over lib --color always | head -n 1", 0, "",
        "\x1b[32mnew\x1b[0m      $T/lib/Case.zt\n"},
-      {"s diff --strict --quiet lib no", 2, "",
-       "removed    1         $T/lib\nadded      1         $T/no\n"},
+      {"s diff --strict lib:no mid:no", 2, "cannot search `$T/no`: no such folder\n",
+       "removed    1         $T/lib\nadded      1         $T/mid\n"},
   });
 }
 
@@ -106,6 +106,7 @@ TEST_F(ToolTest, CachesAndSavedListingsAnswer) {
        "cannot use `over/fifo`: it cannot be opened: it is not a reg", ""},
       {"s cache write no/x --path lib", 2, "cannot write the cache: cannot create a file beside",
        ""},
+      {"s list --save ../part --path lib:no --strict", 2, "cannot search `$T/no`: no such", ""},
       {"s list --path - <../saved", 2, "a cache is read from a file: --path @FILE", ""},
       {"SEARCHPATH_LOG=../log s find --all fn.zt fo.zt --path lib --cache ../cache; grep -oE "
        "'host::[a-z]+: [a-z ]*' ../log",
@@ -141,6 +142,15 @@ TEST_F(ToolTest, PackagesAreListedAndSearched) {
       {"s list --json --packages p --strict", 2, ":1: name: expected a text\n",
        "{`path`:`$T/p/new/lib`,`kind`:`ordinary`,`items`:1,`problem`:null,"
        "`origin`:`$T/p/new/lib`,`source`:`package`,`package`:{`name`:`a`,`version`:`1`}}\n"},
+      {"mkdir -p q/c q/d; ln -s lib q/c/lib; "
+       "m='{\"name\":\"%s\",\"version\":\"2\",\"folders\":[\"lib\"],"
+       "\"properties\":{\"IsQRX\":%s}}'; for p in 'c false' 'd true'; do\n"
+       "printf \"$m\" $p >q/${p%% *}/searchpath.json; done; s packages --root q --strict --path "
+       "q/d",
+       2, "c 2 contributes nothing to the path: cannot resolve `$T/q/c/lib`: Too many",
+       "c 2: contributes nothing to the path\n  other         $T/q/c/lib\n"
+       "d 2: contributes to the path\n  other         $T/q/d/lib\n"
+       "  for the path  $T/q/d  (on the path)\n"},
       {"s packages --root lib", 1, "no package in `lib`; see searchpath packages --help\n", ""},
       {"s files --packages no", 2, "--packages `no`: no such folder; name the folder that", ""},
       {"s packages --path lib", 2, "needs --root; type: searchpath packages --root DIR", ""},

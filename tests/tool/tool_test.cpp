@@ -10,6 +10,7 @@ TEST_F(ToolTest, FindAnswers) {
       {"s find fn.zt dangling link fifo sub own.zt --path=over:lib", 1,
        "`fifo` on the path\nsearchpath: no file called `sub` on", "$T/over/fn.zt\n$T/over/link\n"},
       {"s find --all fn.zt --path over --path lib", 0, "", "$T/over/fn.zt\n$T/lib/fn.zt\n"},
+      {"s find fn.zt --strict --path no:over", 2, "search `$T/no`: no such", "$T/over/fn.zt\n"},
       {"s find fn --ext c --ext .zt --path over:lib", 0, "", "$T/over/fn.zt\n"},
       {"s find shape pkg/inner own --ext zt --from lib --path lib", 0, "",
        "$T/lib/@shape/shape.zt\n$T/lib/+pkg/inner.zt\n$T/lib/private/own.zt\n"},
@@ -143,6 +144,7 @@ TEST_F(ToolTest, FoldersAreHiddenAndShownOnce) {
        ""},
       {"s folders $PWD/no sbu --path lib:lib/sub", 1, "called `sbu`; did you mean `$T/lib/sub`?",
        ""},
+      {"s folders lib --path lib:no --strict", 2, "cannot search `$T/no`: no such", "$T/lib\n"},
   });
 }
 
@@ -179,10 +181,13 @@ TEST_F(ToolTest, ShadowsAndDoctorCheck) {
       {"s shadows --path over --allow no", 2, "cannot read `no`, the names of --allow: No such",
        ""},
       {"s doctor --path mid:over --path lib --without lib/sub", 0, "--without `lib/sub` hides", ""},
-      {"s doctor --path over:no:./over:odd:lib/private:lib | sed 's/;.*//'", 0, "",
+      {"mkdir void; touch odd/$(printf '\\377')1 odd/$(printf '\\377')2 odd/$(printf '\\377')3\n"
+       "s doctor --path over:no:./over:odd:lib/private:lib:loop:void | sed 's/;.*//'",
+       0, "",
        "$T/no: no such folder\n$T/over: the same folder as $T/over\n"
-       "$T/odd/bad\xFF: names that are not UTF-8\n"
+       "$T/odd/bad\xFF, $T/odd/\xFF\x31, $T/odd/\xFF\x32 and 1 more: names that are not UTF-8\n"
        "$T/lib/private: belongs to $T/lib, which is on the path\n"
+       "$T/loop: a loop of links\n$T/void: contains no file\n"
        "$T/odd/CASE.zt, $T/lib/Case.zt: names that are equal where case is ignored\n"},
       {"echo http://h/ >web; s doctor --json --path over:no --path @web --without over", 1, "",
        "{`finding`:`unreadable`,`path`:`http://h/`,`origin`:`http://h/`,`problem`:`not a pathname "
@@ -190,10 +195,15 @@ TEST_F(ToolTest, ShadowsAndDoctorCheck) {
        "path`}"
        "\n{`finding`:`missing`,`path`:`$T/no`,`origin`:`no`,`problem`:`no such folder`,"
        "`advice`:`create the folder, or take it off the path`}\n"},
-      {"s doctor --slow 0 --path over --json | cut -d'\"' -f4,8,12", 0, "",
-       "slow\"$T/over\"over\n"},
+      {"for how in '' --json; do s doctor --slow 0 --path over $how; done |"
+       " sed -E 's/[0-9]+( ms|,\"adv)/N\\1/'",
+       0, "",
+       "$T/over: took N ms to list; put it last on the path, or keep a copy on a faster disk\n"
+       "{`finding`:`slow`,`path`:`$T/over`,`origin`:`over`,`milliseconds`:N,`advice`:`put it last "
+       "on "
+       "the path, or keep a copy on a faster disk`}\n"},
       {"s doctor --slow 1x --path over", 2, "--slow is a number of milliseconds, not `1x`", ""},
-      {"s docter", 2, "there is no command `docter`; did you mean doctor?", ""},
+      {"s doc", 2, "there is no command `doc`; did you mean doctor?", ""},
   });
 }
 
@@ -201,6 +211,7 @@ TEST_F(ToolTest, WrongUsageIsOneLineThatHelps) {
   Check({
       {"s", 2, "no command; type: searchpath find NAME --path FOLDERS", ""},
       {"s fnid x", 2, "there is no command \"fnid\"; did you mean find?", ""},
+      {"s ab", 2, "there is no command \"ab\"; see searchpath -h", ""},
       {"s --path lib find x", 2, "type: searchpath find NAME --path FOLDERS", ""},
       {"s find --json", 2, "find needs NAME...; type: searchpath find NAME... --json", ""},
       {"s find x '' --path lib", 2, "an empty NAME means no file", ""},

@@ -5,21 +5,26 @@
 
 namespace Corvane::PathManagement::tool {
 
+namespace {
+
+// All paths of this program are made of such folders.
+const host::FolderEntry& GetOnDisk(const IPathEntry& folder) {
+  return dynamic_cast<const host::FolderEntry&>(folder);
+}
+
+}  // namespace
+
 const char* FindProblemText(const IPathEntry& folder) {
-  const auto* onDisk = dynamic_cast<const host::FolderEntry*>(&folder);
-  if (onDisk == nullptr || onDisk->GetItemCount() != 0) return nullptr;
+  if (GetItemCount(folder) != 0) return nullptr;
   const ustring path = GetNativePath(folder);
   // The problems of a folder include those of links in it.
-  for (const host::FolderProblem& problem : onDisk->GetProblems()) {
+  for (const host::FolderProblem& problem : GetOnDisk(folder).GetProblems()) {
     if (problem.folder == path) return problem.GetText();
   }
   return nullptr;
 }
 
-std::size_t GetItemCount(const IPathEntry& folder) {
-  const auto* onDisk = dynamic_cast<const host::FolderEntry*>(&folder);
-  return onDisk != nullptr ? onDisk->GetItemCount() : folder.GetItems()->size();
-}
+std::size_t GetItemCount(const IPathEntry& folder) { return GetOnDisk(folder).GetItemCount(); }
 
 ustring GetNativePath(const IPathEntry& folder) {
   return GetStringFromIRI(folder.GetAbsoluteIRI());
