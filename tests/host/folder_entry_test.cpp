@@ -2,16 +2,31 @@
 #include "searchpath/host/folder_tree.h"
 #include "searchpath/model/search_scope.h"
 #include "searchpath/utilities/iri_conversion.h"
+#include "support/refused_calls.h"
 #include "support/shown.h"
 
 #include <gtest/gtest.h>
 
+#include <dirent.h>
 #include <sys/fsuid.h>
 #include <sys/stat.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
+#include <cerrno>
+#include <dlfcn.h>
 #include <optional>
+
+namespace {
+bool givesNoTypes = false;
+}  // namespace
+
+// Stands in front of the one that the library would call.
+extern "C" dirent* readdir(DIR* directory) {
+  static auto* const real = reinterpret_cast<decltype(&readdir)>(dlsym(RTLD_NEXT, "readdir"));
+  dirent* const item = real(directory);
+  if (item != nullptr && givesNoTypes) item->d_type = DT_UNKNOWN;
+  return item;
+}
 
 namespace Corvane::PathManagement::host {
 namespace {
@@ -135,33 +150,23 @@ TEST_F(FolderEntryTest, ALoopOfSeveralLinksIsCutWhereItCloses) {
   EXPECT_EQ(visited.back()->GetCanonicalAbsoluteIRI().getPath(), tree.Text("c"));
 }
 
-/// A process that has ended and that nobody has waited for: its folder "net" opens but cannot be
-/// read.
-class EndedProcess {
- public:
-  EndedProcess() : process(fork()) {
-    if (process == 0) _exit(0);
-    siginfo_t ended{};
-    waitid(P_PID, static_cast<id_t>(process), &ended, WEXITED | WNOWAIT);
-  }
-  EndedProcess(const EndedProcess&) = delete;
-  EndedProcess& operator=(const EndedProcess&) = delete;
-  ~EndedProcess() { waitpid(process, nullptr, 0); }
-
-  [[nodiscard]] std::string Path() const { return "/proc/" + std::to_string(process); }
-
- private:
-  pid_t process;
-};
-
 TEST_F(FolderEntryTest, AFolderThatCannotBeReadToItsEndHasAProblem) {
-  const EndedProcess process;
-  tree.Link(process.Path() + "/net", "net");
-  const auto entry = FolderEntry::Create(tree.IRI("net"));
-  EXPECT_TRUE(entry->GetProblems().empty()) << "it opens";
-  EXPECT_TRUE(entry->GetItems()->empty());
-  ASSERT_EQ(entry->GetProblems().size(), 1U);
-  EXPECT_EQ(entry->GetProblems()[0].reason, AbsolutizeError::Other);
+  tree.File("lib/fn");
+  const auto refuse = test::Refusing(SYS_getdents64, 2, ~0U, EIO);
+  const auto isRight = [this] {
+    return lib->GetProblems().empty() && lib->GetItems()->empty() &&
+           lib->GetProblems().at(0).reason == AbsolutizeError::InputOutput;
+  };
+  EXPECT_EXIT((refuse(), _exit(isRight() ? 0 : 1)), testing::ExitedWithCode(0), "");
+}
+
+TEST_F(FolderEntryTest, WhereTheFileSystemGivesNoTypesTheyAreAskedFor) {
+  tree.Files({"lib/fn", "lib/+p/fn", "lib/sub/fn"});
+  givesNoTypes = true;
+  EXPECT_EQ(Items(), "fn");
+  givesNoTypes = false;
+  EXPECT_EQ(Shown(CreateFolderTree(lib), tree), "lib lib/sub");
+  EXPECT_EQ(Shown(lib->GetSpecialFolders(), tree), "lib/+p");
 }
 
 TEST_F(FolderEntryTest, AProblemThatComesOrGoesMakesANewVersion) {

@@ -2,6 +2,8 @@
 #include "support/shown.h"
 #include "support/small_stack.h"
 
+#include <climits>
+
 #include <sys/resource.h>
 
 #include <atomic>
@@ -126,21 +128,24 @@ TEST(ScaleTest, TheBeginningOfANameIsNotTheName) {
 TEST(ScaleTest, DeepNestingNeedsLittleStackAndFewDescriptors) {
   const std::size_t levels = Setting("SEARCHPATH_LEVELS", 400);
   const TemporaryTree tree;
-  const auto move = [&tree](const char* from, const char* to) {
+  const auto move = [&tree](const std::string& from, const std::string& to) {
     std::filesystem::rename(tree.Path(from), tree.Path(to));
   };
-  tree.File("0/deep.zt");
+  const std::string below = "/+ten_letters";
+  // So that one folder's path is just too long for the kernel.
+  const std::string top((PATH_MAX - 2 - tree.Path().size()) % below.size() + 1, '0');
+  tree.File(top + "/deep.zt");
   for (std::size_t level = 0; level < levels; ++level) {  // from the inside: no path is too long
-    move("0", "inside");
-    tree.Folder("0");
-    move("inside", "0/+ten_letters");
+    move(top, "inside");
+    tree.Folder(top);
+    move("inside", top + below);
   }
   rlimit limit{};
   getrlimit(RLIMIT_NOFILE, &limit);
   const rlimit fewDescriptors{64, limit.rlim_max};
   setrlimit(RLIMIT_NOFILE, &fewDescriptors);
   OnASmallStack([&] {
-    const FolderPath path = PathOf(tree, 1);
+    const FolderPath path({FolderEntry::Create(tree.IRI(top))});
     std::size_t count = 0;
     path.ForEachEntry(kAll, [&](const auto&) { return ++count, false; });
     EXPECT_EQ(count, levels + 1);
@@ -154,9 +159,9 @@ TEST(ScaleTest, DeepNestingNeedsLittleStackAndFewDescriptors) {
   });
   setrlimit(RLIMIT_NOFILE, &limit);
   for (std::size_t level = 0; level < levels; ++level) {
-    move("0/+ten_letters", "inside");
-    std::filesystem::remove(tree.Path("0"));
-    move("inside", "0");
+    move(top + below, "inside");
+    std::filesystem::remove(tree.Path(top));
+    move("inside", top);
   }
 }
 

@@ -82,7 +82,7 @@ bool NameAnswers::AskIn(int folder, const std::string& name) {
   const bool isLink = result == 0 && S_ISLNK(status.st_mode);
   if (isLink) result = fstatat(folder, name.c_str(), &status, 0);
   // A folder that may be read but not searched can still be listed.
-  if (result != 0 && !isLink && errno != ENOENT && errno != ENAMETOOLONG) return false;
+  if (result != 0 && !isLink && errno != ENOENT) return false;
   Kind kind = Kind::Nothing;
   if (result == 0 && S_ISREG(status.st_mode)) kind = Kind::File;
   if (result == 0 && S_ISDIR(status.st_mode)) kind = Kind::Folder;
