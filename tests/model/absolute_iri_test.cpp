@@ -147,22 +147,24 @@ TEST(CanonicalAbsoluteIRITest, IsComparedWithItsString) {
   }
 }
 
+/// `before` is no copy of `iri`, which would keep what both share alive.
 template <class IRI>
-void ExpectKeptByAssignmentToItself(IRI iri) {
-  const IRI before = iri;
+void ExpectKeptByAssignmentToItself(IRI iri, const IRI& before) {
   IRI& same = iri;
   iri = same;
   EXPECT_EQ(iri, before);
+  EXPECT_EQ(iri.getScheme(), before.getScheme());
   iri = std::move(same);
   EXPECT_EQ(iri, before);
-  EXPECT_EQ(iri.toStringView(), before.toStringView());
 }
 
 TEST(AbsoluteIRITest, IsKeptByAssignmentToItself) {
   const AbsoluteIRI iri(u"file:///a");
-  ExpectKeptByAssignmentToItself(AbsoluteIRI(u"file:///b"));
-  ExpectKeptByAssignmentToItself(CanonicalAbsoluteIRI(iri, u"short"));
-  ExpectKeptByAssignmentToItself(CanonicalAbsoluteIRI(iri, ustring(100, u's')));
+  ExpectKeptByAssignmentToItself(AbsoluteIRI(u"file:///b"), AbsoluteIRI(u"file:///b"));
+  for (const ustring& text : {ustring(u"short"), ustring(100, u's')}) {
+    ExpectKeptByAssignmentToItself(CanonicalAbsoluteIRI(iri, text),
+                                   CanonicalAbsoluteIRI(iri, text));
+  }
   static_assert(std::is_nothrow_move_assignable_v<CanonicalAbsoluteIRI>);
 }
 

@@ -7,15 +7,16 @@ namespace {
 
 TEST(NotificationTest, EachMessageOfTheLibraryHasAText) {
   const ustring add = u"ZENTRA:mpath", remove = u"ZENTRA:rmpath", none = u"DirNotFound";
+  const ustring longest(200, u'x');  // that is not cut
   const std::pair<MessageRecord, ustring> rows[] = {
-      {{add, u"invalidLocation", {u"x"}},
-       u"no folder here can be called \"x\"; write /folder or file:///folder"},
+      {{add, u"invalidLocation", {longest}},
+       u"no folder here can be called \"" + longest + u"\"; write /folder or file:///folder"},
       {{add, u"directoryPermissionDenied", {u"x"}},
        u"permission denied for the folder \"x\"; it and those above it have to be readable"},
       {{add, u"nameNonexistentOrNotADirectory", {u"a\nb"}},
        u"no folder \"a\\u000ab\"; check the spelling and where links lead"},
-      {{add, u"directoryNameTooLong", {u"x"}},
-       u"the folder name \"x\" is too long; use a shorter one or a link"},
+      {{add, u"directoryNameTooLong", {longest + u"x"}},
+       u"the folder name \"" + longest + u"...\" is too long; use a shorter one or a link"},
       {{remove, none, {u"x"}},
        u"the folder \"x\" is not on the path; name it as the path lists it"},
       {{add, none, {u"a", 7, storage::vfs::AbsoluteIRI(u"file:///x")}},
