@@ -114,6 +114,27 @@ TEST(FindSimilarTest, NamesTheMostSimilarFilesFirstAndEachOnce) {
   }
 }
 
+TEST_F(EnvironmentTest, AFileInTheRootHasOneSeparator) {
+  const AbsoluteIRI root(u"file:///");
+  const auto item = std::make_shared<const PathItem>(root, u"fn", u".zt");
+  EXPECT_EQ(GetNativePath(FoundItem(item, FolderEntry::Create(root))), u"/fn.zt");
+}
+
+TEST_F(EnvironmentTest, TheLogHasWhatIsAtLeastSoSevere) {
+  using foundation::log::Severity;
+  StartDiagnosticLog(tree.Text("log"), Severity::Warning);
+  const foundation::log::basic_diagnostic_logger logger("tests::log");
+  logger.Write(Severity::Information, "no");
+  logger.Write(Severity::Warning, "yes");
+  logger.Write(Severity::Error, "also");
+  StopDiagnosticLog();
+  logger.Write(Severity::Error, "too late");
+  const std::string log = tree.Content("log");
+  EXPECT_EQ(std::ranges::count(log, '\n'), 2);
+  EXPECT_NE(log.find(" warning tests::log: yes\n"), log.npos);
+  EXPECT_TRUE(log.ends_with(" error tests::log: also\n"));
+}
+
 TEST(FolderListTest, OneFolderALineNothingTrimmed) {
   std::istringstream list("/a:b\n\n file:///c \n/\xFF\r\n/last");
   EXPECT_EQ(ReadFolderList(list),

@@ -37,6 +37,7 @@ TEST_F(PackageRegistryTest, ABadManifestIsAProblem) {
       u"\"x\",\n3]} => :3: folders[1]: expected a text or an object",
       uR"( {"tags": []}]} => :2: folders[0].folder: missing)",
       uR"( {"folder": "x", "tags": [0, 1.5]}]} => :2: folders[0].tags[1]: expected an integer)",
+      uR"( {"folder": "x", "tags": [2147483648]}]} => :2: folders[0].tags[0]: out of range)",
       uR"("x/../y"]} => :2: folders[0]: not below the package's folder; for others write an IRI)",
       uR"("file:///\u0000"]} => :2: folders[0]: invalid IRI "file:///\u0000": a NUL names no file)",
       uR"(], "properties": {"p": {}}} => :2: properties.p: expected a truth value, number or text)",
@@ -44,6 +45,7 @@ TEST_F(PackageRegistryTest, ABadManifestIsAProblem) {
       u"],\n\"properties\": {\"p\": 9223372036854775808}} => :3: properties.p: out of range",
       u"],\n\"properties\": {\"p\": -99999999999999999999}} => :3: properties.p: out of range",
       Many(31, u" [") + u" => :2: folders" + Many(31, u"[0]") + u": deeper than 32 levels",
+      Many(9995, u" 1,") + u"1]} => :2: folders[0]: expected a text or an object",
       Many(9996, u" 1,") + u"1]} => : more than 10,000 values",
       u'{' + Many((1 << 20) - 1, u"\n") + u" => :1048575: not JSON here",
       u'{' + Many(1 << 20, u"\n") + u" => : larger than 1 MiB"};
