@@ -123,6 +123,9 @@ TEST_F(FolderPathTest, FoldersAreFoundByNameAndLocation) {
   EXPECT_EQ(At(tree.IRI("ONE"), kExact), "none");
   EXPECT_EQ(At(tree.IRI("ONE"), kIgnore), "one");
   EXPECT_EQ(At(AbsoluteIRI(u"http://host/one"), kExact), "none");
+  tree.Link("loop", "loop");
+  const auto loop = FolderEntry::Create(tree.IRI("loop"));
+  EXPECT_EQ(FolderPath({loop}).GetPathEntryFromAbsoluteIRI(tree.IRI("loop"), kExact), loop);
   EXPECT_EQ(path.GetPathEntryFromAbsoluteIRI(one->GetCanonicalAbsoluteIRI()), one);
   EXPECT_EQ(path.FindProblems().size(), 1U);
   EXPECT_EQ(path.GetPathEntryFromAbsoluteIRI({tree.IRI("one"), u"other"}), nullptr);
@@ -148,6 +151,9 @@ TEST_F(FolderPathTest, EntriesKnowTheirPlace) {
   EXPECT_FALSE(path.IsEntryOnPath(*stranger));
   EXPECT_TRUE(path.FirstEntryIsBeforeSecondOnPath(*entries[9], *stranger));
   EXPECT_FALSE(path.FirstEntryIsBeforeSecondOnPath(*stranger, *one));
+#ifndef NDEBUG
+  EXPECT_DEATH((void)path.GetMainEntryForEntry(*stranger), "must be on the path");
+#endif
 }
 
 TEST_F(FolderPathTest, AProgramThatAsksLittleListsNothing) {

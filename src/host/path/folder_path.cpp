@@ -111,6 +111,12 @@ struct FolderPath::State {
     }
   }
 
+  std::uint32_t RowOf(const IPathEntry& entry) {
+    const auto row = Table().Find(entry);
+    assert(row && "the entry must be on the path");
+    return *row;
+  }
+
   /// Visits the entries in `scope` in path order until `visit` returns true; returns whether it
   /// did. Lists no folder that it does not have to.
   template <class Visit>
@@ -232,19 +238,16 @@ PathEntries FolderPath::GetPartiallyMatchingEntries(SearchScope scope, const ust
 }
 
 std::shared_ptr<const IPathEntry> FolderPath::GetMainEntryForEntry(const IPathEntry& entry) const {
-  const PathTable& table = state->Table();
-  const auto row = table.Find(entry);
-  assert(row && "the entry must be on the path");
-  return table.Rows()[table.Rows()[*row].main].entry;
+  const auto& rows = state->Table().Rows();
+  return rows[rows[state->RowOf(entry)].main].entry;
 }
 
 std::shared_ptr<const IPathEntry> FolderPath::GetParentEntryForEntry(
     const IPathEntry& entry) const {
-  const PathTable& table = state->Table();
-  const auto row = table.Find(entry);
-  assert(row && "the entry must be on the path");
-  const std::uint32_t parent = table.Rows()[*row].parent;
-  return parent == *row ? nullptr : table.Rows()[parent].entry;
+  const auto& rows = state->Table().Rows();
+  const std::uint32_t row = state->RowOf(entry);
+  const std::uint32_t parent = rows[row].parent;
+  return parent == row ? nullptr : rows[parent].entry;
 }
 
 std::shared_ptr<const IPathEntry> FolderPath::GetPathEntryFromAbsoluteIRI(
