@@ -22,7 +22,7 @@ struct ViewRow {
 };
 
 TEST_F(EnvironmentTest, WhatIsHiddenOrComesAgainIsNotShown) {
-  tree.Files({"one/private/a.zt", "two/+p/a.zt", "two/sub/a.zt"});
+  tree.Files({"one/private/a.zt", "two/+p/a.zt", "two/sub/a.zt", "old/+q/@m/a.zt"});
   tree.Link("one", "link");
   tree.Link("../two/+p", "old/+p");  // what a hidden folder links to is shown where else it is
   tree.Link("../two", "old/@up");
@@ -32,7 +32,7 @@ TEST_F(EnvironmentTest, WhatIsHiddenOrComesAgainIsNotShown) {
        {"http://host/", "two", "two/sub"},
        Alone,
        "one gone one/private; ; http://host/ two/sub; http://h/ gone"},
-      {{"old", "two"}, {"old"}, Alone, "two; two/+p/a.zt; ; "},
+      {{"old", "two", "old/+q/@m"}, {"old"}, Alone, "two; two/+p/a.zt; ; "},
       {{"old", "two", "two/sub"}, {"old"}, Recursive, "two two/sub; two/+p/a.zt; ; "},
       {{"old", "two", "two/sub"}, {"old", "two"}, Recursive, "; ; ; "},
       {{"one", "two"}, {"two/sub", "one/private"}, Recursive, "one two; two/+p/a.zt; ; "},

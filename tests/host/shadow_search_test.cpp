@@ -35,16 +35,14 @@ struct ShadowsTest : testing::Test {
 TEST_F(ShadowsTest, EachHiddenFileIsComparedWithTheOneThatHidesIt) {
   const std::string large(100000, 'x');
   const std::vector<std::pair<std::string, std::string>> files = {
-      {"a/size", "1"},          {"b/size", "12"},
-      {"a/bytes", "12"},        {"b/bytes", "13"},
-      {"c/bytes", "12"},        {"b/large", large + "z"},
-      {"a/large", large + "y"}, {"c/large", large + "y"},
-      {"a/empty", ""},          {"b/empty", ""},
-      {"a/link", "same"},       {"b/hard", "same"},
-      {"c/Link", "same"},       {"b/lost", "12"},
-      {"c/lost", "12"},         {"a/only", ""},
-      {"a/private/size", "1"},  {"a/+p/size", ""},
-      {"b/@one/one", "1"},      {"c/one", "1"}};
+      {"a/size", "1"},          {"b/size", "12"},         {"a/bytes", "12"},
+      {"b/bytes", "13"},        {"c/bytes", "12"},        {"b/large", large + "z"},
+      {"a/large", large + "y"}, {"c/large", large + "y"}, {"a/empty", ""},
+      {"b/empty", ""},          {"a/link", "same"},       {"b/hard", "same"},
+      {"c/Link", "same"},       {"b/lost", "12"},         {"c/lost", "12"},
+      {"a/only", ""},           {"a/private/size", "1"},  {"a/+p/size", ""},
+      {"b/@one/one", "1"},      {"c/one", "1"},           {"b/turned", "1"},
+      {"c/turned", "1"}};
   for (const auto& [file, content] : files) tree.File(file, content);
   tree.Link("../a/link", "b/link");
   tree.Link("../b/link", "c/LINK");
@@ -52,6 +50,8 @@ TEST_F(ShadowsTest, EachHiddenFileIsComparedWithTheOneThatHidesIt) {
   const Environment environment(folders);
   EXPECT_EQ(Shown(environment.FindAll({.name = u"lost"}), tree), "b/lost c/lost");
   std::filesystem::remove(tree.Path("c/lost"));
+  std::filesystem::remove(tree.Path("c/turned"));
+  tree.Folder("c/turned");
   EXPECT_EQ(List(environment.FindShadows().shadows),
             "bytes: a/bytes > different b/bytes, identical c/bytes;\n"
             "empty: a/empty > identical b/empty;\n"
@@ -60,7 +60,8 @@ TEST_F(ShadowsTest, EachHiddenFileIsComparedWithTheOneThatHidesIt) {
             "link: a/link > same file b/link;\n"
             "lost: b/lost > unreadable c/lost (No such file or directory);\n"
             "one: b/@one/one > identical c/one;\n"
-            "size: a/size > different b/size;\n");
+            "size: a/size > different b/size;\n"
+            "turned: b/turned > unreadable c/turned (Invalid argument);\n");
   const ShadowLookup respelled{.names = {u"LINK"}, .policy = FilenameMatchingPolicy::IgnoreCase};
   EXPECT_EQ(List(environment.FindShadows(respelled).shadows),
             "LINK: a/link > same file b/link, same file c/LINK, other case c/Link;\n");
