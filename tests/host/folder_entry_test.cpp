@@ -21,7 +21,7 @@ bool givesNoTypes = false;
 }  // namespace
 
 // Stands in front of the one that the library would call.
-extern "C" dirent* readdir(DIR* directory) {
+extern "C" [[gnu::visibility("default")]] dirent* readdir(DIR* directory) {
   static auto* const real = reinterpret_cast<decltype(&readdir)>(dlsym(RTLD_NEXT, "readdir"));
   dirent* const item = real(directory);
   if (item != nullptr && givesNoTypes) item->d_type = DT_UNKNOWN;

@@ -20,7 +20,8 @@
 
 // Stands in front of the one that the library would call. Every other call is interrupted, and one for
 // more than a page takes half.
-extern "C" ssize_t write(int file, const void* bytes, std::size_t size) {
+extern "C" [[gnu::visibility("default")]] ssize_t write(int file, const void* bytes,
+                                                        std::size_t size) {
   thread_local bool isInterrupted = false;
   isInterrupted = !isInterrupted;
   if (isInterrupted) return errno = EINTR, -1;
