@@ -92,7 +92,7 @@ struct SimilarRow {
 TEST(FindSimilarTest, NamesTheMostSimilarFilesFirstAndEachOnce) {
   const TemporaryTree tree;
   tree.Files({"a/plto.zt", "a/plot.y", "b/plot", "b/PLOT.zt", "b/plots.zt", "b/plto.zt", "b/bar"});
-  tree.Files({"b/pilot.zt", "b/plat.zt", "b/lot.zt", "b/.rc", "b/@plot/plot.z", "b/foo.xy"});
+  tree.Files({"b/pilot.zt", "b/plat.zt", "b/lot.zt", "b/.rc", "b/@plot/plot.z", "b/bzx"});
   const Environment environment({tree.Text("a"), tree.Text("b")});
   const std::vector<SimilarRow> rows = {
       {{u"plot.zt"}, 2, "b/PLOT.zt a/plot.y"},
