@@ -46,8 +46,9 @@ class Compiler {
   /// the name by which it was first opened.
   [[nodiscard]] bool IsSame(const std::string& file, const std::string& other) const {
     std::error_code absent;
-    return asking.command.find("clang") != std::string::npos &&
-           std::filesystem::equivalent(file, other, absent);
+    return asking.command.find("clang") != std::string::npos && !file.empty() && !other.empty() &&
+           std::filesystem::weakly_canonical(file, absent) ==
+               std::filesystem::weakly_canonical(other, absent);
   }
 
  private:
@@ -110,7 +111,7 @@ class Compiler {
 
 Names Compilers() {
   // Without any folder for names in angle brackets, GCC takes those for names in quotes: it has one.
-  Names commands = {"gcc -E -nostdinc -idirafter start"};
+  Names commands = {"gcc -E -nostdinc -idirafter end"};
   static const bool hasClang = test::IsInstalled("clang-19");
   if (hasClang) commands.emplace_back("clang-19 -E -nostdinc -ferror-limit=0");
   return commands;
@@ -146,7 +147,7 @@ Folders FoldersOf(RandomTree& tree) {
   if (tree.Below(2) == 0) folders.quoted = tree.Parts();
   std::erase(folders.quoted, "");
   // GCC alone drops the last folder for names in quotes where it is the first of the others.
-  if (!folders.quoted.empty()) folders.quoted.emplace_back("start");
+  if (!folders.quoted.empty()) folders.quoted.emplace_back("end");
   if (!folders.areInEnvironment) std::erase(folders.searched, "");
   return folders;
 }
@@ -180,6 +181,7 @@ void CompareNext(RandomTree& tree, const Folders& folders, const std::string& co
   all.insert(all.end(), folders.quoted.begin(), folders.quoted.end());
   all.emplace_back("p");
   std::erase(all, "");
+  std::erase(all, "end");
   const std::string after = tree.Any(all);
   const std::string file = std::filesystem::absolute(after) / "next.h";
   if (!std::ofstream(file)) return;

@@ -50,6 +50,7 @@ class RandomTree {
       : random(kTreeSeed + number), style(treeStyle), hasLoops(makesLoops) {
     tree.Folder("tree/src");
     tree.Folder("tree/start");  // on no path
+    tree.Folder("tree/end");
     if (chdir(Path().c_str()) != 0) throw std::runtime_error("cannot work in " + Path());
     Fill("p");
     for (const std::string folder : {"q", "r", "s"}) {
