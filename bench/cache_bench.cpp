@@ -44,7 +44,10 @@ class CachedTree {
   }
 
   [[nodiscard]] const std::vector<std::string>& Folders() const { return tree.Folders(); }
-  [[nodiscard]] host::PathEntryFactory Load() const { return host::LoadListing(cacheFile); }
+  [[nodiscard]] host::PathEntryFactory Load(
+      host::ListingUse use = host::ListingUse::WhileFresh) const {
+    return host::LoadListing(cacheFile, use);
+  }
   [[nodiscard]] std::shared_ptr<const host::FolderPath> LoadPath() const {
     return std::make_shared<const host::FolderPath>(Load().GetFolders());
   }
@@ -82,6 +85,22 @@ void FirstAnswer(benchmark::State& state) {
   for (auto _ : state) AskLast(tree, *tree.LoadPath());
 }
 BENCHMARK(FirstAnswer)->Name("cache:first_answer")->Apply(FolderCounts);
+
+/// The same for a program that has an `Environment`; as saved, the disk is not asked at all.
+void FirstAnswerOfEnvironment(benchmark::State& state, host::ListingUse use) {
+  const CachedTree& tree = CachedTree::Of(state);
+  const std::u16string last = TextFromBytes(BenchTree::FileName(tree.Folders().size() - 1, 0));
+  for (auto _ : state) {
+    const host::Environment environment(tree.Load(use));
+    if (!environment.Find({.name = last})) throw std::runtime_error("not found");
+  }
+}
+BENCHMARK_CAPTURE(FirstAnswerOfEnvironment, verified, host::ListingUse::WhileFresh)
+    ->Name("cache:environment_verified")
+    ->Apply(FolderCounts);
+BENCHMARK_CAPTURE(FirstAnswerOfEnvironment, saved, host::ListingUse::AsSaved)
+    ->Name("cache:environment_as_saved")
+    ->Apply(FolderCounts);
 
 void FirstAnswerOfScan(benchmark::State& state) {
   const CachedTree& tree = CachedTree::Of(state);
