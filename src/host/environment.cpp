@@ -1,5 +1,6 @@
 #include "searchpath/host/environment.h"
 
+#include "host/folder/directory_scan.h"
 #include "host/folder/entry_state.h"
 #include "host/packages/package_folders.h"
 #include "host/path/path_view.h"
@@ -33,8 +34,9 @@ namespace {
 using PathManagement::detail::SearchTarget;
 
 FolderEntries Expand(const AbsoluteIRI& folder, FolderExpansion expansion,
-                     const std::shared_ptr<const ListingSource>& source) {
-  auto entry = CreateMainFolder(folder, source);
+                     const std::shared_ptr<const ListingSource>& source,
+                     DiskPatience::Limit timeout) {
+  auto entry = CreateMainFolder(folder, source, timeout);
   if (expansion == FolderExpansion::Recursive) return CreateFolderTree(std::move(entry));
   return {std::move(entry)};
 }
@@ -54,8 +56,9 @@ GivenFolders Locate(const WorkingFolder& workingFolder, const EnvironmentOptions
     const auto text = FolderTextOf(folder, options.rules);
     if (!text) continue;
     try {
-      given.folders.push_back({{.source = options.source, .folder = folder},
-                               Expand(workingFolder.Locate(*text), options.expansion, source)});
+      given.folders.push_back(
+          {{.source = options.source, .folder = folder},
+           Expand(workingFolder.Locate(*text), options.expansion, source, options.timeout)});
     } catch (const current_working_folder::FailedToAbsolutizeException& failure) {
       given.unlocated.push_back({.folder = folder, .reason = failure.GetReason()});
     }
@@ -67,7 +70,8 @@ GivenFolders Locate(const WorkingFolder& workingFolder, const EnvironmentOptions
 GivenFolders LocateAll(const WorkingFolder& workingFolder, const EnvironmentOptions& options,
                        const PackageRegistry* packages) {
   const auto source = CreateSourceFrom(options.caches);
-  return WithPackageFolders(Locate(workingFolder, options, source), packages, source);
+  return WithPackageFolders(Locate(workingFolder, options, source), packages, source,
+                            options.timeout);
 }
 
 /// Null for the rules of the environment.
@@ -112,8 +116,8 @@ Environment::Environment(const EnvironmentOptions& options)
       packages(ReadPackages(options.packages, workingFolder)),
       view(std::make_shared<const PathView>(
           LocateAll(workingFolder, options, packages.get()),
-          Locate(workingFolder, {.folders = options.without}, nullptr), options.expansion,
-          options.keepDuplicates || !options.rules.dropsRepeats)),
+          Locate(workingFolder, {.folders = options.without, .timeout = options.timeout}, nullptr),
+          options.expansion, options.keepDuplicates || !options.rules.dropsRepeats)),
       ruled(ApplyRules(workingFolder, options, view)) {}
 
 Environment::Environment(const std::vector<ustring>& folders, FolderExpansion expansion)
@@ -148,7 +152,7 @@ boost::optional<FoundItem> Environment::Find(Lookup lookup) const {
   // Most questions have no extensions: the text is moved on, not copied.
   const SearchTarget target =
       lookup.extensions.empty() ? SearchTarget(std::move(lookup.name)) : TargetOf(lookup);
-  if (asker) {
+  if (asker && view->MayHavePrivateFolder(*asker)) {
     auto found = FindFirstFileVisibleFromFolder(*view->GetPath(), *asker, target, lookup.policy);
     // A private folder is found through the entry above it, so nothing has left out a hidden one
     // yet.
@@ -222,7 +226,12 @@ std::vector<NameChange> Environment::FindNameChangesSince(const Environment& bef
 
 std::optional<AbsoluteIRI> Environment::AskerOf(const Lookup& lookup) const {
   if (!lookup.fromFolder) return std::nullopt;
-  return workingFolder.absolutize(*lookup.fromFolder);
+  AbsoluteIRI folder = workingFolder.Locate(*lookup.fromFolder);
+  DiskPatience patience(view->GetLimit());
+  if (const auto reason = ProbeFolder(folder, patience)) {
+    throw current_working_folder::FailedToAbsolutizeException(*reason);
+  }
+  return folder;
 }
 
 std::vector<FolderProblem> Environment::FindProblems() const {

@@ -17,7 +17,8 @@ const char* FailedToAbsolutizeException::what() const noexcept {
                                         "a link to nothing",
                                         "a loop of links",
                                         "cannot be used as a folder",
-                                        "name too long"};
+                                        "name too long",
+                                        "no answer in time"};
   const auto other = static_cast<std::uint32_t>(AbsolutizeError::Other);
   return kTexts[GetErrorCode() < kTexts.size() ? GetErrorCode() : other];
 }

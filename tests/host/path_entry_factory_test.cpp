@@ -320,9 +320,9 @@ TEST(PathEntryFactoryTest, WhatNoWriterSaysIsRefused) {
   using Doing = std::function<void(SavedFolder&)>;
   const std::pair<const char*, Doing> rows[] = {
       {"", [](auto&) {}},
-      {"", [](auto& folder) { folder.location = "", folder.problem = 9; }},
+      {"", [](auto& folder) { folder.location = "", folder.problem = 10; }},
       {"the place of a folder is unknown", [](auto& folder) { folder.place = saved::Place(3); }},
-      {"a problem is unknown", [](auto& folder) { folder.problem = 10; }},
+      {"a problem is unknown", [](auto& folder) { folder.problem = 11; }},
       {"a link has no target", [](auto& folder) { folder.targets.clear(); }},
       {"a link has no target", [](auto& folder) { folder.targets = {0, 0}; }},
       {"the target of a link is unknown", [](auto& folder) { folder.targets = {3}; }},

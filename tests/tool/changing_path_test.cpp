@@ -108,8 +108,8 @@ TEST_F(ToolTest, CachesAndSavedListingsAnswer) {
        ""},
       {"s list --save ../part --path lib:no --strict", 2, "cannot search `$T/no`: no such", ""},
       {"s list --path - <../saved", 2, "a cache is read from a file: --path @FILE", ""},
-      {"SEARCHPATH_LOG=../log s find --all fn.zt fo.zt --path lib --cache ../cache; grep -oE "
-       "'host::[a-z]+: [a-z ]*' ../log",
+      {"SEARCHPATH_LOG=../log s find --policy ignore-case fn.zt fo.zt --path lib --cache ../cache; "
+       "grep -oE 'host::[a-z]+: [a-z ]*' ../log",
        0, "no file called `fo.zt`",
        "$T/lib/fn.zt\nhost::cache: read the listings of \nhost::folders: read \n"
        "host::index: listed and indexed \n"},

@@ -101,6 +101,14 @@ TEST_F(ToolTest, FilesListAndIriAnswer) {
        "`command-line`}\n{`path`:`$T/no`,`kind`:`ordinary`,`items`:0,`problem`:`no such folder`,"
        "`origin`:`no`,`source`:`command-line`}\n"},
       {"s list --strict --quiet --path no", 2, "", "$T/no\n"},
+      {"dead /tree/mid; s find fn.zt --path over:mid", 0, "", "$T/over/fn.zt\n"},
+      {"dead /tree/mid; s find fn.c --path over:mid:lib --timeout 99", 0,
+       "cannot search `$T/mid`: no answer in time\n", "$T/lib/fn.c\n"},
+      {"dead /tree/mid; s files --path over:mid:lib --strict --timeout 9", 2,
+       "cannot search `$T/mid`: no answer in time\n",
+       "$T/over/fn.zt\n$T/over/link\n$T/lib/Case.zt\n$T/lib/fn.c\n$T/lib/fn.zt\n$T/lib/plain\n"},
+      {"dead /tree/mid; s doctor --path over:mid --timeout 9", 1, "",
+       "$T/mid: no answer in time; correct this, or take the folder off the path\n"},
       {"s files --strict --quiet --path mid:no", 2, "", "$T/mid/fo.zt\n$T/mid/shape.zt\n"},
       {"s iri 'a %' http://h/%41", 0, "",
        "iri: file://$T/a%20%25\ncanonical: file://$T/a%20%25\n"
@@ -222,6 +230,7 @@ TEST_F(ToolTest, WrongUsageIsOneLineThatHelps) {
       {"s find x --path @list", 2, "cannot read \"list\", the list of --path @list", ""},
       {"s find x --path - </", 2, "cannot read standard input", ""},
       {"s find x --path lib --from no", 2, "--from \"no\": no such folder", ""},
+      {"s find x --path lib --timeout 1s", 2, "--timeout is a number of milliseconds, not", ""},
       {"s find x --path lib --ext ''", 2, "--ext is empty; leave it out", ""},
       {"s find x --path lib --policy any", 2, "--policy is one of case-sensitive, ignore-case", ""},
       {"s find --stdin --path - x", 2, "--stdin takes NAME... from standard input; leave out", ""},

@@ -52,6 +52,8 @@ class ToolTest : public testing::Test {
     const std::string start =
         "export TERM=xterm; unset NO_COLOR; s() { '" SEARCHPATH_TOOL
         "' \"$@\"; }\n"
+        "dead() { export LD_PRELOAD='" SEARCHPATH_SLOW_DISK
+        "' SLOW_DISK=\"60000:$1\" ASAN_OPTIONS=verify_asan_link_order=0; }\n"
         "words() { grep -oE '\"(rule|outcome)\":[^,]*' | cut -d'\"' -f4 | paste -sd ' '; }\ncd ";
     const int status = std::system((start + tree.Path("tree") +
                                     "\nexport XDG_CONFIG_HOME=${PWD%/tree}/config\n{ " + command +

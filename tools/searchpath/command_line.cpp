@@ -167,7 +167,7 @@ std::string CommandLine::GetHelp(bool full) const {
   if (full) help = std::string("Examples:\n") + text.examples + '\n';
   help += std::string("Usage: searchpath ") + text.name + " [OPTION]..." +
           (*text.operands == '\0' ? "" : " ") + text.operands + '\n' + text.purpose +
-          "\n\nOptions:\n";
+          "\nOptions:\n";
   for (const CLI::Option* option : app->get_options()) {
     if (option->get_description().empty()) continue;
     std::string line = "  " + option->get_name(false, true);
@@ -177,6 +177,14 @@ std::string CommandLine::GetHelp(bool full) const {
     help += line + option->get_description() + '\n';
   }
   return full ? help + '\n' + notes : help;
+}
+
+std::optional<std::chrono::milliseconds> GetMilliseconds(const std::string& option,
+                                                         const std::optional<std::string>& typed) {
+  if (!typed) return std::nullopt;
+  const auto number = ParseNumber<std::uint32_t>(*typed);
+  if (number) return std::chrono::milliseconds(*number);
+  throw UsageError(option + " is a number of milliseconds, not " + Quoted(*typed));
 }
 
 std::vector<ustring> GetTexts(const std::vector<std::string>& words) {

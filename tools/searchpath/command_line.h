@@ -5,6 +5,7 @@
 #include "searchpath/model/ustring.h"
 
 #include <charconv>
+#include <chrono>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -107,6 +108,11 @@ template <class Number>
   const auto [last, error] = std::from_chars(text.data(), end, number);
   return error == std::errc() && last == end ? std::optional(number) : std::nullopt;
 }
+
+/// The milliseconds that were typed for `option`; empty when it was not given. Errors: `UsageError`
+/// when they are no number.
+[[nodiscard]] std::optional<std::chrono::milliseconds> GetMilliseconds(
+    const std::string& option, const std::optional<std::string>& typed);
 
 /// Words of the command line as texts.
 [[nodiscard]] std::vector<ustring> GetTexts(const std::vector<std::string>& words);

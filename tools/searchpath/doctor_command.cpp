@@ -45,13 +45,6 @@ constexpr CommandText kText = {
     "Exit: 0 nothing is wrong, 1 something is, 2 wrong usage or failure.\n"
     "\n"};
 
-std::chrono::milliseconds GetSlow(const std::optional<std::string>& typed) {
-  if (!typed) return host::Examination().slow;
-  const auto number = ParseNumber<std::uint32_t>(*typed);
-  if (number) return std::chrono::milliseconds(*number);
-  throw UsageError("--slow is a number of milliseconds, not " + Quoted(*typed));
-}
-
 // The first few files, and how many more there are.
 std::string GetList(const Output& output, const std::vector<ustring>& files) {
   constexpr std::size_t kMost = 3;
@@ -119,7 +112,8 @@ Outcome RunDoctor(const std::vector<std::string>& arguments) {
   outputOptions.AddTo(commandLine, false);
   if (!commandLine.Parse(arguments)) return Outcome::Clean;
   const Output output(outputOptions);
-  const host::Examination examination{.slow = GetSlow(slow)};
+  const host::Examination examination{
+      .slow = GetMilliseconds("--slow", slow).value_or(host::Examination().slow)};
   const host::Environment environment = OpenPath(path, commandLine);
   const std::vector<host::PathFinding> findings =
       WithProgress(false, [&] { return environment.Examine(examination); });

@@ -101,7 +101,7 @@ Outcome RunList(const std::vector<std::string>& arguments) {
   const Output output(outputOptions);
   const host::Environment environment = OpenPath(path, commandLine);
   if (saveTo) return SavePath(environment, path, *saveTo) ? Outcome::Failed : Outcome::Found;
-  if (inWords || output.IsJson()) ReadFolders(environment, path);
+  ReadFolders(environment, path);
   const bool failed = ReportProblems(environment, path);
   environment.GetPath()->ForEachEntry(kAllKindsAndResourcesScope,
                                       [&](const std::shared_ptr<const IPathEntry>& folder) {

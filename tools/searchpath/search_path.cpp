@@ -7,6 +7,7 @@
 #include "path_folder.h"
 #include "profiles.h"
 #include "progress.h"
+#include "searchpath/host/folder_path.h"
 #include "searchpath/host/stored_path.h"
 #include "searchpath/model/byte_text.h"
 #include "searchpath/model/search_scope.h"
@@ -41,7 +42,9 @@ constexpr const char* kNotes =
     "  --path @FILE may name a cache, written by list --save or cache write: the path\n"
     "  is then the saved one. --cache FILE uses a cache for any path; without --path\n"
     "  it is the saved path, too. Folders that have not changed since are not read\n"
-    "  again. With --path, a damaged cache is reported and not used.\n";
+    "  again. With --path, a damaged cache is reported and not used.\n"
+    "  --timeout MS is for folders on slow or dead disks: one that has not answered\n"
+    "  within MS milliseconds is reported and counts as empty.\n";
 
 constexpr const char* kPackageNotes =
     "  --packages DIR adds the folders of the packages in DIR after all other\n"
@@ -139,7 +142,8 @@ host::Environment Open(NamedFolders named, const PathOptions& options) {
                                    .without = GetTexts(options.without),
                                    .caches = std::move(named.caches),
                                    .rules = rules,
-                                   .quoteFolders = std::move(named.quoteFolders)};
+                                   .quoteFolders = std::move(named.quoteFolders),
+                                   .timeout = GetMilliseconds("--timeout", options.timeout)};
   if (options.packages) made.packages = TextFromBytes(*options.packages);
   const host::Environment environment(made);
   if (options.packages) CheckRoot("--packages", *options.packages, *environment.GetPackages());
@@ -182,6 +186,8 @@ void PathOptions::AddFoldersTo(CommandLine& commandLine) {
   AddRulesTo(commandLine);
   AddRecursiveTo(commandLine);
   commandLine.AddValues("--without", "FOLDER", without, "hide this folder; may be repeated");
+  commandLine.AddValue("--timeout", "MS", timeout,
+                       "give up a folder that does not answer in MS milliseconds");
   commandLine.AddNotes(kNotes);
 }
 
@@ -364,7 +370,8 @@ void ReportIdleExclusions(const host::Environment& environment) {
 
 void ReadFolders(const host::Environment& environment, const PathOptions& options) {
   const Progress progress(options.quiet);
-  environment.GetPath()->ForEachEntry(kAllKindsAndResourcesScope, [](const auto& folder) {
+  const host::FolderPath folders(environment.GetMainFolders());
+  folders.ConcurrentForEachEntry(kAllKindsAndResourcesScope, [](const auto& folder) {
     [[maybe_unused]] const auto count = GetItemCount(*folder);
     return false;
   });

@@ -24,6 +24,7 @@ struct PathOptions {
   std::vector<std::string> without;
   std::optional<std::string> packages;  // the root of packages whose folders are added
   bool keepDuplicates = false;
+  std::optional<std::string> timeout;  // in milliseconds
   bool quiet = false;
   bool strict = false;
 

@@ -23,6 +23,7 @@
 
 #include <boost/optional.hpp>
 
+#include <chrono>
 #include <cstddef>
 #include <functional>
 #include <memory>
@@ -79,6 +80,16 @@ struct EnvironmentOptions {
   /// Folders that come before all others for a question with `Lookup::fromFolder`, and only then.
   /// Only where folders have no meaning.
   std::vector<ustring> quoteFolders = {};
+  /// How long the disk is waited for, for each folder of the path and below it; empty means as long as
+  /// it takes. A folder for which the disk has not answered by then is a problem, `NoAnswer`, counts
+  /// as empty, and is not asked again; the answers for all others are right.
+  /// Questions by rules in which folders have no meaning wait for the disk all the same.
+  ///
+  /// Threads: where there is a limit, each question to the disk gets a thread of its own, which costs
+  /// some 20 us. A thread that waits in the kernel cannot be stopped. One whose folder has been given
+  /// up goes on waiting, owned by nobody and using nothing of the environment's, until the disk
+  /// answers or the process ends.
+  std::optional<std::chrono::milliseconds> timeout = {};
 };
 
 /// A working environment on this machine's folders: a search path and what is needed to ask it.
@@ -119,6 +130,8 @@ class SEARCHPATH_EXPORT Environment {
 
   /// The file that the name means; empty when there is none.
   ///
+  /// Threads: once a folder has let it wait for two milliseconds, those behind it are asked ahead, by
+  /// up to 64 threads. The answer does not wait for them.
   /// Errors: `FailedToAbsolutizeException` when `Lookup::fromFolder` cannot be used.
   [[nodiscard]] boost::optional<FoundItem> Find(Lookup lookup) const;
 
@@ -132,7 +145,7 @@ class SEARCHPATH_EXPORT Environment {
   /// what outcome.
   ///
   /// Errors: as `Find`.
-  /// Cost: asks folder by folder; not for the hot path.
+  /// Cost: asks folder by folder; lists them all unless each holds the name. Not for the hot path.
   [[nodiscard]] Explanation Explain(const Lookup& lookup) const;
 
   /// At most `most` files that may have been meant by a name that was not found, the most similar

@@ -35,10 +35,10 @@ using FolderEntries = std::vector<std::shared_ptr<const FolderEntry>>;
 /// Threads: all operations, from any thread.
 /// Ownership: an entry owns those below it.
 /// Errors: an error of the disk is a problem of the entry, not an exception.
-/// Cost: `FindItem` opens the folder and makes a system call for each name until the folder is
-/// listed; under `IgnoreCase` it lists. The first question about the canonical location resolves
-/// links. Names stay in one block as the disk gave them; items, and the entries below, are made
-/// when they are first asked for and then kept.
+/// Cost: `FindItem` and `FindItems` open the folder and make a system call for each name until the
+/// folder is listed; under `IgnoreCase` they list. The first question about the canonical location
+/// resolves links. Names stay in one block as the disk gave them; items, and the entries below, are
+/// made when they are first asked for and then kept.
 class SEARCHPATH_EXPORT FolderEntry : public IPathEntry,
                                       public std::enable_shared_from_this<FolderEntry> {
  public:

@@ -9,6 +9,7 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 #include <vector>
 
 namespace Corvane::PathManagement::host {
@@ -23,12 +24,12 @@ namespace Corvane::PathManagement::host {
 /// Threads: all operations, from any thread.
 /// Ownership: shares its entries.
 /// Errors: a folder that cannot be searched is a problem and counts as empty.
-/// Cost: each folder is listed at most once. The first eight questions of `FindFirstInScope` for a
-/// plain name among the main entries ask one folder after the other, up to the answer, for that
-/// name alone; the ninth lists all folders and makes an index. Method entries by name ask all main
-/// folders once. Policies that ignore case, and questions for all matches, list the folders that
-/// they ask. Questions about parents, order, membership and partial pathnames list every folder,
-/// special ones included.
+/// Cost: each folder is listed at most once. The first eight questions of `FindFirstInScope` or
+/// `FindAllInScope` for a plain name among the main entries ask one folder after the other for that
+/// name alone, the former up to the answer; the ninth lists all folders and makes an index. Method
+/// entries by name ask all main folders once. Policies that ignore case list the folders that they
+/// ask. Questions about parents, order, membership and partial pathnames list every folder, special
+/// ones included.
 class SEARCHPATH_EXPORT FolderPath : public IPath {
  public:
   explicit FolderPath(FolderEntries folders);
@@ -70,6 +71,11 @@ class SEARCHPATH_EXPORT FolderPath : public IPath {
   /// folder for the file and the method entry at once, and no folder behind the answer.
   [[nodiscard]] boost::optional<FoundItem> FindVisible(
       const PathManagement::detail::SearchTarget& target, FilenameMatchingPolicy policy) const;
+  /// The same on the path of those entries for which `isShown` returns true, where that takes no
+  /// index; empty otherwise.
+  [[nodiscard]] std::optional<boost::optional<FoundItem>> FindShown(
+      const PathManagement::detail::SearchTarget& target, FilenameMatchingPolicy policy,
+      const std::function<bool(const FolderEntry&)>& isShown) const;
 
   /// The same answer. The folders are asked one by one, and `observer` hears of each.
   [[nodiscard]] std::vector<FoundItem> FindAllInScope(

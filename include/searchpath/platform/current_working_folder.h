@@ -22,6 +22,7 @@ enum class AbsolutizeError : std::uint32_t {
   LinkLoop = 7,    ///< links that lead to each other
   Other = 8,
   NameTooLong = 9,
+  NoAnswer = 10,  ///< the disk did not answer in time
 };
 
 /// A folder string has no absolute location.

@@ -66,8 +66,14 @@ void SortFolders(std::vector<FolderListing::Subfolder>& folders) {
   });
 }
 
+/// What a thread that may be left alone reads of a folder.
+struct Pass {
+  FolderListing listing;             // without its folders
+  std::vector<std::string> folders;  // those that are not behind links
+};
+
 /// Returns why the folder could not be read to its end.
-std::error_code ReadItems(const Directory& directory, FolderListing& listing) {
+std::error_code ReadItems(const Directory& directory, Pass& pass) {
   for (;;) {
     errno = 0;
     // readdir is safe here: the stream is used by this function alone.
@@ -75,11 +81,11 @@ std::error_code ReadItems(const Directory& directory, FolderListing& listing) {
     if (item == nullptr) return {errno, std::generic_category()};
     if (IsDots(item->d_name)) continue;
     if (item->d_type == DT_REG) {
-      listing.files.Add(item->d_name);
+      pass.listing.files.Add(item->d_name);
     } else if (item->d_type == DT_DIR) {
-      AddFolder(listing, item->d_name, false);
+      pass.folders.emplace_back(item->d_name);
     } else if (item->d_type == DT_LNK || item->d_type == DT_UNKNOWN) {
-      listing.links.push_back({.name = item->d_name, .target = LinkTarget::Neither});
+      pass.listing.links.push_back({.name = item->d_name, .target = LinkTarget::Neither});
     }
   }
 }
@@ -93,26 +99,37 @@ std::optional<FolderStamp> Stamp(int folder) {
   return StampOf(status, now);
 }
 
-FolderListing ReadFolder(const AbsoluteIRI& location) {
-  FolderListing listing;
-  const auto path = NativeBytes(location);
-  if (!path) {
-    listing.problem = AbsolutizeError::InvalidText;
-    return listing;
-  }
-  OpenedPath folder = OpenFolder(*path);
+Pass ReadFolder(const std::string& path) {
+  Pass pass;
+  FolderListing& listing = pass.listing;
+  OpenedPath folder = OpenFolder(path);
   const Directory directory(folder.IsOpen() ? fdopendir(folder.Get()) : nullptr);
   if (directory == nullptr) {
-    listing.problem = ReasonFor(folder.GetError(), *path);
-    return listing;
+    listing.problem = ReasonFor(folder.GetError(), path);
+    return pass;
   }
   static_cast<void>(folder.Release());  // the stream owns it now
   listing.stamp = Stamp(dirfd(directory.get()));
-  if (const auto error = ReadItems(directory, listing)) listing.problem = ReasonFor(error, *path);
+  if (const auto error = ReadItems(directory, pass)) listing.problem = ReasonFor(error, path);
   for (auto& link : listing.links) link.target = TargetOf(dirfd(directory.get()), link.name);
-  AddLinked(listing);
-  listing.files.ShrinkToFit();
-  return listing;
+  return pass;
+}
+
+FolderListing ListingOf(Pass pass) {
+  for (const std::string& folder : pass.folders) AddFolder(pass.listing, folder, false);
+  AddLinked(pass.listing);
+  pass.listing.files.ShrinkToFit();
+  return std::move(pass.listing);
+}
+
+FolderListing ListFolderAt(std::optional<std::string> path, DiskPatience& patience) {
+  FolderListing unread;
+  unread.problem = AbsolutizeError::InvalidText;
+  if (!path) return unread;
+  auto pass = patience.Ask([path = *std::move(path)] { return ReadFolder(path); });
+  if (pass) return ListingOf(*std::move(pass));
+  unread.problem = AbsolutizeError::NoAnswer;
+  return unread;
 }
 
 }  // namespace
@@ -139,9 +156,9 @@ AbsolutizeError ReasonFor(std::error_code error, const std::string& path) {
   }
 }
 
-FolderListing ListFolder(const AbsoluteIRI& location) {
+FolderListing ListFolder(const AbsoluteIRI& location, DiskPatience& patience) {
   const TimedMessage message(kLogger);
-  FolderListing listing = ReadFolder(location);
+  FolderListing listing = ListFolderAt(NativeBytes(location), patience);
   message.Write(foundation::log::Severity::Debug, [&] {
     return "read " + PathManagement::detail::QuotedText(GetStringFromIRI(location)) + ", " +
            std::to_string(listing.files.size()) + " files,";
@@ -157,11 +174,16 @@ void AddSubfolder(FolderListing& listing, std::string_view name) {
   AddFolder(listing, name, false);
 }
 
-void AskLinks(const std::string& path, FolderListing& listing) {
-  const Descriptor folder = OpenFolder(path);
-  for (auto& link : listing.links) {
-    link.target = folder.IsOpen() ? TargetOf(folder.Get(), link.name) : LinkTarget::Neither;
-  }
+void AskLinks(const std::string& path, FolderListing& listing, DiskPatience& patience) {
+  auto asked = patience.Ask([path, saved = listing.links] {
+    auto links = saved;
+    const Descriptor folder = OpenFolder(path);
+    for (auto& link : links) {
+      link.target = folder.IsOpen() ? TargetOf(folder.Get(), link.name) : LinkTarget::Neither;
+    }
+    return links;
+  });
+  if (asked) listing.links = *std::move(asked);
 }
 
 void AddLinked(FolderListing& listing) {
@@ -175,12 +197,15 @@ void AddLinked(FolderListing& listing) {
   SortFolders(listing.ordinaryFolders);
 }
 
-std::optional<AbsolutizeError> ProbeFolder(const AbsoluteIRI& location) {
-  const auto path = NativeBytes(location);
+std::optional<AbsolutizeError> ProbeFolder(const AbsoluteIRI& location, DiskPatience& patience) {
+  auto path = NativeBytes(location);
   if (!path) return AbsolutizeError::InvalidText;
-  const OpenedPath folder = OpenFolder(*path);
-  if (folder.IsOpen()) return std::nullopt;
-  return ReasonFor(folder.GetError(), *path);
+  const auto probe = [path = *std::move(path)]() -> std::optional<AbsolutizeError> {
+    const OpenedPath folder = OpenFolder(path);
+    if (folder.IsOpen()) return std::nullopt;
+    return ReasonFor(folder.GetError(), path);
+  };
+  return patience.Ask(probe).value_or(AbsolutizeError::NoAnswer);
 }
 
 }  // namespace Corvane::PathManagement::host

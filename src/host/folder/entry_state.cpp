@@ -1,5 +1,8 @@
 #include "host/folder/entry_state.h"
 
+#include "host/common/parallel.h"
+
+#include <cstddef>
 #include <utility>
 
 namespace Corvane::PathManagement::host {
@@ -11,8 +14,17 @@ std::shared_ptr<const FolderEntry> CreateEntry(std::unique_ptr<FolderState> stat
 }
 
 std::shared_ptr<const FolderEntry> CreateMainFolder(const AbsoluteIRI& location,
-                                                    std::shared_ptr<const ListingSource> source) {
-  return CreateEntry(std::make_unique<FolderState>(location, std::move(source)));
+                                                    std::shared_ptr<const ListingSource> source,
+                                                    DiskPatience::Limit limit) {
+  return CreateEntry(std::make_unique<FolderState>(location, std::move(source), limit));
+}
+
+void IdentifyAll(const FolderEntries& folders) {
+  const auto links = std::make_shared<LinkResolver>();
+  const auto identify = [&](std::size_t folder) {
+    static_cast<void>(StateOf(*folders[folder]).Identity(links));
+  };
+  ForEachInParallel(folders.size(), identify, 1);
 }
 
 }  // namespace Corvane::PathManagement::host

@@ -21,9 +21,13 @@ namespace Corvane::PathManagement::host {
     std::unique_ptr<FolderState> state, std::unique_ptr<FolderEntries> specialFolders = nullptr);
 
 /// An entry for a folder that is put on a path, as `FolderEntry::Create` makes it, with the listings
-/// of `source`; null means the disk.
+/// of `source`; null means the disk. `limit` says how long the disk is waited for.
 [[nodiscard]] std::shared_ptr<const FolderEntry> CreateMainFolder(
-    const AbsoluteIRI& location, std::shared_ptr<const ListingSource> source);
+    const AbsoluteIRI& location, std::shared_ptr<const ListingSource> source,
+    DiskPatience::Limit limit = {});
+
+/// Resolves the links of all folders where that has not been done; what they have in common once.
+void IdentifyAll(const FolderEntries& folders);
 
 }  // namespace Corvane::PathManagement::host
 

@@ -131,14 +131,23 @@ std::shared_ptr<const PathEntries> FolderEntry::GetSubfolderEntriesC() const {
 std::shared_ptr<const PathItem> FolderEntry::FindItem(const SearchTarget& target,
                                                       FilenameMatchingPolicy policy) const {
   if (policy != FilenameMatchingPolicy::IgnoreCase) {
-    const PathItem* const item = state->Ask(NameQuestion(target)).item;
-    return item == nullptr ? nullptr : ShareItem(shared_from_this(), *item);
+    const auto answer = state->Ask(NameQuestion(target));
+    return answer.items.empty() ? nullptr : ShareItem(shared_from_this(), *answer.items.front());
   }
   const PathItems items = FindItems(target, policy);
   return items.empty() ? nullptr : items.front();
 }
 
 PathItems FolderEntry::FindItems(const SearchTarget& target, FilenameMatchingPolicy policy) const {
+  if (policy != FilenameMatchingPolicy::IgnoreCase) {
+    NameQuestion question(target);
+    question.wantsAllFiles = true;
+    PathItems items;
+    for (const PathItem* item : state->Ask(question).items) {
+      items.push_back(ShareItem(shared_from_this(), *item));
+    }
+    return items;
+  }
   FolderState& listed = ListedState();
   std::vector<std::size_t> files;
   const auto add = [&](const ustring& name) {

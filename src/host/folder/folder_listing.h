@@ -1,6 +1,7 @@
 #ifndef SEARCHPATH_SRC_HOST_FOLDER_FOLDER_LISTING_H
 #define SEARCHPATH_SRC_HOST_FOLDER_FOLDER_LISTING_H
 
+#include "host/common/disk_patience.h"
 #include "host/folder/folder_stamp.h"
 #include "host/names/name_block.h"
 #include "searchpath/model/absolute_iri.h"
@@ -48,7 +49,8 @@ class ListingSource {
 
   /// The listing of the folder at `location`. It may view memory of this object, which must outlive
   /// it.
-  [[nodiscard]] virtual FolderListing List(const AbsoluteIRI& location) const = 0;
+  [[nodiscard]] virtual FolderListing List(const AbsoluteIRI& location,
+                                           DiskPatience& patience) const = 0;
 
   /// Whether a listing shows a folder as it is, not as it was when the listing was saved.
   [[nodiscard]] virtual bool FollowsTheDisk() const noexcept = 0;

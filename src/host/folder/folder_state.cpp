@@ -22,13 +22,13 @@ using current_working_folder::AbsolutizeError;
 /// eighth of listing 100 files, and a look-up asks for a file and for a method entry.
 constexpr unsigned kMostQuestions = 16;
 
-/// The location without links. One that cannot be resolved stays as it is; listing the folder will
-/// say what is wrong with it.
-AbsoluteIRI Resolved(const AbsoluteIRI& location) {
+/// The native path without links; empty when it cannot be resolved. `links` may be null.
+std::optional<std::string> WithoutLinks(const std::string& path, LinkResolver* links) {
   try {
-    return GetCanonicalIRI(location);
+    if (links != nullptr) return links->Resolve(path).bytes;
+    return foundation::storage::vfs::detail::ResolveLinks(path).bytes;
   } catch (const foundation::storage::vfs::Exception&) {
-    return location;
+    return std::nullopt;
   }
 }
 
@@ -70,79 +70,165 @@ FolderListing CopyOf(const FolderListing& listing) {
 
 }  // namespace
 
-const FolderIdentity& FolderState::Identity() {
-  identifiedOnce.Call([this] {
-    if (!identity) identity.emplace(Resolved(location));
+const FolderIdentity& FolderState::Identity(const std::shared_ptr<LinkResolver>& links) {
+  identifiedOnce.Call([&] {
+    if (!identity) identity.emplace(Resolved(location, links));
   });
   return *identity;
+}
+
+/// The location without links. One that cannot be resolved stays as it is; listing the folder will
+/// say what is wrong with it.
+AbsoluteIRI FolderState::Resolved(const AbsoluteIRI& folder,
+                                  const std::shared_ptr<LinkResolver>& links) {
+  const auto path = NativeBytes(folder);
+  if (!path) return GetCanonicalIRI(folder);
+  const auto resolved =
+      patience.Ask([path = *path, links] { return WithoutLinks(path, links.get()); });
+  // Most folders are not behind links: no location has to be made.
+  if (!resolved || !*resolved || *resolved == path) return folder;
+  return foundation::storage::vfs::toAbsoluteIRI(u"file", TextFromBytes(**resolved));
+}
+
+/// The problem that the folder has for `reason`, which may be none.
+std::vector<FolderProblem> FolderState::ProblemOf(std::optional<AbsolutizeError> reason) const {
+  if (!reason && patience.HasGivenUp()) reason = AbsolutizeError::NoAnswer;
+  if (!reason) return {};
+  return {{GetStringFromIRI(location), *reason}};
 }
 
 std::vector<FolderProblem> FolderState::Problems() {
   // A saved listing knows more than opening the folder would show, and mostly for less.
   if (source != nullptr) List();
-  const bool isListed = IsListed();
-  const auto reason = isListed ? listing.problem : ProbeFolder(location);
-  std::vector<FolderProblem> problems;
-  if (reason) problems.push_back({GetStringFromIRI(location), *reason});
-  if (isListed) problems.insert(problems.end(), cutLinks.begin(), cutLinks.end());
+  if (!IsListed()) return ProblemOf(ProbeFolder(location, patience));
+  auto problems = ProblemOf(listing.problem);
+  problems.insert(problems.end(), cutLinks.begin(), cutLinks.end());
   return problems;
 }
 
-Freshness FolderState::AskFreshness() const {
-  const auto path = NativeBytes(location);
+Freshness FolderState::AskFreshness() {
+  auto path = NativeBytes(location);
   if (!path) return Freshness::Gone;
+  std::optional<FolderStamp> stamp;
   if (IsListed()) {
-    const Freshness freshness = host::AskFreshness(*path, listing.stamp);
-    // What could not be listed then can be now.
-    const bool isThereAgain = listing.problem && freshness == Freshness::Unknown;
-    return isThereAgain ? Freshness::Stale : freshness;
+    stamp = listing.stamp;
+  } else if (source != nullptr) {
+    stamp = source->FindStamp(location);
   }
-  return host::AskFreshness(*path, source != nullptr ? source->FindStamp(location) : std::nullopt);
+  const auto ask = [path = *std::move(path), stamp] { return host::AskFreshness(path, stamp); };
+  const Freshness freshness = patience.Ask(ask).value_or(Freshness::Unknown);
+  // What could not be listed then can be now.
+  const bool isThereAgain =
+      IsListed() && listing.problem && freshness == Freshness::Unknown && !patience.HasGivenUp();
+  return isThereAgain ? Freshness::Stale : freshness;
 }
 
 bool FolderState::IsUntouched() {
   const std::lock_guard lock(answersMutex);
-  return !listingHasBegun && answers.IsEmpty() && (source == nullptr || source->FollowsTheDisk());
+  return ShowsTheDisk() && answers.IsEmpty() && !patience.HasGivenUp();
 }
 
 std::unique_ptr<FolderState> FolderState::CopyUnlisted() {
-  return std::unique_ptr<FolderState>(new FolderState(location, kind, nullptr, Identity()));
+  std::optional<FolderIdentity> known;
+  if (!patience.HasGivenUp()) known = Identity();
+  return std::unique_ptr<FolderState>(
+      new FolderState(location, kind, nullptr, patience.GetLimit(), std::move(known)));
 }
 
 FolderState::Answer FolderState::Ask(const NameQuestion& question) {
   if (auto answer = AskDisk(question)) return *std::move(answer);
   List();
-  for (const std::string& name : question.files) {
-    if (const auto file = FileNamed(name)) return {&ItemAt(*file), false};
-  }
-  const auto& folders = listing.specialFolders;
-  return {nullptr, question.methodFolder &&
-                       std::any_of(folders.begin(), folders.end(), [&](const auto& folder) {
-                         return folder.name == *question.methodFolder;
-                       })};
+  const auto itemNamed = [this](const std::string& name) {
+    const auto file = FileNamed(name);
+    return file ? &ItemAt(*file) : nullptr;
+  };
+  return MakeAnswer(question, itemNamed, [this](const std::string& name) {
+    const auto& folders = listing.specialFolders;
+    return std::any_of(folders.begin(), folders.end(),
+                       [&](const auto& folder) { return folder.name == name; });
+  });
 }
 
 /// Empty when the folder is to be listed.
 std::optional<FolderState::Answer> FolderState::AskDisk(const NameQuestion& question) {
   if (IsListed()) return std::nullopt;
   const std::lock_guard lock(answersMutex);
-  if (listingHasBegun || source != nullptr || questionCount == kMostQuestions) return std::nullopt;
+  if (!AsksNames()) return std::nullopt;
   ++questionCount;
-  if (!answers.Ask(location, question)) return std::nullopt;
-  for (const std::string& name : question.files) {
-    if (answers.KindOf(name) != NameAnswers::Kind::File) continue;
-    return Answer{&answers.ItemOf(name, [&] { return MakeItem(name); }), false};
+  const auto unanswered = answers.FindUnanswered(question);
+  if (!unanswered.names.empty() && !answers.Add(unanswered, AskFor(unanswered))) {
+    return std::nullopt;
   }
-  return Answer{nullptr, question.methodFolder &&
-                             answers.KindOf(*question.methodFolder) == NameAnswers::Kind::Folder};
+  const auto itemNamed = [this](const std::string& name) -> const PathItem* {
+    if (answers.KindOf(name) != NameAnswers::Kind::File) return nullptr;
+    return &answers.ItemOf(name, [&] { return MakeItem(name); });
+  };
+  return MakeAnswer(question, itemNamed, [this](const std::string& name) {
+    return answers.KindOf(name) == NameAnswers::Kind::Folder;
+  });
+}
+
+template <class ItemNamed, class HasFolder>
+FolderState::Answer FolderState::MakeAnswer(const NameQuestion& question,
+                                            const ItemNamed& itemNamed,
+                                            const HasFolder& hasFolder) {
+  Answer answer;
+  auto& items = answer.items;
+  for (const std::string& name : question.files) {
+    const PathItem* const item = itemNamed(name);
+    // The same extension may be wanted twice.
+    const bool isNew =
+        item != nullptr && std::find(items.begin(), items.end(), item) == items.end();
+    if (isNew) items.push_back(item);
+    if (isNew && !question.wantsAllFiles) return answer;
+  }
+  answer.hasFolder = question.folder && hasFolder(*question.folder);
+  return answer;
+}
+
+/// Whether single names may still be asked for. Precondition: answersMutex is held.
+bool FolderState::AsksNames() const noexcept {
+  return !listingHasBegun && source == nullptr && questionCount < kMostQuestions;
+}
+
+/// What the disk says. Precondition: answersMutex is held.
+NameAnswers::FromDisk FolderState::AskFor(const NameAnswers::Unanswered& unanswered) {
+  if (answers.GetProblem()) return {};
+  auto path = NativeBytes(location);
+  if (!path) return {.problem = AbsolutizeError::InvalidText};
+  auto said = TakeAhead(unanswered);
+  if (!said) {
+    said = patience.Ask(
+        [path = *std::move(path), unanswered] { return NameAnswers::AskDisk(path, unanswered); });
+  }
+  if (!said) return {.problem = AbsolutizeError::NoAnswer};
+  return *std::move(said);
+}
+
+/// What has been asked ahead; empty when that was something else, or the disk does not answer.
+std::optional<NameAnswers::FromDisk> FolderState::TakeAhead(
+    const NameAnswers::Unanswered& unanswered) {
+  if (!ahead || ahead->unanswered.names != unanswered.names) return std::nullopt;
+  auto asked = *std::exchange(ahead, std::nullopt);
+  return patience.Await(std::move(asked.answer));
+}
+
+void FolderState::AskAhead(const NameQuestion& question) {
+  // Who holds the mutex asks the disk, or lists.
+  const std::unique_lock lock(answersMutex, std::try_to_lock);
+  if (!lock || !AsksNames() || answers.GetProblem() || patience.HasGivenUp()) return;
+  const auto path = NativeBytes(location);
+  auto unanswered = answers.FindUnanswered(question);
+  const bool isAsked = ahead && ahead->unanswered.names == unanswered.names;
+  if (!path || isAsked || unanswered.names.empty()) return;
+  const auto ask = [path = *path, unanswered] { return NameAnswers::AskDisk(path, unanswered); };
+  ahead.emplace(Ahead{std::move(unanswered), DetachedAnswer<NameAnswers::FromDisk>(ask)});
 }
 
 std::vector<FolderProblem> FolderState::ProblemsMet() {
   if (IsListed()) return Problems();
   const std::lock_guard lock(answersMutex);
-  const auto reason = answers.GetProblem();
-  if (!reason) return {};
-  return {{GetStringFromIRI(location), *reason}};
+  return ProblemOf(answers.GetProblem());
 }
 
 void FolderState::List() {
@@ -150,7 +236,7 @@ void FolderState::List() {
     const std::lock_guard lock(answersMutex);
     listingHasBegun = true;
     const auto start = std::chrono::steady_clock::now();
-    listing = source != nullptr ? source->List(location) : ListFolder(location);
+    listing = source != nullptr ? source->List(location, patience) : ListFolder(location, patience);
     listingTime = std::chrono::steady_clock::now() - start;
     answers.ApplyTo(listing);
     FollowSpecialLinks();
@@ -200,14 +286,14 @@ FolderState::Folders FolderState::MakeOrdinaryFolders() {
 
 std::unique_ptr<FolderState> FolderState::MakeBelow(const FolderListing::Subfolder& subfolder) {
   return std::unique_ptr<FolderState>(
-      new FolderState(Below(location, subfolder.name), subfolder.kind, source,
+      new FolderState(Below(location, subfolder.name), subfolder.kind, source, patience.GetLimit(),
                       Identity().Below(Below(Canonical(), subfolder.name))));
 }
 
 std::unique_ptr<FolderState> FolderState::MakeBehindLink(const FolderListing::Subfolder& subfolder,
                                                          AbsoluteIRI target) {
   return std::unique_ptr<FolderState>(new FolderState(Below(location, subfolder.name),
-                                                      subfolder.kind, source,
+                                                      subfolder.kind, source, patience.GetLimit(),
                                                       Identity().BehindLink(std::move(target))));
 }
 
@@ -272,7 +358,8 @@ bool FolderState::HoldsSameAs(const FolderState& other) const {
 }
 
 std::unique_ptr<FolderState> FolderState::CopyListed() {
-  std::unique_ptr<FolderState> copy(new FolderState(location, kind, source, Identity()));
+  std::unique_ptr<FolderState> copy(
+      new FolderState(location, kind, source, patience.GetLimit(), Identity()));
   copy->listedOnce.Call([&] {
     copy->listingHasBegun = true;
     copy->listing = CopyOf(listing);

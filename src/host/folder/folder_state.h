@@ -1,10 +1,12 @@
 #ifndef SEARCHPATH_SRC_HOST_FOLDER_FOLDER_STATE_H
 #define SEARCHPATH_SRC_HOST_FOLDER_FOLDER_STATE_H
 
+#include "host/common/disk_patience.h"
 #include "host/folder/folder_identity.h"
 #include "host/folder/folder_listing.h"
 #include "host/folder/item_store.h"
 #include "host/folder/name_answers.h"
+#include "platform/canonical_path.h"
 #include "searchpath/host/folder_problem.h"
 #include "searchpath/model/filename_matching_policy.h"
 #include "searchpath/utilities/once_flag.h"
@@ -20,6 +22,8 @@
 
 namespace Corvane::PathManagement::host {
 
+using foundation::storage::vfs::detail::LinkResolver;
+
 /// What is known of a folder: where it stands, which one it is, what it holds. Knows nothing of
 /// entries.
 ///
@@ -29,10 +33,12 @@ class FolderState {
   using Folders = std::vector<std::unique_ptr<FolderState>>;
 
   /// A folder that is put on a path. Its listing, and those of the folders below it, come from
-  /// `listingSource`; from the disk when that is null.
-  FolderState(AbsoluteIRI folderLocation, std::shared_ptr<const ListingSource> listingSource)
+  /// `listingSource`; from the disk when that is null. For each of them the disk is waited for as
+  /// long as `limit` says.
+  FolderState(AbsoluteIRI folderLocation, std::shared_ptr<const ListingSource> listingSource,
+              DiskPatience::Limit limit = {})
       : FolderState(std::move(folderLocation), PathEntryType::Ordinary, std::move(listingSource),
-                    std::nullopt) {}
+                    limit, std::nullopt) {}
   FolderState(const FolderState&) = delete;
   FolderState& operator=(const FolderState&) = delete;
   ~FolderState() = default;
@@ -40,15 +46,22 @@ class FolderState {
   [[nodiscard]] const AbsoluteIRI& Location() const noexcept { return location; }
   [[nodiscard]] PathEntryType Kind() const noexcept { return kind; }
   /// Found out when first asked for: on a long path, most folders may never be.
-  [[nodiscard]] const FolderIdentity& Identity();
+  [[nodiscard]] const FolderIdentity& Identity() { return Identity(nullptr); }
+  /// Makes `links` resolve the location if that has not been done.
+  [[nodiscard]] const FolderIdentity& Identity(const std::shared_ptr<LinkResolver>& links);
   [[nodiscard]] const AbsoluteIRI& Canonical() { return Identity().Canonical(); }
 
   /// As `FolderEntry::GetProblems`.
   [[nodiscard]] std::vector<FolderProblem> Problems();
   /// As `FolderEntry::GetFreshness`.
-  [[nodiscard]] Freshness AskFreshness() const;
+  [[nodiscard]] Freshness AskFreshness();
 
   [[nodiscard]] bool IsListed() const noexcept { return listedOnce.IsBuilt(); }
+  [[nodiscard]] DiskPatience::Limit GetLimit() const noexcept { return patience.GetLimit(); }
+  /// Whether listing the folder, which has not been done, will show it as it is then.
+  [[nodiscard]] bool ShowsTheDisk() const noexcept {
+    return !listingHasBegun && (source == nullptr || source->FollowsTheDisk());
+  }
   /// Whether nobody has asked for what the folder holds, and listing it will show it as it is then.
   [[nodiscard]] bool IsUntouched();
   /// The same folder, to be listed from the disk.
@@ -56,13 +69,16 @@ class FolderState {
 
   /// What a look-up learns of the folder.
   struct Answer {
-    const PathItem* item;  // of the first file that is here; null when none is
-    bool hasMethodFolder;  // false beside an item: then it does not matter
+    std::vector<const PathItem*> items = {};  // the first file that is here, or all that are wanted
+    bool hasFolder = false;                   // false where that does not matter
   };
   /// Answers a single question. The disk is asked for the names alone as long as the folder has
   /// been asked little. After that, and whenever the listing comes from a cache, the folder is
   /// listed.
   [[nodiscard]] Answer Ask(const NameQuestion& question);
+  /// Has a thread of its own ask the disk, so that the answer to the same question may be there by
+  /// the time it is asked. Nobody waits for one that is never asked.
+  void AskAhead(const NameQuestion& question);
 
   /// The problems that questions have come upon so far.
   [[nodiscard]] std::vector<FolderProblem> ProblemsMet();
@@ -101,16 +117,34 @@ class FolderState {
 
  private:
   FolderState(AbsoluteIRI folderLocation, PathEntryType folderKind,
-              std::shared_ptr<const ListingSource> listingSource,
+              std::shared_ptr<const ListingSource> listingSource, DiskPatience::Limit limit,
               std::optional<FolderIdentity> knownIdentity)
       : location(std::move(folderLocation)),
         kind(folderKind),
         source(std::move(listingSource)),
+        patience(limit),
         identity(std::move(knownIdentity)) {}
 
+  /// An answer to a question that may come.
+  struct Ahead {
+    NameAnswers::Unanswered unanswered;
+    DetachedAnswer<NameAnswers::FromDisk> answer;
+  };
+
+  [[nodiscard]] AbsoluteIRI Resolved(const AbsoluteIRI& folder,
+                                     const std::shared_ptr<LinkResolver>& links = nullptr);
+  [[nodiscard]] bool AsksNames() const noexcept;
+  [[nodiscard]] std::optional<NameAnswers::FromDisk> TakeAhead(
+      const NameAnswers::Unanswered& unanswered);
+  [[nodiscard]] NameAnswers::FromDisk AskFor(const NameAnswers::Unanswered& unanswered);
+  [[nodiscard]] std::vector<FolderProblem> ProblemOf(
+      std::optional<current_working_folder::AbsolutizeError> reason) const;
   void FollowSpecialLinks();
   [[nodiscard]] PathItem MakeItem(std::string_view file);
   [[nodiscard]] std::optional<Answer> AskDisk(const NameQuestion& question);
+  template <class ItemNamed, class HasFolder>
+  [[nodiscard]] static Answer MakeAnswer(const NameQuestion& question, const ItemNamed& itemNamed,
+                                         const HasFolder& hasFolder);
   [[nodiscard]] std::unique_ptr<FolderState> MakeBelow(const FolderListing::Subfolder& subfolder);
   [[nodiscard]] std::unique_ptr<FolderState> MakeBehindLink(
       const FolderListing::Subfolder& subfolder, AbsoluteIRI target);
@@ -119,12 +153,14 @@ class FolderState {
   AbsoluteIRI location;
   PathEntryType kind;
   std::shared_ptr<const ListingSource> source;  // null: the disk; the listing may view it
+  DiskPatience patience;
 
   PathManagement::detail::OnceFlag identifiedOnce;  // guards identity
   std::optional<FolderIdentity> identity;
 
   std::mutex answersMutex;  // guards what follows up to the flag
   NameAnswers answers;
+  std::optional<Ahead> ahead;
   unsigned questionCount = 0;
   std::atomic<bool> listingHasBegun = false;    // from then on there are no more single answers
   PathManagement::detail::OnceFlag listedOnce;  // guards what follows

@@ -1,6 +1,8 @@
 #include "searchpath/host/folder_tree.h"
 
 #include "host/common/held_hash.h"
+#include "host/common/parallel.h"
+#include "host/folder/entry_state.h"
 
 #include <boost/unordered/unordered_flat_set.hpp>
 
@@ -58,7 +60,12 @@ class TreeWalk {
       const auto folder = nodes[at].folder;
       if (!seen.insert(folder->GetCanonicalAbsoluteIRI()).second) continue;
       nodes[at].isTaken = true;
-      for (auto& below : folder->CreateOrdinaryFolders()) {
+      auto allBelow = folder->CreateOrdinaryFolders();
+      const auto list = [&](std::size_t index) {
+        if (!IsBehindLink(*folder, *allBelow[index])) StateOf(*allBelow[index]).List();
+      };
+      ForEachInParallel(allBelow.size(), list, 1);
+      for (auto& below : allBelow) {
         const std::size_t node = nodes.size();
         (IsBehindLink(*folder, *below) ? links : pending).push_back(node);
         nodes[at].below.push_back(node);

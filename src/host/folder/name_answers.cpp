@@ -1,6 +1,7 @@
 #include "host/folder/name_answers.h"
 
 #include "host/folder/directory_scan.h"
+#include "host/folder/open_path.h"
 #include "searchpath/model/byte_text.h"
 
 #include <fcntl.h>
@@ -13,8 +14,6 @@
 namespace Corvane::PathManagement::host {
 
 namespace {
-
-using current_working_folder::AbsolutizeError;
 
 /// Whether some folder could hold the name.
 bool IsFileName(std::string_view name) {
@@ -37,6 +36,19 @@ NameBlock Without(const NameBlock& names, std::size_t left) {
   return others;
 }
 
+/// What `name` is in the open folder; empty when only a listing can tell.
+std::optional<NameAnswers::Kind> KindIn(int folder, const std::string& name) {
+  using enum NameAnswers::Kind;
+  struct stat status = {};
+  int result = fstatat(folder, name.c_str(), &status, AT_SYMLINK_NOFOLLOW);
+  const bool isLink = result == 0 && S_ISLNK(status.st_mode);
+  if (isLink) result = fstatat(folder, name.c_str(), &status, 0);
+  // A folder that may be read but not searched can still be listed.
+  if (result != 0 && !isLink && errno != ENOENT) return std::nullopt;
+  if (result == 0 && S_ISREG(status.st_mode)) return File;
+  return result == 0 && S_ISDIR(status.st_mode) ? Folder : Nothing;
+}
+
 }  // namespace
 
 NameQuestion::NameQuestion(const PathManagement::detail::SearchTarget& target) {
@@ -47,50 +59,55 @@ NameQuestion::NameQuestion(const PathManagement::detail::SearchTarget& target) {
   for (const ustring& extension : target.GetExtensions()) add(target.GetName() + extension);
 }
 
-void NameQuestion::AddMethodFolder(const ustring& name) {
-  methodFolder = BytesFromText(u'@' + name);
-  if (methodFolder && !IsFileName(*methodFolder)) methodFolder.reset();
+void NameQuestion::AddFolder(const ustring& name) {
+  folder = BytesFromText(name);
+  if (folder && !IsFileName(*folder)) folder.reset();
 }
 
-bool NameAnswers::Ask(const AbsoluteIRI& location, const NameQuestion& question) {
-  std::optional<OpenedPath> folder;
-  const auto isClear = [&](const std::string& name) {
-    if (Find(name) != nullptr) return true;
-    if (!folder && !problem) folder = Open(location);
-    if (folder && folder->IsOpen()) return AskIn(folder->Get(), name);
-    answers.push_back({.name = name, .kind = Kind::Nothing});
-    return true;
-  };
+NameAnswers::Unanswered NameAnswers::FindUnanswered(const NameQuestion& question) const {
+  Unanswered unanswered;
+  bool isFound = false;
   for (const std::string& name : question.files) {
-    if (!isClear(name)) return false;
-    if (KindOf(name) == Kind::File) return true;
+    const Answer* const known = Find(name);
+    if (known == nullptr) unanswered.names.push_back(name);
+    isFound = known != nullptr && known->kind == Kind::File && !question.wantsAllFiles;
+    if (isFound) break;
   }
-  return !question.methodFolder || isClear(*question.methodFolder);
+  if (!question.wantsAllFiles) unanswered.fileCount = unanswered.names.size();
+  const auto& folder = question.folder;
+  if (!isFound && folder && Find(*folder) == nullptr) unanswered.names.push_back(*folder);
+  return unanswered;
 }
 
-OpenedPath NameAnswers::Open(const AbsoluteIRI& location) {
-  const auto path = NativeBytes(location);
-  OpenedPath folder = path ? OpenFolder(*path) : OpenedPath(-1);
-  if (!path) problem = AbsolutizeError::InvalidText;
-  if (path && !folder.IsOpen()) problem = ReasonFor(folder.GetError(), *path);
-  return folder;
+NameAnswers::FromDisk NameAnswers::AskDisk(const std::string& path, const Unanswered& unanswered) {
+  FromDisk said;
+  const OpenedPath folder = OpenFolder(path);
+  if (!folder.IsOpen()) {
+    said.problem = ReasonFor(folder.GetError(), path);
+    return said;
+  }
+  for (const std::string& name : unanswered.names) {
+    const auto kind = KindIn(folder.Get(), name);
+    said.isClear = kind.has_value();
+    if (!kind) break;
+    said.kinds.push_back(*kind);
+    if (*kind == Kind::File && said.kinds.size() <= unanswered.fileCount) break;
+  }
+  return said;
 }
 
-bool NameAnswers::AskIn(int folder, const std::string& name) {
-  struct stat status = {};
-  int result = fstatat(folder, name.c_str(), &status, AT_SYMLINK_NOFOLLOW);
-  const bool isLink = result == 0 && S_ISLNK(status.st_mode);
-  if (isLink) result = fstatat(folder, name.c_str(), &status, 0);
-  // A folder that may be read but not searched can still be listed.
-  if (result != 0 && !isLink && errno != ENOENT) return false;
-  Kind kind = Kind::Nothing;
-  if (result == 0 && S_ISREG(status.st_mode)) kind = Kind::File;
-  if (result == 0 && S_ISDIR(status.st_mode)) kind = Kind::Folder;
-  answers.push_back({.name = name, .kind = kind});
-  return true;
+bool NameAnswers::Add(const Unanswered& unanswered, const FromDisk& fromDisk) {
+  if (fromDisk.problem) problem = fromDisk.problem;
+  const auto& kinds = fromDisk.kinds;
+  const std::size_t count = problem ? unanswered.names.size() : kinds.size();
+  for (std::size_t index = 0; index < count; ++index) {
+    answers.push_back(
+        {.name = unanswered.names[index], .kind = problem ? Kind::Nothing : kinds[index]});
+  }
+  return fromDisk.isClear;
 }
 
-NameAnswers::Answer* NameAnswers::Find(std::string_view name) {
+const NameAnswers::Answer* NameAnswers::Find(std::string_view name) const {
   const auto found = std::find_if(answers.begin(), answers.end(),
                                   [name](const Answer& answer) { return answer.name == name; });
   return found == answers.end() ? nullptr : &*found;

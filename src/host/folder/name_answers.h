@@ -3,10 +3,10 @@
 
 #include "host/folder/folder_listing.h"
 #include "host/folder/item_store.h"
-#include "host/folder/open_path.h"
 #include "searchpath/model/search_target.h"
 #include "searchpath/model/ustring.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <optional>
@@ -22,11 +22,12 @@ struct NameQuestion {
   /// The files that `target` may mean.
   explicit NameQuestion(const PathManagement::detail::SearchTarget& target);
 
-  /// Adds the "@" folder of the method entry called `name`.
-  void AddMethodFolder(const ustring& name);
+  /// Adds the folder called `name`. It does not matter where a file is found, unless all are wanted.
+  void AddFolder(const ustring& name);
 
-  std::vector<std::string> files;           // the preferred one first
-  std::optional<std::string> methodFolder;  // with its "@"
+  std::vector<std::string> files;  // the preferred one first
+  bool wantsAllFiles = false;      // and not the first that is there
+  std::optional<std::string> folder;
 };
 
 /// What the disk has answered about single names of a folder that is not listed. An answer
@@ -37,21 +38,38 @@ class NameAnswers {
  public:
   enum class Kind : std::uint8_t { Nothing, File, Folder };
 
-  /// Asks for the names of `question` that have no answer yet, up to the first that is a file. The
-  /// folder is opened as for listing: one that may not be listed holds no name either. Returns
-  /// false when the disk gives no clear answer: then only a listing can tell.
+  /// The names of a question that have no answer yet.
+  struct Unanswered {
+    std::vector<std::string> names;  // files, then the folder
+    std::size_t fileCount = 0;  // no name is asked for behind the first of these that is a file
+  };
+  /// What the disk says about them.
+  struct FromDisk {
+    std::optional<current_working_folder::AbsolutizeError> problem = {};  // why it says nothing
+    std::vector<Kind> kinds = {};  // of the first names, which are all that matter
+    bool isClear = true;           // false when only a listing can tell about the next
+  };
+
+  /// What remains to be asked for an answer to `question`.
+  [[nodiscard]] Unanswered FindUnanswered(const NameQuestion& question) const;
+
+  /// Asks the disk. The folder is opened as for listing, so that one which may not be listed answers
+  /// no name either. Knows nothing but its arguments.
   ///
-  /// Cost: three system calls, and one for each name; one more for a link.
-  [[nodiscard]] bool Ask(const AbsoluteIRI& location, const NameQuestion& question);
+  /// Cost: two system calls, and one for each name; one more for a link.
+  [[nodiscard]] static FromDisk AskDisk(const std::string& path, const Unanswered& unanswered);
+
+  /// Takes in what the disk says. Returns false when only a listing can tell.
+  [[nodiscard]] bool Add(const Unanswered& unanswered, const FromDisk& fromDisk);
 
   /// Precondition: the name has been asked for.
-  [[nodiscard]] Kind KindOf(std::string_view name) { return Find(name)->kind; }
+  [[nodiscard]] Kind KindOf(std::string_view name) const { return Find(name)->kind; }
 
   /// The item of a file, made by make() when it is first asked for.
   /// Precondition: the name is that of a file.
   template <class Make>
   [[nodiscard]] const PathItem& ItemOf(std::string_view name, const Make& make) {
-    Answer& answer = *Find(name);
+    Answer& answer = answers[static_cast<std::size_t>(Find(name) - answers.data())];
     if (answer.item == nullptr) answer.item = std::make_unique<const PathItem>(make());
     return *answer.item;
   }
@@ -74,9 +92,7 @@ class NameAnswers {
     std::unique_ptr<const PathItem> item = nullptr;  // null until it is asked for
   };
 
-  [[nodiscard]] Answer* Find(std::string_view name);
-  [[nodiscard]] OpenedPath Open(const AbsoluteIRI& location);
-  [[nodiscard]] bool AskIn(int folder, const std::string& name);
+  [[nodiscard]] const Answer* Find(std::string_view name) const;
 
   std::vector<Answer> answers;  // few: a folder that is asked much is listed
   std::optional<current_working_folder::AbsolutizeError> problem;

@@ -80,7 +80,9 @@ AbsoluteIRI WorkingFolder::Locate(const ustring& folder) const try {
 
 AbsoluteIRI WorkingFolder::absolutize(const ustring& folder) const {
   AbsoluteIRI location = Locate(folder);
-  if (const auto reason = ProbeFolder(location)) throw FailedToAbsolutizeException(*reason);
+  DiskPatience patience;
+  if (const auto reason = ProbeFolder(location, patience))
+    throw FailedToAbsolutizeException(*reason);
   return location;
 }
 

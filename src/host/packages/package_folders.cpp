@@ -13,8 +13,9 @@ using current_working_folder::AbsolutizeError;
 
 /// The folder of `package` whose links cannot be resolved, and why.
 FolderProblem ProblemOf(const Corvane::PackageRegistry::IPackage& package) {
+  DiskPatience patience;
   for (const auto& each : package.GetFolders()) {
-    const auto reason = ProbeFolder(each.folder);
+    const auto reason = ProbeFolder(each.folder, patience);
     if (reason == AbsolutizeError::LinkLoop || reason == AbsolutizeError::InputOutput) {
       return {GetStringFromIRI(each.folder), *reason};
     }
@@ -25,7 +26,8 @@ FolderProblem ProblemOf(const Corvane::PackageRegistry::IPackage& package) {
 }  // namespace
 
 GivenFolders WithPackageFolders(GivenFolders given, const PackageRegistry* registry,
-                                const std::shared_ptr<const ListingSource>& source) {
+                                const std::shared_ptr<const ListingSource>& source,
+                                DiskPatience::Limit timeout) {
   if (registry == nullptr) return given;
   if (const auto& problem = registry->GetRootProblem()) given.unlocated.push_back(*problem);
   for (const ComponentIdentifier& package : registry->GetIdentifiers()) {
@@ -33,7 +35,7 @@ GivenFolders WithPackageFolders(GivenFolders given, const PackageRegistry* regis
       // One package at a time: the answer does not say which folder belongs to which package.
       for (const AbsoluteIRI& folder : GetPathFoldersForPackages(*registry, {&package, 1})) {
         given.folders.push_back({{FolderSource::Package, GetStringFromIRI(folder), package},
-                                 {CreateMainFolder(folder, source)}});
+                                 {CreateMainFolder(folder, source, timeout)}});
       }
     } catch (const foundation::storage::vfs::Exception&) {
       given.unlocated.push_back(ProblemOf(*registry->GetPackage(package)));

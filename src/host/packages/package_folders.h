@@ -13,9 +13,10 @@ namespace Corvane::PathManagement::host {
 
 /// `given`, followed by the folders that the packages of `registry`, which may be null, put on the
 /// path, package by package. A package with a folder that leads into a loop of links puts no folder
-/// there, and that folder is reported as a problem. Listings come from `source`, see `FolderState`.
+/// there, and that folder is reported as a problem. For `source` and `timeout` see `FolderState`.
 [[nodiscard]] GivenFolders WithPackageFolders(GivenFolders given, const PackageRegistry* registry,
-                                              const std::shared_ptr<const ListingSource>& source);
+                                              const std::shared_ptr<const ListingSource>& source,
+                                              DiskPatience::Limit timeout);
 
 /// The packages that put folders into `given`, in its order, each with its folders.
 [[nodiscard]] std::vector<KnownPackage> FindKnownPackages(

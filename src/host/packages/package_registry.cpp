@@ -111,7 +111,8 @@ PackageRegistry::State::State(const ustring& root, const WorkingFolder& workingF
 }
 
 void PackageRegistry::State::AddAll(const AbsoluteIRI& root) {
-  FolderListing listing = ListFolder(root);
+  DiskPatience patience;
+  FolderListing listing = ListFolder(root, patience);
   if (listing.problem) rootProblem = {GetStringFromIRI(root), *listing.problem};
   for (const std::string& name : NamesBelow(std::move(listing))) {
     Add(foundation::storage::vfs::toAbsoluteIRI(u"file",

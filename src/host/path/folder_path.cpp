@@ -136,22 +136,14 @@ struct FolderPath::State {
     });
   }
 
-  /// The problems of the folders known so far that are wanted, in path order.
-  template <class ProblemsOf>
-  std::vector<FolderProblem> CollectProblems(const std::function<bool(const IPathEntry&)>& isWanted,
-                                             const ProblemsOf& problemsOf) const {
-    std::vector<FolderProblem> problems;
-    const auto add = [&](const FolderEntry& entry) {
-      if (!isWanted(entry)) return;
-      auto found = problemsOf(entry);
-      std::move(found.begin(), found.end(), std::back_inserter(problems));
-    };
+  /// Calls use(entry) for the folders known so far, in path order.
+  template <class Use>
+  void ForEachKnown(const Use& use) const {
     if (tableOnce.IsBuilt()) {
-      for (const auto& row : table->Rows()) add(*row.entry);
+      for (const auto& row : table->Rows()) use(*row.entry);
     } else {
-      for (const auto& folder : folders) add(*folder);
+      for (const auto& folder : folders) use(*folder);
     }
-    return problems;
   }
 
   [[nodiscard]] PathEntries FindMethodEntries(SearchScope scope, const ustring& name,
@@ -306,6 +298,13 @@ boost::optional<FoundItem> FolderPath::FindVisible(const SearchTarget& target,
   return FindFirstFileVisibleOnPath(*this, target, policy);
 }
 
+std::optional<boost::optional<FoundItem>> FolderPath::FindShown(
+    const SearchTarget& target, FilenameMatchingPolicy policy,
+    const std::function<bool(const FolderEntry&)>& isShown) const {
+  if (!IsPlain(target)) return std::nullopt;
+  return state->plainLookup.FindShown(target, policy, isShown);
+}
+
 std::vector<FoundItem> FolderPath::FindAllInScope(SearchScope scope, const SearchTarget& target,
                                                   FilenameMatchingPolicy policy) const {
   if (IsPlain(target) && IsMainScope(scope)) return state->plainLookup.FindAll(target, policy);
@@ -358,19 +357,28 @@ std::vector<FolderProblem> FolderPath::FindProblems() const {
 
 std::vector<FolderProblem> FolderPath::FindProblems(
     const std::function<bool(const IPathEntry&)>& isWanted) const {
-  return state->CollectProblems(isWanted,
-                                [](const FolderEntry& entry) { return entry.GetProblems(); });
+  std::vector<const FolderEntry*> wanted;
+  state->ForEachKnown([&](const FolderEntry& entry) {
+    if (isWanted(entry)) wanted.push_back(&entry);
+  });
+  std::vector<std::vector<FolderProblem>> found(wanted.size());
+  const auto ask = [&](std::size_t index) { found[index] = wanted[index]->GetProblems(); };
+  ForEachInParallel(wanted.size(), ask, 1);
+  std::vector<FolderProblem> problems;
+  for (auto& here : found) std::move(here.begin(), here.end(), std::back_inserter(problems));
+  return problems;
 }
 
 std::vector<FolderProblem> FolderPath::GetProblemsMet(
     const std::function<bool(const IPathEntry&)>& isWanted) const {
-  return state->CollectProblems(
-      [](const IPathEntry& /*folder*/) { return true; },
-      [&](const FolderEntry& entry) {
-        auto met = StateOf(entry).ProblemsMet();
-        // Asked last: who wants to know of repeats resolves links.
-        return met.empty() || isWanted(entry) ? met : std::vector<FolderProblem>();
-      });
+  std::vector<FolderProblem> problems;
+  state->ForEachKnown([&](const FolderEntry& entry) {
+    auto met = StateOf(entry).ProblemsMet();
+    // Asked last: who wants to know of repeats resolves links.
+    if (met.empty() || !isWanted(entry)) return;
+    std::move(met.begin(), met.end(), std::back_inserter(problems));
+  });
+  return problems;
 }
 
 }  // namespace Corvane::PathManagement::host

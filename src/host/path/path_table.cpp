@@ -1,10 +1,17 @@
 #include "host/path/path_table.h"
 
+#include "host/common/parallel.h"
+#include "host/folder/entry_state.h"
 #include "host/folder/folder_walk.h"
 
 namespace Corvane::PathManagement::host {
 
 PathTable::PathTable(const FolderEntries& mainFolders) {
+  IdentifyAll(mainFolders);
+  const auto list = [&](std::size_t folder) {
+    WalkFolders(mainFolders[folder], [](const auto&, std::size_t /*depth*/) { return false; });
+  };
+  ForEachInParallel(mainFolders.size(), list, 1);
   rows.reserve(mainFolders.size());
   for (const auto& folder : mainFolders) Add(folder);
 }

@@ -1,6 +1,8 @@
 #include "host/path/path_view.h"
 
 #include "host/common/held_hash.h"
+#include "host/folder/entry_state.h"
+#include "searchpath/model/constants.h"
 #include "searchpath/utilities/concatenated_path.h"
 #include "searchpath/utilities/deduplicated_path.h"
 #include "searchpath/utilities/file_lookup.h"
@@ -81,6 +83,7 @@ const std::shared_ptr<const IPath>& PathView::GetPath() const {
 
 std::shared_ptr<const IPath> PathView::MakePath() const {
   std::shared_ptr<const IPath> made = wholePath;
+  if (dropsRepeats || !hiddenTexts.empty()) IdentifyAll(wholePath->GetMainFolders());
   const auto hide = [&] {
     if (hiddenTexts.empty()) return;
     made =
@@ -101,7 +104,28 @@ boost::optional<FoundItem> PathView::FindVisible(const PathManagement::detail::S
                                                  FilenameMatchingPolicy policy) const {
   // The first of several repeats wins anyway.
   if (hiddenTexts.empty()) return wholePath->FindVisible(target, policy);
+  const auto links = std::make_shared<LinkResolver>();
+  const auto isShown = [&](const FolderEntry& folder) {
+    static_cast<void>(StateOf(folder).Identity(links));
+    return FindHider(folder) == nullptr;
+  };
+  if (auto answer = wholePath->FindShown(target, policy, isShown)) return *std::move(answer);
   return FindFirstFileVisibleOnPath(*GetPath(), target, policy);
+}
+
+std::optional<std::chrono::milliseconds> PathView::GetLimit() const noexcept {
+  const auto& folders = wholePath->GetMainFolders();
+  return folders.empty() ? std::nullopt : StateOf(*folders.front()).GetLimit();
+}
+
+bool PathView::MayHavePrivateFolder(const AbsoluteIRI& asker) const {
+  const auto& folders = wholePath->GetMainFolders();
+  const auto showsTheDisk = [](const auto& folder) { return StateOf(*folder).ShowsTheDisk(); };
+  if (folders.empty() || !std::all_of(folders.begin(), folders.end(), showsTheDisk)) return true;
+  NameQuestion question;
+  question.AddFolder(Constants::PrivateFolderStr);
+  FolderState state(asker, nullptr, GetLimit());
+  return state.Ask(question).hasFolder;
 }
 
 const FolderOrigin& PathView::GetOrigin(const IPathEntry& entry) const {
@@ -150,6 +174,7 @@ std::vector<FolderProblem> PathView::WithUnlocated(const Find& find) const {
 }
 
 std::vector<FolderProblem> PathView::FindProblems() const {
+  if (dropsRepeats || !hiddenTexts.empty()) IdentifyAll(wholePath->GetMainFolders());
   return WithUnlocated([this](const auto& isWanted) { return wholePath->FindProblems(isWanted); });
 }
 

@@ -12,6 +12,7 @@
 
 #include <boost/unordered/unordered_flat_map.hpp>
 
+#include <chrono>
 #include <cstddef>
 #include <memory>
 #include <optional>
@@ -72,6 +73,13 @@ class PathView {
   /// As `FindFirstFileVisibleOnPath` on the path that is asked.
   [[nodiscard]] boost::optional<FoundItem> FindVisible(
       const PathManagement::detail::SearchTarget& target, FilenameMatchingPolicy policy) const;
+
+  /// How long the disk is waited for, for each folder.
+  [[nodiscard]] std::optional<std::chrono::milliseconds> GetLimit() const noexcept;
+
+  /// Whether code in the folder `asker` may see private files. Lists nothing; as long as nothing has
+  /// been listed, it asks the disk whether there is a private folder.
+  [[nodiscard]] bool MayHavePrivateFolder(const AbsoluteIRI& asker) const;
 
   /// As `Environment::FindProblems`.
   [[nodiscard]] std::vector<FolderProblem> FindProblems() const;

@@ -44,6 +44,8 @@ bool IsMethodFolder(const FolderEntry& folder, const ustring& name, FilenameMatc
          AreSameFilename(MethodName(folder), name, policy);
 }
 
+bool ShowAll(const FolderEntry& /*folder*/) { return true; }
+
 }  // namespace
 
 std::size_t PlainLookup::NameHash::operator()(const ustring& name) const noexcept {
@@ -71,23 +73,79 @@ boost::optional<FoundItem> PlainLookup::At(const Place& place) const {
 }
 
 PlainLookup::Place PlainLookup::FindPlace(const Target& target, FilenameMatchingPolicy policy) {
-  LazyIndex* const lazy = IndexFor(policy, false);
+  LazyIndex* const lazy = IndexFor(policy);
   return lazy == nullptr ? AskFolders(target, policy) : AskIndex(*lazy, target);
 }
 
 PlainLookup::Place PlainLookup::AskFolders(const Target& target,
                                            FilenameMatchingPolicy policy) const {
-  for (std::size_t folder = 0; folder < folders.size(); ++folder) {
-    // The folder owns the item.
-    if (const auto item = folders[folder]->FindItem(target, policy)) return {folder, item.get()};
+  Place place = {};
+  if (policy == FilenameMatchingPolicy::IgnoreCase) {
+    for (std::size_t folder = 0; folder < folders.size(); ++folder) {
+      // The folder owns the item.
+      if (const auto item = folders[folder]->FindItem(target, policy)) return {folder, item.get()};
+    }
+    return place;
   }
-  return {};
+  AskEach(NameQuestion(target), ShowAll, [&](std::size_t folder, const auto& answer) {
+    if (!answer.items.empty()) place = {folder, answer.items.front()};
+    return place.item != nullptr;
+  });
+  return place;
+}
+
+/// Asks one folder after the other that is shown until use(folder, answer) returns true. Once a
+/// folder has let this wait, those behind it are asked ahead: then they answer while this waits for
+/// the next.
+template <class Use>
+void PlainLookup::AskEach(const NameQuestion& question, const IsShown& isShown,
+                          const Use& use) const {
+  WaitWatch watch;
+  bool isSlow = false;
+  std::size_t asked = 0;
+  for (std::size_t folder = 0; folder < states.size(); ++folder) {
+    for (asked = std::max(asked, folder + 1);
+         isSlow && asked < std::min(states.size(), folder + kMostThreads); ++asked) {
+      states[asked]->AskAhead(question);
+    }
+    if (isShown(*folders[folder]) && use(folder, states[folder]->Ask(question))) return;
+    isSlow = watch.HasWaited() || isSlow;
+  }
+}
+
+std::vector<FoundItem> PlainLookup::AskFoldersForAll(const Target& target,
+                                                     FilenameMatchingPolicy policy) const {
+  std::vector<FoundItem> found;
+  if (policy == FilenameMatchingPolicy::IgnoreCase) {
+    for (const auto& folder : folders) {
+      for (auto& item : folder->FindItems(target, policy)) {
+        found.emplace_back(std::move(item), folder);
+      }
+    }
+    return found;
+  }
+  NameQuestion question(target);
+  question.wantsAllFiles = true;
+  AskEach(question, ShowAll, [&](std::size_t folder, const auto& answer) {
+    for (const PathItem* item : answer.items) {
+      found.emplace_back(ShareItem(folders[folder], *item), folders[folder]);
+    }
+    return false;
+  });
+  return found;
+}
+
+std::optional<boost::optional<FoundItem>> PlainLookup::FindShown(const Target& target,
+                                                                 FilenameMatchingPolicy policy,
+                                                                 const IsShown& isShown) {
+  if (policy == FilenameMatchingPolicy::IgnoreCase || !IsSingle(policy)) return std::nullopt;
+  return AskFoldersOnce(target, policy, isShown);
 }
 
 boost::optional<FoundItem> PlainLookup::FindVisible(const Target& target,
                                                     FilenameMatchingPolicy policy) {
   const bool lists = policy == FilenameMatchingPolicy::IgnoreCase;
-  if (!lists && IsSingle(policy, false)) return AskFoldersOnce(target, policy);
+  if (!lists && IsSingle(policy)) return AskFoldersOnce(target, policy, ShowAll);
   const Place ordinary = FindPlace(target, policy);
   if (HasNoMethodFolder(target.GetName(), FilenameMatchingPolicy::FileSystemDefault)) {
     return At(ordinary);
@@ -111,21 +169,24 @@ boost::optional<FoundItem> PlainLookup::FindBeforeOrAt(const Place& ordinary, co
   return found;
 }
 
-/// Asks each folder for the file and for the method entry at once.
+/// Asks each folder that is shown for the file and for the method entry at once.
 boost::optional<FoundItem> PlainLookup::AskFoldersOnce(const Target& target,
-                                                       FilenameMatchingPolicy policy) const {
+                                                       FilenameMatchingPolicy policy,
+                                                       const IsShown& isShown) const {
   NameQuestion question(target);
-  question.AddMethodFolder(target.GetName());
-  for (std::size_t index = 0; index < folders.size(); ++index) {
-    const auto answer = states[index]->Ask(question);
-    if (answer.item != nullptr) return At({index, answer.item});
-    if (!answer.hasMethodFolder) continue;
-    for (const auto& below : folders[index]->GetSpecialFolders()) {
-      if (!IsMethodFolder(*below, target.GetName(), policy)) continue;
-      if (auto item = below->FindItem(target, policy)) return FoundItem(std::move(item), below);
+  question.AddFolder(u'@' + target.GetName());
+  boost::optional<FoundItem> found;
+  AskEach(question, isShown, [&](std::size_t folder, const auto& answer) {
+    if (!answer.items.empty()) found = At({folder, answer.items.front()});
+    if (!answer.hasFolder) return found.has_value();
+    for (const auto& below : folders[folder]->GetSpecialFolders()) {
+      if (!isShown(*below) || !IsMethodFolder(*below, target.GetName(), policy)) continue;
+      if (auto item = below->FindItem(target, policy)) found.emplace(std::move(item), below);
+      if (found) break;
     }
-  }
-  return boost::none;
+    return found.has_value();
+  });
+  return found;
 }
 
 PlainLookup::Place PlainLookup::AskIndex(LazyIndex& lazy, const Target& target) const {
@@ -152,15 +213,8 @@ PlainLookup::Place PlainLookup::AskIndex(LazyIndex& lazy, const Target& target) 
 
 std::vector<FoundItem> PlainLookup::FindAll(const Target& target, FilenameMatchingPolicy policy) {
   std::vector<FoundItem> found;
-  const LazyIndex* const lazy = IndexFor(policy, true);
-  if (lazy == nullptr) {
-    for (const auto& folder : folders) {
-      for (auto& item : folder->FindItems(target, policy)) {
-        found.emplace_back(std::move(item), folder);
-      }
-    }
-    return found;
-  }
+  const LazyIndex* const lazy = IndexFor(policy);
+  if (lazy == nullptr) return AskFoldersForAll(target, policy);
   std::vector<Match> matches;  // by folder, then in the order of the extensions
   ForEachName(target, [&](const NameKey& name) {
     std::vector<Match> merged;
@@ -250,35 +304,43 @@ void PlainLookup::ForEachMethodFolder(const ustring& name, FilenameMatchingPolic
     static_cast<void>(std::any_of(found->second.begin(), found->second.end(), stop));
     return;
   }
-  NameQuestion question;
-  question.AddMethodFolder(name);
-  for (std::size_t index = 0; index < folders.size(); ++index) {
-    if (!ignoresCase && !states[index]->Ask(question).hasMethodFolder) continue;
-    for (const auto& below : folders[index]->GetSpecialFolders()) {
-      if (IsMethodFolder(*below, name, policy) && stop(MethodFolder{index, below})) return;
+  const auto stopsIn = [&](std::size_t folder) {
+    const auto& special = folders[folder]->GetSpecialFolders();
+    return std::any_of(special.begin(), special.end(), [&](const auto& below) {
+      return IsMethodFolder(*below, name, policy) && stop(MethodFolder{folder, below});
+    });
+  };
+  if (ignoresCase) {
+    for (std::size_t folder = 0; folder < folders.size(); ++folder) {
+      if (stopsIn(folder)) return;
     }
+    return;
   }
+  NameQuestion question;
+  question.AddFolder(u'@' + name);
+  AskEach(question, ShowAll, [&](std::size_t folder, const auto& answer) {
+    return answer.hasFolder && stopsIn(folder);
+  });
 }
 
 PlainLookup::LazyIndex& PlainLookup::Lazy(FilenameMatchingPolicy policy) noexcept {
   return policy == FilenameMatchingPolicy::IgnoreCase ? folded : exact;
 }
 
-/// Counts a question, and says whether it is answered without an index. One for all matches, or one
-/// that ignores case, lists the folders that it asks; after it the index costs little more.
-bool PlainLookup::IsSingle(FilenameMatchingPolicy policy, bool forAll) {
+/// Counts a question, and says whether it is answered without an index. One that ignores case lists
+/// the folders that it asks; after it the index costs little more.
+bool PlainLookup::IsSingle(FilenameMatchingPolicy policy) {
   LazyIndex& lazy = Lazy(policy);
   if (lazy.once.IsBuilt()) return false;
-  const bool lists = forAll || policy == FilenameMatchingPolicy::IgnoreCase;
-  return lazy.questionCount.fetch_add(lists ? kMostSingleQuestions : 1) <
-         (lists ? 1 : kMostSingleQuestions);
+  const bool lists = policy == FilenameMatchingPolicy::IgnoreCase;
+  return lazy.questionCount.fetch_add(1) < (lists ? 1 : kMostSingleQuestions);
 }
 
 /// The index for `policy`, built; null for a question that is answered without one.
-PlainLookup::LazyIndex* PlainLookup::IndexFor(FilenameMatchingPolicy policy, bool forAll) {
+PlainLookup::LazyIndex* PlainLookup::IndexFor(FilenameMatchingPolicy policy) {
   LazyIndex& lazy = Lazy(policy);
   if (lazy.once.IsBuilt()) return &lazy;
-  return IsSingle(policy, forAll) ? nullptr : &Build(lazy, policy);
+  return IsSingle(policy) ? nullptr : &Build(lazy, policy);
 }
 
 PlainLookup::LazyIndex& PlainLookup::Build(LazyIndex& lazy, FilenameMatchingPolicy policy) const {

@@ -14,6 +14,7 @@
 #include <atomic>
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <string_view>
 #include <vector>
@@ -21,6 +22,7 @@
 namespace Corvane::PathManagement::host {
 
 class FolderState;
+struct NameQuestion;
 
 /// Answers plain names, those without a separator, from the main folders of a path.
 ///
@@ -28,8 +30,7 @@ class FolderState;
 /// is asked for the name alone, and no folder is listed: a program that asks little pays for no
 /// more. The ninth question lists all folders and builds an index; eight times asking a folder of
 /// 100 files costs what listing it does. `IgnoreCase`, for which folders have to be listed, has an
-/// index of its own, which is built at its second question. After a question for all matches, the
-/// next one builds the index.
+/// index of its own, which is built at its second question.
 ///
 /// Threads: all operations, from any thread; a question that comes while its index is built waits.
 /// Cost: with an index, one hash probe for each extension, however many folders there are, and one
@@ -37,6 +38,7 @@ class FolderState;
 class PlainLookup {
  public:
   using Target = PathManagement::detail::SearchTarget;
+  using IsShown = std::function<bool(const FolderEntry&)>;
 
   /// `mainEntries` and `mainFolders` are the same objects.
   PlainLookup(FolderEntries mainFolders, std::shared_ptr<const PathEntries> mainEntries);
@@ -48,6 +50,11 @@ class PlainLookup {
   /// the method entry at once, and none behind the answer.
   [[nodiscard]] boost::optional<FoundItem> FindVisible(const Target& target,
                                                        FilenameMatchingPolicy policy);
+  /// The same on the path of the folders for which `isShown` returns true. Says nothing when there is
+  /// an index, or when one is due.
+  [[nodiscard]] std::optional<boost::optional<FoundItem>> FindShown(const Target& target,
+                                                                    FilenameMatchingPolicy policy,
+                                                                    const IsShown& isShown);
   /// Every match in path order, the best first within a folder.
   [[nodiscard]] std::vector<FoundItem> FindAll(const Target& target, FilenameMatchingPolicy policy);
 
@@ -88,10 +95,15 @@ class PlainLookup {
                                                           const Target& target,
                                                           FilenameMatchingPolicy policy);
   [[nodiscard]] boost::optional<FoundItem> AskFoldersOnce(const Target& target,
-                                                          FilenameMatchingPolicy policy) const;
-  [[nodiscard]] bool IsSingle(FilenameMatchingPolicy policy, bool forAll);
+                                                          FilenameMatchingPolicy policy,
+                                                          const IsShown& isShown) const;
+  [[nodiscard]] std::vector<FoundItem> AskFoldersForAll(const Target& target,
+                                                        FilenameMatchingPolicy policy) const;
+  template <class Use>
+  void AskEach(const NameQuestion& question, const IsShown& isShown, const Use& use) const;
+  [[nodiscard]] bool IsSingle(FilenameMatchingPolicy policy);
   [[nodiscard]] LazyIndex& Build(LazyIndex& lazy, FilenameMatchingPolicy policy) const;
-  [[nodiscard]] LazyIndex* IndexFor(FilenameMatchingPolicy policy, bool forAll);
+  [[nodiscard]] LazyIndex* IndexFor(FilenameMatchingPolicy policy);
   [[nodiscard]] std::unique_ptr<const NameIndex> BuildIndex(FilenameMatchingPolicy policy) const;
   [[nodiscard]] const MethodFolders& IndexedMethodFolders();
   [[nodiscard]] bool HasNoMethodFolder(const ustring& name,

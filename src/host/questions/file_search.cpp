@@ -56,6 +56,7 @@ class FileSearch {
   }
 
   [[nodiscard]] std::vector<FoundItem> InPrivateFolderOf(const AbsoluteIRI& asker) const {
+    if (!view.MayHavePrivateFolder(asker)) return {};
     const auto entry =
         folders.GetPathEntryFromAbsoluteIRI(asker, FilenameMatchingPolicy::FileSystemDefault);
     const auto folder = entry != nullptr ? entry->GetSingleSubfolderEntryA() : nullptr;

@@ -4,6 +4,7 @@
 #include "host/folder/directory_scan.h"
 #include "host/folder/entry_state.h"
 #include "host/names/name_key.h"
+#include "platform/native_path.h"
 #include "searchpath/host/working_folder.h"
 #include "searchpath/model/byte_text.h"
 #include "searchpath/platform/iri_text.h"

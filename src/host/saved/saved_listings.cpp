@@ -50,7 +50,7 @@ class ContentCheck {
   void CheckFolder(const saved::Folder& folder) {
     Count(folder.location()->size());
     if (folder.place() > saved::Place::MAX) Refuse("the place of a folder is unknown");
-    if (folder.problem() > static_cast<std::uint8_t>(AbsolutizeError::NameTooLong)) {
+    if (folder.problem() > static_cast<std::uint8_t>(AbsolutizeError::NoAnswer)) {
       Refuse("a problem is unknown");
     }
     CheckNames(folder.files());
@@ -198,12 +198,13 @@ std::optional<FolderStamp> SavedListings::FindStamp(std::uint32_t folder) const 
   return FolderStamp{stamp->modified(), stamp->changed(), stamp->inode()};
 }
 
-std::optional<FolderListing> SavedListings::FindListing(std::uint32_t folder) const {
+std::optional<FolderListing> SavedListings::FindListing(std::uint32_t folder,
+                                                        DiskPatience& patience) const {
   const saved::Folder& known = *listing->folders()->Get(folder);
   const auto path = NativeBytes(locations[folder]);
   const bool asSaved = use == ListingUse::AsSaved;
-  if (!asSaved &&
-      (!path || !known.listed() || AskFreshness(*path, FindStamp(folder)) != Freshness::Fresh)) {
+  const auto freshness = [path, stamp = FindStamp(folder)] { return AskFreshness(*path, stamp); };
+  if (!asSaved && (!path || !known.listed() || patience.Ask(freshness) != Freshness::Fresh)) {
     return std::nullopt;
   }
   FolderListing made;
@@ -222,7 +223,7 @@ std::optional<FolderListing> SavedListings::FindListing(std::uint32_t folder) co
                           .target = static_cast<LinkTarget>(known.targets()->Get(place))});
   }
   // What a link leads to may change without any change of the folder that holds the link.
-  if (!asSaved && !made.links.empty()) AskLinks(*path, made);
+  if (!asSaved && !made.links.empty()) AskLinks(*path, made, patience);
   AddLinked(made);
   return made;
 }

@@ -1,6 +1,7 @@
 #ifndef SEARCHPATH_SRC_HOST_SAVED_SAVED_LISTINGS_H
 #define SEARCHPATH_SRC_HOST_SAVED_SAVED_LISTINGS_H
 
+#include "host/common/disk_patience.h"
 #include "host/common/held_hash.h"
 #include "host/folder/folder_listing.h"
 #include "host/saved/listing_envelope.h"
@@ -49,7 +50,8 @@ class SavedListings {
 
   /// The listing of a folder, which views this object. If `FollowsTheDisk`, empty for a folder that
   /// could not be listed or has changed since.
-  [[nodiscard]] std::optional<FolderListing> FindListing(std::uint32_t folder) const;
+  [[nodiscard]] std::optional<FolderListing> FindListing(std::uint32_t folder,
+                                                         DiskPatience& patience) const;
 
  private:
   void CheckFolders(const AbsoluteIRI& root);

@@ -6,14 +6,14 @@
 
 namespace Corvane::PathManagement::host {
 
-FolderListing SavedSource::List(const AbsoluteIRI& location) const {
+FolderListing SavedSource::List(const AbsoluteIRI& location, DiskPatience& patience) const {
   for (const auto& listings : saved) {
     const auto folder = listings->Find(location);
     if (!folder) continue;
-    if (auto listing = listings->FindListing(*folder)) return std::move(*listing);
+    if (auto listing = listings->FindListing(*folder, patience)) return std::move(*listing);
     break;  // those of later caches do not count
   }
-  return ListFolder(location);
+  return ListFolder(location, patience);
 }
 
 bool SavedSource::FollowsTheDisk() const noexcept {

@@ -18,7 +18,8 @@ class SavedSource : public ListingSource {
   explicit SavedSource(std::vector<std::shared_ptr<const SavedListings>> listings)
       : saved(std::move(listings)) {}
 
-  [[nodiscard]] FolderListing List(const AbsoluteIRI& location) const override;
+  [[nodiscard]] FolderListing List(const AbsoluteIRI& location,
+                                   DiskPatience& patience) const override;
   [[nodiscard]] bool FollowsTheDisk() const noexcept override;
   [[nodiscard]] std::optional<FolderStamp> FindStamp(const AbsoluteIRI& location) const override;
 

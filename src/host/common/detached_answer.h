@@ -1,0 +1,81 @@
+#ifndef SEARCHPATH_SRC_HOST_COMMON_DETACHED_ANSWER_H
+#define SEARCHPATH_SRC_HOST_COMMON_DETACHED_ANSWER_H
+
+#include <chrono>
+#include <condition_variable>
+#include <exception>
+#include <memory>
+#include <mutex>
+#include <optional>
+#include <system_error>
+#include <thread>
+#include <utility>
+
+namespace Corvane::PathManagement::host {
+
+/// An answer that a thread of its own asks the disk for, so that nobody has to wait for it.
+///
+/// A thread that waits for a disk in the kernel cannot be stopped. Nobody joins this one: it owns its
+/// question, shares the place for the answer, and knows of nothing else. When nobody wants the answer
+/// any more, the thread drops it and ends; if the disk never answers, it ends with the process.
+///
+/// Threads: not synchronised.
+template <class Result>
+class DetachedAnswer {
+ public:
+  /// Calls ask() at once. Precondition: `ask` owns all that it uses, and uses nothing that is
+  /// destroyed when the process exits, since it may still run then. On this thread when the system
+  /// grants no other.
+  template <class Call>
+  explicit DetachedAnswer(Call ask) {
+    auto work = [shared = place, ask = std::move(ask)]() noexcept { shared->Fill(ask); };
+    try {
+      std::thread(work).detach();
+    } catch (const std::system_error&) {
+      work();
+    }
+  }
+
+  /// The answer, once; empty when there is none at `limit` after the start. Raises what ask() did.
+  [[nodiscard]] std::optional<Result> Take(std::optional<std::chrono::milliseconds> limit) {
+    std::unique_lock lock(place->mutex);
+    const auto isFilled = [this] { return place->result || place->failure != nullptr; };
+    if (!limit) {
+      place->filled.wait(lock, isFilled);
+    } else if (!place->filled.wait_until(lock, start + *limit, isFilled)) {
+      return std::nullopt;
+    }
+    if (place->failure != nullptr) std::rethrow_exception(place->failure);
+    return std::exchange(place->result, std::nullopt);
+  }
+
+ private:
+  struct Place {
+    template <class Call>
+    void Fill(const Call& ask) noexcept {
+      std::optional<Result> answer;
+      std::exception_ptr error;
+      try {
+        answer = ask();
+      } catch (...) {
+        error = std::current_exception();
+      }
+      const std::lock_guard lock(mutex);
+      result = std::move(answer);
+      failure = std::move(error);
+      filled.notify_all();
+    }
+
+    std::mutex mutex;  // guards what follows
+    std::condition_variable filled;
+    std::optional<Result> result;
+    std::exception_ptr failure;
+  };
+
+  std::shared_ptr<Place> place = std::make_shared<Place>();
+  std::chrono::steady_clock::time_point start = std::chrono::steady_clock::now();
+};
+
+}  // namespace Corvane::PathManagement::host
+
+#endif  // SEARCHPATH_SRC_HOST_COMMON_DETACHED_ANSWER_H

@@ -1,0 +1,56 @@
+#ifndef SEARCHPATH_SRC_HOST_COMMON_DISK_PATIENCE_H
+#define SEARCHPATH_SRC_HOST_COMMON_DISK_PATIENCE_H
+
+#include "host/common/detached_answer.h"
+
+#include <algorithm>
+#include <atomic>
+#include <chrono>
+#include <optional>
+#include <type_traits>
+#include <utility>
+
+namespace Corvane::PathManagement::host {
+
+/// How long the disk is waited for where it is asked about one folder. A folder for which an answer
+/// comes too late is given up: the disk is not asked about it again.
+///
+/// Threads: all operations, from any thread.
+class DiskPatience {
+ public:
+  using Limit = std::optional<std::chrono::milliseconds>;
+
+  /// Without a limit the disk is waited for, on the thread that asks.
+  explicit DiskPatience(Limit longest = {}) : limit(longest) {
+    constexpr std::chrono::milliseconds forever = std::chrono::years(1);
+    if (limit) limit = std::clamp(*limit, std::chrono::milliseconds(0), forever);
+  }
+
+  [[nodiscard]] Limit GetLimit() const noexcept { return limit; }
+  [[nodiscard]] bool HasGivenUp() const noexcept { return hasGivenUp; }
+
+  /// What ask() returns; empty when the folder is given up. Precondition: as for a
+  /// `DetachedAnswer`, which makes the call where there is a limit.
+  template <class Call, class Result = std::invoke_result_t<const Call&>>
+  [[nodiscard]] std::optional<Result> Ask(Call ask) {
+    if (hasGivenUp) return std::nullopt;
+    if (!limit) return std::optional<Result>(ask());
+    return Await(DetachedAnswer<Result>(std::move(ask)));
+  }
+
+  /// The same for an answer that has been asked for before.
+  template <class Result>
+  [[nodiscard]] std::optional<Result> Await(DetachedAnswer<Result> answer) {
+    auto result = hasGivenUp ? std::nullopt : answer.Take(limit);
+    if (!result) hasGivenUp = true;
+    return result;
+  }
+
+ private:
+  Limit limit;
+  std::atomic<bool> hasGivenUp = false;
+};
+
+}  // namespace Corvane::PathManagement::host
+
+#endif  // SEARCHPATH_SRC_HOST_COMMON_DISK_PATIENCE_H

@@ -1,0 +1,116 @@
+#include "support/slow_disk.h"
+
+#include "support/shown.h"
+
+#include <gtest/gtest.h>
+
+#include <thread>
+
+// Folders on a disk that takes its time, or never answers.
+
+namespace Corvane::PathManagement::host {
+namespace {
+
+using current_working_folder::AbsolutizeError;
+using std::chrono::milliseconds;
+using test::Shown;
+using test::SlowDisk;
+
+struct SlowDiskTest : testing::Test {
+  SlowDiskTest() {
+    for (int folder = 0; folder < 100; ++folder) {
+      const std::string name = "f" + std::to_string(100 + folder);
+      tree.Files({name + "/plot" + std::to_string(folder) + ".zt", name + "/area.zt"});
+      options.folders.push_back(tree.Text(name));
+    }
+  }
+  ~SlowDiskTest() override {
+    disk.Silence("");
+    disk.Delay("", {});
+  }
+  [[nodiscard]] static std::string Found(const Environment& environment, const ustring& name,
+                                         const test::TemporaryTree& in) {
+    const auto found = environment.Find({.name = name});
+    return found ? Shown(std::vector{*found}, in) : "none";
+  }
+  [[nodiscard]] std::string Missing(const std::vector<FolderProblem>& problems) const {
+    std::vector<ustring> folders;
+    for (const auto& problem : problems) {
+      EXPECT_EQ(problem.reason, AbsolutizeError::NoAnswer);
+      folders.push_back(problem.folder);
+    }
+    return Shown(folders, tree);
+  }
+  /// How long `work` takes.
+  template <class Work>
+  [[nodiscard]] static milliseconds Time(const Work& work) {
+    const auto start = std::chrono::steady_clock::now();
+    work();
+    return std::chrono::duration_cast<milliseconds>(std::chrono::steady_clock::now() - start);
+  }
+
+  SlowDisk& disk = SlowDisk::Get();
+  test::TemporaryTree tree;
+  EnvironmentOptions options;
+};
+
+TEST_F(SlowDiskTest, AsManyThreadsAskAsTheDiskNeeds) {
+  const auto ask = [&](int questions) {
+    const Environment environment(options);
+    for (int question = 0; question < questions; ++question) {
+      EXPECT_EQ(Found(environment, u"plot99.zt", tree), "f199/plot99.zt");
+    }
+    return environment.FindProblems().size();
+  };
+  for (const int questions : {0, 1, 9}) {  // looks at all folders, asks for a name, lists
+    const std::size_t most = questions < 9 ? 1 : std::thread::hardware_concurrency();
+    std::size_t fewest = 1000;
+    for (int round = 0; round < 5 && fewest > most;
+         ++round) {  // other programs may keep this waiting
+      disk.TakeThreadCount();
+      EXPECT_EQ(ask(questions), 0U);
+      fewest = std::min(fewest, disk.TakeThreadCount());
+    }
+    EXPECT_LE(fewest, most) << questions << " questions of a fast disk";
+    disk.Delay("/f1", milliseconds(10));
+    // A thread after the other would take a second for each.
+    EXPECT_LT(Time([&] { EXPECT_EQ(ask(questions), 0U); }), milliseconds(700)) << questions;
+    EXPECT_GT(disk.TakeThreadCount(), 20U) << questions;
+    disk.Delay("", {});
+  }
+}
+
+TEST_F(SlowDiskTest, AHitDoesNotWaitForAFolderBehindIt) {
+  const Environment environment(options);
+  disk.Delay("/f100", milliseconds(5));  // then the others are asked ahead
+  disk.Silence("/f103");
+  EXPECT_EQ(Found(environment, u"plot2.zt", tree), "f102/plot2.zt");
+  EXPECT_EQ(environment.GetProblemsMet().size(), 0U);
+  disk.Silence("");
+  EXPECT_EQ(Found(environment, u"plot3.zt", tree), "f103/plot3.zt");
+}
+
+TEST_F(SlowDiskTest, FoldersThatDoNotAnswerInTimeAreReportedAndTheOthersAreRight) {
+  options.timeout = milliseconds(50);
+  disk.Silence("/f11");
+  for (const int questions : {1, 9}) {  // one asks for the name, the ninth lists
+    const Environment environment(options);
+    EXPECT_EQ(Found(environment, u"plot0.zt", tree), "f100/plot0.zt");
+    EXPECT_EQ(environment.GetProblemsMet().size(), 0U);
+    for (int question = 0; question < questions; ++question) {
+      EXPECT_EQ(Found(environment, u"plot99.zt", tree), "f199/plot99.zt");
+    }
+    EXPECT_EQ(Found(environment, u"plot12.zt", tree), "none");
+    const std::string silent = "f110 f111 f112 f113 f114 f115 f116 f117 f118 f119";
+    EXPECT_EQ(Missing(environment.GetProblemsMet()), silent);
+    EXPECT_EQ(Missing(environment.FindProblems()), silent);
+    EXPECT_EQ(environment.FindAll({.name = u"area.zt"}).size(), 90U);
+    disk.Silence("");
+    EXPECT_EQ(Found(environment, u"plot12.zt", tree), "none") << "what was answered stays";
+    EXPECT_EQ(Found(Environment(options), u"plot12.zt", tree), "f112/plot12.zt");
+    disk.Silence("/f11");
+  }
+}
+
+}  // namespace
+}  // namespace Corvane::PathManagement::host
