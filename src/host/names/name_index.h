@@ -38,7 +38,8 @@ class NameIndex {
    public:
     [[nodiscard]] explicit operator bool() const noexcept { return record != kNone; }
     [[nodiscard]] std::uint32_t GetFolder() const noexcept { return folder; }
-    /// Whether the next match is in the same folder. Precondition: `Find` returned this.
+    /// Whether the next match is in the same folder, where names that differ in case are the same.
+    /// Precondition: `Find` returned this; `Next` does not keep the answer.
     [[nodiscard]] bool HasSibling() const noexcept { return sibling != 0; }
 
    private:
@@ -103,8 +104,8 @@ class NameIndex {
     const std::uint64_t tags = TagOf(hash) * kEachTag;
     std::size_t group = FirstGroupOf(hash);
     for (;;) {
-      // A byte becomes zero where the tag is the same; the one above it may be marked by mistake, an
-      // empty slot never.
+      // A byte becomes zero, and is marked, where the tag is the same. The byte above it may be
+      // marked by mistake, which comparing the names finds out; an empty slot is never marked.
       const std::uint64_t differences = groups[group] ^ tags;
       std::uint64_t marks = (differences - kEachTag) & ~differences & kTaken;
       for (; marks != 0; marks &= marks - 1) {
