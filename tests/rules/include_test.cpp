@@ -110,8 +110,9 @@ class Compiler {
 };
 
 Names Compilers() {
-  // Without any folder for names in angle brackets, GCC takes those for names in quotes: it has one.
-  Names commands = {"gcc -E -nostdinc -idirafter end"};
+  // Without any folder for names in angle brackets, GCC takes those for names in quotes: it has one. It drops
+  // others that are the same, so that it must be no other.
+  Names commands = {"gcc -E -nostdinc -idirafter start"};
   static const bool hasClang = test::IsInstalled("clang-19");
   if (hasClang) commands.emplace_back("clang-19 -E -nostdinc -ferror-limit=0");
   return commands;
