@@ -70,15 +70,15 @@ class Compiler {
 
   void Read(const std::string& out) {
     static const std::regex entered("# [0-9]+ \"(.*)\" 1");
-    std::optional<std::size_t> name;
+    bool isAwaited = false;
     for (const std::string& line : test::LinesOf(out)) {
       std::smatch match;
       if (line.starts_with("@@ ")) {
-        name = last = std::stoul(line.substr(3));
-        wasAsked = true;
-      } else if (name && std::regex_match(line, match, entered)) {
-        answers[*name] = Plainly(match[1]);
-        name.reset();
+        last = std::stoul(line.substr(3));
+        wasAsked = isAwaited = true;
+      } else if (isAwaited && std::regex_match(line, match, entered)) {
+        answers[last] = Plainly(match[1]);
+        isAwaited = false;
       }
     }
   }
@@ -110,8 +110,8 @@ class Compiler {
 };
 
 Names Compilers() {
-  // Without any folder for names in angle brackets, GCC takes those for names in quotes: it has one. It drops
-  // others that are the same, so that it must be no other.
+  // Without any folder for names in angle brackets, GCC takes those for names in quotes: it has one,
+  // which is no other on the path, since GCC drops those that are the same.
   Names commands = {"gcc -E -nostdinc -idirafter start"};
   static const bool hasClang = test::IsInstalled("clang-19");
   if (hasClang) commands.emplace_back("clang-19 -E -nostdinc -ferror-limit=0");
