@@ -2,6 +2,7 @@
 #include "rules/random_tree.h"
 #include "support/setting.h"
 
+#include <algorithm>
 #include <regex>
 
 namespace Corvane::PathManagement::host {
@@ -214,13 +215,14 @@ std::size_t CompareTree(std::uint64_t number) {
 // SEARCHPATH_TREES says how many trees, SEARCHPATH_FIRST_TREE from which on.
 TEST(IncludeRulesTest, RandomTreesAnswerAsCompilersDo) {
   test::RunUnprivileged([] {
-    const std::size_t trees = test::Setting("SEARCHPATH_TREES", test::RandomCases(6));
+    const std::size_t trees =
+        test::Setting("SEARCHPATH_TREES", std::max<std::size_t>(1, test::RandomCases(6)));
     const std::size_t first = test::Setting("SEARCHPATH_FIRST_TREE", 0);
     std::size_t compiled = 0;
     for (std::size_t tree = first; tree < trees && !testing::Test::HasFailure(); ++tree) {
       compiled += CompareTree(tree);
     }
-    EXPECT_GT(2 * compiled, (trees - first) * Compilers().size()) << "compared";
+    EXPECT_GE(2 * compiled, (trees - first) * Compilers().size()) << "compared";
   });
 }
 
