@@ -275,6 +275,7 @@ void PathOptions::AddRulesTo(CommandLine& commandLine) {
 
 host::LookupRules PathOptions::GetRules() const {
   std::vector<std::pair<std::string, host::LookupRules>> words;
+  words.reserve(host::kNamedRules.size());
   for (const auto& [name, rules] : host::kNamedRules) words.emplace_back(name, rules);
   return ChooseValue<host::LookupRules>("--as", as.value_or("environment"), words);
 }

@@ -85,6 +85,7 @@ struct ShadowsOptions {
 
 std::set<host::ShadowKind> GetKinds(const std::vector<std::string>& words) {
   std::vector<std::pair<std::string, host::ShadowKind>> known;
+  known.reserve(host::kShadowKinds.size());
   for (const host::ShadowKind kind : host::kShadowKinds) known.emplace_back(GetWord(kind), kind);
   std::set<host::ShadowKind> kinds;
   for (const std::string& word : words) kinds.insert(ChooseValue("--only", word, known));

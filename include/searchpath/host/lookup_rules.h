@@ -65,8 +65,8 @@ inline constexpr LookupRules kIncludeRules = {.foldersHaveMeaning = false,
 
 /// Rules and what they are called.
 struct NamedRules {
-  const char* name;
-  LookupRules rules;
+  const char* name = nullptr;
+  LookupRules rules = {};
 };
 
 /// "environment", "plain", "program" and "include".
