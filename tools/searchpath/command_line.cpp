@@ -167,7 +167,7 @@ std::string CommandLine::GetHelp(bool full) const {
   if (full) help = std::string("Examples:\n") + text.examples + '\n';
   help += std::string("Usage: searchpath ") + text.name + " [OPTION]..." +
           (*text.operands == '\0' ? "" : " ") + text.operands + '\n' + text.purpose +
-          "\nOptions:\n";
+          "\n\nOptions:\n";
   for (const CLI::Option* option : app->get_options()) {
     if (option->get_description().empty()) continue;
     std::string line = "  " + option->get_name(false, true);
