@@ -1,13 +1,17 @@
 #include "searchpath/host/stored_path.h"
 
+#include "support/refused_calls.h"
 #include "support/temporary_tree.h"
 
 #include <gtest/gtest.h>
 
 #include <pwd.h>
+#include <sys/file.h>
 #include <unistd.h>
 
+#include <cerrno>
 #include <cstdlib>
+#include <iostream>
 
 namespace Corvane::PathManagement::host {
 namespace {
@@ -59,6 +63,16 @@ TEST_F(StoredPathTest, AListThatCannotBeReadOrChangedStaysAsItIs) {
   EXPECT_EQ(tree.Content("list"), "/x\n");
   tree.Folder("folder");
   EXPECT_THROW(static_cast<void>(StoredPath(tree.Text("folder")).Read()), std::system_error);
+  const auto failure = [this] {
+    try {
+      return Add("a"), std::string();
+    } catch (const std::system_error& error) {
+      return std::string(error.what());
+    }
+  };
+  EXPECT_EXIT((test::Refusing(SYS_flock, 1, LOCK_EX, ENOLCK)(), std::cerr << failure(), _exit(0)),
+              testing::ExitedWithCode(0), "cannot lock .*list.lock\": No locks available");
+  EXPECT_EQ(tree.Content("list"), "/x\n");
 }
 
 TEST_F(StoredPathTest, AReaderThatHasTheListOpenKeepsTheOldOne) {
