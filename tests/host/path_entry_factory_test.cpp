@@ -1,5 +1,6 @@
 #include "saved_listing_generated.h"
 #include "searchpath/utilities/toolbox_path_cache.h"
+#include "support/counted_memory.h"
 #include "support/shown.h"
 
 #include <gtest/gtest.h>
@@ -264,10 +265,12 @@ TEST(PathEntryFactoryTest, WhatIsNotWholeIsRefused) {
       {line + "0123456701234567", "its length is damaged"},
       {line + "\xF0\xFF\xFF\x7F" + std::string(12, '\0') + "body", "it is cut off"},
       {bytes + "x", "more bytes follow its end"}};
+  const std::size_t before = test::memory.mostBytesInUse = test::memory.bytesInUse.load();
   for (const auto& [content, expected] : rows) {
     EXPECT_NE(Refusal(content, tree.IRI()).find(expected), std::string::npos)
         << testing::PrintToString(content) << ": " << Refusal(content, tree.IRI());
   }
+  EXPECT_LT(test::memory.mostBytesInUse - before, 4U << 20U) << "whatever length a file claims";
 }
 
 struct SavedNames {
