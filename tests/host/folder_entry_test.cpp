@@ -204,6 +204,17 @@ class Unprivileged {
   uid_t before;
 };
 
+TEST_F(FolderEntryTest, AFolderThatMayBeReadButNotSearchedIsListed) {
+  tree.File("lib/fn");
+  std::filesystem::permissions(tree.Path(), std::filesystem::perms(0755));
+  std::filesystem::permissions(tree.Path("lib"), std::filesystem::perms(0444));
+  {
+    const Unprivileged user;
+    EXPECT_NE(lib->FindItem(SearchTarget(u"fn"), CaseSensitive), nullptr);
+  }
+  std::filesystem::permissions(tree.Path("lib"), std::filesystem::perms(0755));
+}
+
 TEST_F(FolderEntryTest, FoldersThatCannotBeReadAreEmptyAndSayWhy) {
   tree.Files({"file", "secret/fn"});
   tree.Link("nowhere", "broken");
