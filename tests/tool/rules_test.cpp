@@ -68,6 +68,10 @@ TEST_F(RulesTest, NamesAreRelativeToTheFoldersOfThePath) {
       {"s shadows --as plain --path p:q --only same-file", 0, "", ""},
       {"s diff --names --as plain p:q q:p", 1, "",
        "changed  $T/p/draw -> $T/q/draw\nchanged  $T/p/sub/kind.h -> $T/q/sub/kind.h\n"},
+      {": >../e; s watch --as plain --path p:q --count 1 >../w 2>../e & until grep -q watching "
+       "../e; do "
+       "sleep 0.05; done; echo 3 >q/sub/new.h; wait; grep ^new ../w; rm q/sub/new.h",
+       0, "", "new      $T/q/sub/new.h\n"},
       {"s cache write c --as plain --path p:q; s cache verify c --json | cut -d'\"' -f4", 0, "",
        "$T/p\n$T/q\n$T/p/sub\n$T/q/sub\n"},
   });
