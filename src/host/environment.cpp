@@ -146,7 +146,7 @@ std::unique_ptr<MainSearchPathManager> Environment::CreateManager() const {
 boost::optional<FoundItem> Environment::Find(Lookup lookup) const {
   if (ruled != nullptr) {
     const auto asker = AskerByRules(workingFolder, lookup);
-    return ruled->Find(TargetOf(std::move(lookup)), asker);
+    return ruled->Find(TargetOf(lookup), asker);
   }
   const auto asker = AskerOf(lookup);
   // Most questions have no extensions: the text is moved on, not copied.

@@ -27,7 +27,6 @@
 #include <csignal>
 #include <cstdio>
 #include <system_error>
-#include <utility>
 #include <vector>
 
 namespace Corvane::PathManagement::tool {
@@ -167,15 +166,16 @@ void ReadAgain(host::MainSearchPathManager& manager, const WatchOptions& options
 // The names that mean another file than when they were printed last.
 class PrintedNames {
  public:
-  PrintedNames(const WatchOptions& watchOptions, const CommandLine& typed, host::Environment path)
-      : options(watchOptions), commandLine(typed), printed(std::move(path)) {}
+  PrintedNames(const WatchOptions& watchOptions, const CommandLine& typed,
+               const host::Environment& path)
+      : options(watchOptions), commandLine(typed), printed(path) {}
 
   [[nodiscard]] std::vector<host::NameChange> FindChanges(const host::FolderPath& before,
                                                           const host::FolderPath& after) {
     if (printed.GetRules().foldersHaveMeaning) return host::FindNameChanges(before, after);
-    host::Environment now = OpenPath(options.path, commandLine);
+    const host::Environment now = OpenPath(options.path, commandLine);
     auto changes = now.FindNameChangesSince(printed);
-    printed = std::move(now);
+    printed = now;
     return changes;
   }
 
@@ -185,8 +185,8 @@ class PrintedNames {
   host::Environment printed;
 };
 
-Outcome Watch(host::MainSearchPathManager& manager, PrintedNames names, const WatchOptions& options,
-              const Output& output, const CommandLine& commandLine) {
+Outcome Watch(host::MainSearchPathManager& manager, PrintedNames& names,
+              const WatchOptions& options, const Output& output, const CommandLine& commandLine) {
   const std::optional<std::size_t> count = options.GetCount();
   const std::vector<AbsoluteIRI> lists = FindLists(options.path);
   const host::WakeUp wakeUp;
@@ -239,12 +239,12 @@ Outcome RunWatch(const std::vector<std::string>& arguments) {
   PrintedNames names(options, commandLine, environment);
   if (environment.GetRules().foldersHaveMeaning) {
     const auto manager = environment.CreateManager();
-    return Watch(*manager, std::move(names), options, output, commandLine);
+    return Watch(*manager, names, options, output, commandLine);
   }
   // Listed as it is now, so that what changes from here on shows.
   static_cast<void>(environment.FindNameChangesSince(environment));
   host::MainSearchPathManager manager(environment.FindSearchedFolders());
-  return Watch(manager, std::move(names), options, output, commandLine);
+  return Watch(manager, names, options, output, commandLine);
 }
 
 }  // namespace Corvane::PathManagement::tool

@@ -53,7 +53,7 @@ class NameIndex {
   /// The first match of a name in path order, and the number of the name, less than `SlotCount`.
   struct Found {
     Cursor first;
-    std::size_t slot;  // means nothing without a match
+    std::size_t slot = 0;  // means nothing without a match
   };
 
   /// Under `IgnoreCase`, names that differ in case alone are the same name.

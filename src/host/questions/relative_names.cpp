@@ -8,6 +8,7 @@
 
 #include <boost/unordered/unordered_flat_map.hpp>
 
+#include <algorithm>
 #include <map>
 #include <mutex>
 #include <string>
@@ -58,11 +59,10 @@ Meanings FindMeanings(const RuledPath& path) {
 bool ForEachFileByRules(const RuledPath& path, const std::function<bool(const FoundItem&)>& visit) {
   return WalkTrees(path, [&](const TreeFolder& folder) {
     const auto items = folder.entry->GetItems();
-    for (const auto& item : *items) {
+    return std::any_of(items->begin(), items->end(), [&](const auto& item) {
       const FoundItem file(item, folder.entry);
-      if (Counts(file, path.GetRules().files) && visit(file)) return true;
-    }
-    return false;
+      return Counts(file, path.GetRules().files) && visit(file);
+    });
   });
 }
 

@@ -33,7 +33,7 @@ FolderOutcome OutcomeFor(Standing standing) {
 class RuleExplainer {
  public:
   RuleExplainer(const RuledPath& ruledPath, const RuledPath::Target& target)
-      : path(ruledPath), names(path.NamesOf(target)), counting(path.GetView()) {}
+      : path(ruledPath), names(RuledPath::NamesOf(target)), counting(path.GetView()) {}
 
   Explanation Run(const std::vector<Place>& places) {
     for (const Place& place : places) {

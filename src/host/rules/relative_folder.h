@@ -35,7 +35,7 @@ class RelativeFolder {
  public:
   /// A file that counts.
   struct Match {
-    std::size_t root;
+    std::size_t root = 0;
     FoundItem file;
   };
   /// What came of asking one root.

@@ -138,7 +138,7 @@ std::vector<FoundItem> RuledPath::FindFiles(const Target& target, const Asker& a
   return files;
 }
 
-std::vector<std::string> RuledPath::NamesOf(const Target& target) const {
+std::vector<std::string> RuledPath::NamesOf(const Target& target) {
   std::vector<std::string> names;
   ForEachName(target, [&](std::string_view name) { names.emplace_back(name); });
   return names;

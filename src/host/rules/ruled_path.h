@@ -67,7 +67,7 @@ class RuledPath {
   /// The folders of the path, as places.
   [[nodiscard]] std::vector<Place> GetPlacesOnPath() const;
   /// The names that a question asks each place for, the preferred one first.
-  [[nodiscard]] std::vector<std::string> NamesOf(const Target& target) const;
+  [[nodiscard]] static std::vector<std::string> NamesOf(const Target& target);
   /// What stands at one of these names in a place.
   [[nodiscard]] static RelativeFolder::Sight LookIn(const Place& place, const std::string& name);
 

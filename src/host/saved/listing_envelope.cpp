@@ -79,17 +79,14 @@ std::size_t RemainingBytes(std::istream& stream) {
 /// how many bytes it holds, memory grows with those that have been read.
 ListingBody ReadBody(std::istream& stream, std::size_t size) {
   std::size_t capacity = std::min(size, std::max(RemainingBytes(stream), kFirstBlock));
-  const auto allocate = [](std::size_t count) {
-    return std::make_unique_for_overwrite<char[]>(count + NameBlock::kSlack);
-  };
-  ListingBody body{allocate(capacity), 0};
+  ListingBody body{std::make_unique_for_overwrite<char[]>(capacity + NameBlock::kSlack), 0};
   for (;;) {
     const std::size_t wanted = capacity - body.size;
     const std::size_t count = ReadBytes(stream, body.bytes.get() + body.size, wanted);
     body.size += count;
     if (count < wanted || body.size == size) return body;
     capacity = std::min(size, 2 * capacity);
-    auto larger = allocate(capacity);
+    auto larger = std::make_unique_for_overwrite<char[]>(capacity + NameBlock::kSlack);
     std::memcpy(larger.get(), body.bytes.get(), body.size);
     body.bytes = std::move(larger);
   }
