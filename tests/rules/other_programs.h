@@ -53,7 +53,7 @@ inline Output Run(const TemporaryTree& scratch, const std::string& command,
   scratch.File(".input", input);
   const std::string files =
       " <" + scratch.Path(".input") + " >" + scratch.Path(".out") + " 2>" + scratch.Path(".error");
-  static_cast<void>(std::system(("{ " + command + "\n}" + files).c_str()));
+  [[maybe_unused]] const int status = std::system(("{ " + command + "\n}" + files).c_str());
   return {scratch.Content(".out"), scratch.Content(".error")};
 }
 
