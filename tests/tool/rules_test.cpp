@@ -66,6 +66,14 @@ TEST_F(RulesTest, NamesAreRelativeToTheFoldersOfThePath) {
       {"s shadows --as include --path p:q --only different", 1, "",
        "`sub/kind.h` means $T/p/sub/kind.h and hides\n  different   $T/q/sub/kind.h\n"},
       {"s shadows --as plain --path p:q --only same-file", 0, "", ""},
+      {"mv q/sub 'q/a b'; mv p/sub 'p/a b'; s shadows --as plain --path p:q --only different "
+       "--sarif"
+       " | grep -E 'uri|ruleId|\"text\": ..\"' | sed 's/^ *//'; mv 'q/a b' q/sub; mv 'p/a b' p/sub",
+       0, "",
+       "`ruleId`: `different`,\n"
+       "`text`: `\\`a b/kind.h\\` means $T/p/a b/kind.h, which hides this file (different).`\n"
+       "`uri`: `file://$T/q/a%20b/kind.h`\n`uri`: `file://$T/p/a%20b/kind.h`\n"},
+      {"s shadows --path p --sarif --json", 2, "--sarif, --summary and --json exclude", ""},
       {"s diff --names --as plain p:q q:p", 1, "",
        "changed  $T/p/draw -> $T/q/draw\nchanged  $T/p/sub/kind.h -> $T/q/sub/kind.h\n"},
       {": >../e; s watch --as plain --path p:q --count 1 >../w 2>../e & until grep -q watching "

@@ -87,7 +87,7 @@ class Audit {
     KeepOnly(format.kinds, report.shadows);
     if (report.shadows.empty()) return;
     hasFindings = true;
-    if (!output.IsJson()) WriteListWords(output, list);
+    if (!output.IsJson() && format.sarif == nullptr) WriteListWords(output, list);
     WriteShadows(output, report.shadows, format,
                  output.IsJson() ? std::optional(number) : std::nullopt);
   }

@@ -3,6 +3,7 @@
 #include "output.h"
 #include "path_folder.h"
 #include "phrases.h"
+#include "sarif_log.h"
 #include "searchpath/host/native_location.h"
 #include "words.h"
 
@@ -114,7 +115,9 @@ void KeepOnly(const std::set<host::ShadowKind>& kinds, std::vector<host::Shadow>
 
 void WriteShadows(const Output& output, const std::vector<host::Shadow>& shadows,
                   const ShadowFormat& format, std::optional<std::size_t> list) {
-  if (format.isSummary) {
+  if (format.sarif != nullptr) {
+    format.sarif->Add(shadows);
+  } else if (format.isSummary) {
     WriteSummary(output, shadows, list);
   } else {
     for (const host::Shadow& shadow : shadows) WriteShadow(output, shadow, list);

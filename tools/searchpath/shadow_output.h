@@ -13,11 +13,13 @@
 namespace Corvane::PathManagement::tool {
 
 class Output;
+class SarifLog;
 
 /// Which hidden files are printed, and how.
 struct ShadowFormat {
   bool isSummary = false;                 // how many files each folder hides, rather than which
   std::set<host::ShadowKind> kinds = {};  // empty for all
+  SarifLog* sarif = nullptr;              // where they go instead, if it is not null
 };
 
 /// Takes out what is not among `kinds`; nothing when there are none.

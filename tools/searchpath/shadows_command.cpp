@@ -4,6 +4,7 @@
 #include "hint.h"
 #include "matching.h"
 #include "progress.h"
+#include "sarif_log.h"
 #include "search_path.h"
 #include "shadow_output.h"
 #include "words.h"
@@ -37,6 +38,7 @@ constexpr CommandText kText = {
     "  the list above, with \"-\" for the blank. The exit then depends on what is left.\n"
     "  With --as, other than environment, names are relative to the folders of the\n"
     "  path: sys/types.h; whole trees are compared.\n"
+    "  --sarif prints one report for hosts of code, at each hidden file.\n"
     "  --allow FILE holds names that may hide files, one a line, as they are printed.\n"
     "  A name there that hides nothing is reported on standard error. So is a NAME\n"
     "  that no file has.\n"
@@ -60,6 +62,7 @@ struct ShadowsOptions {
   std::optional<std::string> allow;
   std::vector<std::string> only;
   std::optional<std::string> compileCommands;
+  bool sarif = false;
 
   void AddTo(CommandLine& commandLine) {
     path.AddTo(commandLine);
@@ -69,6 +72,7 @@ struct ShadowsOptions {
                           "only hidden files of this kind; may be repeated");
     commandLine.AddValue("--compile-commands", "FILE", compileCommands,
                          "the headers of each file in this compilation database");
+    commandLine.AddFlag("--sarif", sarif, "one report in SARIF, which hosts of code read");
     matching.AddTo(commandLine, "only files with this extension; may be repeated");
     output.AddTo(commandLine, false);
   }
@@ -92,19 +96,10 @@ std::set<host::ShadowKind> GetKinds(const std::vector<std::string>& words) {
   return kinds;
 }
 
-}  // namespace
-
-Outcome RunShadows(const std::vector<std::string>& arguments) {
-  CommandLine commandLine(kText);
-  ShadowsOptions options;
-  options.AddTo(commandLine);
-  if (!commandLine.Parse(arguments)) return Outcome::Clean;
-  const Output output(options.output);
-  const host::ShadowLookup lookup = options.GetLookup(commandLine.GetOperands());
-  const ShadowFormat format = {.isSummary = options.summary, .kinds = GetKinds(options.only)};
-  if (options.compileCommands) {
-    return AuditCompileCommands(*options.compileCommands, options.path, lookup, format, output);
-  }
+// Prints the shadows on the path of the options.
+Outcome WriteShadowsOf(const ShadowsOptions& options, const host::ShadowLookup& lookup,
+                       const ShadowFormat& format, const Output& output,
+                       const CommandLine& commandLine) {
   const host::Environment environment = OpenPath(options.path, commandLine);
   host::ShadowReport report =
       WithProgress(options.path.quiet, [&] { return environment.FindShadows(lookup); });
@@ -118,6 +113,30 @@ Outcome RunShadows(const std::vector<std::string>& arguments) {
   WriteShadows(output, report.shadows, format);
   if (failed) return Outcome::Failed;
   return report.shadows.empty() ? Outcome::Clean : Outcome::Findings;
+}
+
+}  // namespace
+
+Outcome RunShadows(const std::vector<std::string>& arguments) {
+  CommandLine commandLine(kText);
+  ShadowsOptions options;
+  options.AddTo(commandLine);
+  if (!commandLine.Parse(arguments)) return Outcome::Clean;
+  if (options.sarif && (options.summary || options.output.json)) {
+    throw UsageError("--sarif, --summary and --json exclude each other; a report has all files");
+  }
+  SarifLog sarif;
+  const ShadowFormat format = {.isSummary = options.summary,
+                               .kinds = GetKinds(options.only),
+                               .sarif = options.sarif ? &sarif : nullptr};
+  const host::ShadowLookup lookup = options.GetLookup(commandLine.GetOperands());
+  const Output output(options.output);
+  const Outcome outcome =
+      options.compileCommands
+          ? AuditCompileCommands(*options.compileCommands, options.path, lookup, format, output)
+          : WriteShadowsOf(options, lookup, format, output, commandLine);
+  if (options.sarif) sarif.Write();
+  return outcome;
 }
 
 }  // namespace Corvane::PathManagement::tool

@@ -1,0 +1,27 @@
+#ifndef SEARCHPATH_TOOLS_SEARCHPATH_SARIF_LOG_H
+#define SEARCHPATH_TOOLS_SEARCHPATH_SARIF_LOG_H
+
+#include "searchpath/host/shadow_search.h"
+
+#include <nlohmann/json.hpp>
+
+#include <vector>
+
+namespace Corvane::PathManagement::tool {
+
+/// The shadows of one run in the Static Analysis Results Interchange Format, version 2.1.0, which
+/// hosts of code read: a result for each hidden file, at that file, related to the file that hides it.
+class SarifLog {
+ public:
+  void Add(const std::vector<host::Shadow>& shadows);
+
+  /// Writes the whole log to standard output.
+  void Write() const;
+
+ private:
+  nlohmann::ordered_json results = nlohmann::ordered_json::array();
+};
+
+}  // namespace Corvane::PathManagement::tool
+
+#endif  // SEARCHPATH_TOOLS_SEARCHPATH_SARIF_LOG_H
