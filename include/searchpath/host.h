@@ -22,6 +22,7 @@
 #include "searchpath/host/listing_file.h"
 #include "searchpath/host/listing_use.h"
 #include "searchpath/host/lookup_observer.h"
+#include "searchpath/host/lookup_rules.h"
 #include "searchpath/host/main_search_path_manager.h"
 #include "searchpath/host/name_changes.h"
 #include "searchpath/host/native_location.h"
