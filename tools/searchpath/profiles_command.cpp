@@ -61,7 +61,7 @@ std::string GetRulesName(const Profile& profile) { return profile.rules.value_or
 
 // One column of the words: the texts of all profiles, and how wide the widest is.
 struct Column {
-  std::string (*getText)(const Profile& profile);
+  std::string (*getText)(const Profile& profile) = nullptr;
   std::size_t width = 0;
 };
 
