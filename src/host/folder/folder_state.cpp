@@ -161,7 +161,7 @@ std::optional<FolderState::Answer> FolderState::AskDisk(const NameQuestion& ques
   }
   const auto itemNamed = [this](const std::string& name) -> const PathItem* {
     if (answers.KindOf(name) != NameAnswers::Kind::File) return nullptr;
-    return &answers.ItemOf(name, [&] { return MakeItem(name); });
+    return &answers.ItemOf(name, [&] { return CreateItem(Canonical(), name); });
   };
   return MakeAnswer(question, itemNamed, [this](const std::string& name) {
     return answers.KindOf(name) == NameAnswers::Kind::Folder;
@@ -298,14 +298,14 @@ std::unique_ptr<FolderState> FolderState::MakeBehindLink(const FolderListing::Su
 }
 
 const PathItem& FolderState::ItemAt(std::size_t index) {
-  return items.Get(index, [this, index] { return MakeItem(listing.files[index]); });
+  return items.Get(index, [this, index] { return CreateItem(Canonical(), listing.files[index]); });
 }
 
-PathItem FolderState::MakeItem(std::string_view file) {
+PathItem CreateItem(AbsoluteIRI folder, std::string_view file) {
   ustring name = TextFromBytes(file);
   ustring extension = fl::filesystem::detail::extract_extension(name);
   name.resize(name.size() - extension.size());
-  return {Canonical(), std::move(name), std::move(extension)};
+  return {std::move(folder), std::move(name), std::move(extension)};
 }
 
 std::optional<std::size_t> FolderState::FileNamed(std::string_view name) const {

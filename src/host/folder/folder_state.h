@@ -24,6 +24,9 @@ namespace Corvane::PathManagement::host {
 
 using foundation::storage::vfs::detail::LinkResolver;
 
+/// The item of the file called `file` in `folder`.
+[[nodiscard]] PathItem CreateItem(AbsoluteIRI folder, std::string_view file);
+
 /// What is known of a folder: where it stands, which one it is, what it holds. Knows nothing of
 /// entries.
 ///
@@ -140,7 +143,6 @@ class FolderState {
   [[nodiscard]] std::vector<FolderProblem> ProblemOf(
       std::optional<current_working_folder::AbsolutizeError> reason) const;
   void FollowSpecialLinks();
-  [[nodiscard]] PathItem MakeItem(std::string_view file);
   [[nodiscard]] std::optional<Answer> AskDisk(const NameQuestion& question);
   template <class ItemNamed, class HasFolder>
   [[nodiscard]] static Answer MakeAnswer(const NameQuestion& question, const ItemNamed& itemNamed,

@@ -6,8 +6,6 @@
 #include "searchpath/host/native_location.h"
 #include "searchpath/model/byte_text.h"
 
-#include <boost/unordered/unordered_flat_map.hpp>
-
 #include <algorithm>
 #include <map>
 #include <mutex>

@@ -2,8 +2,6 @@
 
 #include "host/common/parallel.h"
 #include "host/folder/entry_state.h"
-#include "searchpath/model/byte_text.h"
-#include "searchpath/platform/filesystem.h"
 
 #include <fcntl.h>
 #include <unistd.h>
@@ -128,6 +126,10 @@ void RelativeFolder::LookAtOtherNames(std::size_t root, const FolderListing& lis
   for (const auto& folder : listing.specialFolders) look(folder.name);
 }
 
+bool RelativeFolder::IsAlwaysAsked(std::size_t root) const {
+  return std::find(unlisted.begin(), unlisted.end(), root) != unlisted.end();
+}
+
 /// Precondition: there is a table.
 std::size_t RelativeFolder::FirstRootToAsk(std::string_view file) const {
   const auto known = table.find(file);
@@ -150,16 +152,13 @@ RelativeFolder::Sight RelativeFolder::LookInLocked(std::size_t root, std::string
   Sight sight{FindStanding(root, file), nullptr};
   if (sight.standing == Standing::Counts) sight.match = &Keep(root, file);
   // That a listing does not have a file need not be kept.
-  const bool isCertain = isListed && sight.standing == Standing::Absent &&
-                         std::find(unlisted.begin(), unlisted.end(), root) == unlisted.end();
+  const bool isCertain = isListed && !IsAlwaysAsked(root) && sight.standing == Standing::Absent;
   if (!isCertain) seen.emplace(std::move(key), sight);
   return sight;
 }
 
 Standing RelativeFolder::FindStanding(std::size_t root, std::string_view file) const {
-  const bool isAsked =
-      !isListed || std::find(unlisted.begin(), unlisted.end(), root) != unlisted.end();
-  if (!isAsked) {
+  if (isListed && !IsAlwaysAsked(root)) {
     if (entries[root] == nullptr || !StateOf(*entries[root]).FileNamed(file)) {
       return Standing::Absent;
     }
@@ -171,12 +170,8 @@ Standing RelativeFolder::FindStanding(std::size_t root, std::string_view file) c
 }
 
 const Match& RelativeFolder::Keep(std::size_t root, std::string_view file) {
-  ustring base = TextFromBytes(file);
-  ustring extension = fl::filesystem::detail::extract_extension(base);
-  base.resize(base.size() - extension.size());
   const auto& entry = EntryOf(root);
-  auto item = std::make_shared<const PathItem>(StateOf(*entry).Location(), std::move(base),
-                                               std::move(extension));
+  auto item = std::make_shared<const PathItem>(CreateItem(StateOf(*entry).Location(), file));
   return matches.emplace_back(Match{root, FoundItem(std::move(item), entry)});
 }
 

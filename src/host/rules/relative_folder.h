@@ -66,12 +66,6 @@ class RelativeFolder {
   [[nodiscard]] Sight LookIn(std::size_t root, std::string_view file);
 
  private:
-  struct Hash {
-    using is_avalanching = void;
-    std::size_t operator()(std::string_view key) const noexcept {
-      return ShortHash(key.data(), key.size());
-    }
-  };
   /// A name that some root lists, or that has been asked for before there was a table.
   struct Record {
     std::size_t firstRoot;
@@ -84,6 +78,7 @@ class RelativeFolder {
   void List();
   void AddToTable(std::size_t root);
   void LookAtOtherNames(std::size_t root, const FolderListing& listing);
+  [[nodiscard]] bool IsAlwaysAsked(std::size_t root) const;
   [[nodiscard]] std::size_t FirstRootToAsk(std::string_view file) const;
   [[nodiscard]] Answer AskRoots(std::size_t begin, std::string_view file);
   [[nodiscard]] Sight LookInLocked(std::size_t root, std::string_view file);
@@ -98,7 +93,7 @@ class RelativeFolder {
 
   std::atomic<unsigned> questionCount = 0;
   std::atomic<bool> isListed = false;  // publishes table and unlisted
-  boost::unordered_flat_map<std::string_view, Record*, Hash> table;
+  boost::unordered_flat_map<std::string_view, Record*, NameBytesHash> table;
   std::vector<std::size_t> unlisted;  // the roots that cannot be listed, in order
 
   std::mutex mutex;                                           // guards what follows

@@ -19,7 +19,7 @@ RelativeName Split(std::string_view relative) {
   return {relative.substr(0, last), relative.substr(last + 1)};
 }
 
-std::size_t HashOf(std::string_view name) { return ShortHash(name.data(), name.size()); }
+std::size_t HashOf(std::string_view name) { return NameBytesHash()(name); }
 
 }  // namespace
 
