@@ -53,20 +53,13 @@ ordered_json GetRules() {
   return rules;
 }
 
-/// Text that JSON can hold, whatever bytes it has.
-std::string GetJsonText(const ustring& text) {
-  const std::string bytes =
-      ordered_json(GetBytes(text)).dump(-1, ' ', false, ordered_json::error_handler_t::replace);
-  return ordered_json::parse(bytes).get<std::string>();
-}
-
 }  // namespace
 
 void SarifLog::Add(const std::vector<host::Shadow>& shadows) {
   for (const host::Shadow& shadow : shadows) {
     for (const host::HiddenFile& hidden : shadow.hidden) {
-      const std::string message = '"' + GetJsonText(shadow.name) + "\" means " +
-                                  GetJsonText(host::GetNativePath(shadow.winner)) +
+      const std::string message = '"' + GetBytes(shadow.name) + "\" means " +
+                                  GetBytes(host::GetNativePath(shadow.winner)) +
                                   ", which hides this file (" + host::GetText(hidden.kind) + ").";
       results.push_back({{"ruleId", GetWord(hidden.kind)},
                          {"level", GetLevel(hidden.kind)},
@@ -84,7 +77,8 @@ void SarifLog::Write() const {
   const ordered_json log = {{"$schema", "https://json.schemastore.org/sarif-2.1.0.json"},
                             {"version", "2.1.0"},
                             {"runs", ordered_json::array({run})}};
-  WriteData(log.dump(2) + '\n');
+  // Names may hold bytes that are not UTF-8.
+  WriteData(log.dump(2, ' ', false, ordered_json::error_handler_t::replace) + '\n');
 }
 
 }  // namespace Corvane::PathManagement::tool

@@ -2,9 +2,7 @@
 #include "commands.h"
 #include "finder.h"
 #include "output.h"
-
-#include <cstdlib>
-#include <string_view>
+#include "path_source.h"
 
 namespace Corvane::PathManagement::tool {
 
@@ -39,15 +37,11 @@ Outcome RunWhich(const std::vector<std::string>& arguments) {
   if (options.explain && outputOptions.print0) {
     throw UsageError("--explain and --print0 exclude each other; for programs there is --json");
   }
-  const char* const folders = std::getenv("PATH");
-  if (folders == nullptr) throw UsageError("there is no PATH in the environment; set it");
-  // As a part of --path, "@..." and "-" would mean something else.
-  const std::string_view list = folders;
-  path.parts = {(list.starts_with('@') || list == "-" ? "./" : "") + std::string(list)};
   path.as = "program";
   path.quiet = true;  // shells skip what they cannot search, too
   const Output output(outputOptions);
-  const host::Environment environment = OpenPath(path, commandLine);
+  const host::Environment environment =
+      OpenSource(ReadPathSource("PATH", {}, path.GetRules()), "$PATH", path);
   Finder finder(options, path, output, environment, {});
   for (const std::string& name : commandLine.GetOperands()) finder.Answer(name);
   const bool foundAll = finder.FoundAll() && !commandLine.GetOperands().empty();
