@@ -47,6 +47,7 @@ struct Lookup {
   /// The folder of the code that asks, as a user types it: its private folder comes first. Where
   /// folders have no meaning, the folder itself does.
   std::optional<ustring> fromFolder = {};
+  /// Where folders have no meaning, names are compared as they are, whatever this is.
   FilenameMatchingPolicy policy = FilenameMatchingPolicy::FileSystemDefault;
   /// A folder, as a user types it: only folders that stand behind it on the path are asked, or all
   /// when it is not on the path. Counts where folders have no meaning; `fromFolder` does not count
@@ -145,7 +146,8 @@ class SEARCHPATH_EXPORT Environment {
   /// what outcome.
   ///
   /// Errors: as `Find`.
-  /// Cost: asks folder by folder; lists them all unless each holds the name. Not for the hot path.
+  /// Cost: asks folder by folder; lists them all unless each holds the name,
+  /// and all folders below private and resources folders of those that do not. Not for the hot path.
   [[nodiscard]] Explanation Explain(const Lookup& lookup) const;
 
   /// At most `most` files that may have been meant by a name that was not found, the most similar

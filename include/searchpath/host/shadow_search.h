@@ -53,7 +53,8 @@ struct Shadow {
   std::vector<HiddenFile> hidden;  ///< in path order, never empty
 };
 
-/// The question which names hide files.
+/// The question which names hide files. Where folders have no meaning, names are relative to the
+/// folders of the path and carry their extensions; `extensions` then says which files count.
 struct ShadowLookup {
   /// As in `Lookup`; when there are none, every plain name on the path is looked up.
   std::vector<ustring> names = {};
