@@ -8,7 +8,7 @@ namespace Corvane::PathManagement::host {
 namespace {
 
 using Folders = std::vector<std::shared_ptr<const FolderEntry>>;
-using Names = std::vector<ustring>;
+using Texts = std::vector<ustring>;
 
 bool Holds(const FolderEntry& folder, const ustring& name) {
   const auto items = folder.GetItems();
@@ -26,7 +26,7 @@ ustring Meaning(const Folders& path, const ustring& name) {
 TEST(NameChangesTest, NamesWhoseFirstFolderIsAnotherOneAreReported) {
   constexpr std::uint64_t kSeed = 20261121;
   std::mt19937_64 random{kSeed};
-  const Names names = {u"a", u"b", u"c", u"d"};
+  const Texts names = {u"a", u"b", u"c", u"d"};
   const test::TemporaryTree tree;
   Folders known;  // of some folders several versions
   for (int version = 0; version < 4; ++version) {

@@ -74,7 +74,7 @@ struct AskedRow {
 };
 
 TEST_F(ShadowsTest, NamesAreThoseThatALookUpTakes) {
-  constexpr auto kIgnore = FilenameMatchingPolicy::IgnoreCase;
+  constexpr auto kIgnoreCase = FilenameMatchingPolicy::IgnoreCase;
   tree.Files({"a/fn.zt", "a/fn.c", "b/fn.zt", "b/a.b.zt", "c/a.b.zt", "a/a.b", "b/a.b", "b/.zt",
               "c/.zt", "a/@m/m.zt", "c/m.zt", "a/@n.zt/n.zt", "b/n.zt", "c/@FN/fn.ZT",
               "a/k.\xE2\x84\xAA", "b/k.k"});
@@ -88,11 +88,12 @@ TEST_F(ShadowsTest, NamesAreThoseThatALookUpTakes) {
       {{.names = {u"fn.zt", u"a.b", u"no", u"b/fn.zt"}, .allowed = {u"a.b", u"no", u"never"}},
        "fn.zt: a/fn.zt > identical b/fn.zt;\n",
        {u"no", u"no"}},
-      {{.extensions = {u".ZT"}, .policy = kIgnore, .allowed = {u"A.B.ZT", u"M"}},
+      {{.extensions = {u".ZT"}, .policy = kIgnoreCase, .allowed = {u"A.B.ZT", u"M"}},
        "FN: a/fn.zt > identical b/fn.zt, other case c/@FN/fn.ZT;\nfn: a/fn.zt > identical "
        "b/fn.zt;\n",
        {}},
-      {{.extensions = {u".K"}, .policy = kIgnore},  // the sign for kelvin is a k, in three bytes
+      {{.extensions = {u".K"},
+        .policy = kIgnoreCase},  // the sign for kelvin is a k, in three bytes
        "k: a/k.\xE2\x84\xAA > other case b/k.k;\n"},
       {{.extensions = {u".q", u"\xD800"}}, ""},
   };

@@ -14,7 +14,7 @@ namespace {
 
 using namespace test;
 
-constexpr Policy kPolicy = Policy::IgnoreCase;
+constexpr Policy kIgnoreCase = Policy::IgnoreCase;
 
 /// The form with a path, for the entries from the one in question to the topmost one.
 bool NaiveChainMatch(std::vector<ustring> partial,
@@ -67,9 +67,10 @@ TEST(PartialPathnameTest, MatchesAsTheObviousWayDoes) {
     } while (random() % 2 == 0);
     const ustring folder = chain[0]->iri.getPath();
     const std::list<ustring> list(partial.begin(), partial.end());
-    const bool answers[] = {DoesPartialPathnameMatchPathString(list, folder, equal),
-                            DoesPartialPathnameStrictlyMatchPathString(list, folder, equal),
-                            DoesPartialPathnameMatchPathEntryIRI(path, partial, chain[0], kPolicy)};
+    const bool answers[] = {
+        DoesPartialPathnameMatchPathString(list, folder, equal),
+        DoesPartialPathnameStrictlyMatchPathString(list, folder, equal),
+        DoesPartialPathnameMatchPathEntryIRI(path, partial, chain[0], kIgnoreCase)};
     const bool expected[] = {NaiveMatch(partial, folder, equal, Form::Loose),
                              NaiveMatch(partial, folder, equal, Form::Strict),
                              NaiveChainMatch(partial, chain, equal)};
@@ -81,8 +82,8 @@ TEST(PartialPathnameTest, MatchesAsTheObviousWayDoes) {
 TEST(PartialPathnameTest, MatchesTheTextThatUsersReadOfAnEntrysLocation) {
   const auto entry = std::make_shared<FakeEntry>("e", u"http://host/a%20b");
   const std::vector<ustring> partial = {u"host", u"a b"};
-  EXPECT_TRUE(DoesPartialPathnameMatchPathEntryIRI(partial, entry, kPolicy));
-  EXPECT_TRUE(DoesPartialPathnameStrictlyMatchPathEntryIRI(partial, *entry, kPolicy));
+  EXPECT_TRUE(DoesPartialPathnameMatchPathEntryIRI(partial, entry, kIgnoreCase));
+  EXPECT_TRUE(DoesPartialPathnameStrictlyMatchPathEntryIRI(partial, *entry, kIgnoreCase));
 }
 
 TEST(PartialPathnameTest, AsksEntriesInOrder) {
@@ -98,10 +99,10 @@ TEST(PartialPathnameTest, AsksEntriesInOrder) {
   const std::string start = " e.GetFilenameComparator(1) e.GetCanonicalAbsoluteIRI()";
   const std::string onPath = start + " 1=+y p.GetParentEntryForEntry(e) a.";
   const auto match = [&](const auto&... arguments) {
-    return log.Take(DoesPartialPathnameMatchPathEntryIRI(arguments..., kPolicy) ? "yes" : "no");
+    return log.Take(DoesPartialPathnameMatchPathEntryIRI(arguments..., kIgnoreCase) ? "yes" : "no");
   };
   EXPECT_EQ(match(one, entry), "yes" + start + " 1=+y");
-  EXPECT_FALSE(DoesPartialPathnameStrictlyMatchPathEntryIRI(one, *entry, kPolicy));
+  EXPECT_FALSE(DoesPartialPathnameStrictlyMatchPathEntryIRI(one, *entry, kIgnoreCase));
   EXPECT_EQ(log.Take(""), start);
   EXPECT_EQ(match(path, one, entry),
             "yes" + onPath + "GetPathEntryType() p.GetParentEntryForEntry(a)");

@@ -195,7 +195,7 @@ void CompareNext(RandomTree& tree, const Folders& folders, const std::string& co
 }
 
 /// Returns how many compilers compiled.
-std::size_t CompareTree(std::uint64_t number) {
+std::size_t CompareHeaderTree(std::uint64_t number) {
   RandomTree tree(number, test::kHeaders);
   const Folders folders = FoldersOf(tree);
   const std::string file = tree.Path("src/ask.c");
@@ -220,7 +220,7 @@ TEST(IncludeRulesTest, RandomTreesAnswerAsCompilersDo) {
     const std::size_t first = test::Setting("SEARCHPATH_FIRST_TREE", 0);
     std::size_t compiled = 0;
     for (std::size_t tree = first; tree < trees && !testing::Test::HasFailure(); ++tree) {
-      compiled += CompareTree(tree);
+      compiled += CompareHeaderTree(tree);
     }
     EXPECT_GE(2 * compiled, (trees - first) * Compilers().size()) << "compared";
   });

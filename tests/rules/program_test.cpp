@@ -58,7 +58,7 @@ std::string PathOf(const FoundItem& file) {
   return Plainly(BytesFromText(GetNativePath(file)).value());
 }
 
-void CompareTree(std::uint64_t number) {
+void CompareProgramTree(std::uint64_t number) {
   const bool hasLoops = number % 2 == 0;
   RandomTree tree(number, test::kPrograms, hasLoops);
   const Names parts = tree.Parts();
@@ -84,7 +84,7 @@ TEST(ProgramRulesTest, RandomTreesAnswerAsShellsAndExecvpDo) {
   test::RunUnprivileged([] {
     const std::size_t trees = test::Setting("SEARCHPATH_TREES", test::RandomCases(30));
     for (std::size_t tree = 0; tree < trees && !testing::Test::HasFailure(); ++tree) {
-      CompareTree(tree);
+      CompareProgramTree(tree);
     }
   });
 }

@@ -5,7 +5,7 @@ namespace {
 
 // A compiler that has no folders but those of its flags, and writes down how it was asked. "db" makes
 // a compilation database: a line for each file, which is the file, a colon and the command.
-constexpr const char* kPrograms = R"sh(
+constexpr const char* kCompilers = R"sh(
 mkdir ../bin mid/geometry 'two words'; cat >../bin/cc <<'END'
 #!/bin/sh
 printf '%s|' "$@" >>../asked; echo >>../asked
@@ -37,7 +37,7 @@ class CompileCommandsTest : public ToolTest {
  protected:
   void SetUp() override {
     ToolTest::SetUp();
-    ASSERT_EQ(RunShell(kPrograms).error, "");
+    ASSERT_EQ(RunShell(kCompilers).error, "");
   }
 
   // What the compiler is asked for one command.

@@ -51,7 +51,7 @@ constexpr CommandText kVerifyText = {
     "Exit: 0 all folders are fresh, 1 some are not, 2 wrong usage, or FILE cannot be\n"
     "used as a cache.\n"};
 
-constexpr const char* kHelp =
+constexpr const char* kCacheHelp =
     "Usage: searchpath cache write FILE [OPTION]...\n"
     "       searchpath cache verify FILE [OPTION]...\n"
     "Writes a cache of a path, or checks which of its folders have changed.\n"
@@ -59,7 +59,7 @@ constexpr const char* kHelp =
     "searchpath cache write -h and searchpath cache verify -h show the options. All\n"
     "commands that search a path take --cache FILE.\n";
 
-constexpr const char* kExamples =
+constexpr const char* kCacheExamples =
     "  searchpath cache write lib/cache --path lib --recursive\n"
     "  searchpath find plot.zt --cache lib/cache\n"
     "  searchpath cache verify lib/cache\n";
@@ -160,7 +160,7 @@ Outcome RunCache(const std::vector<std::string>& arguments) {
   const std::string word = arguments.empty() ? "" : arguments.front();
   if (word == "write") return Write({arguments.begin() + 1, arguments.end()});
   if (word == "verify") return Verify({arguments.begin() + 1, arguments.end()});
-  if (AnswerHelp(word, kHelp, kExamples)) return Outcome::Found;
+  if (AnswerHelp(word, kCacheHelp, kCacheExamples)) return Outcome::Found;
   throw UsageError("after cache comes write or verify" +
                    (word.empty() ? "" : ", not " + Quoted(word)) +
                    "; type: searchpath cache write FILE --path FOLDERS");

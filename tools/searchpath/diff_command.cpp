@@ -16,7 +16,7 @@ namespace Corvane::PathManagement::tool {
 
 namespace {
 
-constexpr CommandText kText = {
+constexpr CommandText kDiffText = {
     "diff", "OLD NEW", "Prints how the path NEW differs from the path OLD.",
     "  searchpath diff \"$PATH\" /opt/bin:\"$PATH\"     which folders differ?\n"
     "  searchpath diff --names lib:src src:lib     which names mean another file?\n"
@@ -111,7 +111,7 @@ bool WriteDifferences(const Output& output, const DiffOptions& options,
 }  // namespace
 
 Outcome RunDiff(const std::vector<std::string>& arguments) {
-  CommandLine commandLine(kText);
+  CommandLine commandLine(kDiffText);
   DiffOptions options;
   options.AddTo(commandLine);
   if (!commandLine.Parse(arguments)) return Outcome::Found;

@@ -15,7 +15,7 @@ namespace Corvane::PathManagement::tool {
 
 namespace {
 
-constexpr CommandText kText = {
+constexpr CommandText kDoctorText = {
     "doctor", "", "Prints what is wrong with the path, one finding a line, and what helps.",
     "  searchpath doctor --path \"$PATH\"\n"
     "  searchpath doctor --path lib --recursive --slow 20\n"
@@ -102,7 +102,7 @@ void WriteObject(const Output& output, const host::PathFinding& finding) {
 }  // namespace
 
 Outcome RunDoctor(const std::vector<std::string>& arguments) {
-  CommandLine commandLine(kText);
+  CommandLine commandLine(kDoctorText);
   PathOptions path;
   path.AddFoldersTo(commandLine);
   path.AddPackagesTo(commandLine);

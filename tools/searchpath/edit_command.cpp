@@ -20,7 +20,7 @@ namespace {
 
 using foundation::core::except::Notification;
 
-constexpr const char* kNotes =
+constexpr const char* kEditNotes =
     "The stored path:\n"
     "  Commands without --path search it. It stands in the file searchpath/path below\n"
     "  $XDG_CONFIG_HOME, or else below ~/.config: one folder or \"file\" IRI a line.\n"
@@ -57,7 +57,7 @@ struct EditOptions {
     commandLine.AddValue("--store", "FILE", store, "edit the path that is stored in FILE instead");
     commandLine.AddFlag("--dry-run", dryRun, "change nothing, print what would differ");
     output.AddTo(commandLine, false);
-    commandLine.AddNotes(kNotes);
+    commandLine.AddNotes(kEditNotes);
   }
 
   [[nodiscard]] host::StoredPath GetStoredPath() const {

@@ -16,7 +16,7 @@ namespace Corvane::PathManagement::tool {
 
 namespace {
 
-constexpr CommandText kText = {
+constexpr CommandText kFilesText = {
     "files", "", "Prints the files of the folders of the path.",
     "  searchpath files --path lib:src --ext zt --ext c\n"
     "  searchpath files --path lib:src --from lib --all   lib and its special folders\n"
@@ -144,7 +144,7 @@ bool WriteFiles(const Output& output, const host::Environment& environment,
 }  // namespace
 
 Outcome RunFiles(const std::vector<std::string>& arguments) {
-  CommandLine commandLine(kText);
+  CommandLine commandLine(kFilesText);
   FilesOptions options;
   options.AddTo(commandLine);
   if (!commandLine.Parse(arguments)) return Outcome::Found;

@@ -16,7 +16,7 @@ namespace Corvane::PathManagement::tool {
 
 namespace {
 
-constexpr CommandText kText = {
+constexpr CommandText kFoldersText = {
     "folders", "NAME...", "Prints the folders of the path that each NAME denotes.",
     "  searchpath folders util --path src:lib --recursive   all folders called util\n"
     "  searchpath folders lib/+pkg --path lib               by its last folders\n"
@@ -60,7 +60,7 @@ std::string GetList(const Folders& folders, const std::string& last) {
 }
 
 // What may help when `lookup` found nothing; may be empty.
-std::string GetHint(const host::Environment& environment, host::FolderLookup lookup) {
+std::string GetFolderHint(const host::Environment& environment, host::FolderLookup lookup) {
   if (lookup.isLiteral) {
     lookup.isLiteral = false;
     const Folders loose = environment.FindFolders(lookup);
@@ -79,7 +79,7 @@ std::string GetHint(const host::Environment& environment, host::FolderLookup loo
 }  // namespace
 
 Outcome RunFolders(const std::vector<std::string>& arguments) {
-  CommandLine commandLine(kText);
+  CommandLine commandLine(kFoldersText);
   PathOptions path;
   path.AddTo(commandLine);
   host::FolderLookup lookup;
@@ -101,7 +101,7 @@ Outcome RunFolders(const std::vector<std::string>& arguments) {
     WriteFolders(output, name, folders);
     if (!folders.empty()) continue;
     foundAll = false;
-    Report("no folder of the path is called " + Quoted(name) + GetHint(environment, lookup));
+    Report("no folder of the path is called " + Quoted(name) + GetFolderHint(environment, lookup));
   }
   if (failed) return Outcome::Failed;
   return foundAll ? Outcome::Found : Outcome::NotFound;

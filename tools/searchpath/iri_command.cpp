@@ -11,7 +11,7 @@ namespace Corvane::PathManagement::tool {
 
 namespace {
 
-constexpr CommandText kText = {
+constexpr CommandText kIriText = {
     "iri", "TEXT...", "Prints the IRI of each TEXT, its canonical IRI and its native path.",
     "  searchpath iri .                          the working folder\n"
     "  searchpath iri '/usr/my lib'\n"
@@ -59,7 +59,7 @@ bool TryToWriteIRI(const Output& output, const std::string& typed) {
 }  // namespace
 
 Outcome RunIri(const std::vector<std::string>& arguments) {
-  CommandLine commandLine(kText);
+  CommandLine commandLine(kIriText);
   OutputOptions outputOptions;
   outputOptions.AddTo(commandLine, false);
   if (!commandLine.Parse(arguments)) return Outcome::Found;

@@ -21,7 +21,7 @@ namespace Corvane::PathManagement::tool {
 
 namespace {
 
-constexpr CommandText kText = {
+constexpr CommandText kListText = {
     "list", "", "Prints the folders of the path in the order of the search.",
     "  searchpath list --path \"$PATH\"\n"
     "  searchpath list --path lib --recursive --long\n"
@@ -84,7 +84,7 @@ void WriteFolder(const Output& output, const host::Environment& environment,
 }  // namespace
 
 Outcome RunList(const std::vector<std::string>& arguments) {
-  CommandLine commandLine(kText);
+  CommandLine commandLine(kListText);
   PathOptions path;
   path.AddTo(commandLine);
   OutputOptions outputOptions;

@@ -16,7 +16,7 @@ namespace Corvane::PathManagement::tool {
 
 namespace {
 
-constexpr CommandText kText = {
+constexpr CommandText kPackagesText = {
     "packages", "", "Prints the packages below a folder, and the folders of each package.",
     "  searchpath packages --root /opt/packages\n"
     "  searchpath packages --root /opt/packages --path lib   are they on the path?\n"
@@ -115,7 +115,7 @@ void WriteObject(const Output& output, const PackageLines& lines) {
 }  // namespace
 
 Outcome RunPackages(const std::vector<std::string>& arguments) {
-  CommandLine commandLine(kText);
+  CommandLine commandLine(kPackagesText);
   std::optional<std::string> root;
   PathOptions path;
   commandLine.AddValue("--root", "DIR", root, "the folder that holds the packages");

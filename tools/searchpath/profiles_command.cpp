@@ -14,7 +14,7 @@ namespace Corvane::PathManagement::tool {
 
 namespace {
 
-constexpr CommandText kText = {
+constexpr CommandText kProfilesText = {
     "profiles", "", "Prints the profiles: a name for a path, its rules and its extensions.",
     "  searchpath profiles\n"
     "  searchpath find sys/types.h --profile c    the header that cc would read\n"
@@ -104,7 +104,7 @@ nlohmann::ordered_json GetObject(const Profile& profile) {
 }  // namespace
 
 Outcome RunProfiles(const std::vector<std::string>& arguments) {
-  CommandLine commandLine(kText);
+  CommandLine commandLine(kProfilesText);
   OutputOptions outputOptions;
   outputOptions.AddTo(commandLine, false);
   if (!commandLine.Parse(arguments)) return Outcome::Found;

@@ -93,11 +93,11 @@ void WriteShadow(const Output& output, const host::Shadow& shadow,
     output.WriteObject(object);
     return;
   }
-  constexpr std::size_t kKindWidth = 10;  // of "unreadable"
+  constexpr std::size_t kHiddenKindWidth = 10;  // of "unreadable"
   WriteData(output.GetShown(Quoted(shadow.name)) + " means " +
             output.GetShown(host::GetNativePath(shadow.winner)) + " and hides\n");
   for (const host::HiddenFile& hidden : shadow.hidden) {
-    WriteData("  " + GetPadded(host::GetText(hidden.kind), kKindWidth) + "  " +
+    WriteData("  " + GetPadded(host::GetText(hidden.kind), kHiddenKindWidth) + "  " +
               output.GetShown(host::GetNativePath(hidden.file)) + '\n');
   }
 }

@@ -16,7 +16,7 @@ namespace Corvane::PathManagement::tool {
 
 namespace {
 
-constexpr CommandText kText = {
+constexpr CommandText kShadowsText = {
     "shadows", "[NAME...]",
     "Prints the names that hide files: the file meant, then the files it hides.",
     "  searchpath shadows --path \"$PATH\"\n"
@@ -118,7 +118,7 @@ Outcome WriteShadowsOf(const ShadowsOptions& options, const host::ShadowLookup& 
 }  // namespace
 
 Outcome RunShadows(const std::vector<std::string>& arguments) {
-  CommandLine commandLine(kText);
+  CommandLine commandLine(kShadowsText);
   ShadowsOptions options;
   options.AddTo(commandLine);
   if (!commandLine.Parse(arguments)) return Outcome::Clean;

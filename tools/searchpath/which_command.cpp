@@ -8,7 +8,7 @@ namespace Corvane::PathManagement::tool {
 
 namespace {
 
-constexpr CommandText kText = {
+constexpr CommandText kWhichText = {
     "which", "[NAME...]", "Prints the path of the program that a shell would start for each NAME.",
     "  searchpath which ls\n"
     "  searchpath which -a python3           all programs of that name\n"
@@ -25,7 +25,7 @@ constexpr CommandText kText = {
 }  // namespace
 
 Outcome RunWhich(const std::vector<std::string>& arguments) {
-  CommandLine commandLine(kText);
+  CommandLine commandLine(kWhichText);
   AnswerOptions options;
   PathOptions path;
   OutputOptions outputOptions;

@@ -60,9 +60,9 @@ std::shared_ptr<const Version> MakeVersion(FolderEntries folders,
 using Path = std::shared_ptr<const FolderPath>;
 
 /// The differences that a change made, each computed when it is first asked for.
-class Differences {
+class LazyDifferences {
  public:
-  Differences(const Path& pathBefore, const Path& pathAfter)
+  LazyDifferences(const Path& pathBefore, const Path& pathAfter)
       : before(pathBefore), after(pathAfter) {}
 
   const PathEntryVectorDifferentiator& Get(ComparisonFilter filter) {
@@ -86,7 +86,7 @@ class Differences {
 /// The subscribed listeners, which their subscriptions own.
 class Listeners {
  public:
-  using Listener = std::function<void(Differences&)>;
+  using Listener = std::function<void(LazyDifferences&)>;
 
   std::shared_ptr<const Listener> Add(Listener listener) {
     auto added = std::make_shared<const Listener>(std::move(listener));
@@ -98,7 +98,7 @@ class Listeners {
 
   void Call(const Path& before, const Path& after) const {
     std::exception_ptr failure;
-    Differences differences(before, after);
+    LazyDifferences differences(before, after);
     for (const auto& subscribed : Copy()) {
       const auto listener = subscribed.lock();
       if (listener == nullptr) continue;
@@ -240,13 +240,13 @@ void MainSearchPathManager::SetKnownPackages(std::vector<KnownPackage> packages)
 
 MainSearchPathManager::Subscription MainSearchPathManager::AddListener(Listener listener,
                                                                        ComparisonFilter filter) {
-  return state->listeners.Add([called = std::move(listener), filter](Differences& differences) {
+  return state->listeners.Add([called = std::move(listener), filter](LazyDifferences& differences) {
     called(differences.Get(filter));
   });
 }
 
 MainSearchPathManager::Subscription MainSearchPathManager::AddListener(PathListener listener) {
-  return state->listeners.Add([called = std::move(listener)](const Differences& differences) {
+  return state->listeners.Add([called = std::move(listener)](const LazyDifferences& differences) {
     called(differences.before, differences.after);
   });
 }

@@ -25,7 +25,7 @@ namespace {
 
 using current_working_folder::AbsolutizeError;
 
-const foundation::log::basic_diagnostic_logger kLogger("searchpath::host::folders");
+const foundation::log::basic_diagnostic_logger kFolderLogger("searchpath::host::folders");
 
 struct CloseDirectory {
   void operator()(DIR* directory) const noexcept { closedir(directory); }
@@ -157,7 +157,7 @@ AbsolutizeError ReasonFor(std::error_code error, const std::string& path) {
 }
 
 FolderListing ListFolder(const AbsoluteIRI& location, DiskPatience& patience) {
-  const TimedMessage message(kLogger);
+  const TimedMessage message(kFolderLogger);
   FolderListing listing = ListFolderAt(NativeBytes(location), patience);
   message.Write(foundation::log::Severity::Debug, [&] {
     return "read " + PathManagement::detail::QuotedText(GetStringFromIRI(location)) + ", " +

@@ -59,7 +59,7 @@ class Package final : public IPackage {
   throw ManifestException(fault, field.value.line, field.name, std::move(detail));
 }
 
-AbsoluteIRI LocationOf(const Field& field, const ustring& packageFolder) try {
+AbsoluteIRI LocationIn(const Field& field, const ustring& packageFolder) try {
   namespace vfs = foundation::storage::vfs;
   const ustring& text = field.AsText();
   if (vfs::hasIRIPrefix(text)) return GetIRIFromString(text);
@@ -84,14 +84,14 @@ std::vector<PackageFolder> FoldersOf(const Field& field, const ustring& packageF
   std::vector<PackageFolder> folders;
   for (const Field& folder : field.GetElements()) {
     if (std::holds_alternative<ustring>(folder.value.content)) {
-      folders.push_back({LocationOf(folder, packageFolder), onPath});
+      folders.push_back({LocationIn(folder, packageFolder), onPath});
       continue;
     }
     static_cast<void>(folder.As<LocatedJson::Object>(u"a text or an object"));
     folder.CheckMembers({u"folder", u"tags"});
     const auto tags = folder.Find(u"tags");
     folders.push_back(
-        {LocationOf(folder.Get(u"folder"), packageFolder), tags ? TagsOf(*tags) : onPath});
+        {LocationIn(folder.Get(u"folder"), packageFolder), tags ? TagsOf(*tags) : onPath});
   }
   return folders;
 }

@@ -17,7 +17,7 @@ namespace Corvane::PathManagement::host {
 
 namespace {
 
-const foundation::log::basic_diagnostic_logger kLogger("searchpath::host::index");
+const foundation::log::basic_diagnostic_logger kIndexLogger("searchpath::host::index");
 
 constexpr unsigned kMostSingleQuestions = 8;
 
@@ -349,7 +349,7 @@ PlainLookup::LazyIndex& PlainLookup::Build(LazyIndex& lazy, FilenameMatchingPoli
 }
 
 std::unique_ptr<const NameIndex> PlainLookup::BuildIndex(FilenameMatchingPolicy policy) const {
-  const TimedMessage message(kLogger);
+  const TimedMessage message(kIndexLogger);
   ForEachInParallel(folders.size(), [this](std::size_t folder) { states[folder]->List(); });
   std::vector<const NameBlock*> names;
   names.reserve(folders.size());

@@ -15,7 +15,7 @@ namespace {
 using current_working_folder::AbsolutizeError;
 using Match = RelativeFolder::Match;
 
-constexpr unsigned kMostSingleQuestions = 8;
+constexpr unsigned kMostSingleLooks = 8;
 constexpr std::size_t kFewRoots = 8;  // more threads would not pay
 
 // What a record says when no root has a file that counts.
@@ -74,7 +74,7 @@ RelativeFolder::Sight RelativeFolder::LookIn(std::size_t root, std::string_view 
 /// Counts a question, and says whether it is time for a table.
 bool RelativeFolder::IsToBeListed() {
   return !isListed.load(std::memory_order_acquire) &&
-         questionCount.fetch_add(1) >= kMostSingleQuestions;
+         questionCount.fetch_add(1) >= kMostSingleLooks;
 }
 
 void RelativeFolder::List() {

@@ -42,7 +42,7 @@ std::string BelowRoot(const AbsoluteIRI& folder) {
 
 /// Calls use(name) for each relative name that `target` may mean, the preferred one first.
 template <class Use>
-void ForEachName(const PathManagement::detail::SearchTarget& target, const Use& use) {
+void ForEachSpelling(const PathManagement::detail::SearchTarget& target, const Use& use) {
   NameKey name;
   if (target.GetExtensions().empty()) {
     if (name.Set(target.GetName(), {})) use(name.View());
@@ -104,7 +104,7 @@ std::vector<FoundItem> RuledPath::FindAll(const Target& target, const Asker& ask
 boost::optional<FoundItem> RuledPath::FindAtOnce(const Target& target) const {
   const RelativeFolder::Match* best = nullptr;
   bool ended = false;
-  ForEachName(target, [&](std::string_view name) {
+  ForEachSpelling(target, [&](std::string_view name) {
     const auto answer = onPath->FindFirst(Trimmed(name));
     ended = ended || answer.ended;
     if (answer.match != nullptr && (best == nullptr || answer.match->root < best->root)) {
@@ -140,7 +140,7 @@ std::vector<FoundItem> RuledPath::FindFiles(const Target& target, const Asker& a
 
 std::vector<std::string> RuledPath::NamesOf(const Target& target) {
   std::vector<std::string> names;
-  ForEachName(target, [&](std::string_view name) { names.emplace_back(name); });
+  ForEachSpelling(target, [&](std::string_view name) { names.emplace_back(name); });
   return names;
 }
 

@@ -26,7 +26,7 @@ AbsoluteIRI FolderOf(const fl::filesystem::path& file) {
 }
 
 /// Why a file did not open.
-std::string ReasonFor(const fl::filesystem::path& file) {
+std::string ErrorOf(const fl::filesystem::path& file) {
   struct stat status = {};
   if (stat(fl::filesystem::detail::NativeBytes(file.native()).c_str(), &status) != 0) {
     return std::generic_category().message(errno);
@@ -46,7 +46,7 @@ bool IsListingFile(const fl::filesystem::path& file) {
 PathEntryFactory LoadListing(const fl::filesystem::path& file, ListingUse use) {
   fl::filesystem::ifstream stream(file);
   if (!stream.is_open()) {
-    throw InvalidListingException("it cannot be opened: " + ReasonFor(file));
+    throw InvalidListingException("it cannot be opened: " + ErrorOf(file));
   }
   PathEntryFactory factory(use);
   factory.ReadEntries(stream, FolderOf(file));

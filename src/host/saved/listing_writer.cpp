@@ -30,7 +30,7 @@ struct Location {
   std::string bytes;
 };
 
-Location LocationOf(const AbsoluteIRI& folder, const AbsoluteIRI& root) {
+Location LocationBelow(const AbsoluteIRI& folder, const AbsoluteIRI& root) {
   const auto bytes = [](const ustring& text) { return BytesFromText(text).value(); };
   if (folder.getScheme() != u"file") return {saved::Place::Elsewhere, bytes(folder.toString())};
   if (folder == root) return {saved::Place::BelowRoot, ""};
@@ -106,7 +106,7 @@ class ListingWriter {
   }
 
   Offset<saved::Folder> WriteFolder(const AbsoluteIRI& folder, const FolderListing& listing) {
-    const Location location = LocationOf(folder, root);
+    const Location location = LocationBelow(folder, root);
     NamesToWrite files;
     NamesToWrite subfolders;
     NamesToWrite links;

@@ -18,7 +18,7 @@ namespace Corvane::PathManagement::host {
 
 namespace {
 
-const foundation::log::basic_diagnostic_logger kLogger("searchpath::host::cache");
+const foundation::log::basic_diagnostic_logger kCacheLogger("searchpath::host::cache");
 
 using current_working_folder::AbsolutizeError;
 using Bytes = flatbuffers::Vector<std::uint8_t>;
@@ -149,7 +149,7 @@ class LocationMaker {
 
 SavedListings::SavedListings(std::istream& stream, const AbsoluteIRI& root, ListingUse listingUse)
     : use(listingUse) {
-  const TimedMessage message(kLogger);
+  const TimedMessage message(kCacheLogger);
   body = ReadEnvelope(stream);
   const auto* bytes = reinterpret_cast<const std::uint8_t*>(body.bytes.get());
   // The number of tables needs no limit of its own: each takes some of the bytes.
