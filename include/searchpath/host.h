@@ -16,6 +16,7 @@
 #include "searchpath/host/folder_path.h"
 #include "searchpath/host/folder_problem.h"
 #include "searchpath/host/folder_tree.h"
+#include "searchpath/host/followed_environment.h"
 #include "searchpath/host/freshness.h"
 #include "searchpath/host/invalid_listing_exception.h"
 #include "searchpath/host/known_package.h"

@@ -20,9 +20,9 @@ using foundation::storage::vfs::detail::LinkWalk;
 
 constexpr std::uint32_t kRouteEvents =
     IN_CREATE | IN_DELETE | IN_MOVED_FROM | IN_MOVED_TO | IN_DELETE_SELF | IN_MOVE_SELF;
-// Attributes: a folder may become readable, or cease to be.
+// Attributes: a folder or a file may become readable, or cease to be.
 constexpr std::uint32_t kFolderEvents = kRouteEvents | IN_ATTRIB;
-constexpr std::uint32_t kFileEvents = kRouteEvents | IN_CLOSE_WRITE;
+constexpr std::uint32_t kFileEvents = kFolderEvents | IN_CLOSE_WRITE;
 constexpr std::uint32_t kGoneEvents = IN_IGNORED | IN_UNMOUNT | IN_DELETE_SELF | IN_MOVE_SELF;
 
 bool IsAbsence(const std::error_code& error) {
@@ -93,12 +93,16 @@ void FolderWatches::AddTo(Report& report, const inotify_event& event, const char
   const Watched& watched = found->second;
   if ((event.mask & kGoneEvents) != 0) report.mayLeadElsewhere = true;
   if (*name != '\0') {
+    if ((event.mask & IN_ATTRIB) != 0) {
+      report.hasNewPermissions = true;
+      return;
+    }
     const auto file = watched.files.find(name);
     if (file != watched.files.end()) {
       report.changed.insert(report.changed.end(), file->second.begin(), file->second.end());
     }
-    // New contents or attributes of what is in a folder do not change the folder.
-    if ((event.mask & (IN_ATTRIB | IN_CLOSE_WRITE)) != 0) return;
+    // New contents of what is in a folder do not change the folder.
+    if ((event.mask & IN_CLOSE_WRITE) != 0) return;
     if (watched.leading.contains(name)) report.mayLeadElsewhere = true;
   }
   report.changed.insert(report.changed.end(), watched.locations.begin(), watched.locations.end());

@@ -37,6 +37,7 @@ class FolderWatches {
     std::vector<AbsoluteIRI> changed;  // locations in which something came or went; some repeated
     bool mayLeadElsewhere = false;     // locations may lead to other folders: a round is needed
     bool isIncomplete = false;         // the kernel dropped events
+    bool hasNewPermissions = false;    // something in a location, or a file, has
   };
 
   /// With `watchesNothing` every location has to be polled.

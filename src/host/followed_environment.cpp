@@ -1,0 +1,122 @@
+#include "searchpath/host/followed_environment.h"
+
+#include "host/changes/folder_watches.h"
+#include "host/folder/folder_walk.h"
+#include "host/folder/open_path.h"
+#include "searchpath/model/byte_text.h"
+#include "searchpath/platform/iri_text.h"
+
+#include <filesystem>
+#include <system_error>
+#include <utility>
+
+namespace Corvane::PathManagement::host {
+
+namespace {
+
+using Comparison = FolderWatches::Comparison;
+
+/// Adds the links in a folder: what they lead to decides whether they are found.
+void AddLinks(const AbsoluteIRI& folder, std::vector<AbsoluteIRI>& links) {
+  const auto path = NativeBytes(folder);
+  std::error_code error;
+  if (!path) return;
+  for (std::filesystem::directory_iterator item(*path, error), end; !error && item != end;
+       item.increment(error)) {
+    std::error_code unknown;
+    if (!item->is_symlink(unknown)) continue;
+    const ustring location = TextFromBytes(item->path().native());
+    links.push_back(foundation::storage::vfs::toAbsoluteIRI(u"file", location));
+  }
+}
+
+}  // namespace
+
+class FollowedEnvironment::State {
+ public:
+  explicit State(Open howToOpen) : open(std::move(howToOpen)), opened(open()) {
+    if (Watch()) Renew();
+  }
+
+  bool Update() {
+    if (!MayHaveChanged()) return false;
+    Renew();
+    return true;
+  }
+
+  [[nodiscard]] const Environment& Get() const noexcept { return opened.environment; }
+
+  [[nodiscard]] int GetDescriptor() const noexcept { return watches.GetDescriptor(); }
+
+  [[nodiscard]] bool WatchesAll() const noexcept { return watches.GetPolled().empty(); }
+
+ private:
+  /// A folder that is watched for the first time may have changed after it was read, so the
+  /// environment is opened once more. In a tree that never comes to rest, the next question goes on.
+  void Renew() {
+    constexpr int kMostRounds = 4;
+    isOutdated = true;
+    for (int round = 0; isOutdated && round < kMostRounds; ++round) {
+      opened = open();
+      isOutdated = Watch();
+    }
+  }
+
+  [[nodiscard]] bool MayHaveChanged() {
+    const auto report = watches.Read();
+    const bool filesCountByPermission =
+        opened.environment.GetRules().files != LookupRules::Files::Regular;
+    isOutdated |= !report.changed.empty() || report.mayLeadElsewhere || report.isIncomplete ||
+                  (filesCountByPermission && report.hasNewPermissions) || !WatchesAll();
+    return isOutdated;
+  }
+
+  /// Watches what the answers stand on. Returns whether anything was not watched before, or is
+  /// something else than before.
+  [[nodiscard]] bool Watch() {
+    bool isNew = false;
+    std::vector<AbsoluteIRI> files = opened.files;
+    const auto watch = [&](const AbsoluteIRI& folder) {
+      isNew |= watches.Watch(folder) != Comparison::Same;
+      AddLinks(folder, files);
+    };
+    const auto watchTree = [&](const std::shared_ptr<const FolderEntry>& top) {
+      WalkFolders(top, [&](const auto& folder, std::size_t /*depth*/) {
+        watch(folder->GetAbsoluteIRI());
+        return false;
+      });
+    };
+    watches.Begin();
+    const bool foldersHaveMeaning = opened.environment.GetRules().foldersHaveMeaning;
+    for (const auto& folder : opened.environment.FindSearchedFolders()) {
+      foldersHaveMeaning ? watchTree(folder) : watch(folder->GetAbsoluteIRI());
+    }
+    for (const AbsoluteIRI& folder : opened.folders) watchTree(FolderEntry::Create(folder));
+    // Behind all folders, since what is watched as a folder is watched well enough.
+    for (const AbsoluteIRI& file : files) {
+      isNew |= watches.WatchFile(file) != Comparison::Same;
+    }
+    watches.End();
+    return isNew;
+  }
+
+  Open open;
+  OpenedEnvironment opened;
+  FolderWatches watches{false};
+  bool isOutdated = false;  // what was read may be older than the watches
+};
+
+FollowedEnvironment::FollowedEnvironment(Open open)
+    : state(std::make_unique<State>(std::move(open))) {}
+
+FollowedEnvironment::~FollowedEnvironment() = default;
+
+bool FollowedEnvironment::Update() { return state->Update(); }
+
+const Environment& FollowedEnvironment::Get() const noexcept { return state->Get(); }
+
+int FollowedEnvironment::GetDescriptor() const noexcept { return state->GetDescriptor(); }
+
+bool FollowedEnvironment::WatchesAll() const noexcept { return state->WatchesAll(); }
+
+}  // namespace Corvane::PathManagement::host
