@@ -209,5 +209,71 @@ TEST_F(ToolTest, WatchTellsWhatChangesWhileItDoes) {
   });
 }
 
+// "ask NAME" writes a name, "lines N" prints the next N lines, "end" lets no more names come.
+constexpr const char* kPartner = R"sh(cat >../partner <<'END'
+begin() {
+  rm -f ../names ../answers; mkfifo ../names ../answers
+  (exec "$tool" find --stdin "$@") <../names >../answers 2>/dev/null &
+  exec 3>../names 4<../answers
+}
+ask() { echo "$1" >&3; }
+lines() { for line in $(seq $1); do read -r line <&4; echo "$line"; done; }
+end() { exec 3>&-; cat <&4; exec 4<&-; wait $!; echo $?; }
+END
+echo "tool=')sh" SEARCHPATH_TOOL "'\" >>../partner";
+
+TEST_F(ToolTest, FindAnswersEachNameAsItComes) {
+  EXPECT_EQ(RunShell(kPartner).error, "");
+  Check({
+      {". ../partner; begin --path mid:lib; ask fn.zt; lines 1; ask none; ask fo.zt; lines 1; end",
+       0, "", "$T/lib/fn.zt\n$T/mid/fo.zt\n1\n"},
+      {". ../partner; begin --path mid --json --all; ask none; lines 2; printf fo.zt >&3; end", 0,
+       "",
+       "{`name`:`none`,`path`:null}\n{`name`:`none`,`end`:true}\n"
+       "{`name`:`fo.zt`,`path`:`$T/mid/fo.zt`,`folder`:`$T/mid`,`kind`:`ordinary`}\n"
+       "{`name`:`fo.zt`,`end`:true}\n1\n"},
+      {"printf 'none\\nfo.zt' | s find --stdin --json --explain --path mid | cut -c-24", 0,
+       "no file called `none` on the path\n",
+       "{`name`:`none`,`path`:nu\n{`name`:`fo.zt`,`path`:`\n"},
+      {"s find --follow fo.zt --path mid", 2, "--follow needs --stdin, from which the NAMEs", ""},
+  });
+}
+
+TEST_F(ToolTest, FindFollowsTheDisk) {
+  EXPECT_EQ(RunShell(kPartner).error, "");
+  Check({
+      {". ../partner; begin --follow --path mid:lib; ask fn.zt; lines 1; touch mid/fn.zt; ask "
+       "fn.zt; "
+       "lines 1; rm mid/fn.zt; ask fn.zt; end",
+       0, "", "$T/lib/fn.zt\n$T/mid/fn.zt\n$T/lib/fn.zt\n0\n"},
+      {". ../partner; begin --follow --json --path mid:no; ask x; lines 1; mkdir no; touch no/x; "
+       "lines "
+       "1; mv no/x mid; lines 1; rm -r no mid/x; lines 1; end",
+       0, "",
+       "{`name`:`x`,`path`:null}\n{`change`:`new`,`name`:`x`,`old`:null,`new`:`$T/no/x`}\n"
+       "{`change`:`changed`,`name`:`x`,`old`:`$T/no/x`,`new`:`$T/mid/x`}\n"
+       "{`change`:`gone`,`name`:`x`,`old`:`$T/mid/x`,`new`:null}\n1\n"},
+      {". ../partner; echo lib >two; begin --follow --path @two --from lib; ask fn.zt; lines 1; rm "
+       "lib/private/fn.zt; ask fn.zt; lines 1; echo mid >two; ask fo.zt; end",
+       0, "", "$T/lib/private/fn.zt\n$T/lib/fn.zt\n$T/mid/fo.zt\n0\n"},
+      {". ../partner; begin --follow --as include --path lib --from mid; ask new/x; ask fo.zt; "
+       "lines "
+       "1; mkdir -p mid/new/er; mv mid/fo.zt mid/new/x; ask new/x; lines 1; mv mid/new/x "
+       "mid/new/er; ask new/er/x; end",
+       0, "", "$T/mid/fo.zt\n$T/mid/new/x\n$T/mid/new/er/x\n1\n"},
+      {". ../partner; begin --follow --as program --json --path mid; ask shape.zt; lines 1; chmod "
+       "+x "
+       "mid/shape.zt; lines 1; end",
+       0, "",
+       "{`name`:`shape.zt`,`path`:null}\n"
+       "{`change`:`new`,`name`:`shape.zt`,`old`:null,`new`:`$T/mid/shape.zt`}\n1\n"},
+      {"mkdir -p p/one/lib; touch p/one/lib/x; "
+       "m='{\"name\":\"one\",\"version\":\"1\",\"folders\":[\"'; "
+       ". ../partner; begin --follow --path mid --packages p; ask shape.zt; lines 1; echo "
+       "\"${m}lib\\\"]}\" >p/one/searchpath.json; ask x; end",
+       0, "", "$T/mid/shape.zt\n$T/p/one/lib/x\n0\n"},
+  });
+}
+
 }  // namespace
 }  // namespace searchpath_test

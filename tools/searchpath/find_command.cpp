@@ -1,6 +1,7 @@
 #include "command_line.h"
 #include "commands.h"
 #include "finder.h"
+#include "followed_answers.h"
 #include "matching.h"
 #include "names_from_input.h"
 #include "output.h"
@@ -13,7 +14,7 @@ namespace Corvane::PathManagement::tool {
 
 namespace {
 
-constexpr CommandText kText = {
+constexpr CommandText kFindText = {
     "find", "NAME...", "Prints the path of the file that each NAME means.",
     "  searchpath find ls --path \"$PATH\"            which file does ls mean?\n"
     "  searchpath find --all ls --path \"$PATH\"      which files does it hide?\n"
@@ -48,6 +49,15 @@ constexpr CommandText kText = {
     "  NUL. An empty line is skipped and reported with its number, and the exit is 2.\n"
     "  For a NAME that is not found there is no \"did you mean\".\n"
     "\n"
+    "For programs:\n"
+    "  With --stdin a NAME is answered as soon as no further one waits to be read, so\n"
+    "  a program can write one, read the answer, and go on. With --json as well, a\n"
+    "  NAME that is not found is answered, too: {\"name\":\"x\",\"path\":null}. With --all,\n"
+    "  {\"name\":\"x\",\"end\":true} comes behind the last file of each NAME.\n"
+    "  --follow sees what changes on the disk before it answers. With --json it also\n"
+    "  writes, without being asked, which of the NAMEs so far mean another file now,\n"
+    "  as searchpath watch does: {\"change\":\"changed\",\"name\":\"x\",\"old\":..,\"new\":..}\n"
+    "\n"
     "Exit: 0 every NAME was found, 1 some NAME was not, 2 wrong usage or failure.\n"
     "\n"};
 
@@ -56,6 +66,7 @@ struct FindOptions {
   MatchingOptions matching;
   OutputOptions output;
   AnswerOptions answers;  // manyNames: they come from standard input
+  bool follow = false;
   std::optional<std::string> from;
   std::optional<std::string> after;
 
@@ -72,6 +83,8 @@ struct FindOptions {
     matching.AddTo(commandLine, "add this extension to NAME; may be repeated");
     commandLine.AddFlagForOperands("--stdin", answers.manyNames,
                                    "read NAMEs from standard input, one a line");
+    commandLine.AddFlag("--follow", follow,
+                        "with --stdin: keep the path as the disk is, for as long as it takes");
     output.AddTo(commandLine, true);
   }
 };
@@ -106,6 +119,9 @@ void CheckOptions(const FindOptions& options, const std::vector<std::string>& na
   if (options.answers.explain && options.output.print0) {
     throw UsageError("--explain and --print0 exclude each other; for programs there is --json");
   }
+  if (options.follow && !options.answers.manyNames) {
+    throw UsageError("--follow needs --stdin, from which the NAMEs come one after the other");
+  }
   CheckRules(options);
 }
 
@@ -119,18 +135,39 @@ host::Lookup GetLookup(const FindOptions& options) {
   return lookup;
 }
 
+// The path that is asked.
+struct AskedPath {
+  std::optional<host::Environment> once;
+  std::optional<host::FollowedEnvironment> followed;
+
+  AskedPath(const FindOptions& options, const CommandLine& commandLine) {
+    if (options.follow) {
+      followed.emplace([&] { return OpenFollowed(options.path, commandLine, options.from); });
+    } else {
+      once.emplace(OpenPath(options.path, commandLine));
+    }
+  }
+
+  [[nodiscard]] const host::Environment& Get() const { return once ? *once : followed->Get(); }
+};
+
 // Returns false when a line of standard input was empty.
-bool AnswerAll(Finder& finder, const FindOptions& options, const std::vector<std::string>& names) {
-  for (const std::string& name : names) finder.Answer(name);
-  if (!options.answers.manyNames) return true;
-  return ForEachNameFromInput(options.output.print0 ? '\0' : '\n',
-                              [&](const std::string& name) { finder.Answer(name); });
+bool AnswerInput(AskedPath& path, Finder& finder, const FindOptions& options,
+                 const Output& output) {
+  const char end = options.output.print0 ? '\0' : '\n';
+  if (!path.followed) {
+    return ForEachNameFromInput(
+        end, [&](const std::string& name) { finder.Answer(name); }, FinishData);
+  }
+  FollowedAnswers answers(*path.followed, finder, output);
+  return ForEachNameFromInput(
+      end, [&](const std::string& name) { answers.Answer(name); }, [&] { answers.Wait(); });
 }
 
 }  // namespace
 
 Outcome RunFind(const std::vector<std::string>& arguments) {
-  CommandLine commandLine(kText);
+  CommandLine commandLine(kFindText);
   FindOptions options;
   options.AddTo(commandLine);
   if (!commandLine.Parse(arguments)) return Outcome::Found;
@@ -138,11 +175,13 @@ Outcome RunFind(const std::vector<std::string>& arguments) {
   CheckOptions(options, names);
   const Output output(options.output);
   host::Lookup lookup = GetLookup(options);
-  const host::Environment environment = OpenPath(options.path, commandLine);
-  Finder finder(options.answers, options.path, output, environment, std::move(lookup));
-  const bool failed = options.path.strict && ReportProblems(environment, options.path);
+  AskedPath path(options, commandLine);
+  Finder finder(options.answers, options.path, output, path.Get(), std::move(lookup));
+  const bool failed = options.path.strict && ReportProblems(path.Get(), options.path);
   try {
-    const bool answeredAll = AnswerAll(finder, options, names);
+    for (const std::string& name : names) finder.Answer(name);
+    const bool answeredAll =
+        !options.answers.manyNames || AnswerInput(path, finder, options, output);
     finder.ReportProblems();
     if (!answeredAll || failed) return Outcome::Failed;
     return finder.FoundAll() ? Outcome::Found : Outcome::NotFound;

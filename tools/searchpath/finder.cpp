@@ -21,12 +21,25 @@ Finder::Finder(const AnswerOptions& answerOptions, const PathOptions& pathOption
 
 void Finder::Answer(const std::string& name) {
   lookup.name = path.GetFileName(name);
-  if (options.explain ? Explain(name) : Find(name)) return;
+  const bool found = options.explain ? Explain(name) : Find(name);
+  if (options.manyNames && output.IsJson() && !options.explain) CloseAnswer(name, found);
+  if (found) return;
   foundAll = false;
   // All folders have been asked. Of very many names the next may be another matter.
   if (!options.manyNames) ReportProblems();
   Report("no file called " + Quoted(name) + " on the path" +
          (options.manyNames ? "" : GetHint(environment, lookup)));
+}
+
+std::optional<FoundItem> Finder::FindFirst(const std::string& name) {
+  lookup.name = path.GetFileName(name);
+  const auto file = environment.Find(lookup);
+  return file ? std::optional(*file) : std::nullopt;
+}
+
+void Finder::CloseAnswer(const std::string& name, bool found) const {
+  if (!found) WriteMiss(output, name);
+  if (options.all) WriteEnd(output, name);
 }
 
 void Finder::ReportProblems() {

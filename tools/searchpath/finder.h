@@ -3,6 +3,7 @@
 
 #include "search_path.h"
 
+#include <optional>
 #include <string>
 
 namespace Corvane::PathManagement::tool {
@@ -25,6 +26,9 @@ class Finder {
 
   void Answer(const std::string& name);
 
+  /// The file that `name` means; writes and reports nothing.
+  [[nodiscard]] std::optional<FoundItem> FindFirst(const std::string& name);
+
   /// Once: the folders that the look-ups have met and cannot search. With --strict all folders have
   /// been looked at before.
   void ReportProblems();
@@ -34,6 +38,8 @@ class Finder {
  private:
   [[nodiscard]] bool Explain(const std::string& name) const;
   [[nodiscard]] bool Find(const std::string& name) const;
+  /// For programs that wait for the answer to each name.
+  void CloseAnswer(const std::string& name, bool found) const;
 
   AnswerOptions options;
   const PathOptions& path;

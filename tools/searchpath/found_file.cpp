@@ -3,6 +3,7 @@
 #include "output.h"
 #include "path_folder.h"
 #include "searchpath/host/environment.h"
+#include "searchpath/model/byte_text.h"
 #include "words.h"
 
 #include <nlohmann/json.hpp>
@@ -35,6 +36,20 @@ void WriteAnswer(const Output& output, const std::string& name, const FoundItem&
   } else {
     WriteFile(output, file);
   }
+}
+
+void WriteMiss(const Output& output, const std::string& name) {
+  nlohmann::ordered_json object;
+  AddText(object, "name", TextFromBytes(name));
+  object["path"] = nullptr;
+  output.WriteObject(object);
+}
+
+void WriteEnd(const Output& output, const std::string& name) {
+  nlohmann::ordered_json object;
+  AddText(object, "name", TextFromBytes(name));
+  object["end"] = true;
+  output.WriteObject(object);
 }
 
 }  // namespace Corvane::PathManagement::tool

@@ -15,6 +15,12 @@ void WriteFile(const Output& output, const FoundItem& file);
 /// The same for an answer to `name`, which the object holds too.
 void WriteAnswer(const Output& output, const std::string& name, const FoundItem& file);
 
+/// An object which says that `name` means no file.
+void WriteMiss(const Output& output, const std::string& name);
+
+/// An object which says that there are no further answers to `name`.
+void WriteEnd(const Output& output, const std::string& name);
+
 }  // namespace Corvane::PathManagement::tool
 
 #endif  // SEARCHPATH_TOOLS_SEARCHPATH_FOUND_FILE_H

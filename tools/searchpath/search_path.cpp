@@ -315,6 +315,20 @@ host::Environment OpenPath(const PathOptions& options, const CommandLine& comman
   return Open(std::move(stored), options);
 }
 
+std::vector<AbsoluteIRI> FindLists(const PathOptions& options) {
+  const host::WorkingFolder workingFolder;
+  if (!options.NameAPath()) {
+    return {workingFolder.Locate(host::StoredPath::GetDefaultFile().native())};
+  }
+  std::vector<AbsoluteIRI> lists;
+  for (const std::string& part : options.parts) {
+    if (part.starts_with('@')) {
+      lists.push_back(workingFolder.Locate(u"./" + TextFromBytes(part.substr(1))));
+    }
+  }
+  return lists;
+}
+
 host::Environment OpenSource(const SourcedPath& source, const std::string& where,
                              const PathOptions& options) {
   return Open({source.folders, host::FolderSource::Given, where, {}, source.quoteFolders}, options);

@@ -43,6 +43,9 @@ struct PathOptions {
   /// The extensions of the profile, each with its dot.
   [[nodiscard]] const std::vector<ustring>& GetExtensions() const { return named.suffixes; }
 
+  /// The folders that are asked before the others for a header in quotes.
+  [[nodiscard]] const std::vector<ustring>& GetQuoteFolders() const { return named.quoteFolders; }
+
   /// The file name of `name`, which may be written as the programs of the profile write it.
   [[nodiscard]] ustring GetFileName(const std::string& name) const;
 
@@ -68,6 +71,9 @@ struct PathOptions {
 /// Errors: `UsageError` when there is no path, or a list or a root of packages that cannot be read.
 [[nodiscard]] host::Environment OpenPath(const PathOptions& options,
                                          const CommandLine& commandLine);
+
+/// The files that the path is read from.
+[[nodiscard]] std::vector<AbsoluteIRI> FindLists(const PathOptions& options);
 
 /// The path of another program; `where` is the option that named it, for messages.
 ///

@@ -10,7 +10,6 @@
 #include "searchpath/host/main_search_path_manager.h"
 #include "searchpath/host/name_changes.h"
 #include "searchpath/host/path_differences.h"
-#include "searchpath/host/stored_path.h"
 #include "searchpath/host/wake_up.h"
 #include "searchpath/host/working_folder.h"
 #include "searchpath/model/byte_text.h"
@@ -39,7 +38,7 @@ using foundation::msg_svc::eventmgr::Event;
 using foundation::msg_svc::eventmgr::SessionEmId;
 using storage::filefolderobserver::FileFolderChangedEvent;
 
-constexpr CommandText kText = {
+constexpr CommandText kWatchText = {
     "watch", "", "Prints what changes on the path, until it is interrupted.",
     "  searchpath watch --path \"$PATH\"\n"
     "  searchpath watch --path lib --recursive --json\n"
@@ -96,21 +95,6 @@ struct WatchOptions {
     }
   }
 };
-
-// The files that the path is read from.
-std::vector<AbsoluteIRI> FindLists(const PathOptions& options) {
-  const host::WorkingFolder workingFolder;
-  if (!options.NameAPath()) {
-    return {workingFolder.Locate(host::StoredPath::GetDefaultFile().native())};
-  }
-  std::vector<AbsoluteIRI> lists;
-  for (const std::string& part : options.parts) {
-    if (part.starts_with('@')) {
-      lists.push_back(workingFolder.Locate(u"./" + TextFromBytes(part.substr(1))));
-    }
-  }
-  return lists;
-}
 
 // Where standard output is closed, a descriptor that is opened later would take its number.
 void CheckStandardOutput() {
@@ -226,7 +210,7 @@ Outcome Watch(host::MainSearchPathManager& manager, PrintedNames& names,
 }  // namespace
 
 Outcome RunWatch(const std::vector<std::string>& arguments) {
-  CommandLine commandLine(kText);
+  CommandLine commandLine(kWatchText);
   WatchOptions options;
   options.AddTo(commandLine);
   if (!commandLine.Parse(arguments)) return Outcome::Found;
