@@ -83,8 +83,7 @@ struct FindOptions {
     matching.AddTo(commandLine, "add this extension to NAME; may be repeated");
     commandLine.AddFlagForOperands("--stdin", answers.manyNames,
                                    "read NAMEs from standard input, one a line");
-    commandLine.AddFlag("--follow", follow,
-                        "with --stdin: keep the path as the disk is, for as long as it takes");
+    commandLine.AddFlag("--follow", follow, "with --stdin: keep the path as the disk is");
     output.AddTo(commandLine, true);
   }
 };
