@@ -5,10 +5,9 @@
 #include "platform/link_walk.h"
 #include "searchpath/model/byte_text.h"
 
+#include <fcntl.h>
 #include <sys/stat.h>
-#include <unistd.h>
 
-#include <algorithm>
 #include <cerrno>
 #include <cstddef>
 #include <system_error>
@@ -19,20 +18,6 @@ namespace foundation::storage::vfs::detail {
 namespace {
 
 std::error_code LastError() { return {errno, std::generic_category()}; }
-
-/// The target of the link `path`; with an `error` when there is no link any more.
-std::string TargetOf(const std::string& path, std::error_code& error) {
-  std::string target(256, '\0');
-  for (;;) {
-    const ssize_t length = readlink(path.c_str(), target.data(), target.size());
-    if (length < 0) error = LastError();
-    if (length < static_cast<ssize_t>(target.size())) {
-      target.resize(static_cast<std::size_t>(std::max<ssize_t>(length, 0)));
-      return target;
-    }
-    target.resize(2 * target.size());
-  }
-}
 
 /// Looks at the present name of `walk`, and follows it when it is a link. Returns the error that
 /// ends the walk, if any.
@@ -45,7 +30,7 @@ std::error_code LookAndFollow(LinkWalk& walk) {
     return std::make_error_code(std::errc::not_a_directory);
   }
   std::error_code error;
-  std::string target = TargetOf(walk.GetPath(), error);
+  std::string target = ReadLink(AT_FDCWD, walk.GetPath().c_str(), error);
   if (error || walk.Follow(std::move(target))) return error;
   return std::make_error_code(std::errc::too_many_symbolic_link_levels);
 }

@@ -2,7 +2,11 @@
 
 #include "model/path_components.h"
 
+#include <unistd.h>
+
 #include <algorithm>
+#include <cerrno>
+#include <cstddef>
 
 namespace foundation::storage::vfs::detail {
 
@@ -30,6 +34,19 @@ bool LinkWalk::Follow(std::string target) {
   buffer = target.append(rest);
   rest = buffer;
   return true;
+}
+
+std::string ReadLink(int folder, const char* path, std::error_code& error) {
+  std::string target(256, '\0');
+  for (;;) {
+    const ssize_t length = readlinkat(folder, path, target.data(), target.size());
+    if (length < 0) error = {errno, std::generic_category()};
+    if (length < static_cast<ssize_t>(target.size())) {
+      target.resize(static_cast<std::size_t>(std::max<ssize_t>(length, 0)));
+      return target;
+    }
+    target.resize(2 * target.size());
+  }
 }
 
 }  // namespace foundation::storage::vfs::detail

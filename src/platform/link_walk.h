@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <string>
 #include <string_view>
+#include <system_error>
 
 namespace foundation::storage::vfs::detail {
 
@@ -12,7 +13,10 @@ namespace foundation::storage::vfs::detail {
 class LinkWalk {
  public:
   /// `path` is absolute.
-  explicit LinkWalk(std::string_view path) : buffer(path), rest(buffer) {}
+  explicit LinkWalk(std::string_view path) : LinkWalk("", path) {}
+  /// `path` begins in `folder`, which is a path without links; "" is the root.
+  LinkWalk(std::string_view folder, std::string_view path)
+      : buffer(path), rest(buffer), resolved(folder) {}
   LinkWalk(const LinkWalk&) = delete;
   LinkWalk& operator=(const LinkWalk&) = delete;
 
@@ -43,6 +47,10 @@ class LinkWalk {
   std::size_t parentLength = 0;  // of the present name's folder
   int linksFollowed = 0;
 };
+
+/// The target of the link `path`, from `folder` on, which is open or AT_FDCWD; with an `error` when
+/// there is no link any more. An empty `path` is the link that `folder` has open.
+[[nodiscard]] std::string ReadLink(int folder, const char* path, std::error_code& error);
 
 }  // namespace foundation::storage::vfs::detail
 
