@@ -12,33 +12,48 @@ namespace {
 
 using Files = LookupRules::Files;
 
-bool MayUse(const std::string& path, int right) {
-  return faccessat(AT_FDCWD, path.c_str(), right, AT_EACCESS) == 0;
-}
+/// What the kernel is asked about.
+struct Asked {
+  int folder;
+  const char* path;
+  int flags;
+
+  [[nodiscard]] bool MayBeUsed(int right) const {
+    return faccessat(folder, path, right, AT_EACCESS | flags) == 0;
+  }
+};
 
 Standing StandingOfFailure(int error) {
   return error == ENOENT || error == ENOTDIR ? Standing::Absent : Standing::NotReachable;
 }
 
-}  // namespace
-
-Standing LookAtFile(const std::string& path, Files files) {
+Standing LookAt(const Asked& asked, Files files) {
   struct stat status = {};
-  if (stat(path.c_str(), &status) != 0) return StandingOfFailure(errno);
+  if (fstatat(asked.folder, asked.path, &status, asked.flags) != 0) return StandingOfFailure(errno);
   if (S_ISDIR(status.st_mode)) {
     // Compilers open it before they see what it is.
-    return files == Files::Readable && !MayUse(path, R_OK) ? Standing::NotReadable
-                                                           : Standing::Folder;
+    return files == Files::Readable && !asked.MayBeUsed(R_OK) ? Standing::NotReadable
+                                                              : Standing::Folder;
   }
   // A device such as /dev/null takes the place of an empty header.
   if (files == Files::Readable && (S_ISREG(status.st_mode) || S_ISCHR(status.st_mode))) {
-    return MayUse(path, R_OK) ? Standing::Counts : Standing::NotReadable;
+    return asked.MayBeUsed(R_OK) ? Standing::Counts : Standing::NotReadable;
   }
   if (!S_ISREG(status.st_mode)) {
     return files == Files::Readable ? Standing::NotReadable : Standing::OtherType;
   }
-  if (files == Files::Executable && !MayUse(path, X_OK)) return Standing::NotExecutable;
+  if (files == Files::Executable && !asked.MayBeUsed(X_OK)) return Standing::NotExecutable;
   return Standing::Counts;
+}
+
+}  // namespace
+
+Standing LookAtFile(const std::string& path, Files files) {
+  return LookAt({AT_FDCWD, path.c_str(), 0}, files);
+}
+
+Standing LookAtFile(int descriptor, Files files) {
+  return LookAt({descriptor, "", AT_EMPTY_PATH}, files);
 }
 
 bool IsBrokenLink(const std::string& path) {

@@ -24,6 +24,9 @@ enum class Standing : std::uint8_t {
 /// Cost: one system call where nothing stands, and one more for a right that counts.
 [[nodiscard]] Standing LookAtFile(const std::string& path, LookupRules::Files files);
 
+/// The same of a file that is open, perhaps for its path alone.
+[[nodiscard]] Standing LookAtFile(int descriptor, LookupRules::Files files);
+
 /// Whether a link stands at `path` that leads nowhere.
 [[nodiscard]] bool IsBrokenLink(const std::string& path);
 

@@ -57,6 +57,11 @@ class RuledPath {
   /// The folders of the path, as they were given.
   [[nodiscard]] const SearchRoots& GetRoots() const noexcept { return onPath->GetRoots(); }
 
+  /// The folders that are asked before those of the path when a file asks.
+  [[nodiscard]] const FolderEntries& GetQuoteFolders() const noexcept {
+    return quoted->GetRoots().GetFolders();
+  }
+
   /// The file that the name means.
   [[nodiscard]] boost::optional<FoundItem> Find(const Target& target, const Asker& asker) const;
   /// That file, and those that it hides.
