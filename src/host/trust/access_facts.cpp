@@ -1,0 +1,115 @@
+#include "host/trust/access_facts.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <sys/xattr.h>
+
+#include <array>
+#include <cerrno>
+#include <cstddef>
+#include <linux/limits.h>
+#include <linux/posix_acl.h>
+#include <linux/posix_acl_xattr.h>
+#include <optional>
+
+namespace Corvane::PathManagement::host {
+
+namespace {
+
+using fl::filesystem::detail::Descriptor;
+
+constexpr const char* kAttribute = "system.posix_acl_access";
+
+/// A number that stands in the attribute with its lowest byte first.
+std::uint32_t NumberAt(std::string_view bytes, std::size_t begin, std::size_t size) {
+  std::uint32_t number = 0;
+  for (std::size_t at = begin + size; at > begin; --at) {
+    number = number << 8U | static_cast<unsigned char>(bytes[at - 1]);
+  }
+  return number;
+}
+
+std::optional<AccessEntry::Kind> KindOfTag(std::uint32_t tag) {
+  switch (tag) {
+    case ACL_USER:
+      return AccessEntry::Kind::User;
+    case ACL_GROUP_OBJ:
+      return AccessEntry::Kind::OwningGroup;
+    case ACL_GROUP:
+      return AccessEntry::Kind::Group;
+    case ACL_MASK:
+      return AccessEntry::Kind::Mask;
+    default:
+      return std::nullopt;  // the owner and the others: their rights are those of the mode
+  }
+}
+
+/// Reads the attribute with get(buffer, size).
+template <class Get>
+std::optional<std::string> ReadAttribute(const Get& get) {
+  std::string bytes(1024, '\0');
+  ssize_t size = get(bytes.data(), bytes.size());
+  if (size < 0 && errno == ERANGE) {
+    bytes.resize(XATTR_SIZE_MAX);
+    size = get(bytes.data(), bytes.size());
+  }
+  if (size < 0) return std::nullopt;
+  bytes.resize(static_cast<std::size_t>(size));
+  return bytes;
+}
+
+/// What is open for its path alone is not asked for attributes, so the kernel's name for it is.
+/// Where that is not mounted, it is opened once more.
+AccessList ReadAccessList(const Descriptor& object, const Descriptor& folder,
+                          const std::string& name) {
+  const std::string kernelName = "/proc/self/fd/" + std::to_string(object.Get());
+  auto bytes = ReadAttribute([&](void* to, std::size_t size) {
+    return getxattr(kernelName.c_str(), kAttribute, to, size);
+  });
+  if (!bytes && errno == ENOENT) {
+    constexpr int kFlags = O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_NOCTTY | O_CLOEXEC;
+    const Descriptor again(openat(folder.Get(), name.c_str(), kFlags));
+    bytes = ReadAttribute(
+        [&](void* to, std::size_t size) { return fgetxattr(again.Get(), kAttribute, to, size); });
+  }
+  return bytes ? ParseAccessList(*bytes) : AccessList();
+}
+
+}  // namespace
+
+AccessList ParseAccessList(std::string_view attribute) {
+  constexpr std::size_t kHeader = sizeof(posix_acl_xattr_header);
+  constexpr std::size_t kEntry = sizeof(posix_acl_xattr_entry);
+  if (attribute.size() < kHeader || (attribute.size() - kHeader) % kEntry != 0 ||
+      NumberAt(attribute, 0, 4) != POSIX_ACL_XATTR_VERSION) {
+    return {};
+  }
+  AccessList list;
+  for (std::size_t at = kHeader; at < attribute.size(); at += kEntry) {
+    const auto kind = KindOfTag(NumberAt(attribute, at, 2));
+    if (!kind) continue;
+    list.push_back({*kind, NumberAt(attribute, at + 4, 4), NumberAt(attribute, at + 2, 2)});
+  }
+  return list;
+}
+
+AccessFacts ReadAccessFacts(const Descriptor& object, const Descriptor& folder,
+                            const std::string& name, std::error_code& error) {
+  struct stat status = {};
+  if (fstat(object.Get(), &status) != 0) {
+    error = {errno, std::generic_category()};
+    return {};
+  }
+  AccessFacts facts = {.owner = status.st_uid,
+                       .group = status.st_gid,
+                       .mode = status.st_mode,
+                       .device = status.st_dev,
+                       .inode = status.st_ino};
+  // With a list, the rights of the group are the most that any entry grants. The kernel asks the
+  // list only when there are any.
+  const bool mayHaveList = S_ISDIR(facts.mode) || S_ISREG(facts.mode);
+  if (mayHaveList && (facts.mode & S_IRWXG) != 0) facts.list = ReadAccessList(object, folder, name);
+  return facts;
+}
+
+}  // namespace Corvane::PathManagement::host

@@ -1,0 +1,53 @@
+#ifndef SEARCHPATH_SRC_HOST_TRUST_ACCESS_FACTS_H
+#define SEARCHPATH_SRC_HOST_TRUST_ACCESS_FACTS_H
+
+#include "platform/descriptor.h"
+
+#include <sys/types.h>
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <system_error>
+#include <vector>
+
+namespace Corvane::PathManagement::host {
+
+/// An entry of an access-control list that the mode of the file does not say already.
+struct AccessEntry {
+  enum class Kind : std::uint8_t { OwningGroup, User, Group, Mask };
+
+  Kind kind;
+  std::uint32_t id;  // of the user or the group
+  unsigned rights;   // a sum of R_OK, W_OK and X_OK
+
+  friend bool operator==(const AccessEntry&, const AccessEntry&) = default;
+};
+
+using AccessList = std::vector<AccessEntry>;
+
+/// What decides who may do what with a file, a folder or a link.
+struct AccessFacts {
+  uid_t owner = 0;
+  gid_t group = 0;
+  mode_t mode = 0;       // its type, too
+  AccessList list = {};  // empty when the mode says it all
+  dev_t device = 0;
+  ino_t inode = 0;
+
+  [[nodiscard]] bool IsSameObject(const AccessFacts& other) const noexcept {
+    return device == other.device && inode == other.inode;
+  }
+};
+
+/// The entries of the attribute in which the kernel hands out a list; none when it is not whole.
+[[nodiscard]] AccessList ParseAccessList(std::string_view attribute);
+
+/// The facts about what is open, perhaps for its path alone. `folder` and `name` say where it stands.
+[[nodiscard]] AccessFacts ReadAccessFacts(const fl::filesystem::detail::Descriptor& object,
+                                          const fl::filesystem::detail::Descriptor& folder,
+                                          const std::string& name, std::error_code& error);
+
+}  // namespace Corvane::PathManagement::host
+
+#endif  // SEARCHPATH_SRC_HOST_TRUST_ACCESS_FACTS_H

@@ -1,0 +1,72 @@
+#ifndef SEARCHPATH_SRC_HOST_TRUST_ACCOUNTS_H
+#define SEARCHPATH_SRC_HOST_TRUST_ACCOUNTS_H
+
+#include "host/trust/access_facts.h"
+#include "host/trust/permission.h"
+
+#include <sys/types.h>
+
+#include <list>
+#include <map>
+#include <optional>
+#include <set>
+#include <string>
+#include <vector>
+
+namespace Corvane::PathManagement::host {
+
+/// A user who is not trusted.
+struct Suspect {
+  std::optional<uid_t> id;  // empty for one who has no account and no group
+  gid_t primaryGroup = 0;
+  std::string name = {};
+};
+
+/// The users and groups of this machine, divided into those who are trusted and those who are not.
+///
+/// Threads: not synchronised; give each thread its own.
+class Accounts {
+ public:
+  /// Trusts root and `user`.
+  ///
+  /// Cost: reads the whole user database.
+  explicit Accounts(uid_t user);
+  Accounts(const Accounts&) = delete;
+  Accounts& operator=(const Accounts&) = delete;
+  ~Accounts() = default;
+
+  [[nodiscard]] bool IsTrusted(uid_t user) const noexcept { return user == 0 || user == trusted; }
+
+  /// Adds the suspects that `facts` name as owner, in a list, or as members of a group.
+  void Know(const AccessFacts& facts);
+
+  /// All who are known by now; pointers to them stay valid.
+  [[nodiscard]] const std::list<Suspect>& GetSuspects() const noexcept { return suspects; }
+
+  /// For use as long as these accounts and `suspect` live.
+  [[nodiscard]] PermissionSeeker GetSeeker(const Suspect& suspect);
+
+  /// Its number where the group has no name.
+  [[nodiscard]] std::string GetGroupName(gid_t group) { return GroupOf(group).name; }
+
+ private:
+  struct Group {
+    std::string name;
+    std::set<std::string> members;  // but for those whose primary group it is
+  };
+
+  void KnowUser(uid_t user);
+  Group& GroupOf(gid_t id);
+
+  uid_t trusted;
+  std::list<Suspect> suspects;
+  std::set<uid_t> knownUsers;
+  std::map<gid_t, Group> groups;
+};
+
+/// The id of the user with that name; empty when there is none.
+[[nodiscard]] std::optional<uid_t> FindUserId(const std::string& name);
+
+}  // namespace Corvane::PathManagement::host
+
+#endif  // SEARCHPATH_SRC_HOST_TRUST_ACCOUNTS_H

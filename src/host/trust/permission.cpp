@@ -1,0 +1,59 @@
+#include "host/trust/permission.h"
+
+#include <sys/stat.h>
+
+#include <algorithm>
+
+namespace Corvane::PathManagement::host {
+
+namespace {
+
+using Kind = AccessEntry::Kind;
+
+bool Grants(unsigned rights, unsigned wanted) { return (wanted & ~rights) == 0; }
+
+/// What a list says to those whom one of its entries is for.
+struct ListAnswer {
+  bool concerns = false;  // otherwise the rights of the others count
+  std::optional<Permission> permission = {};
+};
+
+ListAnswer AskList(const AccessFacts& facts, const PermissionSeeker& seeker, unsigned wanted) {
+  const auto mask = std::find_if(facts.list.begin(), facts.list.end(),
+                                 [](const auto& entry) { return entry.kind == Kind::Mask; });
+  const unsigned most = mask == facts.list.end() ? 7U : mask->rights;
+  ListAnswer answer;
+  for (const AccessEntry& entry : facts.list) {  // users come first in every list
+    const bool isUser = entry.kind == Kind::User;
+    const gid_t group = entry.kind == Kind::OwningGroup ? facts.group : entry.id;
+    if (entry.kind == Kind::Mask) continue;
+    if (isUser ? seeker.user != entry.id : !seeker.isIn(group)) continue;
+    answer.concerns = true;
+    if (Grants(entry.rights & most, wanted)) {
+      answer.permission =
+          isUser ? Permission{Capacity::NamedUser} : Permission{Capacity::Group, group};
+    }
+    // One entry has to grant it all, and that of the user is the only one that is asked.
+    if (isUser || answer.permission) break;
+  }
+  return answer;
+}
+
+}  // namespace
+
+std::optional<Permission> FindPermission(const AccessFacts& facts, const PermissionSeeker& seeker,
+                                         unsigned wanted) {
+  if (seeker.user == facts.owner) return Permission{Capacity::Owner};
+  const unsigned group = (facts.mode & S_IRWXG) >> 3U;
+  if (group != 0 && !facts.list.empty()) {
+    const ListAnswer answer = AskList(facts, seeker, wanted);
+    if (answer.concerns) return answer.permission;
+  } else if (seeker.isIn(facts.group)) {
+    if (Grants(group, wanted)) return Permission{Capacity::Group, facts.group};
+    return std::nullopt;
+  }
+  if (Grants(facts.mode & S_IRWXO, wanted)) return Permission{Capacity::Others};
+  return std::nullopt;
+}
+
+}  // namespace Corvane::PathManagement::host
