@@ -1,0 +1,65 @@
+#ifndef SEARCHPATH_SRC_HOST_TRUST_PATH_WALK_H
+#define SEARCHPATH_SRC_HOST_TRUST_PATH_WALK_H
+
+#include "host/trust/access_facts.h"
+#include "platform/descriptor.h"
+
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <system_error>
+#include <vector>
+
+namespace Corvane::PathManagement::host {
+
+using fl::filesystem::detail::Descriptor;
+
+/// A folder that a walk came through.
+struct PassedFolder {
+  std::shared_ptr<const PassedFolder> above;  // null for the root
+  std::string path;                           // without links; "" for the root
+  AccessFacts facts;
+
+  [[nodiscard]] std::string GetPathOf(std::string_view name) const {
+    return path + '/' + std::string(name);
+  }
+};
+
+/// A name on the way, and what stands at it: a folder, a link, a file.
+struct PathStep {
+  std::shared_ptr<const PassedFolder> folder;  // in which the name stands
+  std::string name;
+  std::optional<AccessFacts> object;  // empty when nothing stands there
+
+  [[nodiscard]] std::string GetPath() const { return folder->GetPathOf(name); }
+};
+
+/// What a walk came to.
+struct WalkedPath {
+  std::vector<PathStep> steps = {};  // in the order in which they decided where the path leads
+  /// Where it ended, when that is a folder.
+  std::shared_ptr<const PassedFolder> end = nullptr;
+  /// What it ended at, open for its path alone; not open when the walk did not reach the end.
+  Descriptor object = Descriptor(-1);
+  /// The folder in which that stands, when it is no folder itself.
+  Descriptor holder = Descriptor(-1);
+  std::error_code error = {};
+
+  [[nodiscard]] bool EndsAtFile() const;
+};
+
+/// Walks an absolute path from the root, name by name and link by link. Each name is opened in the
+/// folder opened before it, and no link is followed but by its text: what `steps` say is true of the
+/// very objects by which the end was reached, whatever is renamed meanwhile.
+///
+/// Cost: three system calls a name. Holds three descriptors at most.
+[[nodiscard]] WalkedPath WalkPath(std::string_view path);
+
+/// The same from `folder` on, which `descriptor` has open.
+[[nodiscard]] WalkedPath WalkPath(std::shared_ptr<const PassedFolder> folder,
+                                  const Descriptor& descriptor, std::string_view path);
+
+}  // namespace Corvane::PathManagement::host
+
+#endif  // SEARCHPATH_SRC_HOST_TRUST_PATH_WALK_H
