@@ -36,6 +36,7 @@
 #include "searchpath/host/shadow_search.h"
 #include "searchpath/host/similar_files.h"
 #include "searchpath/host/stored_path.h"
+#include "searchpath/host/trust.h"
 #include "searchpath/host/wake_up.h"
 #include "searchpath/host/working_folder.h"
 // IWYU pragma: end_exports

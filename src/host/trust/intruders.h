@@ -1,0 +1,54 @@
+#ifndef SEARCHPATH_SRC_HOST_TRUST_INTRUDERS_H
+#define SEARCHPATH_SRC_HOST_TRUST_INTRUDERS_H
+
+#include "host/trust/accounts.h"
+#include "host/trust/path_walk.h"
+#include "searchpath/host/trust.h"
+
+#include <vector>
+
+namespace Corvane::PathManagement::host {
+
+/// Those who are not trusted and can do something.
+struct Intruders {
+  std::vector<Intruder> owners;  // as they own the object
+  std::vector<Intruder> others;  // as they may write it
+
+  /// All of them.
+  [[nodiscard]] std::vector<Intruder> Join() const;
+};
+
+/// Finds out who can do what, from facts alone: it asks the disk nothing.
+///
+/// Who does not come past a folder above cannot do anything; the owner of a folder can get any right
+/// to it.
+class IntruderSearch {
+ public:
+  /// Precondition: `knownAccounts` outlives this object.
+  explicit IntruderSearch(Accounts& knownAccounts) : accounts(knownAccounts) {}
+
+  /// Who can make names in `folder`.
+  [[nodiscard]] Intruders FindCreators(const PassedFolder& folder) const;
+  /// Who can rename or remove `object`, which stands in `folder`, and put another one in its place.
+  [[nodiscard]] Intruders FindReplacers(const PassedFolder& folder,
+                                        const AccessFacts& object) const;
+  /// Who can write to a file in `folder`.
+  [[nodiscard]] Intruders FindWriters(const PassedFolder& folder, const AccessFacts& file) const;
+
+ private:
+  struct Able {
+    const Suspect* suspect = nullptr;
+    Permission permission;
+  };
+
+  [[nodiscard]] std::vector<Able> FindAble(const PassedFolder* above, const AccessFacts& object,
+                                           unsigned wanted) const;
+  [[nodiscard]] Intruders Describe(const std::vector<Able>& able) const;
+  [[nodiscard]] Intruder Describe(const Able& one) const;
+
+  Accounts& accounts;
+};
+
+}  // namespace Corvane::PathManagement::host
+
+#endif  // SEARCHPATH_SRC_HOST_TRUST_INTRUDERS_H
