@@ -16,6 +16,7 @@
 #include "host/rules/ruled_path.h"
 #include "host/rules/tree_walk.h"
 #include "host/saved/cache_source.h"
+#include "host/trust/trust_examination.h"
 #include "searchpath/host/folder_tree.h"
 #include "searchpath/host/main_search_path_manager.h"
 #include "searchpath/host/name_changes.h"
@@ -194,6 +195,10 @@ ShadowReport Environment::FindShadows(const ShadowLookup& lookup) const {
 
 std::vector<PathFinding> Environment::Examine(const Examination& examination) const {
   return ruled == nullptr ? ExaminePath(*view, examination) : ExamineByRules(*ruled, examination);
+}
+
+TrustReport Environment::ExamineTrust(const TrustLookup& lookup) const {
+  return ExamineTrustOf(*view, ruled.get(), rules, lookup);
 }
 
 FolderEntries Environment::FindSearchedFolders() const {

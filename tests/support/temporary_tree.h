@@ -17,8 +17,9 @@ namespace Corvane::PathManagement::test {
 /// A fresh folder on the real disk, removed with all that is in it. Names in it are bytes.
 class TemporaryTree {
  public:
-  TemporaryTree() {
-    std::string pattern = std::filesystem::temp_directory_path() / "searchpath-test-XXXXXX";
+  explicit TemporaryTree(
+      const std::filesystem::path& below = std::filesystem::temp_directory_path()) {
+    std::string pattern = below / "searchpath-test-XXXXXX";
     if (mkdtemp(pattern.data()) == nullptr) throw std::runtime_error("no temporary folder");
     root = std::filesystem::canonical(pattern);
   }

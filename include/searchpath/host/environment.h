@@ -15,6 +15,7 @@
 #include "searchpath/host/path_examination.h"
 #include "searchpath/host/shadow_search.h"
 #include "searchpath/host/similar_files.h"
+#include "searchpath/host/trust.h"
 #include "searchpath/host/working_folder.h"
 #include "searchpath/model/filename_matching_policy.h"
 #include "searchpath/model/found_item.h"
@@ -179,6 +180,13 @@ class SEARCHPATH_EXPORT Environment {
   /// Cost: reads every name on the path. A folder that has been listed is not listed again; how
   /// long it took is known from then.
   [[nodiscard]] std::vector<PathFinding> Examine(const Examination& examination = {}) const;
+
+  /// Who, beside root and a user who is trusted, can make a name mean another file. Hidden folders are
+  /// not examined. Looks at the disk as it is now.
+  ///
+  /// Cost: looks at every file on the path and at every folder and link on the way to it; under rules
+  /// that search below folders, at all folders below them, too.
+  [[nodiscard]] TrustReport ExamineTrust(const TrustLookup& lookup = {}) const;
 
   /// Every folder in which a name may be found: the main folders; under rules that search below
   /// folders, all folders below them, too.

@@ -1,0 +1,56 @@
+#include "host/trust/finding_list.h"
+
+#include "searchpath/model/byte_text.h"
+
+#include <set>
+
+namespace Corvane::PathManagement::host {
+
+namespace {
+
+/// Adds the names of `scope` to `names`.
+void AddNames(const NameScope& scope, const AnsweredNames& answered, std::set<std::string>& names) {
+  const bool isOne = !scope.prefix.empty() && !scope.prefix.ends_with('/');
+  for (auto name = answered.lower_bound(scope.prefix);
+       name != answered.end() && name->first.starts_with(scope.prefix); ++name) {
+    if (isOne && name->first != scope.prefix) break;
+    if (name->second >= scope.fromFolder) names.insert(name->first);
+  }
+}
+
+}  // namespace
+
+void FindingList::BeginPart(ustring text) {
+  part = std::move(text);
+  inPart.clear();
+}
+
+void FindingList::Add(TrustKind kind, const std::string& folder, const std::string& object,
+                      const std::vector<Intruder>& who, const std::vector<NameScope>& scopes) {
+  if (who.empty()) return;
+  const auto [known, isNew] = inPart.emplace(std::make_pair(kind, object), all.size());
+  if (isNew) {
+    all.push_back({{.kind = kind,
+                    .folder = TextFromBytes(folder),
+                    .object = TextFromBytes(object.empty() ? "/" : object),
+                    .who = who,
+                    .origin = part},
+                   {}});
+  }
+  auto& gathered = all[known->second].scopes;
+  gathered.insert(gathered.end(), scopes.begin(), scopes.end());
+}
+
+std::vector<TrustFinding> FindingList::Take(const AnsweredNames& answered) && {
+  std::vector<TrustFinding> findings;
+  findings.reserve(all.size());
+  for (Gathered& gathered : all) {
+    std::set<std::string> names;
+    for (const NameScope& scope : gathered.scopes) AddNames(scope, answered, names);
+    for (const std::string& name : names) gathered.finding.names.push_back(TextFromBytes(name));
+    findings.push_back(std::move(gathered.finding));
+  }
+  return findings;
+}
+
+}  // namespace Corvane::PathManagement::host

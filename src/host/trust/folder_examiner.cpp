@@ -1,0 +1,172 @@
+#include "host/trust/folder_examiner.h"
+
+#include "host/folder/directory_scan.h"
+#include "host/rules/asked_file.h"
+#include "searchpath/model/byte_text.h"
+#include "searchpath/utilities/path_strings.h"
+
+#include <dirent.h>
+#include <fcntl.h>
+#include <sys/stat.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <memory>
+#include <string_view>
+
+namespace Corvane::PathManagement::host {
+
+namespace {
+
+std::string PathIn(const std::string& folder, const std::string& name) {
+  return folder.ends_with('/') ? folder + name : folder + '/' + name;
+}
+
+std::vector<SearchedFolder::Identity> WayBelow(const SearchedFolder& folder,
+                                               const PassedFolder& itself) {
+  std::vector<SearchedFolder::Identity> way = folder.way;
+  way.emplace_back(itself.facts.device, itself.facts.inode);
+  return way;
+}
+
+/// The names in a folder, in the order of their bytes.
+std::vector<std::string> ReadNames(const Descriptor& folder, std::error_code& error) {
+  struct Close {
+    void operator()(DIR* stream) const noexcept { closedir(stream); }
+  };
+  std::vector<std::string> names;
+  Descriptor opened(openat(folder.Get(), ".", O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+  const std::unique_ptr<DIR, Close> stream(opened.IsOpen() ? fdopendir(opened.Get()) : nullptr);
+  if (stream == nullptr) {
+    error = {errno, std::generic_category()};
+    return names;
+  }
+  static_cast<void>(opened.Release());
+  while (const dirent* entry = readdir(stream.get())) {
+    const std::string_view name = static_cast<const char*>(entry->d_name);
+    if (name != "." && name != "..") names.emplace_back(name);
+  }
+  std::sort(names.begin(), names.end());
+  return names;
+}
+
+bool IsSpecialName(std::string_view name) {
+  return GetPathEntryTypeFromBaseName(TextFromBytes(name)) != PathEntryType::Ordinary;
+}
+
+}  // namespace
+
+void FolderExaminer::ReportPart(TrustKind kind, const std::string& folder,
+                                const std::string& text) {
+  findings.Add(kind, folder, text, {{.kind = Intruder::Kind::WorkingFolder}}, {{folderNumber, ""}});
+}
+
+void FolderExaminer::ExamineTree(std::string path) {
+  pending = {{std::move(path)}};
+  while (!pending.empty()) {
+    const SearchedFolder folder = std::move(pending.back());
+    pending.pop_back();
+    Examine(folder);
+  }
+  ReportFoundThroughLoops();
+}
+
+/// Where a link leads back, a name may go round, and no earlier folder hides what it means then.
+void FolderExaminer::ReportFoundThroughLoops() {
+  for (const HiddenFile& file : std::exchange(hidden, {})) {
+    const bool isFound = std::any_of(file.way.begin(), file.way.end(), [&](const Identity& each) {
+      return std::find(loops.begin(), loops.end(), each) != loops.end();
+    });
+    if (isFound) report.ReportFile(file.step, file.folder, file.counts, {});
+  }
+  loops.clear();
+}
+
+void FolderExaminer::Examine(const SearchedFolder& folder) {
+  const WalkedPath walked = WalkPath(folder.path);
+  const std::vector<NameScope> scopes = {{folderNumber, folder.prefix}};
+  report.ReportSteps(walked.steps, folder.path, scopes);
+  NoteFailure(walked.error, folder.path);
+  if (walked.end == nullptr) return;
+  report.ReportFolder(*walked.end, folder.path, scopes, {{folderNumber + 1, folder.prefix}});
+  const std::size_t before = pending.size();
+  std::error_code error;
+  for (const std::string& name : ReadNames(walked.object, error)) {
+    ExamineName(folder, walked, name);
+  }
+  NoteFailure(error, folder.path);
+  std::reverse(pending.begin() + static_cast<std::ptrdiff_t>(before), pending.end());
+}
+
+/// What leads nowhere needs no look.
+void FolderExaminer::NoteFailure(std::error_code error, const std::string& path) {
+  if (!error || error == std::errc::no_such_file_or_directory ||
+      error == std::errc::not_a_directory || error == std::errc::too_many_symbolic_link_levels) {
+    return;
+  }
+  unexamined.push_back({TextFromBytes(path), ReasonFor(error, path)});
+}
+
+void FolderExaminer::ExamineName(const SearchedFolder& folder, const WalkedPath& in,
+                                 const std::string& name) {
+  struct stat status = {};
+  if (fstatat(in.object.Get(), name.c_str(), &status, AT_SYMLINK_NOFOLLOW) != 0) return;
+  const std::string path = PathIn(folder.path, name);
+  const std::string relative = folder.prefix + name;
+  const bool isHidden = !rules.foldersHaveMeaning && answered.contains(relative);
+  const bool counts = folder.holdsFiles && Answers(path, relative);
+  if (S_ISDIR(status.st_mode)) AddBelow(folder, name, *in.end, {status.st_dev, status.st_ino});
+  if (S_ISLNK(status.st_mode) ? IsIdleLink(folder, name, isHidden) : IsSafe(status)) return;
+  const WalkedPath walked = WalkPath(in.end, in.object, name);
+  NoteFailure(walked.error, path);
+  const std::vector<NameScope> scopes = {{folderNumber, relative}, {folderNumber, relative + '/'}};
+  report.ReportSteps(walked.steps, folder.path, scopes);
+  if (walked.end != nullptr) {
+    AddBelow(folder, name, *in.end, {walked.end->facts.device, walked.end->facts.inode});
+  }
+  if (!walked.EndsAtFile() || !folder.holdsFiles) return;
+  if (isHidden) {
+    hidden.push_back({walked.steps.back(), folder.path, counts, WayBelow(folder, *in.end)});
+  } else {
+    report.ReportFile(walked.steps.back(), folder.path, counts, scopes);
+  }
+}
+
+/// Whether what stands at `path` counts. No later folder answers for `relative` then.
+bool FolderExaminer::Answers(const std::string& path, const std::string& relative) {
+  const Standing standing = LookAtFile(path, rules.files);
+  if (standing == Standing::Counts || EndsSearch(standing, rules.files)) {
+    answered.emplace(relative, folderNumber);
+  }
+  return standing == Standing::Counts;
+}
+
+/// Whether nothing that a link could lead to would be found.
+bool FolderExaminer::IsIdleLink(const SearchedFolder& folder, const std::string& name,
+                                bool isHidden) const {
+  return folder.holdsFiles ? isHidden && !Descends() : !IsSpecialName(name);
+}
+
+/// Whether nobody but those who are trusted can change it, so that it need not be opened.
+bool FolderExaminer::IsSafe(const struct stat& status) const {
+  const bool isClosed = (status.st_mode & (S_IWGRP | S_IWOTH)) == 0;
+  return !S_ISREG(status.st_mode) || (isClosed && known.IsTrusted(status.st_uid));
+}
+
+bool FolderExaminer::Descends() const noexcept {
+  return !rules.foldersHaveMeaning && rules.separator == LookupRules::Separator::FileBelow;
+}
+
+/// A folder directly below `above`, which is examined next where names are searched below folders.
+void FolderExaminer::AddBelow(const SearchedFolder& above, const std::string& name,
+                              const PassedFolder& in, const Identity& identity) {
+  if (!Descends()) return;
+  std::vector<Identity> way = WayBelow(above, in);
+  if (std::find(way.begin(), way.end(), identity) != way.end()) {
+    loops.push_back(identity);
+  } else {
+    pending.push_back({PathIn(above.path, name), above.prefix + name + '/', true, std::move(way)});
+  }
+}
+
+}  // namespace Corvane::PathManagement::host

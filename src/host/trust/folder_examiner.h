@@ -1,0 +1,100 @@
+#ifndef SEARCHPATH_SRC_HOST_TRUST_FOLDER_EXAMINER_H
+#define SEARCHPATH_SRC_HOST_TRUST_FOLDER_EXAMINER_H
+
+#include "host/trust/step_report.h"
+#include "searchpath/host/folder_problem.h"
+#include "searchpath/host/lookup_rules.h"
+
+#include <sys/types.h>
+
+#include <cstddef>
+#include <string>
+#include <system_error>
+#include <utility>
+#include <vector>
+
+struct stat;
+
+namespace Corvane::PathManagement::host {
+
+/// A folder in which names are searched.
+struct SearchedFolder {
+  using Identity = std::pair<dev_t, ino_t>;
+
+  std::string path;
+  std::string prefix = {};         // of the names of its files: "" or ended by "/"
+  bool holdsFiles = true;          // otherwise only special folders in it are searched
+  std::vector<Identity> way = {};  // of the folders that it was reached through
+};
+
+/// Examines folders, one after the other in path order: the way to each, itself, and what stands in it.
+class FolderExaminer {
+ public:
+  /// `number` is the first folder's on the path. Precondition: `lookupRules` and `accounts` outlive this
+  /// object.
+  FolderExaminer(const LookupRules& lookupRules, Accounts& accounts, std::size_t number)
+      : rules(lookupRules), report(accounts, findings), known(accounts), folderNumber(number) {}
+  FolderExaminer(const FolderExaminer&) = delete;
+  FolderExaminer& operator=(const FolderExaminer&) = delete;
+  ~FolderExaminer() = default;
+
+  void BeginPart(ustring text) { report.BeginPart(std::move(text)); }
+  /// The part that begins chooses `folder` by the working folder.
+  void ReportPart(TrustKind kind, const std::string& folder, const std::string& text);
+
+  void Examine(const SearchedFolder& folder);
+  /// The folder and, where names are searched below folders, those below it.
+  void ExamineTree(std::string path);
+
+  /// What is examined from now on belongs to the next folder of the path.
+  void GoToNext() noexcept { ++folderNumber; }
+  [[nodiscard]] std::size_t GetNumber() const noexcept { return folderNumber; }
+
+  /// The names that the folders answer.
+  [[nodiscard]] const AnsweredNames& GetAnswered() const noexcept { return answered; }
+  [[nodiscard]] const std::vector<FolderProblem>& GetUnexamined() const noexcept {
+    return unexamined;
+  }
+  /// As `FindingList::Take`.
+  [[nodiscard]] std::vector<TrustFinding> TakeFindings(const AnsweredNames& names) {
+    return std::move(findings).Take(names);
+  }
+
+ private:
+  using Identity = SearchedFolder::Identity;
+
+  /// A file that an earlier folder of the path hides.
+  struct HiddenFile {
+    PathStep step;
+    std::string folder;
+    bool counts = false;
+    std::vector<Identity> way;
+  };
+
+  void ExamineName(const SearchedFolder& folder, const WalkedPath& in, const std::string& name);
+  [[nodiscard]] bool Answers(const std::string& path, const std::string& relative);
+  [[nodiscard]] bool IsIdleLink(const SearchedFolder& folder, const std::string& name,
+                                bool isHidden) const;
+  [[nodiscard]] bool IsSafe(const struct stat& status) const;
+  [[nodiscard]] bool Descends() const noexcept;
+  void AddBelow(const SearchedFolder& above, const std::string& name, const PassedFolder& in,
+                const Identity& identity);
+  void ReportFoundThroughLoops();
+  void NoteFailure(std::error_code error, const std::string& path);
+
+  const LookupRules& rules;
+  FindingList findings;
+  StepReport report;
+  const Accounts& known;
+  std::vector<FolderProblem> unexamined;
+  AnsweredNames answered;
+  std::size_t folderNumber;  // of the folder of the path that is examined
+  // Of the tree that is examined:
+  std::vector<SearchedFolder> pending;
+  std::vector<HiddenFile> hidden;
+  std::vector<Identity> loops;  // where links lead back to
+};
+
+}  // namespace Corvane::PathManagement::host
+
+#endif  // SEARCHPATH_SRC_HOST_TRUST_FOLDER_EXAMINER_H

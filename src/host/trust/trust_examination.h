@@ -1,0 +1,18 @@
+#ifndef SEARCHPATH_SRC_HOST_TRUST_TRUST_EXAMINATION_H
+#define SEARCHPATH_SRC_HOST_TRUST_TRUST_EXAMINATION_H
+
+#include "searchpath/host/lookup_rules.h"
+#include "searchpath/host/trust.h"
+
+namespace Corvane::PathManagement::host {
+
+class PathView;
+class RuledPath;
+
+/// As `Environment::ExamineTrust`. `ruled` is null for the rules of the environment.
+[[nodiscard]] TrustReport ExamineTrustOf(const PathView& view, const RuledPath* ruled,
+                                         const LookupRules& rules, const TrustLookup& lookup);
+
+}  // namespace Corvane::PathManagement::host
+
+#endif  // SEARCHPATH_SRC_HOST_TRUST_TRUST_EXAMINATION_H

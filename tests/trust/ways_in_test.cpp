@@ -1,0 +1,138 @@
+#include "searchpath/host/environment.h"
+#include "trust/thing.h"
+
+#include <array>
+
+namespace Corvane::PathManagement::host {
+namespace {
+
+using test::ListBytes;
+using test::Thing;
+constexpr auto kFolder = Thing::Type::Folder;
+constexpr auto kFile = Thing::Type::File;
+constexpr auto kLink = Thing::Type::Link;
+
+std::string Bytes(const ustring& text) { return BytesFromText(text).value(); }
+
+std::string Line(const TrustFinding& finding) {
+  constexpr std::array kKinds = {"writable",  "owner",    "parent-writable", "file-writable",
+                                 "creatable", "relative", "empty-part"};
+  std::string line = kKinds.at(static_cast<std::size_t>(finding.kind));
+  for (const ustring& text : {finding.folder, finding.object}) line += ' ' + Bytes(text);
+  for (const Intruder& who : finding.who) line += ' ' + Bytes(GetText(who));
+  const char* separator = ": ";
+  for (const ustring& name : finding.names) line += separator + Bytes(name), separator = " ";
+  return line + '\n';
+}
+
+struct Row {
+  std::vector<Thing> things;
+  std::vector<ustring> path;
+  std::string expected;
+  LookupRules rules = kPlainRules;
+};
+
+/// What is wrong with the rows, each on a machine of its own.
+void Check(const std::vector<Row>& rows, bool withNames) {
+  if (!test::CanBecomeOthers()) return;
+  for (const Row& row : rows) {
+    test::InSmallMachine([&] {
+      umask(0);
+      for (const Thing& thing : row.things) test::Make(thing);
+      const Environment environment({.folders = row.path, .rules = row.rules});
+      std::string lines;
+      const TrustReport report =
+          environment.ExamineTrust({.user = test::kOwner, .names = withNames});
+      for (const TrustFinding& finding : report.findings) lines += Line(finding);
+      return lines == row.expected ? "" : "expected\n" + row.expected + "found\n" + lines;
+    });
+  }
+}
+
+const std::string kEveMayWrite = ListBytes({{ACL_USER_OBJ, 7},
+                                            {ACL_USER, 7, test::kEve},
+                                            {ACL_GROUP_OBJ, 5},
+                                            {ACL_MASK, 7},
+                                            {ACL_OTHER, 5}});
+const std::string kEveMayReadAlone = ListBytes({{ACL_USER_OBJ, 7},
+                                                {ACL_USER, 7, test::kEve},
+                                                {ACL_GROUP_OBJ, 7},
+                                                {ACL_MASK, 5},
+                                                {ACL_OTHER, 5}});
+
+TEST(TrustTest, EachWayInIsReportedWithItsKind) {
+  Check(
+      {
+          {{{kFolder, "/lib", "", 0, test::kBothGroup, 0775}},
+           {u"/lib"},
+           "writable /lib /lib group both (eve, mallory)\n"},
+          {{{kFolder, "/lib", "", 0, 0, 0777}}, {u"/lib"}, "writable /lib /lib everyone\n"},
+          {{{kFolder, "/lib", "", 0, 0, 0755, kEveMayWrite}},
+           {u"/lib"},
+           "writable /lib /lib user eve\n"},
+          {{{kFolder, "/lib", "", test::kEve}}, {u"/lib"}, "owner /lib /lib user eve\n"},
+          {{{kFolder, "/lib"}, {kFile, "/lib/plot.zt", "", test::kStranger}},
+           {u"/lib"},
+           "owner /lib /lib/plot.zt user 1109\n"},
+          {{{kFolder, "/open", "", 0, 0, 0777}, {kFolder, "/open/lib"}},
+           {u"/open/lib"},
+           "parent-writable /open/lib /open everyone\n"},
+          {{{kFolder, "/open", "", 0, 0, 01777}, {kFolder, "/open/lib", "", test::kEve}},
+           {u"/open/lib"},
+           "parent-writable /open/lib /open user eve\nowner /open/lib /open/lib user eve\n"},
+          {{{kFolder, "/eve", "", test::kEve}, {kFolder, "/eve/lib"}, {kLink, "/lib", "eve/lib"}},
+           {u"/lib"},
+           "parent-writable /lib /eve user eve\n"},
+          {{{kFolder, "/lib"}, {kFile, "/lib/plot.zt", "", 0, 0, 0666}},
+           {u"/lib"},
+           "file-writable /lib /lib/plot.zt everyone\n"},
+          {{{kFolder, "/open", "", 0, 0, 01777}},
+           {u"/open/lib/deep"},
+           "creatable /open/lib/deep /open/lib everyone\n"},
+          {{{kFolder, "/lib"}}, {u"lib"}, "relative /lib lib whoever chooses the working folder\n"},
+          {{}, {u""}, "empty-part / . whoever chooses the working folder\n", kProgramRules},
+      },
+      false);
+}
+
+TEST(TrustTest, WhatNobodyElseCanUseIsNotReported) {
+  Check(
+      {
+          {{{kFolder, "/lib"}, {kFile, "/lib/plot.zt"}}, {u"/lib", u"/none"}, ""},
+          {{{kFolder, "/open", "", 0, 0, 01777}, {kFolder, "/open/lib"}}, {u"/open/lib"}, ""},
+          {{{kFolder, "/lib", "", test::kOwner, test::kOwnersGroup, 0775}}, {u"/lib"}, ""},
+          {{{kFolder, "/lib", "", 0, test::kNobodysGroup, 0775}}, {u"/lib"}, ""},
+          {{{kFolder, "/lib", "", 0, 0, 0755, kEveMayReadAlone}}, {u"/lib"}, ""},
+          {{{kFolder, "/shut", "", 0, 0, 0700}, {kFolder, "/shut/lib", "", 0, 0, 0777}},
+           {u"/shut/lib"},
+           ""},
+      },
+      false);
+}
+
+TEST(TrustTest, NamesThatAnEarlierFolderAnswersAreOutOfReach) {
+  const std::vector<Thing> things = {{kFolder, "/mine"},
+                                     {kFile, "/mine/plot.zt"},
+                                     {kFolder, "/open", "", 0, 0, 0777},
+                                     {kFile, "/open/plot.zt"},
+                                     {kFile, "/open/area.zt"},
+                                     {kFolder, "/lib"},
+                                     {kFolder, "/lib/+geometry", "", 0, 0, 0777},
+                                     {kFile, "/lib/+geometry/cone.zt"},
+                                     {kFile, "/lib/axes.zt", "", test::kEve}};
+  Check({{things,
+          {u"/mine", u"/open", u"/lib"},
+          "writable /open /open everyone: +geometry/cone.zt area.zt axes.zt\n"
+          "owner /lib /lib/axes.zt user eve: axes.zt\n"
+          "writable /lib/+geometry /lib/+geometry everyone: +geometry/cone.zt\n"},
+         {things,
+          {u"/mine", u"/open", u"/lib"},
+          "writable /open /open everyone: area.zt axes.zt geometry/cone.zt\n"
+          "owner /lib /lib/axes.zt user eve: axes.zt\n"
+          "writable /lib/+geometry /lib/+geometry everyone: geometry/cone.zt\n",
+          kEnvironmentRules}},
+        true);
+}
+
+}  // namespace
+}  // namespace Corvane::PathManagement::host
