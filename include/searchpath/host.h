@@ -27,6 +27,7 @@
 #include "searchpath/host/main_search_path_manager.h"
 #include "searchpath/host/name_changes.h"
 #include "searchpath/host/native_location.h"
+#include "searchpath/host/opened_file.h"
 #include "searchpath/host/package_problem.h"
 #include "searchpath/host/package_registry.h"
 #include "searchpath/host/path_differences.h"

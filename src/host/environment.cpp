@@ -20,6 +20,7 @@
 #include "searchpath/host/folder_tree.h"
 #include "searchpath/host/main_search_path_manager.h"
 #include "searchpath/host/name_changes.h"
+#include "searchpath/host/opened_file.h"
 #include "searchpath/host/path_refresh.h"
 #include "searchpath/model/search_scope.h"
 #include "searchpath/platform/iri_text.h"
@@ -160,6 +161,12 @@ boost::optional<FoundItem> Environment::Find(Lookup lookup) const {
     if (!found || view->FindHider(*found->GetPathEntry()) == nullptr) return found;
   }
   return view->FindVisible(target, lookup.policy);
+}
+
+std::optional<OpenedFile> Environment::Open(Lookup lookup) const {
+  const auto found = Find(std::move(lookup));
+  if (!found) return std::nullopt;
+  return OpenedFile(*found, rules.files);
 }
 
 std::vector<FoundItem> Environment::FindAll(const Lookup& lookup) const {

@@ -34,6 +34,7 @@
 namespace Corvane::PathManagement::host {
 
 class MainSearchPathManager;
+class OpenedFile;
 struct NameChange;
 class PackageRegistry;
 class PathView;
@@ -136,6 +137,13 @@ class SEARCHPATH_EXPORT Environment {
   /// up to 64 threads. The answer does not wait for them.
   /// Errors: `FailedToAbsolutizeException` when `Lookup::fromFolder` cannot be used.
   [[nodiscard]] boost::optional<FoundItem> Find(Lookup lookup) const;
+
+  /// The file that the name means, open for reading; empty when there is none. To use it, include
+  /// "searchpath/host/opened_file.h".
+  ///
+  /// Errors: as `Find`; `std::system_error` when that file cannot be opened, or does not count any
+  /// more.
+  [[nodiscard]] std::optional<OpenedFile> Open(Lookup lookup) const;
 
   /// Every file that the name could mean: the file that it does mean, then the files that this one
   /// hides, in path order.

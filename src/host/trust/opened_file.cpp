@@ -1,0 +1,92 @@
+#include "searchpath/host/opened_file.h"
+
+#include "host/rules/asked_file.h"
+#include "host/trust/step_report.h"
+#include "platform/native_path.h"
+#include "searchpath/host/native_location.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <string>
+#include <system_error>
+#include <utility>
+
+namespace Corvane::PathManagement::host {
+
+namespace {
+
+using fl::filesystem::detail::NativeBytes;
+using fl::filesystem::detail::PathError;
+using fl::filesystem::detail::WithoutInterruption;
+
+/// Opens what `walked` ended at, for reading. The name is opened anew, and has to be the same file.
+Descriptor OpenEnd(const WalkedPath& walked) {
+  constexpr int kFlags = O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_NOCTTY | O_CLOEXEC;
+  const PathStep& last = walked.steps.back();
+  Descriptor file(
+      WithoutInterruption([&] { return openat(walked.holder.Get(), last.name.c_str(), kFlags); }));
+  struct stat status = {};
+  if (!file.IsOpen() || fstat(file.Get(), &status) != 0) return Descriptor(-1);
+  if (status.st_dev == last.object->device && status.st_ino == last.object->inode) return file;
+  errno = EAGAIN;
+  return Descriptor(-1);
+}
+
+}  // namespace
+
+struct OpenedFile::State {
+  FoundItem item;
+  std::string folder;   // in which the name was searched
+  WalkedPath toFolder;  // its way
+  WalkedPath toFile;    // from there on
+  Descriptor descriptor = Descriptor(-1);
+};
+
+OpenedFile::OpenedFile(const FoundItem& item, LookupRules::Files files) {
+  const std::string path = NativeBytes(GetNativePath(item));
+  const std::size_t folderEnd = path.rfind('/');
+  std::string folder = path.substr(0, folderEnd);
+  WalkedPath toFolder = WalkPath(folder);
+  if (toFolder.end == nullptr) throw PathError(toFolder.error.value(), "cannot open", path);
+  WalkedPath toFile = WalkPath(toFolder.end, toFolder.object, path.substr(folderEnd + 1));
+  if (toFile.error) throw PathError(toFile.error.value(), "cannot open", path);
+  // Looked at before it is opened: to open a device may already do something.
+  if (LookAtFile(toFile.object.Get(), files) != Standing::Counts || toFile.end != nullptr) {
+    throw PathError(EACCES, "cannot open", path, ", which has changed");
+  }
+  Descriptor descriptor = OpenEnd(toFile);
+  if (!descriptor.IsOpen()) throw PathError(errno, "cannot open", path);
+  state = std::make_unique<State>(State{item, std::move(folder), std::move(toFolder),
+                                        std::move(toFile), std::move(descriptor)});
+  // What was passed is closed; what it was is kept.
+  for (WalkedPath* walked : {&state->toFolder, &state->toFile}) {
+    walked->object = Descriptor(-1);
+    walked->holder = Descriptor(-1);
+  }
+}
+
+OpenedFile::OpenedFile(OpenedFile&& other) noexcept = default;
+OpenedFile& OpenedFile::operator=(OpenedFile&& other) noexcept = default;
+OpenedFile::~OpenedFile() = default;
+
+const FoundItem& OpenedFile::GetItem() const noexcept { return state->item; }
+
+int OpenedFile::GetDescriptor() const noexcept { return state->descriptor.Get(); }
+
+int OpenedFile::Release() noexcept { return state->descriptor.Release(); }
+
+std::vector<TrustFinding> OpenedFile::ExamineTrust(const TrustLookup& lookup) const {
+  Accounts accounts(lookup.user.value_or(geteuid()));
+  FindingList findings;
+  StepReport report(accounts, findings);
+  report.ReportSteps(state->toFolder.steps, state->folder, {});
+  report.ReportFolder(*state->toFolder.end, state->folder, {}, {});
+  report.ReportSteps(state->toFile.steps, state->folder, {});
+  report.ReportFile(state->toFile.steps.back(), state->folder, true, {});
+  return std::move(findings).Take({});
+}
+
+}  // namespace Corvane::PathManagement::host
