@@ -211,6 +211,16 @@ TEST_F(ToolTest, ShadowsAndDoctorCheck) {
        "on "
        "the path, or keep a copy on a faster disk`}\n"},
       {"s doctor --slow 1x --path over", 2, "--slow is a number of milliseconds, not `1x`", ""},
+      {"s trust --path lib --user 4000000 --json | cut -d, -f1-5; s trust --path /usr/bin", 0, "",
+       "{`kind`:`relative`,`folder`:`$T/lib`,`object`:`lib`,`who`:`whoever chooses the working "
+       "folder`,"
+       "`users`:[]\n"},
+      {"s trust --as program --path : | head -n 1; s trust --path lib", 1, "",
+       "$T: .: whoever chooses the working folder chooses what the empty part means; take the "
+       "empty "
+       "part out\n$T/lib: lib: whoever chooses the working folder chooses what it is; write the "
+       "folder in full\n"},
+      {"s trust --path over --user no", 2, "--user `no`: there is no such user", ""},
       {"s doc", 2, "there is no command `doc`; did you mean doctor?", ""},
   });
 }
@@ -271,7 +281,7 @@ TEST_F(ToolTest, HelpFitsAScreenAndBeginsWithExamples) {
     EXPECT_FALSE(std::regex_search(full, std::regex("[^\n]{81}"))) << full;
     EXPECT_TRUE(help("--version").starts_with("searchpath ")) << command;
   }
-  EXPECT_EQ(count, 18);
+  EXPECT_EQ(count, 19);
 }
 
 TEST_F(ToolTest, AClosedPipeEndsQuietlyAlsoWhereItsSignalIsIgnored) {

@@ -32,6 +32,9 @@ namespace Corvane::PathManagement::tool {
 /// What is wrong with the path?
 [[nodiscard]] Outcome RunDoctor(const std::vector<std::string>& arguments);
 
+/// Who could make names on the path mean other files?
+[[nodiscard]] Outcome RunTrust(const std::vector<std::string>& arguments);
+
 /// Puts folders on the stored path.
 [[nodiscard]] Outcome RunAdd(const std::vector<std::string>& arguments);
 

@@ -40,7 +40,7 @@ constexpr CommandText kDoctorText = {
     "  special and case-collision are then not looked for.\n"
     "  These words are the \"finding\" in JSON. A folder that is below another folder\n"
     "  of the path is not reported. For files that hide others, see searchpath\n"
-    "  shadows.\n"
+    "  shadows; for who else could change what names mean, see searchpath trust.\n"
     "\n"
     "Exit: 0 nothing is wrong, 1 something is, 2 wrong usage or failure.\n"
     "\n"};

@@ -21,12 +21,14 @@ struct Command {
   Outcome (*run)(const std::vector<std::string>& arguments);
 };
 
-constexpr Command kCommands[] = {
-    {"find", RunFind},         {"which", RunWhich},     {"files", RunFiles},
-    {"list", RunList},         {"folders", RunFolders}, {"shadows", RunShadows},
-    {"doctor", RunDoctor},     {"diff", RunDiff},       {"watch", RunWatch},
-    {"add", RunAdd},           {"remove", RunRemove},   {"packages", RunPackages},
-    {"profiles", RunProfiles}, {"cache", RunCache},     {"iri", RunIri}};
+constexpr Command kCommands[] = {{"find", RunFind},         {"which", RunWhich},
+                                 {"files", RunFiles},       {"list", RunList},
+                                 {"folders", RunFolders},   {"shadows", RunShadows},
+                                 {"doctor", RunDoctor},     {"trust", RunTrust},
+                                 {"diff", RunDiff},         {"watch", RunWatch},
+                                 {"add", RunAdd},           {"remove", RunRemove},
+                                 {"packages", RunPackages}, {"profiles", RunProfiles},
+                                 {"cache", RunCache},       {"iri", RunIri}};
 
 constexpr const char* kExamples =
     "  searchpath which ls                          which program does ls start?\n"
@@ -52,6 +54,7 @@ constexpr const char* kHelp =
     "  folders NAME...    the folders of the path that each NAME denotes\n"
     "  shadows [NAME...]  the names that hide files, and how these files differ\n"
     "  doctor             what is wrong with the path, and what helps\n"
+    "  trust              who else could make a name mean another file\n"
     "  diff OLD NEW       how two paths differ: in folders, or in what names mean\n"
     "  watch              what changes on the path, while it changes\n"
     "  add FOLDER...      puts folders on the stored path, which needs no --path\n"

@@ -53,6 +53,11 @@ const char* GetWord(host::FindingKind kind) {
                                  "relative-part", "not-executable", "broken-link"});
 }
 
+const char* GetWord(host::TrustKind kind) {
+  return Choose(kind, std::array{"writable", "owner", "parent-writable", "file-writable",
+                                 "creatable", "relative", "empty-part"});
+}
+
 const char* GetWord(host::Freshness freshness) {
   return Choose(freshness, std::array{"fresh", "stale", "gone", "unsure"});
 }

@@ -7,6 +7,7 @@
 #include "searchpath/host/path_differences.h"
 #include "searchpath/host/path_examination.h"
 #include "searchpath/host/shadow_search.h"
+#include "searchpath/host/trust.h"
 #include "searchpath/model/path_entry_type.h"
 
 namespace Corvane::PathManagement::tool {
@@ -20,6 +21,7 @@ namespace Corvane::PathManagement::tool {
 [[nodiscard]] const char* GetWord(host::FolderSource source);
 [[nodiscard]] const char* GetWord(host::ShadowKind kind);
 [[nodiscard]] const char* GetWord(host::FindingKind kind);
+[[nodiscard]] const char* GetWord(host::TrustKind kind);
 [[nodiscard]] const char* GetWord(host::Freshness freshness);
 
 }  // namespace Corvane::PathManagement::tool
