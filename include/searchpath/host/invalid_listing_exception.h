@@ -8,7 +8,7 @@
 
 namespace Corvane::PathManagement::host {
 
-/// Reports that something is no cache or saved listing, or a damaged one. The message gives the
+/// Reports that something is no cache, saved listing or receipt, or a damaged one. The message gives the
 /// reason and calls it "it": "it is cut off".
 class SEARCHPATH_EXPORT InvalidListingException : public std::runtime_error {
  public:

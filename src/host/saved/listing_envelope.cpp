@@ -2,15 +2,20 @@
 
 #include "host/names/name_block.h"
 #include "host/names/short_hash.h"
+#include "platform/native_path.h"
 #include "searchpath/host/invalid_listing_exception.h"
+
+#include <sys/stat.h>
 
 #include <algorithm>
 #include <array>
 #include <bit>
+#include <cerrno>
 #include <charconv>
 #include <cstdint>
 #include <cstring>
 #include <string>
+#include <system_error>
 #include <utility>
 
 namespace Corvane::PathManagement::host {
@@ -19,7 +24,7 @@ namespace {
 
 static_assert(std::endian::native == std::endian::little, "numbers are read as they are stored");
 
-constexpr std::uint32_t kVersion = 1;
+constexpr std::uint32_t kVersion = 1;  // of every format
 constexpr std::size_t kMostVersionDigits = 9;
 constexpr std::size_t kFirstBlock = std::size_t{1} << 20U;  // in bytes
 
@@ -32,15 +37,17 @@ std::size_t ReadBytes(std::istream& stream, char* bytes, std::size_t size) try {
   throw InvalidListingException(std::string("it cannot be read: ") + failure.what());
 }
 
-void CheckFormat(std::istream& stream) {
+void CheckFormat(std::istream& stream, std::string_view format) {
   if (stream.rdbuf() == nullptr || stream.fail()) {
     throw InvalidListingException("it cannot be opened");
   }
-  std::array<char, kListingFormat.size()> begin = {};
-  const std::size_t size = ReadBytes(stream, begin.data(), begin.size());
-  if (size == 0) throw InvalidListingException("it is empty");
-  if (std::string_view(begin.data(), size) != kListingFormat) {
-    throw InvalidListingException("its first line is not \"searchpath listing\" and a version");
+  std::string begin(format.size(), '\0');
+  begin.resize(ReadBytes(stream, begin.data(), begin.size()));
+  if (begin.empty()) throw InvalidListingException("it is empty");
+  if (begin != format) {
+    throw InvalidListingException("its first line is not \"" +
+                                  std::string(format.substr(0, format.size() - 1)) +
+                                  "\" and a version");
   }
 }
 
@@ -92,10 +99,23 @@ ListingBody ReadBody(std::istream& stream, std::size_t size) {
   }
 }
 
+/// Why a file did not open.
+std::string ReasonFor(const fl::filesystem::path& file) {
+  struct stat status = {};
+  if (stat(fl::filesystem::detail::NativeBytes(file.native()).c_str(), &status) != 0) {
+    return std::generic_category().message(errno);
+  }
+  return S_ISREG(status.st_mode) ? "it may not be read" : "it is not a regular file";
+}
+
 }  // namespace
 
-ListingBody ReadEnvelope(std::istream& stream) {
-  CheckFormat(stream);
+void CheckOpen(const fl::filesystem::ifstream& stream, const fl::filesystem::path& file) {
+  if (!stream.is_open()) throw InvalidListingException("it cannot be opened: " + ReasonFor(file));
+}
+
+ListingBody ReadEnvelope(std::istream& stream, std::string_view format) {
+  CheckFormat(stream, format);
   CheckVersion(stream);
   Numbers numbers = {};
   if (ReadBytes(stream, reinterpret_cast<char*>(numbers.data()), sizeof(numbers)) !=
@@ -116,9 +136,9 @@ ListingBody ReadEnvelope(std::istream& stream) {
   return body;
 }
 
-void WriteEnvelope(std::ostream& stream, std::string_view body) {
+void WriteEnvelope(std::ostream& stream, std::string_view format, std::string_view body) {
   const Numbers numbers = {body.size(), ShortHash(body.data(), body.size())};
-  stream << kListingFormat << kVersion << '\n';
+  stream << format << kVersion << '\n';
   stream.write(reinterpret_cast<const char*>(numbers.data()), sizeof(numbers));
   stream.write(body.data(), static_cast<std::streamsize>(body.size()));
 }

@@ -1,6 +1,8 @@
 #ifndef SEARCHPATH_SRC_HOST_SAVED_LISTING_ENVELOPE_H
 #define SEARCHPATH_SRC_HOST_SAVED_LISTING_ENVELOPE_H
 
+#include "searchpath/platform/filesystem.h"
+
 #include <cstddef>
 #include <istream>
 #include <memory>
@@ -9,11 +11,13 @@
 
 namespace Corvane::PathManagement::host {
 
-// What surrounds the body of a cache or saved listing: a line that names the format and its
-// version, the length of the body and its XXH3 checksum, each in 64 bits, the lowest first.
+// What surrounds the body of a saved file: a line that names the format and its version, the length
+// of the body and its XXH3 checksum, each in 64 bits, the lowest first.
 
-/// How files begin in every version of the format.
+/// How caches and saved listings begin in every version of the format.
 inline constexpr std::string_view kListingFormat = "searchpath listing ";
+/// The same of receipts.
+inline constexpr std::string_view kReceiptFormat = "searchpath receipt ";
 
 /// The most bytes that a body may have: its offsets are signed numbers of 32 bits.
 inline constexpr std::size_t kMostBodyBytes = 0x7FFFFFFE;
@@ -23,13 +27,16 @@ struct ListingBody {
   std::size_t size = 0;
 };
 
-/// Reads `stream` to its end, and returns the body if all that surrounds it is right.
+/// Errors: `InvalidListingException` when `stream`, which reads `file`, is not open; it says why.
+void CheckOpen(const fl::filesystem::ifstream& stream, const fl::filesystem::path& file);
+
+/// Reads `stream` to its end, and returns the body if all that surrounds it is right for `format`.
 ///
 /// Errors: `InvalidListingException`.
 /// Cost: memory for at most twice the bytes that the stream really holds, whatever its header says.
-[[nodiscard]] ListingBody ReadEnvelope(std::istream& stream);
+[[nodiscard]] ListingBody ReadEnvelope(std::istream& stream, std::string_view format);
 
-void WriteEnvelope(std::ostream& stream, std::string_view body);
+void WriteEnvelope(std::ostream& stream, std::string_view format, std::string_view body);
 
 }  // namespace Corvane::PathManagement::host
 

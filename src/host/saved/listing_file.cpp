@@ -2,17 +2,11 @@
 
 #include "host/saved/listing_envelope.h"
 #include "host/saved/listing_writer.h"
-#include "platform/native_path.h"
 #include "searchpath/host/working_folder.h"
 #include "searchpath/platform/atomic_file_writer.h"
 
-#include <sys/stat.h>
-
 #include <array>
-#include <cerrno>
-#include <string>
 #include <string_view>
-#include <system_error>
 
 namespace Corvane::PathManagement::host {
 
@@ -23,15 +17,6 @@ AbsoluteIRI FolderOf(const fl::filesystem::path& file) {
   ustring folder = fl::filesystem::detail::extract_parent_path(file);
   if (!folder.starts_with(u'/')) folder.insert(0, u"./");  // "~" is a name here
   return WorkingFolder().Locate(folder);
-}
-
-/// Why a file did not open.
-std::string ErrorOf(const fl::filesystem::path& file) {
-  struct stat status = {};
-  if (stat(fl::filesystem::detail::NativeBytes(file.native()).c_str(), &status) != 0) {
-    return std::generic_category().message(errno);
-  }
-  return S_ISREG(status.st_mode) ? "it may not be read" : "it is not a regular file";
 }
 
 }  // namespace
@@ -45,9 +30,7 @@ bool IsListingFile(const fl::filesystem::path& file) {
 
 PathEntryFactory LoadListing(const fl::filesystem::path& file, ListingUse use) {
   fl::filesystem::ifstream stream(file);
-  if (!stream.is_open()) {
-    throw InvalidListingException("it cannot be opened: " + ErrorOf(file));
-  }
+  CheckOpen(stream, file);
   PathEntryFactory factory(use);
   factory.ReadEntries(stream, FolderOf(file));
   return factory;

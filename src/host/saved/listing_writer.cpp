@@ -87,7 +87,7 @@ class ListingWriter {
   void Write(std::ostream& stream) {
     const auto allFolders = builder.CreateVector(folders);
     builder.Finish(saved::CreateListing(builder, allFolders, builder.CreateVector(path)));
-    WriteEnvelope(stream,
+    WriteEnvelope(stream, kListingFormat,
                   {reinterpret_cast<const char*>(builder.GetBufferPointer()), builder.GetSize()});
   }
 

@@ -150,7 +150,7 @@ class LocationMaker {
 SavedListings::SavedListings(std::istream& stream, const AbsoluteIRI& root, ListingUse listingUse)
     : use(listingUse) {
   const TimedMessage message(kCacheLogger);
-  body = ReadEnvelope(stream);
+  body = ReadEnvelope(stream, kListingFormat);
   const auto* bytes = reinterpret_cast<const std::uint8_t*>(body.bytes.get());
   // The number of tables needs no limit of its own: each takes some of the bytes.
   flatbuffers::Verifier verifier(bytes, body.size, kDeepest,
