@@ -2,6 +2,7 @@
 #define SEARCHPATH_HOST_H
 
 // IWYU pragma: begin_exports
+#include "searchpath/host/depfile.h"
 #include "searchpath/host/diagnostic_log.h"
 #include "searchpath/host/disk_feed.h"
 #include "searchpath/host/environment.h"
@@ -34,6 +35,7 @@
 #include "searchpath/host/path_entry_factory.h"
 #include "searchpath/host/path_examination.h"
 #include "searchpath/host/path_refresh.h"
+#include "searchpath/host/receipt.h"
 #include "searchpath/host/shadow_search.h"
 #include "searchpath/host/similar_files.h"
 #include "searchpath/host/stored_path.h"

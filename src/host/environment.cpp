@@ -87,7 +87,7 @@ std::shared_ptr<const RuledPath> ApplyRules(const WorkingFolder& workingFolder,
     quoteFolders.push_back(std::move(given.entries.front()));
   }
   return std::make_shared<const RuledPath>(view, options.rules, std::move(quoteFolders),
-                                           CreateSourceFrom(options.caches));
+                                           CreateSourceFrom(options.caches), workingFolder);
 }
 
 std::shared_ptr<const PackageRegistry> ReadPackages(const std::optional<ustring>& root,
@@ -106,6 +106,12 @@ RuledPath::Asker AskerByRules(const WorkingFolder& workingFolder, const Lookup& 
   return {.from = locate(lookup.fromFolder)};
 }
 
+/// What a later process needs to search the same path.
+EnvironmentOptions WithoutCaches(EnvironmentOptions options) {
+  options.caches.clear();
+  return options;
+}
+
 SearchTarget TargetOf(const Lookup& lookup) {
   if (lookup.extensions.empty()) return SearchTarget(lookup.name);  // whatever it ends with
   return CreateSearchTargetWithExtensionInFilenamePreferred(lookup.name, lookup.extensions);
@@ -113,14 +119,16 @@ SearchTarget TargetOf(const Lookup& lookup) {
 
 }  // namespace
 
-Environment::Environment(const EnvironmentOptions& options)
-    : rules(options.rules),
-      packages(ReadPackages(options.packages, workingFolder)),
+Environment::Environment(const EnvironmentOptions& given)
+    : options(std::make_shared<const EnvironmentOptions>(WithoutCaches(given))),
+      workingFolder(given.workingFolder ? WorkingFolder(*given.workingFolder) : WorkingFolder()),
+      rules(given.rules),
+      packages(ReadPackages(given.packages, workingFolder)),
       view(std::make_shared<const PathView>(
-          LocateAll(workingFolder, options, packages.get()),
-          Locate(workingFolder, {.folders = options.without, .timeout = options.timeout}, nullptr),
-          options.expansion, options.keepDuplicates || !options.rules.dropsRepeats)),
-      ruled(ApplyRules(workingFolder, options, view)) {}
+          LocateAll(workingFolder, given, packages.get()),
+          Locate(workingFolder, {.folders = given.without, .timeout = given.timeout}, nullptr),
+          given.expansion, given.keepDuplicates || !given.rules.dropsRepeats)),
+      ruled(ApplyRules(workingFolder, given, view)) {}
 
 Environment::Environment(const std::vector<ustring>& folders, FolderExpansion expansion)
     : Environment(EnvironmentOptions{.folders = folders, .expansion = expansion}) {}

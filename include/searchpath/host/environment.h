@@ -17,6 +17,7 @@
 #include "searchpath/host/similar_files.h"
 #include "searchpath/host/trust.h"
 #include "searchpath/host/working_folder.h"
+#include "searchpath/model/absolute_iri.h"
 #include "searchpath/model/filename_matching_policy.h"
 #include "searchpath/model/found_item.h"
 #include "searchpath/model/path.h"
@@ -38,6 +39,7 @@ class OpenedFile;
 struct NameChange;
 class PackageRegistry;
 class PathView;
+class Receipt;
 class RuledPath;
 
 /// A question to an `Environment`: which file does a name mean?
@@ -62,6 +64,8 @@ struct EnvironmentOptions {
   /// As users type them, see `WorkingFolder`. One that has no location is left out and
   /// reported as a problem. For a search-path string, hand in its `SplitZentraPath`.
   std::vector<ustring> folders = {};
+  /// What relative texts are below; empty means the working folder of the process.
+  std::optional<AbsoluteIRI> workingFolder = {};
   /// Where they were named: for `FindOrigin` and `Explain`.
   FolderSource source = FolderSource::Given;
   FolderExpansion expansion = FolderExpansion::Alone;
@@ -144,6 +148,12 @@ class SEARCHPATH_EXPORT Environment {
   /// Errors: as `Find`; `std::system_error` when that file cannot be opened, or does not count any
   /// more.
   [[nodiscard]] std::optional<OpenedFile> Open(Lookup lookup) const;
+
+  /// The answers of `Find`, together with what they rest on. To use it, include
+  /// "searchpath/host/receipt.h".
+  ///
+  /// Errors: as `Find`; those of `ReceiptRecorder::Finish`.
+  [[nodiscard]] Receipt FindWithReceipt(const std::vector<Lookup>& lookups) const;
 
   /// Every file that the name could mean: the file that it does mean, then the files that this one
   /// hides, in path order.
@@ -228,8 +238,13 @@ class SEARCHPATH_EXPORT Environment {
   [[nodiscard]] std::vector<ustring> FindIdleExclusions() const;
 
  private:
+  friend class Receipt;
+  friend class ReceiptRecorder;
+
   [[nodiscard]] std::optional<AbsoluteIRI> AskerOf(const Lookup& lookup) const;
 
+  std::chrono::system_clock::time_point begun = std::chrono::system_clock::now();
+  std::shared_ptr<const EnvironmentOptions> options;  // without caches
   WorkingFolder workingFolder;
   LookupRules rules;
   std::shared_ptr<const PackageRegistry> packages;

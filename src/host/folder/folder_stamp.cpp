@@ -7,6 +7,9 @@
 #include <fcntl.h>
 #include <unistd.h>
 
+#include <cerrno>
+#include <limits>
+
 namespace Corvane::PathManagement::host {
 
 namespace {
@@ -22,15 +25,23 @@ bool HasNanoseconds(const timespec& time) {
 
 std::int64_t Nanoseconds(const timespec& time) { return time.tv_sec * kSecond + time.tv_nsec; }
 
+std::int64_t NanosecondsAtMost(const timespec& time) {
+  return HasNanoseconds(time) ? Nanoseconds(time) : std::numeric_limits<std::int64_t>::max();
+}
+
+/// Asks about what `path` names; returns the number of the error.
+int AskStatus(const std::string& path, struct stat& status) {
+  // A longer path has to be opened piece by piece, which takes more calls.
+  if (path.size() < PATH_MAX) return stat(path.c_str(), &status) == 0 ? 0 : errno;
+  const OpenedPath folder = OpenFolder(path);
+  if (!folder.IsOpen()) return folder.GetError().value();
+  return fstat(folder.Get(), &status) == 0 ? 0 : errno;
+}
+
 /// Empty when there is no folder, or none that can be reached.
 std::optional<struct stat> StatusOf(const std::string& path) {
   struct stat status = {};
-  // A longer path has to be opened piece by piece, which takes more calls.
-  const bool isKnown = path.size() < PATH_MAX ? stat(path.c_str(), &status) == 0 : [&] {
-    const Descriptor folder = OpenFolder(path);
-    return folder.IsOpen() && fstat(folder.Get(), &status) == 0;
-  }();
-  if (!isKnown || !S_ISDIR(status.st_mode)) return std::nullopt;
+  if (AskStatus(path, status) != 0 || !S_ISDIR(status.st_mode)) return std::nullopt;
   return status;
 }
 
@@ -43,6 +54,15 @@ bool IsReadable(const std::string& path, const struct stat& status) {
 }
 
 }  // namespace
+
+FolderSight LookAtFolder(const std::string& path) {
+  struct stat status = {};
+  if (const int error = AskStatus(path, status); error != 0) return {.error = error};
+  if (!S_ISDIR(status.st_mode)) return {.error = ENOTDIR};
+  return {.stamp = {.modified = NanosecondsAtMost(status.st_mtim),
+                    .changed = NanosecondsAtMost(status.st_ctim),
+                    .inode = status.st_ino}};
+}
 
 std::optional<FolderStamp> StampOf(const struct stat& status, const timespec& now) {
   if (!HasNanoseconds(status.st_mtim) || !HasNanoseconds(status.st_ctim)) return std::nullopt;

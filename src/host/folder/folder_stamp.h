@@ -23,6 +23,20 @@ struct FolderStamp {
                                        const FolderStamp& right) noexcept = default;
 };
 
+/// What stands where a folder is looked for.
+struct FolderSight {
+  int error = 0;           // why there is no folder; 0 when there is one
+  FolderStamp stamp = {};  // of the folder
+
+  [[nodiscard]] friend bool operator==(const FolderSight& left,
+                                       const FolderSight& right) noexcept = default;
+};
+
+/// Looks at the native path. Times that do not fit into a stamp become the latest that do.
+///
+/// Cost: one question to the disk.
+[[nodiscard]] FolderSight LookAtFolder(const std::string& path);
+
 /// The stamp of a folder that is read from `now` on. Empty when the folder was changed less than two
 /// seconds before, or in the future: the times of some file systems are so coarse that a later
 /// change could have the same one.

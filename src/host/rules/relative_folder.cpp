@@ -130,7 +130,12 @@ bool RelativeFolder::IsAlwaysAsked(std::size_t root) const {
   return std::find(unlisted.begin(), unlisted.end(), root) != unlisted.end();
 }
 
-/// Precondition: there is a table.
+const FolderListing* RelativeFolder::FindListing(std::size_t root) const {
+  static const FolderListing nothing;
+  if (IsAlwaysAsked(root)) return nullptr;
+  return entries[root] == nullptr ? &nothing : &StateOf(*entries[root]).Listing();
+}
+
 std::size_t RelativeFolder::FirstRootToAsk(std::string_view file) const {
   const auto known = table.find(file);
   const std::size_t listed = known == table.end() ? roots.size() : known->second->firstRoot;

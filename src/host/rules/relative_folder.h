@@ -65,6 +65,15 @@ class RelativeFolder {
   /// What stands at that name below one root.
   [[nodiscard]] Sight LookIn(std::size_t root, std::string_view file);
 
+  /// Whether there is a table.
+  [[nodiscard]] bool IsListed() const noexcept { return isListed.load(std::memory_order_acquire); }
+  // Precondition of what follows: there is a table.
+
+  /// What stands below one root; null where that is always asked.
+  [[nodiscard]] const FolderListing* FindListing(std::size_t root) const;
+  /// The first root that may have the file.
+  [[nodiscard]] std::size_t FirstRootToAsk(std::string_view file) const;
+
  private:
   /// A name that some root lists, or that has been asked for before there was a table.
   struct Record {
@@ -79,7 +88,6 @@ class RelativeFolder {
   void AddToTable(std::size_t root);
   void LookAtOtherNames(std::size_t root, const FolderListing& listing);
   [[nodiscard]] bool IsAlwaysAsked(std::size_t root) const;
-  [[nodiscard]] std::size_t FirstRootToAsk(std::string_view file) const;
   [[nodiscard]] Answer AskRoots(std::size_t begin, std::string_view file);
   [[nodiscard]] Sight LookInLocked(std::size_t root, std::string_view file);
   [[nodiscard]] Standing FindStanding(std::size_t root, std::string_view file) const;

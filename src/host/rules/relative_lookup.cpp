@@ -35,6 +35,12 @@ RelativeFolder::Sight RelativeLookup::LookIn(std::size_t root, std::string_view 
   return FolderNamed(folder).LookIn(root, file);
 }
 
+const RelativeFolder* RelativeLookup::FindListed(std::string_view folder) const {
+  const Table* const table = current.load(std::memory_order_acquire);
+  const RelativeFolder* const known = table == nullptr ? nullptr : Find(*table, folder);
+  return known != nullptr && known->IsListed() ? known : nullptr;
+}
+
 RelativeFolder& RelativeLookup::FolderNamed(std::string_view name) {
   const Table* const table = current.load(std::memory_order_acquire);
   RelativeFolder* const known = table == nullptr ? nullptr : Find(*table, name);

@@ -32,6 +32,8 @@ class RelativeLookup {
   [[nodiscard]] RelativeFolder::Answer FindFirst(std::string_view relative);
   /// What stands at that relative name below one root.
   [[nodiscard]] RelativeFolder::Sight LookIn(std::size_t root, std::string_view relative);
+  /// The folders of that relative name; null unless they are listed.
+  [[nodiscard]] const RelativeFolder* FindListed(std::string_view folder) const;
 
  private:
   /// Open addressing over atomic pointers: readers take no lock. A full table is replaced by a larger

@@ -5,7 +5,6 @@
 #include "host/folder/entry_state.h"
 #include "host/names/name_key.h"
 #include "platform/native_path.h"
-#include "searchpath/host/working_folder.h"
 #include "searchpath/model/byte_text.h"
 #include "searchpath/platform/iri_text.h"
 #include "searchpath/utilities/iri_conversion.h"
@@ -72,9 +71,11 @@ std::string_view Trimmed(std::string_view name) {
 }  // namespace
 
 RuledPath::RuledPath(std::shared_ptr<const PathView> pathView, const LookupRules& lookupRules,
-                     FolderEntries quoteFolders, const std::shared_ptr<const ListingSource>& source)
+                     FolderEntries quoteFolders, const std::shared_ptr<const ListingSource>& source,
+                     const WorkingFolder& folder)
     : view(std::move(pathView)),
       rules(lookupRules),
+      workingFolder(folder),
       onPath(std::make_unique<RelativeLookup>(
           SearchRoots(view->GetWholePath().GetMainFolders(), source), rules.files)),
       quoted(std::make_unique<RelativeLookup>(SearchRoots(std::move(quoteFolders), source),
@@ -174,7 +175,7 @@ std::vector<RuledPath::Place> RuledPath::GetPlacesOnPath() const {
 
 RuledPath::Place RuledPath::PlaceOfFile(const ustring& name) const {
   std::string before;
-  if (!name.starts_with(u'/')) before = BelowRoot(WorkingFolder().Locate(u"."));
+  if (!name.starts_with(u'/')) before = BelowRoot(workingFolder.Locate(u"."));
   const std::string bytes = BytesFromText(name).value_or("");
   const std::string path = before + std::string(Trimmed(bytes));
   const std::size_t folderEnd = std::min(path.rfind('/'), path.size());

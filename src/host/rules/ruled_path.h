@@ -6,6 +6,7 @@
 #include "host/rules/relative_lookup.h"
 #include "host/rules/tree_folder.h"
 #include "searchpath/host/lookup_rules.h"
+#include "searchpath/host/working_folder.h"
 #include "searchpath/model/found_item.h"
 #include "searchpath/model/search_target.h"
 
@@ -46,9 +47,10 @@ class RuledPath {
   };
 
   /// `quoteFolders` are asked before the others when a file asks. Listings come from `source`; from
-  /// the disk when that is null.
+  /// the disk when that is null. Names of files are relative to `folder`.
   RuledPath(std::shared_ptr<const PathView> pathView, const LookupRules& lookupRules,
-            FolderEntries quoteFolders, const std::shared_ptr<const ListingSource>& source);
+            FolderEntries quoteFolders, const std::shared_ptr<const ListingSource>& source,
+            const WorkingFolder& folder);
 
   [[nodiscard]] const LookupRules& GetRules() const noexcept { return rules; }
   [[nodiscard]] const PathView& GetView() const noexcept { return *view; }
@@ -56,6 +58,8 @@ class RuledPath {
   [[nodiscard]] RememberedTree& GetTree() const noexcept { return *tree; }
   /// The folders of the path, as they were given.
   [[nodiscard]] const SearchRoots& GetRoots() const noexcept { return onPath->GetRoots(); }
+  /// Files by their names below them.
+  [[nodiscard]] const RelativeLookup& GetOnPath() const noexcept { return *onPath; }
 
   /// The folders that are asked before those of the path when a file asks.
   [[nodiscard]] const FolderEntries& GetQuoteFolders() const noexcept {
@@ -67,6 +71,8 @@ class RuledPath {
   /// That file, and those that it hides.
   [[nodiscard]] std::vector<FoundItem> FindAll(const Target& target, const Asker& asker) const;
 
+  /// Whether the name is that of one file, and the path is not searched.
+  [[nodiscard]] bool IsThatFile(const ustring& name) const;
   /// The folders that a question asks, in order; repeats and hidden ones among them.
   [[nodiscard]] std::vector<Place> FindPlaces(const Target& target, const Asker& asker) const;
   /// The folders of the path, as places.
@@ -102,7 +108,6 @@ class RuledPath {
   }
 
  private:
-  [[nodiscard]] bool IsThatFile(const ustring& name) const;
   [[nodiscard]] boost::optional<FoundItem> FindAtOnce(const Target& target) const;
   [[nodiscard]] std::vector<FoundItem> FindFiles(const Target& target, const Asker& asker,
                                                  bool firstOnly) const;
@@ -112,6 +117,7 @@ class RuledPath {
 
   const std::shared_ptr<const PathView> view;
   const LookupRules rules;
+  const WorkingFolder workingFolder;
   std::unique_ptr<RelativeLookup> onPath;
   std::unique_ptr<RelativeLookup> quoted;
   std::unique_ptr<RelativeLookup> everywhere;  // its only root is that of the file system

@@ -1,0 +1,68 @@
+#ifndef SEARCHPATH_SRC_HOST_RECEIPTS_ASKED_LIST_H
+#define SEARCHPATH_SRC_HOST_RECEIPTS_ASKED_LIST_H
+
+#include "host/folder/folder_listing.h"
+#include "host/names/short_hash.h"
+
+#include <boost/unordered/unordered_flat_map.hpp>
+
+#include <cstddef>
+#include <cstdint>
+#include <functional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace Corvane::PathManagement::host {
+
+/// Folders that questions ask, in their order.
+class AskedList {
+ public:
+  /// What has been listed of the folders.
+  struct Listings {
+    /// Whether questions are answered from listings.
+    std::function<bool()> areMade = [] { return false; };
+    // Precondition of what follows: they are.
+    /// The listing of a folder; null when the folder is asked for each name.
+    std::function<const FolderListing*(std::size_t folder)> at = {};
+    /// The first folder that may have a file of that name, whether or not it counts; null where all
+    /// files count.
+    std::function<std::size_t(std::string_view name)> firstWith = {};
+  };
+
+  /// `askedPlaces` are the numbers of the folders.
+  AskedList(std::vector<std::uint32_t> askedPlaces, Listings folderListings);
+
+  [[nodiscard]] const std::vector<std::uint32_t>& GetPlaces() const noexcept { return places; }
+  /// The first position of a place; the number of folders when it is not in the list.
+  [[nodiscard]] std::size_t PositionOf(std::uint32_t place) const;
+
+  [[nodiscard]] bool IsListed() { return isListed = isListed || listings.areMade(); }
+
+  /// The listing of a folder; null when questions have not been answered from it.
+  [[nodiscard]] const FolderListing* FindListing(std::size_t folder) {
+    return IsListed() && listings.at ? listings.at(folder) : nullptr;
+  }
+  /// Whether no name has any position: there are listings, and nothing but plain files in them.
+  [[nodiscard]] bool HasNothingToScan();
+  /// The positions, among the first `count`, where something other than a plain file may stand at a
+  /// name: a link, a folder with "@"; and from the first that may have the file on, all when `all`.
+  /// All positions as long as the folders are not listed.
+  [[nodiscard]] std::vector<std::size_t> FindPositions(std::string_view name, std::size_t count,
+                                                       bool all);
+
+ private:
+  [[nodiscard]] bool HasTable();
+
+  std::vector<std::uint32_t> places;
+  boost::unordered_flat_map<std::uint32_t, std::size_t> positions;  // of the places
+  Listings listings;
+  bool isListed = false;
+  bool hasTable = false;  // what follows is made
+  std::vector<std::size_t> unlisted;
+  boost::unordered_flat_map<std::string_view, std::vector<std::size_t>, NameBytesHash> table;
+};
+
+}  // namespace Corvane::PathManagement::host
+
+#endif  // SEARCHPATH_SRC_HOST_RECEIPTS_ASKED_LIST_H

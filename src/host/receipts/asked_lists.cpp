@@ -1,0 +1,213 @@
+#include "host/receipts/asked_lists.h"
+
+#include "host/folder/entry_state.h"
+#include "host/folder/folder_walk.h"
+#include "host/folder/name_answers.h"
+#include "host/folder/open_path.h"
+#include "searchpath/model/byte_text.h"
+#include "searchpath/utilities/file_lookup.h"
+#include "searchpath/utilities/path_strings.h"
+#include "text/separators.h"
+
+#include <sys/stat.h>
+
+#include <algorithm>
+#include <utility>
+
+namespace Corvane::PathManagement::host {
+
+namespace {
+
+using PathManagement::detail::HasSeparator;
+using PathManagement::detail::SearchTarget;
+
+std::string BytesOf(const FolderEntry& folder) {
+  return NativeBytes(StateOf(folder).Location()).value_or("/dev/null");
+}
+
+bool StandsAt(const std::string& path) {
+  struct stat status = {};
+  return lstat(path.c_str(), &status) == 0;
+}
+
+SearchTarget TargetOf(ustring name, const Lookup& lookup) {
+  return CreateSearchTargetWithExtensionInFilenamePreferred(name, lookup.extensions);
+}
+
+/// Where the last part of a name begins.
+template <class Text>
+std::size_t LastPart(const Text& name) {
+  return name.rfind('/') + 1;  // 0 when there is none
+}
+
+bool IsSpecial(const std::string& folder) {
+  return GetPathEntryTypeFromBaseName(TextFromBytes(folder)) != PathEntryType::Ordinary;
+}
+
+const FolderListing& NoListing() {
+  static const FolderListing nothing;
+  return nothing;
+}
+
+}  // namespace
+
+AskedLists::AskedLists(ReceiptDraft& receiptDraft, const PathView& pathView,
+                       const RuledPath* ruledPath, const WorkingFolder& base)
+    : draft(receiptDraft), view(pathView), ruled(ruledPath), workingFolder(base) {
+  static_cast<void>(AddMain());
+}
+
+std::uint32_t AskedLists::Add(std::vector<std::uint32_t> places, AskedList::Listings listings) {
+  draft.lists.push_back({.places = places});
+  lists.emplace_back(std::move(places), std::move(listings));
+  return static_cast<std::uint32_t>(lists.size() - 1);
+}
+
+std::uint32_t AskedLists::AddMain() {
+  const FolderEntries& folders = view.GetWholePath().GetMainFolders();
+  std::vector<std::uint32_t> places;
+  places.reserve(folders.size());
+  for (const auto& folder : folders) places.push_back(draft.AddPlace(BytesOf(*folder)));
+  const auto areListed = [&folders] {
+    return std::all_of(folders.begin(), folders.end(),
+                       [](const auto& folder) { return StateOf(*folder).IsListed(); });
+  };
+  return Add(std::move(places), {.areMade = areListed, .at = [&folders](std::size_t at) {
+                                   return &StateOf(*folders[at]).Listing();
+                                 }});
+}
+
+/// All folders of the path, special ones too, and the links that may lead to further ones.
+std::uint32_t AskedLists::ListOfAllFolders() {
+  if (allFolders) return *allFolders;
+  std::vector<std::uint32_t> places;
+  std::vector<const FolderListing*> listings;
+  const auto add = [&](std::string path, const FolderListing& listing) {
+    places.push_back(draft.AddPlace(path));
+    listings.push_back(&listing);
+  };
+  for (const auto& folder : view.GetWholePath().GetMainFolders()) {
+    WalkFolders(folder, [&](const auto& entry, std::size_t /*depth*/) {
+      StateOf(*entry).List();
+      const FolderListing& listing = StateOf(*entry).Listing();
+      const std::string path = BytesOf(*entry);
+      add(path, listing);
+      for (const auto& link : listing.links) {
+        if (IsSpecial(link.name)) add(path + '/' + link.name, NoListing());
+      }
+      return false;
+    });
+  }
+  allFolders = Add(std::move(places),
+                   {.areMade = [] { return true; },
+                    .at = [all = std::move(listings)](std::size_t at) { return all[at]; }});
+  return *allFolders;
+}
+
+void AskedLists::NoteListings() {
+  for (std::size_t number = 0; number < lists.size(); ++number) {
+    AskedList& list = lists[number];
+    for (std::size_t at = 0; at < draft.lists[number].asked; ++at) {
+      const FolderListing* const listing = list.FindListing(at);
+      if (listing != nullptr) draft.NoteListing(list.GetPlaces()[at], *listing);
+    }
+  }
+}
+
+std::uint32_t AskedLists::PlaceAt(const ustring& folder) {
+  return draft.AddPlace(NativeBytes(workingFolder.Locate(folder)).value_or("/dev/null"));
+}
+
+QuestionScope AskedLists::ScopeOf(const Lookup& lookup, std::uint32_t kind) {
+  return ruled == nullptr ? ScopeOnPath(lookup) : ScopeByRules(lookup, kind);
+}
+
+QuestionScope AskedLists::ScopeOnPath(const Lookup& lookup) {
+  QuestionScope scope;
+  // Which links would match such a name is not looked for.
+  scope.isCertain = lookup.policy != FilenameMatchingPolicy::IgnoreCase;
+  if (lookup.fromFolder) scope.further.push_back(PlaceAt(*lookup.fromFolder));
+  if (HasSeparator(lookup.name)) {
+    if (lookup.name.starts_with(u'/')) {
+      scope.further.push_back(PlaceAt(lookup.name.substr(0, LastPart(lookup.name))));
+    }
+    scope.list = ListOfAllFolders();
+    scope.asksAll = true;
+  } else if (lookup.fromFolder) {
+    const std::string folder = draft.PathOf(scope.further.front()) + "/private";
+    scope.first = draft.AddPlace(folder);
+    scope.further.push_back(*scope.first);
+    // Whether it counts depends on which folders are on the path, special ones too.
+    scope.asksAll = StandsAt(folder);
+    if (scope.asksAll) scope.list = ListOfAllFolders();
+  }
+  return scope;
+}
+
+QuestionScope AskedLists::ScopeByRules(const Lookup& lookup, std::uint32_t kind) {
+  QuestionScope scope;
+  const auto names = RuledPath::NamesOf(TargetOf(lookup.name, lookup));
+  if (names.empty()) return scope;  // no file can be called so
+  const std::string& name = names.front();
+  const auto [list, isNew] =
+      byRules.try_emplace({kind, name.substr(0, LastPart(name))}, std::uint32_t{0});
+  if (isNew) list->second = MakeListByRules(lookup, name);
+  scope.list = list->second;
+  return scope;
+}
+
+/// The folders that a name is looked for in by rules under which folders have no meaning.
+std::uint32_t AskedLists::MakeListByRules(const Lookup& lookup, const std::string& name) {
+  const auto target = TargetOf(lookup.name, lookup);
+  const auto add = [&](const RuledPath::Place& place) {
+    const std::string file = RuledPath::PathOf(place, name);
+    return draft.AddPlace(file.substr(0, std::max<std::size_t>(file.rfind('/'), 1)));
+  };
+  RuledPath::Asker asker;
+  if (lookup.afterFolder) {
+    asker.after = workingFolder.Locate(*lookup.afterFolder);
+    // Which folders are behind that one depends on which ones they all are.
+    for (const auto& place : ruled->FindPlaces(target, {.from = asker.after})) {
+      draft.further.emplace_back(kNone, draft.AddPlace(BytesOf(*place.folder)));
+      draft.further.emplace_back(kNone, add(place));
+    }
+  } else if (lookup.fromFolder) {
+    asker.from = workingFolder.Locate(*lookup.fromFolder);
+  }
+  std::vector<std::uint32_t> places;
+  for (const auto& place : ruled->FindPlaces(target, asker)) places.push_back(add(place));
+  const bool isOnPathAlone = !asker.from && !asker.after && !ruled->IsThatFile(lookup.name);
+  return Add(std::move(places), isOnPathAlone ? ListingsBelow(name) : AskedList::Listings());
+}
+
+/// Of the folders that hold what the relative `name` names.
+AskedList::Listings AskedLists::ListingsBelow(const std::string& name) const {
+  const std::size_t last = LastPart(name);
+  const auto find = [&lookup = ruled->GetOnPath(),
+                     folder = name.substr(0, last == 0 ? 0 : last - 1)] {
+    return lookup.FindListed(folder);
+  };
+  AskedList::Listings listings = {
+      .areMade = [find] { return find() != nullptr; },
+      .at = [find](std::size_t root) { return find()->FindListing(root); }};
+  if (ruled->GetRules().files != LookupRules::Files::Regular) {
+    listings.firstWith = [find](std::string_view file) { return find()->FirstRootToAsk(file); };
+  }
+  return listings;
+}
+
+void AskedLists::SetNames(const Lookup& lookup, ScannedQuestion& question) const {
+  if (ruled == nullptr) {
+    const auto target = TargetOf(lookup.name.substr(LastPart(lookup.name)), lookup);
+    question.names = NameQuestion(target).files;
+    if (!HasSeparator(lookup.name) && !question.names.empty()) {
+      question.methodFolder = '@' + BytesFromText(target.GetName()).value_or("");
+    }
+    return;
+  }
+  question.names = RuledPath::NamesOf(TargetOf(lookup.name, lookup));
+  for (std::string& name : question.names) name.erase(0, LastPart(name));
+  std::erase(question.names, "");
+}
+
+}  // namespace Corvane::PathManagement::host

@@ -1,0 +1,149 @@
+#include "searchpath/host/depfile.h"
+
+#include "host/folder/folder_stamp.h"
+#include "host/receipts/receipt_body.h"
+#include "searchpath/model/byte_text.h"
+
+#include <climits>
+
+#include <unistd.h>
+
+#include <algorithm>
+#include <array>
+#include <optional>
+#include <set>
+#include <stdexcept>
+#include <string>
+#include <string_view>
+
+namespace Corvane::PathManagement::host {
+
+namespace {
+
+/// `path` as a name in a rule; empty when make and ninja have none in common. Tried with both: what
+/// is not listed here, one of them takes for the end of a name, for a pattern or for an assignment.
+std::optional<std::string> SpellingOf(std::string_view path) {
+  constexpr std::string_view plain = "+,/_.~(){}@!-]";
+  std::string spelled;
+  for (const char unit : path) {
+    const auto byte = static_cast<unsigned char>(unit);
+    const bool isLetter = (unit >= 'a' && unit <= 'z') || (unit >= 'A' && unit <= 'Z');
+    if (unit == '$') {
+      spelled.push_back('$');
+    } else if (unit == ' ' || unit == '#' || unit == ':') {
+      spelled.push_back('\\');
+    } else if (!isLetter && (unit < '0' || unit > '9') && byte < 0x80 &&
+               plain.find(unit) == plain.npos) {
+      return std::nullopt;
+    }
+    spelled.push_back(unit);
+  }
+  return path.starts_with('~') ? std::nullopt : std::optional(spelled);
+}
+
+/// The folder that holds what stands at `path`.
+std::string Above(const std::string& path) {
+  return path.substr(0, std::max<std::size_t>(path.rfind('/'), 1));
+}
+
+/// What would change if a folder came to stand at `path`.
+std::string NearestFolder(std::string path) {
+  while (path.size() > 1 && LookAtFolder(path).error != 0) path = Above(path);
+  return path;
+}
+
+/// The text of the link at `path`; empty when none stands there.
+std::string TargetOf(const std::string& path) {
+  std::array<char, PATH_MAX> buffer = {};
+  const auto size = readlink(path.c_str(), buffer.data(), buffer.size());
+  return {buffer.data(), static_cast<std::size_t>(std::max<ssize_t>(size, 0))};
+}
+
+/// Collects what a target depends on.
+class Dependencies {
+ public:
+  explicit Dependencies(const ReceiptBody& receipt) : body(receipt) {}
+
+  void Collect() {
+    AddAnswers();
+    const auto& counts = reached;
+    for (std::uint32_t list = 0; list < counts.size(); ++list) {
+      for (const std::uint32_t place : body.ListAt(list).first(counts[list])) AddPlace(place);
+    }
+    for (const auto* further : *body.Get().further()) AddPlace(further->place());
+    for (const auto* file : *body.Get().files()) {
+      AddWhatLinkNeeds(body.PathOf(file->place(), file->name()));
+    }
+  }
+
+  std::set<std::string> files;
+  std::set<std::string> folders;
+
+ private:
+  void AddAnswers() {
+    reached.resize(body.Get().list_ends()->size());
+    // Of a tree, each folder may hold a new one.
+    if (body.Get().path()->recursive()) reached[0] = body.ListAt(0).size();
+    for (const auto* question : *body.Get().questions()) {
+      if (question->place() != kNone)
+        files.insert(body.PathOf(question->place(), question->file()));
+      std::size_t count = question->asked();
+      // Where the answer stands, nothing else of one name can take its place.
+      const bool isLast =
+          count > 0 && body.ListAt(question->list())[count - 1] == question->place();
+      if (isLast && body.ExtensionsOf(question->kind()).size() <= 1) --count;
+      reached[question->list()] = std::max(reached[question->list()], count);
+    }
+  }
+
+  void AddPlace(std::uint32_t place) {
+    folders.insert(NearestFolder(std::string(body.TextOf(body.PlaceAt(place).path()))));
+  }
+
+  /// A link counts once its target comes.
+  void AddWhatLinkNeeds(const std::string& link) {
+    std::string target = TargetOf(link);
+    if (target.empty()) return;
+    if (!target.starts_with('/')) target = Above(link) + '/' + target;
+    folders.insert(NearestFolder(Above(target)));
+  }
+
+  const ReceiptBody& body;
+  std::vector<std::size_t> reached;  // of each list: how many places matter
+};
+
+}  // namespace
+
+std::vector<ustring> WriteDepfile(std::ostream& stream, const ustring& target,
+                                  const Receipt& receipt) {
+  const auto spelledTarget = SpellingOf(BytesFromText(target).value_or("\n"));
+  if (!spelledTarget || target.empty()) {
+    throw std::invalid_argument("make and ninja cannot both read this name of a target");
+  }
+  Dependencies needed(*receipt.body);
+  needed.Collect();
+  std::vector<ustring> unwritten;
+  std::string rules;
+  stream << *spelledTarget << ':';
+  const auto write = [&](const std::string& path) {
+    const auto spelled = SpellingOf(path);
+    if (!spelled) {
+      unwritten.push_back(TextFromBytes(path));
+    } else {
+      stream << " \\\n  " << *spelled;
+    }
+    return spelled;
+  };
+  for (const std::string& file : needed.files) {
+    if (const auto spelled = write(file)) {
+      rules += '\n' + *spelled + ":\n";
+    } else {
+      needed.folders.insert(Above(file));
+    }
+  }
+  for (const std::string& folder : needed.folders) static_cast<void>(write(folder));
+  stream << '\n' << rules;
+  return unwritten;
+}
+
+}  // namespace Corvane::PathManagement::host

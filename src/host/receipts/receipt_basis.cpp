@@ -1,0 +1,81 @@
+#include "host/receipts/receipt_body.h"
+#include "searchpath/host/receipt.h"
+#include "searchpath/model/byte_text.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace Corvane::PathManagement::host {
+
+namespace {
+
+/// Collects what answers rest on.
+class BasisCollector {
+ public:
+  explicit BasisCollector(const ReceiptBody& receipt)
+      : body(receipt), isAdded(receipt.Get().places()->size()) {}
+
+  void AddPlace(std::uint32_t number) {
+    if (isAdded[number]) return;
+    isAdded[number] = true;
+    const receipts::Place& place = body.PlaceAt(number);
+    (place.error() == 0 ? basis.folders : basis.absent)
+        .push_back(TextFromBytes(body.TextOf(place.path())));
+  }
+
+  void AddFile(std::uint32_t place, const receipts::Text& name) {
+    basis.files.push_back(TextFromBytes(body.PathOf(place, name)));
+  }
+
+  void AddList(std::uint32_t list, std::size_t asked) {
+    for (const std::uint32_t place : body.ListAt(list).first(asked)) AddPlace(place);
+  }
+
+  /// What matters for single questions that isWanted(number), and for the whole path.
+  template <class IsWanted>
+  [[nodiscard]] AnswerBasis Finish(const IsWanted& isWanted) {
+    for (const auto* further : *body.Get().further()) {
+      if (isWanted(further->question())) AddPlace(further->place());
+    }
+    for (const auto* file : *body.Get().files()) {
+      if (isWanted(file->question())) AddFile(file->place(), file->name());
+    }
+    std::sort(basis.files.begin(), basis.files.end());
+    basis.files.erase(std::unique(basis.files.begin(), basis.files.end()), basis.files.end());
+    return std::move(basis);
+  }
+
+  /// Where more than its presence counts.
+  void AddAnswer(const receipts::Question& question) {
+    const auto counted = static_cast<LookupRules::Files>(body.Get().path()->rules()->files());
+    if (question.place() == kNone || counted == LookupRules::Files::Regular) return;
+    AddFile(question.place(), question.file());
+  }
+
+ private:
+  const ReceiptBody& body;
+  std::vector<bool> isAdded;
+  AnswerBasis basis;
+};
+
+}  // namespace
+
+AnswerBasis Receipt::GetBasis(std::size_t at) const {
+  const receipts::Question& question = body->QuestionAt(at);
+  BasisCollector collector(*body);
+  collector.AddList(question.list(), question.asked());
+  collector.AddAnswer(question);
+  return collector.Finish([at](std::uint32_t number) { return number == at || number == kNone; });
+}
+
+AnswerBasis Receipt::GetBasis() const {
+  BasisCollector collector(*body);
+  const auto lists = static_cast<std::uint32_t>(body->Get().list_ends()->size());
+  for (std::uint32_t list = 0; list < lists; ++list) {
+    collector.AddList(list, body->ListAt(list).size());
+  }
+  for (const auto* question : *body->Get().questions()) collector.AddAnswer(*question);
+  return collector.Finish([](std::uint32_t /*number*/) { return true; });
+}
+
+}  // namespace Corvane::PathManagement::host

@@ -1,0 +1,179 @@
+#include "host/receipts/receipt_body.h"
+
+#include "host/rules/asked_file.h"
+#include "searchpath/host/invalid_listing_exception.h"
+#include "searchpath/model/filename_matching_policy.h"
+
+#include <initializer_list>
+#include <utility>
+
+namespace Corvane::PathManagement::host {
+
+namespace {
+
+constexpr flatbuffers::uoffset_t kDeepestTables = 8;  // tables in tables; the format has two
+
+[[noreturn]] void RefuseReceipt(const std::string& why) {
+  throw InvalidListingException("it is malformed: " + why);
+}
+
+std::string_view ViewOf(const receipts::Receipt& receipt, const receipts::Text& text) {
+  return {reinterpret_cast<const char*>(receipt.texts()->data()) + text.begin(), text.size()};
+}
+
+/// Checks that whatever refers to something refers to a part of the receipt.
+class ReceiptContentCheck {
+ public:
+  explicit ReceiptContentCheck(const receipts::Receipt& checked)
+      : receipt(checked), bytesLeft(std::size_t{2} * checked.texts()->size()) {}
+
+  void Run() {
+    CheckPath(*receipt.path());
+    for (const auto* place : *receipt.places()) {
+      CheckTexts({&place->path(), &place->canonical()});
+      CheckLocation(place->path());
+    }
+    for (const auto* way : *receipt.ways()) CheckTexts({&way->path(), &way->canonical()});
+    for (const auto* extension : *receipt.extensions()) CheckTexts({extension});
+    CheckKinds();
+    CheckLists();
+    for (const auto* question : *receipt.questions()) CheckQuestion(*question);
+    CheckWhatElse();
+  }
+
+ private:
+  /// A text may be used twice, as a name and for the file of that name. With more than that, a small
+  /// receipt could hold a huge number of long texts.
+  void CheckTexts(std::initializer_list<const receipts::Text*> texts) {
+    for (const receipts::Text* text : texts) {
+      const std::uint64_t end = std::uint64_t{text->begin()} + text->size();
+      if (end > receipt.texts()->size()) RefuseReceipt("a text is not in the file");
+      if (text->size() > bytesLeft) RefuseReceipt("it refers to the same text several times");
+      bytesLeft -= text->size();
+    }
+  }
+
+  /// Of something that becomes a location.
+  void CheckLocation(const receipts::Text& path) const {
+    const std::string_view bytes = ViewOf(receipt, path);
+    if (!bytes.starts_with('/') || bytes.find('\0') != bytes.npos)
+      RefuseReceipt("a path is not absolute");
+  }
+
+  void CheckPath(const receipts::Path& path) {
+    for (const auto* folders :
+         {path.folders(), path.without(), path.quote_folders(), path.packages()}) {
+      for (const auto* folder : *folders) CheckTexts({folder});
+    }
+    const receipts::Rules* const rules = path.rules();
+    if (path.working_folder() == nullptr || rules == nullptr)
+      RefuseReceipt("the path has no rules");
+    CheckTexts({path.working_folder()});
+    if (path.working_folder()->size() > 0) CheckLocation(*path.working_folder());
+    const bool isKnown =
+        rules->separator() <= static_cast<int>(LookupRules::Separator::ThatFile) &&
+        rules->files() <= static_cast<int>(LookupRules::Files::Readable) &&
+        rules->empty_part() <= static_cast<int>(LookupRules::EmptyPart::WorkingFolder);
+    if (!isKnown) RefuseReceipt("a rule is unknown");
+    if (path.packages()->size() > 1) RefuseReceipt("the path has several roots of packages");
+  }
+
+  void CheckKinds() {
+    std::uint32_t end = 0;
+    for (const auto* kind : *receipt.kinds()) {
+      CheckTexts({&kind->from(), &kind->after()});
+      if (kind->policy() > static_cast<std::uint32_t>(FilenameMatchingPolicy::FileSystemDefault)) {
+        RefuseReceipt("a policy is unknown");
+      }
+      CheckEnd(end, kind->extensions_end(), receipt.extensions()->size());
+    }
+  }
+
+  void CheckLists() {
+    std::uint32_t end = 0;
+    for (const std::uint32_t next : *receipt.list_ends()) {
+      CheckEnd(end, next, receipt.listed()->size());
+    }
+    if (receipt.list_ends()->size() == 0) RefuseReceipt("there is no list of the path");
+    for (const std::uint32_t place : *receipt.listed()) CheckPlace(place);
+  }
+
+  static void CheckEnd(std::uint32_t& end, std::uint32_t next, std::uint32_t size) {
+    if (next < end || next > size) RefuseReceipt("a list ends where it should not");
+    end = next;
+  }
+
+  void CheckPlace(std::uint32_t place) const {
+    if (place >= receipt.places()->size()) RefuseReceipt("a place is not in the file");
+  }
+
+  void CheckQuestion(const receipts::Question& question) {
+    CheckTexts({&question.name(), &question.file()});
+    if (question.place() != kNone) CheckPlace(question.place());
+    if (question.kind() >= receipt.kinds()->size())
+      RefuseReceipt("it is not said how a name was asked");
+    if (question.list() >= receipt.list_ends()->size()) RefuseReceipt("a list is not in the file");
+    const auto& ends = *receipt.list_ends();
+    const std::uint32_t begin = question.list() == 0 ? 0 : ends.Get(question.list() - 1);
+    if (question.asked() > ends.Get(question.list()) - begin) RefuseReceipt("a list is too short");
+  }
+
+  void CheckWhatElse() {
+    const auto checkQuestion = [&](std::uint32_t question) {
+      if (question >= receipt.questions()->size()) RefuseReceipt("a question is not in the file");
+    };
+    const auto check = [&](const auto& about) {
+      if (about.question() != kNone) checkQuestion(about.question());
+      CheckPlace(about.place());
+    };
+    for (const auto* further : *receipt.further()) check(*further);
+    for (const auto* file : *receipt.files()) {
+      check(*file);
+      CheckTexts({&file->name()});
+      if (file->standing() > static_cast<int>(Standing::NotReachable)) {
+        RefuseReceipt("it is unknown what stands at a name");
+      }
+    }
+    for (const std::uint32_t question : *receipt.uncertain()) checkQuestion(question);
+  }
+
+  const receipts::Receipt& receipt;
+  std::size_t bytesLeft;
+};
+
+}  // namespace
+
+ReceiptBody::ReceiptBody(ListingBody content) : body(std::move(content)) {
+  const auto* bytes = reinterpret_cast<const std::uint8_t*>(body.bytes.get());
+  flatbuffers::Verifier verifier(bytes, body.size, kDeepestTables);
+  if (!receipts::VerifyReceiptBuffer(verifier)) RefuseReceipt("its tables do not fit together");
+  receipt = receipts::GetReceipt(bytes);
+  ReceiptContentCheck(*receipt).Run();
+}
+
+std::string_view ReceiptBody::TextOf(const receipts::Text& text) const noexcept {
+  return ViewOf(*receipt, text);
+}
+
+std::string ReceiptBody::PathOf(std::uint32_t place, const receipts::Text& name) const {
+  std::string path(TextOf(PlaceAt(place).path()));
+  if (!path.ends_with('/')) path.push_back('/');
+  return path.append(TextOf(name));
+}
+
+std::span<const std::uint32_t> ReceiptBody::ListAt(std::uint32_t list) const {
+  const auto& ends = *receipt->list_ends();
+  const std::uint32_t begin = list == 0 ? 0 : ends.Get(list - 1);
+  return std::span(receipt->listed()->data(), receipt->listed()->size())
+      .subspan(begin, ends.Get(list) - begin);
+}
+
+std::span<const receipts::Text> ReceiptBody::ExtensionsOf(std::uint32_t kind) const {
+  const auto& kinds = *receipt->kinds();
+  const std::uint32_t begin = kind == 0 ? 0 : kinds.Get(kind - 1)->extensions_end();
+  const auto& all = *receipt->extensions();
+  return std::span(reinterpret_cast<const receipts::Text*>(all.Data()), all.size())
+      .subspan(begin, kinds.Get(kind)->extensions_end() - begin);
+}
+
+}  // namespace Corvane::PathManagement::host

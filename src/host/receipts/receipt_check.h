@@ -1,0 +1,46 @@
+#ifndef SEARCHPATH_SRC_HOST_RECEIPTS_RECEIPT_CHECK_H
+#define SEARCHPATH_SRC_HOST_RECEIPTS_RECEIPT_CHECK_H
+
+#include "host/receipts/receipt_body.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <vector>
+
+namespace Corvane::PathManagement::host {
+
+/// Which answers of a receipt rest on something that has changed since, or may have.
+class ReceiptCheck {
+ public:
+  /// Asks the disk. Precondition: `receipt` outlives this object.
+  explicit ReceiptCheck(const ReceiptBody& receipt);
+
+  /// Whether nothing has changed.
+  [[nodiscard]] bool IsFresh() const noexcept { return !all && !path && !any; }
+  /// Whether everything is to be asked again.
+  [[nodiscard]] bool ConcernsAll() const noexcept { return all; }
+  /// Whether there may be other folders on the path. If there are, everything is to be asked again.
+  [[nodiscard]] bool ConcernsPath() const noexcept { return path; }
+  /// Whether the question is to be asked again in any case.
+  [[nodiscard]] bool Concerns(std::uint32_t question) const;
+
+ private:
+  void CheckPlaces();
+  void CheckLists();
+  void CheckFiles();
+  void CheckAnswers();
+  [[nodiscard]] bool HasWayChanged() const;
+  void Mark(std::uint32_t question);
+
+  const ReceiptBody& body;
+  bool all = false;
+  bool path = false;
+  bool any = false;
+  std::vector<bool> changedPlaces;
+  std::vector<std::size_t> firstChanged;  // of each list: the position of the first changed place
+  std::vector<bool> changedQuestions;  // for another reason than a list; empty when there are none
+};
+
+}  // namespace Corvane::PathManagement::host
+
+#endif  // SEARCHPATH_SRC_HOST_RECEIPTS_RECEIPT_CHECK_H

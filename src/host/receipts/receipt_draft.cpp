@@ -1,0 +1,210 @@
+#include "host/receipts/receipt_draft.h"
+
+#include "host/common/parallel.h"
+#include "host/folder/folder_stamp.h"
+#include "host/receipts/surroundings.h"
+#include "searchpath/model/byte_text.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <cstring>
+#include <optional>
+#include <stdexcept>
+#include <utility>
+
+namespace Corvane::PathManagement::host {
+
+namespace {
+
+// The times of some file systems are so coarse. The time at which attributes were set shows a folder
+// whose modification time has been set back; file systems where that matters have fine times.
+constexpr std::chrono::milliseconds kCoarseGrain{2000};
+constexpr std::chrono::milliseconds kFineGrain{100};
+
+/// The folder that holds what `path` names.
+std::string Above(std::string_view path) {
+  const std::size_t end = path.find_last_not_of('/');
+  const std::size_t last = end == path.npos ? path.npos : path.rfind('/', end);
+  return std::string(path.substr(0, last == path.npos ? 0 : std::max<std::size_t>(last, 1)));
+}
+
+/// Whether a change since `begun` would show in what is seen now.
+bool IsCertain(const FolderSight& sight, std::chrono::system_clock::time_point begun) {
+  const auto isBefore = [begun](std::int64_t time, std::chrono::milliseconds grain) {
+    return time <= std::chrono::nanoseconds((begun - grain).time_since_epoch()).count();
+  };
+  if (sight.error != 0) return sight.error == ENOENT || sight.error == ENOTDIR;
+  return isBefore(sight.stamp.modified, kCoarseGrain) && isBefore(sight.stamp.changed, kFineGrain);
+}
+
+}  // namespace
+
+receipts::Text ReceiptDraft::AddText(std::string_view text) {
+  if (texts.size() + text.size() > kMostBodyBytes) throw std::length_error("too many names");
+  const receipts::Text added(static_cast<std::uint32_t>(texts.size()),
+                             static_cast<std::uint32_t>(text.size()));
+  texts.append(text);
+  return added;
+}
+
+receipts::Text ReceiptDraft::AddText(const ustring& text) {
+  return AddText(std::string_view(BytesFromText(text).value_or("")));
+}
+
+std::optional<std::uint32_t> ReceiptDraft::FindPlace(std::string_view path) const {
+  const auto known = placesByPath.find(path);
+  return known == placesByPath.end() ? std::nullopt : std::optional(known->second);
+}
+
+std::uint32_t ReceiptDraft::AddPlace(std::string_view path) {
+  if (const auto known = FindPlace(path)) return *known;
+  const auto place = static_cast<std::uint32_t>(asked.size());
+  placesByPath.emplace(asked.emplace_back(AskedPlace{.path = std::string(path)}).path, place);
+  return place;
+}
+
+void ReceiptDraft::NoteListing(std::uint32_t place, const FolderListing& listing) {
+  asked[place].isListed = true;
+  if (listing.stamp) asked[place].stamp = listing.stamp;
+}
+
+/// Leaves the places that questions have reached, and numbers them anew.
+void ReceiptDraft::DropIdlePlaces() {
+  std::vector<std::uint32_t> numbers(asked.size(), kNone);
+  std::deque<AskedPlace> kept;
+  const auto keep = [&](std::uint32_t place) {
+    if (numbers[place] == kNone) {
+      numbers[place] = static_cast<std::uint32_t>(kept.size());
+      kept.push_back(std::move(asked[place]));
+    }
+    return numbers[place];
+  };
+  for (List& list : lists) {
+    list.places.resize(list.asked);
+    for (std::uint32_t& place : list.places) place = keep(place);
+  }
+  for (auto& question : questions) {
+    if (question.place() == kNone) continue;
+    question = {question.name(), question.file(), keep(question.place()),
+                question.kind(), question.list(), question.asked()};
+  }
+  for (auto& about : further) about = {about.question(), keep(about.place())};
+  for (auto& file : files) {
+    file = {file.question(), keep(file.place()), file.name(), file.standing()};
+  }
+  asked = std::move(kept);
+  placesByPath.clear();
+  for (std::uint32_t place = 0; place < asked.size(); ++place) {
+    placesByPath.emplace(asked[place].path, place);
+  }
+}
+
+/// What stands at a place, and whether a later change will show.
+std::pair<FolderSight, bool> ReceiptDraft::LookAt(const AskedPlace& place,
+                                                  DiskPatience::Limit limit,
+                                                  std::chrono::system_clock::time_point begun) {
+  if (place.stamp) return {{.stamp = *place.stamp}, true};
+  const auto look = [path = place.path] { return LookAtFolder(path); };
+  const auto sight = DiskPatience(limit).Ask(look).value_or(FolderSight{.error = ETIMEDOUT});
+  // A listing without a stamp was made too soon after a change.
+  return {sight, IsCertain(sight, begun) && !(place.isListed && sight.error == 0)};
+}
+
+void ReceiptDraft::LookAtPlaces(DiskPatience::Limit limit,
+                                std::chrono::system_clock::time_point begun) {
+  std::vector<std::pair<FolderSight, bool>> sights(asked.size());
+  std::vector<std::string> canonical(asked.size());
+  LinkResolver links;
+  ForEachInParallel(asked.size(), [&](std::size_t place) {
+    sights[place] = LookAt(asked[place], limit, begun);
+    const bool answers = sights[place].first.error != ETIMEDOUT;
+    canonical[place] = answers ? WithoutLinks(links, asked[place].path) : asked[place].path;
+  });
+  for (std::size_t place = 0; place < asked.size(); ++place) {
+    const auto& [sight, isCertain] = sights[place];
+    const receipts::Text path = AddText(std::string_view(asked[place].path));
+    places.emplace_back(sight.stamp.modified, sight.stamp.changed, sight.stamp.inode, path,
+                        AddTarget(path, canonical[place]), static_cast<std::uint16_t>(sight.error),
+                        isCertain);
+  }
+  for (const std::string& way : FindWays(canonical)) {
+    const receipts::Text path = AddText(std::string_view(way));
+    ways.emplace_back(path, AddTarget(path, WithoutLinks(links, way)));
+  }
+}
+
+/// The text of where a path leads, which is mostly that of the path.
+receipts::Text ReceiptDraft::AddTarget(const receipts::Text& path, const std::string& target) {
+  return TextOf(path) == target ? path : AddText(std::string_view(target));
+}
+
+/// What decides where places are, given where they were found to be: the folders that hold them, and
+/// what links there are on the way.
+std::set<std::string> ReceiptDraft::FindWays(const std::vector<std::string>& canonical) const {
+  std::set<std::string> found;
+  for (std::size_t place = 0; place < asked.size(); ++place) {
+    const std::string& path = asked[place].path;
+    found.insert(Above(path));
+    if (canonical[place] != path) found.insert(path);
+  }
+  return found;
+}
+
+flatbuffers::Offset<receipts::Path> ReceiptDraft::WritePath(flatbuffers::FlatBufferBuilder& builder,
+                                                            const EnvironmentOptions& options) {
+  const auto write = [&](const std::vector<ustring>& folders) {
+    std::vector<receipts::Text> written;
+    written.reserve(folders.size());
+    for (const ustring& folder : folders) written.push_back(AddText(folder));
+    return builder.CreateVectorOfStructs(written);
+  };
+  const auto folders = write(options.folders);
+  const auto without = write(options.without);
+  const auto quoteFolders = write(options.quoteFolders);
+  const auto packages =
+      write(options.packages ? std::vector{*options.packages} : std::vector<ustring>());
+  const auto workingFolder =
+      AddText(options.workingFolder ? options.workingFolder->getPath() : ustring());
+  const LookupRules& given = options.rules;
+  const receipts::Rules rules(given.foldersHaveMeaning, static_cast<std::uint8_t>(given.separator),
+                              static_cast<std::uint8_t>(given.files),
+                              static_cast<std::uint8_t>(given.emptyPart), given.expandsParts,
+                              given.dropsRepeats);
+  return receipts::CreatePath(builder, folders, without, quoteFolders, packages, &workingFolder,
+                              &rules, options.timeout ? options.timeout->count() : -1,
+                              options.expansion == FolderExpansion::Recursive,
+                              options.keepDuplicates, pathIsUncertain);
+}
+
+std::shared_ptr<const ReceiptBody> ReceiptDraft::Finish(
+    const EnvironmentOptions& options, std::chrono::system_clock::time_point begun) {
+  DropIdlePlaces();
+  LookAtPlaces(options.timeout, begun);
+  std::vector<std::uint32_t> listEnds;
+  std::vector<std::uint32_t> listed;
+  for (const List& list : lists) {
+    listed.insert(listed.end(), list.places.begin(), list.places.end());
+    listEnds.push_back(static_cast<std::uint32_t>(listed.size()));
+  }
+  if (texts.size() + places.size() * sizeof(places[0]) + questions.size() * sizeof(questions[0]) +
+          (listed.size() + files.size() + further.size()) * sizeof(receipts::File) >
+      kMostBodyBytes / 2) {
+    throw std::length_error("too many names for a receipt");
+  }
+  flatbuffers::FlatBufferBuilder builder(texts.size() + questions.size() * sizeof(questions[0]));
+  const auto path = WritePath(builder, options);
+  const auto text =
+      builder.CreateVector(reinterpret_cast<const std::uint8_t*>(texts.data()), texts.size());
+  builder.Finish(receipts::CreateReceipt(
+      builder, text, path, RightsOfProcess(), builder.CreateVectorOfStructs(places),
+      builder.CreateVectorOfStructs(ways), builder.CreateVector(listEnds),
+      builder.CreateVector(listed), builder.CreateVectorOfStructs(kinds),
+      builder.CreateVectorOfStructs(extensions), builder.CreateVectorOfStructs(questions),
+      builder.CreateVectorOfStructs(further), builder.CreateVectorOfStructs(files),
+      builder.CreateVector(uncertain)));
+  ListingBody body{std::make_unique_for_overwrite<char[]>(builder.GetSize()), builder.GetSize()};
+  std::memcpy(body.bytes.get(), builder.GetBufferPointer(), body.size);
+  return std::make_shared<const ReceiptBody>(std::move(body));
+}
+
+}  // namespace Corvane::PathManagement::host

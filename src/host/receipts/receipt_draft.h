@@ -1,0 +1,86 @@
+#ifndef SEARCHPATH_SRC_HOST_RECEIPTS_RECEIPT_DRAFT_H
+#define SEARCHPATH_SRC_HOST_RECEIPTS_RECEIPT_DRAFT_H
+
+#include "host/common/disk_patience.h"
+#include "host/folder/folder_listing.h"
+#include "host/names/short_hash.h"
+#include "host/receipts/receipt_body.h"
+#include "searchpath/host/environment.h"
+
+#include <boost/unordered/unordered_flat_map.hpp>
+
+#include <cstdint>
+#include <deque>
+#include <memory>
+#include <optional>
+#include <set>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+namespace Corvane::PathManagement::host {
+
+/// The parts of a receipt that is being made.
+class ReceiptDraft {
+ public:
+  struct List {
+    std::vector<std::uint32_t> places;
+    std::size_t asked = 0;  // how many of them some question has asked
+  };
+
+  [[nodiscard]] receipts::Text AddText(std::string_view text);
+  [[nodiscard]] receipts::Text AddText(const ustring& text);
+  [[nodiscard]] std::string_view TextOf(const receipts::Text& text) const {
+    return std::string_view(texts).substr(text.begin(), text.size());
+  }
+  /// The number of the place at a native path.
+  [[nodiscard]] std::uint32_t AddPlace(std::string_view path);
+  /// The same; empty when it has not been added.
+  [[nodiscard]] std::optional<std::uint32_t> FindPlace(std::string_view path) const;
+  [[nodiscard]] const std::string& PathOf(std::uint32_t place) const { return asked[place].path; }
+  /// Notes that questions were answered from the listing of a place.
+  void NoteListing(std::uint32_t place, const FolderListing& listing);
+
+  /// Asks the disk about the places that matter, and puts all together. A place is certain when it had not changed for two seconds when it was listed, or at `begun`.
+  ///
+  /// Errors: `std::length_error`.
+  [[nodiscard]] std::shared_ptr<const ReceiptBody> Finish(
+      const EnvironmentOptions& options, std::chrono::system_clock::time_point begun);
+
+  std::vector<List> lists;  // the first is the path
+  std::vector<receipts::Kind> kinds;
+  std::vector<receipts::Text> extensions;
+  std::vector<receipts::Question> questions;
+  std::vector<receipts::Further> further;
+  std::vector<receipts::File> files;
+  std::vector<std::uint32_t> uncertain;
+  bool pathIsUncertain = false;
+
+ private:
+  struct AskedPlace {
+    std::string path;
+    bool isListed = false;
+    std::optional<FolderStamp> stamp = {};  // of the listing
+  };
+
+  void DropIdlePlaces();
+  [[nodiscard]] static std::pair<FolderSight, bool> LookAt(
+      const AskedPlace& place, DiskPatience::Limit limit,
+      std::chrono::system_clock::time_point begun);
+  [[nodiscard]] receipts::Text AddTarget(const receipts::Text& path, const std::string& target);
+  [[nodiscard]] std::set<std::string> FindWays(const std::vector<std::string>& canonical) const;
+  void LookAtPlaces(DiskPatience::Limit limit, std::chrono::system_clock::time_point begun);
+  [[nodiscard]] flatbuffers::Offset<receipts::Path> WritePath(
+      flatbuffers::FlatBufferBuilder& builder, const EnvironmentOptions& options);
+
+  std::string texts;
+  std::deque<AskedPlace> asked;  // stay where they are
+  boost::unordered_flat_map<std::string_view, std::uint32_t, NameBytesHash> placesByPath;
+  std::vector<receipts::Place> places;
+  std::vector<receipts::Way> ways;
+};
+
+}  // namespace Corvane::PathManagement::host
+
+#endif  // SEARCHPATH_SRC_HOST_RECEIPTS_RECEIPT_DRAFT_H

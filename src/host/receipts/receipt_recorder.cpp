@@ -1,0 +1,204 @@
+#include "host/folder/entry_state.h"
+#include "host/folder/open_path.h"
+#include "host/path/path_view.h"
+#include "host/receipts/asked_lists.h"
+#include "host/receipts/name_scan.h"
+#include "host/receipts/receipt_draft.h"
+#include "searchpath/host/receipt.h"
+#include "searchpath/model/byte_text.h"
+
+#include <boost/unordered/unordered_flat_map.hpp>
+
+#include <algorithm>
+#include <string>
+#include <utility>
+
+namespace Corvane::PathManagement::host {
+
+namespace {
+
+bool IsSameKind(const Lookup& left, const Lookup& right) {
+  return left.policy == right.policy && left.extensions == right.extensions &&
+         left.fromFolder == right.fromFolder && left.afterFolder == right.afterFolder;
+}
+
+}  // namespace
+
+class ReceiptRecorder::State {
+ public:
+  explicit State(const Environment& asked)
+      : environment(asked),
+        lists(draft, *asked.view, asked.ruled.get(), asked.workingFolder),
+        scan(draft, asked.rules.files) {}
+
+  void Add(const Lookup& lookup, const boost::optional<FoundItem>& answer);
+  [[nodiscard]] std::shared_ptr<const ReceiptBody> Finish();
+
+ private:
+  /// The number of how the question is asked.
+  [[nodiscard]] std::uint32_t KindOf(const Lookup& lookup);
+  [[nodiscard]] std::uint32_t PlaceOf(const FoundItem& file);
+  [[nodiscard]] receipts::Text FileOf(const FoundItem& file, const receipts::Text& name);
+  [[nodiscard]] std::size_t CountAsked(const AskedList& list, std::uint32_t answer) const;
+  void NotePath();
+  void NoteLinks(std::uint32_t place, const FolderListing& listing);
+  [[nodiscard]] EnvironmentOptions OptionsAnywhere() const;
+
+  const Environment& environment;
+  ReceiptDraft draft;
+  AskedLists lists;
+  NameScan scan;
+  std::vector<Lookup> kinds;  // without names
+  boost::unordered_flat_map<std::shared_ptr<const IPathEntry>, std::uint32_t> placesOfEntries;
+  std::vector<ScannedQuestion> pending;  // whose folders were not listed when they were asked
+};
+
+void ReceiptRecorder::State::Add(const Lookup& lookup, const boost::optional<FoundItem>& answer) {
+  const std::uint32_t kind = KindOf(lookup);
+  QuestionScope scope = lists.ScopeOf(lookup, kind);
+  AskedList& list = lists.At(scope.list);
+  const auto name = draft.AddText(lookup.name);
+  const std::uint32_t place = answer ? PlaceOf(*answer) : kNone;
+  const auto number = static_cast<std::uint32_t>(draft.questions.size());
+  const std::size_t asked =
+      answer && !scope.asksAll ? CountAsked(list, place) : list.GetPlaces().size();
+  draft.questions.emplace_back(name, answer ? FileOf(*answer, name) : receipts::Text(), place, kind,
+                               scope.list, static_cast<std::uint32_t>(asked));
+  draft.lists[scope.list].asked = std::max(draft.lists[scope.list].asked, asked);
+  for (const std::uint32_t further : scope.further) draft.further.emplace_back(number, further);
+  if (!scope.isCertain) {
+    draft.uncertain.push_back(number);
+  } else if (!list.HasNothingToScan() || scope.first) {
+    ScannedQuestion question{
+        .number = number, .list = scope.list, .asked = asked, .first = scope.first};
+    lists.SetNames(lookup, question);
+    if (list.IsListed()) {
+      scan.Run(question, list);
+    } else {
+      pending.push_back(std::move(question));
+    }
+  }
+}
+
+std::uint32_t ReceiptRecorder::State::KindOf(const Lookup& lookup) {
+  const auto known = std::find_if(kinds.rbegin(), kinds.rend(),
+                                  [&](const Lookup& kind) { return IsSameKind(kind, lookup); });
+  if (known != kinds.rend()) return static_cast<std::uint32_t>(kinds.rend() - known - 1);
+  Lookup kind = lookup;
+  kind.name.clear();
+  for (const ustring& extension : kind.extensions) {
+    draft.extensions.push_back(draft.AddText(extension));
+  }
+  draft.kinds.emplace_back(static_cast<std::uint32_t>(kind.policy),
+                           static_cast<std::uint32_t>(draft.extensions.size()),
+                           draft.AddText(kind.fromFolder.value_or(ustring())),
+                           draft.AddText(kind.afterFolder.value_or(ustring())),
+                           kind.fromFolder.has_value(), kind.afterFolder.has_value());
+  kinds.push_back(std::move(kind));
+  return static_cast<std::uint32_t>(kinds.size() - 1);
+}
+
+/// The place of the folder that holds `file`.
+std::uint32_t ReceiptRecorder::State::PlaceOf(const FoundItem& file) {
+  const auto [known, isNew] = placesOfEntries.try_emplace(file.GetPathEntry(), std::uint32_t{0});
+  if (isNew) {
+    known->second = draft.AddPlace(NativeBytes(known->first->GetAbsoluteIRI()).value_or(""));
+  }
+  return known->second;
+}
+
+/// The name of the file in its folder, which is mostly the end of the name that was asked for.
+receipts::Text ReceiptRecorder::State::FileOf(const FoundItem& file, const receipts::Text& name) {
+  const PathItem& item = *file.GetPathItem();
+  const std::string bytes = BytesFromText(item.GetName() + item.GetExtension()).value_or("");
+  if (!draft.TextOf(name).ends_with(bytes)) return draft.AddText(std::string_view(bytes));
+  const auto size = static_cast<std::uint32_t>(bytes.size());
+  return {name.begin() + name.size() - size, size};
+}
+
+/// How many places were asked up to the answer. One in a method folder is found at the folder above.
+std::size_t ReceiptRecorder::State::CountAsked(const AskedList& list, std::uint32_t answer) const {
+  const std::size_t size = list.GetPlaces().size();
+  std::size_t position = list.PositionOf(answer);
+  if (position == size) {
+    const std::string& path = draft.PathOf(answer);
+    if (const auto above = draft.FindPlace(std::string_view(path).substr(0, path.rfind('/')))) {
+      position = list.PositionOf(*above);
+    }
+  }
+  return std::min(position + 1, size);
+}
+
+/// What decides which folders are on the path.
+void ReceiptRecorder::State::NotePath() {
+  const EnvironmentOptions& options = *environment.options;
+  draft.pathIsUncertain = options.packages || !environment.view->GetUnlocated().empty();
+  for (const ustring& folder : options.without) {
+    try {
+      const AbsoluteIRI hidden = environment.workingFolder.Locate(folder);
+      draft.further.emplace_back(kNone, draft.AddPlace(NativeBytes(hidden).value_or("/dev/null")));
+    } catch (const current_working_folder::FailedToAbsolutizeException&) {
+      draft.pathIsUncertain = true;
+    }
+  }
+  const bool isRecursive = options.expansion == FolderExpansion::Recursive;
+  if (!isRecursive && !draft.pathIsUncertain) return;
+  ReceiptDraft::List& path = draft.lists.front();
+  path.asked = path.places.size();
+  if (!isRecursive) return;
+  const auto& folders = environment.view->GetWholePath().GetMainFolders();
+  for (std::size_t at = 0; at < folders.size(); ++at) {
+    FolderState& state = StateOf(*folders[at]);
+    if (state.IsListed()) NoteLinks(path.places[at], state.Listing());
+  }
+}
+
+/// Of a folder whose subfolders are searched: a link may come to lead to a folder, or cease to.
+void ReceiptRecorder::State::NoteLinks(std::uint32_t place, const FolderListing& listing) {
+  for (const auto& link : listing.links) {
+    const auto standing =
+        LookAtFile(draft.PathOf(place) + '/' + link.name, LookupRules::Files::Regular);
+    if ((standing == Standing::Folder) != (link.target == LinkTarget::Folder)) {
+      draft.pathIsUncertain = true;
+    }
+    draft.files.emplace_back(kNone, place, draft.AddText(std::string_view(link.name)),
+                             static_cast<std::uint8_t>(standing));
+  }
+}
+
+/// The options, with which other processes search the same path.
+EnvironmentOptions ReceiptRecorder::State::OptionsAnywhere() const {
+  EnvironmentOptions options = *environment.options;
+  try {
+    options.workingFolder = environment.workingFolder.Locate(u".");
+  } catch (const current_working_folder::FailedToAbsolutizeException&) {
+    options.workingFolder.reset();  // there is none, so nothing is below it
+  }
+  return options;
+}
+
+std::shared_ptr<const ReceiptBody> ReceiptRecorder::State::Finish() {
+  for (const ScannedQuestion& question : pending) scan.Run(question, lists.At(question.list));
+  NotePath();
+  lists.NoteListings();
+  return draft.Finish(OptionsAnywhere(), environment.begun);
+}
+
+ReceiptRecorder::ReceiptRecorder(const Environment& environment)
+    : state(std::make_unique<State>(environment)) {}
+
+ReceiptRecorder::~ReceiptRecorder() = default;
+
+void ReceiptRecorder::Add(const Lookup& lookup, const boost::optional<FoundItem>& answer) {
+  state->Add(lookup, answer);
+}
+
+Receipt ReceiptRecorder::Finish() { return Receipt(state->Finish()); }
+
+Receipt Environment::FindWithReceipt(const std::vector<Lookup>& lookups) const {
+  ReceiptRecorder recorder(*this);
+  for (const Lookup& lookup : lookups) recorder.Add(lookup, Find(lookup));
+  return recorder.Finish();
+}
+
+}  // namespace Corvane::PathManagement::host
