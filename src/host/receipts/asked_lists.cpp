@@ -146,6 +146,9 @@ QuestionScope AskedLists::ScopeOnPath(const Lookup& lookup) {
 
 QuestionScope AskedLists::ScopeByRules(const Lookup& lookup, std::uint32_t kind) {
   QuestionScope scope;
+  // Nobody asks from a folder that is gone.
+  const auto& asker = lookup.afterFolder ? lookup.afterFolder : lookup.fromFolder;
+  if (asker) scope.further.push_back(PlaceAt(*asker));
   const auto names = RuledPath::NamesOf(TargetOf(lookup.name, lookup));
   if (names.empty()) return scope;  // no file can be called so
   const std::string& name = names.front();
