@@ -50,6 +50,9 @@ namespace Corvane::PathManagement::tool {
 /// Saves the listings of the path, or checks those that were saved.
 [[nodiscard]] Outcome RunCache(const std::vector<std::string>& arguments);
 
+/// Which answers of a receipt have changed?
+[[nodiscard]] Outcome RunVerify(const std::vector<std::string>& arguments);
+
 /// Which packages are there?
 [[nodiscard]] Outcome RunPackages(const std::vector<std::string>& arguments);
 

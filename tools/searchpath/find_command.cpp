@@ -1,3 +1,4 @@
+#include "answer_record.h"
 #include "command_line.h"
 #include "commands.h"
 #include "finder.h"
@@ -69,6 +70,7 @@ struct FindOptions {
   bool follow = false;
   std::optional<std::string> from;
   std::optional<std::string> after;
+  RecordOptions record;
 
   void AddTo(CommandLine& commandLine) {
     path.AddTo(commandLine);
@@ -84,6 +86,7 @@ struct FindOptions {
     commandLine.AddFlagForOperands("--stdin", answers.manyNames,
                                    "read NAMEs from standard input, one a line");
     commandLine.AddFlag("--follow", follow, "with --stdin: keep the path as the disk is");
+    record.AddTo(commandLine);
     output.AddTo(commandLine, true);
   }
 };
@@ -120,6 +123,10 @@ void CheckOptions(const FindOptions& options, const std::vector<std::string>& na
   }
   if (options.follow && !options.answers.manyNames) {
     throw UsageError("--follow needs --stdin, from which the NAMEs come one after the other");
+  }
+  options.record.Check();
+  if (options.follow && options.record.WriteAnything()) {
+    throw UsageError("--follow answers as the disk changes, so --receipt and --depfile exclude it");
   }
   CheckRules(options);
 }
@@ -177,10 +184,13 @@ Outcome RunFind(const std::vector<std::string>& arguments) {
   AskedPath path(options, commandLine);
   Finder finder(options.answers, options.path, output, path.Get(), std::move(lookup));
   const bool failed = options.path.strict && ReportProblems(path.Get(), options.path);
+  std::optional<host::ReceiptRecorder> recorder;
+  if (options.record.WriteAnything()) finder.RecordIn(recorder.emplace(path.Get()));
   try {
     for (const std::string& name : names) finder.Answer(name);
     const bool answeredAll =
         !options.answers.manyNames || AnswerInput(path, finder, options, output);
+    if (recorder) WriteRecord(options.record, recorder->Finish());
     finder.ReportProblems();
     if (!answeredAll || failed) return Outcome::Failed;
     return finder.FoundAll() ? Outcome::Found : Outcome::NotFound;

@@ -9,6 +9,14 @@
 
 namespace Corvane::PathManagement::tool {
 
+namespace {
+
+boost::optional<FoundItem> FirstOf(const std::vector<FoundItem>& files) {
+  return files.empty() ? boost::optional<FoundItem>() : files.front();
+}
+
+}  // namespace
+
 Finder::Finder(const AnswerOptions& answerOptions, const PathOptions& pathOptions,
                const Output& whereTo, const host::Environment& searchedPath,
                host::Lookup commonLookup)
@@ -50,6 +58,7 @@ void Finder::ReportProblems() {
 bool Finder::Explain(const std::string& name) const {
   const host::Explanation explanation = environment.Explain(lookup);
   WriteExplanation(output, environment, name, explanation);
+  Record(FirstOf(explanation.files));
   return !explanation.files.empty();
 }
 
@@ -57,11 +66,17 @@ bool Finder::Find(const std::string& name) const {
   if (options.all) {
     const std::vector<FoundItem> files = environment.FindAll(lookup);
     for (const FoundItem& file : files) WriteAnswer(output, name, file);
+    Record(FirstOf(files));
     return !files.empty();
   }
   const auto file = environment.Find(lookup);
   if (file) WriteAnswer(output, name, *file);
+  Record(file);
   return file.has_value();
+}
+
+void Finder::Record(const boost::optional<FoundItem>& file) const {
+  if (recorder != nullptr) recorder->Add(lookup, file);
 }
 
 }  // namespace Corvane::PathManagement::tool

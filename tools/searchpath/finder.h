@@ -2,6 +2,7 @@
 #define SEARCHPATH_TOOLS_SEARCHPATH_FINDER_H
 
 #include "search_path.h"
+#include "searchpath/host/receipt.h"
 
 #include <optional>
 #include <string>
@@ -24,6 +25,9 @@ class Finder {
   Finder(const AnswerOptions& answerOptions, const PathOptions& pathOptions, const Output& whereTo,
          const host::Environment& searchedPath, host::Lookup commonLookup);
 
+  /// From now on, answers go into `receipt`, too.
+  void RecordIn(host::ReceiptRecorder& receipt) { recorder = &receipt; }
+
   void Answer(const std::string& name);
 
   /// The file that `name` means; writes and reports nothing.
@@ -40,12 +44,14 @@ class Finder {
   [[nodiscard]] bool Find(const std::string& name) const;
   /// For programs that wait for the answer to each name.
   void CloseAnswer(const std::string& name, bool found) const;
+  void Record(const boost::optional<FoundItem>& file) const;
 
   AnswerOptions options;
   const PathOptions& path;
   const Output& output;
   const host::Environment& environment;
   host::Lookup lookup;
+  host::ReceiptRecorder* recorder = nullptr;  // not owned
   bool reportsProblems;
   bool foundAll = true;
 };

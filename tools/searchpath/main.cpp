@@ -21,14 +21,23 @@ struct Command {
   Outcome (*run)(const std::vector<std::string>& arguments);
 };
 
-constexpr Command kCommands[] = {{"find", RunFind},         {"which", RunWhich},
-                                 {"files", RunFiles},       {"list", RunList},
-                                 {"folders", RunFolders},   {"shadows", RunShadows},
-                                 {"doctor", RunDoctor},     {"trust", RunTrust},
-                                 {"diff", RunDiff},         {"watch", RunWatch},
-                                 {"add", RunAdd},           {"remove", RunRemove},
-                                 {"packages", RunPackages}, {"profiles", RunProfiles},
-                                 {"cache", RunCache},       {"iri", RunIri}};
+constexpr Command kCommands[] = {{"find", RunFind},
+                                 {"which", RunWhich},
+                                 {"files", RunFiles},
+                                 {"list", RunList},
+                                 {"folders", RunFolders},
+                                 {"shadows", RunShadows},
+                                 {"doctor", RunDoctor},
+                                 {"trust", RunTrust},
+                                 {"diff", RunDiff},
+                                 {"watch", RunWatch},
+                                 {"add", RunAdd},
+                                 {"remove", RunRemove},
+                                 {"packages", RunPackages},
+                                 {"profiles", RunProfiles},
+                                 {"cache", RunCache},
+                                 {"verify", RunVerify},
+                                 {"iri", RunIri}};
 
 constexpr const char* kExamples =
     "  searchpath which ls                          which program does ls start?\n"
@@ -62,6 +71,7 @@ constexpr const char* kHelp =
     "  packages           the packages below a folder, and their folders\n"
     "  profiles           names for a path, its rules and its extensions\n"
     "  cache              saves what the folders hold, and checks what has changed\n"
+    "  verify FILE        which answers in a receipt of find have changed\n"
     "  iri TEXT...        the IRI, canonical IRI and native path of a text\n"
     "\n"
     "searchpath COMMAND -h shows its options; --help adds examples and rules.\n"
