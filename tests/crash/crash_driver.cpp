@@ -9,8 +9,12 @@
 //   crash_driver pour FOLDER VERSION   writes one after the other from there on, tells what is saved
 //   crash_driver version FOLDER 0      tells which version the cache is
 //
+// With "receipt" behind it, the same with receipts in place of caches.
+//
 // Ends with 0, or 1 when something was torn, lost or left behind, 2 for wrong arguments, 3 for the
 // exception that a write or a load is to raise when it fails.
+#include "searchpath/host/invalid_listing_exception.h"
+#include "searchpath/host/receipt.h"
 #include "searchpath/model/byte_text.h"
 #include "searchpath/utilities/toolbox_path_cache.h"
 
@@ -79,17 +83,45 @@ struct Factory : IPathEntryFactory {
   std::optional<Version> read;  // empty when it was torn
 };
 
-/// A cache and the folder that holds it alone.
+/// A receipt of that version: so many names, which are numbers from it on.
+host::Receipt ReceiptOf(Version version) {
+  std::vector<host::Lookup> lookups(1 + version % 5000);
+  for (auto& lookup : lookups) lookup.name = TextFromBytes(std::to_string(version++));
+  return host::Environment({u"/no/such/folder"}).FindWithReceipt(lookups);
+}
+
+std::optional<Version> VersionOf(const host::Receipt& receipt) {
+  const Version version =
+      std::strtoul(BytesFromText(receipt.GetName(0)).value().c_str(), nullptr, 10);
+  const Version last = version + receipt.GetCount() - 1;
+  const bool isWhole = receipt.GetCount() == 1 + version % 5000 &&
+                       receipt.GetName(last - version) == TextFromBytes(std::to_string(last));
+  return isWhole ? std::optional(version) : std::nullopt;
+}
+
+/// A cache, or a receipt, and the folder that holds it alone.
 class Scene {
  public:
-  explicit Scene(const std::string& location) : folder(location) {}
+  Scene(const std::string& location, bool holdsReceipt)
+      : folder(location), isReceipt(holdsReceipt) {}
 
-  void Write(Version version) const { WriteToolboxPathCache(cache, u"/lib", Factory(version)); }
+  void Write(Version version) const {
+    if (isReceipt) {
+      ReceiptOf(version).Save(cache);
+    } else {
+      WriteToolboxPathCache(cache, u"/lib", Factory(version));
+    }
+  }
 
-  [[nodiscard]] std::optional<Version> Load() const {
+  [[nodiscard]] std::optional<Version> Load() const try {
+    if (isReceipt) return VersionOf(host::Receipt::Load(cache));
     Factory factory(0);
     return LoadToolboxPathCache(cache, u"/lib", factory), factory.read;
+  } catch (const host::InvalidListingException&) {
+    return std::nullopt;
   }
+
+  [[nodiscard]] Version LooksInAWrite() const { return isReceipt ? 1024 : 64; }
 
   /// Removes what a killed writer left; returns how many files that were.
   [[nodiscard]] int TakeStrays() const {
@@ -104,6 +136,7 @@ class Scene {
 
  private:
   std::string folder;
+  bool isReceipt;
   fl::filesystem::path cache = TextFromBytes(folder + "/cache");
 };
 
@@ -134,7 +167,7 @@ int KillWriters(const Scene& scene, Version count) {
       progress.saved = progress.begun.load();
     }
     // Looking takes about as long as a step of a write, so this is the random moment.
-    for (Version more = random() % 64; more > 0; --more, ++looks) {
+    for (Version more = random() % scene.LooksInAWrite(); more > 0; --more, ++looks) {
       const Version saved = progress.saved;
       const auto version = scene.Load();
       if (!version || *version < saved) return kill(writer, SIGKILL), Fault("torn or lost, alive");
@@ -227,6 +260,7 @@ int Run(const std::string& mode, const Scene& scene, Version number) {
 }  // namespace
 
 int main(int count, char** arguments) {
-  if (count != 4) return 2;
-  return Run(arguments[1], Scene(arguments[2]), std::strtoul(arguments[3], nullptr, 10));
+  const bool isReceipt = count == 5 && std::string(arguments[4]) == "receipt";
+  if (count != 4 && !isReceipt) return 2;
+  return Run(arguments[1], Scene(arguments[2], isReceipt), std::strtoul(arguments[3], nullptr, 10));
 }
