@@ -39,10 +39,6 @@ class AskedList {
 
   [[nodiscard]] bool IsListed() { return isListed = isListed || listings.areMade(); }
 
-  /// The listing of a folder; null when questions have not been answered from it.
-  [[nodiscard]] const FolderListing* FindListing(std::size_t folder) {
-    return IsListed() && listings.at ? listings.at(folder) : nullptr;
-  }
   /// Whether no name has any position: there are listings, and nothing but plain files in them.
   [[nodiscard]] bool HasNothingToScan();
   /// The positions, among the first `count`, where something other than a plain file may stand at a

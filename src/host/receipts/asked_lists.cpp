@@ -104,16 +104,6 @@ std::uint32_t AskedLists::ListOfAllFolders() {
   return *allFolders;
 }
 
-void AskedLists::NoteListings() {
-  for (std::size_t number = 0; number < lists.size(); ++number) {
-    AskedList& list = lists[number];
-    for (std::size_t at = 0; at < draft.lists[number].asked; ++at) {
-      const FolderListing* const listing = list.FindListing(at);
-      if (listing != nullptr) draft.NoteListing(list.GetPlaces()[at], *listing);
-    }
-  }
-}
-
 std::uint32_t AskedLists::PlaceAt(const ustring& folder) {
   return draft.AddPlace(NativeBytes(workingFolder.Locate(folder)).value_or("/dev/null"));
 }

@@ -43,9 +43,6 @@ class AskedLists {
 
   [[nodiscard]] AskedList& At(std::uint32_t list) { return lists[list]; }
 
-  /// Notes in the draft which folders were listed, of those that its lists reach.
-  void NoteListings();
-
  private:
   [[nodiscard]] std::uint32_t Add(std::vector<std::uint32_t> places,
                                   AskedList::Listings listings = {});

@@ -16,10 +16,7 @@ namespace Corvane::PathManagement::host {
 
 namespace {
 
-// The times of some file systems are so coarse. The time at which attributes were set shows a folder
-// whose modification time has been set back; file systems where that matters have fine times.
-constexpr std::chrono::milliseconds kCoarseGrain{2000};
-constexpr std::chrono::milliseconds kFineGrain{100};
+constexpr std::chrono::seconds kCoarseGrain{2};  // the times of some file systems are so coarse
 
 /// The folder that holds what `path` names.
 std::string Above(std::string_view path) {
@@ -28,13 +25,15 @@ std::string Above(std::string_view path) {
   return std::string(path.substr(0, last == path.npos ? 0 : std::max<std::size_t>(last, 1)));
 }
 
-/// Whether a change since `begun` would show in what is seen now.
+/// Whether a change since `begun` would show in what is seen now. A folder whose modification time has
+/// been set back shows it by the time at which that was done.
 bool IsCertain(const FolderSight& sight, std::chrono::system_clock::time_point begun) {
-  const auto isBefore = [begun](std::int64_t time, std::chrono::milliseconds grain) {
-    return time <= std::chrono::nanoseconds((begun - grain).time_since_epoch()).count();
+  const auto isBefore = [](std::int64_t time, std::chrono::system_clock::time_point limit) {
+    return time <= std::chrono::nanoseconds(limit.time_since_epoch()).count();
   };
   if (sight.error != 0) return sight.error == ENOENT || sight.error == ENOTDIR;
-  return isBefore(sight.stamp.modified, kCoarseGrain) && isBefore(sight.stamp.changed, kFineGrain);
+  return isBefore(sight.stamp.modified, begun - kCoarseGrain) &&
+         isBefore(sight.stamp.changed, begun);
 }
 
 }  // namespace
@@ -58,24 +57,19 @@ std::optional<std::uint32_t> ReceiptDraft::FindPlace(std::string_view path) cons
 
 std::uint32_t ReceiptDraft::AddPlace(std::string_view path) {
   if (const auto known = FindPlace(path)) return *known;
-  const auto place = static_cast<std::uint32_t>(asked.size());
-  placesByPath.emplace(asked.emplace_back(AskedPlace{.path = std::string(path)}).path, place);
+  const auto place = static_cast<std::uint32_t>(paths.size());
+  placesByPath.emplace(paths.emplace_back(path), place);
   return place;
-}
-
-void ReceiptDraft::NoteListing(std::uint32_t place, const FolderListing& listing) {
-  asked[place].isListed = true;
-  if (listing.stamp) asked[place].stamp = listing.stamp;
 }
 
 /// Leaves the places that questions have reached, and numbers them anew.
 void ReceiptDraft::DropIdlePlaces() {
-  std::vector<std::uint32_t> numbers(asked.size(), kNone);
-  std::deque<AskedPlace> kept;
+  std::vector<std::uint32_t> numbers(paths.size(), kNone);
+  std::deque<std::string> kept;
   const auto keep = [&](std::uint32_t place) {
     if (numbers[place] == kNone) {
       numbers[place] = static_cast<std::uint32_t>(kept.size());
-      kept.push_back(std::move(asked[place]));
+      kept.push_back(std::move(paths[place]));
     }
     return numbers[place];
   };
@@ -92,40 +86,30 @@ void ReceiptDraft::DropIdlePlaces() {
   for (auto& file : files) {
     file = {file.question(), keep(file.place()), file.name(), file.standing()};
   }
-  asked = std::move(kept);
+  paths = std::move(kept);
   placesByPath.clear();
-  for (std::uint32_t place = 0; place < asked.size(); ++place) {
-    placesByPath.emplace(asked[place].path, place);
+  for (std::uint32_t place = 0; place < paths.size(); ++place) {
+    placesByPath.emplace(paths[place], place);
   }
-}
-
-/// What stands at a place, and whether a later change will show.
-std::pair<FolderSight, bool> ReceiptDraft::LookAt(const AskedPlace& place,
-                                                  DiskPatience::Limit limit,
-                                                  std::chrono::system_clock::time_point begun) {
-  if (place.stamp) return {{.stamp = *place.stamp}, true};
-  const auto look = [path = place.path] { return LookAtFolder(path); };
-  const auto sight = DiskPatience(limit).Ask(look).value_or(FolderSight{.error = ETIMEDOUT});
-  // A listing without a stamp was made too soon after a change.
-  return {sight, IsCertain(sight, begun) && !(place.isListed && sight.error == 0)};
 }
 
 void ReceiptDraft::LookAtPlaces(DiskPatience::Limit limit,
                                 std::chrono::system_clock::time_point begun) {
-  std::vector<std::pair<FolderSight, bool>> sights(asked.size());
-  std::vector<std::string> canonical(asked.size());
+  std::vector<FolderSight> sights(paths.size());
+  std::vector<std::string> canonical(paths.size());
   LinkResolver links;
-  ForEachInParallel(asked.size(), [&](std::size_t place) {
-    sights[place] = LookAt(asked[place], limit, begun);
-    const bool answers = sights[place].first.error != ETIMEDOUT;
-    canonical[place] = answers ? WithoutLinks(links, asked[place].path) : asked[place].path;
+  ForEachInParallel(paths.size(), [&](std::size_t place) {
+    const std::string& path = paths[place];
+    const auto sight = DiskPatience(limit).Ask([path] { return LookAtFolder(path); });
+    sights[place] = sight.value_or(FolderSight{.error = ETIMEDOUT});
+    canonical[place] = sight ? WithoutLinks(links, path) : path;
   });
-  for (std::size_t place = 0; place < asked.size(); ++place) {
-    const auto& [sight, isCertain] = sights[place];
-    const receipts::Text path = AddText(std::string_view(asked[place].path));
+  for (std::size_t place = 0; place < paths.size(); ++place) {
+    const FolderSight& sight = sights[place];
+    const receipts::Text path = AddText(std::string_view(paths[place]));
     places.emplace_back(sight.stamp.modified, sight.stamp.changed, sight.stamp.inode, path,
                         AddTarget(path, canonical[place]), static_cast<std::uint16_t>(sight.error),
-                        isCertain);
+                        IsCertain(sight, begun));
   }
   for (const std::string& way : FindWays(canonical)) {
     const receipts::Text path = AddText(std::string_view(way));
@@ -142,8 +126,8 @@ receipts::Text ReceiptDraft::AddTarget(const receipts::Text& path, const std::st
 /// what links there are on the way.
 std::set<std::string> ReceiptDraft::FindWays(const std::vector<std::string>& canonical) const {
   std::set<std::string> found;
-  for (std::size_t place = 0; place < asked.size(); ++place) {
-    const std::string& path = asked[place].path;
+  for (std::size_t place = 0; place < paths.size(); ++place) {
+    const std::string& path = paths[place];
     found.insert(Above(path));
     if (canonical[place] != path) found.insert(path);
   }

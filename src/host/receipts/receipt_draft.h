@@ -2,7 +2,6 @@
 #define SEARCHPATH_SRC_HOST_RECEIPTS_RECEIPT_DRAFT_H
 
 #include "host/common/disk_patience.h"
-#include "host/folder/folder_listing.h"
 #include "host/names/short_hash.h"
 #include "host/receipts/receipt_body.h"
 #include "searchpath/host/environment.h"
@@ -38,11 +37,10 @@ class ReceiptDraft {
   [[nodiscard]] std::uint32_t AddPlace(std::string_view path);
   /// The same; empty when it has not been added.
   [[nodiscard]] std::optional<std::uint32_t> FindPlace(std::string_view path) const;
-  [[nodiscard]] const std::string& PathOf(std::uint32_t place) const { return asked[place].path; }
-  /// Notes that questions were answered from the listing of a place.
-  void NoteListing(std::uint32_t place, const FolderListing& listing);
+  [[nodiscard]] const std::string& PathOf(std::uint32_t place) const { return paths[place]; }
 
-  /// Asks the disk about the places that matter, and puts all together. A place is certain when it had not changed for two seconds when it was listed, or at `begun`.
+  /// Asks the disk about the places that matter, and puts all together. A place is
+  /// certain when it had not changed for two seconds at `begun`, before any question was asked.
   ///
   /// Errors: `std::length_error`.
   [[nodiscard]] std::shared_ptr<const ReceiptBody> Finish(
@@ -58,16 +56,7 @@ class ReceiptDraft {
   bool pathIsUncertain = false;
 
  private:
-  struct AskedPlace {
-    std::string path;
-    bool isListed = false;
-    std::optional<FolderStamp> stamp = {};  // of the listing
-  };
-
   void DropIdlePlaces();
-  [[nodiscard]] static std::pair<FolderSight, bool> LookAt(
-      const AskedPlace& place, DiskPatience::Limit limit,
-      std::chrono::system_clock::time_point begun);
   [[nodiscard]] receipts::Text AddTarget(const receipts::Text& path, const std::string& target);
   [[nodiscard]] std::set<std::string> FindWays(const std::vector<std::string>& canonical) const;
   void LookAtPlaces(DiskPatience::Limit limit, std::chrono::system_clock::time_point begun);
@@ -75,7 +64,7 @@ class ReceiptDraft {
       flatbuffers::FlatBufferBuilder& builder, const EnvironmentOptions& options);
 
   std::string texts;
-  std::deque<AskedPlace> asked;  // stay where they are
+  std::deque<std::string> paths;  // stay where they are
   boost::unordered_flat_map<std::string_view, std::uint32_t, NameBytesHash> placesByPath;
   std::vector<receipts::Place> places;
   std::vector<receipts::Way> ways;

@@ -180,7 +180,6 @@ EnvironmentOptions ReceiptRecorder::State::OptionsAnywhere() const {
 std::shared_ptr<const ReceiptBody> ReceiptRecorder::State::Finish() {
   for (const ScannedQuestion& question : pending) scan.Run(question, lists.At(question.list));
   NotePath();
-  lists.NoteListings();
   return draft.Finish(OptionsAnywhere(), environment.begun);
 }
 
