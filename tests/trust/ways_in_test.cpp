@@ -30,6 +30,7 @@ struct Row {
   std::vector<ustring> path;
   std::string expected;
   LookupRules rules = kPlainRules;
+  std::vector<ustring> quoteFolders = {};
 };
 
 /// What is wrong with the rows, each on a machine of its own.
@@ -39,7 +40,8 @@ void Check(const std::vector<Row>& rows, bool withNames) {
     test::InSmallMachine([&] {
       umask(0);
       for (const Thing& thing : row.things) test::Make(thing);
-      const Environment environment({.folders = row.path, .rules = row.rules});
+      const Environment environment(
+          {.folders = row.path, .rules = row.rules, .quoteFolders = row.quoteFolders});
       std::string lines;
       const TrustReport report =
           environment.ExamineTrust({.user = test::kOwner, .names = withNames});
@@ -59,6 +61,13 @@ const std::string kEveMayReadAlone = ListBytes({{ACL_USER_OBJ, 7},
                                                 {ACL_GROUP_OBJ, 7},
                                                 {ACL_MASK, 5},
                                                 {ACL_OTHER, 5}});
+
+// Whom such a list names has the rights of the others: the kernel does not ask it.
+const std::string kNobodyInGroupMayWrite = ListBytes({{ACL_USER_OBJ, 7},
+                                                      {ACL_USER, 0, test::kEve},
+                                                      {ACL_GROUP_OBJ, 0},
+                                                      {ACL_MASK, 0},
+                                                      {ACL_OTHER, 7}});
 
 TEST(TrustTest, EachWayInIsReportedWithItsKind) {
   Check(
@@ -89,6 +98,44 @@ TEST(TrustTest, EachWayInIsReportedWithItsKind) {
           {{{kFolder, "/open", "", 0, 0, 01777}},
            {u"/open/lib/deep"},
            "creatable /open/lib/deep /open/lib everyone\n"},
+          {{{kFolder, "/lib"}, {kFile, "/lib/plot", "", test::kEve, 0, 0644}},
+           {u"/lib"},
+           "owner /lib /lib/plot user eve\n",
+           kProgramRules},
+          {{{kFolder, "/mine"},
+            {kFile, "/mine/plot.zt"},
+            {kFolder, "/lib"},
+            {kFile, "/lib/plot.zt", "", 0, 0, 0666},
+            {kLink, "/lib/back", "."}},
+           {u"/mine", u"/lib"},
+           "file-writable /lib /lib/plot.zt everyone\n"},
+          {{{kFolder, "/mine"},
+            {kFile, "/mine/plot.zt"},
+            {kFolder, "/lib"},
+            {kFile, "/lib/plot.zt", "", 0, 0, 0666}},
+           {u"/mine", u"/lib"},
+           "file-writable /lib /lib/plot.zt everyone\n",
+           kEnvironmentRules},
+          {{{kFolder, "/lib"}, {kFolder, "/quoted", "", test::kEve}},
+           {u"/lib"},
+           "owner /quoted /quoted user eve\n",
+           kIncludeRules,
+           {u"/quoted"}},
+          {{{kFolder, "/part", "", 0, test::kBothGroup, 0750},
+            {kFolder, "/part/lib", "", 0, 0, 0755, kNobodyInGroupMayWrite}},
+           {u"/part/lib"},
+           "writable /part/lib /part/lib user eve user mallory\n"},
+          {{{kFolder, "/open", "", 0, 0, 0777},
+            {kFolder, "/lib"},
+            {kFolder, "/lib/resources"},
+            {kLink, "/lib/resources/far", "/open/none"},
+            {kLink, "/lib/resources/+far", "/open/gone"}},
+           {u"/lib"},
+           "creatable /lib/resources /open/gone everyone\n",
+           kEnvironmentRules},
+          {{{kFolder, "/~"}, {kFolder, "/~/lib"}},
+           {u"~/lib"},
+           "relative /~/lib ~/lib whoever chooses the working folder\n"},
           {{{kFolder, "/lib"}}, {u"lib"}, "relative /lib lib whoever chooses the working folder\n"},
           {{}, {u""}, "empty-part / . whoever chooses the working folder\n", kProgramRules},
       },
@@ -103,6 +150,20 @@ TEST(TrustTest, WhatNobodyElseCanUseIsNotReported) {
           {{{kFolder, "/lib", "", test::kOwner, test::kOwnersGroup, 0775}}, {u"/lib"}, ""},
           {{{kFolder, "/lib", "", 0, test::kNobodysGroup, 0775}}, {u"/lib"}, ""},
           {{{kFolder, "/lib", "", 0, 0, 0755, kEveMayReadAlone}}, {u"/lib"}, ""},
+          {{{kFolder, "/lib"}}, {u"~root/lib"}, "", kEnvironmentRules},
+          {{{kFolder, "/lib"}, {kFile, "/lib/plot", "", 0, 0, 0666}}, {u"/lib"}, "", kProgramRules},
+          {{{kFolder, "/mine"},
+            {kFile, "/mine/plot.zt"},
+            {kFolder, "/lib"},
+            {kFile, "/lib/plot.zt", "", 0, 0, 0666}},
+           {u"/mine", u"/lib"},
+           ""},
+          {{{kFolder, "/lib"},
+            {kFolder, "/lib/resources"},
+            {kFile, "/lib/resources/plot.zt", "", 0, 0, 0666}},
+           {u"/lib"},
+           "",
+           kEnvironmentRules},
           {{{kFolder, "/shut", "", 0, 0, 0700}, {kFolder, "/shut/lib", "", 0, 0, 0777}},
            {u"/shut/lib"},
            ""},
@@ -130,7 +191,14 @@ TEST(TrustTest, NamesThatAnEarlierFolderAnswersAreOutOfReach) {
           "writable /open /open everyone: area.zt axes.zt geometry/cone.zt\n"
           "owner /lib /lib/axes.zt user eve: axes.zt\n"
           "writable /lib/+geometry /lib/+geometry everyone: geometry/cone.zt\n",
-          kEnvironmentRules}},
+          kEnvironmentRules},
+         {{{kFolder, "/sticky", "", 0, 0, 01777},
+           {kFile, "/sticky/plot.zt"},
+           {kFolder, "/lib"},
+           {kFile, "/lib/plot.zt"},
+           {kFile, "/lib/area.zt"}},
+          {u"/sticky", u"/lib"},
+          "writable /sticky /sticky everyone: area.zt\n"}},
         true);
 }
 

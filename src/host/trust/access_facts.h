@@ -31,7 +31,7 @@ struct AccessFacts {
   uid_t owner = 0;
   gid_t group = 0;
   mode_t mode = 0;       // its type, too
-  AccessList list = {};  // empty when the mode says it all
+  AccessList list = {};  // empty when the mode alone decides
   dev_t device = 0;
   ino_t inode = 0;
 

@@ -45,7 +45,7 @@ std::optional<Permission> FindPermission(const AccessFacts& facts, const Permiss
                                          unsigned wanted) {
   if (seeker.user == facts.owner) return Permission{Capacity::Owner};
   const unsigned group = (facts.mode & S_IRWXG) >> 3U;
-  if (group != 0 && !facts.list.empty()) {
+  if (!facts.list.empty()) {
     const ListAnswer answer = AskList(facts, seeker, wanted);
     if (answer.concerns) return answer.permission;
   } else if (seeker.isIn(facts.group)) {
