@@ -5,15 +5,13 @@
 #include "searchpath/host/folder_problem.h"
 #include "searchpath/host/lookup_rules.h"
 
-#include <sys/types.h>
+#include <sys/stat.h>
 
 #include <cstddef>
 #include <string>
 #include <system_error>
 #include <utility>
 #include <vector>
-
-struct stat;
 
 namespace Corvane::PathManagement::host {
 
