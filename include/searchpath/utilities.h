@@ -32,6 +32,7 @@
 #include "searchpath/utilities/concatenated_path.h"
 #include "searchpath/utilities/deduplicated_path.h"
 #include "searchpath/utilities/file_lookup.h"
+#include "searchpath/utilities/filename_comparison.h"
 #include "searchpath/utilities/filtered_path.h"
 #include "searchpath/utilities/iri_conversion.h"
 #include "searchpath/utilities/matching_entries.h"

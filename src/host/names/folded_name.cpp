@@ -1,7 +1,7 @@
 #include "host/names/folded_name.h"
 
-#include "host/names/case_folding.h"
 #include "searchpath/model/byte_text.h"
+#include "searchpath/utilities/filename_comparison.h"
 
 namespace Corvane::PathManagement::host {
 
@@ -13,7 +13,7 @@ std::string_view FoldName(std::string_view name, std::string& buffer) {
     isAscii = isAscii && static_cast<unsigned char>(byte) < 0x80;
   }
   // Folding keeps every lone surrogate, so the text still stands for bytes.
-  if (!isAscii) buffer = BytesFromText(SearchpathCaseFolding()->fold(TextFromBytes(name))).value();
+  if (!isAscii) buffer = BytesFromText(FoldFilename(TextFromBytes(name))).value();
   return buffer;
 }
 

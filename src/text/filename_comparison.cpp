@@ -1,10 +1,11 @@
-#include "searchpath/host/filename_comparison.h"
+#include "searchpath/utilities/filename_comparison.h"
 
-#include "host/names/case_folding.h"
+#include "text/case_folding.h"
 
+#include <algorithm>
 #include <cstddef>
 
-namespace Corvane::PathManagement::host {
+namespace Corvane::PathManagement {
 
 namespace {
 
@@ -17,7 +18,7 @@ bool AreSameIgnoringCase(std::u16string_view left, std::u16string_view right) {
     // From the first character beyond ASCII on, one may fold to several. What stands before is
     // equal.
     if (left[at] >= 0x80 || right[at] >= 0x80) {
-      return SearchpathCaseFolding()->areSameFolded(left.substr(at), right.substr(at));
+      return detail::SearchpathCaseFolding()->areSameFolded(left.substr(at), right.substr(at));
     }
     if (FoldAscii(left[at]) != FoldAscii(right[at])) return false;
   }
@@ -32,4 +33,13 @@ bool AreSameFilename(std::u16string_view left, std::u16string_view right,
                                                       : left == right;
 }
 
-}  // namespace Corvane::PathManagement::host
+ustring FoldFilename(std::u16string_view name) {
+  ustring folded(name);
+  if (std::ranges::any_of(name, [](char16_t unit) { return unit >= 0x80; })) {
+    return detail::SearchpathCaseFolding()->fold(folded);
+  }
+  std::ranges::transform(folded, folded.begin(), FoldAscii);
+  return folded;
+}
+
+}  // namespace Corvane::PathManagement

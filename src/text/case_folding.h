@@ -1,12 +1,12 @@
-#ifndef SEARCHPATH_SRC_HOST_NAMES_CASE_FOLDING_H
-#define SEARCHPATH_SRC_HOST_NAMES_CASE_FOLDING_H
+#ifndef SEARCHPATH_SRC_TEXT_CASE_FOLDING_H
+#define SEARCHPATH_SRC_TEXT_CASE_FOLDING_H
 
 #include "searchpath/export.h"
 #include "searchpath/model/ustring.h"
 
 #include <string_view>
 
-namespace Corvane::PathManagement::host {
+namespace Corvane::PathManagement::detail {
 
 /// Full Unicode case folding, for text that is not all ASCII. As pointers to functions, since the
 /// code may be in a module that is opened at the first use, see `FindInModule`.
@@ -23,6 +23,6 @@ struct CaseFolding {
 /// Errors: `std::runtime_error` when it is in a module that cannot be opened.
 extern "C" SEARCHPATH_EXPORT const CaseFolding* SearchpathCaseFolding();
 
-}  // namespace Corvane::PathManagement::host
+}  // namespace Corvane::PathManagement::detail
 
-#endif  // SEARCHPATH_SRC_HOST_NAMES_CASE_FOLDING_H
+#endif  // SEARCHPATH_SRC_TEXT_CASE_FOLDING_H

@@ -1,4 +1,4 @@
-#include "host/names/case_folding.h"
+#include "text/case_folding.h"
 
 #include <unicode/uchar.h>
 #include <unicode/ustring.h>
@@ -8,7 +8,7 @@
 #include <limits>
 #include <stdexcept>
 
-namespace Corvane::PathManagement::host {
+namespace Corvane::PathManagement::detail {
 
 namespace {
 
@@ -43,4 +43,4 @@ extern "C" const CaseFolding* SearchpathCaseFolding() {
   return &kFolding;
 }
 
-}  // namespace Corvane::PathManagement::host
+}  // namespace Corvane::PathManagement::detail
