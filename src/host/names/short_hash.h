@@ -1,29 +1,12 @@
 #ifndef SEARCHPATH_SRC_HOST_NAMES_SHORT_HASH_H
 #define SEARCHPATH_SRC_HOST_NAMES_SHORT_HASH_H
 
-// Compiled in: for a name of a few characters the call into the library costs as much as the hash.
-#define XXH_INLINE_ALL
-#include <xxhash.h>
-
-#include <cstddef>
-#include <cstdint>
-#include <string_view>
+#include "model/short_hash.h"
 
 namespace Corvane::PathManagement::host {
 
-/// XXH3 with 64 bits and without a seed: the hash of names in memory, and the checksum of saved
-/// listings, whose format fixes it.
-[[nodiscard]] inline std::uint64_t ShortHash(const void* bytes, std::size_t size) noexcept {
-  return XXH3_64bits(bytes, size);
-}
-
-/// For hash tables of names in bytes.
-struct NameBytesHash {
-  using is_avalanching = void;
-  std::size_t operator()(std::string_view name) const noexcept {
-    return ShortHash(name.data(), name.size());
-  }
-};
+using PathManagement::detail::NameBytesHash;
+using PathManagement::detail::ShortHash;
 
 }  // namespace Corvane::PathManagement::host
 

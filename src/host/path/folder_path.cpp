@@ -3,11 +3,11 @@
 #include "host/common/parallel.h"
 #include "host/folder/entry_state.h"
 #include "host/folder/folder_walk.h"
-#include "host/path/last_folders.h"
 #include "host/path/path_table.h"
 #include "host/path/plain_lookup.h"
+#include "listed/last_folders.h"
+#include "listed/partial_target.h"
 #include "searchpath/host/filename_comparison.h"
-#include "searchpath/model/constants.h"
 #include "searchpath/utilities/file_lookup.h"
 #include "searchpath/utilities/iri_conversion.h"
 #include "searchpath/utilities/once_flag.h"
@@ -26,24 +26,6 @@ namespace {
 
 using PathManagement::detail::SearchTarget;
 
-/// A target whose name has separators, taken apart.
-struct PartialTarget {
-  ustring folder;  // up to the last separator, with it
-  SearchTarget file;
-};
-
-std::optional<PartialTarget> SplitTarget(const SearchTarget& target) {
-  const ustring& name = target.GetName();
-  const auto separator = name.find_last_of(Constants::PathnameSeparatorStr);
-  if (separator == ustring::npos) return std::nullopt;
-  return PartialTarget{name.substr(0, separator + 1),
-                       SearchTarget(name.substr(separator + 1), target.GetExtensions())};
-}
-
-bool BeginsAtRoot(const ustring& folder) {
-  return folder.find_first_of(Constants::PathnameSeparatorStr) == 0;
-}
-
 bool IsPlain(const SearchTarget& target) {
   return !PathManagement::detail::HasSeparator(target.GetName());
 }
@@ -52,16 +34,6 @@ bool IsPlain(const SearchTarget& target) {
 bool IsMainScope(SearchScope scope) {
   if (scope.size() == 1) return *scope.data() == 0;  // which nearly all questions ask
   return IsInScope(scope, PathEntryType::Ordinary) && !ReachesBelowMainEntries(scope);
-}
-
-/// The entry for the folder that a full pathname names; null also for one that no folder can have.
-std::shared_ptr<const IPathEntry> EntryNamed(const FolderPath& path, const ustring& pathname,
-                                             FilenameMatchingPolicy policy) {
-  try {
-    return path.GetPathEntryFromAbsoluteIRI(GetIRIFromString(pathname), policy);
-  } catch (const foundation::storage::vfs::InvalidIRIException&) {
-    return nullptr;
-  }
 }
 
 }  // namespace
@@ -79,16 +51,19 @@ struct FolderPath::State {
   PathManagement::detail::OnceFlag tableOnce = {};
   std::unique_ptr<const PathTable> table = nullptr;  // guarded by tableOnce
   PathManagement::detail::OnceFlag lastFoldersOnce = {};
-  std::unique_ptr<const LastFolders> lastFolders = nullptr;  // guarded by lastFoldersOnce
+  std::unique_ptr<const PathManagement::detail::LastFolders> lastFolders =
+      nullptr;  // guarded by lastFoldersOnce
 
   const PathTable& Table() {
-    tableOnce.Call([this] { table = std::make_unique<const PathTable>(folders); });
+    tableOnce.Call([this] { table = std::make_unique<const PathTable>(TableOf(folders)); });
     return *table;
   }
 
   /// The entries that the last folder of a partial pathname may mean.
   const std::vector<std::uint32_t>& RowsOf(const ustring& lastFolder) {
-    lastFoldersOnce.Call([this] { lastFolders = std::make_unique<const LastFolders>(Table()); });
+    lastFoldersOnce.Call([this] {
+      lastFolders = std::make_unique<const PathManagement::detail::LastFolders>(Table());
+    });
     return lastFolders->RowsOf(lastFolder);
   }
 
@@ -157,17 +132,13 @@ struct FolderPath::State {
   template <class Ask>
   void ForEachFolderOf(const FolderPath& path, SearchScope scope, const SearchTarget& target,
                        FilenameMatchingPolicy policy, const Ask& ask) {
-    const auto parts = SplitTarget(target);
-    if (!parts) {
-      ForEachInScope(scope, [&](const auto& entry) { return ask(entry, target); });
-    } else if (parts->file.GetName().empty()) {
-      return;  // a trailing separator names a folder, and folders are no files
-    } else if (BeginsAtRoot(parts->folder)) {
-      const auto entry = EntryNamed(path, parts->folder, policy);
-      if (entry != nullptr && IsInScope(scope, entry->GetPathEntryType())) ask(entry, parts->file);
+    const auto matching = [&](const auto& partial, const auto& visit) {
+      ForEachMatch(path, scope, partial, policy, visit);
+    };
+    if (const auto parts = PathManagement::detail::SplitTarget(target)) {
+      PathManagement::detail::AskMatchingFolders(path, scope, *parts, policy, matching, ask);
     } else {
-      ForEachMatch(path, scope, SplitPartialPathname(parts->folder), policy,
-                   [&](const auto& entry) { return ask(entry, parts->file); });
+      ForEachInScope(scope, [&](const auto& entry) { return ask(entry, target); });
     }
   }
 };
@@ -236,19 +207,12 @@ std::shared_ptr<const IPathEntry> FolderPath::GetMainEntryForEntry(const IPathEn
 
 std::shared_ptr<const IPathEntry> FolderPath::GetParentEntryForEntry(
     const IPathEntry& entry) const {
-  const auto& rows = state->Table().Rows();
-  const std::uint32_t row = state->RowOf(entry);
-  const std::uint32_t parent = rows[row].parent;
-  return parent == row ? nullptr : rows[parent].entry;
+  return state->Table().Parent(state->RowOf(entry));
 }
 
 std::shared_ptr<const IPathEntry> FolderPath::GetPathEntryFromAbsoluteIRI(
     const CanonicalAbsoluteIRI& iri) const {
-  const PathTable& table = state->Table();
-  const auto row = table.Find(static_cast<const AbsoluteIRI&>(iri));
-  if (!row) return nullptr;
-  const auto& entry = table.Rows()[*row].entry;
-  return entry->GetCanonicalAbsoluteIRI() == iri ? entry : nullptr;
+  return state->Table().FindExactly(iri);
 }
 
 std::shared_ptr<const IPathEntry> FolderPath::GetPathEntryFromAbsoluteIRI(
@@ -259,18 +223,7 @@ std::shared_ptr<const IPathEntry> FolderPath::GetPathEntryFromAbsoluteIRI(
   } catch (const foundation::storage::vfs::Exception&) {
     // A location that cannot be resolved is known by its text, as the entry for it is.
   }
-  const PathTable& table = state->Table();
-  if (policy == FilenameMatchingPolicy::IgnoreCase) {
-    for (const auto& row : table.Rows()) {
-      const AbsoluteIRI location = row.entry->GetCanonicalAbsoluteIRI();
-      if (AreSameFilename(location.toStringView(), canonical.toStringView(), policy)) {
-        return row.entry;
-      }
-    }
-    return nullptr;
-  }
-  const auto row = table.Find(canonical);
-  return row ? table.Rows()[*row].entry : nullptr;
+  return state->Table().FindNamed(canonical, policy);
 }
 
 boost::optional<FoundItem> FolderPath::FindFirstInScope(SearchScope scope,
@@ -342,9 +295,7 @@ bool FolderPath::ConcurrentForEachEntry(SearchScope scope, const PathEntryVisito
 
 bool FolderPath::FirstEntryIsBeforeSecondOnPath(const IPathEntry& first,
                                                 const IPathEntry& second) const {
-  const auto firstRow = state->Table().Find(first);
-  const auto secondRow = state->Table().Find(second);
-  return firstRow && (!secondRow || *firstRow < *secondRow);
+  return state->Table().IsBefore(first, second);
 }
 
 bool FolderPath::IsEntryOnPath(const IPathEntry& entry) const {

@@ -1,0 +1,16 @@
+#include "listed/last_folders.h"
+
+namespace Corvane::PathManagement::detail {
+
+void LastFolders::Add(const ustring& name) {
+  rows[name].push_back(count);
+  if (name.starts_with(u'+') || name.starts_with(u'@')) rows[name.substr(1)].push_back(count);
+  ++count;
+}
+
+const std::vector<std::uint32_t>& LastFolders::RowsOf(const ustring& name) const {
+  const auto found = rows.find(name);
+  return found == rows.end() ? none : found->second;
+}
+
+}  // namespace Corvane::PathManagement::detail
