@@ -25,8 +25,10 @@
 #include "searchpath/model/search_scope.h"
 #include "searchpath/platform/iri_text.h"
 #include "searchpath/utilities/file_lookup.h"
+#include "searchpath/utilities/iri_conversion.h"
 
 #include <algorithm>
+#include <stdexcept>
 #include <utility>
 
 namespace Corvane::PathManagement::host {
@@ -35,12 +37,13 @@ namespace {
 
 using PathManagement::detail::SearchTarget;
 
-FolderEntries Expand(const AbsoluteIRI& folder, FolderExpansion expansion,
-                     const std::shared_ptr<const ListingSource>& source,
-                     DiskPatience::Limit timeout) {
+PathEntries Expand(const AbsoluteIRI& folder, FolderExpansion expansion,
+                   const std::shared_ptr<const ListingSource>& source,
+                   DiskPatience::Limit timeout) {
   auto entry = CreateMainFolder(folder, source, timeout);
-  if (expansion == FolderExpansion::Recursive) return CreateFolderTree(std::move(entry));
-  return {std::move(entry)};
+  if (expansion == FolderExpansion::Alone) return {std::move(entry)};
+  const FolderEntries tree = CreateFolderTree(std::move(entry));
+  return {tree.begin(), tree.end()};
 }
 
 /// A part of the path as `WorkingFolder` takes it; empty when it is to be left out.
@@ -83,8 +86,8 @@ std::shared_ptr<const RuledPath> ApplyRules(const WorkingFolder& workingFolder,
   if (options.rules.foldersHaveMeaning) return nullptr;
   FolderEntries quoteFolders;
   const EnvironmentOptions quote{.folders = options.quoteFolders, .rules = options.rules};
-  for (auto& given : Locate(workingFolder, quote, nullptr).folders) {
-    quoteFolders.push_back(std::move(given.entries.front()));
+  for (const auto& given : Locate(workingFolder, quote, nullptr).folders) {
+    quoteFolders.push_back(std::static_pointer_cast<const FolderEntry>(given.entries.front()));
   }
   return std::make_shared<const RuledPath>(view, options.rules, std::move(quoteFolders),
                                            CreateSourceFrom(options.caches), workingFolder);
@@ -94,6 +97,20 @@ std::shared_ptr<const PackageRegistry> ReadPackages(const std::optional<ustring>
                                                     const WorkingFolder& workingFolder) {
   if (!root) return nullptr;
   return std::make_shared<const PackageRegistry>(*root, workingFolder);
+}
+
+/// Where the folder that asks is; one on a path that is not on disk may have a location of any scheme.
+AbsoluteIRI LocateAsker(const PathView& view, const WorkingFolder& workingFolder,
+                        const ustring& folder) {
+  if (view.IsOnDisk() || !foundation::storage::vfs::hasIRIPrefix(folder)) {
+    return workingFolder.Locate(folder);
+  }
+  try {
+    return GetIRIFromString(folder);
+  } catch (const foundation::storage::vfs::InvalidIRIException&) {
+    throw current_working_folder::FailedToAbsolutizeException(
+        current_working_folder::AbsolutizeError::InvalidText);
+  }
 }
 
 RuledPath::Asker AskerByRules(const WorkingFolder& workingFolder, const Lookup& lookup) {
@@ -137,6 +154,9 @@ Environment::Environment(const PathEntryFactory& cache)
     : Environment(EnvironmentOptions{
           .folders = cache.GetFolderStrings(), .source = FolderSource::Cache, .caches = {cache}}) {}
 
+Environment::Environment(std::shared_ptr<const IPath> path)
+    : view(std::make_shared<const PathView>(std::move(path))) {}
+
 Environment::~Environment() = default;
 
 const std::shared_ptr<const IPath>& Environment::GetPath() const { return view->GetPath(); }
@@ -148,6 +168,7 @@ FolderOrigin Environment::FindOrigin(const IPathEntry& entry) const {
 }
 
 std::unique_ptr<MainSearchPathManager> Environment::CreateManager() const {
+  if (!view->IsOnDisk()) throw std::logic_error("a path with more than folders has no manager");
   auto manager = std::make_unique<MainSearchPathManager>(GetMainFolders());
   manager->SetKnownPackages(FindKnownPackages(view->GetGivenFolders()));
   return manager;
@@ -192,7 +213,7 @@ Explanation Environment::Explain(const Lookup& lookup) const {
 }
 
 std::vector<SimilarFile> Environment::FindSimilar(const Lookup& lookup, std::size_t most) const {
-  return FindSimilarFiles(view->GetMainFolders(), TargetOf(lookup), most);
+  return FindSimilarFiles(*view->GetPath()->GetMainEntries(), TargetOf(lookup), most);
 }
 
 PathEntries Environment::FindFolders(const FolderLookup& lookup) const {
@@ -246,11 +267,12 @@ std::vector<NameChange> Environment::FindNameChangesSince(const Environment& bef
 
 std::optional<AbsoluteIRI> Environment::AskerOf(const Lookup& lookup) const {
   if (!lookup.fromFolder) return std::nullopt;
-  AbsoluteIRI folder = workingFolder.Locate(*lookup.fromFolder);
+  AbsoluteIRI folder = LocateAsker(*view, workingFolder, *lookup.fromFolder);
   DiskPatience patience(view->GetLimit());
-  if (const auto reason = ProbeFolder(folder, patience)) {
-    throw current_working_folder::FailedToAbsolutizeException(*reason);
-  }
+  const bool isKnown = !view->IsOnDisk() && view->GetWholePath().GetPathEntryFromAbsoluteIRI(
+                                                folder, lookup.policy) != nullptr;
+  const auto reason = isKnown ? std::nullopt : ProbeFolder(folder, patience);
+  if (reason) throw current_working_folder::FailedToAbsolutizeException(*reason);
   return folder;
 }
 

@@ -14,7 +14,8 @@ namespace Corvane::PathManagement::test {
 /// listing of the same names at the same locations.
 class ListedTree {
  public:
-  explicit ListedTree(std::uint64_t seed) : random(seed) {
+  explicit ListedTree(std::uint64_t seed, bool hasOrdinaryFoldersBelow = true)
+      : random(seed), hasOrdinaryBelow(hasOrdinaryFoldersBelow) {
     for (const char* name : {"a", "b", "@c"}) {
       folders.push_back(Make(name, 0));
       onDisk.push_back(host::FolderEntry::Create(tree.IRI(name)));
@@ -30,7 +31,7 @@ class ListedTree {
 
   const TemporaryTree tree;
   std::vector<ListedFolder> folders;
-  host::FolderEntries onDisk;
+  host::FolderEntries onDisk;  // the same
 
  private:
   ListedFolder Make(const std::string& name, std::size_t depth) {
@@ -58,6 +59,7 @@ class ListedTree {
       folder.files.push_back(TextFromBytes(file));
     }
     for (const std::string& other : below) {
+      if (other == "plain" && !hasOrdinaryBelow) continue;
       if (depth < 3 && Below(5) == 0) folder.folders.push_back(Make(name + "/" + other, depth + 1));
     }
     std::shuffle(folder.folders.begin(), folder.folders.end(), random);
@@ -65,6 +67,7 @@ class ListedTree {
   }
 
   std::mt19937_64 random;
+  bool hasOrdinaryBelow;
 };
 
 }  // namespace Corvane::PathManagement::test

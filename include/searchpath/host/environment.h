@@ -110,13 +110,19 @@ class SEARCHPATH_EXPORT Environment {
                        FolderExpansion expansion = FolderExpansion::Alone);
   /// The path that `cache` was made for.
   explicit Environment(const PathEntryFactory& cache);
+  /// Asks `path`, whoever made it, by the rules of the environment: a listed path, entries of one's
+  /// own, composites of these and of folders on disk. Its entries are asked through their interface,
+  /// those of folders on disk more quickly. Repeats stay as the path has them.
+  /// Precondition: `path` is not null.
+  explicit Environment(std::shared_ptr<const IPath> path);
   ~Environment();
 
-  /// The path that is asked: a `FolderPath` without repeats and hidden folders. Its entries are
-  /// `FolderEntry` objects. As an `IPath` it is asked by the rules of the environment, whatever
-  /// `EnvironmentOptions::rules` are.
+  /// The path that is asked: the one that was handed over, or a `FolderPath` without repeats and
+  /// hidden folders, whose entries are `FolderEntry` objects. As an `IPath` it is asked by the rules
+  /// of the environment, whatever `EnvironmentOptions::rules` are.
   [[nodiscard]] const std::shared_ptr<const IPath>& GetPath() const;
-  /// Its main entries, by their own type.
+  /// Its main entries, by their own type; of a path that was handed over, those that are folders on
+  /// disk.
   [[nodiscard]] FolderEntries GetMainFolders() const;
   /// What names mean.
   [[nodiscard]] const LookupRules& GetRules() const noexcept { return rules; }
@@ -133,6 +139,8 @@ class SEARCHPATH_EXPORT Environment {
   /// A manager of this path, for a program whose path changes. It begins with the entries of
   /// `GetMainFolders` and knows the packages that put folders on the path. To use it, include
   /// "searchpath/host/main_search_path_manager.h".
+  ///
+  /// Errors: `std::logic_error` for a path that was handed over and is no `FolderPath`.
   [[nodiscard]] std::unique_ptr<MainSearchPathManager> CreateManager() const;
 
   /// The file that the name means; empty when there is none.
@@ -193,7 +201,8 @@ class SEARCHPATH_EXPORT Environment {
   [[nodiscard]] ShadowReport FindShadows(const ShadowLookup& lookup = {}) const;
 
   /// What is wrong with the path: first what concerns one folder, in path order, then the file
-  /// names that collide. Hidden folders are not examined.
+  /// names that collide. Hidden folders are not examined. An entry that is no folder on disk is never
+  /// missing, unreadable or slow.
   ///
   /// Cost: reads every name on the path. A folder that has been listed is not listed again; how
   /// long it took is known from then.

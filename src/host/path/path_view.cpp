@@ -7,6 +7,7 @@
 #include "searchpath/utilities/deduplicated_path.h"
 #include "searchpath/utilities/file_lookup.h"
 #include "searchpath/utilities/filtered_path.h"
+#include "searchpath/utilities/iri_conversion.h"
 
 #include <boost/unordered/unordered_flat_set.hpp>
 
@@ -20,12 +21,46 @@ namespace {
 
 using Given = GivenFolders::Given;
 
+/// Precondition: all of `entries` are folders on disk.
+FolderEntries AsFolders(const PathEntries& entries) {
+  FolderEntries folders;
+  folders.reserve(entries.size());
+  for (const auto& entry : entries) {
+    folders.push_back(std::static_pointer_cast<const FolderEntry>(entry));
+  }
+  return folders;
+}
+
+/// Those of `entries` that are folders on disk.
+FolderEntries FoldersAmong(PathEntries entries) {
+  std::erase_if(entries, [](const auto& entry) {
+    return dynamic_cast<const FolderEntry*>(entry.get()) == nullptr;
+  });
+  return AsFolders(entries);
+}
+
 std::shared_ptr<const FolderPath> PathOf(const std::vector<Given>& given) {
-  FolderEntries entries;
+  PathEntries entries;
   for (const Given& folder : given) {
     entries.insert(entries.end(), folder.entries.begin(), folder.entries.end());
   }
-  return std::make_shared<const FolderPath>(std::move(entries));
+  return std::make_shared<const FolderPath>(AsFolders(entries));
+}
+
+/// The main entries of a path, each as it was given.
+std::vector<Given> GivenBy(const IPath& path) {
+  std::vector<Given> given;
+  const auto mainEntries = path.GetMainEntries();
+  for (const auto& entry : *mainEntries) {
+    given.push_back({{.folder = GetStringFromIRI(entry->GetAbsoluteIRI())}, {entry}});
+  }
+  return given;
+}
+
+/// `path` itself, or the part of it that is on disk.
+std::shared_ptr<const FolderPath> FolderPathOf(const std::shared_ptr<const IPath>& path) {
+  if (auto folders = std::dynamic_pointer_cast<const FolderPath>(path)) return folders;
+  return std::make_shared<const FolderPath>(FoldersAmong(*path->GetMainEntries()));
 }
 
 std::shared_ptr<const IPath> WithoutRepeats(const std::shared_ptr<const IPath>& path) {
@@ -54,27 +89,43 @@ class HiddenEntries : public ConcatenatedPath {
   std::shared_ptr<const HiddenFolders> folders;
 };
 
+/// Where each entry stands in `given`.
+boost::unordered_flat_map<const IPathEntry*, std::size_t> IndexOf(const std::vector<Given>& given) {
+  boost::unordered_flat_map<const IPathEntry*, std::size_t> indices;
+  for (std::size_t index = 0; index < given.size(); ++index) {
+    for (const auto& entry : given[index].entries) indices.emplace(entry.get(), index);
+  }
+  return indices;
+}
+
 }  // namespace
 
 PathView::PathView(GivenFolders givenFolders, const GivenFolders& hiddenFolders,
                    FolderExpansion expansion, bool keepDuplicates)
     : given(std::move(givenFolders.folders)),
       unlocated(std::move(givenFolders.unlocated)),
-      wholePath(PathOf(given)),
+      folders(PathOf(given)),
+      wholePath(folders),
+      givenBy(IndexOf(given)),
       dropsRepeats(!keepDuplicates) {
-  for (std::size_t index = 0; index < given.size(); ++index) {
-    for (const auto& entry : given[index].entries) givenBy.emplace(entry.get(), index);
-  }
-  FolderEntries folders;
+  FolderEntries hiding;
   for (const Given& folder : hiddenFolders.folders) {
-    folders.push_back(folder.entries.front());
+    hiding.push_back(AsFolders(folder.entries).front());
     hiddenTexts.push_back(folder.origin.folder);
   }
   for (const FolderProblem& problem : hiddenFolders.unlocated) {
     unlocatedHidden.push_back(problem.folder);
   }
-  hidden = std::make_shared<const HiddenFolders>(std::move(folders), expansion);
+  hidden = std::make_shared<const HiddenFolders>(std::move(hiding), expansion);
 }
+
+PathView::PathView(std::shared_ptr<const IPath> asked)
+    : given(GivenBy(*asked)),
+      folders(FolderPathOf(asked)),
+      wholePath(std::move(asked)),
+      givenBy(IndexOf(given)),
+      hidden(std::make_shared<const HiddenFolders>(FolderEntries(), FolderExpansion::Alone)),
+      dropsRepeats(false) {}
 
 const std::shared_ptr<const IPath>& PathView::GetPath() const {
   pathOnce.Call([this] { path = MakePath(); });
@@ -83,7 +134,7 @@ const std::shared_ptr<const IPath>& PathView::GetPath() const {
 
 std::shared_ptr<const IPath> PathView::MakePath() const {
   std::shared_ptr<const IPath> made = wholePath;
-  if (dropsRepeats || !hiddenTexts.empty()) IdentifyAll(wholePath->GetMainFolders());
+  if (dropsRepeats || !hiddenTexts.empty()) IdentifyAll(folders->GetMainFolders());
   const auto hide = [&] {
     if (hiddenTexts.empty()) return;
     made =
@@ -102,46 +153,44 @@ std::shared_ptr<const IPath> PathView::MakePath() const {
 
 boost::optional<FoundItem> PathView::FindVisible(const PathManagement::detail::SearchTarget& target,
                                                  FilenameMatchingPolicy policy) const {
+  if (!IsOnDisk()) return FindFirstFileVisibleOnPath(*wholePath, target, policy);
   // The first of several repeats wins anyway.
-  if (hiddenTexts.empty()) return wholePath->FindVisible(target, policy);
+  if (hiddenTexts.empty()) return folders->FindVisible(target, policy);
   const auto links = std::make_shared<LinkResolver>();
   const auto isShown = [&](const FolderEntry& folder) {
     static_cast<void>(StateOf(folder).Identity(links));
     return FindHider(folder) == nullptr;
   };
-  if (auto answer = wholePath->FindShown(target, policy, isShown)) return *std::move(answer);
+  if (auto answer = folders->FindShown(target, policy, isShown)) return *std::move(answer);
   return FindFirstFileVisibleOnPath(*GetPath(), target, policy);
 }
 
 std::optional<std::chrono::milliseconds> PathView::GetLimit() const noexcept {
-  const auto& folders = wholePath->GetMainFolders();
-  return folders.empty() ? std::nullopt : StateOf(*folders.front()).GetLimit();
+  const auto& onDisk = folders->GetMainFolders();
+  return onDisk.empty() ? std::nullopt : StateOf(*onDisk.front()).GetLimit();
 }
 
 bool PathView::MayHavePrivateFolder(const AbsoluteIRI& asker) const {
-  const auto& folders = wholePath->GetMainFolders();
+  const auto& onDisk = folders->GetMainFolders();
   const auto showsTheDisk = [](const auto& folder) { return StateOf(*folder).ShowsTheDisk(); };
-  if (folders.empty() || !std::all_of(folders.begin(), folders.end(), showsTheDisk)) return true;
+  if (!IsOnDisk() || onDisk.empty() || !std::ranges::all_of(onDisk, showsTheDisk)) return true;
   NameQuestion question;
   question.AddFolder(Constants::PrivateFolderStr);
   FolderState state(asker, nullptr, GetLimit());
   return state.Ask(question).hasFolder;
 }
 
-const FolderOrigin& PathView::GetOrigin(const IPathEntry& entry) const {
+FolderOrigin PathView::GetOrigin(const IPathEntry& entry) const {
   auto found = givenBy.find(&entry);
   if (found == givenBy.end()) found = givenBy.find(wholePath->GetMainEntryForEntry(entry).get());
-  return given[found->second].origin;
+  if (found != givenBy.end()) return given[found->second].origin;
+  // The path that was handed over shows an entry and hides its main entry.
+  return {.folder = GetStringFromIRI(entry.GetAbsoluteIRI())};
 }
 
 FolderEntries PathView::GetMainFolders() const {
   const auto entries = GetPath()->GetMainEntries();
-  FolderEntries folders;
-  folders.reserve(entries->size());
-  for (const auto& entry : *entries) {
-    folders.push_back(std::static_pointer_cast<const FolderEntry>(entry));
-  }
-  return folders;
+  return IsOnDisk() ? AsFolders(*entries) : FoldersAmong(*entries);
 }
 
 const ustring* PathView::FindHider(const IPathEntry& entry) const {
@@ -174,25 +223,24 @@ std::vector<FolderProblem> PathView::WithUnlocated(const Find& find) const {
 }
 
 std::vector<FolderProblem> PathView::FindProblems() const {
-  if (dropsRepeats || !hiddenTexts.empty()) IdentifyAll(wholePath->GetMainFolders());
-  return WithUnlocated([this](const auto& isWanted) { return wholePath->FindProblems(isWanted); });
+  if (dropsRepeats || !hiddenTexts.empty()) IdentifyAll(folders->GetMainFolders());
+  return WithUnlocated([this](const auto& isWanted) { return folders->FindProblems(isWanted); });
 }
 
 std::vector<FolderProblem> PathView::GetProblemsMet() const {
-  return WithUnlocated(
-      [this](const auto& isWanted) { return wholePath->GetProblemsMet(isWanted); });
+  return WithUnlocated([this](const auto& isWanted) { return folders->GetProblemsMet(isWanted); });
 }
 
 std::vector<ustring> PathView::FindIdleExclusions() const {
   std::vector<ustring> idle = unlocatedHidden;
   boost::unordered_flat_set<std::size_t> hidingMain;  // those that hide a main entry
-  for (const auto& folder : wholePath->GetMainFolders()) {
+  for (const auto& folder : folders->GetMainFolders()) {
     if (const auto hider = hidden->FindHider(*folder)) hidingMain.insert(*hider);
   }
-  const auto& folders = hidden->GetFolders();
-  for (std::size_t index = 0; index < folders.size(); ++index) {
+  const auto& hiding = hidden->GetFolders();
+  for (std::size_t index = 0; index < hiding.size(); ++index) {
     // The second question lists every folder of the path.
-    const bool hides = hidingMain.contains(index) || wholePath->IsEntryOnPath(*folders[index]);
+    const bool hides = hidingMain.contains(index) || wholePath->IsEntryOnPath(*hiding[index]);
     if (!hides) idle.push_back(hiddenTexts[index]);
   }
   return idle;

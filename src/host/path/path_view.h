@@ -24,7 +24,7 @@ namespace Corvane::PathManagement::host {
 struct GivenFolders {
   struct Given {
     FolderOrigin origin;
-    FolderEntries entries;  // the folder itself first
+    PathEntries entries;  // the folder itself first
   };
 
   std::vector<Given> folders;
@@ -39,22 +39,28 @@ class PathView {
  public:
   PathView(GivenFolders givenFolders, const GivenFolders& hiddenFolders, FolderExpansion expansion,
            bool keepDuplicates);
+  /// Asks `path` as it is, whoever made it. Precondition: it is not null.
+  explicit PathView(std::shared_ptr<const IPath> path);
 
   /// The path that is asked.
   ///
   /// Cost: the first call resolves the links of every main folder where repeats are dropped.
   [[nodiscard]] const std::shared_ptr<const IPath>& GetPath() const;
-  /// Its main entries, as the folders that they are.
+  /// Those of its main entries that are folders on disk, as such.
   [[nodiscard]] FolderEntries GetMainFolders() const;
 
   /// The path with repeats and hidden folders.
-  [[nodiscard]] const FolderPath& GetWholePath() const noexcept { return *wholePath; }
+  [[nodiscard]] const IPath& GetWholePath() const noexcept { return *wholePath; }
+  /// Its folders on disk. When there is nothing else on it, the same path, which has more answers.
+  [[nodiscard]] const FolderPath& GetFolderPath() const noexcept { return *folders; }
+  /// Whether all of the path is folders on disk.
+  [[nodiscard]] bool IsOnDisk() const noexcept { return wholePath == folders; }
   /// The folders that the whole path is made of, in path order.
   [[nodiscard]] const std::vector<GivenFolders::Given>& GetGivenFolders() const noexcept {
     return given;
   }
   /// As `Environment::FindOrigin`. Precondition: `entry` is on the whole path.
-  [[nodiscard]] const FolderOrigin& GetOrigin(const IPathEntry& entry) const;
+  [[nodiscard]] FolderOrigin GetOrigin(const IPathEntry& entry) const;
   [[nodiscard]] bool DropsRepeats() const noexcept { return dropsRepeats; }
 
   /// Folders that were given but have no location.
@@ -95,7 +101,8 @@ class PathView {
 
   std::vector<GivenFolders::Given> given;
   std::vector<FolderProblem> unlocated;
-  std::shared_ptr<const FolderPath> wholePath;
+  std::shared_ptr<const FolderPath> folders;
+  std::shared_ptr<const IPath> wholePath;
   boost::unordered_flat_map<const IPathEntry*, std::size_t>
       givenBy;  // of each main entry: an index
   std::shared_ptr<const HiddenFolders> hidden;

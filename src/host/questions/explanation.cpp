@@ -103,9 +103,8 @@ class UnsearchedFolders {
   }
 
   void Mark(AskedFolder& folder) const {
-    const auto onDisk = std::dynamic_pointer_cast<const FolderEntry>(folder.folder);
-    if (onDisk == nullptr || onDisk->GetPathEntryType() != PathEntryType::Ordinary) return;
-    const auto file = FindUnsearchedFile(onDisk, target, policy);
+    if (folder.folder->GetPathEntryType() != PathEntryType::Ordinary) return;
+    const auto file = FindUnsearchedFile(folder.folder, target, policy);
     if (!file || asked.contains(file->folder->GetCanonicalAbsoluteIRI())) return;
     folder.outcome = FolderOutcome::BelowUnsearched;
     folder.instead = file->path;
@@ -152,10 +151,11 @@ class UnseenFolders {
   boost::unordered_flat_map<AbsoluteIRI, std::shared_ptr<const IPathEntry>, HeldHash> counting;
 };
 
-/// Adds the main folders below which a file stands at that place and is not searched.
+/// Adds the main entries below which a file stands at that place and is not searched.
 void AddHoldersOf(const SearchTarget& target, FilenameMatchingPolicy policy, const PathView& view,
                   std::vector<AskedFolder>& asked) {
-  for (const auto& folder : view.GetMainFolders()) {
+  const auto mainEntries = view.GetPath()->GetMainEntries();
+  for (const auto& folder : *mainEntries) {
     if (!FindUnsearchedFile(folder, target, policy)) continue;
     asked.push_back(
         {.folder = folder, .outcome = FolderOutcome::Absent, .files = {}, .origin = {}});

@@ -1,9 +1,12 @@
 #include "host/questions/file_search.h"
 
 #include "host/path/path_view.h"
+#include "listed/partial_target.h"
 #include "lookup/method_files.h"
 #include "searchpath/model/search_scope.h"
 #include "text/separators.h"
+
+#include <boost/unordered/unordered_flat_map.hpp>
 
 #include <algorithm>
 #include <iterator>
@@ -16,6 +19,43 @@ namespace {
 using PathManagement::detail::HasSeparator;
 using PathManagement::detail::SearchTarget;
 
+/// The entries in which a path looks for `target`, in the order asked.
+PathEntries AskedEntries(const IPath& path, SearchScope scope, const SearchTarget& target,
+                         FilenameMatchingPolicy policy) {
+  const auto parts = PathManagement::detail::SplitTarget(target);
+  if (!parts) {
+    PathEntries entries;
+    path.ForEachEntry(scope, [&](const auto& entry) { return entries.push_back(entry), false; });
+    return entries;
+  }
+  if (!PathManagement::detail::BeginsAtRoot(parts->folder)) {
+    return path.GetPartiallyMatchingEntries(scope, parts->folder, policy);
+  }
+  const auto entry = PathManagement::detail::EntryNamed(path, parts->folder, policy);
+  return entry == nullptr ? PathEntries() : PathEntries{entry};
+}
+
+/// As `FindAllInScope`, for a path that cannot be watched while it looks: the answer is its own, and
+/// each file of it is reported with the entry that holds it.
+std::vector<FoundItem> FindObserved(const IPath& path, SearchScope scope,
+                                    const SearchTarget& target, FilenameMatchingPolicy policy,
+                                    ILookupObserver& observer) {
+  auto all = path.FindAllInScope(scope, target, policy);
+  PathEntries asked = AskedEntries(path, scope, target, policy);
+  boost::unordered_flat_map<const IPathEntry*, std::vector<FoundItem>> held;
+  for (const auto& entry : asked) held[entry.get()];
+  for (const FoundItem& file : all) {
+    const auto entry = file.GetPathEntry();
+    auto& here = held[entry.get()];
+    // One that the path did not name beforehand.
+    const bool isNew = here.empty() && std::ranges::find(asked, entry) == asked.end();
+    if (isNew) asked.push_back(entry);
+    here.push_back(file);
+  }
+  for (const auto& entry : asked) observer.FolderAsked(entry, std::exchange(held[entry.get()], {}));
+  return all;
+}
+
 /// One look-up. When it is observed, it asks the folders that the path does not show as well, and
 /// takes their files out of the answer.
 class FileSearch {
@@ -23,7 +63,7 @@ class FileSearch {
   FileSearch(const PathView& searchView, const SearchTarget& searchTarget,
              FilenameMatchingPolicy searchPolicy, ILookupObserver* lookupObserver)
       : view(searchView),
-        folders(searchView.GetWholePath()),
+        path(searchView.GetWholePath()),
         target(searchTarget),
         policy(searchPolicy),
         observer(lookupObserver) {}
@@ -43,8 +83,9 @@ class FileSearch {
 
  private:
   [[nodiscard]] std::vector<FoundItem> InScope(SearchScope scope) const {
-    return observer == nullptr ? view.GetPath()->FindAllInScope(scope, target, policy)
-                               : folders.FindAllInScope(scope, target, policy, *observer);
+    if (observer == nullptr) return view.GetPath()->FindAllInScope(scope, target, policy);
+    if (!view.IsOnDisk()) return FindObserved(path, scope, target, policy, *observer);
+    return view.GetFolderPath().FindAllInScope(scope, target, policy, *observer);
   }
 
   [[nodiscard]] std::vector<FoundItem> In(const std::shared_ptr<const IPathEntry>& folder) const {
@@ -58,7 +99,7 @@ class FileSearch {
   [[nodiscard]] std::vector<FoundItem> InPrivateFolderOf(const AbsoluteIRI& asker) const {
     if (!view.MayHavePrivateFolder(asker)) return {};
     const auto entry =
-        folders.GetPathEntryFromAbsoluteIRI(asker, FilenameMatchingPolicy::FileSystemDefault);
+        path.GetPathEntryFromAbsoluteIRI(asker, FilenameMatchingPolicy::FileSystemDefault);
     const auto folder = entry != nullptr ? entry->GetSingleSubfolderEntryA() : nullptr;
     return folder != nullptr ? In(folder) : std::vector<FoundItem>();
   }
@@ -67,7 +108,7 @@ class FileSearch {
   [[nodiscard]] std::vector<FoundItem> OnPath() const {
     auto ordinary = InScope(kMainScope);
     std::vector<FoundItem> methods;
-    const IPath& asked = observer == nullptr ? *view.GetPath() : folders;
+    const IPath& asked = observer == nullptr ? *view.GetPath() : path;
     for (const auto& entry : PathManagement::detail::GetMethodEntriesFor(asked, target)) {
       const auto files = In(entry);
       methods.insert(methods.end(), files.begin(), files.end());
@@ -76,14 +117,14 @@ class FileSearch {
     std::vector<FoundItem> all;
     std::merge(ordinary.begin(), ordinary.end(), methods.begin(), methods.end(),
                std::back_inserter(all), [this](const FoundItem& method, const FoundItem& plain) {
-                 return PathManagement::detail::MethodEntryWins(folders, *method.GetPathEntry(),
+                 return PathManagement::detail::MethodEntryWins(path, *method.GetPathEntry(),
                                                                 *plain.GetPathEntry());
                });
     return all;
   }
 
   const PathView& view;
-  const FolderPath& folders;  // all of them
+  const IPath& path;  // with all folders
   const SearchTarget& target;
   FilenameMatchingPolicy policy;
   ILookupObserver* observer;  // may be null

@@ -2,13 +2,34 @@
 
 #include "searchpath/model/search_scope.h"
 #include "searchpath/platform/filesystem.h"
+#include "searchpath/platform/iri_text.h"
+#include "searchpath/utilities/iri_conversion.h"
 #include "searchpath/utilities/matching_entries.h"
 #include "searchpath/utilities/partial_pathname.h"
 
+#include <utility>
+
 namespace Corvane::PathManagement::host {
+
+namespace {
+
+/// Whether `name` is a location that only a path which is not on disk may know.
+bool IsNotOnDisk(const ustring& name) {
+  return foundation::storage::vfs::hasIRIPrefix(name) && !name.starts_with(u"file:");
+}
+
+PathEntries EntryAt(const IPath& path, const FolderLookup& lookup) try {
+  auto entry = path.GetPathEntryFromAbsoluteIRI(GetIRIFromString(lookup.name), lookup.policy);
+  return entry == nullptr ? PathEntries() : PathEntries{std::move(entry)};
+} catch (const foundation::storage::vfs::InvalidIRIException&) {
+  return {};
+}
+
+}  // namespace
 
 PathEntries FindFoldersNamed(const IPath& path, const WorkingFolder& workingFolder,
                              const FolderLookup& lookup) {
+  if (IsNotOnDisk(lookup.name)) return EntryAt(path, lookup);
   // Only a partial pathname can be read in two ways.
   const bool isPartial = !lookup.name.empty() &&
                          !fl::filesystem::detail::is_absolute_path_when_expanded(lookup.name, true);

@@ -3,9 +3,10 @@
 #include "host/common/held_hash.h"
 #include "host/common/parallel.h"
 #include "host/folder/entry_state.h"
-#include "host/folder/folder_walk.h"
 #include "host/names/shared_names.h"
 #include "host/path/path_view.h"
+#include "host/questions/entry_names.h"
+#include "listed/entry_walk.h"
 #include "searchpath/host/native_location.h"
 #include "searchpath/model/byte_text.h"
 #include "searchpath/model/search_scope.h"
@@ -27,7 +28,8 @@ namespace Corvane::PathManagement::host {
 namespace {
 
 using current_working_folder::AbsolutizeError;
-using Folder = std::shared_ptr<const FolderEntry>;
+using Folder = std::shared_ptr<const IPathEntry>;
+using PathManagement::detail::WalkEntries;
 
 ustring PathOf(const IPathEntry& folder) { return GetStringFromIRI(folder.GetAbsoluteIRI()); }
 
@@ -49,22 +51,26 @@ class Examiner {
   }
 
  private:
-  [[nodiscard]] bool IsHidden(const FolderEntry& folder) const {
+  [[nodiscard]] bool IsHidden(const IPathEntry& folder) const {
     return view.FindHider(folder) != nullptr;
   }
 
   void ListAll() const {
-    const auto& folders = view.GetWholePath().GetMainFolders();
-    ForEachInParallel(folders.size(), [&](std::size_t at) {
-      const auto visit = [](const Folder& /*folder*/, std::size_t /*depth*/) { return false; };
-      if (!IsHidden(*folders[at])) WalkFolders(folders[at], visit);
+    const auto folders = view.GetWholePath().GetMainEntries();
+    ForEachInParallel(folders->size(), [&](std::size_t at) {
+      const auto visit = [](const Folder& folder, std::size_t /*depth*/) {
+        static_cast<void>(EntryNames(folder));
+        return false;
+      };
+      if (!IsHidden(*(*folders)[at])) WalkEntries((*folders)[at], visit);
     });
   }
 
   void FindSpecialFolders() {
-    for (const auto& top : view.GetWholePath().GetMainFolders()) {
+    const auto folders = view.GetWholePath().GetMainEntries();
+    for (const auto& top : *folders) {
       if (IsHidden(*top)) continue;
-      WalkFolders(top, [&](const auto& folder, std::size_t depth) {
+      WalkEntries(top, [&](const auto& folder, std::size_t depth) {
         if (depth > 0) specialFolders.emplace(folder->GetCanonicalAbsoluteIRI(), top);
         return false;
       });
@@ -96,8 +102,8 @@ class Examiner {
 
   static std::size_t CountFiles(const Folder& top) {
     std::size_t count = 0;
-    WalkFolders(top, [&](const auto& folder, std::size_t /*depth*/) {
-      return count += StateOf(*folder).Files().size(), false;
+    WalkEntries(top, [&](const auto& folder, std::size_t /*depth*/) {
+      return count += EntryNames(folder).Get().size(), false;
     });
     return count;
   }
@@ -107,27 +113,34 @@ class Examiner {
     if (special != specialFolders.end()) {
       Add(FindingKind::Special, *top, origin).other = PathOf(*special->second);
     }
-    WalkFolders(top, [&](const auto& folder, std::size_t /*depth*/) {
+    WalkEntries(top, [&](const auto& folder, std::size_t /*depth*/) {
       const bool isFirst = examined.insert(folder->GetCanonicalAbsoluteIRI()).second;
-      if (isFirst && !IsHidden(*folder)) ExamineFolder(*folder, origin);
+      if (isFirst && !IsHidden(*folder)) ExamineFolder(folder, origin);
       return false;
     });
   }
 
-  void ExamineFolder(const FolderEntry& folder, const ustring& origin) {
+  /// What only a folder on disk can have.
+  void ExamineListing(const FolderEntry& folder, const ustring& origin) {
     for (const FolderProblem& problem : folder.GetProblems()) AddProblem(problem, origin);
-    const FolderState& state = StateOf(folder);
-    if (state.ListingTime() >= slow) {
-      Add(FindingKind::Slow, folder, origin).listingTime =
-          std::chrono::duration_cast<std::chrono::milliseconds>(state.ListingTime());
-    }
+    const auto time = StateOf(folder).ListingTime();
+    if (time < slow) return;
+    Add(FindingKind::Slow, folder, origin).listingTime =
+        std::chrono::duration_cast<std::chrono::milliseconds>(time);
+  }
+
+  void ExamineFolder(const Folder& folder, const ustring& origin) {
+    const auto* const onDisk = dynamic_cast<const FolderEntry*>(folder.get());
+    if (onDisk != nullptr) ExamineListing(*onDisk, origin);
+    const EntryNames files(folder);
+    const NameBlock& names = files.Get();
     std::vector<std::string_view> odd;
-    for (std::size_t file = 0; file < state.Files().size(); ++file) {
-      if (!IsUtf8(state.Files()[file])) odd.push_back(state.Files()[file]);
+    for (std::size_t file = 0; file < names.size(); ++file) {
+      if (!IsUtf8(names[file])) odd.push_back(names[file]);
     }
     if (odd.empty()) return;
     std::sort(odd.begin(), odd.end());
-    PathFinding& finding = Add(FindingKind::NotUtf8, folder, origin);
+    PathFinding& finding = Add(FindingKind::NotUtf8, *folder, origin);
     for (const std::string_view name : odd) {
       finding.files.push_back(finding.folder + u'/' + TextFromBytes(name));
     }
@@ -135,7 +148,8 @@ class Examiner {
 
   void FindCollisions() {
     SharedNames names({}, FilenameMatchingPolicy::IgnoreCase);
-    for (const Folder& folder : view.GetMainFolders()) names.AddFolder(StateOf(*folder).Files());
+    const auto files = NamesOf(*view.GetPath()->GetMainEntries());
+    for (const EntryNames& here : files) names.AddFolder(here.Get());
     std::vector<std::string> respelled = names.GetRespelled();
     std::sort(respelled.begin(), respelled.end());
     for (const std::string& name : respelled) AddCollision(TextFromBytes(name));
@@ -144,13 +158,14 @@ class Examiner {
   void AddCollision(const ustring& name) {
     const auto files = view.GetPath()->FindAllInScope(
         kMainScope, PathManagement::detail::SearchTarget(name), FilenameMatchingPolicy::IgnoreCase);
+    if (files.empty()) return;  // a path of somebody else's may not find what its entries hold
     const auto first = files.front().GetPathEntry();
     PathFinding& finding = Add(FindingKind::CaseCollision, *first, view.GetOrigin(*first).folder);
     boost::unordered_flat_set<ustring> spellings;
     for (const FoundItem& file : files) {
       const auto item = file.GetPathItem();
       if (spellings.insert(item->GetName() + item->GetExtension()).second) {
-        finding.files.push_back(GetNativePath(file));
+        finding.files.push_back(GetLocationText(file));
       }
     }
   }

@@ -5,6 +5,7 @@
 #include "host/names/folded_name.h"
 #include "host/names/shared_names.h"
 #include "host/path/path_view.h"
+#include "host/questions/entry_names.h"
 #include "host/questions/file_comparison.h"
 #include "host/questions/file_search.h"
 #include "host/rules/tree_walk.h"
@@ -34,10 +35,14 @@ struct Contender {
   explicit Contender(const FoundItem& found)
       : file(found),
         name(found.GetPathItem()->GetName() + found.GetPathItem()->GetExtension()),
-        content(BytesFromText(GetNativePath(found)).value()) {}
+        path(BytesFromText(GetNativePath(found)).value_or("")),
+        content(path) {}
+
+  [[nodiscard]] bool IsOnDisk() const noexcept { return !path.empty(); }
 
   const FoundItem& file;
   ustring name;
+  std::string path;  // native; empty when the file is not on disk
   ComparedFile content;
 };
 
@@ -48,6 +53,16 @@ ShadowKind KindOf(FileRelation relation) {
   return kKinds[static_cast<std::size_t>(relation)];
 }
 
+/// Two files that are not both on disk, so that nobody here can read them.
+HiddenFile JudgeUnread(const Contender& winner, const Contender& hidden) {
+  if (GetLocationText(winner.file) == GetLocationText(hidden.file)) {
+    return {hidden.file, ShadowKind::SameFile};
+  }
+  const Contender& unread = winner.IsOnDisk() ? hidden : winner;
+  return {hidden.file, ShadowKind::Unreadable,
+          FileProblem{unread.file, std::make_error_code(std::errc::not_supported)}};
+}
+
 HiddenFile Judge(Contender& winner, Contender& hidden) {
   const bool isOtherCase =
       winner.name != hidden.name &&
@@ -55,6 +70,7 @@ HiddenFile Judge(Contender& winner, Contender& hidden) {
   if (isOtherCase && !AreOneFile(winner.content, hidden.content)) {
     return {hidden.file, ShadowKind::OtherCase};
   }
+  if (!winner.IsOnDisk() || !hidden.IsOnDisk()) return JudgeUnread(winner, hidden);
   const ShadowKind kind = KindOf(CompareFiles(winner.content, hidden.content));
   if (kind != ShadowKind::Unreadable) return {hidden.file, kind};
   const Contender& unread = winner.content.GetError() ? winner : hidden;
@@ -86,15 +102,15 @@ bool HasMethodEntry(const std::vector<FoundItem>& files) {
   });
 }
 
-/// Adds the names of method entries directly below the main folders: files there may share them.
-void AddMethodNames(const FolderEntries& folders, const SharedNames& names,
+/// Adds the names of method entries directly below the main entries: files there may share them.
+void AddMethodNames(const PathEntries& mainEntries, const SharedNames& names,
                     std::vector<Candidate>& candidates) {
   boost::unordered_flat_set<std::string> known;
   for (const Candidate& candidate : candidates) known.insert(candidate.name);
-  for (const auto& folder : folders) {
-    for (const auto& below : folder->GetSpecialFolders()) {
-      if (below->GetPathEntryType() != PathEntryType::AtFolder) continue;
-      std::string name = BytesFromText(below->GetAbsoluteIRI().getName().substr(1)).value();
+  for (const auto& entry : mainEntries) {
+    const auto methods = entry->GetSubfolderEntriesB();
+    for (const auto& method : *methods) {
+      std::string name = BytesFromText(method->GetAbsoluteIRI().getName().substr(1)).value_or("");
       if (names.IsName(name) && known.insert(name).second) {
         candidates.emplace_back(std::move(name), true);
       }
@@ -104,13 +120,13 @@ void AddMethodNames(const FolderEntries& folders, const SharedNames& names,
 
 /// Every name that may hide files, in the order of its bytes.
 std::vector<Candidate> AllCandidates(const PathView& view, const ShadowLookup& lookup) {
-  const auto folders = view.GetMainFolders();
-  ForEachInParallel(folders.size(), [&](std::size_t folder) { StateOf(*folders[folder]).List(); });
+  const auto mainEntries = view.GetPath()->GetMainEntries();
+  const auto files = NamesOf(*mainEntries);
   SharedNames names(lookup.extensions, lookup.policy);
-  for (const auto& folder : folders) names.AddFolder(StateOf(*folder).Files());
+  for (const EntryNames& here : files) names.AddFolder(here.Get());
   std::vector<Candidate> candidates;
   for (std::string& name : names.GetShared()) candidates.emplace_back(std::move(name));
-  AddMethodNames(folders, names, candidates);
+  AddMethodNames(*mainEntries, names, candidates);
   std::sort(candidates.begin(), candidates.end(),
             [](const auto& left, const auto& right) { return left.name < right.name; });
   return candidates;

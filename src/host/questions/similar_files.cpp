@@ -1,6 +1,6 @@
 #include "host/questions/similar_files.h"
 
-#include "host/folder/entry_state.h"
+#include "host/questions/entry_names.h"
 #include "searchpath/host/filename_comparison.h"
 #include "searchpath/model/byte_text.h"
 #include "searchpath/model/search_scope.h"
@@ -145,15 +145,14 @@ const char* GetText(Similarity similarity) noexcept {
   return kTexts[static_cast<std::size_t>(similarity)];
 }
 
-std::vector<SimilarFile> FindSimilarFiles(const FolderEntries& mainFolders,
+std::vector<SimilarFile> FindSimilarFiles(const PathEntries& mainEntries,
                                           const SearchTarget& target, std::size_t most) {
   if (PathManagement::detail::HasSeparator(target.GetName())) return {};
   const WantedNames wanted(target);
   SimilarFiles similar(most);
-  for (const auto& folder : mainFolders) {
-    FolderState& state = StateOf(*folder);
-    state.List();
-    const NameBlock& names = state.Files();
+  for (const auto& entry : mainEntries) {
+    const EntryNames files(entry);
+    const NameBlock& names = files.Get();
     std::vector<std::tuple<std::string_view, std::size_t, Similarity>> resembling;
     for (std::size_t file = 0; file < names.size(); ++file) {
       const auto similarity = wanted.Compare(names[file]);
@@ -162,7 +161,7 @@ std::vector<SimilarFile> FindSimilarFiles(const FolderEntries& mainFolders,
     std::ranges::sort(resembling);  // by name, not as on disk
     for (const auto& [name, file, similarity] : resembling) {
       if (!similar.Wants(name, similarity)) continue;
-      similar.Add({FoundItem(ShareItem(folder, state.ItemAt(file)), folder), similarity});
+      similar.Add({files.At(file), similarity});
     }
   }
   return similar.TakeMostSimilar();

@@ -1,7 +1,6 @@
 #ifndef SEARCHPATH_SRC_HOST_QUESTIONS_SIMILAR_FILES_H
 #define SEARCHPATH_SRC_HOST_QUESTIONS_SIMILAR_FILES_H
 
-#include "searchpath/host/folder_entry.h"
 #include "searchpath/host/similar_files.h"
 #include "searchpath/model/path.h"
 
@@ -10,10 +9,10 @@
 
 namespace Corvane::PathManagement::host {
 
-/// At most `most` files of `mainFolders` whose names resemble what `target` looks for, the most
+/// At most `most` files of `mainEntries` whose names resemble what `target` looks for, the most
 /// similar first, each name once. Reads every name there.
 [[nodiscard]] std::vector<SimilarFile> FindSimilarFiles(
-    const FolderEntries& mainFolders, const PathManagement::detail::SearchTarget& target,
+    const PathEntries& mainEntries, const PathManagement::detail::SearchTarget& target,
     std::size_t most);
 
 /// As `Environment::FindSimilarFolders`.

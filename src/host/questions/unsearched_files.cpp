@@ -1,7 +1,9 @@
 #include "host/questions/unsearched_files.h"
 
 #include "host/rules/tree_folder.h"
+#include "listed/entry_walk.h"
 #include "searchpath/host/native_location.h"
+#include "searchpath/model/byte_text.h"
 #include "searchpath/model/found_item.h"
 #include "searchpath/utilities/partial_pathname.h"
 #include "searchpath/utilities/path_strings.h"
@@ -22,26 +24,46 @@ bool IsUnsearched(PathEntryType kind) {
   return kind == PathEntryType::PrivateFolder || kind == PathEntryType::ResourcesFolder;
 }
 
-PathEntryType KindOf(const TreeFolder& folder) {
+/// An entry of a path, and what is known to stand below it.
+struct AnyFolder {
+  std::shared_ptr<const IPathEntry> entry;
+
+  /// In the order of the bytes of their names, as on disk.
+  [[nodiscard]] std::vector<AnyFolder> FindBelow() const {
+    std::vector<AnyFolder> folders;
+    for (const auto& below : PathManagement::detail::EntriesBelow(*entry)) {
+      folders.push_back({below});
+    }
+    std::ranges::stable_sort(folders, {}, [](const AnyFolder& folder) {
+      return BytesFromText(folder.entry->GetAbsoluteIRI().getName());
+    });
+    return folders;
+  }
+};
+
+template <class Folder>
+PathEntryType KindOf(const Folder& folder) {
   return GetPathEntryTypeFromBaseName(folder.entry->GetAbsoluteIRI().getName());
 }
 
-std::optional<UnsearchedFile> FindIn(const TreeFolder& folder, const SearchTarget& target,
+template <class Folder>
+std::optional<UnsearchedFile> FindIn(const Folder& folder, const SearchTarget& target,
                                      FilenameMatchingPolicy policy, PathEntryType kind) {
   auto item = folder.entry->FindItem(target, policy);
   if (item == nullptr) return std::nullopt;
-  return UnsearchedFile{folder.entry, GetNativePath(FoundItem(std::move(item), folder.entry)),
+  return UnsearchedFile{folder.entry, GetLocationText(FoundItem(std::move(item), folder.entry)),
                         kind};
 }
 
 /// Anywhere below `folder`, or in itself unless it is private: the files of a private folder have
 /// names of their own, such as private/plot.zt.
-std::optional<UnsearchedFile> FindAnywhere(const TreeFolder& folder, const SearchTarget& target,
+template <class Folder>
+std::optional<UnsearchedFile> FindAnywhere(const Folder& folder, const SearchTarget& target,
                                            FilenameMatchingPolicy policy) {
   const PathEntryType kind = KindOf(folder);
-  std::vector<TreeFolder> pending = {folder};
+  std::vector<Folder> pending = {folder};
   while (!pending.empty()) {
-    const TreeFolder next = std::move(pending.back());
+    const Folder next = std::move(pending.back());
     pending.pop_back();
     const bool isItself = next.entry == folder.entry;
     if (!isItself || kind != PathEntryType::PrivateFolder) {
@@ -54,7 +76,8 @@ std::optional<UnsearchedFile> FindAnywhere(const TreeFolder& folder, const Searc
 }
 
 /// In the folder that stands below `folder` as the parts in front of the name say.
-std::optional<UnsearchedFile> FindAt(TreeFolder folder, const SearchTarget& target,
+template <class Folder>
+std::optional<UnsearchedFile> FindAt(Folder folder, const SearchTarget& target,
                                      FilenameMatchingPolicy policy) {
   auto parts = SplitPartialPathname(target.GetName());
   const SearchTarget file(ustring(parts.back()), target.GetExtensions());
@@ -62,7 +85,7 @@ std::optional<UnsearchedFile> FindAt(TreeFolder folder, const SearchTarget& targ
   std::optional<PathEntryType> kind;
   for (const auto& part : parts) {
     const auto below = folder.FindBelow();
-    const auto found = std::find_if(below.begin(), below.end(), [&](const TreeFolder& candidate) {
+    const auto found = std::find_if(below.begin(), below.end(), [&](const Folder& candidate) {
       return candidate.entry->GetAbsoluteIRI().getName() == part;
     });
     if (found == below.end()) return std::nullopt;
@@ -72,20 +95,34 @@ std::optional<UnsearchedFile> FindAt(TreeFolder folder, const SearchTarget& targ
   return kind ? FindIn(folder, file, policy, *kind) : std::nullopt;
 }
 
+/// Calls makeFolder(entry) for entries below `top`.
+template <class MakeFolder>
+std::optional<UnsearchedFile> FindBelow(const std::shared_ptr<const IPathEntry>& top,
+                                        const SearchTarget& target, FilenameMatchingPolicy policy,
+                                        const MakeFolder& makeFolder) {
+  if (PathManagement::detail::HasSeparator(target.GetName())) {
+    return FindAt(makeFolder(top), target, policy);
+  }
+  for (const auto& special : {top->GetSingleSubfolderEntryA(), top->GetSingleSubfolderEntryB()}) {
+    if (special == nullptr) continue;
+    if (auto found = FindAnywhere(makeFolder(special), target, policy)) return found;
+  }
+  return std::nullopt;
+}
+
 }  // namespace
 
-std::optional<UnsearchedFile> FindUnsearchedFile(const std::shared_ptr<const FolderEntry>& top,
+std::optional<UnsearchedFile> FindUnsearchedFile(const std::shared_ptr<const IPathEntry>& top,
                                                  const SearchTarget& target,
                                                  FilenameMatchingPolicy policy) {
   if (target.GetName().starts_with(u'/')) return std::nullopt;
-  if (PathManagement::detail::HasSeparator(target.GetName())) {
-    return FindAt({top, {}}, target, policy);
+  using Entry = std::shared_ptr<const IPathEntry>;
+  if (dynamic_cast<const FolderEntry*>(top.get()) != nullptr) {
+    return FindBelow(top, target, policy, [](const Entry& entry) {
+      return TreeFolder{std::static_pointer_cast<const FolderEntry>(entry), {}};
+    });
   }
-  for (const auto& special : top->GetSpecialFolders()) {
-    if (!IsUnsearched(special->GetPathEntryType())) continue;
-    if (auto found = FindAnywhere({special, {}}, target, policy)) return found;
-  }
-  return std::nullopt;
+  return FindBelow(top, target, policy, [](const Entry& entry) { return AnyFolder{entry}; });
 }
 
 }  // namespace Corvane::PathManagement::host

@@ -13,17 +13,18 @@ namespace Corvane::PathManagement::host {
 
 /// A file that a look-up does not find, because it stands below a folder that is not searched.
 struct UnsearchedFile {
-  std::shared_ptr<const FolderEntry> folder;
-  ustring path;        // native
+  std::shared_ptr<const IPathEntry> folder;
+  ustring path;        // native where it is on disk, else the text of its location
   PathEntryType kind;  // of the folder that is not searched: private or resources
 };
 
 /// The first such file below `top`, which is on the path: for a plain name in any folder below
-/// but the private folder directly there, for a partial pathname at exactly that place.
+/// but the private folder directly there, for a partial pathname at exactly that place. Below an entry
+/// that is no folder on disk there are the special folders alone.
 ///
 /// Cost: for a plain name, lists all folders below the private and the resources folder of `top`.
 [[nodiscard]] std::optional<UnsearchedFile> FindUnsearchedFile(
-    const std::shared_ptr<const FolderEntry>& top,
+    const std::shared_ptr<const IPathEntry>& top,
     const PathManagement::detail::SearchTarget& target, FilenameMatchingPolicy policy);
 
 }  // namespace Corvane::PathManagement::host

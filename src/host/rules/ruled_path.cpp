@@ -77,7 +77,7 @@ RuledPath::RuledPath(std::shared_ptr<const PathView> pathView, const LookupRules
       rules(lookupRules),
       workingFolder(folder),
       onPath(std::make_unique<RelativeLookup>(
-          SearchRoots(view->GetWholePath().GetMainFolders(), source), rules.files)),
+          SearchRoots(view->GetFolderPath().GetMainFolders(), source), rules.files)),
       quoted(std::make_unique<RelativeLookup>(SearchRoots(std::move(quoteFolders), source),
                                               rules.files)),
       everywhere(std::make_unique<RelativeLookup>(RootOfFileSystem(), rules.files)) {}

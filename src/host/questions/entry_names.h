@@ -1,0 +1,42 @@
+#ifndef SEARCHPATH_SRC_HOST_QUESTIONS_ENTRY_NAMES_H
+#define SEARCHPATH_SRC_HOST_QUESTIONS_ENTRY_NAMES_H
+
+#include "host/names/name_block.h"
+#include "searchpath/model/found_item.h"
+#include "searchpath/model/path_entry.h"
+
+#include <cstddef>
+#include <memory>
+#include <vector>
+
+namespace Corvane::PathManagement::host {
+
+class FolderState;
+
+/// The names of the files in one entry, as bytes. Those of a folder on disk are as the disk gave
+/// them, and no items are made for them; those of any other entry are made from its items, and a
+/// name that stands for no bytes is left out.
+class EntryNames {
+ public:
+  EntryNames() = default;
+  /// Lists a folder on disk.
+  explicit EntryNames(std::shared_ptr<const IPathEntry> namedEntry);
+
+  /// Valid as long as this object is where it is.
+  [[nodiscard]] const NameBlock& Get() const noexcept;
+  /// The file of that name, by its number.
+  [[nodiscard]] FoundItem At(std::size_t index) const;
+
+ private:
+  std::shared_ptr<const IPathEntry> entry;
+  FolderState* onDisk = nullptr;  // of the entry; null when it is no folder on disk
+  NameBlock names;                // of the items
+  PathItems items;
+};
+
+/// Those of all `entries`, which are listed on all processors.
+[[nodiscard]] std::vector<EntryNames> NamesOf(const PathEntries& entries);
+
+}  // namespace Corvane::PathManagement::host
+
+#endif  // SEARCHPATH_SRC_HOST_QUESTIONS_ENTRY_NAMES_H
