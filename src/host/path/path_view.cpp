@@ -107,7 +107,8 @@ PathView::PathView(GivenFolders givenFolders, const GivenFolders& hiddenFolders,
       folders(PathOf(given)),
       wholePath(folders),
       givenBy(IndexOf(given)),
-      dropsRepeats(!keepDuplicates) {
+      dropsRepeats(!keepDuplicates),
+      shownFolders(hiddenFolders.folders.empty() ? folders.get() : nullptr) {
   FolderEntries hiding;
   for (const Given& folder : hiddenFolders.folders) {
     hiding.push_back(AsFolders(folder.entries).front());
@@ -125,7 +126,8 @@ PathView::PathView(std::shared_ptr<const IPath> asked)
       wholePath(std::move(asked)),
       givenBy(IndexOf(given)),
       hidden(std::make_shared<const HiddenFolders>(FolderEntries(), FolderExpansion::Alone)),
-      dropsRepeats(false) {}
+      dropsRepeats(false),
+      shownFolders(IsOnDisk() ? folders.get() : nullptr) {}
 
 const std::shared_ptr<const IPath>& PathView::GetPath() const {
   pathOnce.Call([this] { path = MakePath(); });
@@ -153,9 +155,14 @@ std::shared_ptr<const IPath> PathView::MakePath() const {
 
 boost::optional<FoundItem> PathView::FindVisible(const PathManagement::detail::SearchTarget& target,
                                                  FilenameMatchingPolicy policy) const {
-  if (!IsOnDisk()) return FindFirstFileVisibleOnPath(*wholePath, target, policy);
   // The first of several repeats wins anyway.
-  if (hiddenTexts.empty()) return folders->FindVisible(target, policy);
+  if (shownFolders != nullptr) return shownFolders->FindVisible(target, policy);
+  return FindAmongHidden(target, policy);
+}
+
+boost::optional<FoundItem> PathView::FindAmongHidden(
+    const PathManagement::detail::SearchTarget& target, FilenameMatchingPolicy policy) const {
+  if (!IsOnDisk()) return FindFirstFileVisibleOnPath(*wholePath, target, policy);
   const auto links = std::make_shared<LinkResolver>();
   const auto isShown = [&](const FolderEntry& folder) {
     static_cast<void>(StateOf(folder).Identity(links));

@@ -96,6 +96,8 @@ class PathView {
 
  private:
   [[nodiscard]] std::shared_ptr<const IPath> MakePath() const;
+  [[nodiscard]] boost::optional<FoundItem> FindAmongHidden(
+      const PathManagement::detail::SearchTarget& target, FilenameMatchingPolicy policy) const;
   template <class Find>
   [[nodiscard]] std::vector<FolderProblem> WithUnlocated(const Find& find) const;
 
@@ -109,6 +111,7 @@ class PathView {
   std::vector<ustring> hiddenTexts;      // of the hidden folders, as they were given
   std::vector<ustring> unlocatedHidden;  // given to be hidden, but they have no location
   bool dropsRepeats;
+  const FolderPath* shownFolders;  // null unless the whole path is on disk and nothing is hidden
   mutable PathManagement::detail::OnceFlag pathOnce;  // guards path
   mutable std::shared_ptr<const IPath> path;
 };
