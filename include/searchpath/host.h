@@ -8,6 +8,7 @@
 #include "searchpath/host/environment.h"
 #include "searchpath/host/explanation.h"
 #include "searchpath/host/filename_comparison.h"
+#include "searchpath/host/filesystem_path.h"
 #include "searchpath/host/folder_entry.h"
 #include "searchpath/host/folder_expansion.h"
 #include "searchpath/host/folder_list.h"

@@ -4,6 +4,7 @@
 // IWYU pragma: begin_exports
 #include "searchpath/model/absolute_iri.h"
 #include "searchpath/model/any_range_adapter.h"
+#include "searchpath/model/any_text.h"
 #include "searchpath/model/byte_text.h"
 #include "searchpath/model/constants.h"
 #include "searchpath/model/filename_matching_policy.h"

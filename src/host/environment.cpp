@@ -93,7 +93,7 @@ std::shared_ptr<const RuledPath> ApplyRules(const WorkingFolder& workingFolder,
                                            CreateSourceFrom(options.caches), workingFolder);
 }
 
-std::shared_ptr<const PackageRegistry> ReadPackages(const std::optional<ustring>& root,
+std::shared_ptr<const PackageRegistry> ReadPackages(const std::optional<AnyText>& root,
                                                     const WorkingFolder& workingFolder) {
   if (!root) return nullptr;
   return std::make_shared<const PackageRegistry>(*root, workingFolder);
@@ -114,7 +114,7 @@ AbsoluteIRI LocateAsker(const PathView& view, const WorkingFolder& workingFolder
 }
 
 RuledPath::Asker AskerByRules(const WorkingFolder& workingFolder, const Lookup& lookup) {
-  const auto locate = [&](const std::optional<ustring>& text) {
+  const auto locate = [&](const std::optional<AnyText>& text) {
     std::optional<AbsoluteIRI> folder;
     if (text) RuledPath::CheckFolder(folder.emplace(workingFolder.Locate(*text)));
     return folder;
@@ -129,9 +129,18 @@ EnvironmentOptions WithoutCaches(EnvironmentOptions options) {
   return options;
 }
 
+/// Extensions as they are looked up; "" is none.
+std::vector<ustring> WithDots(std::vector<ustring> extensions) {
+  for (ustring& extension : extensions) {
+    if (!extension.empty() && !extension.starts_with(u'.')) extension.insert(0, 1, u'.');
+  }
+  return extensions;
+}
+
 SearchTarget TargetOf(const Lookup& lookup) {
   if (lookup.extensions.empty()) return SearchTarget(lookup.name);  // whatever it ends with
-  return CreateSearchTargetWithExtensionInFilenamePreferred(lookup.name, lookup.extensions);
+  return CreateSearchTargetWithExtensionInFilenamePreferred(lookup.name,
+                                                            WithDots(lookup.extensions));
 }
 
 }  // namespace
@@ -147,7 +156,7 @@ Environment::Environment(const EnvironmentOptions& given)
           given.expansion, given.keepDuplicates || !given.rules.dropsRepeats)),
       ruled(ApplyRules(workingFolder, given, view)) {}
 
-Environment::Environment(const std::vector<ustring>& folders, FolderExpansion expansion)
+Environment::Environment(const AnyTexts& folders, FolderExpansion expansion)
     : Environment(EnvironmentOptions{.folders = folders, .expansion = expansion}) {}
 
 Environment::Environment(const PathEntryFactory& cache)
@@ -179,8 +188,9 @@ boost::optional<FoundItem> Environment::Find(Lookup lookup) const {
     const auto asker = AskerByRules(workingFolder, lookup);
     return ruled->Find(TargetOf(lookup), asker);
   }
-  const auto asker = AskerOf(lookup);
-  // Most questions have no extensions: the text is moved on, not copied.
+  // Most questions come from no folder.
+  const auto asker = lookup.fromFolder ? AskerOf(lookup) : std::nullopt;
+  // Most have no extensions: the text is moved on, not copied.
   const SearchTarget target =
       lookup.extensions.empty() ? SearchTarget(std::move(lookup.name)) : TargetOf(lookup);
   if (asker && view->MayHavePrivateFolder(*asker)) {
@@ -226,7 +236,9 @@ PathEntries Environment::FindSimilarFolders(const FolderLookup& lookup, std::siz
 }
 
 ShadowReport Environment::FindShadows(const ShadowLookup& lookup) const {
-  return ruled == nullptr ? CollectShadows(*view, lookup) : CollectShadowsByRules(*ruled, lookup);
+  ShadowLookup dotted = lookup;
+  dotted.extensions = WithDots(std::move(dotted.extensions));
+  return ruled == nullptr ? CollectShadows(*view, dotted) : CollectShadowsByRules(*ruled, dotted);
 }
 
 std::vector<PathFinding> Environment::Examine(const Examination& examination) const {

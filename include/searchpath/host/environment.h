@@ -18,6 +18,7 @@
 #include "searchpath/host/trust.h"
 #include "searchpath/host/working_folder.h"
 #include "searchpath/model/absolute_iri.h"
+#include "searchpath/model/any_text.h"
 #include "searchpath/model/filename_matching_policy.h"
 #include "searchpath/model/found_item.h"
 #include "searchpath/model/path.h"
@@ -45,25 +46,25 @@ class RuledPath;
 /// A question to an `Environment`: which file does a name mean?
 struct Lookup {
   /// A file name, or a partial pathname with separators.
-  ustring name;
-  /// Tried in order, each with its dot, unless the name carries an extension of its own.
-  std::vector<ustring> extensions = {};
+  AnyText name;
+  /// Tried in order unless the name carries an extension of its own: "zt" or ".zt".
+  AnyTexts extensions = {};
   /// The folder of the code that asks, as a user types it: its private folder comes first. Where
   /// folders have no meaning, the folder itself does.
-  std::optional<ustring> fromFolder = {};
+  std::optional<AnyText> fromFolder = {};
   /// Where folders have no meaning, names are compared as they are, whatever this is.
   FilenameMatchingPolicy policy = FilenameMatchingPolicy::FileSystemDefault;
   /// A folder, as a user types it: only folders that stand behind it on the path are asked, or all
   /// when it is not on the path. Counts where folders have no meaning; `fromFolder` does not count
   /// beside it.
-  std::optional<ustring> afterFolder = {};
+  std::optional<AnyText> afterFolder = {};
 };
 
 /// What an `Environment` is made of.
 struct EnvironmentOptions {
   /// As users type them, see `WorkingFolder`. One that has no location is left out and
   /// reported as a problem. For a search-path string, hand in its `SplitZentraPath`.
-  std::vector<ustring> folders = {};
+  AnyTexts folders = {};
   /// What relative texts are below; empty means the working folder of the process.
   std::optional<AbsoluteIRI> workingFolder = {};
   /// Where they were named: for `FindOrigin` and `Explain`.
@@ -74,19 +75,19 @@ struct EnvironmentOptions {
   bool keepDuplicates = false;
   /// Folders that are not to be on the path: each is hidden with the special folders below it, and
   /// with all folders below it when folders are expanded.
-  std::vector<ustring> without = {};
+  AnyTexts without = {};
   /// A folder that a cache holds is not read while its listing there is fresh; the first cache that
   /// holds the folder counts. A folder that none holds is read. Caches that were made for other
   /// paths will do: they put no folder on this path.
   std::vector<PathEntryFactory> caches = {};
   /// A root of packages, as a user types it, see `PackageRegistry`. The folders of its packages
   /// come behind all others and are never expanded.
-  std::optional<ustring> packages = {};
+  std::optional<AnyText> packages = {};
   /// What names mean on the path, and what parts of it mean.
   LookupRules rules = {};
   /// Folders that come before all others for a question with `Lookup::fromFolder`, and only then.
   /// Only where folders have no meaning.
-  std::vector<ustring> quoteFolders = {};
+  AnyTexts quoteFolders = {};
   /// How long the disk is waited for, for each folder of the path and below it; empty means as long as
   /// it takes. A folder for which the disk has not answered by then is a problem, `NoAnswer`, counts
   /// as empty, and is not asked again; the answers for all others are right.
@@ -106,8 +107,7 @@ struct EnvironmentOptions {
 class SEARCHPATH_EXPORT Environment {
  public:
   explicit Environment(const EnvironmentOptions& options);
-  explicit Environment(const std::vector<ustring>& folders,
-                       FolderExpansion expansion = FolderExpansion::Alone);
+  explicit Environment(const AnyTexts& folders, FolderExpansion expansion = FolderExpansion::Alone);
   /// The path that `cache` was made for.
   explicit Environment(const PathEntryFactory& cache);
   /// Asks `path`, whoever made it, by the rules of the environment: a listed path, entries of one's

@@ -1,15 +1,15 @@
 #ifndef SEARCHPATH_HOST_FOLDER_LOOKUP_H
 #define SEARCHPATH_HOST_FOLDER_LOOKUP_H
 
+#include "searchpath/model/any_text.h"
 #include "searchpath/model/filename_matching_policy.h"
-#include "searchpath/model/ustring.h"
 
 namespace Corvane::PathManagement::host {
 
 /// A folder as a user names it, and how the name is to be read.
 struct FolderLookup {
   /// A folder in full, or a partial pathname: trailing folders of the location.
-  ustring name;
+  AnyText name;
   FilenameMatchingPolicy policy = FilenameMatchingPolicy::FileSystemDefault;
   /// Whether names are taken as written: the "+" of a folder must be written, and the folder above
   /// the first part of a partial pathname must be an ordinary one.

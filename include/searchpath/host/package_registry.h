@@ -5,6 +5,7 @@
 #include "searchpath/host/folder_problem.h"
 #include "searchpath/host/package_problem.h"
 #include "searchpath/host/working_folder.h"
+#include "searchpath/model/any_text.h"
 #include "searchpath/model/ustring.h"
 #include "searchpath/platform/package_registry.h"
 
@@ -43,7 +44,7 @@ class SEARCHPATH_EXPORT PackageRegistry : public Corvane::PackageRegistry::IPack
  public:
   /// `root` is as users type it. When it cannot be read, that is a problem and there are no
   /// packages.
-  explicit PackageRegistry(const ustring& root,
+  explicit PackageRegistry(const AnyText& root,
                            const WorkingFolder& workingFolder = WorkingFolder());
   PackageRegistry(const PackageRegistry&) = delete;
   PackageRegistry& operator=(const PackageRegistry&) = delete;

@@ -2,6 +2,7 @@
 #define SEARCHPATH_HOST_SHADOW_SEARCH_H
 
 #include "searchpath/export.h"
+#include "searchpath/model/any_text.h"
 #include "searchpath/model/filename_matching_policy.h"
 #include "searchpath/model/found_item.h"
 #include "searchpath/model/path_entry.h"
@@ -57,14 +58,14 @@ struct Shadow {
 /// folders of the path and carry their extensions; `extensions` then says which files count.
 struct ShadowLookup {
   /// As in `Lookup`; when there are none, every plain name on the path is looked up.
-  std::vector<ustring> names = {};
+  AnyTexts names = {};
   /// As in `Lookup`. With extensions, the names that are looked up are those of files without their
   /// extension: "fn" for "fn.x". A file whose name has a further dot is looked up by its whole
   /// name, since extensions are not tried with "a.b": "a.b.x".
-  std::vector<ustring> extensions = {};
+  AnyTexts extensions = {};
   FilenameMatchingPolicy policy = FilenameMatchingPolicy::FileSystemDefault;
   /// Names that may hide files and are not reported, spelled as the report would spell them.
-  std::vector<ustring> allowed = {};
+  AnyTexts allowed = {};
 };
 
 /// Which names hide files: each shadow is the answer of `Environment::FindAll` for its name.

@@ -3,6 +3,7 @@
 
 #include "searchpath/export.h"
 #include "searchpath/model/absolute_iri.h"
+#include "searchpath/model/any_text.h"
 #include "searchpath/model/ustring.h"
 #include "searchpath/platform/current_working_folder.h"
 
@@ -27,7 +28,7 @@ class SEARCHPATH_EXPORT WorkingFolder : public current_working_folder::ICurrentW
   ///
   /// Errors: `FailedToAbsolutizeException` with the reason `InvalidText`, `NoWorkingFolder`, or
   /// `Absent` for an unknown user.
-  [[nodiscard]] AbsoluteIRI Locate(const ustring& folder) const;
+  [[nodiscard]] AbsoluteIRI Locate(const AnyText& folder) const;
 
  private:
   std::optional<AbsoluteIRI> base;  // empty: the working folder of the process

@@ -2,8 +2,10 @@
 #define SEARCHPATH_PLATFORM_FILESYSTEM_H
 
 #include "searchpath/export.h"
+#include "searchpath/model/any_text.h"
 #include "searchpath/model/ustring.h"
 
+#include <concepts>
 #include <fstream>
 #include <istream>
 #include <memory>
@@ -24,6 +26,9 @@ class path {
   path(const ustring& text, bool convertToNativeForm = true)
       : pathname((static_cast<void>(convertToNativeForm), text)) {}
   path(const char16_t* text) : pathname(text) {}
+  /// Text in any other form that callers have, a `std::filesystem::path` among them.
+  template <std::convertible_to<Corvane::PathManagement::AnyText> Text>
+  path(const Text& text) : pathname(Corvane::PathManagement::AnyText(text)) {}
 
   [[nodiscard]] const ustring& native() const noexcept { return pathname; }
 

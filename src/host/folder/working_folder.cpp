@@ -60,7 +60,7 @@ ustring CurrentFolderOfProcess() {
 
 }  // namespace
 
-AbsoluteIRI WorkingFolder::Locate(const ustring& folder) const try {
+AbsoluteIRI WorkingFolder::Locate(const AnyText& folder) const try {
   namespace vfs = foundation::storage::vfs;
   if (folder.empty()) throw FailedToAbsolutizeException(AbsolutizeError::InvalidText);
   if (vfs::hasIRIPrefix(folder)) {

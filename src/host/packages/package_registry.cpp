@@ -143,7 +143,7 @@ void PackageRegistry::State::Add(PackageManifest manifest, const ustring& file) 
   memory += manifest.memory;
 }
 
-PackageRegistry::PackageRegistry(const ustring& root, const WorkingFolder& workingFolder)
+PackageRegistry::PackageRegistry(const AnyText& root, const WorkingFolder& workingFolder)
     : state(std::make_unique<const State>(root, workingFolder)) {}
 
 PackageRegistry::~PackageRegistry() = default;

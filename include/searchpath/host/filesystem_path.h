@@ -1,0 +1,20 @@
+#ifndef SEARCHPATH_HOST_FILESYSTEM_PATH_H
+#define SEARCHPATH_HOST_FILESYSTEM_PATH_H
+
+#include "searchpath/export.h"
+#include "searchpath/model/found_item.h"
+#include "searchpath/model/path_entry.h"
+
+#include <filesystem>
+
+namespace Corvane::PathManagement::host {
+
+/// As `GetNativePath`, byte by byte as the disk has the name. Empty for a file that is not on disk.
+[[nodiscard]] SEARCHPATH_EXPORT std::filesystem::path GetFilesystemPath(const FoundItem& found);
+
+/// The folder of `entry`, as it was given. Empty for one that is not on disk.
+[[nodiscard]] SEARCHPATH_EXPORT std::filesystem::path GetFilesystemPath(const IPathEntry& entry);
+
+}  // namespace Corvane::PathManagement::host
+
+#endif  // SEARCHPATH_HOST_FILESYSTEM_PATH_H
