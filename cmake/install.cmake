@@ -6,6 +6,7 @@ install(
   TARGETS searchpath_utilities searchpath_host
   EXPORT searchpath-targets
   RUNTIME COMPONENT searchpath_runtime
+  ARCHIVE COMPONENT searchpath_development
   LIBRARY COMPONENT searchpath_runtime NAMELINK_COMPONENT searchpath_development
   FILE_SET HEADERS COMPONENT searchpath_development
   FILE_SET generated COMPONENT searchpath_development)
@@ -27,6 +28,11 @@ install(
   DESTINATION ${package_folder}
   COMPONENT searchpath_development)
 
+# Relative, so that it holds wherever the files are installed or moved.
+file(RELATIVE_PATH prefix_from_pc ${CMAKE_INSTALL_FULL_LIBDIR}/pkgconfig ${CMAKE_INSTALL_PREFIX})
+if(NOT BUILD_SHARED_LIBS)
+  set(requires_private "Requires.private: icu-uc libxxhash liburiparser spdlog tbb")
+endif()
 configure_file(cmake/searchpath.pc.in searchpath.pc @ONLY)
 install(
   FILES ${PROJECT_BINARY_DIR}/searchpath.pc

@@ -12,7 +12,7 @@ function(searchpath_compile target)
                POSITION_INDEPENDENT_CODE ON)
 endfunction()
 
-# A shared library of the project: its name in the build tree, and its public headers.
+# A library of the project: its name in the build tree, and its public headers.
 function(searchpath_library name)
   add_library(searchpath::${name} ALIAS searchpath_${name})
   searchpath_compile(searchpath_${name})
@@ -40,7 +40,8 @@ function(searchpath_on_demand library name dependency)
     PRIVATE $<TARGET_PROPERTY:searchpath_internals,INTERFACE_INCLUDE_DIRECTORIES>)
   target_link_libraries(searchpath_${name} PRIVATE Boost::headers ${dependency})
   if(NOT SEARCHPATH_LAZY_DEPENDENCIES)
-    target_link_libraries(searchpath_${library} PRIVATE searchpath_${name} ${dependency})
+    target_sources(searchpath_${library} PRIVATE $<TARGET_OBJECTS:searchpath_${name}>)
+    target_link_libraries(searchpath_${library} PRIVATE ${dependency})
     return()
   endif()
   set(module searchpath_${name}_module)
