@@ -3,7 +3,7 @@ include(CMakePackageConfigHelpers)
 set(package_folder ${CMAKE_INSTALL_LIBDIR}/cmake/searchpath)
 
 install(
-  TARGETS searchpath_utilities searchpath_host
+  TARGETS searchpath_utilities searchpath_host searchpath_c
   EXPORT searchpath-targets
   RUNTIME COMPONENT searchpath_runtime
   ARCHIVE COMPONENT searchpath_development
@@ -34,7 +34,8 @@ if(NOT BUILD_SHARED_LIBS)
   set(requires_private "Requires.private: icu-uc libxxhash liburiparser spdlog tbb")
 endif()
 configure_file(cmake/searchpath.pc.in searchpath.pc @ONLY)
+configure_file(cmake/searchpath-c.pc.in searchpath-c.pc @ONLY)
 install(
-  FILES ${PROJECT_BINARY_DIR}/searchpath.pc
+  FILES ${PROJECT_BINARY_DIR}/searchpath.pc ${PROJECT_BINARY_DIR}/searchpath-c.pc
   DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig
   COMPONENT searchpath_development)

@@ -12,20 +12,20 @@ function(searchpath_compile target)
                POSITION_INDEPENDENT_CODE ON)
 endfunction()
 
-# A library of the project: its name in the build tree, and its public headers.
-function(searchpath_library name)
+# A library of the project: its name in the build tree, its public headers, and which of its symbols are
+# exported.
+function(searchpath_library name exports)
   add_library(searchpath::${name} ALIAS searchpath_${name})
   searchpath_compile(searchpath_${name})
-  target_compile_features(searchpath_${name} INTERFACE cxx_std_20)
   target_link_options(searchpath_${name} PRIVATE
-                      LINKER:--version-script=${PROJECT_SOURCE_DIR}/cmake/exports.map)
+                      LINKER:--version-script=${PROJECT_SOURCE_DIR}/cmake/${exports})
   set_target_properties(
     searchpath_${name}
     PROPERTIES OUTPUT_NAME searchpath-${name}
                EXPORT_NAME ${name}
                VERSION ${PROJECT_VERSION}
                SOVERSION ${PROJECT_VERSION_MAJOR}
-               LINK_DEPENDS ${PROJECT_SOURCE_DIR}/cmake/exports.map
+               LINK_DEPENDS ${PROJECT_SOURCE_DIR}/cmake/${exports}
                VERIFY_INTERFACE_HEADER_SETS ON)
 endfunction()
 

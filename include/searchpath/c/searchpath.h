@@ -1,0 +1,148 @@
+#ifndef SEARCHPATH_C_SEARCHPATH_H
+#define SEARCHPATH_C_SEARCHPATH_H
+
+// Which file a name means on a path of folders, why that one, and what it hides: for C99 and for
+// languages that call C.
+//
+// Texts are bytes, as file names are; those that go in end with NUL. Handles are opaque. What a function
+// hands out is freed by the function of that name; null may be freed. Views live as long as the handle
+// that they are asked of.
+//
+// Threads: a handle may be asked from any number of threads, and is freed when none asks it any more.
+// Errors: a function that can fail returns a status and, where `error` is not null, says there what is
+// wrong. What it hands out is then null. No exception leaves the library. Not found is no error.
+// Precondition: no handle is null, and indices are below the counts.
+
+#include "searchpath/export.h"
+
+#include <stddef.h>
+#include <stdint.h>
+
+#ifdef __cplusplus
+extern "C" {
+#endif
+
+/// Raised by one when a function is added; a change of what is there makes a new library.
+#define SEARCHPATH_C_VERSION 1
+
+/// The version of the library that is linked, at least that of the header.
+SEARCHPATH_EXPORT uint32_t searchpath_version(void);
+
+typedef enum searchpath_status {
+  SEARCHPATH_OK = 0,
+  SEARCHPATH_INVALID = 1,  ///< an argument means nothing
+  SEARCHPATH_FOLDER = 2,   ///< the folder that asks cannot be used
+  SEARCHPATH_SYSTEM = 3  ///< the system has no memory, descriptor or thread left, or a disk failed
+} searchpath_status;
+
+/// What went wrong, in words; cut off where it is longer.
+typedef struct searchpath_error {
+  char message[256];
+} searchpath_error;
+
+/// Bytes that end with NUL, which does not count; they may hold others.
+typedef struct searchpath_text {
+  const char* bytes;
+  size_t size;
+} searchpath_text;
+
+typedef struct searchpath_environment searchpath_environment;
+typedef struct searchpath_files searchpath_files;
+typedef struct searchpath_explanation searchpath_explanation;
+typedef struct searchpath_shadows searchpath_shadows;
+typedef struct searchpath_watch searchpath_watch;
+
+/// A path of folders as users type them, searched in that order. `rules` is "environment", "plain",
+/// "program" or "include"; null means the first. Where `recursive` is not 0, all folders below are on
+/// the path as well. A folder that cannot be searched counts as empty.
+SEARCHPATH_EXPORT searchpath_status searchpath_environment_open(
+    const char* const* folders, size_t folder_count, int recursive, const char* rules,
+    searchpath_environment** environment, searchpath_error* error);
+SEARCHPATH_EXPORT void searchpath_environment_free(searchpath_environment* environment);
+
+/// A question for a name.
+typedef struct searchpath_lookup {
+  const char* name;               ///< a file name, or a partial pathname
+  const char* const* extensions;  ///< with or without their dot; null when there are none
+  size_t extension_count;
+  const char* from_folder;  ///< of the code that asks; null when there is none
+  int ignore_case;          ///< 0: as the file system compares
+} searchpath_lookup;
+
+/// The file that the name means; none when there is none.
+SEARCHPATH_EXPORT searchpath_status searchpath_find(const searchpath_environment* environment,
+                                                    const searchpath_lookup* lookup,
+                                                    searchpath_files** files,
+                                                    searchpath_error* error);
+/// The same, and every file that it hides, in path order.
+SEARCHPATH_EXPORT searchpath_status searchpath_find_all(const searchpath_environment* environment,
+                                                        const searchpath_lookup* lookup,
+                                                        searchpath_files** files,
+                                                        searchpath_error* error);
+SEARCHPATH_EXPORT size_t searchpath_files_count(const searchpath_files* files);
+/// The native path.
+SEARCHPATH_EXPORT searchpath_text searchpath_files_path(const searchpath_files* files,
+                                                        size_t index);
+SEARCHPATH_EXPORT void searchpath_files_free(searchpath_files* files);
+
+/// Which folders were asked, in order, and what came of each.
+SEARCHPATH_EXPORT searchpath_status searchpath_explain(const searchpath_environment* environment,
+                                                       const searchpath_lookup* lookup,
+                                                       searchpath_explanation** explanation,
+                                                       searchpath_error* error);
+/// The rule that decided, in words.
+SEARCHPATH_EXPORT searchpath_text
+searchpath_explanation_rule(const searchpath_explanation* explanation);
+/// The answer of `searchpath_find_all`, a part of the explanation.
+SEARCHPATH_EXPORT const searchpath_files* searchpath_explanation_answer(
+    const searchpath_explanation* explanation);
+/// How many folders were asked.
+SEARCHPATH_EXPORT size_t searchpath_explanation_count(const searchpath_explanation* explanation);
+SEARCHPATH_EXPORT searchpath_text
+searchpath_explanation_folder(const searchpath_explanation* explanation, size_t index);
+/// In words: "holds it", "absent".
+SEARCHPATH_EXPORT searchpath_text
+searchpath_explanation_outcome(const searchpath_explanation* explanation, size_t index);
+/// The folder as it was given that brought this one onto the path.
+SEARCHPATH_EXPORT searchpath_text
+searchpath_explanation_origin(const searchpath_explanation* explanation, size_t index);
+/// The files of the folder that count, the best first; a part of the explanation.
+SEARCHPATH_EXPORT const searchpath_files* searchpath_explanation_files(
+    const searchpath_explanation* explanation, size_t index);
+SEARCHPATH_EXPORT void searchpath_explanation_free(searchpath_explanation* explanation);
+
+/// The names by which files are looked up with the extensions of `lookup`, as far as they hide files.
+/// Its other members do not count.
+SEARCHPATH_EXPORT searchpath_status
+searchpath_find_shadows(const searchpath_environment* environment, const searchpath_lookup* lookup,
+                        searchpath_shadows** shadows, searchpath_error* error);
+SEARCHPATH_EXPORT size_t searchpath_shadows_count(const searchpath_shadows* shadows);
+SEARCHPATH_EXPORT searchpath_text searchpath_shadows_name(const searchpath_shadows* shadows,
+                                                          size_t index);
+/// The file that the name means, then those that it hides; a part of the shadows.
+SEARCHPATH_EXPORT const searchpath_files* searchpath_shadows_files(
+    const searchpath_shadows* shadows, size_t index);
+/// What a hidden file is to the one that hides it, in words: "identical". `file` counts from 1, as in
+/// the list of files; 0 is the file that hides the others, and has no kind.
+SEARCHPATH_EXPORT searchpath_text searchpath_shadows_kind(const searchpath_shadows* shadows,
+                                                          size_t index, size_t file);
+SEARCHPATH_EXPORT void searchpath_shadows_free(searchpath_shadows* shadows);
+
+/// Follows the folders of an environment on the disk, on a thread of its own. The environment may be
+/// freed meanwhile. Names are looked up by the rules of the environment.
+SEARCHPATH_EXPORT searchpath_status searchpath_watch_open(const searchpath_environment* environment,
+                                                          searchpath_watch** watch,
+                                                          searchpath_error* error);
+/// A descriptor for `poll`: readable when files or folders have come or gone, until the environment is
+/// asked for. It belongs to the watch.
+SEARCHPATH_EXPORT int searchpath_watch_descriptor(const searchpath_watch* watch);
+/// The path as it is now, which stays as it is.
+SEARCHPATH_EXPORT searchpath_status searchpath_watch_environment(
+    const searchpath_watch* watch, searchpath_environment** environment, searchpath_error* error);
+SEARCHPATH_EXPORT void searchpath_watch_free(searchpath_watch* watch);
+
+#ifdef __cplusplus
+}
+#endif
+
+#endif  // SEARCHPATH_C_SEARCHPATH_H

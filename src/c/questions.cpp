@@ -1,0 +1,193 @@
+#include "c/border.h"
+#include "c/handles.h"
+#include "searchpath/host/native_location.h"
+#include "searchpath/model/byte_text.h"
+#include "searchpath/utilities/iri_conversion.h"
+
+#include <optional>
+#include <stdexcept>
+
+namespace {
+
+namespace paths = Corvane::PathManagement;
+namespace host = paths::host;
+using paths::c::HandOut;
+
+paths::AnyTexts TextsOf(const char* const* texts, std::size_t count) {
+  paths::AnyTexts all;
+  for (std::size_t at = 0; at < count; ++at) {
+    if (texts == nullptr || texts[at] == nullptr) throw std::invalid_argument("a text is null");
+    all.push_back(paths::AnyText(texts[at]));
+  }
+  return all;
+}
+
+host::LookupRules RulesNamed(const char* name) {
+  const auto rules = host::FindRules(name == nullptr ? "environment" : name);
+  if (!rules) throw std::invalid_argument("there are no rules of that name");
+  return *rules;
+}
+
+host::Lookup LookupOf(const searchpath_lookup* lookup) {
+  if (lookup == nullptr || lookup->name == nullptr) throw std::invalid_argument("no name is given");
+  host::Lookup made{.name = lookup->name,
+                    .extensions = TextsOf(lookup->extensions, lookup->extension_count)};
+  if (lookup->from_folder != nullptr) made.fromFolder = paths::AnyText(lookup->from_folder);
+  if (lookup->ignore_case != 0) made.policy = paths::FilenameMatchingPolicy::IgnoreCase;
+  return made;
+}
+
+/// The bytes of a text that stands for a name.
+std::string BytesOf(const paths::ustring& text) { return paths::BytesFromText(text).value_or(""); }
+
+searchpath_files FilesOf(const std::vector<paths::FoundItem>& found) {
+  searchpath_files files;
+  for (const auto& file : found) files.paths.push_back(BytesOf(host::GetLocationText(file)));
+  return files;
+}
+
+searchpath_text View(const std::string& text) { return {text.c_str(), text.size()}; }
+
+}  // namespace
+
+uint32_t searchpath_version(void) { return SEARCHPATH_C_VERSION; }
+
+searchpath_status searchpath_environment_open(const char* const* folders, size_t folder_count,
+                                              int recursive, const char* rules,
+                                              searchpath_environment** environment,
+                                              searchpath_error* error) {
+  return HandOut(environment, error, [&] {
+    const host::EnvironmentOptions options{.folders = TextsOf(folders, folder_count),
+                                           .expansion = recursive == 0
+                                                            ? host::FolderExpansion::Alone
+                                                            : host::FolderExpansion::Recursive,
+                                           .rules = RulesNamed(rules)};
+    return std::unique_ptr<searchpath_environment>(
+        new searchpath_environment{host::Environment(options)});
+  });
+}
+
+void searchpath_environment_free(searchpath_environment* environment) { delete environment; }
+
+searchpath_status searchpath_find(const searchpath_environment* environment,
+                                  const searchpath_lookup* lookup, searchpath_files** files,
+                                  searchpath_error* error) {
+  return HandOut(files, error, [&] {
+    auto made = std::make_unique<searchpath_files>();
+    const auto found = environment->environment.Find(LookupOf(lookup));
+    if (found) made->paths.push_back(BytesOf(host::GetLocationText(*found)));
+    return made;
+  });
+}
+
+searchpath_status searchpath_find_all(const searchpath_environment* environment,
+                                      const searchpath_lookup* lookup, searchpath_files** files,
+                                      searchpath_error* error) {
+  return HandOut(files, error, [&] {
+    return std::make_unique<searchpath_files>(
+        FilesOf(environment->environment.FindAll(LookupOf(lookup))));
+  });
+}
+
+size_t searchpath_files_count(const searchpath_files* files) { return files->paths.size(); }
+
+searchpath_text searchpath_files_path(const searchpath_files* files, size_t index) {
+  return View(files->paths[index]);
+}
+
+void searchpath_files_free(searchpath_files* files) { delete files; }
+
+searchpath_status searchpath_explain(const searchpath_environment* environment,
+                                     const searchpath_lookup* lookup,
+                                     searchpath_explanation** explanation,
+                                     searchpath_error* error) {
+  return HandOut(explanation, error, [&] {
+    const auto explained = environment->environment.Explain(LookupOf(lookup));
+    auto made = std::make_unique<searchpath_explanation>();
+    made->rule = host::GetText(explained.rule);
+    made->answer = FilesOf(explained.files);
+    for (const auto& asked : explained.asked) {
+      made->asked.push_back({BytesOf(paths::GetStringFromIRI(asked.folder->GetAbsoluteIRI())),
+                             host::GetText(asked.outcome), BytesOf(asked.origin.folder),
+                             FilesOf(asked.files)});
+    }
+    return made;
+  });
+}
+
+searchpath_text searchpath_explanation_rule(const searchpath_explanation* explanation) {
+  return View(explanation->rule);
+}
+
+const searchpath_files* searchpath_explanation_answer(const searchpath_explanation* explanation) {
+  return &explanation->answer;
+}
+
+size_t searchpath_explanation_count(const searchpath_explanation* explanation) {
+  return explanation->asked.size();
+}
+
+searchpath_text searchpath_explanation_folder(const searchpath_explanation* explanation,
+                                              size_t index) {
+  return View(explanation->asked[index].folder);
+}
+
+searchpath_text searchpath_explanation_outcome(const searchpath_explanation* explanation,
+                                               size_t index) {
+  return View(explanation->asked[index].outcome);
+}
+
+searchpath_text searchpath_explanation_origin(const searchpath_explanation* explanation,
+                                              size_t index) {
+  return View(explanation->asked[index].origin);
+}
+
+const searchpath_files* searchpath_explanation_files(const searchpath_explanation* explanation,
+                                                     size_t index) {
+  return &explanation->asked[index].files;
+}
+
+void searchpath_explanation_free(searchpath_explanation* explanation) { delete explanation; }
+
+searchpath_status searchpath_find_shadows(const searchpath_environment* environment,
+                                          const searchpath_lookup* lookup,
+                                          searchpath_shadows** shadows, searchpath_error* error) {
+  return HandOut(shadows, error, [&] {
+    host::ShadowLookup asked;
+    if (lookup != nullptr) {
+      asked.extensions = TextsOf(lookup->extensions, lookup->extension_count);
+      if (lookup->ignore_case != 0) asked.policy = paths::FilenameMatchingPolicy::IgnoreCase;
+    }
+    auto made = std::make_unique<searchpath_shadows>();
+    for (const auto& shadow : environment->environment.FindShadows(asked).shadows) {
+      auto& added = made->shadows.emplace_back();
+      added.name = BytesOf(shadow.name);
+      added.files = FilesOf({shadow.winner});
+      added.kinds.emplace_back();
+      for (const auto& hidden : shadow.hidden) {
+        added.files.paths.push_back(BytesOf(host::GetLocationText(hidden.file)));
+        added.kinds.emplace_back(host::GetText(hidden.kind));
+      }
+    }
+    return made;
+  });
+}
+
+size_t searchpath_shadows_count(const searchpath_shadows* shadows) {
+  return shadows->shadows.size();
+}
+
+searchpath_text searchpath_shadows_name(const searchpath_shadows* shadows, size_t index) {
+  return View(shadows->shadows[index].name);
+}
+
+const searchpath_files* searchpath_shadows_files(const searchpath_shadows* shadows, size_t index) {
+  return &shadows->shadows[index].files;
+}
+
+searchpath_text searchpath_shadows_kind(const searchpath_shadows* shadows, size_t index,
+                                        size_t file) {
+  return View(shadows->shadows[index].kinds[file]);
+}
+
+void searchpath_shadows_free(searchpath_shadows* shadows) { delete shadows; }

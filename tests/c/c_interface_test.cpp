@@ -1,0 +1,111 @@
+#include "searchpath/c/searchpath.h"
+#include "support/temporary_tree.h"
+
+#include <gtest/gtest.h>
+
+#include <poll.h>
+
+#include <memory>
+
+namespace Corvane::PathManagement {
+namespace {
+
+std::string Shown(searchpath_text text) {
+  EXPECT_EQ(text.bytes[text.size], '\0');
+  return {text.bytes, text.size};
+}
+
+struct CInterfaceTest : testing::Test {
+  CInterfaceTest() {
+    tree.Files({"a/\xFF.zt", "b/\xFF.zt", "b/private/\xFF.zt", "b/Other.zt"});
+    const std::string first = tree.Path("a");
+    const std::string second = tree.Path("b");
+    const char* const folders[] = {first.c_str(), second.c_str()};
+    EXPECT_EQ(searchpath_environment_open(folders, 2, 0, nullptr, &environment, &error),
+              SEARCHPATH_OK);
+  }
+  ~CInterfaceTest() override { searchpath_environment_free(environment); }
+
+  std::string Find(const searchpath_lookup& lookup) {
+    searchpath_files* files = nullptr;
+    const searchpath_status status = searchpath_find(environment, &lookup, &files, &error);
+    if (status != SEARCHPATH_OK) {
+      EXPECT_EQ(files, nullptr);
+      return std::to_string(status) + ": " + error.message;
+    }
+    const std::string found =
+        searchpath_files_count(files) == 0 ? "" : Shown(searchpath_files_path(files, 0));
+    searchpath_files_free(files);
+    return found;
+  }
+
+  test::TemporaryTree tree;
+  searchpath_environment* environment = nullptr;
+  searchpath_error error = {};
+  const char* const extensions[2] = {"zt", nullptr};
+};
+
+TEST_F(CInterfaceTest, FindsFilesByBytesAndGivesErrorsAsValues) {
+  const std::string b = tree.Path("b");
+  const std::string none = tree.Path("none");
+  EXPECT_EQ(Find({"\xFF", extensions, 1, nullptr, 0}), tree.Path("a/\xFF.zt"));
+  EXPECT_EQ(Find({"\xFF.zt", nullptr, 0, b.c_str(), 0}), tree.Path("b/private/\xFF.zt"));
+  EXPECT_EQ(Find({"other.zt", nullptr, 0, nullptr, 1}), tree.Path("b/Other.zt"));
+  EXPECT_EQ(Find({"other.zt", nullptr, 0, nullptr, 0}), "");
+  EXPECT_EQ(Find({"f", extensions, 2, nullptr, 0}), "1: a text is null");
+  EXPECT_EQ(Find({nullptr, nullptr, 0, nullptr, 0}), "1: no name is given");
+  EXPECT_EQ(Find({"f", nullptr, 0, none.c_str(), 0}), "2: no such folder");
+  searchpath_environment* unmade = environment;
+  EXPECT_EQ(searchpath_environment_open(nullptr, 0, 0, "martian", &unmade, &error),
+            SEARCHPATH_INVALID);
+  EXPECT_EQ(unmade, nullptr);
+  EXPECT_EQ(searchpath_environment_open(nullptr, 0, 0, nullptr, nullptr, nullptr),
+            SEARCHPATH_INVALID);
+  EXPECT_EQ(searchpath_version(), SEARCHPATH_C_VERSION);
+  searchpath_files_free(nullptr);
+}
+
+TEST_F(CInterfaceTest, ExplainsAndTellsWhatIsHidden) {
+  const searchpath_lookup lookup = {"\xFF", extensions, 1, nullptr, 0};
+  searchpath_explanation* explanation = nullptr;
+  ASSERT_EQ(searchpath_explain(environment, &lookup, &explanation, &error), SEARCHPATH_OK);
+  EXPECT_EQ(Shown(searchpath_explanation_rule(explanation)),
+            "the first folder on the path that holds it");
+  EXPECT_EQ(searchpath_files_count(searchpath_explanation_answer(explanation)), 2U);
+  ASSERT_EQ(searchpath_explanation_count(explanation), 2U);
+  EXPECT_EQ(Shown(searchpath_explanation_outcome(explanation, 1)), "hidden by an earlier folder");
+  EXPECT_EQ(Shown(searchpath_explanation_folder(explanation, 1)), tree.Path("b"));
+  EXPECT_EQ(Shown(searchpath_explanation_origin(explanation, 1)), tree.Path("b"));
+  EXPECT_EQ(Shown(searchpath_files_path(searchpath_explanation_files(explanation, 1), 0)),
+            tree.Path("b/\xFF.zt"));
+  searchpath_explanation_free(explanation);
+
+  searchpath_shadows* shadows = nullptr;
+  ASSERT_EQ(searchpath_find_shadows(environment, &lookup, &shadows, &error), SEARCHPATH_OK);
+  ASSERT_EQ(searchpath_shadows_count(shadows), 1U);
+  EXPECT_EQ(Shown(searchpath_shadows_name(shadows, 0)), "\xFF");
+  EXPECT_EQ(searchpath_files_count(searchpath_shadows_files(shadows, 0)), 2U);
+  EXPECT_EQ(Shown(searchpath_shadows_kind(shadows, 0, 0)), "");
+  EXPECT_EQ(Shown(searchpath_shadows_kind(shadows, 0, 1)), "identical");
+  searchpath_shadows_free(shadows);
+}
+
+TEST_F(CInterfaceTest, AWatchBecomesReadableAndHasThePathAsItIs) {
+  searchpath_watch* watch = nullptr;
+  ASSERT_EQ(searchpath_watch_open(environment, &watch, &error), SEARCHPATH_OK);
+  EXPECT_EQ(Find({"new.zt", nullptr, 0, nullptr, 0}), "");
+  tree.File("b/new.zt");
+  std::string found;
+  while (found.empty()) {  // until the disk has been followed; ends by the test's time limit
+    pollfd waiting = {searchpath_watch_descriptor(watch), POLLIN, 0};
+    ASSERT_EQ(poll(&waiting, 1, 60'000), 1);
+    searchpath_environment_free(environment);
+    ASSERT_EQ(searchpath_watch_environment(watch, &environment, &error), SEARCHPATH_OK);
+    found = Find({"new.zt", nullptr, 0, nullptr, 0});
+  }
+  EXPECT_EQ(found, tree.Path("b/new.zt"));
+  searchpath_watch_free(watch);
+}
+
+}  // namespace
+}  // namespace Corvane::PathManagement
