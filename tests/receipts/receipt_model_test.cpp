@@ -236,7 +236,7 @@ TEST_P(ReceiptModel, ReportsExactlyTheNamesThatMeanAnotherFile) {
     }
     const bool isFresh = receipt.IsFresh();
     std::vector<ustring> reported;
-    for (const auto& each : receipt.FindChanges(host::Environment(receipt.GetOptions()))) {
+    for (const auto& each : receipt.Verify(host::Environment(receipt.GetOptions()))) {
       reported.push_back(each.name);
     }
     ASSERT_EQ(reported, expected) << "seed " << seed << ", after\n" << log;

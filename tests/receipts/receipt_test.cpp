@@ -63,7 +63,7 @@ class ReceiptTest : public testing::Test {
     const auto shown = [this](const std::optional<FoundItem>& file) {
       return file ? *BytesFromText(host::GetNativePath(*file).substr(tree.Text().size() + 1)) : "";
     };
-    for (const auto& change : receipt.FindChanges(host::Environment(receipt.GetOptions()))) {
+    for (const auto& change : receipt.Verify(host::Environment(receipt.GetOptions()))) {
       text += *BytesFromText(change.name) + ": " + shown(change.before) + " > " +
               shown(change.after) + "\n";
     }

@@ -282,7 +282,7 @@ TEST_F(ToolTest, HelpFitsAScreenAndBeginsWithExamples) {
     EXPECT_FALSE(std::regex_search(full, std::regex("[^\n]{81}"))) << full;
     EXPECT_TRUE(help("--version").starts_with("searchpath ")) << command;
   }
-  EXPECT_EQ(count, 19);
+  EXPECT_EQ(count, 20);
 }
 
 TEST_F(ToolTest, AClosedPipeEndsQuietlyAlsoWhereItsSignalIsIgnored) {

@@ -52,7 +52,7 @@ Outcome RunVerify(const std::vector<std::string>& arguments) {
   const host::Receipt receipt = ReadReceipt(file);
   if (receipt.IsFresh()) return Outcome::Clean;
   const host::Environment environment(receipt.GetOptions());
-  const auto changes = receipt.FindChanges(environment);
+  const auto changes = receipt.Verify(environment);
   for (const host::NameChange& change : changes) WriteDifference(output, change);
   if (changes.empty()) return Outcome::Clean;
   if (!update) return Outcome::Findings;

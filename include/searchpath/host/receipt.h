@@ -84,9 +84,9 @@ class SEARCHPATH_EXPORT Receipt {
   /// Precondition: `environment` has been made of `GetOptions()`, after the changes that are to be
   /// seen: what it has found out before is not asked again.
   /// Cost: as `IsFresh`, and the questions that are asked.
-  [[nodiscard]] std::vector<NameChange> FindChanges(const Environment& environment) const;
+  [[nodiscard]] std::vector<NameChange> Verify(const Environment& environment) const;
 
-  /// A receipt for the same questions. Precondition: as `FindChanges`.
+  /// A receipt for the same questions. Precondition: as `Verify`.
   [[nodiscard]] Receipt Renew(const Environment& environment) const;
 
  private:
@@ -108,6 +108,8 @@ class SEARCHPATH_EXPORT ReceiptRecorder {
  public:
   /// Precondition: `environment` outlives this object; its caches, if any, are used while they are
   /// fresh.
+  /// Errors: `std::logic_error` for an environment on a path that was handed over: a receipt could
+  /// not say how to make it again.
   explicit ReceiptRecorder(const Environment& environment);
   ReceiptRecorder(const ReceiptRecorder&) = delete;
   ReceiptRecorder& operator=(const ReceiptRecorder&) = delete;

@@ -64,7 +64,7 @@ std::uint32_t AskedLists::Add(std::vector<std::uint32_t> places, AskedList::List
 }
 
 std::uint32_t AskedLists::AddMain() {
-  const FolderEntries& folders = view.GetWholePath().GetMainFolders();
+  const FolderEntries& folders = view.GetFolderPath().GetMainFolders();
   std::vector<std::uint32_t> places;
   places.reserve(folders.size());
   for (const auto& folder : folders) places.push_back(draft.AddPlace(BytesOf(*folder)));
@@ -86,7 +86,7 @@ std::uint32_t AskedLists::ListOfAllFolders() {
     places.push_back(draft.AddPlace(path));
     listings.push_back(&listing);
   };
-  for (const auto& folder : view.GetWholePath().GetMainFolders()) {
+  for (const auto& folder : view.GetFolderPath().GetMainFolders()) {
     WalkFolders(folder, [&](const auto& entry, std::size_t /*depth*/) {
       StateOf(*entry).List();
       const FolderListing& listing = StateOf(*entry).Listing();

@@ -122,7 +122,7 @@ EnvironmentOptions Receipt::GetOptions() const {
 
 bool Receipt::IsFresh() const { return ReceiptCheck(*body).IsFresh(); }
 
-std::vector<NameChange> Receipt::FindChanges(const Environment& environment) const {
+std::vector<NameChange> Receipt::Verify(const Environment& environment) const {
   const ReceiptCheck check(*body);
   std::vector<NameChange> changes;
   if (check.IsFresh()) return changes;
@@ -139,7 +139,7 @@ std::vector<NameChange> Receipt::FindChanges(const Environment& environment) con
 
 /// Whether the environment has the folders of the path when the receipt was made.
 bool Receipt::IsSamePath(const Environment& environment) const {
-  const auto& folders = environment.view->GetWholePath().GetMainFolders();
+  const auto& folders = environment.view->GetFolderPath().GetMainFolders();
   const auto places = body->ListAt(0);
   return std::equal(folders.begin(), folders.end(), places.begin(), places.end(),
                     [this](const auto& folder, std::uint32_t place) {

@@ -146,7 +146,7 @@ flatbuffers::Offset<receipts::Path> ReceiptDraft::WritePath(flatbuffers::FlatBuf
   const auto without = write(options.without);
   const auto quoteFolders = write(options.quoteFolders);
   const auto packages =
-      write(options.packages ? std::vector{*options.packages} : std::vector<ustring>());
+      write(options.packages ? std::vector<ustring>{*options.packages} : std::vector<ustring>());
   const auto workingFolder =
       AddText(options.workingFolder ? options.workingFolder->getPath() : ustring());
   const LookupRules& given = options.rules;

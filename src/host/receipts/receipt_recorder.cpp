@@ -10,6 +10,7 @@
 #include <boost/unordered/unordered_flat_map.hpp>
 
 #include <algorithm>
+#include <stdexcept>
 #include <string>
 #include <utility>
 
@@ -146,7 +147,7 @@ void ReceiptRecorder::State::NotePath() {
   ReceiptDraft::List& path = draft.lists.front();
   path.asked = path.places.size();
   if (!isRecursive) return;
-  const auto& folders = environment.view->GetWholePath().GetMainFolders();
+  const auto& folders = environment.view->GetFolderPath().GetMainFolders();
   for (std::size_t at = 0; at < folders.size(); ++at) {
     FolderState& state = StateOf(*folders[at]);
     if (state.IsListed()) NoteLinks(path.places[at], state.Listing());
@@ -183,8 +184,12 @@ std::shared_ptr<const ReceiptBody> ReceiptRecorder::State::Finish() {
   return draft.Finish(OptionsAnywhere(), environment.begun);
 }
 
-ReceiptRecorder::ReceiptRecorder(const Environment& environment)
-    : state(std::make_unique<State>(environment)) {}
+ReceiptRecorder::ReceiptRecorder(const Environment& environment) {
+  if (environment.options == nullptr) {
+    throw std::logic_error("a path that was handed over has no receipts");
+  }
+  state = std::make_unique<State>(environment);
+}
 
 ReceiptRecorder::~ReceiptRecorder() = default;
 

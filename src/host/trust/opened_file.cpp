@@ -4,6 +4,7 @@
 #include "host/trust/step_report.h"
 #include "platform/native_path.h"
 #include "searchpath/host/native_location.h"
+#include "searchpath/model/byte_text.h"
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -47,6 +48,9 @@ struct OpenedFile::State {
 
 OpenedFile::OpenedFile(const FoundItem& item, LookupRules::Files files) {
   const std::string path = NativeBytes(GetNativePath(item));
+  if (path.empty()) {
+    throw PathError(ENOTSUP, "cannot open", BytesFromText(GetLocationText(item)).value_or(""));
+  }
   const std::size_t folderEnd = path.rfind('/');
   std::string folder = path.substr(0, folderEnd);
   WalkedPath toFolder = WalkPath(folder);

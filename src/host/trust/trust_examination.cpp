@@ -60,15 +60,16 @@ void ExamineTree(const FolderEntry& folder, FolderExaminer& examiner) {
 void ExaminePart(const PathView& view, const LookupRules& rules, const GivenFolders::Given& given,
                  FolderExaminer& examiner) {
   const ustring& text = given.origin.folder;
-  const FolderEntry& first = *given.entries.front();
+  const IPathEntry& first = *given.entries.front();
   examiner.BeginPart(text);
   if (view.FindHider(first) == nullptr && DependsOnWorkingFolder(given.origin, rules)) {
     examiner.ReportPart(text.empty() ? TrustKind::EmptyPart : TrustKind::Relative,
                         NativeBytes(first.GetAbsoluteIRI()).value_or(""),
                         text.empty() ? "." : BytesFromText(text).value_or(""));
   }
-  for (const Folder& folder : given.entries) {
-    if (view.FindHider(*folder) != nullptr) continue;
+  for (const auto& entry : given.entries) {
+    const auto folder = std::dynamic_pointer_cast<const FolderEntry>(entry);
+    if (folder == nullptr || view.FindHider(*folder) != nullptr) continue;
     if (rules.foldersHaveMeaning) {
       ExamineSpecialFolders(view, folder, examiner);
     } else {
