@@ -81,20 +81,14 @@ TEST(StorageTest, KeepsWhatIsTooLongForTheKernelAsText) {
   EXPECT_EQ(CanonicalBelow(tree, u"link" + names), u"/folder" + names + u"|raises");
 }
 
-#ifdef SYS_readlink
-constexpr unsigned kReadLink = SYS_readlink, kReadLinkSize = 2;
-#else
-constexpr unsigned kReadLink = SYS_readlinkat, kReadLinkSize = 3;
-#endif
-
 TEST(StorageTest, RaisesWhatTheDiskFailsToReadAndTakesWhatVanishesForGone) {
   const test::TemporaryTree tree;
   tree.Folder("folder/sub");
   tree.Link("folder", "link");
   for (const auto& [spoil, expected] : std::vector<std::pair<std::function<void()>, std::string>>{
            {[] {}, "/folder/sub|/folder/sub"},
-           {test::Refusing(kReadLink, kReadLinkSize, ~0U, ENOENT), "/link/sub|raises"},
-           {test::Refusing(kReadLink, kReadLinkSize, ~0U, EIO), "raises|raises"},
+           {test::Refusing(SYS_readlinkat, 3, ~0U, ENOENT), "/link/sub|raises"},
+           {test::Refusing(SYS_readlinkat, 3, ~0U, EIO), "raises|raises"},
            {test::Refusing(SYS_newfstatat, 3, AT_SYMLINK_NOFOLLOW, EACCES), "/link/sub|raises"},
            {test::Refusing(SYS_newfstatat, 3, AT_SYMLINK_NOFOLLOW, EIO), "raises|raises"}}) {
     const auto answer = [&] { return BytesFromText(CanonicalBelow(tree, u"link/sub")).value(); };
