@@ -2,6 +2,7 @@
 #define SEARCHPATH_TESTS_TRUST_OTHER_USERS_H
 
 #include "support/temporary_tree.h"
+#include "trust/access_list_bytes.h"
 
 #include <gtest/gtest.h>
 
@@ -65,9 +66,16 @@ inline void MakeDatabases(const TemporaryTree& tree) {
   std::filesystem::permissions(tree.Path(), std::filesystem::perms(0755));
 }
 
-/// A folder in memory where there is one, since thousands of small changes take long on a disk.
+/// A folder in memory where there is one that has access-control lists, since thousands of small
+/// changes take long on a disk.
 inline std::filesystem::path FastFolder() {
-  return access("/dev/shm", W_OK) == 0 ? "/dev/shm" : std::filesystem::temp_directory_path();
+  try {
+    const TemporaryTree inMemory("/dev/shm");
+    SetList(inMemory.Path(), ListBytes({{ACL_USER_OBJ, 7}, {ACL_GROUP_OBJ, 0}, {ACL_OTHER, 0}}));
+    return "/dev/shm";
+  } catch (const std::runtime_error&) {
+    return std::filesystem::temp_directory_path();
+  }
 }
 
 /// Runs `work` as root of a machine in small: a process whose root is a fresh folder, with users and

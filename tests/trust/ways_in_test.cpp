@@ -171,6 +171,25 @@ TEST(TrustTest, WhatNobodyElseCanUseIsNotReported) {
       false);
 }
 
+TEST(TrustTest, WhatIsTooDeepIsNotCalledSound) {
+  if (!test::CanBecomeOthers()) return;
+  test::InSmallMachine([] {
+    ustring path;
+    for (int level = 0; level < 2100; ++level) {
+      path += u"/d";
+      test::MustBeZero(mkdir("d", 0755));
+      test::MustBeZero(chdir("d"));
+    }
+    const TrustReport report = Environment({path}).ExamineTrust({.user = test::kOwner});
+    for (int level = 0; level < 2100; ++level) {
+      test::MustBeZero(chdir(".."));
+      test::MustBeZero(rmdir("d"));
+    }
+    const bool isRight = report.findings.empty() && report.unexamined.size() == 1;
+    return isRight ? "" : "found " + std::to_string(report.unexamined.size());
+  });
+}
+
 TEST(TrustTest, NamesThatAnEarlierFolderAnswersAreOutOfReach) {
   const std::vector<Thing> things = {{kFolder, "/mine"},
                                      {kFile, "/mine/plot.zt"},

@@ -37,7 +37,7 @@ class FolderExaminer {
   ~FolderExaminer() = default;
 
   void BeginPart(ustring text) { report.BeginPart(std::move(text)); }
-  /// The part that begins chooses `folder` by the working folder.
+  /// The part of the path, `text`, is `folder` by the working folder alone.
   void ReportPart(TrustKind kind, const std::string& folder, const std::string& text);
 
   void Examine(const SearchedFolder& folder);

@@ -2,10 +2,13 @@
 
 #include "platform/link_walk.h"
 
+#include <climits>
+
 #include <fcntl.h>
 #include <sys/stat.h>
 
 #include <cerrno>
+#include <cstddef>
 #include <utility>
 
 namespace Corvane::PathManagement::host {
@@ -15,6 +18,7 @@ namespace {
 using foundation::storage::vfs::detail::LinkWalk;
 using foundation::storage::vfs::detail::ReadLink;
 
+constexpr std::size_t kMostLevels = PATH_MAX / 2;
 constexpr int kLookAlone = O_PATH | O_NOFOLLOW | O_CLOEXEC;
 
 std::error_code LastError() { return {errno, std::generic_category()}; }
@@ -48,7 +52,7 @@ class Walker {
       return;
     }
     const AccessFacts facts = ReadAccessFacts(current, current, ".", walked.error);
-    folder = std::make_shared<const PassedFolder>(PassedFolder{nullptr, "", facts});
+    folder = std::make_shared<const PassedFolder>(PassedFolder{nullptr, "", facts, 0});
   }
 
   void LookAtName() {
@@ -68,7 +72,10 @@ class Walker {
     if (S_ISLNK(facts.mode)) {
       Follow(object);
     } else if (S_ISDIR(facts.mode)) {
-      folder = std::make_shared<const PassedFolder>(PassedFolder{folder, walk.GetPath(), facts});
+      if (folder->level == kMostLevels)
+        walked.error = std::make_error_code(std::errc::filename_too_long);
+      folder = std::make_shared<const PassedFolder>(
+          PassedFolder{folder, walk.GetPath(), facts, folder->level + 1});
       current = std::move(object);
     } else if (!walk.GetRest().empty()) {
       walked.error = std::make_error_code(std::errc::not_a_directory);

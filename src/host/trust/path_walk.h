@@ -4,6 +4,7 @@
 #include "host/trust/access_facts.h"
 #include "platform/descriptor.h"
 
+#include <cstddef>
 #include <memory>
 #include <optional>
 #include <string>
@@ -20,6 +21,7 @@ struct PassedFolder {
   std::shared_ptr<const PassedFolder> above;  // null for the root
   std::string path;                           // without links; "" for the root
   AccessFacts facts;
+  std::size_t level = 0;  // how many folders are above
 
   [[nodiscard]] std::string GetPathOf(std::string_view name) const {
     return path + '/' + std::string(name);
@@ -53,6 +55,8 @@ struct WalkedPath {
 /// folder opened before it, and no link is followed but by its text: what `steps` say is true of the
 /// very objects by which the end was reached, whatever is renamed meanwhile.
 ///
+/// Errors: what ended the walk stands in the result. Folders with more than 2,048 above them are too
+/// deep: no path that the kernel takes at once names them.
 /// Cost: three system calls a name. Holds three descriptors at most.
 [[nodiscard]] WalkedPath WalkPath(std::string_view path);
 
