@@ -12,6 +12,8 @@
 
 namespace Corvane::PathManagement::test {
 
+inline std::string Bytes(const ustring& text) { return BytesFromText(text).value(); }
+
 /// A file, a folder or a link, with what decides who may do what with it.
 struct Thing {
   enum class Type { Folder, File, Link };

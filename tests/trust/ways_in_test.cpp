@@ -6,13 +6,12 @@
 namespace Corvane::PathManagement::host {
 namespace {
 
+using test::Bytes;
 using test::ListBytes;
 using test::Thing;
 constexpr auto kFolder = Thing::Type::Folder;
 constexpr auto kFile = Thing::Type::File;
 constexpr auto kLink = Thing::Type::Link;
-
-std::string Bytes(const ustring& text) { return BytesFromText(text).value(); }
 
 std::string Line(const TrustFinding& finding) {
   constexpr std::array kKinds = {"writable",  "owner",    "parent-writable", "file-writable",
