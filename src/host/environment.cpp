@@ -129,10 +129,11 @@ EnvironmentOptions WithoutCaches(EnvironmentOptions options) {
   return options;
 }
 
-/// Extensions as they are looked up; "" is none.
+/// Extensions as they are looked up; "" is none, and "/__init__.py" is a file in a folder.
 std::vector<ustring> WithDots(std::vector<ustring> extensions) {
   for (ustring& extension : extensions) {
-    if (!extension.empty() && !extension.starts_with(u'.')) extension.insert(0, 1, u'.');
+    const bool isBare = !extension.empty() && extension[0] != u'.' && extension[0] != u'/';
+    if (isBare) extension.insert(0, 1, u'.');
   }
   return extensions;
 }
