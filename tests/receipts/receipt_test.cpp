@@ -29,7 +29,7 @@ class ReceiptTest : public testing::Test {
  protected:
   ReceiptTest() {
     tree.Files({"mine/own.zt", "lib/plot.zt", "lib/axes.zt", "lib/+pkg/deep.zt", "far/last.zt",
-                "far/plot.zt", "else/file"});
+                "far/plot.zt", "else/file", "nest/in/in.zt"});
     tree.Folder("lib/@shape");
     tree.Link("../else/file", "lib/linked.zt");
     tree.Link("../else/none", "mine/broken.zt");
@@ -44,14 +44,14 @@ class ReceiptTest : public testing::Test {
   }
 
   [[nodiscard]] host::EnvironmentOptions Options() const {
-    return {.folders = {u"mine", u"gone", u"way", u"far"}, .workingFolder = tree.IRI()};
+    return {.folders = {u"mine", u"gone", u"way", u"far", u"nest/in"}, .workingFolder = tree.IRI()};
   }
 
   /// So many names that the folders are listed.
   [[nodiscard]] Receipt Make() const {
     std::vector<host::Lookup> lookups;
     for (const char16_t* name : {u"own.zt", u"plot.zt", u"axes.zt", u"linked.zt", u"broken.zt",
-                                 u"shape", u"last.zt", u"none.zt", u"pkg/deep.zt", u"other.zt"}) {
+                                 u"shape", u"last.zt", u"none.zt", u"pkg/deep.zt", u"in.zt"}) {
       lookups.push_back({.name = name});
     }
     return host::Environment(Options()).FindWithReceipt(lookups);
@@ -99,6 +99,7 @@ TEST_F(ReceiptTest, ReportsWhatAChangeMeansForAnswers) {
        "way/none.zt\n"},
       {"mv other moved && ln -s moved other", false,
        "last.zt: way/last.zt > way/last.zt\nnone.zt: way/none.zt > way/none.zt\n"},
+      {"mv nest moved2 && ln -s moved2 nest", false, "in.zt: nest/in/in.zt > nest/in/in.zt\n"},
   };
   for (const auto& row : rows) {
     Age();
@@ -192,8 +193,9 @@ TEST_F(ReceiptTest, ADepfileNamesFilesAndFoldersThatExist) {
   EXPECT_EQ(stream.str(), "out\\ 1: \\\n  " + strange + " \\\n  " + root + "/mine/own.zt \\\n  " +
                               root + "/way/plot.zt \\\n  " + root + " \\\n  " + root +
                               "/far \\\n  " + root + "/mine \\\n  " + root +
-                              "/mine/../else \\\n  " + root + "/way\n\n" + strange + ":\n\n" +
-                              root + "/mine/own.zt:\n\n" + root + "/way/plot.zt:\n");
+                              "/mine/../else \\\n  " + root + "/nest/in \\\n  " + root +
+                              "/way\n\n" + strange + ":\n\n" + root + "/mine/own.zt:\n\n" + root +
+                              "/way/plot.zt:\n");
   EXPECT_THROW(static_cast<void>(host::WriteDepfile(stream, u"a;b", receipt)),
                std::invalid_argument);
 }

@@ -30,6 +30,10 @@ TEST_F(ToolTest, ReceiptsSayWhichAnswersHaveChanged) {
       {"cd lib; s find ./fn.zt --as program --path . --receipt ../r; chmod +x fn.zt; cd ..; s "
        "verify r",
        1, "no file called", "new      $T/lib/fn.zt\n"},
+      {"chmod +x over/fn.zt; touch -d '1 hour ago' over; s find fn.zt --as program --path over "
+       "--receipt r\n"
+       "s verify r && chmod -x over/fn.zt; s verify r",
+       1, "", "$T/over/fn.zt\ngone     $T/over/fn.zt\n"},
       {"head -c 100 r >cut; s verify cut", 2, "cannot use \"cut\": it is cut off", ""},
       {"s verify lib", 2, "cannot use \"lib\": it cannot be opened: it is not a regular file", ""},
       {"s list --path lib --save saved; s verify saved", 2, "\"searchpath receipt\" and a version",
