@@ -106,7 +106,7 @@ struct EnvironmentOptions {
 /// Errors: a folder that cannot be searched is a problem; the rest of the path is searched.
 class SEARCHPATH_EXPORT Environment {
  public:
-  explicit Environment(const EnvironmentOptions& options);
+  explicit Environment(const EnvironmentOptions& given);
   explicit Environment(const AnyTexts& folders, FolderExpansion expansion = FolderExpansion::Alone);
   /// The path that `cache` was made for.
   explicit Environment(const PathEntryFactory& cache);

@@ -30,7 +30,7 @@ bool StandsAt(const std::string& path) {
   return lstat(path.c_str(), &status) == 0;
 }
 
-SearchTarget TargetOf(ustring name, const Lookup& lookup) {
+SearchTarget TargetOf(const ustring& name, const Lookup& lookup) {
   return CreateSearchTargetWithExtensionInFilenamePreferred(name, lookup.extensions);
 }
 
@@ -82,7 +82,7 @@ std::uint32_t AskedLists::ListOfAllFolders() {
   if (allFolders) return *allFolders;
   std::vector<std::uint32_t> places;
   std::vector<const FolderListing*> listings;
-  const auto add = [&](std::string path, const FolderListing& listing) {
+  const auto add = [&](const std::string& path, const FolderListing& listing) {
     places.push_back(draft.AddPlace(path));
     listings.push_back(&listing);
   };

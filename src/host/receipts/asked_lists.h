@@ -51,7 +51,7 @@ class AskedLists {
   [[nodiscard]] QuestionScope ScopeOnPath(const Lookup& lookup);
   [[nodiscard]] QuestionScope ScopeByRules(const Lookup& lookup, std::uint32_t kind);
   [[nodiscard]] std::uint32_t MakeListByRules(const Lookup& lookup, const std::string& name);
-  [[nodiscard]] AskedList::Listings ListingsBelow(const std::string& folder) const;
+  [[nodiscard]] AskedList::Listings ListingsBelow(const std::string& name) const;
   [[nodiscard]] std::uint32_t PlaceAt(const ustring& folder);
 
   ReceiptDraft& draft;

@@ -2,6 +2,7 @@
 
 #include "host/folder/folder_stamp.h"
 #include "host/receipts/receipt_body.h"
+#include "host/receipts/surroundings.h"
 #include "searchpath/model/byte_text.h"
 
 #include <climits>
@@ -41,14 +42,9 @@ std::optional<std::string> SpellingOf(std::string_view path) {
   return path.starts_with('~') ? std::nullopt : std::optional(spelled);
 }
 
-/// The folder that holds what stands at `path`.
-std::string Above(const std::string& path) {
-  return path.substr(0, std::max<std::size_t>(path.rfind('/'), 1));
-}
-
 /// What would change if a folder came to stand at `path`.
 std::string NearestFolder(std::string path) {
-  while (path.size() > 1 && LookAtFolder(path).error != 0) path = Above(path);
+  while (path.size() > 1 && LookAtFolder(path).error != 0) path = FolderAbove(path);
   return path;
 }
 
@@ -104,8 +100,8 @@ class Dependencies {
   void AddWhatLinkNeeds(const std::string& link) {
     std::string target = TargetOf(link);
     if (target.empty()) return;
-    if (!target.starts_with('/')) target = Above(link) + '/' + target;
-    folders.insert(NearestFolder(Above(target)));
+    if (!target.starts_with('/')) target = FolderAbove(link) + '/' + target;
+    folders.insert(NearestFolder(FolderAbove(target)));
   }
 
   const ReceiptBody& body;
@@ -138,7 +134,7 @@ std::vector<ustring> WriteDepfile(std::ostream& stream, const ustring& target,
     if (const auto spelled = write(file)) {
       rules += '\n' + *spelled + ":\n";
     } else {
-      needed.folders.insert(Above(file));
+      needed.folders.insert(FolderAbove(file));
     }
   }
   for (const std::string& folder : needed.folders) static_cast<void>(write(folder));

@@ -10,9 +10,10 @@
 namespace Corvane::PathManagement::host {
 
 ReceiptCheck::ReceiptCheck(const ReceiptBody& receipt)
-    : body(receipt), changedPlaces(receipt.Get().places()->size()) {
-  all = body.Get().rights() != RightsOfProcess() || HasWayChanged();
-  path = body.Get().path()->uncertain();
+    : body(receipt),
+      all(receipt.Get().rights() != RightsOfProcess() || HasWayChanged()),
+      path(receipt.Get().path()->uncertain()),
+      changedPlaces(receipt.Get().places()->size()) {
   CheckPlaces();
   CheckLists();
   CheckFiles();

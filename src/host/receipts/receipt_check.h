@@ -33,8 +33,8 @@ class ReceiptCheck {
   void Mark(std::uint32_t question);
 
   const ReceiptBody& body;
-  bool all = false;
-  bool path = false;
+  bool all;
+  bool path;
   bool any = false;
   std::vector<bool> changedPlaces;
   std::vector<std::size_t> firstChanged;  // of each list: the position of the first changed place

@@ -18,13 +18,6 @@ namespace {
 
 constexpr std::chrono::seconds kCoarseGrain{2};  // the times of some file systems are so coarse
 
-/// The folder that holds what `path` names.
-std::string Above(std::string_view path) {
-  const std::size_t end = path.find_last_not_of('/');
-  const std::size_t last = end == path.npos ? path.npos : path.rfind('/', end);
-  return std::string(path.substr(0, last == path.npos ? 0 : std::max<std::size_t>(last, 1)));
-}
-
 /// Whether a change since `begun` would show in what is seen now. A folder whose modification time has
 /// been set back shows it by the time at which that was done.
 bool IsCertain(const FolderSight& sight, std::chrono::system_clock::time_point begun) {
@@ -128,7 +121,7 @@ std::set<std::string> ReceiptDraft::FindWays(const std::vector<std::string>& can
   std::set<std::string> found;
   for (std::size_t place = 0; place < paths.size(); ++place) {
     const std::string& path = paths[place];
-    found.insert(Above(path));
+    found.insert(FolderAbove(path));
     if (canonical[place] != path) found.insert(path);
   }
   return found;
@@ -186,7 +179,9 @@ std::shared_ptr<const ReceiptBody> ReceiptDraft::Finish(
       builder.CreateVectorOfStructs(extensions), builder.CreateVectorOfStructs(questions),
       builder.CreateVectorOfStructs(further), builder.CreateVectorOfStructs(files),
       builder.CreateVector(uncertain)));
-  ListingBody body{std::make_unique_for_overwrite<char[]>(builder.GetSize()), builder.GetSize()};
+  ListingBody body;
+  body.size = builder.GetSize();
+  body.bytes = std::make_unique_for_overwrite<char[]>(body.size);
   std::memcpy(body.bytes.get(), builder.GetBufferPointer(), body.size);
   return std::make_shared<const ReceiptBody>(std::move(body));
 }
