@@ -4,6 +4,10 @@ function(searchpath_compile target)
   target_compile_options(
     ${target} PRIVATE -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wsign-conversion
                       -Wnon-virtual-dtor -Woverloaded-virtual)
+  if(CMAKE_UNITY_BUILD AND CMAKE_CXX_COMPILER_ID STREQUAL GNU)
+    # A source that is joined with others is no header whose types would differ between them.
+    target_compile_options(${target} PRIVATE -Wno-subobject-linkage)
+  endif()
   set_target_properties(
     ${target}
     PROPERTIES CXX_EXTENSIONS OFF
