@@ -80,7 +80,7 @@ struct Place {
   std::uint32_t folder;
   std::uint32_t file;
 
-  friend auto operator<=>(const Place&, const Place&) = default;
+  friend bool operator==(const Place&, const Place&) = default;
 };
 
 /// The files of main entries by name, in path order.

@@ -14,61 +14,62 @@ namespace {
 
 using test::ListedTree;
 
-std::string Shown(const ustring& text) { return BytesFromText(text).value(); }
-std::string Shown(const FoundItem& file) { return Shown(GetLocationText(file)); }
-std::string Shown(const std::shared_ptr<const IPathEntry>& entry) {
-  return Shown(entry->GetAbsoluteIRI().toString());
+std::string InWords(const ustring& text) { return BytesFromText(text).value(); }
+std::string InWords(const FoundItem& file) { return InWords(GetLocationText(file)); }
+std::string InWords(const std::shared_ptr<const IPathEntry>& entry) {
+  return InWords(entry->GetAbsoluteIRI().toString());
 }
-std::string Shown(const SimilarFile& file) {
-  return Shown(file.file) + " " + GetText(file.similarity);
+std::string InWords(const SimilarFile& file) {
+  return InWords(file.file) + " " + GetText(file.similarity);
 }
-std::string Shown(const HiddenFile& file) {
+std::string InWords(const HiddenFile& file) {
   const std::string reason = file.problem ? ": " + file.problem->reason.message() : "";
-  return Shown(file.file) + " " + GetText(file.kind) + reason;
+  return InWords(file.file) + " " + GetText(file.kind) + reason;
 }
-std::string Shown(const AskedFolder& asked);
-std::string Shown(const Shadow& shadow);
-std::string Shown(const PathFinding& finding);
+std::string InWords(const AskedFolder& asked);
+std::string InWords(const Shadow& shadow);
+std::string InWords(const PathFinding& finding);
 template <class Thing>
-std::string Shown(const std::vector<Thing>& list) {
+std::string InWords(const std::vector<Thing>& list) {
   std::string all;
-  for (const auto& thing : list) all += (all.empty() ? "" : " ") + Shown(thing);
+  for (const auto& thing : list) all += (all.empty() ? "" : " ") + InWords(thing);
   return all;
 }
-std::string Shown(const AskedFolder& asked) {
-  return "\n" + Shown(asked.folder) + " " + GetText(asked.outcome) + " [" + Shown(asked.files) +
-         "] [" + Shown(asked.inOtherCase) + "] " + Shown(asked.origin.folder) + " " +
-         Shown(asked.instead);
+std::string InWords(const AskedFolder& asked) {
+  return "\n" + InWords(asked.folder) + " " + GetText(asked.outcome) + " [" + InWords(asked.files) +
+         "] [" + InWords(asked.inOtherCase) + "] " + InWords(asked.origin.folder) + " " +
+         InWords(asked.instead);
 }
-std::string Shown(const Explanation& explanation) {
-  return Shown(explanation.files) + " " + GetText(explanation.rule) + Shown(explanation.asked);
+std::string InWords(const Explanation& explanation) {
+  return InWords(explanation.files) + " " + GetText(explanation.rule) + InWords(explanation.asked);
 }
-std::string Shown(const Shadow& shadow) {
-  return "\n" + Shown(shadow.name) + ": " + Shown(shadow.winner) + " hides " + Shown(shadow.hidden);
+std::string InWords(const Shadow& shadow) {
+  return "\n" + InWords(shadow.name) + ": " + InWords(shadow.winner) + " hides " +
+         InWords(shadow.hidden);
 }
-std::string Shown(const ShadowReport& report) {
-  return Shown(report.shadows) + "\nunknown " + Shown(report.unknown);
+std::string InWords(const ShadowReport& report) {
+  return InWords(report.shadows) + "\nunknown " + InWords(report.unknown);
 }
-std::string Shown(const PathFinding& finding) {
-  return std::string("\n") + GetText(finding.kind) + " " + Shown(finding.folder) + " " +
-         Shown(finding.origin) + " " + Shown(finding.other) + " " + Shown(finding.files);
+std::string InWords(const PathFinding& finding) {
+  return std::string("\n") + GetText(finding.kind) + " " + InWords(finding.folder) + " " +
+         InWords(finding.origin) + " " + InWords(finding.other) + " " + InWords(finding.files);
 }
 
 /// Every answer to a question, and to those that need none.
 std::string Ask(const Environment& environment, const Lookup& lookup) {
   const auto first = environment.Find(lookup);
-  std::string said = first ? Shown(*first) : "none";
-  said += "\n" + Shown(environment.FindAll(lookup));
-  said += "\n" + Shown(environment.Explain(lookup));
-  said += "\nsimilar " + Shown(environment.FindSimilar(lookup, 5));
+  std::string said = first ? InWords(*first) : "none";
+  said += "\n" + InWords(environment.FindAll(lookup));
+  said += "\n" + InWords(environment.Explain(lookup));
+  said += "\nsimilar " + InWords(environment.FindSimilar(lookup, 5));
   for (const bool isLiteral : {false, true}) {
     const FolderLookup folder{.name = lookup.name, .policy = lookup.policy, .isLiteral = isLiteral};
-    said += "\nfolders " + Shown(environment.FindFolders(folder));
-    said += "\n" + Shown(environment.FindSimilarFolders(folder));
+    said += "\nfolders " + InWords(environment.FindFolders(folder));
+    said += "\n" + InWords(environment.FindSimilarFolders(folder));
   }
   const ShadowLookup shadows{.extensions = lookup.extensions, .policy = lookup.policy};
-  said += "\n" + Shown(environment.FindShadows(shadows));
-  return said + Shown(environment.Examine({.slow = std::chrono::hours(1)}));
+  said += "\n" + InWords(environment.FindShadows(shadows));
+  return said + InWords(environment.Examine({.slow = std::chrono::hours(1)}));
 }
 
 Lookup AnyLookup(ListedTree& tree) {
@@ -97,8 +98,8 @@ TEST(AnyPathTest, AListingAnswersEveryQuestionAsTheSameFoldersOnDiskDo) {
     for (int number = 0; number < 4; ++number) {
       const Lookup lookup = AnyLookup(tree);
       const std::string expected = Ask(onDisk, lookup);
-      ASSERT_EQ(Ask(listed, lookup), expected) << "tree " << seed << ", " << Shown(lookup.name);
-      ASSERT_EQ(Ask(both, lookup), expected) << "tree " << seed << ", " << Shown(lookup.name);
+      ASSERT_EQ(Ask(listed, lookup), expected) << "tree " << seed << ", " << InWords(lookup.name);
+      ASSERT_EQ(Ask(both, lookup), expected) << "tree " << seed << ", " << InWords(lookup.name);
     }
   }
 }
@@ -117,11 +118,11 @@ TEST(AnyPathTest, FilesInAnArchiveAndOnDiskAreOneQuestion) {
 
   const ustring folder = u"archive://lib.zip/geo%20metry";
   const auto seen = environment.Find({.name = u"edge.zt", .fromFolder = folder});
-  EXPECT_EQ(Shown(GetLocationText(seen.value())), "archive://lib.zip/geo metry/private/edge.zt");
+  EXPECT_EQ(InWords(GetLocationText(seen.value())), "archive://lib.zip/geo metry/private/edge.zt");
 
   const auto files = environment.FindAll({.name = u"area", .extensions = {u".zt"}});
-  ASSERT_EQ(Shown(files), "archive://lib.zip/geo metry/area.zt " + tree.Path("mine/area.zt") +
-                              " archive://lib.zip/geo metry/area.zt");
+  ASSERT_EQ(InWords(files), "archive://lib.zip/geo metry/area.zt " + tree.Path("mine/area.zt") +
+                                " archive://lib.zip/geo metry/area.zt");
   EXPECT_EQ(GetNativePath(files[0]), u"");
   EXPECT_EQ(GetNativePath(files[1]), tree.Text("mine/area.zt"));
   const auto explained = environment.Explain({.name = u"area.zt"}).asked;
@@ -131,23 +132,23 @@ TEST(AnyPathTest, FilesInAnArchiveAndOnDiskAreOneQuestion) {
   EXPECT_EQ(explained[2].outcome, FolderOutcome::Unreadable);
   EXPECT_EQ(explained[1].origin.folder, tree.Text("mine"));
 
-  EXPECT_EQ(Shown(environment.FindFolders({.name = folder})), Shown(folder));
+  EXPECT_EQ(InWords(environment.FindFolders({.name = folder})), InWords(folder));
   EXPECT_THROW((void)environment.Find({.name = u"f", .fromFolder = u"archive://lib.zip/none"}),
                current_working_folder::FailedToAbsolutizeException);
   EXPECT_THROW((void)environment.Find({.name = u"f", .fromFolder = u"archive://[/"}),
                current_working_folder::FailedToAbsolutizeException);
   EXPECT_EQ(environment.FindFolders({.name = u"archive://[/"}).size(), 0U);
-  EXPECT_EQ(Shown(environment.FindSimilar({.name = u"aera.zt"})),
+  EXPECT_EQ(InWords(environment.FindSimilar({.name = u"aera.zt"})),
             "archive://lib.zip/geo metry/area.zt one letter off");
 
   EXPECT_EQ(
-      Shown(environment.FindShadows({.names = {u"area.zt"}}).shadows),
+      InWords(environment.FindShadows({.names = {u"area.zt"}}).shadows),
       "\narea.zt: archive://lib.zip/geo metry/area.zt hides " + tree.Path("mine/area.zt") +
           " unreadable: Operation not supported archive://lib.zip/geo metry/area.zt same file");
   EXPECT_EQ(environment.GetMainFolders(), (FolderEntries{mine, gone}));
   EXPECT_EQ(environment.FindProblems().size(), 1U);
   EXPECT_THROW((void)environment.CreateManager(), std::logic_error);
-  EXPECT_EQ(Shown(environment.Examine()),
+  EXPECT_EQ(InWords(environment.Examine()),
             "\nmissing " + tree.Path("gone") + " " + tree.Path("gone") +
                 "   \nthe same folder as an earlier one archive://lib.zip/geo metry "
                 "archive://lib.zip/geo metry archive://lib.zip/geo metry  "

@@ -174,8 +174,8 @@ TEST_F(ReceiptTest, RefusesEveryCutAndEveryFlippedBit) {
     flipped[bit / 8] = static_cast<char>(flipped[bit / 8] ^ (1 << bit % 8));
     EXPECT_THROW(FromBytes(flipped), host::InvalidListingException) << bit;
   }
-  EXPECT_THROW(Receipt::Load(tree.Text("lib")), host::InvalidListingException);
-  EXPECT_THROW(Receipt::Load(tree.Text("none")), host::InvalidListingException);
+  EXPECT_THROW((void)Receipt::Load(tree.Text("lib")), host::InvalidListingException);
+  EXPECT_THROW((void)Receipt::Load(tree.Text("none")), host::InvalidListingException);
 }
 
 TEST_F(ReceiptTest, ADepfileNamesFilesAndFoldersThatExist) {

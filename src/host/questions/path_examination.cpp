@@ -28,7 +28,7 @@ namespace Corvane::PathManagement::host {
 namespace {
 
 using current_working_folder::AbsolutizeError;
-using Folder = std::shared_ptr<const IPathEntry>;
+using Entry = std::shared_ptr<const IPathEntry>;
 using PathManagement::detail::WalkEntries;
 
 ustring PathOf(const IPathEntry& folder) { return GetStringFromIRI(folder.GetAbsoluteIRI()); }
@@ -58,7 +58,7 @@ class Examiner {
   void ListAll() const {
     const auto folders = view.GetWholePath().GetMainEntries();
     ForEachInParallel(folders->size(), [&](std::size_t at) {
-      const auto visit = [](const Folder& folder, std::size_t /*depth*/) {
+      const auto visit = [](const Entry& folder, std::size_t /*depth*/) {
         static_cast<void>(EntryNames(folder));
         return false;
       };
@@ -78,7 +78,7 @@ class Examiner {
   }
 
   void ExamineGiven(const GivenFolders::Given& given) {
-    const Folder& top = given.entries.front();
+    const Entry& top = given.entries.front();
     const auto earlier = mainFolders.find(top->GetCanonicalAbsoluteIRI());
     if (!IsHidden(*top) && earlier != mainFolders.end()) {
       Add(FindingKind::Repeat, *top, given.origin.folder).other = PathOf(*earlier->second);
@@ -87,7 +87,7 @@ class Examiner {
     const std::size_t before = findings.size();
     bool isShown = false;
     std::size_t files = 0;
-    for (const Folder& folder : given.entries) {
+    for (const Entry& folder : given.entries) {
       if (IsHidden(*folder)) continue;
       isShown = true;
       files += CountFiles(folder);
@@ -100,7 +100,7 @@ class Examiner {
     if (isShown && files == 0 && !isBroken) Add(FindingKind::Empty, *top, given.origin.folder);
   }
 
-  static std::size_t CountFiles(const Folder& top) {
+  static std::size_t CountFiles(const Entry& top) {
     std::size_t count = 0;
     WalkEntries(top, [&](const auto& folder, std::size_t /*depth*/) {
       return count += EntryNames(folder).Get().size(), false;
@@ -108,7 +108,7 @@ class Examiner {
     return count;
   }
 
-  void ExamineMainFolder(const Folder& top, const ustring& origin) {
+  void ExamineMainFolder(const Entry& top, const ustring& origin) {
     const auto special = specialFolders.find(top->GetCanonicalAbsoluteIRI());
     if (special != specialFolders.end()) {
       Add(FindingKind::Special, *top, origin).other = PathOf(*special->second);
@@ -129,7 +129,7 @@ class Examiner {
         std::chrono::duration_cast<std::chrono::milliseconds>(time);
   }
 
-  void ExamineFolder(const Folder& folder, const ustring& origin) {
+  void ExamineFolder(const Entry& folder, const ustring& origin) {
     const auto* const onDisk = dynamic_cast<const FolderEntry*>(folder.get());
     if (onDisk != nullptr) ExamineListing(*onDisk, origin);
     const EntryNames files(folder);
@@ -187,8 +187,8 @@ class Examiner {
   std::vector<PathFinding> findings;
   // By canonical location: special folders with the main entry that they hang below, main entries
   // that have been examined, all that have been.
-  boost::unordered_flat_map<AbsoluteIRI, Folder, HeldHash> specialFolders;
-  boost::unordered_flat_map<AbsoluteIRI, Folder, HeldHash> mainFolders;
+  boost::unordered_flat_map<AbsoluteIRI, Entry, HeldHash> specialFolders;
+  boost::unordered_flat_map<AbsoluteIRI, Entry, HeldHash> mainFolders;
   boost::unordered_flat_set<AbsoluteIRI, HeldHash> examined;
 };
 

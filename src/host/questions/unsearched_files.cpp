@@ -116,13 +116,13 @@ std::optional<UnsearchedFile> FindUnsearchedFile(const std::shared_ptr<const IPa
                                                  const SearchTarget& target,
                                                  FilenameMatchingPolicy policy) {
   if (target.GetName().starts_with(u'/')) return std::nullopt;
-  using Entry = std::shared_ptr<const IPathEntry>;
   if (dynamic_cast<const FolderEntry*>(top.get()) != nullptr) {
-    return FindBelow(top, target, policy, [](const Entry& entry) {
+    return FindBelow(top, target, policy, [](const std::shared_ptr<const IPathEntry>& entry) {
       return TreeFolder{std::static_pointer_cast<const FolderEntry>(entry), {}};
     });
   }
-  return FindBelow(top, target, policy, [](const Entry& entry) { return AnyFolder{entry}; });
+  return FindBelow(top, target, policy,
+                   [](const std::shared_ptr<const IPathEntry>& entry) { return AnyFolder{entry}; });
 }
 
 }  // namespace Corvane::PathManagement::host

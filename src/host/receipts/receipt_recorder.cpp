@@ -149,8 +149,8 @@ void ReceiptRecorder::State::NotePath() {
   if (!isRecursive) return;
   const auto& folders = environment.view->GetFolderPath().GetMainFolders();
   for (std::size_t at = 0; at < folders.size(); ++at) {
-    FolderState& state = StateOf(*folders[at]);
-    if (state.IsListed()) NoteLinks(path.places[at], state.Listing());
+    FolderState& folder = StateOf(*folders[at]);
+    if (folder.IsListed()) NoteLinks(path.places[at], folder.Listing());
   }
 }
 

@@ -100,7 +100,7 @@ ListingBody ReadBody(std::istream& stream, std::size_t size) {
 }
 
 /// Why a file did not open.
-std::string ReasonFor(const fl::filesystem::path& file) {
+std::string ErrorOf(const fl::filesystem::path& file) {
   struct stat status = {};
   if (stat(fl::filesystem::detail::NativeBytes(file.native()).c_str(), &status) != 0) {
     return std::generic_category().message(errno);
@@ -111,7 +111,7 @@ std::string ReasonFor(const fl::filesystem::path& file) {
 }  // namespace
 
 void CheckOpen(const fl::filesystem::ifstream& stream, const fl::filesystem::path& file) {
-  if (!stream.is_open()) throw InvalidListingException("it cannot be opened: " + ReasonFor(file));
+  if (!stream.is_open()) throw InvalidListingException("it cannot be opened: " + ErrorOf(file));
 }
 
 ListingBody ReadEnvelope(std::istream& stream, std::string_view format) {
