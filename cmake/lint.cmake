@@ -5,4 +5,8 @@ set(rules ${PROJECT_SOURCE_DIR}/.clang-tidy)
 set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${rules})
 file(MD5 ${rules} rules)
 set(CMAKE_CXX_CLANG_TIDY clang-tidy-19 --quiet --extra-arg=-DSEARCHPATH_LINT_RULES=0x${rules})
+# How far paths through a function are followed: a tenth of the default, in two thirds of the time.
+foreach(argument IN ITEMS -Xclang -analyzer-config -Xclang max-nodes=20000)
+  list(APPEND CMAKE_CXX_CLANG_TIDY --extra-arg=${argument})
+endforeach()
 set(CMAKE_UNITY_BUILD OFF)

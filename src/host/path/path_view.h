@@ -39,8 +39,8 @@ class PathView {
  public:
   PathView(GivenFolders givenFolders, const GivenFolders& hiddenFolders, FolderExpansion expansion,
            bool keepDuplicates);
-  /// Asks `path` as it is, whoever made it. Precondition: it is not null.
-  explicit PathView(std::shared_ptr<const IPath> path);
+  /// Asks `asked` as it is, whoever made it. Precondition: it is not null.
+  explicit PathView(std::shared_ptr<const IPath> asked);
 
   /// The path that is asked.
   ///

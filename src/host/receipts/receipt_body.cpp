@@ -4,6 +4,7 @@
 #include "searchpath/host/invalid_listing_exception.h"
 #include "searchpath/model/filename_matching_policy.h"
 
+#include <cstdint>
 #include <initializer_list>
 #include <utility>
 
@@ -28,6 +29,12 @@ class ReceiptContentCheck {
       : receipt(checked), bytesLeft(std::size_t{2} * checked.texts()->size()) {}
 
   void Run() {
+    CheckAlignment(*receipt.places());
+    CheckAlignment(*receipt.ways());
+    CheckAlignment(*receipt.kinds());
+    CheckAlignment(*receipt.questions());
+    CheckAlignment(*receipt.further());
+    CheckAlignment(*receipt.files());
     CheckPath(*receipt.path());
     for (const auto* place : *receipt.places()) {
       CheckTexts({&place->path(), &place->canonical()});
@@ -42,6 +49,14 @@ class ReceiptContentCheck {
   }
 
  private:
+  /// Of what a verified list holds, only its length is known to be aligned.
+  template <class Item>
+  static void CheckAlignment(const flatbuffers::Vector<const Item*>& items) {
+    if (reinterpret_cast<std::uintptr_t>(items.Data()) % alignof(Item) != 0) {
+      RefuseReceipt("a list is not aligned");
+    }
+  }
+
   /// A text may be used twice, as a name and for the file of that name. With more than that, a small
   /// receipt could hold a huge number of long texts.
   void CheckTexts(std::initializer_list<const receipts::Text*> texts) {

@@ -56,7 +56,7 @@ class ReceiptRecorder::State {
 
 void ReceiptRecorder::State::Add(const Lookup& lookup, const boost::optional<FoundItem>& answer) {
   const std::uint32_t kind = KindOf(lookup);
-  QuestionScope scope = lists.ScopeOf(lookup, kind);
+  const QuestionScope scope = lists.ScopeOf(lookup, kind);
   AskedList& list = lists.At(scope.list);
   const auto name = draft.AddText(lookup.name);
   const std::uint32_t place = answer ? PlaceOf(*answer) : kNone;
@@ -149,7 +149,7 @@ void ReceiptRecorder::State::NotePath() {
   if (!isRecursive) return;
   const auto& folders = environment.view->GetFolderPath().GetMainFolders();
   for (std::size_t at = 0; at < folders.size(); ++at) {
-    FolderState& folder = StateOf(*folders[at]);
+    const FolderState& folder = StateOf(*folders[at]);
     if (folder.IsListed()) NoteLinks(path.places[at], folder.Listing());
   }
 }
