@@ -2,6 +2,7 @@
 
 #include "host/folder/directory_scan.h"
 #include "host/folder/entry_state.h"
+#include "host/names/extensions.h"
 #include "host/packages/package_folders.h"
 #include "host/path/path_view.h"
 #include "host/questions/explanation.h"
@@ -127,15 +128,6 @@ RuledPath::Asker AskerByRules(const WorkingFolder& workingFolder, const Lookup& 
 EnvironmentOptions WithoutCaches(EnvironmentOptions options) {
   options.caches.clear();
   return options;
-}
-
-/// Extensions as they are looked up; "" is none, and "/__init__.py" is a file in a folder.
-std::vector<ustring> WithDots(std::vector<ustring> extensions) {
-  for (ustring& extension : extensions) {
-    const bool isBare = !extension.empty() && extension[0] != u'.' && extension[0] != u'/';
-    if (isBare) extension.insert(0, 1, u'.');
-  }
-  return extensions;
 }
 
 SearchTarget TargetOf(const Lookup& lookup) {

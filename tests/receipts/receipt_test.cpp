@@ -54,6 +54,7 @@ class ReceiptTest : public testing::Test {
                                  u"shape", u"last.zt", u"none.zt", u"pkg/deep.zt", u"in.zt"}) {
       lookups.push_back({.name = name});
     }
+    lookups.push_back({.name = u"broken", .extensions = {u"zt"}});
     return host::Environment(Options()).FindWithReceipt(lookups);
   }
 
@@ -91,7 +92,7 @@ TEST_F(ReceiptTest, ReportsWhatAChangeMeansForAnswers) {
        "plot.zt: way/plot.zt > far/plot.zt\naxes.zt: way/axes.zt > \n"},
       {"mkdir gone && touch gone/plot.zt", false, "plot.zt: far/plot.zt > gone/plot.zt\n"},
       {"rm else/file", false, "linked.zt: way/linked.zt > \n"},
-      {"touch else/none", false, "broken.zt:  > mine/broken.zt\n"},
+      {"touch else/none", false, "broken.zt:  > mine/broken.zt\nbroken:  > mine/broken.zt\n"},
       {"touch lib/@shape/shape", false, "shape:  > way/@shape/shape\n"},
       {"mv lib/+pkg/deep.zt .", false, "pkg/deep.zt: way/+pkg/deep.zt > \n"},
       {"cp -r far other && ln -sfn other way", false,

@@ -4,6 +4,7 @@
 #include "host/folder/folder_walk.h"
 #include "host/folder/name_answers.h"
 #include "host/folder/open_path.h"
+#include "host/names/extensions.h"
 #include "searchpath/model/byte_text.h"
 #include "searchpath/utilities/file_lookup.h"
 #include "searchpath/utilities/path_strings.h"
@@ -31,7 +32,7 @@ bool StandsAt(const std::string& path) {
 }
 
 SearchTarget TargetOf(const ustring& name, const Lookup& lookup) {
-  return CreateSearchTargetWithExtensionInFilenamePreferred(name, lookup.extensions);
+  return CreateSearchTargetWithExtensionInFilenamePreferred(name, WithDots(lookup.extensions));
 }
 
 /// Where the last part of a name begins.
