@@ -154,6 +154,16 @@ TEST_F(ReceiptTest, HoldsQuestionsAnswersAndThePath) {
   EXPECT_EQ(receipt.GetAnswer(2), std::nullopt);
 }
 
+TEST_F(ReceiptTest, IsReadWithoutFoldersWhateverTheLengthsOfItsLists) {
+  const host::Environment environment(std::vector<ustring>{});
+  for (std::size_t length = 0; length < 16; ++length) {
+    const std::vector<host::Lookup> lookups(length % 4, {.name = ustring(length, u'x')});
+    const Receipt receipt = FromBytes(Bytes(environment.FindWithReceipt(lookups)));
+    EXPECT_EQ(receipt.GetCount(), length % 4) << length;
+    EXPECT_TRUE(receipt.IsFresh()) << length;
+  }
+}
+
 TEST_F(ReceiptTest, SaysWhatAnAnswerRestsOn) {
   const Receipt receipt = Make();
   const auto plot = receipt.GetBasis(1);
