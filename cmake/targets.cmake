@@ -66,3 +66,21 @@ function(searchpath_on_demand library name dependency)
                                       COMPONENT searchpath_runtime)
   endif()
 endfunction()
+
+# The schema SCHEMA.fbs in this folder of the host, as the header SCHEMA_generated.h. Nothing of the
+# FlatBuffers library itself is called.
+function(searchpath_flatbuffer schema)
+  set(folder ${CMAKE_CURRENT_BINARY_DIR}/flatbuffers)
+  add_custom_command(
+    OUTPUT ${folder}/${schema}_generated.h
+    COMMAND flatbuffers::flatc --cpp --scoped-enums -o ${folder}
+            ${CMAKE_CURRENT_SOURCE_DIR}/${schema}.fbs
+    DEPENDS ${schema}.fbs
+    COMMENT "Generating ${schema}_generated.h"
+    VERBATIM)
+  add_custom_target(searchpath_${schema} DEPENDS ${folder}/${schema}_generated.h)
+  add_dependencies(searchpath_host searchpath_${schema})
+  target_include_directories(
+    searchpath_host SYSTEM
+    PRIVATE ${folder} $<TARGET_PROPERTY:flatbuffers::flatbuffers_shared,INTERFACE_INCLUDE_DIRECTORIES>)
+endfunction()
