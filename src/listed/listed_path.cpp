@@ -3,12 +3,12 @@
 #include "model/short_hash.h"
 #include "searchpath/model/byte_text.h"
 #include "searchpath/model/search_scope.h"
-#include "searchpath/platform/filesystem.h"
 #include "searchpath/utilities/filename_comparison.h"
 #include "searchpath/utilities/once_flag.h"
 #include "searchpath/utilities/path_base.h"
 #include "searchpath/utilities/path_entry_base.h"
 #include "searchpath/utilities/path_strings.h"
+#include "text/item_of_file.h"
 #include "text/separators.h"
 
 #include <boost/unordered/unordered_flat_map.hpp>
@@ -24,37 +24,41 @@ namespace Corvane::PathManagement {
 
 namespace {
 
+using detail::ItemOfFile;
 using detail::SearchTarget;
 
-/// The order in which folders on disk give names: that of their bytes.
-struct ByBytes {
-  bool operator()(const ustring& left, const ustring& right) const {
-    return BytesFromText(left) < BytesFromText(right);
+/// In the order in which folders on disk give their names: that of the bytes.
+template <class Item, class NameOf>
+std::vector<Item> SortedByBytes(std::vector<Item> items, NameOf nameOf) {
+  using Bytes = decltype(BytesFromText(ustring()));
+  std::vector<std::pair<Bytes, std::size_t>> order;
+  order.reserve(items.size());
+  for (std::size_t at = 0; at < items.size(); ++at) {
+    order.emplace_back(BytesFromText(nameOf(items[at])), at);
   }
-};
-
-PathItem MakeItem(const AbsoluteIRI& folder, ustring name) {
-  ustring extension = fl::filesystem::detail::extract_extension(name);
-  name.resize(name.size() - extension.size());
-  return {folder, std::move(name), std::move(extension)};
+  std::ranges::sort(order);
+  std::vector<Item> sorted;
+  sorted.reserve(items.size());
+  for (const auto& [bytes, at] : order) sorted.push_back(std::move(items[at]));
+  return sorted;
 }
 
 class ListedEntry : public PathEntryBase {
  public:
   ListedEntry(ListedFolder folder, PathEntryType folderKind)
       : location(std::move(folder.location)), kind(folderKind) {
-    std::ranges::sort(folder.files, ByBytes());
-    const auto repeats = std::ranges::unique(folder.files);
-    folder.files.erase(repeats.begin(), repeats.end());
+    auto files = SortedByBytes(std::move(folder.files), [](const ustring& file) { return file; });
+    files.erase(std::unique(files.begin(), files.end()), files.end());
     PathItems made;
-    made.reserve(folder.files.size());
-    for (ustring& file : folder.files) {
-      made.push_back(std::make_shared<const PathItem>(MakeItem(location, std::move(file))));
+    made.reserve(files.size());
+    for (ustring& file : files) {
+      made.push_back(std::make_shared<const PathItem>(ItemOfFile(location, std::move(file))));
     }
     items = std::make_shared<const PathItems>(std::move(made));
-    std::ranges::stable_sort(folder.folders, ByBytes(),
-                             [](const ListedFolder& other) { return other.location.getName(); });
-    for (ListedFolder& other : folder.folders) {
+    auto folders = SortedByBytes(std::move(folder.folders), [](const ListedFolder& other) {
+      return other.location.getName();
+    });
+    for (ListedFolder& other : folders) {
       const PathEntryType otherKind = GetPathEntryTypeFromBaseName(other.location.getName());
       if (otherKind == PathEntryType::Ordinary) continue;
       below.push_back(std::make_shared<const ListedEntry>(std::move(other), otherKind));

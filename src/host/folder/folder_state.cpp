@@ -4,9 +4,9 @@
 #include "host/folder/open_path.h"
 #include "host/names/name_key.h"
 #include "searchpath/model/byte_text.h"
-#include "searchpath/platform/filesystem.h"
 #include "searchpath/platform/iri_text.h"
 #include "searchpath/utilities/iri_conversion.h"
+#include "text/item_of_file.h"
 
 #include <algorithm>
 #include <string_view>
@@ -302,10 +302,7 @@ const PathItem& FolderState::ItemAt(std::size_t index) {
 }
 
 PathItem CreateItem(AbsoluteIRI folder, std::string_view file) {
-  ustring name = TextFromBytes(file);
-  ustring extension = fl::filesystem::detail::extract_extension(name);
-  name.resize(name.size() - extension.size());
-  return {std::move(folder), std::move(name), std::move(extension)};
+  return PathManagement::detail::ItemOfFile(std::move(folder), TextFromBytes(file));
 }
 
 std::optional<std::size_t> FolderState::FileNamed(std::string_view name) const {
