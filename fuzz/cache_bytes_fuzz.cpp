@@ -1,10 +1,6 @@
 #include "fuzz_input.h"
 #include "searchpath/host/path_entry_factory.h"
 
-#define XXH_INLINE_ALL
-#include <xxhash.h>
-
-#include <cstring>
 #include <sstream>
 #include <string>
 
@@ -32,13 +28,7 @@ std::string Save(const host::PathEntryFactory& factory) {
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  std::string bytes(reinterpret_cast<const char*>(data), size);
-  if (size >= kHeader) {
-    // With a header that is right, what is behind it gets looked at.
-    const std::uint64_t numbers[] = {size - kHeader,
-                                     XXH3_64bits(bytes.data() + kHeader, size - kHeader)};
-    std::memcpy(bytes.data() + kHeader - sizeof(numbers), numbers, sizeof(numbers));
-  }
+  const std::string bytes = fuzz::WithRightHeader(data, size, kHeader);
   try {
     const std::string saved = Save(Load(bytes));
     Require(Save(Load(saved)) == saved, "what was loaded and saved is loaded as the same");

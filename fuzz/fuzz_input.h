@@ -3,10 +3,15 @@
 
 #include "searchpath/model/absolute_iri.h"
 
+#define XXH_INLINE_ALL
+#include <xxhash.h>
+
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
+#include <cstring>
 #include <optional>
+#include <string>
 
 namespace fuzz {
 
@@ -28,6 +33,17 @@ inline foundation::ustring TextFrom(const std::uint8_t* data, std::size_t size) 
     data += 2;
   }
   return text;
+}
+
+/// The bytes of a saved file with the length and the checksum that belong to them, so that what is
+/// behind these gets looked at; `header` is the size of all three.
+inline std::string WithRightHeader(const std::uint8_t* data, std::size_t size, std::size_t header) {
+  std::string bytes(reinterpret_cast<const char*>(data), size);
+  if (size < header) return bytes;
+  const std::uint64_t numbers[] = {size - header,
+                                   XXH3_64bits(bytes.data() + header, size - header)};
+  std::memcpy(bytes.data() + header - sizeof(numbers), numbers, sizeof(numbers));
+  return bytes;
 }
 
 /// What `work` gives, or nothing when it raises the one error that texts may cause.

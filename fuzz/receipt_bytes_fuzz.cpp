@@ -3,10 +3,6 @@
 #include "searchpath/host/native_location.h"
 #include "searchpath/host/receipt.h"
 
-#define XXH_INLINE_ALL
-#include <xxhash.h>
-
-#include <cstring>
 #include <sstream>
 #include <string>
 
@@ -34,13 +30,7 @@ void ReadAll(const host::Receipt& receipt) {
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  std::string bytes(reinterpret_cast<const char*>(data), size);
-  if (size >= kHeader) {
-    // With a header that is right, what is behind it gets looked at.
-    const std::uint64_t numbers[] = {size - kHeader,
-                                     XXH3_64bits(bytes.data() + kHeader, size - kHeader)};
-    std::memcpy(bytes.data() + kHeader - sizeof(numbers), numbers, sizeof(numbers));
-  }
+  const std::string bytes = fuzz::WithRightHeader(data, size, kHeader);
   try {
     std::istringstream stream(bytes);
     const auto receipt = host::Receipt::Read(stream);
