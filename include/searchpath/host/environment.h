@@ -160,7 +160,7 @@ class SEARCHPATH_EXPORT Environment {
   /// The answers of `Find`, together with what they rest on. To use it, include
   /// "searchpath/host/receipt.h".
   ///
-  /// Errors: as `Find`; those of `ReceiptRecorder::Finish`.
+  /// Errors: as `Find`; those of `ReceiptRecorder`.
   [[nodiscard]] Receipt FindWithReceipt(const std::vector<Lookup>& lookups) const;
 
   /// Every file that the name could mean: the file that it does mean, then the files that this one
