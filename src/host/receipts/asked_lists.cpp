@@ -1,5 +1,6 @@
 #include "host/receipts/asked_lists.h"
 
+#include "host/common/path_bytes.h"
 #include "host/folder/entry_state.h"
 #include "host/folder/folder_walk.h"
 #include "host/folder/name_answers.h"
@@ -94,7 +95,7 @@ std::uint32_t AskedLists::ListOfAllFolders() {
       const std::string path = BytesOf(*entry);
       add(path, listing);
       for (const auto& link : listing.links) {
-        if (IsSpecial(link.name)) add(path + '/' + link.name, NoListing());
+        if (IsSpecial(link.name)) add(PathBelow(path, link.name), NoListing());
       }
       return false;
     });

@@ -1,8 +1,8 @@
 #include "searchpath/host/depfile.h"
 
+#include "host/common/path_bytes.h"
 #include "host/folder/folder_stamp.h"
 #include "host/receipts/receipt_body.h"
-#include "host/receipts/surroundings.h"
 #include "searchpath/model/byte_text.h"
 
 #include <climits>
@@ -68,7 +68,7 @@ class Dependencies {
     }
     for (const auto* further : *body.Get().further()) AddPlace(further->place());
     for (const auto* file : *body.Get().files()) {
-      AddWhatLinkNeeds(body.PathOf(file->place(), file->name()));
+      AddWhatLinkNeeds(body.PathOf(file->place(), body.TextOf(file->name())));
     }
   }
 
@@ -80,15 +80,14 @@ class Dependencies {
     reached.resize(body.Get().list_ends()->size());
     // Of a tree, each folder may hold a new one.
     if (body.Get().path()->recursive()) reached[0] = body.ListAt(0).size();
-    for (const auto* question : *body.Get().questions()) {
-      if (question->place() != kNone)
-        files.insert(body.PathOf(question->place(), question->file()));
-      std::size_t count = question->asked();
+    for (std::uint32_t at = 0; at < body.CountQuestions(); ++at) {
+      const AskedQuestion question = body.QuestionAt(at);
+      if (question.place != kNone) files.insert(body.PathOf(question.place, question.file));
+      std::size_t count = question.asked;
       // Where the answer stands, nothing else of one name can take its place.
-      const bool isLast =
-          count > 0 && body.ListAt(question->list())[count - 1] == question->place();
-      if (isLast && body.ExtensionsOf(question->kind()).size() <= 1) --count;
-      reached[question->list()] = std::max(reached[question->list()], count);
+      const bool isLast = count > 0 && body.ListAt(question.list)[count - 1] == question.place;
+      if (isLast && body.ExtensionsOf(question.kind).size() <= 1) --count;
+      reached[question.list] = std::max(reached[question.list], count);
     }
   }
 
@@ -100,7 +99,7 @@ class Dependencies {
   void AddWhatLinkNeeds(const std::string& link) {
     std::string target = TargetOf(link);
     if (target.empty()) return;
-    if (!target.starts_with('/')) target = FolderAbove(link) + '/' + target;
+    if (!target.starts_with('/')) target = PathBelow(FolderAbove(link), target);
     folders.insert(NearestFolder(FolderAbove(target)));
   }
 

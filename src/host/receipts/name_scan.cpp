@@ -1,5 +1,7 @@
 #include "host/receipts/name_scan.h"
 
+#include "host/common/path_bytes.h"
+
 #include <sys/stat.h>
 
 #include <algorithm>
@@ -9,12 +11,6 @@ namespace Corvane::PathManagement::host {
 namespace {
 
 constexpr std::ptrdiff_t kBeforeAll = -1;
-
-std::string Below(const std::string& folder, const std::string& name) {
-  std::string path = folder;
-  if (!path.ends_with('/')) path.push_back('/');
-  return path.append(name);
-}
 
 }  // namespace
 
@@ -44,7 +40,7 @@ void NameScan::Run(const ScannedQuestion& question, AskedList& list) {
 /// Notes what stands at a name in a place, if it may change there.
 void NameScan::Look(const ScannedQuestion& question, Order order, std::uint32_t place) {
   const std::string& name = question.names[std::get<2>(order)];
-  const std::string path = Below(draft.PathOf(place), name);
+  const std::string path = PathBelow(draft.PathOf(place), name);
   struct stat status = {};
   if (lstat(path.c_str(), &status) != 0) return;
   if (files == LookupRules::Files::Regular && !S_ISLNK(status.st_mode)) return;
@@ -53,7 +49,7 @@ void NameScan::Look(const ScannedQuestion& question, Order order, std::uint32_t 
 
 void NameScan::LookInMethodFolder(const ScannedQuestion& question, std::size_t position,
                                   std::uint32_t above) {
-  const std::string path = Below(draft.PathOf(above), question.methodFolder);
+  const std::string path = PathBelow(draft.PathOf(above), question.methodFolder);
   struct stat status = {};
   if (lstat(path.c_str(), &status) != 0) return;
   const std::uint32_t place = draft.AddPlace(path);
@@ -66,16 +62,13 @@ void NameScan::LookInMethodFolder(const ScannedQuestion& question, std::size_t p
 /// Empty when there is no answer.
 std::optional<NameScan::Order> NameScan::OrderOfAnswer(const ScannedQuestion& question,
                                                        const AskedList& list) const {
-  const receipts::Question& answered = draft.questions[question.number];
-  if (answered.place() == kNone) return std::nullopt;
-  const auto isAnswer = [&](const std::string& name) {
-    return draft.TextOf(answered.file()) == name;
-  };
+  const ReceiptDraft::Question& answered = draft.questions[question.number];
+  if (answered.place == kNone) return std::nullopt;
   const auto name = static_cast<std::size_t>(
-      std::find_if(question.names.begin(), question.names.end(), isAnswer) -
+      std::find(question.names.begin(), question.names.end(), draft.FileOf(question.number)) -
       question.names.begin());
-  if (question.first == answered.place()) return Order{kBeforeAll, false, name};
-  const std::size_t position = list.PositionOf(answered.place());
+  if (question.first == answered.place) return Order{kBeforeAll, false, name};
+  const std::size_t position = list.PositionOf(answered.place);
   // A file in a method folder stands at the position of the folder above.
   if (position < list.GetPlaces().size()) return Order{position, false, name};
   return Order{question.asked - 1, true, name};

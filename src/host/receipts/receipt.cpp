@@ -23,14 +23,17 @@ std::shared_ptr<const FolderEntry> FolderAt(const ReceiptBody& body, std::uint32
 }
 
 /// Whether `now` is the file that a question was answered with.
-bool IsSame(const ReceiptBody& body, const receipts::Question& question,
+bool IsSame(const ReceiptBody& body, const AskedQuestion& question,
             const boost::optional<FoundItem>& now) {
-  if (!now || question.place() == kNone) return !now && question.place() == kNone;
+  if (!now || question.place == kNone) return !now && question.place == kNone;
   const PathItem& item = *now->GetPathItem();
-  return BytesFromText(item.GetName() + item.GetExtension()) == body.TextOf(question.file()) &&
+  return BytesFromText(item.GetName() + item.GetExtension()) == question.file &&
          NativeBytes(now->GetPathEntry()->GetCanonicalAbsoluteIRI()) ==
-             body.TextOf(body.PlaceAt(question.place()).canonical());
+             body.TextOf(body.PlaceAt(question.place).canonical());
 }
+
+/// Precondition: it is below the number of questions.
+std::uint32_t Number(std::size_t question) { return static_cast<std::uint32_t>(question); }
 
 boost::optional<FoundItem> AskAgain(const Environment& environment, const Lookup& lookup) {
   try {
@@ -64,23 +67,23 @@ void Receipt::Save(const fl::filesystem::path& file) const {
   writer.Commit();
 }
 
-std::size_t Receipt::GetCount() const noexcept { return body->Get().questions()->size(); }
+std::size_t Receipt::GetCount() const noexcept { return body->CountQuestions(); }
 
 ustring Receipt::GetName(std::size_t at) const {
-  return TextFromBytes(body->TextOf(body->QuestionAt(at).name()));
+  return TextFromBytes(body->QuestionAt(Number(at)).name);
 }
 
 std::optional<FoundItem> Receipt::GetAnswer(std::size_t at) const {
-  const receipts::Question& question = body->QuestionAt(at);
-  if (question.place() == kNone) return std::nullopt;
-  const auto folder = FolderAt(*body, question.place());
-  return FoundItem(std::make_shared<const PathItem>(
-                       CreateItem(folder->GetAbsoluteIRI(), body->TextOf(question.file()))),
-                   folder);
+  const AskedQuestion question = body->QuestionAt(Number(at));
+  if (question.place == kNone) return std::nullopt;
+  const auto folder = FolderAt(*body, question.place);
+  return FoundItem(
+      std::make_shared<const PathItem>(CreateItem(folder->GetAbsoluteIRI(), question.file)),
+      folder);
 }
 
 Lookup Receipt::GetLookup(std::size_t at) const {
-  const std::uint32_t kindNumber = body->QuestionAt(at).kind();
+  const std::uint32_t kindNumber = body->QuestionAt(Number(at)).kind;
   const receipts::Kind& kind = *body->Get().kinds()->Get(kindNumber);
   Lookup lookup{.name = GetName(at)};
   for (const receipts::Text& extension : body->ExtensionsOf(kindNumber)) {
@@ -127,7 +130,7 @@ std::vector<NameChange> Receipt::Verify(const Environment& environment) const {
   std::vector<NameChange> changes;
   if (check.IsFresh()) return changes;
   const bool asksAll = check.ConcernsAll() || (check.ConcernsPath() && !IsSamePath(environment));
-  for (std::uint32_t at = 0; at < GetCount(); ++at) {
+  for (std::uint32_t at = 0; at < body->CountQuestions(); ++at) {
     if (!asksAll && !check.Concerns(at)) continue;
     const auto now = AskAgain(environment, GetLookup(at));
     if (IsSame(*body, body->QuestionAt(at), now)) continue;

@@ -23,7 +23,7 @@ class BasisCollector {
         .push_back(TextFromBytes(body.TextOf(place.path())));
   }
 
-  void AddFile(std::uint32_t place, const receipts::Text& name) {
+  void AddFile(std::uint32_t place, std::string_view name) {
     basis.files.push_back(TextFromBytes(body.PathOf(place, name)));
   }
 
@@ -38,7 +38,7 @@ class BasisCollector {
       if (isWanted(further->question())) AddPlace(further->place());
     }
     for (const auto* file : *body.Get().files()) {
-      if (isWanted(file->question())) AddFile(file->place(), file->name());
+      if (isWanted(file->question())) AddFile(file->place(), body.TextOf(file->name()));
     }
     std::sort(basis.files.begin(), basis.files.end());
     basis.files.erase(std::unique(basis.files.begin(), basis.files.end()), basis.files.end());
@@ -46,10 +46,10 @@ class BasisCollector {
   }
 
   /// Where more than its presence counts.
-  void AddAnswer(const receipts::Question& question) {
+  void AddAnswer(const AskedQuestion& question) {
     const auto counted = static_cast<LookupRules::Files>(body.Get().path()->rules()->files());
-    if (question.place() == kNone || counted == LookupRules::Files::Regular) return;
-    AddFile(question.place(), question.file());
+    if (question.place == kNone || counted == LookupRules::Files::Regular) return;
+    AddFile(question.place, question.file);
   }
 
  private:
@@ -61,9 +61,9 @@ class BasisCollector {
 }  // namespace
 
 AnswerBasis Receipt::GetBasis(std::size_t at) const {
-  const receipts::Question& question = body->QuestionAt(at);
+  const AskedQuestion question = body->QuestionAt(static_cast<std::uint32_t>(at));
   BasisCollector collector(*body);
-  collector.AddList(question.list(), question.asked());
+  collector.AddList(question.list, question.asked);
   collector.AddAnswer(question);
   return collector.Finish([at](std::uint32_t number) { return number == at || number == kNone; });
 }
@@ -74,7 +74,9 @@ AnswerBasis Receipt::GetBasis() const {
   for (std::uint32_t list = 0; list < lists; ++list) {
     collector.AddList(list, body->ListAt(list).size());
   }
-  for (const auto* question : *body->Get().questions()) collector.AddAnswer(*question);
+  for (std::uint32_t at = 0; at < body->CountQuestions(); ++at) {
+    collector.AddAnswer(body->QuestionAt(at));
+  }
   return collector.Finish([](std::uint32_t /*number*/) { return true; });
 }
 

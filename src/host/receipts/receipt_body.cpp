@@ -1,12 +1,15 @@
 #include "host/receipts/receipt_body.h"
 
+#include "host/common/path_bytes.h"
 #include "host/rules/asked_file.h"
 #include "searchpath/host/invalid_listing_exception.h"
 #include "searchpath/model/filename_matching_policy.h"
 
+#include <algorithm>
 #include <cstdint>
 #include <initializer_list>
 #include <utility>
+#include <vector>
 
 namespace Corvane::PathManagement::host {
 
@@ -33,6 +36,7 @@ class ReceiptContentCheck {
     CheckAlignment(*receipt.ways());
     CheckAlignment(*receipt.kinds());
     CheckAlignment(*receipt.questions());
+    CheckAlignment(*receipt.exceptions());
     CheckAlignment(*receipt.further());
     CheckAlignment(*receipt.files());
     CheckPath(*receipt.path());
@@ -44,7 +48,8 @@ class ReceiptContentCheck {
     for (const auto* extension : *receipt.extensions()) CheckTexts({extension});
     CheckKinds();
     CheckLists();
-    for (const auto* question : *receipt.questions()) CheckQuestion(*question);
+    CheckQuestions();
+    CheckExceptions();
     CheckWhatElse();
   }
 
@@ -58,7 +63,7 @@ class ReceiptContentCheck {
     }
   }
 
-  /// A text may be used twice, as a name and for the file of that name. With more than that, a small
+  /// A text may be used twice, for a path and for where it leads. With more than that, a small
   /// receipt could hold a huge number of long texts.
   void CheckTexts(std::initializer_list<const receipts::Text*> texts) {
     for (const receipts::Text* text : texts) {
@@ -108,7 +113,9 @@ class ReceiptContentCheck {
   void CheckLists() {
     std::uint32_t end = 0;
     for (const std::uint32_t next : *receipt.list_ends()) {
+      const std::uint32_t begin = end;
       CheckEnd(end, next, receipt.listed()->size());
+      listSizes.push_back(end - begin);
     }
     if (receipt.list_ends()->size() == 0) RefuseReceipt("there is no list of the path");
     for (const std::uint32_t place : *receipt.listed()) CheckPlace(place);
@@ -123,23 +130,44 @@ class ReceiptContentCheck {
     if (place >= receipt.places()->size()) RefuseReceipt("a place is not in the file");
   }
 
-  void CheckQuestion(const receipts::Question& question) {
-    CheckTexts({&question.name(), &question.file()});
-    if (question.place() != kNone) CheckPlace(question.place());
-    if (question.kind() >= receipt.kinds()->size())
-      RefuseReceipt("it is not said how a name was asked");
-    if (question.list() >= receipt.list_ends()->size()) RefuseReceipt("a list is not in the file");
-    const auto& ends = *receipt.list_ends();
-    const std::uint32_t begin = question.list() == 0 ? 0 : ends.Get(question.list() - 1);
-    if (question.asked() > ends.Get(question.list()) - begin) RefuseReceipt("a list is too short");
+  void CheckQuestions() const {
+    std::uint32_t end = 0;
+    for (const auto* question : *receipt.questions()) {
+      CheckEnd(end, question->name_end(), receipt.names()->size());
+      if (question->list() >= listSizes.size()) RefuseReceipt("a list is not in the file");
+      CheckAsked(*question, question->asked());
+    }
+    if (receipt.questions()->size() > 0 && receipt.kinds()->size() == 0) {
+      RefuseReceipt("it is not said how names were asked");
+    }
+  }
+
+  void CheckAsked(const receipts::Question& question, std::uint32_t asked) const {
+    if (asked > listSizes[question.list()]) RefuseReceipt("a list is too short");
+  }
+
+  void CheckExceptions() {
+    std::uint32_t next = 0;
+    for (const auto* exception : *receipt.exceptions()) {
+      CheckQuestion(exception->question());
+      if (exception->question() < next) RefuseReceipt("exceptions are not in order");
+      next = exception->question() + 1;
+      CheckAsked(*receipt.questions()->Get(exception->question()), exception->asked());
+      if (exception->place() != kNone) CheckPlace(exception->place());
+      if (exception->kind() >= receipt.kinds()->size()) {
+        RefuseReceipt("it is not said how a name was asked");
+      }
+      CheckTexts({&exception->file()});
+    }
+  }
+
+  void CheckQuestion(std::uint32_t question) const {
+    if (question >= receipt.questions()->size()) RefuseReceipt("a question is not in the file");
   }
 
   void CheckWhatElse() {
-    const auto checkQuestion = [&](std::uint32_t question) {
-      if (question >= receipt.questions()->size()) RefuseReceipt("a question is not in the file");
-    };
     const auto check = [&](const auto& about) {
-      if (about.question() != kNone) checkQuestion(about.question());
+      if (about.question() != kNone) CheckQuestion(about.question());
       CheckPlace(about.place());
     };
     for (const auto* further : *receipt.further()) check(*further);
@@ -150,11 +178,12 @@ class ReceiptContentCheck {
         RefuseReceipt("it is unknown what stands at a name");
       }
     }
-    for (const std::uint32_t question : *receipt.uncertain()) checkQuestion(question);
+    for (const std::uint32_t question : *receipt.uncertain()) CheckQuestion(question);
   }
 
   const receipts::Receipt& receipt;
   std::size_t bytesLeft;
+  std::vector<std::uint32_t> listSizes;
 };
 
 }  // namespace
@@ -171,10 +200,39 @@ std::string_view ReceiptBody::TextOf(const receipts::Text& text) const noexcept 
   return ViewOf(*receipt, text);
 }
 
-std::string ReceiptBody::PathOf(std::uint32_t place, const receipts::Text& name) const {
-  std::string path(TextOf(PlaceAt(place).path()));
-  if (!path.ends_with('/')) path.push_back('/');
-  return path.append(TextOf(name));
+std::string_view ReceiptBody::NameAt(std::uint32_t question) const {
+  const auto& questions = *receipt->questions();
+  const std::uint32_t begin = question == 0 ? 0 : questions.Get(question - 1)->name_end();
+  const std::uint32_t end = questions.Get(question)->name_end();
+  return {reinterpret_cast<const char*>(receipt->names()->data()) + begin, end - begin};
+}
+
+AskedQuestion ReceiptBody::QuestionAt(std::uint32_t question) const {
+  const receipts::Question& asked = *receipt->questions()->Get(question);
+  const auto list = ListAt(asked.list());
+  const std::string_view name = NameAt(question);
+  const std::string_view lastPart = name.substr(name.rfind('/') + 1);
+  const auto& exceptions = *receipt->exceptions();
+  const auto exception = std::lower_bound(
+      exceptions.begin(), exceptions.end(), question,
+      [](const receipts::Exception* each, std::uint32_t at) { return each->question() < at; });
+  if (exception != exceptions.end() && exception->question() == question) {
+    const std::string_view file = TextOf(exception->file());
+    return {name,
+            file.empty() ? lastPart : file,
+            exception->place(),
+            exception->kind(),
+            asked.list(),
+            exception->asked()};
+  }
+  if (asked.asked() == 0) {
+    return {name, {}, kNone, 0, asked.list(), static_cast<std::uint32_t>(list.size())};
+  }
+  return {name, lastPart, list[asked.asked() - 1], 0, asked.list(), asked.asked()};
+}
+
+std::string ReceiptBody::PathOf(std::uint32_t place, std::string_view name) const {
+  return PathBelow(TextOf(PlaceAt(place).path()), name);
 }
 
 std::span<const std::uint32_t> ReceiptBody::ListAt(std::uint32_t list) const {

@@ -15,6 +15,16 @@ namespace Corvane::PathManagement::host {
 /// In a receipt: no answer, or no question.
 inline constexpr std::uint32_t kNone = std::numeric_limits<std::uint32_t>::max();
 
+/// A question of a receipt, which holds the texts.
+struct AskedQuestion {
+  std::string_view name;
+  std::string_view file;  // of the answer; its name in the folder
+  std::uint32_t place;    // of the answer; kNone when there is none
+  std::uint32_t kind;
+  std::uint32_t list;
+  std::uint32_t asked;  // how many places at the beginning of the list
+};
+
 /// The verified content of a receipt.
 ///
 /// Threads: immutable.
@@ -30,11 +40,10 @@ class ReceiptBody {
   [[nodiscard]] const receipts::Place& PlaceAt(std::uint32_t place) const {
     return *receipt->places()->Get(place);
   }
-  [[nodiscard]] const receipts::Question& QuestionAt(std::size_t question) const {
-    return *receipt->questions()->Get(static_cast<flatbuffers::uoffset_t>(question));
-  }
+  [[nodiscard]] std::uint32_t CountQuestions() const { return receipt->questions()->size(); }
+  [[nodiscard]] AskedQuestion QuestionAt(std::uint32_t question) const;
   /// The native path of `name` in a place.
-  [[nodiscard]] std::string PathOf(std::uint32_t place, const receipts::Text& name) const;
+  [[nodiscard]] std::string PathOf(std::uint32_t place, std::string_view name) const;
 
   /// The places of a list, in the order in which they are asked.
   [[nodiscard]] std::span<const std::uint32_t> ListAt(std::uint32_t list) const;
@@ -42,6 +51,8 @@ class ReceiptBody {
   [[nodiscard]] std::span<const receipts::Text> ExtensionsOf(std::uint32_t kind) const;
 
  private:
+  [[nodiscard]] std::string_view NameAt(std::uint32_t question) const;
+
   ListingBody body;
   const receipts::Receipt* receipt;  // views body
 };

@@ -64,7 +64,8 @@ void ReceiptCheck::CheckFiles() {
   }
   const auto counted = static_cast<LookupRules::Files>(body.Get().path()->rules()->files());
   for (const auto* file : *body.Get().files()) {
-    const auto standing = LookAtFile(body.PathOf(file->place(), file->name()), counted);
+    const auto standing =
+        LookAtFile(body.PathOf(file->place(), body.TextOf(file->name())), counted);
     if (static_cast<std::uint8_t>(standing) == file->standing()) continue;
     if (file->question() == kNone) {
       path = true;
@@ -78,10 +79,10 @@ void ReceiptCheck::CheckFiles() {
 void ReceiptCheck::CheckAnswers() {
   const auto counted = static_cast<LookupRules::Files>(body.Get().path()->rules()->files());
   if (counted == LookupRules::Files::Regular) return;
-  for (std::uint32_t number = 0; number < body.Get().questions()->size(); ++number) {
-    const auto& question = body.QuestionAt(number);
-    if (question.place() == kNone) continue;
-    const std::string file = body.PathOf(question.place(), question.file());
+  for (std::uint32_t number = 0; number < body.CountQuestions(); ++number) {
+    const AskedQuestion question = body.QuestionAt(number);
+    if (question.place == kNone) continue;
+    const std::string file = body.PathOf(question.place, question.file);
     if (LookAtFile(file, counted) != Standing::Counts) Mark(number);
   }
 }
@@ -95,14 +96,14 @@ bool ReceiptCheck::HasWayChanged() const {
 }
 
 void ReceiptCheck::Mark(std::uint32_t question) {
-  changedQuestions.resize(body.Get().questions()->size());
+  changedQuestions.resize(body.CountQuestions());
   changedQuestions[question] = true;
   any = true;
 }
 
 bool ReceiptCheck::Concerns(std::uint32_t question) const {
-  const auto& asked = body.QuestionAt(question);
-  return asked.asked() > firstChanged[asked.list()] ||
+  const AskedQuestion asked = body.QuestionAt(question);
+  return asked.asked > firstChanged[asked.list] ||
          (!changedQuestions.empty() && changedQuestions[question]);
 }
 

@@ -1,6 +1,7 @@
 #include "host/receipts/receipt_draft.h"
 
 #include "host/common/parallel.h"
+#include "host/common/path_bytes.h"
 #include "host/folder/folder_stamp.h"
 #include "host/receipts/surroundings.h"
 #include "searchpath/model/byte_text.h"
@@ -43,6 +44,20 @@ receipts::Text ReceiptDraft::AddText(const ustring& text) {
   return AddText(std::string_view(BytesFromText(text).value_or("")));
 }
 
+std::uint32_t ReceiptDraft::AddName(std::string_view name) {
+  if (names.size() + name.size() > kMostBodyBytes) throw std::length_error("too many names");
+  names.append(name);
+  return static_cast<std::uint32_t>(names.size());
+}
+
+std::string_view ReceiptDraft::FileOf(std::uint32_t question) const {
+  const Question& answered = questions[question];
+  if (answered.file.size() > 0) return TextOf(answered.file);
+  const std::uint32_t begin = question == 0 ? 0 : questions[question - 1].nameEnd;
+  const auto name = std::string_view(names).substr(begin, answered.nameEnd - begin);
+  return name.substr(name.rfind('/') + 1);
+}
+
 std::optional<std::uint32_t> ReceiptDraft::FindPlace(std::string_view path) const {
   const auto known = placesByPath.find(path);
   return known == placesByPath.end() ? std::nullopt : std::optional(known->second);
@@ -71,9 +86,7 @@ void ReceiptDraft::DropIdlePlaces() {
     for (std::uint32_t& place : list.places) place = keep(place);
   }
   for (auto& question : questions) {
-    if (question.place() == kNone) continue;
-    question = {question.name(), question.file(), keep(question.place()),
-                question.kind(), question.list(), question.asked()};
+    if (question.place != kNone) question.place = keep(question.place);
   }
   for (auto& about : further) about = {about.question(), keep(about.place())};
   for (auto& file : files) {
@@ -127,6 +140,27 @@ std::set<std::string> ReceiptDraft::FindWays(const std::vector<std::string>& can
   return found;
 }
 
+/// Most questions are of the first kind and were answered with a file of that name, or not at all.
+std::vector<receipts::Question> ReceiptDraft::WriteQuestions(
+    std::vector<receipts::Exception>& exceptions) const {
+  std::vector<receipts::Question> written;
+  written.reserve(questions.size());
+  for (const Question& question : questions) {
+    const auto& list = lists[question.list].places;
+    const bool isAnswered = question.place != kNone;
+    const bool isLast = isAnswered
+                            ? question.asked > 0 && list[question.asked - 1] == question.place
+                            : question.asked == list.size();
+    if (question.kind != 0 || question.file.size() > 0 || !isLast) {
+      exceptions.emplace_back(static_cast<std::uint32_t>(written.size()), question.kind,
+                              question.asked, question.place, question.file);
+    }
+    written.emplace_back(question.nameEnd, question.list,
+                         isAnswered && isLast ? question.asked : 0);
+  }
+  return written;
+}
+
 flatbuffers::Offset<receipts::Path> ReceiptDraft::WritePath(flatbuffers::FlatBufferBuilder& builder,
                                                             const EnvironmentOptions& options) {
   const auto write = [&](const std::vector<ustring>& folders) {
@@ -163,22 +197,29 @@ std::shared_ptr<const ReceiptBody> ReceiptDraft::Finish(
     listed.insert(listed.end(), list.places.begin(), list.places.end());
     listEnds.push_back(static_cast<std::uint32_t>(listed.size()));
   }
-  if (texts.size() + places.size() * sizeof(places[0]) + questions.size() * sizeof(questions[0]) +
+  std::vector<receipts::Exception> exceptions;
+  const auto written = WriteQuestions(exceptions);
+  if (texts.size() + names.size() + places.size() * sizeof(places[0]) +
+          (written.size() + exceptions.size()) * sizeof(receipts::Exception) +
           (listed.size() + files.size() + further.size()) * sizeof(receipts::File) >
       kMostBodyBytes / 2) {
     throw std::length_error("too many names for a receipt");
   }
-  flatbuffers::FlatBufferBuilder builder(texts.size() + questions.size() * sizeof(questions[0]));
+  flatbuffers::FlatBufferBuilder builder(texts.size() + names.size() +
+                                         written.size() * sizeof(written[0]));
   const auto path = WritePath(builder, options);
-  const auto text =
-      builder.CreateVector(reinterpret_cast<const std::uint8_t*>(texts.data()), texts.size());
+  const auto write = [&](const std::string& bytes) {
+    return builder.CreateVector(reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size());
+  };
+  const auto text = write(texts);
+  const auto name = write(names);
   builder.Finish(receipts::CreateReceipt(
-      builder, text, path, RightsOfProcess(), builder.CreateVectorOfStructs(places),
+      builder, text, name, path, RightsOfProcess(), builder.CreateVectorOfStructs(places),
       builder.CreateVectorOfStructs(ways), builder.CreateVector(listEnds),
       builder.CreateVector(listed), builder.CreateVectorOfStructs(kinds),
-      builder.CreateVectorOfStructs(extensions), builder.CreateVectorOfStructs(questions),
-      builder.CreateVectorOfStructs(further), builder.CreateVectorOfStructs(files),
-      builder.CreateVector(uncertain)));
+      builder.CreateVectorOfStructs(extensions), builder.CreateVectorOfStructs(written),
+      builder.CreateVectorOfStructs(exceptions), builder.CreateVectorOfStructs(further),
+      builder.CreateVectorOfStructs(files), builder.CreateVector(uncertain)));
   ListingBody body;
   body.size = builder.GetSize();
   body.bytes = std::make_unique_for_overwrite<char[]>(body.size);

@@ -27,12 +27,24 @@ class ReceiptDraft {
     std::vector<std::uint32_t> places;
     std::size_t asked = 0;  // how many of them some question has asked
   };
+  struct Question {
+    std::uint32_t nameEnd;
+    receipts::Text file;  // of the answer; empty for the last part of the name
+    std::uint32_t place;  // of the answer; kNone when there is none
+    std::uint32_t kind;
+    std::uint32_t list;
+    std::uint32_t asked;  // how many places at the beginning of the list
+  };
 
   [[nodiscard]] receipts::Text AddText(std::string_view text);
   [[nodiscard]] receipts::Text AddText(const ustring& text);
   [[nodiscard]] std::string_view TextOf(const receipts::Text& text) const {
     return std::string_view(texts).substr(text.begin(), text.size());
   }
+  /// Adds the name of the next question, and returns where it ends.
+  [[nodiscard]] std::uint32_t AddName(std::string_view name);
+  /// The name of the file that a question was answered with.
+  [[nodiscard]] std::string_view FileOf(std::uint32_t question) const;
   /// The number of the place at a native path.
   [[nodiscard]] std::uint32_t AddPlace(std::string_view path);
   /// The same; empty when it has not been added.
@@ -49,7 +61,7 @@ class ReceiptDraft {
   std::vector<List> lists;  // the first is the path
   std::vector<receipts::Kind> kinds;
   std::vector<receipts::Text> extensions;
-  std::vector<receipts::Question> questions;
+  std::vector<Question> questions;
   std::vector<receipts::Further> further;
   std::vector<receipts::File> files;
   std::vector<std::uint32_t> uncertain;
@@ -60,10 +72,13 @@ class ReceiptDraft {
   [[nodiscard]] receipts::Text AddTarget(const receipts::Text& path, const std::string& target);
   [[nodiscard]] std::set<std::string> FindWays(const std::vector<std::string>& canonical) const;
   void LookAtPlaces(DiskPatience::Limit limit, std::chrono::system_clock::time_point begun);
+  [[nodiscard]] std::vector<receipts::Question> WriteQuestions(
+      std::vector<receipts::Exception>& exceptions) const;
   [[nodiscard]] flatbuffers::Offset<receipts::Path> WritePath(
       flatbuffers::FlatBufferBuilder& builder, const EnvironmentOptions& options);
 
   std::string texts;
+  std::string names;              // of the questions, one after the other
   std::deque<std::string> paths;  // stay where they are
   boost::unordered_flat_map<std::string_view, std::uint32_t, NameBytesHash> placesByPath;
   std::vector<receipts::Place> places;

@@ -1,3 +1,4 @@
+#include "host/common/path_bytes.h"
 #include "host/folder/entry_state.h"
 #include "host/folder/open_path.h"
 #include "host/path/path_view.h"
@@ -39,7 +40,7 @@ class ReceiptRecorder::State {
   /// The number of how the question is asked.
   [[nodiscard]] std::uint32_t KindOf(const Lookup& lookup);
   [[nodiscard]] std::uint32_t PlaceOf(const FoundItem& file);
-  [[nodiscard]] receipts::Text FileOf(const FoundItem& file, const receipts::Text& name);
+  [[nodiscard]] receipts::Text FileOf(const FoundItem& file, std::string_view name);
   [[nodiscard]] std::size_t CountAsked(const AskedList& list, std::uint32_t answer) const;
   void NotePath();
   void NoteLinks(std::uint32_t place, const FolderListing& listing);
@@ -58,13 +59,17 @@ void ReceiptRecorder::State::Add(const Lookup& lookup, const boost::optional<Fou
   const std::uint32_t kind = KindOf(lookup);
   const QuestionScope scope = lists.ScopeOf(lookup, kind);
   AskedList& list = lists.At(scope.list);
-  const auto name = draft.AddText(lookup.name);
+  const std::string name = BytesFromText(lookup.name).value_or("");
   const std::uint32_t place = answer ? PlaceOf(*answer) : kNone;
   const auto number = static_cast<std::uint32_t>(draft.questions.size());
   const std::size_t asked =
       answer && !scope.asksAll ? CountAsked(list, place) : list.GetPlaces().size();
-  draft.questions.emplace_back(name, answer ? FileOf(*answer, name) : receipts::Text(), place, kind,
-                               scope.list, static_cast<std::uint32_t>(asked));
+  draft.questions.push_back({.nameEnd = draft.AddName(name),
+                             .file = answer ? FileOf(*answer, name) : receipts::Text(),
+                             .place = place,
+                             .kind = kind,
+                             .list = scope.list,
+                             .asked = static_cast<std::uint32_t>(asked)});
   draft.lists[scope.list].asked = std::max(draft.lists[scope.list].asked, asked);
   for (const std::uint32_t further : scope.further) draft.further.emplace_back(number, further);
   if (!scope.isCertain) {
@@ -108,13 +113,12 @@ std::uint32_t ReceiptRecorder::State::PlaceOf(const FoundItem& file) {
   return known->second;
 }
 
-/// The name of the file in its folder, which is mostly the end of the name that was asked for.
-receipts::Text ReceiptRecorder::State::FileOf(const FoundItem& file, const receipts::Text& name) {
+/// The name of the file in its folder; empty when it is the last part of the name that was asked for.
+receipts::Text ReceiptRecorder::State::FileOf(const FoundItem& file, std::string_view name) {
   const PathItem& item = *file.GetPathItem();
   const std::string bytes = BytesFromText(item.GetName() + item.GetExtension()).value_or("");
-  if (!draft.TextOf(name).ends_with(bytes)) return draft.AddText(std::string_view(bytes));
-  const auto size = static_cast<std::uint32_t>(bytes.size());
-  return {name.begin() + name.size() - size, size};
+  if (name.substr(name.rfind('/') + 1) == bytes) return {};
+  return draft.AddText(std::string_view(bytes));
 }
 
 /// How many places were asked up to the answer. One in a method folder is found at the folder above.
@@ -123,7 +127,7 @@ std::size_t ReceiptRecorder::State::CountAsked(const AskedList& list, std::uint3
   std::size_t position = list.PositionOf(answer);
   if (position == size) {
     const std::string& path = draft.PathOf(answer);
-    if (const auto above = draft.FindPlace(std::string_view(path).substr(0, path.rfind('/')))) {
+    if (const auto above = draft.FindPlace(FolderAbove(path))) {
       position = list.PositionOf(*above);
     }
   }
@@ -158,7 +162,7 @@ void ReceiptRecorder::State::NotePath() {
 void ReceiptRecorder::State::NoteLinks(std::uint32_t place, const FolderListing& listing) {
   for (const auto& link : listing.links) {
     const auto standing =
-        LookAtFile(draft.PathOf(place) + '/' + link.name, LookupRules::Files::Regular);
+        LookAtFile(PathBelow(draft.PathOf(place), link.name), LookupRules::Files::Regular);
     if ((standing == Standing::Folder) != (link.target == LinkTarget::Folder)) {
       draft.pathIsUncertain = true;
     }

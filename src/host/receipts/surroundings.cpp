@@ -21,12 +21,6 @@ std::uint64_t RightsOfProcess() {
   return ShortHash(groups.data(), groups.size() * sizeof(gid_t));
 }
 
-std::string FolderAbove(std::string_view path) {
-  const std::size_t last = path.find_last_not_of('/');
-  const std::size_t end = last == path.npos ? 0 : path.rfind('/', last);
-  return std::string(path.substr(0, std::max<std::size_t>(end, 1)));
-}
-
 std::string WithoutLinks(LinkResolver& links, const std::string& path) {
   try {
     return links.Resolve(path).bytes;

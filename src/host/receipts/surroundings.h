@@ -5,7 +5,6 @@
 
 #include <cstdint>
 #include <string>
-#include <string_view>
 
 namespace Corvane::PathManagement::host {
 
@@ -15,9 +14,6 @@ using foundation::storage::vfs::detail::LinkResolver;
 
 /// A number for what this process may do, as far as that decides which files it finds.
 [[nodiscard]] std::uint64_t RightsOfProcess();
-
-/// The folder that holds what the absolute `path` names; the root of the file system for itself.
-[[nodiscard]] std::string FolderAbove(std::string_view path);
 
 /// `path` as `links` resolves it; itself where that fails.
 [[nodiscard]] std::string WithoutLinks(LinkResolver& links, const std::string& path);

@@ -24,7 +24,6 @@ namespace {
 
 static_assert(std::endian::native == std::endian::little, "numbers are read as they are stored");
 
-constexpr std::uint32_t kVersion = 1;  // of every format
 constexpr std::size_t kMostVersionDigits = 9;
 constexpr std::size_t kFirstBlock = std::size_t{1} << 20U;  // in bytes
 
@@ -51,7 +50,7 @@ void CheckFormat(std::istream& stream, std::string_view format) {
   }
 }
 
-void CheckVersion(std::istream& stream) {
+void CheckVersion(std::istream& stream, std::uint32_t expected) {
   std::string digits;
   char next = '\0';
   while (digits.size() <= kMostVersionDigits && ReadBytes(stream, &next, 1) == 1 && next != '\n') {
@@ -62,11 +61,11 @@ void CheckVersion(std::istream& stream) {
   if (next != '\n' || error != std::errc() || end != digits.data() + digits.size()) {
     throw InvalidListingException("its first line has no version");
   }
-  if (version == kVersion) return;
+  if (version == expected) return;
   throw InvalidListingException(
       "it has version " + digits + " of the format, and this program reads version " +
-      std::to_string(kVersion) +
-      (version > kVersion ? ": a newer program made it; make it anew with this one" : " only"));
+      std::to_string(expected) +
+      (version > expected ? ": a newer program made it; make it anew with this one" : " only"));
 }
 
 /// How many bytes the stream still holds, at most as many as a body may have; 0 if it does not
@@ -114,9 +113,9 @@ void CheckOpen(const fl::filesystem::ifstream& stream, const fl::filesystem::pat
   if (!stream.is_open()) throw InvalidListingException("it cannot be opened: " + ErrorOf(file));
 }
 
-ListingBody ReadEnvelope(std::istream& stream, std::string_view format) {
-  CheckFormat(stream, format);
-  CheckVersion(stream);
+ListingBody ReadEnvelope(std::istream& stream, const SavedFormat& format) {
+  CheckFormat(stream, format.begin);
+  CheckVersion(stream, format.version);
   Numbers numbers = {};
   if (ReadBytes(stream, reinterpret_cast<char*>(numbers.data()), sizeof(numbers)) !=
       sizeof(numbers)) {
@@ -136,9 +135,9 @@ ListingBody ReadEnvelope(std::istream& stream, std::string_view format) {
   return body;
 }
 
-void WriteEnvelope(std::ostream& stream, std::string_view format, std::string_view body) {
+void WriteEnvelope(std::ostream& stream, const SavedFormat& format, std::string_view body) {
   const Numbers numbers = {body.size(), ShortHash(body.data(), body.size())};
-  stream << format << kVersion << '\n';
+  stream << format.begin << format.version << '\n';
   stream.write(reinterpret_cast<const char*>(numbers.data()), sizeof(numbers));
   stream.write(body.data(), static_cast<std::streamsize>(body.size()));
 }

@@ -4,6 +4,7 @@
 #include "searchpath/platform/filesystem.h"
 
 #include <cstddef>
+#include <cstdint>
 #include <istream>
 #include <memory>
 #include <ostream>
@@ -14,10 +15,14 @@ namespace Corvane::PathManagement::host {
 // What surrounds the body of a saved file: a line that names the format and its version, the length
 // of the body and its XXH3 checksum, each in 64 bits, the lowest first.
 
-/// How caches and saved listings begin in every version of the format.
-inline constexpr std::string_view kListingFormat = "searchpath listing ";
-/// The same of receipts.
-inline constexpr std::string_view kReceiptFormat = "searchpath receipt ";
+struct SavedFormat {
+  std::string_view begin;  // of the file, in every version
+  std::uint32_t version;
+};
+
+/// Of caches and saved listings.
+inline constexpr SavedFormat kListingFormat = {.begin = "searchpath listing ", .version = 1};
+inline constexpr SavedFormat kReceiptFormat = {.begin = "searchpath receipt ", .version = 2};
 
 /// The most bytes that a body may have: its offsets are signed numbers of 32 bits.
 inline constexpr std::size_t kMostBodyBytes = 0x7FFFFFFE;
@@ -34,9 +39,9 @@ void CheckOpen(const fl::filesystem::ifstream& stream, const fl::filesystem::pat
 ///
 /// Errors: `InvalidListingException`.
 /// Cost: memory for at most twice the bytes that the stream really holds, whatever its header says.
-[[nodiscard]] ListingBody ReadEnvelope(std::istream& stream, std::string_view format);
+[[nodiscard]] ListingBody ReadEnvelope(std::istream& stream, const SavedFormat& format);
 
-void WriteEnvelope(std::ostream& stream, std::string_view format, std::string_view body);
+void WriteEnvelope(std::ostream& stream, const SavedFormat& format, std::string_view body);
 
 }  // namespace Corvane::PathManagement::host
 

@@ -23,9 +23,9 @@ AbsoluteIRI FolderOf(const fl::filesystem::path& file) {
 
 bool IsListingFile(const fl::filesystem::path& file) {
   fl::filesystem::ifstream stream(file);
-  std::array<char, kListingFormat.size()> begin = {};
+  std::array<char, kListingFormat.begin.size()> begin = {};
   stream.read(begin.data(), begin.size());
-  return stream && std::string_view(begin.data(), begin.size()) == kListingFormat;
+  return stream && std::string_view(begin.data(), begin.size()) == kListingFormat.begin;
 }
 
 PathEntryFactory LoadListing(const fl::filesystem::path& file, ListingUse use) {

@@ -1,5 +1,6 @@
 #include "host/trust/folder_examiner.h"
 
+#include "host/common/path_bytes.h"
 #include "host/folder/directory_scan.h"
 #include "host/rules/asked_file.h"
 #include "searchpath/model/byte_text.h"
@@ -17,10 +18,6 @@
 namespace Corvane::PathManagement::host {
 
 namespace {
-
-std::string PathIn(const std::string& folder, const std::string& name) {
-  return folder.ends_with('/') ? folder + name : folder + '/' + name;
-}
 
 std::vector<SearchedFolder::Identity> WayBelow(const SearchedFolder& folder,
                                                const PassedFolder& itself) {
@@ -111,7 +108,7 @@ void FolderExaminer::ExamineName(const SearchedFolder& folder, const WalkedPath&
                                  const std::string& name) {
   struct stat status = {};
   if (fstatat(in.object.Get(), name.c_str(), &status, AT_SYMLINK_NOFOLLOW) != 0) return;
-  const std::string path = PathIn(folder.path, name);
+  const std::string path = PathBelow(folder.path, name);
   const std::string relative = folder.prefix + name;
   const bool isHidden = !rules.foldersHaveMeaning && answered.contains(relative);
   const bool counts = folder.holdsFiles && Answers(path, relative);
@@ -165,7 +162,8 @@ void FolderExaminer::AddBelow(const SearchedFolder& above, const std::string& na
   if (std::find(way.begin(), way.end(), identity) != way.end()) {
     loops.push_back(identity);
   } else {
-    pending.push_back({PathIn(above.path, name), above.prefix + name + '/', true, std::move(way)});
+    pending.push_back(
+        {PathBelow(above.path, name), above.prefix + name + '/', true, std::move(way)});
   }
 }
 
