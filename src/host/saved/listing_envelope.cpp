@@ -1,7 +1,7 @@
 #include "host/saved/listing_envelope.h"
 
 #include "host/names/name_block.h"
-#include "host/names/short_hash.h"
+#include "host/saved/checksum.h"
 #include "platform/native_path.h"
 #include "searchpath/host/invalid_listing_exception.h"
 
@@ -129,14 +129,14 @@ ListingBody ReadEnvelope(std::istream& stream, const SavedFormat& format) {
   if (ReadBytes(stream, &behind, 1) != 0) {
     throw InvalidListingException("more bytes follow its end");
   }
-  if (ShortHash(body.bytes.get(), body.size) != checksum) {
+  if (Checksum({body.bytes.get(), body.size}) != checksum) {
     throw InvalidListingException("it is damaged: its checksum differs");
   }
   return body;
 }
 
 void WriteEnvelope(std::ostream& stream, const SavedFormat& format, std::string_view body) {
-  const Numbers numbers = {body.size(), ShortHash(body.data(), body.size())};
+  const Numbers numbers = {body.size(), Checksum(body)};
   stream << format.begin << format.version << '\n';
   stream.write(reinterpret_cast<const char*>(numbers.data()), sizeof(numbers));
   stream.write(body.data(), static_cast<std::streamsize>(body.size()));
