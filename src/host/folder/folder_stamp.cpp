@@ -53,15 +53,26 @@ bool IsReadable(const std::string& path, const struct stat& status) {
   return OpenFolder(path).IsOpen();
 }
 
-}  // namespace
-
-FolderSight LookAtFolder(const std::string& path) {
-  struct stat status = {};
-  if (const int error = AskStatus(path, status); error != 0) return {.error = error};
+FolderSight SightOf(int error, const struct stat& status) {
+  if (error != 0) return {.error = error};
   if (!S_ISDIR(status.st_mode)) return {.error = ENOTDIR};
   return {.stamp = {.modified = NanosecondsAtMost(status.st_mtim),
                     .changed = NanosecondsAtMost(status.st_ctim),
                     .inode = status.st_ino}};
+}
+
+}  // namespace
+
+FolderSight LookAtFolder(const std::string& path) {
+  struct stat status = {};
+  const int error = AskStatus(path, status);
+  return SightOf(error, status);
+}
+
+FolderSight LookAtFolder(int folder, const char* name) {
+  struct stat status = {};
+  const int error = fstatat(folder, name, &status, 0) == 0 ? 0 : errno;
+  return SightOf(error, status);
 }
 
 std::optional<FolderStamp> StampOf(const struct stat& status, const timespec& now) {

@@ -37,6 +37,10 @@ struct FolderSight {
 /// Cost: one question to the disk.
 [[nodiscard]] FolderSight LookAtFolder(const std::string& path);
 
+/// The same for the `name` in a folder that is open, perhaps for its path alone. The disk is not asked
+/// about the folders above.
+[[nodiscard]] FolderSight LookAtFolder(int folder, const char* name);
+
 /// The stamp of a folder that is read from `now` on. Empty when the folder was changed less than two
 /// seconds before, or in the future: the times of some file systems are so coarse that a later
 /// change could have the same one.

@@ -92,7 +92,7 @@ class Dependencies {
   }
 
   void AddPlace(std::uint32_t place) {
-    folders.insert(NearestFolder(std::string(body.TextOf(body.PlaceAt(place).path()))));
+    folders.insert(NearestFolder(std::string(body.PathAt(place))));
   }
 
   /// A link counts once its target comes.

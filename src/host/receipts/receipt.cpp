@@ -18,7 +18,7 @@ namespace Corvane::PathManagement::host {
 namespace {
 
 std::shared_ptr<const FolderEntry> FolderAt(const ReceiptBody& body, std::uint32_t place) {
-  const ustring path = TextFromBytes(body.TextOf(body.PlaceAt(place).path()));
+  const ustring path = TextFromBytes(body.PathAt(place));
   return FolderEntry::Create(foundation::storage::vfs::toAbsoluteIRI(u"file", path));
 }
 
@@ -147,7 +147,7 @@ bool Receipt::IsSamePath(const Environment& environment) const {
   return std::equal(folders.begin(), folders.end(), places.begin(), places.end(),
                     [this](const auto& folder, std::uint32_t place) {
                       return NativeBytes(folder->GetAbsoluteIRI()).value_or("/dev/null") ==
-                             body->TextOf(body->PlaceAt(place).path());
+                             body->PathAt(place);
                     });
 }
 

@@ -131,19 +131,21 @@ class ReceiptContentCheck {
   }
 
   void CheckQuestions() const {
+    // There may be a great many, so nothing is decided before the last one.
+    bool fit = true;
     std::uint32_t end = 0;
+    const auto lists = static_cast<std::uint32_t>(listSizes.size());
     for (const auto* question : *receipt.questions()) {
-      CheckEnd(end, question->name_end(), receipt.names()->size());
-      if (question->list() >= listSizes.size()) RefuseReceipt("a list is not in the file");
-      CheckAsked(*question, question->asked());
+      const std::uint32_t list = std::min(question->list(), lists - 1);
+      fit &= question->name_end() >= end;
+      fit &= question->list() == list;
+      fit &= question->asked() <= listSizes[list];
+      end = question->name_end();
     }
+    if (!fit || end > receipt.names()->size()) RefuseReceipt("a question does not fit");
     if (receipt.questions()->size() > 0 && receipt.kinds()->size() == 0) {
       RefuseReceipt("it is not said how names were asked");
     }
-  }
-
-  void CheckAsked(const receipts::Question& question, std::uint32_t asked) const {
-    if (asked > listSizes[question.list()]) RefuseReceipt("a list is too short");
   }
 
   void CheckExceptions() {
@@ -152,7 +154,8 @@ class ReceiptContentCheck {
       CheckQuestion(exception->question());
       if (exception->question() < next) RefuseReceipt("exceptions are not in order");
       next = exception->question() + 1;
-      CheckAsked(*receipt.questions()->Get(exception->question()), exception->asked());
+      const auto list = receipt.questions()->Get(exception->question())->list();
+      if (exception->asked() > listSizes[list]) RefuseReceipt("a list is too short");
       if (exception->place() != kNone) CheckPlace(exception->place());
       if (exception->kind() >= receipt.kinds()->size()) {
         RefuseReceipt("it is not said how a name was asked");
@@ -232,7 +235,7 @@ AskedQuestion ReceiptBody::QuestionAt(std::uint32_t question) const {
 }
 
 std::string ReceiptBody::PathOf(std::uint32_t place, std::string_view name) const {
-  return PathBelow(TextOf(PlaceAt(place).path()), name);
+  return PathBelow(PathAt(place), name);
 }
 
 std::span<const std::uint32_t> ReceiptBody::ListAt(std::uint32_t list) const {

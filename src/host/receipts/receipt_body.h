@@ -40,6 +40,9 @@ class ReceiptBody {
   [[nodiscard]] const receipts::Place& PlaceAt(std::uint32_t place) const {
     return *receipt->places()->Get(place);
   }
+  [[nodiscard]] std::string_view PathAt(std::uint32_t place) const {
+    return TextOf(PlaceAt(place).path());
+  }
   [[nodiscard]] std::uint32_t CountQuestions() const { return receipt->questions()->size(); }
   [[nodiscard]] AskedQuestion QuestionAt(std::uint32_t question) const;
   /// The native path of `name` in a place.

@@ -1,13 +1,30 @@
 #include "host/receipts/receipt_check.h"
 
 #include "host/common/disk_patience.h"
-#include "host/folder/folder_stamp.h"
+#include "host/common/parallel.h"
+#include "host/folder/open_path.h"
 #include "host/receipts/surroundings.h"
 #include "host/rules/asked_file.h"
 
+#include <fcntl.h>
+
 #include <algorithm>
+#include <string>
+#include <string_view>
+#include <utility>
 
 namespace Corvane::PathManagement::host {
+
+namespace {
+
+// Of places in one folder: from how many on the folder is opened, and how many one thread asks for.
+constexpr std::uint32_t kFewestNeighbours = 4;
+constexpr std::uint32_t kMostNeighbours = 64;
+
+/// Of an absolute path, with the separator.
+std::string_view FolderPart(std::string_view path) { return path.substr(0, path.rfind('/') + 1); }
+
+}  // namespace
 
 ReceiptCheck::ReceiptCheck(const ReceiptBody& receipt)
     : body(receipt),
@@ -20,22 +37,48 @@ ReceiptCheck::ReceiptCheck(const ReceiptBody& receipt)
   CheckAnswers();
 }
 
+/// Places that stand in one folder, one after the other, are asked for there: the way to that folder is
+/// most of what asking by path costs.
 void ReceiptCheck::CheckPlaces() {
+  const std::uint32_t count = body.Get().places()->size();
+  std::vector<std::uint32_t> ends;
+  for (std::uint32_t number = 0, begin = 0; number < count; ++number) {
+    const bool isLast = number + 1 == count || number + 1 - begin == kMostNeighbours ||
+                        FolderPart(body.PathAt(number + 1)) != FolderPart(body.PathAt(number));
+    if (!isLast) continue;
+    begin = number + 1;
+    ends.push_back(begin);
+  }
+  ForEachInParallel(ends.size(),
+                    [&](std::size_t at) { CheckNeighbours(at == 0 ? 0 : ends[at - 1], ends[at]); });
+}
+
+void ReceiptCheck::CheckNeighbours(std::uint32_t begin, std::uint32_t end) {
   const std::int64_t timeout = body.Get().path()->timeout();
   DiskPatience::Limit limit;
   if (timeout >= 0) limit = std::chrono::milliseconds(timeout);
-  const auto& places = *body.Get().places();
-  for (std::uint32_t number = 0; number < places.size(); ++number) {
-    const receipts::Place& place = *places[number];
-    const FolderSight then = {
-        .error = place.error(),
-        .stamp = {
-            .modified = place.modified(), .changed = place.changed(), .inode = place.inode()}};
-    const auto look = [path = std::string(body.TextOf(place.path()))] {
-      return LookAtFolder(path);
-    };
-    changedPlaces[number] = !place.certain() || DiskPatience(limit).Ask(look) != then;
+  Descriptor folder(-1);
+  if (!limit && end - begin >= kFewestNeighbours) {
+    folder = OpenPath(std::string(FolderPart(body.PathAt(begin))), O_PATH | O_DIRECTORY);
   }
+  for (std::uint32_t number = begin; number < end; ++number) {
+    std::string place(body.PathAt(number));
+    if (folder.IsOpen()) {
+      const char* const name = place.c_str() + FolderPart(place).size();
+      CheckPlace(number, LookAtFolder(folder.Get(), *name == '\0' ? "." : name));
+    } else {
+      const auto look = [place = std::move(place)] { return LookAtFolder(place); };
+      CheckPlace(number, DiskPatience(limit).Ask(look).value_or(FolderSight{.error = ETIMEDOUT}));
+    }
+  }
+}
+
+void ReceiptCheck::CheckPlace(std::uint32_t number, const FolderSight& now) {
+  const receipts::Place& place = body.PlaceAt(number);
+  const FolderSight then = {
+      .error = place.error(),
+      .stamp = {.modified = place.modified(), .changed = place.changed(), .inode = place.inode()}};
+  changedPlaces[number] = place.certain() && now == then ? 0 : 1;
 }
 
 void ReceiptCheck::CheckLists() {
@@ -43,7 +86,7 @@ void ReceiptCheck::CheckLists() {
   for (std::uint32_t list = 0; list < count; ++list) {
     const auto places = body.ListAt(list);
     const auto found = std::find_if(places.begin(), places.end(),
-                                    [&](std::uint32_t place) { return changedPlaces[place]; });
+                                    [&](std::uint32_t place) { return changedPlaces[place] != 0; });
     firstChanged.push_back(static_cast<std::size_t>(found - places.begin()));
     any = any || found != places.end();
   }
@@ -55,7 +98,7 @@ void ReceiptCheck::CheckLists() {
 void ReceiptCheck::CheckFiles() {
   for (const std::uint32_t question : *body.Get().uncertain()) Mark(question);
   for (const auto* further : *body.Get().further()) {
-    if (!changedPlaces[further->place()]) continue;
+    if (changedPlaces[further->place()] == 0) continue;
     if (further->question() == kNone) {
       all = true;
     } else {

@@ -1,6 +1,7 @@
 #ifndef SEARCHPATH_SRC_HOST_RECEIPTS_RECEIPT_CHECK_H
 #define SEARCHPATH_SRC_HOST_RECEIPTS_RECEIPT_CHECK_H
 
+#include "host/folder/folder_stamp.h"
 #include "host/receipts/receipt_body.h"
 
 #include <cstddef>
@@ -26,6 +27,8 @@ class ReceiptCheck {
 
  private:
   void CheckPlaces();
+  void CheckNeighbours(std::uint32_t begin, std::uint32_t end);
+  void CheckPlace(std::uint32_t number, const FolderSight& now);
   void CheckLists();
   void CheckFiles();
   void CheckAnswers();
@@ -36,8 +39,8 @@ class ReceiptCheck {
   bool all;
   bool path;
   bool any = false;
-  std::vector<bool> changedPlaces;
-  std::vector<std::size_t> firstChanged;  // of each list: the position of the first changed place
+  std::vector<std::uint8_t> changedPlaces;  // of each place: whether it is another now
+  std::vector<std::size_t> firstChanged;    // of each list: the position of the first changed place
   std::vector<bool> changedQuestions;  // for another reason than a list; empty when there are none
 };
 
