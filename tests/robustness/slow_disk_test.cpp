@@ -112,5 +112,22 @@ TEST_F(SlowDiskTest, FoldersThatDoNotAnswerInTimeAreReportedAndTheOthersAreRight
   }
 }
 
+TEST_F(SlowDiskTest, RulesOfOtherProgramsWaitNoLonger) {
+  options.timeout = milliseconds(50);
+  for (const LookupRules& rules : {kPlainRules, kIncludeRules}) {
+    options.rules = rules;
+    disk.Silence("/f11");
+    const Environment environment(options);
+    for (int question = 0; question < 10; ++question) {  // the ninth lists
+      EXPECT_EQ(Found(environment, u"plot99.zt", tree), "f199/plot99.zt");
+      EXPECT_EQ(Found(environment, u"sub/none.zt", tree), "none");
+    }
+    EXPECT_EQ(Found(environment, u"plot12.zt", tree), "none");
+    EXPECT_EQ(Missing(environment.GetProblemsMet()),
+              "f110 f111 f112 f113 f114 f115 f116 f117 f118 f119");
+    disk.Silence("");
+  }
+}
+
 }  // namespace
 }  // namespace Corvane::PathManagement::host

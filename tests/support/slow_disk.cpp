@@ -54,9 +54,9 @@ int Open(int folder, const char* path, int flags, mode_t mode) {
   return static_cast<int>(syscall(SYS_openat, folder, path, flags, mode));
 }
 
-int Status(const char* path, struct stat* status, int flags) {
+int Status(int folder, const char* path, struct stat* status, int flags) {
   SlowDisk::Get().Wait(path, false);
-  return static_cast<int>(syscall(SYS_newfstatat, AT_FDCWD, path, status, flags));
+  return static_cast<int>(syscall(SYS_newfstatat, folder, path, status, flags));
 }
 
 }  // namespace
@@ -75,10 +75,16 @@ int openat(int folder, const char* path, int flags, ...) {
 
 int __openat_2(int folder, const char* path, int flags) { return Open(folder, path, flags, 0); }
 
-int stat(const char* path, struct stat* status) noexcept { return Status(path, status, 0); }
+int stat(const char* path, struct stat* status) noexcept {
+  return Status(AT_FDCWD, path, status, 0);
+}
 
 int lstat(const char* path, struct stat* status) noexcept {
-  return Status(path, status, AT_SYMLINK_NOFOLLOW);
+  return Status(AT_FDCWD, path, status, AT_SYMLINK_NOFOLLOW);
+}
+
+int fstatat(int folder, const char* path, struct stat* status, int flags) noexcept {
+  return Status(folder, path, status, flags);
 }
 
 }  // extern "C"

@@ -91,7 +91,6 @@ struct EnvironmentOptions {
   /// How long the disk is waited for, for each folder of the path and below it; empty means as long as
   /// it takes. A folder for which the disk has not answered by then is a problem, `NoAnswer`, counts
   /// as empty, and is not asked again; the answers for all others are right.
-  /// Questions by rules in which folders have no meaning wait for the disk all the same.
   ///
   /// Threads: where there is a limit, each question to the disk gets a thread of its own, which costs
   /// some 20 us. A thread that waits in the kernel cannot be stopped. One whose folder has been given

@@ -61,6 +61,13 @@ class FolderState {
 
   [[nodiscard]] bool IsListed() const noexcept { return listedOnce.IsBuilt(); }
   [[nodiscard]] DiskPatience::Limit GetLimit() const noexcept { return patience.GetLimit(); }
+  /// What ask() says of something in or below the folder; empty when the folder is given up. As for
+  /// `DiskPatience::Ask`.
+  template <class Call>
+  [[nodiscard]] auto AskDisk(Call ask) {
+    return patience.Ask(std::move(ask));
+  }
+  [[nodiscard]] bool IsGivenUp() const noexcept { return patience.HasGivenUp(); }
   /// Whether listing the folder, which has not been done, will show it as it is then.
   [[nodiscard]] bool ShowsTheDisk() const noexcept {
     return !listingHasBegun && (source == nullptr || source->FollowsTheDisk());

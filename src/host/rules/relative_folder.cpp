@@ -80,7 +80,9 @@ bool RelativeFolder::IsToBeListed() {
 void RelativeFolder::List() {
   const std::lock_guard lock(mutex);
   if (isListed.load(std::memory_order_relaxed)) return;
-  const auto list = [&](std::size_t root) { StateOf(*entries[root]).List(); };
+  const auto list = [&](std::size_t root) {
+    if (!StateOf(*roots.GetFolders()[root]).IsGivenUp()) StateOf(*entries[root]).List();
+  };
   for (std::size_t root = 0; root < roots.size(); ++root) static_cast<void>(EntryOf(root));
   if (roots.size() > kFewRoots) {
     ForEachInParallel(roots.size(), list);
@@ -98,6 +100,10 @@ void RelativeFolder::List() {
 }
 
 void RelativeFolder::AddToTable(std::size_t root) {
+  if (!StateOf(*entries[root]).IsListed()) {
+    unlisted.push_back(root);
+    return;
+  }
   const FolderListing& listing = StateOf(*entries[root]).Listing();
   if (StandsNowhere(listing)) {
     entries[root] = nullptr;  // most folders stand below few roots
@@ -169,9 +175,13 @@ Standing RelativeFolder::FindStanding(std::size_t root, std::string_view file) c
     }
     if (files == LookupRules::Files::Regular) return Standing::Counts;
   }
-  const Standing standing = LookAtFile(PathOf(root, file), files);
+  const auto standing =
+      StateOf(*roots.GetFolders()[root]).AskDisk([path = PathOf(root, file), counted = files] {
+        return LookAtFile(path, counted);
+      });
+  if (!standing) return Standing::Absent;
   // A root that is no folder here is left out of the path, whatever keeps it from being one.
-  return standing == Standing::NotReachable && !roots.IsFolder(root) ? Standing::Absent : standing;
+  return standing == Standing::NotReachable && !roots.IsFolder(root) ? Standing::Absent : *standing;
 }
 
 const Match& RelativeFolder::Keep(std::size_t root, std::string_view file) {

@@ -53,12 +53,21 @@ void ForEachSpelling(const PathManagement::detail::SearchTarget& target, const U
 }
 
 /// Why the folder at `path` cannot be searched; empty when it can be.
-std::optional<AbsolutizeError> FindReason(const std::string& path) {
+std::optional<AbsolutizeError> AskReason(const std::string& path) {
   struct stat status = {};
   if (stat(path.c_str(), &status) != 0) return ReasonFor({errno, std::generic_category()}, path);
   if (!S_ISDIR(status.st_mode)) return AbsolutizeError::NotAFolder;
   if (faccessat(AT_FDCWD, path.c_str(), X_OK, AT_EACCESS) == 0) return std::nullopt;
   return ReasonFor({errno, std::generic_category()}, path);
+}
+
+/// The same of a folder at or below a folder of the path, which may be given up.
+std::optional<AbsolutizeError> FindReason(const FolderEntry& onPath, const AbsoluteIRI& folder) {
+  const auto path = fl::filesystem::detail::NativeBytes(folder);
+  if (!path) return AbsolutizeError::InvalidText;
+  return StateOf(onPath)
+      .AskDisk([path = *path] { return AskReason(path); })
+      .value_or(AbsolutizeError::NoAnswer);
 }
 
 /// `name` without "/" and "./" at its beginning.
@@ -226,8 +235,7 @@ FolderOrigin RuledPath::FindOrigin(const IPathEntry& entry) const {
 }
 
 std::optional<AbsolutizeError> RuledPath::FindProblem(const Place& place) {
-  const auto path = fl::filesystem::detail::NativeBytes(place.folder->GetAbsoluteIRI());
-  return path ? FindReason(*path) : AbsolutizeError::InvalidText;
+  return FindReason(*place.folder, place.folder->GetAbsoluteIRI());
 }
 
 PathEntries RuledPath::FindFolders(const ustring& name) const {
@@ -244,8 +252,7 @@ PathEntries RuledPath::FindFolders(const ustring& name) const {
       if (place.folder->GetCanonicalAbsoluteIRI() == full) found.push_back(place.folder);
     } else if (rules.separator == Separator::FileBelow && !relative.empty()) {
       auto folder = GetRoots().CreateFolder(place.root, relative);
-      const auto path = fl::filesystem::detail::NativeBytes(folder->GetAbsoluteIRI());
-      if (path && !FindReason(*path)) found.push_back(std::move(folder));
+      if (!FindReason(*place.folder, folder->GetAbsoluteIRI())) found.push_back(std::move(folder));
     }
   }
   return found;
@@ -253,7 +260,7 @@ PathEntries RuledPath::FindFolders(const ustring& name) const {
 
 void RuledPath::CheckFolder(const AbsoluteIRI& folder) {
   const auto path = fl::filesystem::detail::NativeBytes(folder);
-  const auto reason = path ? FindReason(*path) : AbsolutizeError::InvalidText;
+  const auto reason = path ? AskReason(*path) : AbsolutizeError::InvalidText;
   if (reason) throw current_working_folder::FailedToAbsolutizeException(*reason);
 }
 

@@ -39,7 +39,7 @@ std::shared_ptr<const FolderEntry> SearchRoots::CreateFolder(std::size_t root,
   if (relative.empty()) return folders[root];
   const auto location =
       foundation::storage::vfs::toAbsoluteIRI(u"file", TextFromBytes(PathOf(root, relative)));
-  return CreateMainFolder(location, source);
+  return CreateMainFolder(location, source, StateOf(*folders[root]).GetLimit());
 }
 
 }  // namespace Corvane::PathManagement::host
