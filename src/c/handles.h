@@ -10,6 +10,7 @@
 // What stands behind the handles that are handed out. All texts are bytes already.
 
 struct searchpath_environment {
+  Corvane::PathManagement::host::EnvironmentOptions options;  // to make it anew
   Corvane::PathManagement::host::Environment environment;
 };
 

@@ -28,6 +28,15 @@ host::LookupRules RulesNamed(const char* name) {
   return *rules;
 }
 
+/// Empty where the process has none any more: then relative folders are nowhere.
+std::optional<paths::AbsoluteIRI> FindWorkingFolder() {
+  try {
+    return host::WorkingFolder().Locate(".");
+  } catch (const Corvane::current_working_folder::FailedToAbsolutizeException&) {
+    return std::nullopt;
+  }
+}
+
 host::Lookup LookupOf(const searchpath_lookup* lookup) {
   if (lookup == nullptr || lookup->name == nullptr) throw std::invalid_argument("no name is given");
   host::Lookup made{.name = lookup->name,
@@ -58,12 +67,13 @@ searchpath_status searchpath_environment_open(const char* const* folders, size_t
                                               searchpath_error* error) {
   return HandOut(environment, error, [&] {
     const host::EnvironmentOptions options{.folders = TextsOf(folders, folder_count),
+                                           .workingFolder = FindWorkingFolder(),
                                            .expansion = recursive == 0
                                                             ? host::FolderExpansion::Alone
                                                             : host::FolderExpansion::Recursive,
                                            .rules = RulesNamed(rules)};
     return std::unique_ptr<searchpath_environment>(
-        new searchpath_environment{host::Environment(options)});
+        new searchpath_environment{options, host::Environment(options)});
   });
 }
 

@@ -1,53 +1,45 @@
 #include "c/border.h"
 #include "c/handles.h"
-#include "searchpath/host/disk_feed.h"
-#include "searchpath/host/folder_observer.h"
-#include "searchpath/host/main_search_path_manager.h"
-#include "searchpath/host/wake_up.h"
-#include "searchpath/platform/event_manager.h"
+#include "searchpath/host/followed_environment.h"
+
+#include <mutex>
 
 namespace {
 
 namespace host = Corvane::PathManagement::host;
-namespace events = foundation::msg_svc::eventmgr;
 using Corvane::PathManagement::c::HandOut;
 
 }  // namespace
 
-/// Each member uses those before it, and is gone before them.
 struct searchpath_watch {
-  explicit searchpath_watch(const host::Environment& environment)
-      : manager(environment.CreateManager()),
-        listening(manager->AddListener(
-            [this](const auto& /*before*/, const auto& /*after*/) { changed.Set(); })),
-        observer(*manager, *stream),
-        feed(*manager, stream) {}
+  explicit searchpath_watch(const host::EnvironmentOptions& followedPath)
+      : options(followedPath), followed([this] {
+          return host::OpenedEnvironment{.environment = host::Environment(options)};
+        }) {}
 
-  host::WakeUp changed;
-  std::unique_ptr<host::MainSearchPathManager> manager;
-  host::MainSearchPathManager::Subscription listening;
-  std::shared_ptr<events::EventMgr> stream = events::createLocalEventMgr(events::SessionEmId);
-  host::FolderObserver observer;
-  host::DiskFeed feed;
+  host::EnvironmentOptions options;
+  mutable std::mutex oneAtATime;
+  mutable host::FollowedEnvironment followed;
 };
 
 searchpath_status searchpath_watch_open(const searchpath_environment* environment,
                                         searchpath_watch** watch, searchpath_error* error) {
   return HandOut(watch, error,
-                 [&] { return std::make_unique<searchpath_watch>(environment->environment); });
+                 [&] { return std::make_unique<searchpath_watch>(environment->options); });
 }
 
 int searchpath_watch_descriptor(const searchpath_watch* watch) {
-  return watch->changed.GetDescriptor();
+  return watch->followed.GetDescriptor();
 }
 
 searchpath_status searchpath_watch_environment(const searchpath_watch* watch,
                                                searchpath_environment** environment,
                                                searchpath_error* error) {
   return HandOut(environment, error, [&] {
-    watch->changed.Clear();
+    const std::scoped_lock lock(watch->oneAtATime);
+    watch->followed.Update();
     return std::unique_ptr<searchpath_environment>(
-        new searchpath_environment{host::Environment(watch->manager->GetPath())});
+        new searchpath_environment{watch->options, watch->followed.Get()});
   });
 }
 

@@ -54,7 +54,8 @@ typedef struct searchpath_watch searchpath_watch;
 
 /// A path of folders as users type them, searched in that order. `rules` is "environment", "plain",
 /// "program" or "include"; null means the first. Where `recursive` is not 0, all folders below are on
-/// the path as well. A folder that cannot be searched counts as empty.
+/// the path as well. A folder that cannot be searched counts as empty. What is relative, later as well,
+/// is below the working folder of the process as it is now.
 SEARCHPATH_EXPORT searchpath_status searchpath_environment_open(
     const char* const* folders, size_t folder_count, int recursive, const char* rules,
     searchpath_environment** environment, searchpath_error* error);
@@ -128,15 +129,16 @@ SEARCHPATH_EXPORT searchpath_text searchpath_shadows_kind(const searchpath_shado
                                                           size_t index, size_t file);
 SEARCHPATH_EXPORT void searchpath_shadows_free(searchpath_shadows* shadows);
 
-/// Follows the folders of an environment on the disk, on a thread of its own. The environment may be
-/// freed meanwhile. Names are looked up by the rules of the environment.
+/// Follows the path of an environment on the disk, by its rules. The environment may be freed meanwhile.
 SEARCHPATH_EXPORT searchpath_status searchpath_watch_open(const searchpath_environment* environment,
                                                           searchpath_watch** watch,
                                                           searchpath_error* error);
-/// A descriptor for `poll`: readable when files or folders have come or gone, until the environment is
-/// asked for. It belongs to the watch.
+/// A descriptor for `poll`: readable when something may have changed, until the environment is asked
+/// for. It belongs to the watch. The kernel reports no changes on network file systems: with folders
+/// there, ask for the environment now and then as well. Negative when the kernel reports none at all.
 SEARCHPATH_EXPORT int searchpath_watch_descriptor(const searchpath_watch* watch);
-/// The path as it is now, which stays as it is.
+/// The path as the disk is now. What changes later is certain to be seen in the next environment only.
+/// Takes a system call when nothing has changed; otherwise all folders are listed again.
 SEARCHPATH_EXPORT searchpath_status searchpath_watch_environment(
     const searchpath_watch* watch, searchpath_environment** environment, searchpath_error* error);
 SEARCHPATH_EXPORT void searchpath_watch_free(searchpath_watch* watch);
