@@ -1,5 +1,6 @@
 #include "c/border.h"
 
+#include "searchpath/host/invalid_listing_exception.h"
 #include "searchpath/platform/current_working_folder.h"
 
 #include <algorithm>
@@ -24,6 +25,8 @@ searchpath_status FailByException(searchpath_error* error) {
     return Fail(SEARCHPATH_FOLDER, failure.what(), error);
   } catch (const std::invalid_argument& failure) {
     return Fail(SEARCHPATH_INVALID, failure.what(), error);
+  } catch (const host::InvalidListingException& failure) {
+    return Fail(SEARCHPATH_FILE, failure.what(), error);
   } catch (const std::exception& failure) {
     return Fail(SEARCHPATH_SYSTEM, failure.what(), error);
   } catch (...) {

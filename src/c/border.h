@@ -14,17 +14,23 @@ searchpath_status Fail(searchpath_status status, const char* message, searchpath
 /// What to return for the exception that is being handled.
 searchpath_status FailByException(searchpath_error* error);
 
-/// Hands out what make() returns in a unique pointer. No exception gets any further, but the
-/// unwinding of a thread that is cancelled does: it is no exception.
-template <class Handle, class Make>
-searchpath_status HandOut(Handle** handle, searchpath_error* error, const Make& make) try {
-  if (handle == nullptr) return Fail(SEARCHPATH_INVALID, "nowhere to hand the result out", error);
-  *handle = nullptr;
-  *handle = make().release();
+/// Does it. No exception gets any further, but the unwinding of a thread that is cancelled does: it is no
+/// exception.
+template <class Action>
+searchpath_status Do(searchpath_error* error, const Action& action) try {
+  action();
   return SEARCHPATH_OK;
 } catch (...) {
   if (std::current_exception() == nullptr) throw;
   return FailByException(error);
+}
+
+/// Hands out what make() returns in a unique pointer.
+template <class Handle, class Make>
+searchpath_status HandOut(Handle** handle, searchpath_error* error, const Make& make) {
+  if (handle == nullptr) return Fail(SEARCHPATH_INVALID, "nowhere to hand the result out", error);
+  *handle = nullptr;
+  return Do(error, [&] { *handle = make().release(); });
 }
 
 }  // namespace Corvane::PathManagement::c

@@ -1,7 +1,7 @@
 #include "c/border.h"
 #include "c/handles.h"
+#include "c/texts.h"
 #include "searchpath/host/native_location.h"
-#include "searchpath/model/byte_text.h"
 #include "searchpath/utilities/iri_conversion.h"
 
 #include <optional>
@@ -11,16 +11,11 @@ namespace {
 
 namespace paths = Corvane::PathManagement;
 namespace host = paths::host;
+using paths::c::BytesOf;
 using paths::c::HandOut;
-
-paths::AnyTexts TextsOf(const char* const* texts, std::size_t count) {
-  paths::AnyTexts all;
-  for (std::size_t at = 0; at < count; ++at) {
-    if (texts == nullptr || texts[at] == nullptr) throw std::invalid_argument("a text is null");
-    all.push_back(paths::AnyText(texts[at]));
-  }
-  return all;
-}
+using paths::c::LookupOf;
+using paths::c::TextsOf;
+using paths::c::View;
 
 host::LookupRules RulesNamed(const char* name) {
   const auto rules = host::FindRules(name == nullptr ? "environment" : name);
@@ -37,25 +32,11 @@ std::optional<paths::AbsoluteIRI> FindWorkingFolder() {
   }
 }
 
-host::Lookup LookupOf(const searchpath_lookup* lookup) {
-  if (lookup == nullptr || lookup->name == nullptr) throw std::invalid_argument("no name is given");
-  host::Lookup made{.name = lookup->name,
-                    .extensions = TextsOf(lookup->extensions, lookup->extension_count)};
-  if (lookup->from_folder != nullptr) made.fromFolder = paths::AnyText(lookup->from_folder);
-  if (lookup->ignore_case != 0) made.policy = paths::FilenameMatchingPolicy::IgnoreCase;
-  return made;
-}
-
-/// The bytes of a text that stands for a name.
-std::string BytesOf(const paths::ustring& text) { return paths::BytesFromText(text).value_or(""); }
-
 searchpath_files FilesOf(const std::vector<paths::FoundItem>& found) {
   searchpath_files files;
   for (const auto& file : found) files.paths.push_back(BytesOf(host::GetLocationText(file)));
   return files;
 }
-
-searchpath_text View(const std::string& text) { return {text.c_str(), text.size()}; }
 
 }  // namespace
 

@@ -15,6 +15,8 @@ std::string Shown(searchpath_text text) {
   return {text.bytes, text.size};
 }
 
+std::string OrNone(searchpath_text path) { return path.bytes == nullptr ? "none" : Shown(path); }
+
 struct CInterfaceTest : testing::Test {
   CInterfaceTest() {
     tree.Files({"a/\xFF.zt", "b/\xFF.zt", "b/private/\xFF.zt", "b/Other.zt"});
@@ -121,6 +123,53 @@ TEST_F(CInterfaceTest, AWatchBecomesReadableAndHasThePathAsItIsByAnyRules) {
     EXPECT_EQ(Find({name, nullptr, 0, nullptr, 0}), tree.Path(found));
     searchpath_watch_free(watch);
   }
+}
+
+TEST_F(CInterfaceTest, AReceiptSaysWhichAnswersHaveChanged) {
+  const std::string file = tree.Path("names.receipt");
+  const searchpath_lookup lookups[] = {{"Other.zt", nullptr, 0, nullptr, 0},
+                                       {"new", extensions, 1, nullptr, 0}};
+  searchpath_receipt* receipt = nullptr;
+  searchpath_answers* answers = nullptr;
+  searchpath_changes* changes = nullptr;
+  const auto load = [&] {
+    searchpath_receipt_free(receipt);
+    return searchpath_receipt_load(file.c_str(), &receipt, &error);
+  };
+  const auto verified = [&] {
+    std::string said;
+    searchpath_changes_free(changes);
+    EXPECT_EQ(searchpath_receipt_verify(receipt, &changes, &error), SEARCHPATH_OK);
+    for (std::size_t at = 0; at < searchpath_changes_count(changes); ++at) {
+      said += Shown(searchpath_changes_name(changes, at)) + ": " +
+              OrNone(searchpath_changes_before(changes, at)) + " -> " +
+              OrNone(searchpath_changes_after(changes, at)) + '\n';
+    }
+    return said;
+  };
+  EXPECT_EQ(load(), SEARCHPATH_FILE);
+  EXPECT_EQ(receipt, nullptr);
+  EXPECT_EQ(searchpath_find_with_receipt(environment, lookups, 2, &receipt, &error), SEARCHPATH_OK);
+  EXPECT_EQ(searchpath_receipt_save(receipt, tree.Path("none/r").c_str(), &error),
+            SEARCHPATH_SYSTEM);
+  EXPECT_EQ(searchpath_receipt_save(receipt, nullptr, nullptr), SEARCHPATH_INVALID);
+  EXPECT_EQ(searchpath_receipt_save(receipt, file.c_str(), &error), SEARCHPATH_OK);
+  ASSERT_EQ(load(), SEARCHPATH_OK);
+  ASSERT_EQ(searchpath_receipt_answers(receipt, &answers, &error), SEARCHPATH_OK);
+  ASSERT_EQ(searchpath_answers_count(answers), 2U);
+  EXPECT_EQ(OrNone(searchpath_answers_path(answers, 0)), tree.Path("b/Other.zt"));
+  EXPECT_EQ(OrNone(searchpath_answers_path(answers, 1)), "none");
+  EXPECT_EQ(Shown(searchpath_answers_name(answers, 1)), "new");
+  EXPECT_EQ(verified(), "");
+  tree.Do("rm b/Other.zt; touch b/new.zt");
+  EXPECT_EQ(verified(), "Other.zt: " + tree.Path("b/Other.zt") + " -> none\nnew: none -> " +
+                            tree.Path("b/new.zt") + '\n');
+  searchpath_receipt_free(receipt);
+  ASSERT_EQ(searchpath_changes_renew(changes, &receipt, &error), SEARCHPATH_OK);
+  EXPECT_EQ(verified(), "");
+  searchpath_changes_free(changes);
+  searchpath_answers_free(answers);
+  searchpath_receipt_free(receipt);
 }
 
 }  // namespace

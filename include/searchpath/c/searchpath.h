@@ -23,7 +23,7 @@ extern "C" {
 #endif
 
 /// Raised by one when a function is added; a change of what is there makes a new library.
-#define SEARCHPATH_C_VERSION 1
+#define SEARCHPATH_C_VERSION 2
 
 /// The version of the library that is linked, at least that of the header.
 SEARCHPATH_EXPORT uint32_t searchpath_version(void);
@@ -32,7 +32,8 @@ typedef enum searchpath_status {
   SEARCHPATH_OK = 0,
   SEARCHPATH_INVALID = 1,  ///< an argument means nothing
   SEARCHPATH_FOLDER = 2,   ///< the folder that asks cannot be used
-  SEARCHPATH_SYSTEM = 3  ///< the system has no memory, descriptor or thread left, or a disk failed
+  SEARCHPATH_SYSTEM = 3,  ///< the system has no memory, descriptor or thread left, or a disk failed
+  SEARCHPATH_FILE = 4     ///< a file cannot be read, or is not what it should be
 } searchpath_status;
 
 /// What went wrong, in words; cut off where it is longer.
@@ -142,6 +143,60 @@ SEARCHPATH_EXPORT int searchpath_watch_descriptor(const searchpath_watch* watch)
 SEARCHPATH_EXPORT searchpath_status searchpath_watch_environment(
     const searchpath_watch* watch, searchpath_environment** environment, searchpath_error* error);
 SEARCHPATH_EXPORT void searchpath_watch_free(searchpath_watch* watch);
+
+// Receipts: answers, and what they rest on, so that it can be found out later whether they still hold.
+
+typedef struct searchpath_receipt searchpath_receipt;
+typedef struct searchpath_answers searchpath_answers;
+typedef struct searchpath_changes searchpath_changes;
+
+/// The receipt of what `searchpath_find` answers to these questions.
+SEARCHPATH_EXPORT searchpath_status searchpath_find_with_receipt(
+    const searchpath_environment* environment, const searchpath_lookup* lookups,
+    size_t lookup_count, searchpath_receipt** receipt, searchpath_error* error);
+/// That of a file, which `searchpath find --receipt` writes as well. A copy of one from another machine
+/// is of no use.
+SEARCHPATH_EXPORT searchpath_status searchpath_receipt_load(const char* file,
+                                                            searchpath_receipt** receipt,
+                                                            searchpath_error* error);
+/// Replaces the file in one step.
+SEARCHPATH_EXPORT searchpath_status searchpath_receipt_save(const searchpath_receipt* receipt,
+                                                            const char* file,
+                                                            searchpath_error* error);
+SEARCHPATH_EXPORT void searchpath_receipt_free(searchpath_receipt* receipt);
+
+/// The names in the order in which they were asked, and what they meant.
+SEARCHPATH_EXPORT searchpath_status searchpath_receipt_answers(const searchpath_receipt* receipt,
+                                                               searchpath_answers** answers,
+                                                               searchpath_error* error);
+SEARCHPATH_EXPORT size_t searchpath_answers_count(const searchpath_answers* answers);
+SEARCHPATH_EXPORT searchpath_text searchpath_answers_name(const searchpath_answers* answers,
+                                                          size_t index);
+/// The bytes are null when there was no file.
+SEARCHPATH_EXPORT searchpath_text searchpath_answers_path(const searchpath_answers* answers,
+                                                          size_t index);
+SEARCHPATH_EXPORT void searchpath_answers_free(searchpath_answers* answers);
+
+/// The names that mean another file now. Only those are asked for whose answers may have changed: as a
+/// rule, a question to the disk for each folder.
+SEARCHPATH_EXPORT searchpath_status searchpath_receipt_verify(const searchpath_receipt* receipt,
+                                                              searchpath_changes** changes,
+                                                              searchpath_error* error);
+SEARCHPATH_EXPORT size_t searchpath_changes_count(const searchpath_changes* changes);
+SEARCHPATH_EXPORT searchpath_text searchpath_changes_name(const searchpath_changes* changes,
+                                                          size_t index);
+/// The file in the receipt; the bytes are null when there was none.
+SEARCHPATH_EXPORT searchpath_text searchpath_changes_before(const searchpath_changes* changes,
+                                                            size_t index);
+/// The file that it means now; the bytes are null when there is none.
+SEARCHPATH_EXPORT searchpath_text searchpath_changes_after(const searchpath_changes* changes,
+                                                           size_t index);
+/// The receipt of the same questions, with the changes. Where nothing at all has changed on the disk, it
+/// is the one that was verified.
+SEARCHPATH_EXPORT searchpath_status searchpath_changes_renew(const searchpath_changes* changes,
+                                                             searchpath_receipt** receipt,
+                                                             searchpath_error* error);
+SEARCHPATH_EXPORT void searchpath_changes_free(searchpath_changes* changes);
 
 #ifdef __cplusplus
 }
