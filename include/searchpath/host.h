@@ -7,6 +7,7 @@
 #include "searchpath/host/disk_feed.h"
 #include "searchpath/host/environment.h"
 #include "searchpath/host/explanation.h"
+#include "searchpath/host/explanation_json.h"
 #include "searchpath/host/filename_comparison.h"
 #include "searchpath/host/filesystem_path.h"
 #include "searchpath/host/folder_entry.h"
@@ -42,6 +43,7 @@
 #include "searchpath/host/stored_path.h"
 #include "searchpath/host/trust.h"
 #include "searchpath/host/wake_up.h"
+#include "searchpath/host/words.h"
 #include "searchpath/host/working_folder.h"
 // IWYU pragma: end_exports
 

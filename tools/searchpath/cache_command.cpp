@@ -7,7 +7,7 @@
 #include "progress.h"
 #include "saved_path.h"
 #include "search_path.h"
-#include "words.h"
+#include "searchpath/host/words.h"
 
 #include <nlohmann/json.hpp>
 

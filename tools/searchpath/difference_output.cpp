@@ -3,7 +3,7 @@
 #include "output.h"
 #include "path_folder.h"
 #include "searchpath/host/environment.h"
-#include "words.h"
+#include "searchpath/host/words.h"
 
 #include <nlohmann/json.hpp>
 
@@ -56,7 +56,7 @@ void WriteDifference(const Output& output, const host::FolderDifference& differe
   }
   nlohmann::ordered_json object = {{"change", change}};
   AddText(object, "path", GetNativePath(folder));
-  object["kind"] = GetWord(folder.GetPathEntryType());
+  object["kind"] = host::GetWord(folder.GetPathEntryType());
   object["old"] = nullptr;
   object["new"] = nullptr;
   if (difference.placeBefore) object["old"] = *difference.placeBefore + 1;

@@ -4,7 +4,7 @@
 #include "phrases.h"
 #include "progress.h"
 #include "search_path.h"
-#include "words.h"
+#include "searchpath/host/words.h"
 
 #include <nlohmann/json.hpp>
 

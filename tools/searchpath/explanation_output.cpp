@@ -4,7 +4,8 @@
 #include "output.h"
 #include "path_folder.h"
 #include "phrases.h"
-#include "words.h"
+#include "searchpath/host/explanation_json.h"
+#include "searchpath/host/words.h"
 
 #include <nlohmann/json.hpp>
 
@@ -24,14 +25,6 @@ struct AskedLine {
   std::string folder;
   std::string remark;  // may be empty
 };
-
-// Why the folder was not searched, if it was not: one that cannot be listed may have been.
-const char* FindProblem(const host::AskedFolder& asked) {
-  const bool isSearched = asked.outcome != host::FolderOutcome::Unreadable &&
-                          asked.outcome != host::FolderOutcome::DroppedAsRepeat &&
-                          asked.outcome != host::FolderOutcome::FilteredOut;
-  return isSearched ? nullptr : FindProblemText(*asked.folder);
-}
 
 // Why a folder of that kind is not searched.
 const char* GetRule(std::optional<PathEntryType> kind) {
@@ -56,7 +49,7 @@ std::string GetRemark(const Output& output, const host::Environment& environment
   if (!asked.instead.empty()) {
     remarks.push_back(output.GetShown(asked.instead) + GetRule(asked.unsearchedKind));
   }
-  if (const char* problem = FindProblem(asked)) remarks.emplace_back(problem);
+  if (const char* problem = host::FindProblemText(asked)) remarks.emplace_back(problem);
   if (asked.repeated != nullptr) {
     remarks.push_back("the same as " + output.GetShown(GetNativePath(*asked.repeated)));
   }
@@ -103,46 +96,12 @@ void WriteWords(const Output& output, const host::Environment& environment, cons
   WriteData(std::string("why: ") + host::GetText(explanation.rule) + '\n');
 }
 
-nlohmann::ordered_json GetObject(const host::AskedFolder& asked) {
-  nlohmann::ordered_json object;
-  AddText(object, "folder", GetNativePath(*asked.folder));
-  object["kind"] = GetWord(asked.folder->GetPathEntryType());
-  object["outcome"] = GetWord(asked.outcome);
-  object["files"] = nlohmann::ordered_json::array();
-  for (const FoundItem& file : asked.files) {
-    AddText(object["files"].emplace_back(), "path", host::GetNativePath(file));
-  }
-  for (const FoundItem& file : asked.inOtherCase) {
-    AddText(object["inOtherCase"].emplace_back(), "path", host::GetNativePath(file));
-  }
-  AddOrigin(object, asked.origin);
-  if (!asked.instead.empty()) AddText(object, "instead", asked.instead);
-  if (asked.unsearchedKind) object["unsearched"] = GetWord(*asked.unsearchedKind);
-  if (const char* problem = FindProblem(asked)) object["problem"] = problem;
-  if (asked.repeated != nullptr) AddText(object, "repeats", GetNativePath(*asked.repeated));
-  if (asked.outcome == host::FolderOutcome::FilteredOut) AddText(object, "hider", asked.hider);
-  return object;
-}
-
-nlohmann::ordered_json GetObject(const std::string& name, const host::Explanation& explanation) {
-  nlohmann::ordered_json object = {{"name", name}, {"path", nullptr}};
-  if (!explanation.files.empty()) {
-    AddText(object, "path", host::GetNativePath(explanation.files.front()));
-  }
-  object["rule"] = GetWord(explanation.rule);
-  object["asked"] = nlohmann::ordered_json::array();
-  for (const host::AskedFolder& asked : explanation.asked) {
-    object["asked"].push_back(GetObject(asked));
-  }
-  return object;
-}
-
 }  // namespace
 
 void WriteExplanation(const Output& output, const host::Environment& environment,
                       const std::string& name, const host::Explanation& explanation) {
   if (output.IsJson()) {
-    output.WriteObject(GetObject(name, explanation));
+    output.WriteObject(nlohmann::ordered_json::parse(host::GetJson(name, explanation)));
   } else {
     WriteWords(output, environment, name, explanation);
   }

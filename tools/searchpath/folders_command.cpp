@@ -4,8 +4,8 @@
 #include "path_folder.h"
 #include "phrases.h"
 #include "search_path.h"
+#include "searchpath/host/words.h"
 #include "searchpath/model/byte_text.h"
-#include "words.h"
 
 #include <nlohmann/json.hpp>
 
@@ -44,7 +44,7 @@ void WriteFolders(const Output& output, const std::string& name, const Folders& 
     }
     nlohmann::ordered_json object = {{"name", name}};
     AddText(object, "path", GetNativePath(*folder));
-    object["kind"] = GetWord(folder->GetPathEntryType());
+    object["kind"] = host::GetWord(folder->GetPathEntryType());
     output.WriteObject(object);
   }
 }

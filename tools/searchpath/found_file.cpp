@@ -3,8 +3,8 @@
 #include "output.h"
 #include "path_folder.h"
 #include "searchpath/host/environment.h"
+#include "searchpath/host/words.h"
 #include "searchpath/model/byte_text.h"
-#include "words.h"
 
 #include <nlohmann/json.hpp>
 
@@ -16,7 +16,7 @@ void WriteObject(const Output& output, nlohmann::ordered_json object, const Foun
   const IPathEntry& folder = *file.GetPathEntry();
   AddText(object, "path", host::GetNativePath(file));
   object["folder"] = GetBytes(GetNativePath(folder));
-  object["kind"] = GetWord(folder.GetPathEntryType());
+  object["kind"] = host::GetWord(folder.GetPathEntryType());
   output.WriteObject(object);
 }
 

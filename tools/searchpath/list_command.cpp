@@ -1,5 +1,6 @@
 #include "command_line.h"
 #include "commands.h"
+#include "host/origin_json.h"
 #include "origin_output.h"
 #include "path_folder.h"
 #include "phrases.h"
@@ -7,7 +8,6 @@
 #include "search_path.h"
 #include "searchpath/model/path_entry.h"
 #include "searchpath/model/search_scope.h"
-#include "words.h"
 
 #include <nlohmann/json.hpp>
 
@@ -48,11 +48,11 @@ void WriteWords(const Output& output, const host::Environment& environment,
   const std::string count = GetCounted(GetItemCount(folder), "file");
   // The numbers end in one column.
   const std::string blanks(kNumberWidth - std::min(kNumberWidth, count.find(' ')), ' ');
-  const char* problem = FindProblemText(folder);
+  const char* problem = host::FindProblemText(folder);
   const std::string origin =
       GetOriginText(output, environment, environment.FindOrigin(folder), folder);
   WriteData(GetPadded(blanks + count, kCountWidth) + "  " +
-            GetPadded(GetWord(folder.GetPathEntryType()), kKindWidth) + "  " +
+            GetPadded(host::GetWord(folder.GetPathEntryType()), kKindWidth) + "  " +
             output.GetShown(GetNativePath(folder)) +
             (problem == nullptr ? "" : std::string("  (") + problem + ')') +
             (origin.empty() ? "" : "  (" + origin + ')') + '\n');
@@ -62,11 +62,11 @@ void WriteObject(const Output& output, const host::Environment& environment,
                  const IPathEntry& folder) {
   nlohmann::ordered_json object;
   AddText(object, "path", GetNativePath(folder));
-  object["kind"] = GetWord(folder.GetPathEntryType());
+  object["kind"] = host::GetWord(folder.GetPathEntryType());
   object["items"] = GetItemCount(folder);
   object["problem"] = nullptr;
-  if (const char* problem = FindProblemText(folder)) object["problem"] = problem;
-  AddOrigin(object, environment.FindOrigin(folder));
+  if (const char* problem = host::FindProblemText(folder)) object["problem"] = problem;
+  host::AddOrigin(object, environment.FindOrigin(folder));
   output.WriteObject(object);
 }
 

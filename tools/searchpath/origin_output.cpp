@@ -2,9 +2,6 @@
 
 #include "output.h"
 #include "package_output.h"
-#include "words.h"
-
-#include <nlohmann/json.hpp>
 
 namespace Corvane::PathManagement::tool {
 
@@ -31,14 +28,6 @@ std::string GetOriginText(const Output& output, const host::Environment& environ
   if (origin.folder.empty()) return "from an empty part of the path";
   if (IsDenotedBy(folder, origin.folder, environment)) return "";
   return "from --path " + output.GetShown(origin.folder);
-}
-
-void AddOrigin(nlohmann::ordered_json& object, const host::FolderOrigin& origin) {
-  AddText(object, "origin", origin.folder);
-  object["source"] = GetWord(origin.source);
-  if (!origin.package) return;
-  AddText(object["package"], "name", origin.package->name);
-  AddText(object["package"], "version", origin.package->version);
 }
 
 }  // namespace Corvane::PathManagement::tool

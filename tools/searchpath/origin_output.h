@@ -18,9 +18,6 @@ class Output;
 [[nodiscard]] std::string GetOriginText(const Output& output, const host::Environment& environment,
                                         const host::FolderOrigin& origin, const IPathEntry& folder);
 
-/// Adds "origin", "source" and, for a folder of a package, "package" to `object`.
-void AddOrigin(nlohmann::ordered_json& object, const host::FolderOrigin& origin);
-
 }  // namespace Corvane::PathManagement::tool
 
 #endif  // SEARCHPATH_TOOLS_SEARCHPATH_ORIGIN_OUTPUT_H

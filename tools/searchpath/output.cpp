@@ -29,29 +29,6 @@ bool UsesColor(const OutputOptions& options, bool toTerminal) {
   return choice.value_or(toTerminal && !IsColorRefused() && TerminalTakesCommands());
 }
 
-bool HasBadBytes(const ustring& text) {
-  for (std::size_t i = 0; i < text.size(); ++i) {
-    if (IsBadByte(text, i)) return true;
-  }
-  return false;
-}
-
-std::string GetBase64(std::string_view bytes) {
-  constexpr std::string_view kDigits =
-      "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
-  std::string encoded;
-  for (; !bytes.empty(); bytes.remove_prefix(std::min<std::size_t>(3, bytes.size()))) {
-    std::uint32_t group = 0;
-    for (std::size_t i = 0; i < 3; ++i) {
-      group = group << 8 | (i < bytes.size() ? static_cast<unsigned char>(bytes[i]) : 0U);
-    }
-    for (std::size_t i = 0; i < 4; ++i) {
-      encoded += i <= bytes.size() ? kDigits[group >> (18 - 6 * i) & 63] : '=';
-    }
-  }
-  return encoded;
-}
-
 }  // namespace
 
 void OutputOptions::AddTo(CommandLine& commandLine, bool withPrint0) {
@@ -88,9 +65,8 @@ void Output::WriteField(std::string_view label, const std::string& value) const 
 }
 
 void Output::WriteObject(const nlohmann::ordered_json& object) const {
-  const auto replace = nlohmann::ordered_json::error_handler_t::replace;
-  std::string line = object.dump(-1, ' ', false, replace);
-  if (toTerminal && GetTextForTerminal(line) != line) line = object.dump(-1, ' ', true, replace);
+  std::string line = json::GetLine(object);
+  if (toTerminal && GetTextForTerminal(line) != line) line = json::GetLine(object, true);
   WriteData(line + '\n');
 }
 
@@ -109,12 +85,6 @@ std::size_t GetWidth(std::string_view text) {
 std::string GetPadded(std::string text, std::size_t width) {
   const std::size_t own = GetWidth(text);
   return own < width ? std::move(text) + std::string(width - own, ' ') : text;
-}
-
-void AddText(nlohmann::ordered_json& object, const std::string& key, const ustring& text) {
-  const std::string bytes = GetBytes(text);
-  object[key] = bytes;
-  if (HasBadBytes(text)) object[key + "Bytes"] = GetBase64(bytes);
 }
 
 }  // namespace Corvane::PathManagement::tool

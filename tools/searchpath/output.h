@@ -1,6 +1,7 @@
 #ifndef SEARCHPATH_TOOLS_SEARCHPATH_OUTPUT_H
 #define SEARCHPATH_TOOLS_SEARCHPATH_OUTPUT_H
 
+#include "json/json_text.h"
 #include "searchpath/model/ustring.h"
 #include "standard_streams.h"
 
@@ -73,9 +74,7 @@ class Output {
 /// `text` with blanks up to `width`.
 [[nodiscard]] std::string GetPadded(std::string text, std::size_t width);
 
-/// Adds `text` to `object` under `key`, with U+FFFD for bytes that are not UTF-8. If there are any, it
-/// also adds the bytes in Base64: "pathBytes" beside "path".
-void AddText(nlohmann::ordered_json& object, const std::string& key, const ustring& text);
+using json::AddText;
 
 }  // namespace Corvane::PathManagement::tool
 

@@ -14,16 +14,6 @@ const host::FolderEntry& GetOnDisk(const IPathEntry& folder) {
 
 }  // namespace
 
-const char* FindProblemText(const IPathEntry& folder) {
-  if (GetItemCount(folder) != 0) return nullptr;
-  const ustring path = GetNativePath(folder);
-  // The problems of a folder include those of links in it.
-  for (const host::FolderProblem& problem : GetOnDisk(folder).GetProblems()) {
-    if (problem.folder == path) return problem.GetText();
-  }
-  return nullptr;
-}
-
 std::size_t GetItemCount(const IPathEntry& folder) { return GetOnDisk(folder).GetItemCount(); }
 
 ustring GetNativePath(const IPathEntry& folder) {

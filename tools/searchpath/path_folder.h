@@ -10,9 +10,6 @@ namespace Corvane::PathManagement::tool {
 
 // Facts about a folder of the path.
 
-/// Why `folder` cannot be searched; null when it can. Lists the folder.
-[[nodiscard]] const char* FindProblemText(const IPathEntry& folder);
-
 /// How many files `folder` holds.
 [[nodiscard]] std::size_t GetItemCount(const IPathEntry& folder);
 

@@ -2,9 +2,9 @@
 
 #include "phrases.h"
 #include "searchpath/host/native_location.h"
+#include "searchpath/host/words.h"
 #include "searchpath/model/byte_text.h"
 #include "standard_streams.h"
-#include "words.h"
 
 #include <string>
 #include <string_view>

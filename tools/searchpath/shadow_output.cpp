@@ -5,7 +5,7 @@
 #include "phrases.h"
 #include "sarif_log.h"
 #include "searchpath/host/native_location.h"
-#include "words.h"
+#include "searchpath/host/words.h"
 
 #include <nlohmann/json.hpp>
 

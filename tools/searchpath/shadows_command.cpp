@@ -6,8 +6,8 @@
 #include "progress.h"
 #include "sarif_log.h"
 #include "search_path.h"
+#include "searchpath/host/words.h"
 #include "shadow_output.h"
-#include "words.h"
 
 #include <set>
 #include <utility>

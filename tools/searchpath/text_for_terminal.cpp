@@ -1,5 +1,6 @@
 #include "text_for_terminal.h"
 
+#include "model/text_units.h"
 #include "searchpath/model/byte_text.h"
 
 namespace Corvane::PathManagement::tool {
@@ -29,7 +30,7 @@ std::string GetTextForTerminal(std::string_view bytes) {
   ustring harmless;
   for (std::size_t i = 0; i < text.size(); ++i) {
     const char16_t unit = text[i];
-    if (IsBadByte(text, i) || (unit < 0x80 && IsControl(unit))) {
+    if (detail::IsByteAt(text, i) || (unit < 0x80 && IsControl(unit))) {
       harmless += GetEscape(u'x', unit, 2);
     } else if (IsControl(unit) || BreaksLineOrDirection(unit)) {
       harmless += GetEscape(u'u', unit, 4);
@@ -38,12 +39,6 @@ std::string GetTextForTerminal(std::string_view bytes) {
     }
   }
   return BytesFromText(harmless).value();
-}
-
-bool IsBadByte(std::u16string_view text, std::size_t index) noexcept {
-  const char16_t unit = text[index];
-  const bool followsHigh = index > 0 && (text[index - 1] & 0xFC00) == 0xD800;
-  return unit >= 0xDC80 && unit <= 0xDCFF && !followsHigh;
 }
 
 }  // namespace Corvane::PathManagement::tool

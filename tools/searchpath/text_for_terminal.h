@@ -11,10 +11,6 @@ namespace Corvane::PathManagement::tool {
 /// controls, line breaks and direction characters as "\u202E", bytes that are not UTF-8 as "\xFF".
 [[nodiscard]] std::string GetTextForTerminal(std::string_view bytes);
 
-/// Whether the unit at `index` of a text made by `TextFromBytes` stands for a byte that is not
-/// UTF-8.
-[[nodiscard]] bool IsBadByte(std::u16string_view text, std::size_t index) noexcept;
-
 }  // namespace Corvane::PathManagement::tool
 
 #endif  // SEARCHPATH_TOOLS_SEARCHPATH_TEXT_FOR_TERMINAL_H

@@ -3,8 +3,8 @@
 #include "phrases.h"
 #include "progress.h"
 #include "search_path.h"
+#include "searchpath/host/words.h"
 #include "searchpath/model/byte_text.h"
-#include "words.h"
 
 #include <nlohmann/json.hpp>
 

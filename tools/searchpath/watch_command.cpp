@@ -11,6 +11,7 @@
 #include "searchpath/host/name_changes.h"
 #include "searchpath/host/path_differences.h"
 #include "searchpath/host/wake_up.h"
+#include "searchpath/host/words.h"
 #include "searchpath/host/working_folder.h"
 #include "searchpath/model/byte_text.h"
 #include "searchpath/platform/file_folder_changed_event.h"
@@ -121,7 +122,8 @@ std::size_t WriteDifferences(const Output& output, const WatchOptions& options,
       before, after, options.subfolders ? Filter::IncludeSubfolders : Filter::TopLevelOnly);
   for (const host::FolderDifference& folder : folders) {
     WriteDifference(output, folder);
-    const char* const problem = folder.after == nullptr ? nullptr : FindProblemText(*folder.after);
+    const char* const problem =
+        folder.after == nullptr ? nullptr : host::FindProblemText(*folder.after);
     if (problem != nullptr && !options.path.quiet) {
       Report("cannot search " + Quoted(GetNativePath(*folder.after)) + ": " + problem);
     }

@@ -1,9 +1,12 @@
-#include "words.h"
+#include "searchpath/host/words.h"
+
+#include "searchpath/host/folder_entry.h"
+#include "searchpath/utilities/iri_conversion.h"
 
 #include <array>
 #include <cstddef>
 
-namespace Corvane::PathManagement::tool {
+namespace Corvane::PathManagement::host {
 
 namespace {
 
@@ -19,7 +22,7 @@ const char* GetWord(PathEntryType kind) {
   return Choose(kind, std::array{"ordinary", "+", "@", "private", "unused", "resources"});
 }
 
-const char* GetWord(host::FolderOutcome outcome) {
+const char* GetWord(FolderOutcome outcome) {
   return Choose(
       outcome, std::array{"holds-it", "method-entry", "hidden-by-earlier",
                           "loses-to-earlier-folder", "other-case-only", "absent", "unreadable",
@@ -27,39 +30,57 @@ const char* GetWord(host::FolderOutcome outcome) {
                           "is-folder", "broken-link", "other-type", "not-readable"});
 }
 
-const char* GetWord(host::DecidingRule rule) {
+const char* GetWord(DecidingRule rule) {
   return Choose(rule,
                 std::array{"nothing-found", "first-folder", "method-entry-first",
                            "folder-before-method", "private-folder", "partial-pathname",
                            "askers-folder", "that-file", "search-ended", "none-may-be-executed"});
 }
 
-const char* GetWord(host::FolderChange change) {
+const char* GetWord(FolderChange change) {
   return Choose(change, std::array{"removed", "added", "moved", "refreshed"});
 }
 
-const char* GetWord(host::FolderSource source) {
+const char* GetWord(FolderSource source) {
   return Choose(source, std::array{"command-line", "stored-path", "cache", "package"});
 }
 
-const char* GetWord(host::ShadowKind kind) {
+const char* GetWord(ShadowKind kind) {
   return Choose(kind,
                 std::array{"different", "identical", "other-case", "same-file", "unreadable"});
 }
 
-const char* GetWord(host::FindingKind kind) {
+const char* GetWord(FindingKind kind) {
   return Choose(kind, std::array{"missing", "unreadable", "empty", "repeat", "special", "slow",
                                  "case-collision", "not-utf-8", "unexpanded-home", "empty-part",
                                  "relative-part", "not-executable", "broken-link"});
 }
 
-const char* GetWord(host::TrustKind kind) {
+const char* GetWord(TrustKind kind) {
   return Choose(kind, std::array{"writable", "owner", "parent-writable", "file-writable",
                                  "creatable", "relative", "empty-part"});
 }
 
-const char* GetWord(host::Freshness freshness) {
+const char* GetWord(Freshness freshness) {
   return Choose(freshness, std::array{"fresh", "stale", "gone", "unsure"});
 }
 
-}  // namespace Corvane::PathManagement::tool
+const char* FindProblemText(const IPathEntry& folder) {
+  const auto* const onDisk = dynamic_cast<const FolderEntry*>(&folder);
+  if (onDisk == nullptr || onDisk->GetItemCount() != 0) return nullptr;
+  const ustring path = GetStringFromIRI(folder.GetAbsoluteIRI());
+  // The problems of a folder include those of links in it.
+  for (const FolderProblem& problem : onDisk->GetProblems()) {
+    if (problem.folder == path) return problem.GetText();
+  }
+  return nullptr;
+}
+
+const char* FindProblemText(const AskedFolder& asked) {
+  using enum FolderOutcome;
+  const bool isSkipped = asked.outcome == Unreadable || asked.outcome == DroppedAsRepeat ||
+                         asked.outcome == FilteredOut;
+  return isSkipped ? FindProblemText(*asked.folder) : nullptr;
+}
+
+}  // namespace Corvane::PathManagement::host
