@@ -29,6 +29,7 @@ struct searchpath_explanation {
   std::string rule;
   searchpath_files answer;
   std::vector<Asked> asked;
+  std::string json;
 };
 
 struct searchpath_shadows {

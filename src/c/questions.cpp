@@ -1,6 +1,7 @@
 #include "c/border.h"
 #include "c/handles.h"
 #include "c/texts.h"
+#include "searchpath/host/explanation_json.h"
 #include "searchpath/host/native_location.h"
 #include "searchpath/utilities/iri_conversion.h"
 
@@ -95,6 +96,7 @@ searchpath_status searchpath_explain(const searchpath_environment* environment,
   return HandOut(explanation, error, [&] {
     const auto explained = environment->environment.Explain(LookupOf(lookup));
     auto made = std::make_unique<searchpath_explanation>();
+    made->json = host::GetJson(lookup->name, explained);
     made->rule = host::GetText(explained.rule);
     made->answer = FilesOf(explained.files);
     for (const auto& asked : explained.asked) {
@@ -136,6 +138,10 @@ searchpath_text searchpath_explanation_origin(const searchpath_explanation* expl
 const searchpath_files* searchpath_explanation_files(const searchpath_explanation* explanation,
                                                      size_t index) {
   return &explanation->asked[index].files;
+}
+
+searchpath_text searchpath_explanation_json(const searchpath_explanation* explanation) {
+  return View(explanation->json);
 }
 
 void searchpath_explanation_free(searchpath_explanation* explanation) { delete explanation; }

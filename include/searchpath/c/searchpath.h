@@ -144,6 +144,10 @@ SEARCHPATH_EXPORT searchpath_status searchpath_watch_environment(
     const searchpath_watch* watch, searchpath_environment** environment, searchpath_error* error);
 SEARCHPATH_EXPORT void searchpath_watch_free(searchpath_watch* watch);
 
+/// The explanation as an object in JSON: what `searchpath find --explain --json` prints.
+SEARCHPATH_EXPORT searchpath_text
+searchpath_explanation_json(const searchpath_explanation* explanation);
+
 // Receipts: answers, and what they rest on, so that it can be found out later whether they still hold.
 
 typedef struct searchpath_receipt searchpath_receipt;
