@@ -10,6 +10,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cstdlib>
 #include <pty.h>
 #include <regex>
 
@@ -37,6 +38,9 @@ lines' "$(printf 'odd/bad\377')" "$(printf 'odd/esc\033[31m')" "$(printf 'odd/\3
 ln -s ../lib/plain over/link; ln -s nothing over/dangling; ln -s loop loop; mkfifo over/fifo
 ln -s .. lib/sub/up; printf 'a:b\n\nlib\n' >folders; yes lib | head -n 9999 >long)sh";
 
+// What answers in place of the tool; null as a rule. It need not find the same words for people.
+inline const char* const kStandIn = std::getenv("SEARCHPATH_STAND_IN");
+
 // The program as a shell runs it, in a tree of its own. In commands it is called "s"; in what is
 // expected, "$T" is the tree, and ` a quote.
 class ToolTest : public testing::Test {
@@ -50,7 +54,8 @@ class ToolTest : public testing::Test {
   [[nodiscard]] Result RunShell(const std::string& command,
                                 const std::string& out = "../out") const {
     const std::string start =
-        "export TERM=xterm; unset NO_COLOR; s() { '" SEARCHPATH_TOOL
+        "export TERM=xterm; unset NO_COLOR; s() { '" +
+        std::string(kStandIn == nullptr ? SEARCHPATH_TOOL : kStandIn) +
         "' \"$@\"; }\n"
         "dead() { export LD_PRELOAD='" SEARCHPATH_SLOW_DISK
         "' SLOW_DISK=\"60000:$1\" ASAN_OPTIONS=verify_asan_link_order=0; }\n"
@@ -90,9 +95,10 @@ class ToolTest : public testing::Test {
       const std::regex lines(row.exit == 2 ? "(searchpath: .*\n)?" : "(searchpath: .*\n)*");
       EXPECT_EQ(result.exit, row.exit) << row.command;
       EXPECT_EQ(result.out, Expand(row.out)) << row.command;
-      EXPECT_TRUE(result.error.find(Expand(row.error)) != std::string::npos &&
-                  result.error.empty() == (*row.error == '\0') &&
-                  std::regex_match(result.error, lines))
+      EXPECT_TRUE(kStandIn != nullptr ||
+                  (result.error.find(Expand(row.error)) != std::string::npos &&
+                   result.error.empty() == (*row.error == '\0') &&
+                   std::regex_match(result.error, lines)))
           << row.command << '\n'
           << result.error;
     }

@@ -1,0 +1,232 @@
+"""A path of folders, and the questions that it answers."""
+
+from __future__ import annotations
+
+import binascii
+import ctypes
+import json
+import os
+import select
+import threading
+from types import TracebackType
+from typing import Any, Dict, Iterable, List, Optional, Type
+
+from . import _library as c
+from ._receipt import Receipt
+from ._texts import Handle, Text, check, encode, encode_all, listed, lookup
+
+_byref = ctypes.byref
+_decode = os.fsdecode
+
+
+class Environment(Handle):
+    """A search path, and what names mean on it.
+
+    `folders` are searched in their order, with all folders below them where `recursive` is true.
+    `rules` are "environment", "plain", "program" or "include". What is relative is below the working
+    folder at the time of this call. A folder that cannot be searched counts as empty.
+
+    A `name` is a file name or a partial pathname, tried with each of the `extensions`, with or without
+    their dot. For code in `from_folder`, the files of its private folder come first.
+
+    Texts are str, bytes or os.PathLike; paths come back as `os.fsdecode` has them. A folder is looked
+    into when it is first asked, and what changes later need not be seen: see `watch`.
+
+    Threads may share it, and go on while one of them is answered.
+
+    Raises ValueError for what means nothing, OSError for a `from_folder` that cannot be used, and where
+    the system has no memory, descriptor or thread left.
+    """
+
+    _free = staticmethod(c.environment_free)
+
+    def __init__(
+        self, folders: Iterable[Text], recursive: bool = False, rules: str = "environment"
+    ) -> None:
+        if not isinstance(rules, str):
+            raise TypeError(f"rules are a str, not {rules!r}")
+        given = encode_all(listed(folders, "folders"))
+        super().__init__(ctypes.c_void_p())
+        error = c.Error()
+        status = c.environment_open(
+            given, len(given), bool(recursive), encode(rules), _byref(self._handle), _byref(error)
+        )
+        check(status, error)
+
+    def find(
+        self,
+        name: Text,
+        *,
+        extensions: Iterable[Text] = (),
+        from_folder: Optional[Text] = None,
+        ignore_case: bool = False,
+    ) -> Optional[str]:
+        """The path of the file that the name means; None when there is none."""
+        files = self._ask(c.find, lookup(name, extensions, from_folder, ignore_case))
+        try:
+            return _decode(c.files_path(files, 0).bytes) if c.files_count(files) else None
+        finally:
+            c.files_free(files)
+
+    def find_all(
+        self,
+        name: Text,
+        *,
+        extensions: Iterable[Text] = (),
+        from_folder: Optional[Text] = None,
+        ignore_case: bool = False,
+    ) -> List[str]:
+        """The file that the name means, then those that it hides, in path order."""
+        files = self._ask(c.find_all, lookup(name, extensions, from_folder, ignore_case))
+        try:
+            return _paths(files)
+        finally:
+            c.files_free(files)
+
+    def explain(
+        self,
+        name: Text,
+        *,
+        extensions: Iterable[Text] = (),
+        from_folder: Optional[Text] = None,
+        ignore_case: bool = False,
+    ) -> Dict[str, Any]:
+        """Which folders were asked, in order, what came of each, and the rule that decided: the object
+        that `searchpath find --explain --json` prints."""
+        explanation = self._ask(c.explain, lookup(name, extensions, from_folder, ignore_case))
+        try:
+            text = c.explanation_json(explanation).bytes
+        finally:
+            c.explanation_free(explanation)
+        explained: Dict[str, Any] = json.loads(text, object_hook=_with_names)
+        explained["name"] = _decode(name)
+        return explained
+
+    def shadows(
+        self, *, extensions: Iterable[Text] = (), ignore_case: bool = False
+    ) -> List[Dict[str, Any]]:
+        """The names that hide files: the objects that `searchpath shadows --json` prints."""
+        shadows = self._ask(c.find_shadows, lookup("", extensions, None, ignore_case))
+        try:
+            return [_shadow(shadows, at) for at in range(c.shadows_count(shadows))]
+        finally:
+            c.shadows_free(shadows)
+
+    def find_with_receipt(
+        self,
+        names: Iterable[Text],
+        *,
+        extensions: Iterable[Text] = (),
+        from_folder: Optional[Text] = None,
+        ignore_case: bool = False,
+    ) -> Receipt:
+        """The answers of `find` to all these names, with what they rest on."""
+        tried = listed(extensions, "extensions")
+        asked = [lookup(each, tried, from_folder, ignore_case) for each in listed(names, "names")]
+        receipt, error = ctypes.c_void_p(), c.Error()
+        status = c.find_with_receipt(
+            self._handle,
+            (c.Lookup * len(asked))(*asked),
+            len(asked),
+            _byref(receipt),
+            _byref(error),
+        )
+        check(status, error, from_folder)
+        return Receipt(receipt)
+
+    def watch(self) -> Watch:
+        """Follows the path on the disk: `with environment.watch() as watch`."""
+        return Watch(self)
+
+    def _ask(self, question: Any, asked: c.Lookup) -> ctypes.c_void_p:
+        answer, error = ctypes.c_void_p(), c.Error()
+        status = question(self._handle, _byref(asked), _byref(answer), _byref(error))
+        check(status, error, asked.from_folder)
+        return answer
+
+
+class Watch:
+    """An environment for a program that runs on: follows the path of another one on the disk.
+
+    Threads may share it; the one that closes it waits for those that ask it for the environment.
+    """
+
+    def __init__(self, environment: Environment) -> None:
+        handle, error = ctypes.c_void_p(), c.Error()
+        check(c.watch_open(environment._handle, _byref(handle), _byref(error)), error)
+        self._watched: Optional[_Watched] = _Watched(handle)
+        self._lock = threading.Lock()
+
+    def environment(self) -> Environment:
+        """The path as the disk is now. Takes a system call while nothing has changed; otherwise all
+        folders are listed again."""
+        with self._lock:
+            made = Environment.__new__(Environment)
+            Handle.__init__(made, ctypes.c_void_p())
+            error = c.Error()
+            handle = self._open()._handle
+            check(c.watch_environment(handle, _byref(made._handle), _byref(error)), error)
+            return made
+
+    def fileno(self) -> int:
+        """For `select`, `selectors` and event loops: readable when something may have changed, until the
+        environment is asked for. The kernel reports nothing on network file systems; with folders
+        there, ask for the environment now and then as well. Negative when it reports nothing at all."""
+        return int(c.watch_descriptor(self._open()._handle))
+
+    def wait(self, timeout: Optional[float] = None) -> bool:
+        """Whether something may have changed, by the end of `timeout` seconds if there is one."""
+        waiting = select.poll()
+        waiting.register(self.fileno(), select.POLLIN)
+        return bool(waiting.poll(None if timeout is None else timeout * 1000))
+
+    def close(self) -> None:
+        with self._lock:
+            self._watched = None
+
+    def __enter__(self) -> Watch:
+        self._open()
+        return self
+
+    def __exit__(
+        self,
+        kind: Optional[Type[BaseException]],
+        error: Optional[BaseException],
+        trace: Optional[TracebackType],
+    ) -> None:
+        self.close()
+
+    def _open(self) -> _Watched:
+        if self._watched is None:
+            raise ValueError("the watch is closed")
+        return self._watched
+
+
+class _Watched(Handle):
+    _free = staticmethod(c.watch_free)
+
+
+def _with_names(found: Dict[str, Any]) -> Dict[str, Any]:
+    """File names as Python has them. JSON holds bytes that are not UTF-8 in Base64 beside the text."""
+    exact = {key[:-5]: binascii.a2b_base64(found.pop(key)) for key in [*found] if key[-5:] == "Bytes"}
+    for key, value in found.items():
+        if isinstance(value, str):
+            found[key] = _decode(exact.get(key) or value.encode())
+    return found
+
+
+def _paths(files: Any) -> List[str]:
+    return [_decode(c.files_path(files, at).bytes) for at in range(c.files_count(files))]
+
+
+def _shadow(shadows: Any, at: int) -> Dict[str, Any]:
+    winner, *hidden = _paths(c.shadows_files(shadows, at))
+    # The words of JSON are those for people without blanks.
+    kinds = [c.shadows_kind(shadows, at, file + 1).bytes.decode() for file in range(len(hidden))]
+    return {
+        "name": _decode(c.shadows_name(shadows, at).bytes),
+        "path": winner,
+        "hidden": [
+            {"path": path, "kind": kind.replace(" ", "-")} for path, kind in zip(hidden, kinds)
+        ],
+    }
