@@ -14,6 +14,14 @@ if(SEARCHPATH_BUILD_TOOL)
   install(TARGETS searchpath_tool RUNTIME COMPONENT searchpath_runtime)
 endif()
 
+if(BUILD_SHARED_LIBS)
+  install(
+    DIRECTORY bindings/python/searchpath
+    DESTINATION lib/python3/dist-packages
+    COMPONENT searchpath_runtime
+    PATTERN __pycache__ EXCLUDE)
+endif()
+
 install(
   EXPORT searchpath-targets
   NAMESPACE searchpath::
