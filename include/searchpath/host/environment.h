@@ -69,7 +69,7 @@ struct EnvironmentOptions {
   std::optional<AbsoluteIRI> workingFolder = {};
   /// Where they were named: for `FindOrigin` and `Explain`.
   FolderSource source = FolderSource::Given;
-  FolderExpansion expansion = FolderExpansion::Alone;
+  FolderExpansion expansion = FolderExpansion::Alone;  ///< whether ordinary folders below count
   /// Whether a folder that is given twice, perhaps by a link, is on the path twice. Otherwise it is
   /// there once, where it was given first.
   bool keepDuplicates = false;
@@ -105,7 +105,9 @@ struct EnvironmentOptions {
 /// Errors: a folder that cannot be searched is a problem; the rest of the path is searched.
 class SEARCHPATH_EXPORT Environment {
  public:
+  /// Makes the path; opens no folder.
   explicit Environment(const EnvironmentOptions& given);
+  /// A path of these folders, with all other options as they are by default.
   explicit Environment(const AnyTexts& folders, FolderExpansion expansion = FolderExpansion::Alone);
   /// The path that `cache` was made for.
   explicit Environment(const PathEntryFactory& cache);
@@ -125,6 +127,7 @@ class SEARCHPATH_EXPORT Environment {
   [[nodiscard]] FolderEntries GetMainFolders() const;
   /// What names mean.
   [[nodiscard]] const LookupRules& GetRules() const noexcept { return rules; }
+  /// What relative texts are below.
   [[nodiscard]] const WorkingFolder& GetWorkingFolder() const noexcept { return workingFolder; }
 
   /// The packages below the root that was given, and what is wrong with those that cannot be used;

@@ -41,7 +41,7 @@ enum class FolderOutcome : std::uint8_t {
 
 /// Which rule decided what the name means.
 enum class DecidingRule : std::uint8_t {
-  NothingFound,
+  NothingFound,      ///< no rule: there is no such file
   FirstFolder,       ///< the first folder in path order that holds it
   MethodEntryFirst,  ///< a method entry of that name comes before every ordinary folder that holds
                      ///< it
@@ -63,8 +63,8 @@ enum class DecidingRule : std::uint8_t {
 /// One folder that a look-up asked. Folders that are hidden, and repeats that are dropped, are
 /// asked too; their files do not count.
 struct AskedFolder {
-  std::shared_ptr<const IPathEntry> folder;
-  FolderOutcome outcome;
+  std::shared_ptr<const IPathEntry> folder;  ///< never null
+  FolderOutcome outcome;                     ///< what asking it came to
   /// Its matches that count, the best first.
   std::vector<FoundItem> files;
   /// Of a folder that counts and has no match: what the name would match there if case were
@@ -86,7 +86,7 @@ struct AskedFolder {
 struct Explanation {
   /// The answer of `Environment::FindAll`: the file that is meant, then the files that it hides.
   std::vector<FoundItem> files;
-  DecidingRule rule;
+  DecidingRule rule;               ///< why the first of `files` is the first
   std::vector<AskedFolder> asked;  ///< every folder asked, in the order asked
 };
 

@@ -10,6 +10,7 @@ namespace Corvane::PathManagement::host {
 struct FolderLookup {
   /// A folder in full, or a partial pathname: trailing folders of the location.
   AnyText name;
+  /// How the name is compared with those of folders.
   FilenameMatchingPolicy policy = FilenameMatchingPolicy::FileSystemDefault;
   /// Whether names are taken as written: the "+" of a folder must be written, and the folder above
   /// the first part of a partial pathname must be an ordinary one.

@@ -19,7 +19,7 @@ enum class FolderSource : std::uint8_t {
 
 /// Who put a folder on a path.
 struct FolderOrigin {
-  FolderSource source = FolderSource::Given;
+  FolderSource source = FolderSource::Given;  ///< what put it there
   /// The folder that was given, as it was written: the folder itself, or one above it that brought
   /// this one onto the path.
   ustring folder = {};

@@ -32,6 +32,7 @@ namespace Corvane::PathManagement::host {
 /// ones included.
 class SEARCHPATH_EXPORT FolderPath : public IPath {
  public:
+  /// Precondition: no pointer is null.
   explicit FolderPath(FolderEntries folders);
   FolderPath(const FolderPath&) = delete;
   FolderPath& operator=(const FolderPath&) = delete;

@@ -11,7 +11,7 @@ namespace Corvane::PathManagement::host {
 struct FolderProblem {
   /// The folder as users read it: as it was typed, or its native path.
   ustring folder;
-  current_working_folder::AbsolutizeError reason;
+  current_working_folder::AbsolutizeError reason;  ///< why it could not be searched
 
   /// Why, in words, without the folder: "no such folder".
   [[nodiscard]] const char* GetText() const noexcept {

@@ -13,7 +13,7 @@ namespace Corvane::PathManagement::host {
 
 /// An environment, and what its answers stand on besides its own folders.
 struct OpenedEnvironment {
-  Environment environment;
+  Environment environment;  ///< what is asked
   /// Such as the folder of the code that asks. Special folders below them count as well.
   std::vector<AbsoluteIRI> folders = {};
   /// Such as the list that the path was read from.
@@ -33,6 +33,7 @@ struct OpenedEnvironment {
 /// was and is opened anew the next time.
 class SEARCHPATH_EXPORT FollowedEnvironment {
  public:
+  /// Makes the environment as the disk is now.
   using Open = std::function<OpenedEnvironment()>;
 
   /// Opens the environment with `open`, and again after each change.

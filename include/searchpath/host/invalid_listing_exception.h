@@ -12,6 +12,7 @@ namespace Corvane::PathManagement::host {
 /// reason and calls it "it": "it is cut off".
 class SEARCHPATH_EXPORT InvalidListingException : public std::runtime_error {
  public:
+  /// `why` is the message.
   explicit InvalidListingException(const std::string& why) : std::runtime_error(why) {}
   InvalidListingException(const InvalidListingException&) = default;
   InvalidListingException& operator=(const InvalidListingException&) = default;

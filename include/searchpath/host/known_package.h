@@ -10,8 +10,8 @@ namespace Corvane::PathManagement::host {
 
 /// A package, and the folders that it puts on the path.
 struct KnownPackage {
-  ZentraComponents::ComponentIdentifier package;
-  std::vector<CanonicalAbsoluteIRI> folders;
+  ZentraComponents::ComponentIdentifier package;  ///< its name and version
+  std::vector<CanonicalAbsoluteIRI> folders;      ///< in path order
 };
 
 }  // namespace Corvane::PathManagement::host

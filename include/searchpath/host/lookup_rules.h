@@ -21,19 +21,22 @@ struct LookupRules {
   };
   /// Which files count. A link counts as what it leads to.
   enum class Files : std::uint8_t {
-    Regular,
+    Regular,     ///< regular files, also those that may not be read
     Executable,  ///< regular files that this process may execute, with its effective rights
     Readable,    ///< all but folders; one that cannot be read ends the search without an answer
   };
   /// What an empty part of the path is.
-  enum class EmptyPart : std::uint8_t { LeftOut, WorkingFolder };
+  enum class EmptyPart : std::uint8_t {
+    LeftOut,        ///< no folder
+    WorkingFolder,  ///< the working folder of the process
+  };
 
   /// Whether private, resources, "+" and "@" folders are special, and names that are partial
   /// pathnames match them. If so, `separator` and `files` have their first values.
   bool foldersHaveMeaning = true;
-  Separator separator = Separator::TrailingFolders;
-  Files files = Files::Regular;
-  EmptyPart emptyPart = EmptyPart::LeftOut;
+  Separator separator = Separator::TrailingFolders;  ///< what a name with one means
+  Files files = Files::Regular;                      ///< which files count
+  EmptyPart emptyPart = EmptyPart::LeftOut;          ///< as in "lib:" or "a::b"
   /// Whether a part of the path may be an IRI, or begin with "~", "~user".
   bool expandsParts = true;
   /// Whether a folder that is given twice is searched once.
@@ -65,8 +68,8 @@ inline constexpr LookupRules kIncludeRules = {.foldersHaveMeaning = false,
 
 /// Rules and what they are called.
 struct NamedRules {
-  const char* name = nullptr;
-  LookupRules rules = {};
+  const char* name = nullptr;  ///< as `--as` takes it; never null
+  LookupRules rules = {};      ///< what the name stands for
 };
 
 /// "environment", "plain", "program" and "include".

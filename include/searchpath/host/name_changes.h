@@ -13,7 +13,7 @@ namespace Corvane::PathManagement::host {
 
 /// A file name that means different files on two paths. At least one of the two is set.
 struct NameChange {
-  ustring name;
+  ustring name;                     ///< with its extension
   std::optional<FoundItem> before;  ///< empty: the name is new
   std::optional<FoundItem> after;   ///< empty: the name is gone
 };

@@ -28,6 +28,7 @@ class SEARCHPATH_EXPORT OpenedFile {
   OpenedFile& operator=(OpenedFile&& other) noexcept;
   ~OpenedFile();
 
+  /// What the name means: the file that is open.
   [[nodiscard]] const FoundItem& GetItem() const noexcept;
 
   /// The descriptor, which stays this object's own. It stands at the beginning of the file and is

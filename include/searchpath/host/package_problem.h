@@ -35,7 +35,8 @@ struct PackageProblem {
   ustring file;                     ///< the native path of its manifest
   std::optional<std::size_t> line;  ///< from 1; empty when it concerns the file as a whole
   ustring field;                    ///< as "folders[1].tags", counted from 0; "" for no field
-  PackageFault fault;
+  PackageFault fault;               ///< what is wrong
+  /// What the fault is about, such as a value; "" when there is no more to say.
   ustring detail = {};
 
   /// A message: "FILE:LINE: FIELD: what is wrong", without a full stop.

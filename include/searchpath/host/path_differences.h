@@ -16,21 +16,21 @@ namespace Corvane::PathManagement::host {
 
 /// What became of a folder between two versions of a path.
 enum class FolderChange : std::uint8_t {
-  Removed,
-  Added,
+  Removed,    ///< on the earlier path alone
+  Added,      ///< on the later path alone
   Moved,      ///< the same entry, in another order than the entries that stayed
   Refreshed,  ///< another entry for the same folder: its listing has changed
 };
 
 /// A folder that differs between two versions of a path, and where it stands on each.
 struct FolderDifference {
-  FolderChange change;
+  FolderChange change;                       ///< what became of it
   std::shared_ptr<const IPathEntry> before;  ///< null when it was added
   std::shared_ptr<const IPathEntry> after;   ///< null when it was removed; the same when it moved
   /// The number of the main folder that it is or belongs to, from 0; empty for a path that it is
   /// not on.
   std::optional<std::size_t> placeBefore;
-  std::optional<std::size_t> placeAfter;
+  std::optional<std::size_t> placeAfter;  ///< as `placeBefore`, on the later path
 };
 
 /// The differences that `PathEntryVectorDifferentiator` finds, in path order. Unchanged entries of

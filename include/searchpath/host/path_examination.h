@@ -39,7 +39,7 @@ enum class FindingKind : std::uint8_t {
 
 /// One thing that is wrong with a path. Names and folders are as users read them.
 struct PathFinding {
-  FindingKind kind;
+  FindingKind kind;    ///< what is wrong
   ustring folder;      ///< when files in several folders are concerned: the first of them
   ustring origin;      ///< the folder, as it was given, that brought it onto the path
   ustring other = {};  ///< of a repeat: the earlier folder; of a special folder: its main folder

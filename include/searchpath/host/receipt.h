@@ -64,6 +64,7 @@ class SEARCHPATH_EXPORT Receipt {
   [[nodiscard]] std::optional<FoundItem> GetAnswer(std::size_t at) const;
   /// The question, with which the name means the same in any working folder.
   [[nodiscard]] Lookup GetLookup(std::size_t at) const;
+  /// What this answer rests on.
   [[nodiscard]] AnswerBasis GetBasis(std::size_t at) const;
   /// What all answers rest on together, and the path itself.
   [[nodiscard]] AnswerBasis GetBasis() const;

@@ -27,6 +27,7 @@ enum class ShadowKind : std::uint8_t {
   Unreadable,  ///< unknown, since one of the two cannot be read
 };
 
+/// All kinds, in the order in which they are counted and printed.
 inline constexpr std::array<ShadowKind, 5> kShadowKinds = {
     ShadowKind::Different, ShadowKind::Identical, ShadowKind::OtherCase, ShadowKind::SameFile,
     ShadowKind::Unreadable};
@@ -36,21 +37,21 @@ inline constexpr std::array<ShadowKind, 5> kShadowKinds = {
 
 /// A file that could not be read, and why.
 struct FileProblem {
-  FoundItem file;
-  std::error_code reason;
+  FoundItem file;          ///< which file it is
+  std::error_code reason;  ///< why reading it failed
 };
 
 /// A file that another one of its name hides.
 struct HiddenFile {
-  FoundItem file;
-  ShadowKind kind = ShadowKind::Unreadable;
-  std::optional<FileProblem> problem = {};  ///< of kind `Unreadable`: which of the two, and why
+  FoundItem file;                            ///< the one that is hidden
+  ShadowKind kind = ShadowKind::Unreadable;  ///< how it differs from the winner
+  std::optional<FileProblem> problem = {};   ///< of kind `Unreadable`: which of the two, and why
 };
 
 /// A name that several files share. It means the winner, which hides the others.
 struct Shadow {
-  ustring name;
-  FoundItem winner;
+  ustring name;                    ///< as the winner has it
+  FoundItem winner;                ///< the file that the name means
   std::vector<HiddenFile> hidden;  ///< in path order, never empty
 };
 
@@ -63,6 +64,7 @@ struct ShadowLookup {
   /// extension: "fn" for "fn.x". A file whose name has a further dot is looked up by its whole
   /// name, since extensions are not tried with "a.b": "a.b.x".
   AnyTexts extensions = {};
+  /// How names are compared.
   FilenameMatchingPolicy policy = FilenameMatchingPolicy::FileSystemDefault;
   /// Names that may hide files and are not reported, spelled as the report would spell them.
   AnyTexts allowed = {};
@@ -80,8 +82,11 @@ struct ShadowReport {
 /// How many files are hidden, by kind.
 class ShadowCounts {
  public:
+  /// Files of this kind.
   [[nodiscard]] std::size_t Of(ShadowKind kind) const { return counts.at(Index(kind)); }
+  /// Files of any kind.
   [[nodiscard]] std::size_t GetTotal() const noexcept { return total; }
+  /// Adds one file.
   void Count(ShadowKind kind) {
     ++counts.at(Index(kind));
     ++total;
@@ -96,17 +101,18 @@ class ShadowCounts {
 
 /// How many files of one folder are hidden by files of another, or by others of its own.
 struct FolderShadows {
-  std::shared_ptr<const IPathEntry> winner;
-  std::shared_ptr<const IPathEntry> hidden;
-  ShadowCounts counts;
+  std::shared_ptr<const IPathEntry> winner;  ///< whose files hide the others
+  std::shared_ptr<const IPathEntry> hidden;  ///< whose files are hidden
+  ShadowCounts counts;                       ///< how many, by kind
 };
 
 /// How many files are hidden, in all and for each pair of folders.
 struct ShadowSummary {
-  ShadowCounts counts;
+  ShadowCounts counts;                 ///< in all
   std::vector<FolderShadows> folders;  ///< those with most hidden files first
 };
 
+/// Counts what is hidden by kind and by folders.
 [[nodiscard]] SEARCHPATH_EXPORT ShadowSummary GetSummary(const std::vector<Shadow>& shadows);
 
 }  // namespace Corvane::PathManagement::host

@@ -21,8 +21,8 @@ enum class Similarity : std::uint8_t {
 /// A file that may have been meant by a name that was not found. It is only ever suggested: the
 /// look-up of that name finds nothing all the same.
 struct SimilarFile {
-  FoundItem file;
-  Similarity similarity = Similarity::OneLetterOff;
+  FoundItem file;                                    ///< what may have been meant
+  Similarity similarity = Similarity::OneLetterOff;  ///< how its name differs
 };
 
 }  // namespace Corvane::PathManagement::host

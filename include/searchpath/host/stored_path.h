@@ -16,6 +16,7 @@ namespace Corvane::PathManagement::host {
 /// A line of a stored path is neither an absolute path nor a "file" IRI. The message names it.
 class SEARCHPATH_EXPORT InvalidStoredPathException : public std::runtime_error {
  public:
+  /// `explanation` is the message.
   explicit InvalidStoredPathException(const std::string& explanation);
   InvalidStoredPathException(const InvalidStoredPathException&) = default;
   InvalidStoredPathException& operator=(const InvalidStoredPathException&) = default;
@@ -33,8 +34,10 @@ class SEARCHPATH_EXPORT InvalidStoredPathException : public std::runtime_error {
 /// Errors: `std::system_error` for those of the disk; `InvalidStoredPathException`.
 class SEARCHPATH_EXPORT StoredPath {
  public:
+  /// In path order.
   using Folders = std::vector<AbsoluteIRI>;
 
+  /// The path that `listFile` holds. Reads nothing yet; the file need not exist.
   explicit StoredPath(const fl::filesystem::path& listFile) : file(listFile) {}
 
   /// "searchpath/path" in the user's configuration folder: $XDG_CONFIG_HOME, or else ~/.config.
@@ -42,6 +45,7 @@ class SEARCHPATH_EXPORT StoredPath {
   /// Errors: `FailedToAbsolutizeException` when the user has no home either.
   [[nodiscard]] static fl::filesystem::path GetDefaultFile();
 
+  /// The file that holds the path.
   [[nodiscard]] const fl::filesystem::path& GetFile() const noexcept { return file; }
 
   /// In path order; empty when there is no file.

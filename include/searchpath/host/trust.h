@@ -30,14 +30,15 @@ enum class TrustKind : std::uint8_t {
 
 /// Somebody who is not trusted.
 struct Intruder {
+  /// Which users these are.
   enum class Kind : std::uint8_t {
-    User,
+    User,           ///< one user
     Group,          ///< the members of a group who are not trusted
     Everyone,       ///< even a user without any group
     WorkingFolder,  ///< whoever chooses the working folder of the program that asks
   };
 
-  Kind kind;
+  Kind kind;                              ///< of the kinds, which
   ustring name = {};                      ///< of the user or the group; its number if it has none
   std::vector<std::uint32_t> users = {};  ///< the ids of the user, or of those members
   std::vector<ustring> members = {};      ///< of a group: their names
@@ -48,13 +49,13 @@ struct Intruder {
 
 /// One way in. Paths are as users read them.
 struct TrustFinding {
-  TrustKind kind;
+  TrustKind kind;  ///< what can be done
   /// The folder in which names are searched.
   ustring folder;
   /// What can be changed or made: that folder, a file, or a folder above one of them, as a path
   /// without links. Of a part that depends on the working folder: that part, "." for an empty one.
   ustring object;
-  std::vector<Intruder> who;
+  std::vector<Intruder> who;  ///< who can do it; never empty
   /// The part of the path, as it was given, that brought the folder onto the path.
   ustring origin = {};
   /// If names were asked for: those of files that could be made to mean other ones, in the order of

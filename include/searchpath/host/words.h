@@ -16,6 +16,7 @@ namespace Corvane::PathManagement::host {
 
 /// The word that stands for a value in JSON: "hidden-by-earlier". Programs compare them, so they never
 /// change.
+/// @{
 [[nodiscard]] SEARCHPATH_EXPORT const char* GetWord(PathEntryType kind);
 [[nodiscard]] SEARCHPATH_EXPORT const char* GetWord(FolderOutcome outcome);
 [[nodiscard]] SEARCHPATH_EXPORT const char* GetWord(DecidingRule rule);
@@ -25,6 +26,7 @@ namespace Corvane::PathManagement::host {
 [[nodiscard]] SEARCHPATH_EXPORT const char* GetWord(FindingKind kind);
 [[nodiscard]] SEARCHPATH_EXPORT const char* GetWord(TrustKind kind);
 [[nodiscard]] SEARCHPATH_EXPORT const char* GetWord(Freshness freshness);
+/// @}
 
 /// Why the folder cannot be searched, in words; null when it can, or is not on disk. Lists it.
 [[nodiscard]] SEARCHPATH_EXPORT const char* FindProblemText(const IPathEntry& folder);

@@ -22,6 +22,7 @@ class SEARCHPATH_EXPORT WorkingFolder : public current_working_folder::ICurrentW
   /// Relative texts are below `folder`.
   explicit WorkingFolder(const AbsoluteIRI& folder) : base(folder) {}
 
+  /// As `ICurrentWorkingFolder` has it. Asks the disk.
   [[nodiscard]] AbsoluteIRI absolutize(const ustring& folder) const override;
 
   /// As `absolutize`, for folders that need not exist.

@@ -19,12 +19,15 @@ struct IRIRepresentation;
 /// The absolute identifier of a folder or file, in one spelling.
 ///
 /// The spelling is made at construction. In a "file" IRI the bytes of the path are decoded and
-/// written again: ASCII blanks and controls, bytes that are not UTF-8 and the characters
-/// ``"#%<>?[]\^`{|}`` as "%XX" in upper case, all else literal ("%2Bpkg" is "+pkg"); doubled and
-/// trailing separators and "." components are folded; ".." stays, since removing it changes the
-/// meaning behind a link. The authority is dropped when it is "localhost". IRIs of other schemes
-/// keep their text, with characters escaped that no IRI may hold. Schemes are case-sensitive:
-/// "FILE" is another scheme than "file".
+/// written again, as "%XX" in upper case those that are ASCII blanks or controls, no UTF-8, or one of
+///
+///     " # % < > ? [ ] \ ^ ` { | }
+///
+/// and as they are all others ("%2Bpkg" is "+pkg"); doubled and trailing separators and "."
+/// components are folded; ".." stays, since removing it changes the meaning behind a link. The
+/// authority is dropped when it is "localhost". IRIs of other schemes keep their text, with
+/// characters escaped that no IRI may hold. Schemes are case-sensitive: "FILE" is another scheme than
+/// "file".
 ///
 /// Two IRIs are equal when their texts are, code unit by code unit.
 ///
@@ -47,8 +50,10 @@ class SEARCHPATH_EXPORT AbsoluteIRI {
   explicit AbsoluteIRI(const ustring& text);
 
   AbsoluteIRI(const AbsoluteIRI& other) noexcept;
+  /// Leaves `other` to be assigned or destroyed only.
   AbsoluteIRI(AbsoluteIRI&& other) noexcept : shared(std::exchange(other.shared, nullptr)) {}
   AbsoluteIRI& operator=(const AbsoluteIRI& other) noexcept;
+  /// What is assigned from gets the old value.
   AbsoluteIRI& operator=(AbsoluteIRI&& other) noexcept {
     std::swap(shared, other.shared);
     return *this;
@@ -61,6 +66,7 @@ class SEARCHPATH_EXPORT AbsoluteIRI {
   /// The IRI above this one.
   /// Errors: this is a root.
   [[nodiscard]] AbsoluteIRI getParent() const;
+  /// Whether this is no root.
   [[nodiscard]] bool hasParent() const noexcept;
 
   /// The path, decoded, with a leading "/". An escape is never decoded into a separator or NUL.
@@ -87,6 +93,7 @@ class SEARCHPATH_EXPORT AbsoluteIRI {
   /// 64 bits, equal for equal IRIs. Held, not computed. Not stable between versions of the library.
   [[nodiscard]] std::uint64_t hashValue() const noexcept;
 
+  /// Whether both are spelled alike. Two spellings of one folder differ, see `CanonicalAbsoluteIRI`.
   [[nodiscard]] friend bool operator==(const AbsoluteIRI& left, const AbsoluteIRI& right) noexcept {
     return left.shared == right.shared || left.hasSameText(right);
   }
@@ -113,10 +120,11 @@ class SEARCHPATH_EXPORT AbsoluteIRI {
 /// `AbsoluteIRI`: convert first, since these operators would be picked silently.
 class SEARCHPATH_EXPORT CanonicalAbsoluteIRI : public AbsoluteIRI {
  public:
+  /// `suffix` is the further text, which this library leaves empty.
   CanonicalAbsoluteIRI(const AbsoluteIRI& iri, const ustring& suffix);
   CanonicalAbsoluteIRI(const CanonicalAbsoluteIRI&) = default;
   CanonicalAbsoluteIRI(CanonicalAbsoluteIRI&&) noexcept = default;
-  // By value, for copies and moves alike, so that what is assigned to itself keeps its value.
+  /// By value, for copies and moves alike, so that what is assigned to itself keeps its value.
   CanonicalAbsoluteIRI& operator=(CanonicalAbsoluteIRI other) noexcept {
     text.swap(other.text);
     AbsoluteIRI::operator=(std::move(other));
@@ -124,6 +132,7 @@ class SEARCHPATH_EXPORT CanonicalAbsoluteIRI : public AbsoluteIRI {
   }
   ~CanonicalAbsoluteIRI() = default;
 
+  /// Whether both parts are equal.
   [[nodiscard]] friend bool operator==(const CanonicalAbsoluteIRI& left,
                                        const CanonicalAbsoluteIRI& right) noexcept {
     return static_cast<const AbsoluteIRI&>(left) == static_cast<const AbsoluteIRI&>(right) &&

@@ -43,9 +43,11 @@ class AnyRangeAdapter : public boost::any_range<Element, Traversal, Element&, st
   AnyRangeAdapter() = default;
 
   // Not explicit: callers pass their container where a range is wanted.
+  /// Precondition: `range` outlives this object and all its copies.
   template <HasElements<Element> Range>
     requires(!std::is_same_v<Range, AnyRangeAdapter>)
   AnyRangeAdapter(Range& range) : Base(range) {}
+  /// As for a container that is not const.
   template <class Range>
     requires HasElements<const Range, Element>
   AnyRangeAdapter(const Range& range) : Base(range) {}

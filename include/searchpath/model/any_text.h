@@ -20,11 +20,17 @@ namespace Corvane::PathManagement {
 class AnyText : public ustring {
  public:
   AnyText() = default;
+  /// UTF-16, as it is.
   explicit(false) AnyText(ustring text) noexcept : ustring(std::move(text)) {}
+  /// UTF-16 up to its NUL.
   explicit(false) AnyText(const char16_t* text) : ustring(text) {}
+  /// UTF-16, which may hold NUL.
   explicit(false) AnyText(std::u16string_view text) : ustring(text) {}
+  /// Bytes, see `TextFromBytes`.
   explicit(false) AnyText(std::string_view bytes) : ustring(TextFromBytes(bytes)) {}
+  /// Bytes, which may hold NUL.
   explicit(false) AnyText(const std::string& bytes) : ustring(TextFromBytes(bytes)) {}
+  /// Bytes up to their NUL.
   explicit(false) AnyText(const char* bytes) : ustring(TextFromBytes(bytes)) {}
   /// Of a `std::filesystem::path`, whose header is slow to compile and not needed here.
   template <class Path>
@@ -38,8 +44,10 @@ class AnyText : public ustring {
 class AnyTexts : public std::vector<ustring> {
  public:
   AnyTexts() = default;
+  /// Texts as they are.
   explicit(false) AnyTexts(std::vector<ustring> texts) noexcept
       : std::vector<ustring>(std::move(texts)) {}
+  /// Texts of any form, each of its own.
   explicit(false) AnyTexts(std::initializer_list<AnyText> texts)
       : std::vector<ustring>(texts.begin(), texts.end()) {}
   /// A path is a range of its parts as well: one text is never taken for several.

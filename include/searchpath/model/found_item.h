@@ -12,10 +12,13 @@ class PathItem;
 /// The answer of a lookup: a file, and the entry of the path that it was found in.
 class FoundItem {
  public:
+  /// Precondition: neither is null.
   FoundItem(std::shared_ptr<const PathItem> foundFile, std::shared_ptr<const IPathEntry> foundIn)
       : item(std::move(foundFile)), entry(std::move(foundIn)) {}
 
+  /// The file; never null.
   [[nodiscard]] std::shared_ptr<const PathItem> GetPathItem() const noexcept { return item; }
+  /// The folder that holds it; never null.
   [[nodiscard]] std::shared_ptr<const IPathEntry> GetPathEntry() const noexcept { return entry; }
 
   /// Equal when both hold the very same item and the very same entry; contents are not compared.

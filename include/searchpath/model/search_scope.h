@@ -16,9 +16,13 @@ class SearchScope {
   constexpr SearchScope(const std::uint32_t* kinds, std::uint64_t count) noexcept
       : first(kinds), length(count) {}
 
+  /// The numbers that were handed over.
   [[nodiscard]] const std::uint32_t* data() const noexcept { return first; }
+  /// How many there are.
   [[nodiscard]] std::uint64_t size() const noexcept { return length; }
+  /// The first number.
   [[nodiscard]] const std::uint32_t* begin() const noexcept { return first; }
+  /// Behind the last.
   [[nodiscard]] const std::uint32_t* end() const noexcept { return first + length; }
 
   /// Whether `kind`, the number of a `PathEntryType`, is in the list.

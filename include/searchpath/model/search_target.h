@@ -14,12 +14,14 @@ namespace Corvane::PathManagement::detail {
 /// before it match the trailing folders of an entry.
 class SearchTarget {
  public:
+  /// A name that is searched as it stands.
   explicit SearchTarget(ustring fileName) : name(std::move(fileName)) {}
 
   /// `extensionList` holds extensions with their dot, the preferred one first.
   SearchTarget(ustring fileName, std::vector<ustring> extensionList)
       : name(std::move(fileName)), extensions(std::move(extensionList)) {}
 
+  /// The name as it was asked.
   [[nodiscard]] const ustring& GetName() const noexcept { return name; }
 
   /// Empty when the name is searched as it stands.

@@ -17,6 +17,7 @@ class SEARCHPATH_EXPORT Exception : public std::exception {
   Exception& operator=(const Exception&) = default;
   ~Exception() override;
 
+  /// What failed, in English.
   [[nodiscard]] const char* what() const noexcept override;
 
  private:
@@ -26,6 +27,7 @@ class SEARCHPATH_EXPORT Exception : public std::exception {
 /// A text that is no IRI, or an operation that has no answer for this IRI.
 class SEARCHPATH_EXPORT InvalidIRIException : public Exception {
  public:
+  /// `explanation` says what is wrong with which text.
   explicit InvalidIRIException(std::string explanation = "invalid IRI");
   InvalidIRIException(const InvalidIRIException&) = default;
   InvalidIRIException& operator=(const InvalidIRIException&) = default;

@@ -7,8 +7,8 @@ namespace Corvane::ZentraComponents {
 
 /// Names one version of a package.
 struct ComponentIdentifier {
-  foundation::ustring name;
-  foundation::ustring version;
+  foundation::ustring name;     ///< as its registry has it
+  foundation::ustring version;  ///< in any form: versions are not ordered
 
   friend bool operator==(const ComponentIdentifier&, const ComponentIdentifier&) = default;
 };

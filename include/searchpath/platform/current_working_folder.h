@@ -16,23 +16,25 @@ enum class AbsolutizeError : std::uint32_t {
   NoWorkingFolder = 1,   ///< a relative text, and the working folder is gone
   InputOutput = 2,       ///< the disk reported an error
   PermissionDenied = 3,  ///< a folder on the way, or the folder itself, may not be read
-  Absent = 4,
-  NotAFolder = 5,
-  BrokenLink = 6,  ///< a link whose target is absent
-  LinkLoop = 7,    ///< links that lead to each other
-  Other = 8,
-  NameTooLong = 9,
-  NoAnswer = 10,  ///< the disk did not answer in time
+  Absent = 4,            ///< there is nothing of that name
+  NotAFolder = 5,        ///< a file, or a path through one
+  BrokenLink = 6,        ///< a link whose target is absent
+  LinkLoop = 7,          ///< links that lead to each other
+  Other = 8,             ///< what the system reports is none of these
+  NameTooLong = 9,       ///< the path or a part of it is longer than the file system takes
+  NoAnswer = 10,         ///< the disk did not answer in time
 };
 
 /// A folder string has no absolute location.
 class SEARCHPATH_EXPORT FailedToAbsolutizeException : public std::exception {
  public:
+  /// For those who implement `absolutize`.
   explicit FailedToAbsolutizeException(AbsolutizeError reason) noexcept : error(reason) {}
   FailedToAbsolutizeException(const FailedToAbsolutizeException&) = default;
   FailedToAbsolutizeException& operator=(const FailedToAbsolutizeException&) = default;
   ~FailedToAbsolutizeException() override;
 
+  /// Why there is none.
   [[nodiscard]] AbsolutizeError GetReason() const noexcept { return error; }
 
   /// The number of the reason.

@@ -12,7 +12,12 @@
 namespace foundation::log {
 
 /// How much a diagnostic message matters.
-enum class Severity : std::uint32_t { Debug = 0, Information = 1, Warning = 2, Error = 3 };
+enum class Severity : std::uint32_t {
+  Debug = 0,        ///< steps of the library, for who works on it
+  Information = 1,  ///< what is done and how long it takes
+  Warning = 2,      ///< answers are right, but something is not as it should be
+  Error = 3,        ///< something could not be done
+};
 
 /// Takes one message of one logger; both texts are UTF-8 and live for the call only.
 using DiagnosticSink =
@@ -33,6 +38,7 @@ class SEARCHPATH_EXPORT basic_diagnostic_logger {
   basic_diagnostic_logger& operator=(const basic_diagnostic_logger&) = delete;
   ~basic_diagnostic_logger();
 
+  /// As it was given.
   [[nodiscard]] const std::string& GetName() const noexcept { return name; }
 
   /// Whether there is a sink. Ask before composing a message that takes time to compose.

@@ -14,6 +14,7 @@ class SEARCHPATH_EXPORT Event {
  public:
   virtual ~Event();
 
+  /// A copy of the same derived class.
   [[nodiscard]] virtual std::unique_ptr<Event> clone() const = 0;
 
  protected:
@@ -61,6 +62,7 @@ class SEARCHPATH_EXPORT Subscription {
 /// delivery.
 class SEARCHPATH_EXPORT EventMgr {
  public:
+  /// Called for each event. What it raises reaches the publisher.
   using Handler = std::function<void(const Event&)>;
 
   /// For `createLocalEventMgr`.

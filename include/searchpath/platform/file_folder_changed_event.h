@@ -12,7 +12,7 @@ namespace storage::filefolderobserver {
 
 /// Which locations an event speaks of.
 enum class FrozenInclusion : std::uint32_t {
-  LocationItself = 0,
+  LocationItself = 0,  ///< the file or folder alone, not what is below
 };
 
 /// A file or folder may have changed.
@@ -25,9 +25,12 @@ class SEARCHPATH_EXPORT FileFolderChangedEvent : public foundation::msg_svc::eve
   FileFolderChangedEvent& operator=(const FileFolderChangedEvent&) = default;
   ~FileFolderChangedEvent() override;
 
+  /// As of any `Event`.
   [[nodiscard]] std::unique_ptr<Event> clone() const override;
 
+  /// As it was given.
   [[nodiscard]] const foundation::ustring& GetLocation() const noexcept { return location; }
+  /// Which locations it covers.
   [[nodiscard]] FrozenInclusion GetInclusion() const noexcept { return inclusion; }
 
  private:

@@ -25,11 +25,13 @@ class path {
   /// identity here.
   path(const ustring& text, bool convertToNativeForm = true)
       : pathname((static_cast<void>(convertToNativeForm), text)) {}
+  /// Precondition: `text` is not null.
   path(const char16_t* text) : pathname(text) {}
   /// Text in any other form that callers have, a `std::filesystem::path` among them.
   template <std::convertible_to<Corvane::PathManagement::AnyText> Text>
   path(const Text& text) : pathname(Corvane::PathManagement::AnyText(text)) {}
 
+  /// The text that it was made of.
   [[nodiscard]] const ustring& native() const noexcept { return pathname; }
 
   [[nodiscard]] friend bool operator==(const path& left, const path& right) noexcept = default;
@@ -56,11 +58,13 @@ SEARCHPATH_EXPORT bool remove(const path& pathname) noexcept;
 /// on for ever. As with `std::ifstream`, `failbit` says that it did not open.
 class SEARCHPATH_EXPORT ifstream : public std::istream {
  public:
+  /// Opens the file.
   explicit ifstream(const path& pathname);
   ifstream(const ifstream&) = delete;
   ifstream& operator=(const ifstream&) = delete;
   ~ifstream() override;
 
+  /// Whether it did open.
   [[nodiscard]] bool is_open() const noexcept { return buffer->is_open(); }
 
   /// Why the file did not open.

@@ -24,6 +24,7 @@ class SEARCHPATH_EXPORT RecursivePathChangeException : public std::exception {
   RecursivePathChangeException& operator=(const RecursivePathChangeException&) = default;
   ~RecursivePathChangeException() override;
 
+  /// In English.
   [[nodiscard]] const char* what() const noexcept override;
 };
 

@@ -20,9 +20,9 @@ using MessageArgument = std::variant<ustring, std::int64_t, storage::vfs::Absolu
 
 /// One message: which catalogue its wording stands in, under which key, and what goes into it.
 struct MessageRecord {
-  ustring catalogue;
-  ustring key;
-  std::vector<MessageArgument> arguments;
+  ustring catalogue;                       ///< as `PathMessages` names them
+  ustring key;                             ///< of that catalogue
+  std::vector<MessageArgument> arguments;  ///< in the order in which the wording refers to them
 
   friend bool operator==(const MessageRecord&, const MessageRecord&) = default;
 };
@@ -32,12 +32,15 @@ struct MessageRecord {
 /// Threads: not synchronised.
 class Notification {
  public:
+  /// Whether there were no problems.
   [[nodiscard]] bool empty() const noexcept { return messages.empty(); }
+  /// How many there were.
   [[nodiscard]] std::size_t size() const noexcept { return messages.size(); }
 
   /// In the order in which they were appended.
   [[nodiscard]] const std::vector<MessageRecord>& GetMessages() const noexcept { return messages; }
 
+  /// Adds a message behind the others.
   void Append(MessageRecord message) { messages.push_back(std::move(message)); }
 
  private:

@@ -20,12 +20,12 @@ namespace Corvane::PackageRegistry {
 struct PackageMetadata {
   bool contributesToPath;    ///< otherwise none of its folders is put on the path
   bool checksManualInstall;  ///< only a package that was installed by hand is put on the path
-  foundation::storage::vfs::AbsoluteIRI rootFolder;
+  foundation::storage::vfs::AbsoluteIRI rootFolder;  ///< where it is installed
 };
 
 /// A folder of a package and what it is for.
 struct PackageFolder {
-  foundation::storage::vfs::AbsoluteIRI folder;
+  foundation::storage::vfs::AbsoluteIRI folder;  ///< its location
   std::shared_ptr<const std::set<int>> tags;  ///< 0: it belongs on the search path; null: no tags
 };
 

@@ -15,6 +15,7 @@ class StorageSystemReference {};
 /// Threads: immutable.
 class SEARCHPATH_EXPORT Folder {
  public:
+  /// Asks nothing of the disk.
   Folder(const AbsoluteIRI& folderLocation, StorageSystemReference storageSystem);
 
   /// The location as it was given.
@@ -38,6 +39,7 @@ class SEARCHPATH_EXPORT Folder {
 /// Threads: immutable.
 class SEARCHPATH_EXPORT File {
  public:
+  /// Asks nothing of the disk.
   File(const AbsoluteIRI& fileLocation, StorageSystemReference storageSystem);
 
   /// As for a `Folder`, but raises `Exception` also when the file is absent.

@@ -30,6 +30,7 @@ namespace Corvane::PathManagement {
 /// in memory as well; the list that is returned has no spare capacity.
 class SEARCHPATH_EXPORT ConcatenatedPath : public IPath {
  public:
+  /// Precondition: neither is null.
   ConcatenatedPath(const std::shared_ptr<const IPath>& first,
                    const std::shared_ptr<const IPath>& second);
   /// Takes the vector over, which is empty afterwards.
@@ -76,8 +77,8 @@ class SEARCHPATH_EXPORT ConcatenatedPath : public IPath {
   [[nodiscard]] bool IsEntryOnPath(const IPathEntry& entry) const override;
 
  protected:
-  const std::vector<std::shared_ptr<const IPath>> parts;  // in path order, none null
-  mutable detail::OnceFlag mainEntriesOnce;               // guards mainEntries
+  const std::vector<std::shared_ptr<const IPath>> parts;  ///< in path order, none null
+  mutable detail::OnceFlag mainEntriesOnce;               ///< guards mainEntries
   /// Null until it is built; a derived class may build its own list.
   mutable std::shared_ptr<const PathEntries> mainEntries;
 

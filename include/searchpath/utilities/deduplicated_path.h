@@ -37,6 +37,7 @@ namespace Corvane::PathManagement {
 /// of as many locations as there are folders. A list that is returned has no spare capacity.
 class SEARCHPATH_EXPORT DeduplicatedPath : public ConcatenatedPath {
  public:
+  /// Takes the vector over, which is empty afterwards. Precondition: no part is null.
   explicit DeduplicatedPath(std::vector<std::shared_ptr<const IPath>>&& pathParts);
 
   /// As of a `ConcatenatedPath`: shares the parts, and the list of main entries when it is built.

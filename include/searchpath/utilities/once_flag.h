@@ -20,6 +20,7 @@ class OnceFlag {
   OnceFlag& operator=(const OnceFlag&) = delete;
   ~OnceFlag() = default;
 
+  /// Whether a build has ended without an exception; what it wrote can then be read.
   [[nodiscard]] bool IsBuilt() const noexcept { return built.load(std::memory_order_acquire); }
 
   /// Runs `build` unless an earlier call ended without an exception. Concurrent callers wait.

@@ -29,8 +29,8 @@ namespace Corvane::PathManagement {
 
 /// Where added folders go. Any other value means `End`.
 enum class Position : std::uint32_t {
-  Begin = 0,
-  End = 1,
+  Begin = 0,  ///< before all that are on the path
+  End = 1,    ///< behind them
 };
 
 /// The locations of `folders`, in their order. Each is converted before the next is looked at. A

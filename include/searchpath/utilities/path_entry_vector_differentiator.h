@@ -28,7 +28,7 @@ class SEARCHPATH_EXPORT PathEntryVectorDifferentiator {
  public:
   /// How deep a comparison goes. Any other value means `TopLevelOnly`.
   enum class ComparisonFilter : std::uint32_t {
-    TopLevelOnly = 0,
+    TopLevelOnly = 0,  ///< the two lists alone
     /// Also the folders directly below each entry whose object changed, and so on downwards.
     IncludeSubfolders = 1,
   };

@@ -21,14 +21,17 @@ namespace Corvane::PathManagement {
 /// A folder that was to be removed and is not on the path is reported in `RemovalCatalogue` under
 /// `NotOnPath`, as `GetStringFromIRI` writes it.
 struct PathMessages {
+  /// Of problems with folders that were to be added.
   static constexpr char16_t FolderCatalogue[] = u"ZENTRA:mpath";
-  static constexpr char16_t InvalidLocation[] = u"invalidLocation";
-  static constexpr char16_t PermissionDenied[] = u"directoryPermissionDenied";
+  static constexpr char16_t InvalidLocation[] = u"invalidLocation";             ///< for number 0
+  static constexpr char16_t PermissionDenied[] = u"directoryPermissionDenied";  ///< for number 3
+  /// For numbers 4 to 7.
   static constexpr char16_t NoSuchFolder[] = u"nameNonexistentOrNotADirectory";
-  static constexpr char16_t NameTooLong[] = u"directoryNameTooLong";
+  static constexpr char16_t NameTooLong[] = u"directoryNameTooLong";  ///< for number 9
 
+  /// Of problems with folders that were to be removed.
   static constexpr char16_t RemovalCatalogue[] = u"ZENTRA:rmpath";
-  static constexpr char16_t NotOnPath[] = u"DirNotFound";
+  static constexpr char16_t NotOnPath[] = u"DirNotFound";  ///< its one argument is the folder
 };
 
 }  // namespace Corvane::PathManagement
