@@ -81,7 +81,8 @@ std::vector<std::u16string> BenchTree::Questions(std::size_t count) const {
 }
 
 void FolderCounts(benchmark::internal::Benchmark* bench) {
-  bench->Arg(1000)
+  bench->Arg(100)
+      ->Arg(1000)
       ->Arg(5000)
       ->Unit(benchmark::kMillisecond)
       ->MeasureProcessCPUTime()

@@ -25,7 +25,9 @@ using namespace Corvane::PathManagement;
 
 constexpr std::size_t kQuestions = 1 << 14;
 
-void Sizes(benchmark::internal::Benchmark* bench) { bench->Arg(10)->Arg(1000)->Arg(5000); }
+void Sizes(benchmark::internal::Benchmark* bench) {
+  bench->Arg(10)->Arg(100)->Arg(1000)->Arg(5000);
+}
 
 enum class Kind : std::uint8_t { Mixed, Hits, Misses, Extensions };
 
