@@ -11,16 +11,33 @@ install(
   FILE_SET HEADERS COMPONENT searchpath_development
   FILE_SET generated COMPONENT searchpath_development)
 if(SEARCHPATH_BUILD_TOOL)
-  install(TARGETS searchpath_tool RUNTIME COMPONENT searchpath_runtime)
+  install(TARGETS searchpath_tool RUNTIME COMPONENT searchpath_tool)
 endif()
 
 if(BUILD_SHARED_LIBS)
   install(
     DIRECTORY bindings/python/searchpath
     DESTINATION lib/python3/dist-packages
-    COMPONENT searchpath_runtime
+    COMPONENT searchpath_python
     PATTERN __pycache__ EXCLUDE)
 endif()
+
+# As in the sources, so that links between pages hold.
+install(
+  FILES README.md CHANGELOG.md
+  DESTINATION ${CMAKE_INSTALL_DOCDIR}
+  COMPONENT searchpath_documents)
+install(
+  DIRECTORY docs
+  DESTINATION ${CMAKE_INSTALL_DOCDIR}
+  COMPONENT searchpath_documents
+  PATTERN reference EXCLUDE
+  PATTERN abi EXCLUDE)
+install(
+  DIRECTORY examples
+  DESTINATION ${CMAKE_INSTALL_DOCDIR}
+  COMPONENT searchpath_examples
+  REGEX "/examples/(CMakeLists\\.txt|\\.clang-tidy)$" EXCLUDE)
 
 install(
   EXPORT searchpath-targets

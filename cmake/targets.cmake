@@ -16,6 +16,10 @@ function(searchpath_compile target)
                POSITION_INDEPENDENT_CODE ON)
 endfunction()
 
+# Stands in the names of the shared libraries. Rises when programs that were linked before would not run:
+# scripts/check_abi reports such a change.
+set(SEARCHPATH_ABI_NUMBER 0)
+
 # A library of the project: its name in the build tree, its public headers, and which of its symbols are
 # exported.
 function(searchpath_library name exports)
@@ -28,7 +32,7 @@ function(searchpath_library name exports)
     PROPERTIES OUTPUT_NAME searchpath-${name}
                EXPORT_NAME ${name}
                VERSION ${PROJECT_VERSION}
-               SOVERSION ${PROJECT_VERSION_MAJOR}
+               SOVERSION ${SEARCHPATH_ABI_NUMBER}
                LINK_DEPENDS ${PROJECT_SOURCE_DIR}/cmake/${exports}
                VERIFY_INTERFACE_HEADER_SETS ON)
 endfunction()
