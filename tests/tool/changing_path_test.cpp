@@ -47,8 +47,7 @@ TEST_F(ToolTest, DiffTellsFoldersOrNames) {
 
 TEST_F(ToolTest, TheStoredPathIsEditedAndUsed) {
   Check({
-      {"s list", 2, "and none stored with searchpath add; type: searchpath list --path \"$PATH\"",
-       ""},
+      {"s list", 2, "no path to search; type: searchpath list --path \"$PATH\"", ""},
       {"s add over lib && cat $XDG_CONFIG_HOME/searchpath/path", 0, "", "$T/over\n$T/lib\n"},
       {"s list --long | head -n 1", 0, "",
        "      2 files  ordinary   $T/over  (from the stored path)\n"},

@@ -227,13 +227,17 @@ TEST_F(ToolTest, ShadowsAndDoctorCheck) {
 
 TEST_F(ToolTest, WrongUsageIsOneLineThatHelps) {
   Check({
-      {"s", 2, "no command; type: searchpath find NAME --path FOLDERS", ""},
+      {"s", 2, "no command; type: searchpath find NAME --path \"$PATH\", or", ""},
       {"s fnid x", 2, "there is no command \"fnid\"; did you mean find?", ""},
       {"s ab", 2, "there is no command \"ab\"; see searchpath -h", ""},
-      {"s --path lib find x", 2, "type: searchpath find NAME --path FOLDERS", ""},
+      {"s where ls", 2, "there is no command \"where\"; did you mean which --all?", ""},
+      {"s help dupes", 2, "there is no command \"dupes\"; did you mean shadows?", ""},
+      {"s find -i x --path lib", 2, "\"-i\"; did you mean --policy ignore-case?", ""},
+      {"s iri -i x", 2, "unknown option \"-i\"; see searchpath iri -h, and write -- before", ""},
+      {"s --path lib find x", 2, "type: searchpath find NAME --path \"$PATH\"", ""},
       {"s find --json", 2, "find needs NAME...; type: searchpath find NAME... --json", ""},
       {"s find x '' --path lib", 2, "an empty NAME means no file", ""},
-      {"s find \"it's\" -- -x", 2, "searchpath find --path \"$PATH\" 'it'\\''s' -- -x\n", ""},
+      {"s find \"it's\" -- -x", 2, "searchpath find --path \"$PATH\" 'it'\\''s' -- -x (or", ""},
       {"s find x --path= --path :", 2, "--path names no folder; write . for", ""},
       {"s find x --path", 2, "--path needs a value after it; see searchpath find -h", ""},
       {"s find x --recurse --path lib", 2, "\"--recurse\"; did you mean --recursive?", ""},
@@ -280,9 +284,11 @@ TEST_F(ToolTest, HelpFitsAScreenAndBeginsWithExamples) {
     EXPECT_TRUE(full.starts_with("Examples:\n")) << command;
     EXPECT_TRUE(full.find(brief) != std::string::npos) << command;
     EXPECT_FALSE(std::regex_search(full, std::regex("[^\n]{81}"))) << full;
-    EXPECT_TRUE(help("--version").starts_with("searchpath ")) << command;
+    EXPECT_TRUE(help("-V").starts_with("searchpath ")) << command;
+    EXPECT_EQ(RunShell("s help " + command).out, full);
+    EXPECT_NE(full.find("  NO_COLOR "), std::string::npos) << full;
   }
-  EXPECT_EQ(count, 20);
+  EXPECT_EQ(count, 21);
 }
 
 TEST_F(ToolTest, AClosedPipeEndsQuietlyAlsoWhereItsSignalIsIgnored) {

@@ -70,7 +70,7 @@ const std::string& GetFile(const CommandLine& commandLine) {
   throw UsageError("a cache is one FILE; leave out " + Quoted(files[1]));
 }
 
-Outcome Write(const std::vector<std::string>& arguments) {
+Outcome Write(const Arguments& arguments) {
   CommandLine commandLine(kWriteText);
   PathOptions path;
   path.AddTo(commandLine);
@@ -135,7 +135,7 @@ void WriteWords(const Output& output, const std::vector<CheckedFolder>& folders,
             GetCounted(folders.size(), "folder") + " with " + GetCounted(files, "file") + '\n');
 }
 
-Outcome Verify(const std::vector<std::string>& arguments) {
+Outcome Verify(const Arguments& arguments) {
   CommandLine commandLine(kVerifyText);
   OutputOptions outputOptions;
   outputOptions.AddTo(commandLine, false);
@@ -156,10 +156,15 @@ Outcome Verify(const std::vector<std::string>& arguments) {
 
 }  // namespace
 
-Outcome RunCache(const std::vector<std::string>& arguments) {
-  const std::string word = arguments.empty() ? "" : arguments.front();
-  if (word == "write") return Write({arguments.begin() + 1, arguments.end()});
-  if (word == "verify") return Verify({arguments.begin() + 1, arguments.end()});
+Outcome RunCache(const Arguments& arguments) {
+  if (arguments.describe) {
+    static_cast<void>(Write(arguments));
+    return Verify(arguments);
+  }
+  const auto& words = arguments.words;
+  const std::string word = words.empty() ? "" : words.front();
+  if (word == "write") return Write({.words = {words.begin() + 1, words.end()}});
+  if (word == "verify") return Verify({.words = {words.begin() + 1, words.end()}});
   if (AnswerHelp(word, kCacheHelp, kCacheExamples)) return Outcome::Found;
   throw UsageError("after cache comes write or verify" +
                    (word.empty() ? "" : ", not " + Quoted(word)) +

@@ -1,8 +1,8 @@
 #include "command_line.h"
 
+#include "other_names.h"
 #include "searchpath/model/byte_text.h"
 #include "standard_streams.h"
-#include "suggestion.h"
 
 #include <CLI/CLI.hpp>
 
@@ -41,9 +41,27 @@ std::vector<std::string> SplitEmptyValues(const std::vector<std::string>& argume
   return split;
 }
 
+// "-a,--all" as two names.
+std::vector<std::string> SplitNames(const std::string& names) {
+  const std::size_t comma = names.find(',');
+  if (comma == std::string::npos) return {names};
+  return {names.substr(0, comma), names.substr(comma + 1)};
+}
+
 void WriteVersion() { WriteData("searchpath " SEARCHPATH_VERSION "\n"); }
 
 }  // namespace
+
+const char* const kEnvironmentNotes =
+    "Environment:\n"
+    "  XDG_CONFIG_HOME  has the stored path and profiles.json in searchpath/; when it\n"
+    "                   is not set, $HOME/.config has them\n"
+    "  NO_COLOR         when set and not empty, no colour unless --color always\n"
+    "  TERM             when empty or \"dumb\", no colour and no progress\n"
+    "  PATH             what which searches, and where programs are looked for\n"
+    "  CC, CXX          the compilers that --path-of cc and c++ ask\n"
+    "  SEARCHPATH_LOG   a file, or - for standard error, for a log of what is read\n"
+    "                   and how long that takes\n";
 
 CommandLine::CommandLine(const CommandText& description)
     : text(description), notes(description.notes), app(std::make_unique<CLI::App>()) {
@@ -55,7 +73,8 @@ CommandLine::CommandLine(const CommandText& description)
 CommandLine::~CommandLine() = default;
 
 void CommandLine::AddFlag(const std::string& names, bool& value, const std::string& help) {
-  app->add_flag(names, value, help);
+  app->add_flag(names, value);
+  options.push_back({.names = SplitNames(names), .valueName = "", .help = help});
 }
 
 void CommandLine::AddFlagForOperands(const std::string& name, bool& value,
@@ -66,33 +85,50 @@ void CommandLine::AddFlagForOperands(const std::string& name, bool& value,
 }
 
 void CommandLine::AddValue(const std::string& name, const char* valueName,
-                           std::optional<std::string>& value, const std::string& help) {
+                           std::optional<std::string>& value, const std::string& help,
+                           std::vector<std::string> words) {
   const auto take = [&value](const CLI::results_t& results) {
     value = results.back();
     return true;
   };
-  app->add_option(name, take, help)->type_name(valueName);
+  app->add_option(name, take);
+  options.push_back(
+      {.names = {name}, .valueName = valueName, .help = help, .words = std::move(words)});
 }
 
 void CommandLine::AddValues(const std::string& name, const char* valueName,
-                            std::vector<std::string>& values, const std::string& help) {
+                            std::vector<std::string>& values, const std::string& help,
+                            std::vector<std::string> words) {
   // A container as the option's variable would make the parser read "[a,b]" as a list.
   const auto take = [&values](const CLI::results_t& results) {
     values = results;
     return true;
   };
-  app->add_option(name, take, help)->type_name(valueName)->take_all();
+  app->add_option(name, take)->take_all();
+  options.push_back({.names = {name},
+                     .valueName = valueName,
+                     .help = help,
+                     .words = std::move(words),
+                     .isRepeated = true});
 }
 
-bool CommandLine::Parse(const std::vector<std::string>& arguments) {
-  bool shortHelp = false;
-  bool fullHelp = false;
-  bool version = false;
-  AddFlag("-h", shortHelp, "this help; --help adds examples and rules");
-  AddFlag("--help", fullHelp, "");
-  AddFlag("--version", version, "");
-  typed = arguments;
-  std::vector<std::string> reversed = SplitEmptyValues(arguments);
+// -h lists itself alone.
+void CommandLine::AddHelp() {
+  AddFlag("-h", asksForBriefHelp, "this help; --help adds examples and rules");
+  AddFlag("--help", asksForFullHelp, "the help with examples and rules");
+  options.back().isBrief = false;
+  AddFlag("-V,--version", asksForVersion, "the version");
+  options.back().isBrief = false;
+}
+
+bool CommandLine::Parse(const Arguments& arguments) {
+  AddHelp();
+  if (arguments.describe) {
+    arguments.describe(*this);
+    return false;
+  }
+  typed = arguments.words;
+  std::vector<std::string> reversed = SplitEmptyValues(typed);
   std::reverse(reversed.begin(), reversed.end());  // the order that the parser expects
   try {
     app->parse(std::move(reversed));
@@ -101,11 +137,11 @@ bool CommandLine::Parse(const std::vector<std::string>& arguments) {
   } catch (const CLI::ParseError& error) {
     throw UsageError(std::string(error.what()) + "; see searchpath " + text.name + " -h");
   }
-  if (version) WriteVersion();
-  if (shortHelp || fullHelp) WriteData(GetHelp(fullHelp));
-  if (version || shortHelp || fullHelp) return false;
+  if (asksForVersion) WriteVersion();
+  if (asksForBriefHelp || asksForFullHelp) WriteData(GetHelp(asksForFullHelp));
+  if (asksForVersion || asksForBriefHelp || asksForFullHelp) return false;
   TakeOperands();
-  if (afterParse) afterParse();
+  for (const auto& work : afterParse) work();
   return true;
 }
 
@@ -143,14 +179,13 @@ void CommandLine::CheckOperands() const {
 
 void CommandLine::RefuseOption(const std::string& argument) const {
   std::vector<std::string> known;
-  for (const CLI::Option* option : app->get_options()) {
-    for (const std::string& name : option->get_lnames()) known.push_back(name);
+  for (const OptionText& option : options) {
+    known.insert(known.end(), option.names.begin(), option.names.end());
   }
   const std::string name = argument.substr(0, argument.find('='));
-  std::string nearest;
-  if (name.starts_with("--")) nearest = FindNearest(name.substr(2), known);
-  if (!nearest.empty()) {
-    throw UsageError("unknown option " + Quoted(name) + "; did you mean --" + nearest + "?");
+  const std::string meant = FindOptionMeant(name, known);
+  if (!meant.empty()) {
+    throw UsageError("unknown option " + Quoted(name) + "; did you mean " + meant + "?");
   }
   throw UsageError("unknown option " + Quoted(name) + "; see searchpath " + text.name +
                    " -h, and write -- before operands that begin with -");
@@ -168,15 +203,15 @@ std::string CommandLine::GetHelp(bool full) const {
   help += std::string("Usage: searchpath ") + text.name + " [OPTION]..." +
           (*text.operands == '\0' ? "" : " ") + text.operands + '\n' + text.purpose +
           "\n\nOptions:\n";
-  for (const CLI::Option* option : app->get_options()) {
-    if (option->get_description().empty()) continue;
-    std::string line = "  " + option->get_name(false, true);
-    if (const auto comma = line.find(','); comma != std::string::npos) line.insert(comma + 1, " ");
-    if (option->get_type_size() != 0) line += ' ' + option->get_type_name();
+  for (const OptionText& option : options) {
+    if (!option.isBrief) continue;
+    std::string line = "  " + Join(option.names, ", ");
+    if (!option.valueName.empty()) line += ' ' + option.valueName;
     line.resize(std::max(line.size() + 1, kHelpColumn), ' ');
-    help += line + option->get_description() + '\n';
+    help += line + option.help + '\n';
   }
-  return full ? help + '\n' + notes : help;
+  if (!full) return help;
+  return help + '\n' + notes + (notes.ends_with("\n\n") ? "" : "\n") + kEnvironmentNotes;
 }
 
 std::optional<std::chrono::milliseconds> GetMilliseconds(const std::string& option,
@@ -193,12 +228,14 @@ std::vector<ustring> GetTexts(const std::vector<std::string>& words) {
   return texts;
 }
 
-bool AnswerHelp(const std::string& word, const char* help, const char* examples) {
+bool AnswerHelp(const std::string& word, const std::string& help, const char* examples) {
   const bool isFull = word == "--help";
+  const bool isVersion = word == "-V" || word == "--version";
   if (isFull) WriteData(std::string("Examples:\n") + examples + '\n');
   if (isFull || word == "-h") WriteData(help);
-  if (word == "--version") WriteVersion();
-  return isFull || word == "-h" || word == "--version";
+  if (isFull) WriteData(std::string("\n") + kEnvironmentNotes);
+  if (isVersion) WriteVersion();
+  return isFull || word == "-h" || isVersion;
 }
 
 }  // namespace Corvane::PathManagement::tool

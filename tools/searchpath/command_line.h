@@ -37,6 +37,25 @@ struct CommandText {
   const char* notes;  ///< what --help says at its end
 };
 
+class CommandLine;
+
+/// What stands behind the name of a command.
+struct Arguments {
+  std::vector<std::string> words = {};
+  /// When this is set, it is called with what the command takes, and the command is not run.
+  std::function<void(const CommandLine& commandLine)> describe = {};
+};
+
+/// An option as the help shows it.
+struct OptionText {
+  std::vector<std::string> names;  ///< "-a", "--all"
+  std::string valueName;           ///< empty for a flag
+  std::string help;
+  std::vector<std::string> words = {};  ///< all that it takes, where these are few
+  bool isRepeated = false;              ///< whether several values count, not the last one alone
+  bool isBrief = true;                  ///< whether -h lists it
+};
+
 /// The options, the operands and the help of one command.
 class CommandLine {
  public:
@@ -47,32 +66,39 @@ class CommandLine {
 
   // `Parse` sets the variables. When a value is given twice, the last one counts.
   void AddFlag(const std::string& names, bool& value, const std::string& help);
+  // `words`, where there are few, are for completion.
   void AddValue(const std::string& name, const char* valueName, std::optional<std::string>& value,
-                const std::string& help);
+                const std::string& help, std::vector<std::string> words = {});
   void AddValues(const std::string& name, const char* valueName, std::vector<std::string>& values,
-                 const std::string& help);
+                 const std::string& help, std::vector<std::string> words = {});
 
   /// As `AddFlag`, for a flag that replaces the operands.
   void AddFlagForOperands(const std::string& name, bool& value, const std::string& help);
 
-  /// Does `work` at the end of `Parse`, when all variables are set.
-  void AfterParse(std::function<void()> work) { afterParse = std::move(work); }
+  /// Does `work` at the end of `Parse`, when all variables are set; in the order of these calls.
+  void AfterParse(std::function<void()> work) { afterParse.push_back(std::move(work)); }
 
   /// Adds text at the end of --help.
   void AddNotes(const char* more) { notes += more; }
 
-  /// Returns false when the arguments ask for help or the version, and writes it.
+  /// Returns false when the arguments ask for help or the version, and writes it; or for what the
+  /// command takes.
   ///
   /// Errors: `UsageError`, also when the operands are missing, or given beside a flag that replaces
   /// them; what the work of `AfterParse` throws.
-  [[nodiscard]] bool Parse(const std::vector<std::string>& arguments);
+  [[nodiscard]] bool Parse(const Arguments& arguments);
 
   [[nodiscard]] const std::vector<std::string>& GetOperands() const noexcept { return operands; }
+
+  [[nodiscard]] const CommandText& GetText() const noexcept { return text; }
+  [[nodiscard]] const std::string& GetNotes() const noexcept { return notes; }
+  [[nodiscard]] const std::vector<OptionText>& GetOptions() const noexcept { return options; }
 
   /// The command line as it was typed, with `addition` behind the command.
   [[nodiscard]] std::string GetLineWith(const std::string& addition) const;
 
  private:
+  void AddHelp();
   void TakeOperands();
   void CheckOperands() const;
   [[noreturn]] void RefuseOption(const std::string& argument) const;
@@ -82,7 +108,11 @@ class CommandLine {
   std::string notes;
   std::unique_ptr<CLI::App> app;
   std::vector<std::string> typed;
-  std::function<void()> afterParse;
+  std::vector<std::function<void()>> afterParse;
+  std::vector<OptionText> options;
+  bool asksForBriefHelp = false;
+  bool asksForFullHelp = false;
+  bool asksForVersion = false;
   std::string flagForOperands;
   const bool* operandsAreElsewhere = nullptr;  // the variable of that flag
   std::vector<std::string> operands;
@@ -117,9 +147,13 @@ template <class Number>
 /// Words of the command line as texts.
 [[nodiscard]] std::vector<ustring> GetTexts(const std::vector<std::string>& words);
 
-/// Answers -h, --help and --version where a command is expected. Returns whether `word` is one of
+/// The variables of the environment that count, for help.
+extern const char* const kEnvironmentNotes;
+
+/// Answers -h, --help, -V and --version where a command is expected. Returns whether `word` is one of
 /// them.
-[[nodiscard]] bool AnswerHelp(const std::string& word, const char* help, const char* examples);
+[[nodiscard]] bool AnswerHelp(const std::string& word, const std::string& help,
+                              const char* examples);
 
 }  // namespace Corvane::PathManagement::tool
 

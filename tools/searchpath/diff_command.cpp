@@ -110,7 +110,7 @@ bool WriteDifferences(const Output& output, const DiffOptions& options,
 
 }  // namespace
 
-Outcome RunDiff(const std::vector<std::string>& arguments) {
+Outcome RunDiff(const Arguments& arguments) {
   CommandLine commandLine(kDiffText);
   DiffOptions options;
   options.AddTo(commandLine);

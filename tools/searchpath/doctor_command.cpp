@@ -101,7 +101,7 @@ void WriteObject(const Output& output, const host::PathFinding& finding) {
 
 }  // namespace
 
-Outcome RunDoctor(const std::vector<std::string>& arguments) {
+Outcome RunDoctor(const Arguments& arguments) {
   CommandLine commandLine(kDoctorText);
   PathOptions path;
   path.AddFoldersTo(commandLine);

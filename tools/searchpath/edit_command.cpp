@@ -111,7 +111,7 @@ Outcome Run(const EditOptions& options, const Edit& edit, Outcome outcomeWithMes
 
 }  // namespace
 
-Outcome RunAdd(const std::vector<std::string>& arguments) {
+Outcome RunAdd(const Arguments& arguments) {
   CommandLine commandLine(kAddText);
   EditOptions options;
   bool atEnd = false;
@@ -125,7 +125,7 @@ Outcome RunAdd(const std::vector<std::string>& arguments) {
   return Run(options, add, Outcome::Failed);
 }
 
-Outcome RunRemove(const std::vector<std::string>& arguments) {
+Outcome RunRemove(const Arguments& arguments) {
   CommandLine commandLine(kRemoveText);
   EditOptions options;
   options.AddTo(commandLine);

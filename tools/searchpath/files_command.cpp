@@ -143,7 +143,7 @@ bool WriteFiles(const Output& output, const host::Environment& environment,
 
 }  // namespace
 
-Outcome RunFiles(const std::vector<std::string>& arguments) {
+Outcome RunFiles(const Arguments& arguments) {
   CommandLine commandLine(kFilesText);
   FilesOptions options;
   options.AddTo(commandLine);

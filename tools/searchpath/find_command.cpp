@@ -172,7 +172,7 @@ bool AnswerInput(AskedPath& path, Finder& finder, const FindOptions& options,
 
 }  // namespace
 
-Outcome RunFind(const std::vector<std::string>& arguments) {
+Outcome RunFind(const Arguments& arguments) {
   CommandLine commandLine(kFindText);
   FindOptions options;
   options.AddTo(commandLine);

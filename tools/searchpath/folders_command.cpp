@@ -78,7 +78,7 @@ std::string GetFolderHint(const host::Environment& environment, host::FolderLook
 
 }  // namespace
 
-Outcome RunFolders(const std::vector<std::string>& arguments) {
+Outcome RunFolders(const Arguments& arguments) {
   CommandLine commandLine(kFoldersText);
   PathOptions path;
   path.AddTo(commandLine);

@@ -58,7 +58,7 @@ bool TryToWriteIRI(const Output& output, const std::string& typed) {
 
 }  // namespace
 
-Outcome RunIri(const std::vector<std::string>& arguments) {
+Outcome RunIri(const Arguments& arguments) {
   CommandLine commandLine(kIriText);
   OutputOptions outputOptions;
   outputOptions.AddTo(commandLine, false);

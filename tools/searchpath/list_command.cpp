@@ -83,7 +83,7 @@ void WriteFolder(const Output& output, const host::Environment& environment,
 
 }  // namespace
 
-Outcome RunList(const std::vector<std::string>& arguments) {
+Outcome RunList(const Arguments& arguments) {
   CommandLine commandLine(kListText);
   PathOptions path;
   path.AddTo(commandLine);

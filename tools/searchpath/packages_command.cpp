@@ -114,7 +114,7 @@ void WriteObject(const Output& output, const PackageLines& lines) {
 
 }  // namespace
 
-Outcome RunPackages(const std::vector<std::string>& arguments) {
+Outcome RunPackages(const Arguments& arguments) {
   CommandLine commandLine(kPackagesText);
   std::optional<std::string> root;
   PathOptions path;

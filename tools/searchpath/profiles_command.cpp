@@ -103,7 +103,7 @@ nlohmann::ordered_json GetObject(const Profile& profile) {
 
 }  // namespace
 
-Outcome RunProfiles(const std::vector<std::string>& arguments) {
+Outcome RunProfiles(const Arguments& arguments) {
   CommandLine commandLine(kProfilesText);
   OutputOptions outputOptions;
   outputOptions.AddTo(commandLine, false);

@@ -309,8 +309,8 @@ host::Environment OpenPath(const PathOptions& options, const CommandLine& comman
   }
   NamedFolders stored = ReadStoredPath();
   if (stored.folders.empty() && !options.packages) {
-    throw UsageError("no path to search, and none stored with searchpath add; type: " +
-                     commandLine.GetLineWith("--path \"$PATH\""));
+    throw UsageError("no path to search; type: " + commandLine.GetLineWith("--path \"$PATH\"") +
+                     " (or store a path: searchpath add FOLDER...)");
   }
   return Open(std::move(stored), options);
 }

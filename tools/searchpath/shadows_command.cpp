@@ -117,7 +117,7 @@ Outcome WriteShadowsOf(const ShadowsOptions& options, const host::ShadowLookup& 
 
 }  // namespace
 
-Outcome RunShadows(const std::vector<std::string>& arguments) {
+Outcome RunShadows(const Arguments& arguments) {
   CommandLine commandLine(kShadowsText);
   ShadowsOptions options;
   options.AddTo(commandLine);

@@ -88,7 +88,7 @@ host::TrustLookup GetLookup(const std::optional<std::string>& user, bool names) 
 
 }  // namespace
 
-Outcome RunTrust(const std::vector<std::string>& arguments) {
+Outcome RunTrust(const Arguments& arguments) {
   CommandLine commandLine(kText);
   PathOptions path;
   path.AddTo(commandLine);

@@ -40,7 +40,7 @@ const std::string& GetReceiptFile(const CommandLine& commandLine) {
 
 }  // namespace
 
-Outcome RunVerify(const std::vector<std::string>& arguments) {
+Outcome RunVerify(const Arguments& arguments) {
   CommandLine commandLine(kVerifyReceiptText);
   OutputOptions outputOptions;
   bool update = false;

@@ -211,7 +211,7 @@ Outcome Watch(host::MainSearchPathManager& manager, PrintedNames& names,
 
 }  // namespace
 
-Outcome RunWatch(const std::vector<std::string>& arguments) {
+Outcome RunWatch(const Arguments& arguments) {
   CommandLine commandLine(kWatchText);
   WatchOptions options;
   options.AddTo(commandLine);

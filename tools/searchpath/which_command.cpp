@@ -24,7 +24,7 @@ constexpr CommandText kWhichText = {
 
 }  // namespace
 
-Outcome RunWhich(const std::vector<std::string>& arguments) {
+Outcome RunWhich(const Arguments& arguments) {
   CommandLine commandLine(kWhichText);
   AnswerOptions options;
   PathOptions path;
