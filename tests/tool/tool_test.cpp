@@ -225,6 +225,39 @@ TEST_F(ToolTest, ShadowsAndDoctorCheck) {
   });
 }
 
+TEST_F(ToolTest, TheExitCodeAloneAnswers) {
+  Check({
+      {"s find --exit-code fn.zt --all --json --path over:no", 0, "", ""},
+      {"s find --exit-code fn.zt nothing --path over:no", 1, "", ""},
+      {"s find --exit-code fn.zt --path over:no --strict", 2, "", ""},
+      {"s find --exit-code fn.zt --path @list", 2, "cannot read `list`, the list of --path", ""},
+      {"s find --exit-code fn.zt --path over >&-", 0, "", ""},
+      {"s shadows --exit-code --path over:lib; test $? = 1 && s doctor --exit-code --path no", 1,
+       "", ""},
+      {"s diff --exit-code lib lib && s trust --exit-code --path-of PATH --user 0; s verify no", 2,
+       "cannot use `no`", ""},
+  });
+}
+
+TEST_F(ToolTest, LinesEndWithNulWhereThatIsAskedFor) {
+  const std::string rows = " | tr '\\n\\0' ' |'";
+  for (const auto& [command, out] : std::vector<std::pair<std::string, const char*>>{
+           {"find --explain 'two\nlines' -0 --path odd",
+            "`two lines` means $T/odd/two lines|folders asked, in order:|  holds it  $T/odd|"
+            "why: the first folder on the path that holds it|"},
+           {"list --long -0 --path mid", "      2 files  ordinary   $T/mid|"},
+           {"diff -0 mid over", "removed    1         $T/mid|added      1         $T/over|"},
+           {"diff --names -0 mid:over over", "gone     $T/mid/fo.zt|gone     $T/mid/shape.zt|"},
+           {"shadows -0 --path over:lib",
+            "`fn.zt` means $T/over/fn.zt and hides|  identical   $T/lib/fn.zt|"},
+           {"doctor -0 --path no",
+            "$T/no: no such folder; create the folder, or take it off the "
+            "path|"},
+           {"iri -0 mid", "iri: file://$T/mid|canonical: file://$T/mid|path: $T/mid|"}}) {
+    EXPECT_EQ(RunShell("s " + command + rows).out, Expand(out)) << command;
+  }
+}
+
 TEST_F(ToolTest, WrongUsageIsOneLineThatHelps) {
   Check({
       {"s", 2, "no command; type: searchpath find NAME --path \"$PATH\", or", ""},
@@ -250,8 +283,6 @@ TEST_F(ToolTest, WrongUsageIsOneLineThatHelps) {
       {"s find --stdin --path - x", 2, "--stdin takes NAME... from standard input; leave out", ""},
       {"s find --stdin --path -", 2, "both read standard input; write the folders into", ""},
       {"s find --stdin --path lib </", 2, "cannot read standard input, the names of --stdin", ""},
-      {"s find --explain x -0 --path lib", 2, "--explain and --print0 exclude each other", ""},
-      {"s list --long -0 --path lib", 2, "--long and --print0 exclude each other", ""},
       {"s diff lib", 2, "two paths, OLD and NEW; type: searchpath diff A:B C:D", ""},
       {"s diff - -", 2, "OLD and NEW cannot both be standard input", ""},
       {"s diff lib @list", 2, "cannot read \"list\", the list of NEW @list", ""},
@@ -286,6 +317,7 @@ TEST_F(ToolTest, HelpFitsAScreenAndBeginsWithExamples) {
     EXPECT_FALSE(std::regex_search(full, std::regex("[^\n]{81}"))) << full;
     EXPECT_TRUE(help("-V").starts_with("searchpath ")) << command;
     EXPECT_EQ(RunShell("s help " + command).out, full);
+    EXPECT_EQ(brief.find("--json") == brief.npos, brief.find("-0, --print0") == brief.npos);
     EXPECT_NE(full.find("  NO_COLOR "), std::string::npos) << full;
   }
   EXPECT_EQ(count, 21);

@@ -128,17 +128,18 @@ void WriteWords(const Output& output, const std::vector<CheckedFolder>& folders,
     files += folder.files;
     const auto reason = GetReason(folder);
     if (!reason) continue;
-    WriteData(GetPadded(GetWord(folder.freshness), stateWidth) + "  " +
-              output.GetShown(GetNativePath(*folder.entry)) + "  (" + *reason + ")\n");
+    output.WriteLine(GetPadded(GetWord(folder.freshness), stateWidth) + "  " +
+                     output.GetShown(GetNativePath(*folder.entry)) + "  (" + *reason + ')');
   }
-  WriteData("a path of " + GetCounted(mainFolders, "folder") + "; in all " +
-            GetCounted(folders.size(), "folder") + " with " + GetCounted(files, "file") + '\n');
+  output.WriteLine("a path of " + GetCounted(mainFolders, "folder") + "; in all " +
+                   GetCounted(folders.size(), "folder") + " with " + GetCounted(files, "file"));
 }
 
 Outcome Verify(const Arguments& arguments) {
   CommandLine commandLine(kVerifyText);
   OutputOptions outputOptions;
-  outputOptions.AddTo(commandLine, false);
+  outputOptions.AddTo(commandLine);
+  outputOptions.AddExitCodeTo(commandLine);
   if (!commandLine.Parse(arguments)) return Outcome::Found;
   const Output output(outputOptions);
   const auto cache = ReadListing(GetFile(commandLine), host::ListingUse::AsSaved);

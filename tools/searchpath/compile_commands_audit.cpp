@@ -57,7 +57,7 @@ void WriteListWords(const Output& output, const HeaderList& list) {
       list.files.begin() + static_cast<std::ptrdiff_t>(std::min(kNamed, list.files.size())));
   for (std::string& file : named) file = output.GetShown(file);
   if (list.files.size() > kNamed) named.emplace_back("...");
-  WriteData("in " + GetCounted(list.files.size(), "file") + ": " + Join(named, ", ") + '\n');
+  output.WriteLine("in " + GetCounted(list.files.size(), "file") + ": " + Join(named, ", "));
 }
 
 class Audit {

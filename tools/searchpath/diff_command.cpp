@@ -55,7 +55,8 @@ struct DiffOptions {
                         "also special folders: +, @, private, resources");
     commandLine.AddFlag("--names", names, "names that mean another file, instead of folders");
     path.AddReadingTo(commandLine);
-    output.AddTo(commandLine, false);
+    output.AddTo(commandLine);
+    output.AddExitCodeTo(commandLine);
   }
 };
 

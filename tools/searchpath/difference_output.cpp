@@ -48,10 +48,10 @@ void WriteDifference(const Output& output, const host::FolderDifference& differe
   const IPathEntry& folder = *(difference.after ? difference.after : difference.before);
   const std::string change = GetWord(difference.change);
   if (!output.IsJson()) {
-    WriteData(output.GetPainted(change, GetPaint(difference.change)) +
-              std::string(kChangeWidth + 2 - change.size(), ' ') +
-              GetPadded(GetPositions(difference), kPositionsWidth) + "  " +
-              output.GetShown(GetNativePath(folder)) + '\n');
+    output.WriteLine(output.GetPainted(change, GetPaint(difference.change)) +
+                     std::string(kChangeWidth + 2 - change.size(), ' ') +
+                     GetPadded(GetPositions(difference), kPositionsWidth) + "  " +
+                     output.GetShown(GetNativePath(folder)));
     return;
   }
   nlohmann::ordered_json object = {{"change", change}};
@@ -70,9 +70,10 @@ void WriteDifference(const Output& output, const host::NameChange& name) {
     const auto shown = [&](const FoundItem& file) {
       return output.GetShown(host::GetNativePath(file));
     };
-    WriteData(output.GetPainted(change, paint) + std::string(kChangeWidth - change.size(), ' ') +
-              (name.before ? shown(*name.before) : "") + (name.before && name.after ? " -> " : "") +
-              (name.after ? shown(*name.after) : "") + '\n');
+    output.WriteLine(
+        output.GetPainted(change, paint) + std::string(kChangeWidth - change.size(), ' ') +
+        (name.before ? shown(*name.before) : "") + (name.before && name.after ? " -> " : "") +
+        (name.after ? shown(*name.after) : ""));
     return;
   }
   nlohmann::ordered_json object = {{"change", change}};

@@ -109,7 +109,8 @@ Outcome RunDoctor(const Arguments& arguments) {
   std::optional<std::string> slow;
   commandLine.AddValue("--slow", "MS", slow, "slow is MS milliseconds or more; the default is 100");
   OutputOptions outputOptions;
-  outputOptions.AddTo(commandLine, false);
+  outputOptions.AddTo(commandLine);
+  outputOptions.AddExitCodeTo(commandLine);
   if (!commandLine.Parse(arguments)) return Outcome::Clean;
   const Output output(outputOptions);
   const host::Examination examination{
@@ -123,7 +124,7 @@ Outcome RunDoctor(const Arguments& arguments) {
     if (output.IsJson()) {
       WriteObject(output, finding);
     } else {
-      WriteData(GetWords(output, finding) + "; " + host::GetAdvice(finding.kind) + '\n');
+      output.WriteLine(GetWords(output, finding) + "; " + host::GetAdvice(finding.kind));
     }
   }
   return findings.empty() ? Outcome::Clean : Outcome::Findings;

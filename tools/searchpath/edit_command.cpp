@@ -56,7 +56,7 @@ struct EditOptions {
   void AddTo(CommandLine& commandLine) {
     commandLine.AddValue("--store", "FILE", store, "edit the path that is stored in FILE instead");
     commandLine.AddFlag("--dry-run", dryRun, "change nothing, print what would differ");
-    output.AddTo(commandLine, false);
+    output.AddTo(commandLine);
     commandLine.AddNotes(kEditNotes);
   }
 

@@ -77,7 +77,7 @@ void WriteWords(const Output& output, const host::Environment& environment, cons
   const std::vector<FoundItem>& files = explanation.files;
   const std::string meaning =
       files.empty() ? "no file" : output.GetShown(host::GetNativePath(files.front()));
-  WriteData(output.GetShown(Quoted(name)) + " means " + meaning + '\n');
+  output.WriteLine(output.GetShown(Quoted(name)) + " means " + meaning);
   const auto lines = GetLines(output, environment, explanation);
   std::size_t outcomeWidth = 0;
   std::size_t folderWidth = 0;  // of the lines with a remark
@@ -85,15 +85,16 @@ void WriteWords(const Output& output, const host::Environment& environment, cons
     outcomeWidth = std::max(outcomeWidth, GetWidth(line.outcome));
     if (!line.remark.empty()) folderWidth = std::max(folderWidth, GetWidth(line.folder));
   }
-  WriteData(lines.empty() ? "folders asked: none, because no folder of the path matches the name\n"
-                          : "folders asked, in order:\n");
+  output.WriteLine(lines.empty()
+                       ? "folders asked: none, because no folder of the path matches the name"
+                       : "folders asked, in order:");
   for (const AskedLine& line : lines) {
-    WriteData("  " + GetPadded(line.outcome, outcomeWidth) + "  ");
-    WriteData(line.remark.empty() ? line.folder
-                                  : GetPadded(line.folder, folderWidth) + "  " + line.remark);
-    WriteData("\n");
+    output.WriteLine("  " + GetPadded(line.outcome, outcomeWidth) + "  " +
+                     (line.remark.empty()
+                          ? line.folder
+                          : GetPadded(line.folder, folderWidth) + "  " + line.remark));
   }
-  WriteData(std::string("why: ") + host::GetText(explanation.rule) + '\n');
+  output.WriteLine(std::string("why: ") + host::GetText(explanation.rule));
 }
 
 }  // namespace

@@ -38,11 +38,12 @@ struct FilesOptions {
 
   void AddTo(CommandLine& commandLine) {
     path.AddTo(commandLine);
-    commandLine.AddFlag("--all", all, "also files in special folders: +, @, private, resources");
+    commandLine.AddFlag("-a,--all", all, "also files in special folders: +, @, private, resources");
     commandLine.AddValue("--from", "FOLDER", from,
                          "only files of this folder, which is on the path");
     matching.AddTo(commandLine, "only files with this extension; may be repeated");
-    output.AddTo(commandLine, true);
+    output.AddTo(commandLine);
+    output.AddExitCodeTo(commandLine);
   }
 };
 

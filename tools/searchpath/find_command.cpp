@@ -87,7 +87,8 @@ struct FindOptions {
                                    "read NAMEs from standard input, one a line");
     commandLine.AddFlag("--follow", follow, "with --stdin: keep the path as the disk is");
     record.AddTo(commandLine);
-    output.AddTo(commandLine, true);
+    output.AddTo(commandLine);
+    output.AddExitCodeTo(commandLine);
   }
 };
 
@@ -117,9 +118,6 @@ void CheckOptions(const FindOptions& options, const std::vector<std::string>& na
     throw UsageError(
         "--stdin and --path - both read standard input; write the folders into a file and give "
         "--path @FILE");
-  }
-  if (options.answers.explain && options.output.print0) {
-    throw UsageError("--explain and --print0 exclude each other; for programs there is --json");
   }
   if (options.follow && !options.answers.manyNames) {
     throw UsageError("--follow needs --stdin, from which the NAMEs come one after the other");

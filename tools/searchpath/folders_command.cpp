@@ -88,7 +88,8 @@ Outcome RunFolders(const Arguments& arguments) {
   std::optional<std::string> policy;
   AddPolicyTo(commandLine, policy);
   OutputOptions outputOptions;
-  outputOptions.AddTo(commandLine, true);
+  outputOptions.AddTo(commandLine);
+  outputOptions.AddExitCodeTo(commandLine);
   if (!commandLine.Parse(arguments)) return Outcome::Found;
   lookup.policy = GetPolicy(policy);
   const Output output(outputOptions);

@@ -61,7 +61,7 @@ bool TryToWriteIRI(const Output& output, const std::string& typed) {
 Outcome RunIri(const Arguments& arguments) {
   CommandLine commandLine(kIriText);
   OutputOptions outputOptions;
-  outputOptions.AddTo(commandLine, false);
+  outputOptions.AddTo(commandLine);
   if (!commandLine.Parse(arguments)) return Outcome::Found;
   const Output output(outputOptions);
   bool succeeded = true;

@@ -51,11 +51,11 @@ void WriteWords(const Output& output, const host::Environment& environment,
   const char* problem = host::FindProblemText(folder);
   const std::string origin =
       GetOriginText(output, environment, environment.FindOrigin(folder), folder);
-  WriteData(GetPadded(blanks + count, kCountWidth) + "  " +
-            GetPadded(host::GetWord(folder.GetPathEntryType()), kKindWidth) + "  " +
-            output.GetShown(GetNativePath(folder)) +
-            (problem == nullptr ? "" : std::string("  (") + problem + ')') +
-            (origin.empty() ? "" : "  (" + origin + ')') + '\n');
+  output.WriteLine(GetPadded(blanks + count, kCountWidth) + "  " +
+                   GetPadded(host::GetWord(folder.GetPathEntryType()), kKindWidth) + "  " +
+                   output.GetShown(GetNativePath(folder)) +
+                   (problem == nullptr ? "" : std::string("  (") + problem + ')') +
+                   (origin.empty() ? "" : "  (" + origin + ')'));
 }
 
 void WriteObject(const Output& output, const host::Environment& environment,
@@ -93,11 +93,8 @@ Outcome RunList(const Arguments& arguments) {
   std::optional<std::string> saveTo;
   commandLine.AddValue("--save", "FILE", saveTo,
                        "write a cache of the path to FILE, for --path @FILE");
-  outputOptions.AddTo(commandLine, true);
+  outputOptions.AddTo(commandLine);
   if (!commandLine.Parse(arguments)) return Outcome::Found;
-  if (inWords && outputOptions.print0) {
-    throw UsageError("--long and --print0 exclude each other; for programs there is --json");
-  }
   const Output output(outputOptions);
   const host::Environment environment = OpenPath(path, commandLine);
   if (saveTo) return SavePath(environment, path, *saveTo) ? Outcome::Failed : Outcome::Found;

@@ -31,12 +31,18 @@ bool UsesColor(const OutputOptions& options, bool toTerminal) {
 
 }  // namespace
 
-void OutputOptions::AddTo(CommandLine& commandLine, bool withPrint0) {
+void OutputOptions::AddTo(CommandLine& commandLine) {
   commandLine.AddFlag("--json", json, "one JSON object a line");
-  if (withPrint0) {
-    commandLine.AddFlag("-0,--print0", print0, "end each path with NUL instead of a line break");
-  }
-  commandLine.AddValue("--color", "WHEN", color, "auto, always or never");
+  commandLine.AddFlag("-0,--print0", print0, "end each line with NUL instead of a line break");
+  commandLine.AddValue("--color", "WHEN", color, "auto, always or never",
+                       {"auto", "always", "never"});
+}
+
+void OutputOptions::AddExitCodeTo(CommandLine& commandLine) {
+  commandLine.AddFlag("--exit-code", exitCodeOnly, "print nothing: the exit code is the answer");
+  commandLine.AfterParse([this] {
+    if (exitCodeOnly) silence = std::make_shared<const SilentStreams>();
+  });
 }
 
 Output::Output(const OutputOptions& options)
@@ -56,12 +62,14 @@ std::string Output::GetShown(const std::string& bytes) const {
 void Output::WritePath(const ustring& path) const {
   const std::string shown = GetShown(path);
   const std::size_t name = shown.rfind('/') + 1;
-  WriteData(shown.substr(0, name) +
-            GetPainted(std::string_view(shown).substr(name), Paint::Emphasis) + lineEnd);
+  WriteLine(shown.substr(0, name) +
+            GetPainted(std::string_view(shown).substr(name), Paint::Emphasis));
 }
 
+void Output::WriteLine(std::string_view text) const { WriteData(std::string(text) + lineEnd); }
+
 void Output::WriteField(std::string_view label, const std::string& value) const {
-  WriteData(GetPainted(label, Paint::Emphasis) + ": " + GetShown(value) + lineEnd);
+  WriteLine(GetPainted(label, Paint::Emphasis) + ": " + GetShown(value));
 }
 
 void Output::WriteObject(const nlohmann::ordered_json& object) const {

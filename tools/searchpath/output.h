@@ -9,6 +9,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -16,6 +17,7 @@
 namespace Corvane::PathManagement::tool {
 
 class CommandLine;
+class SilentStreams;
 
 /// The exit code: of a question, or of a check.
 enum class Outcome : std::uint8_t {
@@ -34,8 +36,13 @@ struct OutputOptions {
   bool json = false;
   bool print0 = false;
   std::optional<std::string> color;
+  bool exitCodeOnly = false;
+  std::shared_ptr<const SilentStreams> silence =
+      {};  // as long as these options, if they ask for it
 
-  void AddTo(CommandLine& commandLine, bool withPrint0);
+  void AddTo(CommandLine& commandLine);
+  /// For a command whose exit code is an answer. A failure is reported all the same.
+  void AddExitCodeTo(CommandLine& commandLine);
 };
 
 /// Writes data to standard output.
@@ -56,6 +63,8 @@ class Output {
 
   /// A line with a path, its last part emphasised.
   void WritePath(const ustring& path) const;
+  /// A line of other data, in which names are shown as `GetShown` has them.
+  void WriteLine(std::string_view text) const;
   /// A line "label: value".
   void WriteField(std::string_view label, const std::string& value) const;
   /// An object on a line.

@@ -80,15 +80,16 @@ PackageLines GetLines(const host::PackageRegistry& registry, const ComponentIden
 void WriteWords(const Output& output, const PackageLines& lines) {
   const bool contributes = std::any_of(lines.folders.begin(), lines.folders.end(),
                                        [](const FolderLine& line) { return line.isForPath; });
-  WriteData(output.GetShown(GetText(lines.identifier)) +
-            (contributes ? ": contributes to the path\n" : ": contributes nothing to the path\n"));
+  output.WriteLine(
+      output.GetShown(GetText(lines.identifier)) +
+      (contributes ? ": contributes to the path" : ": contributes nothing to the path"));
   for (const FolderLine& line : lines.folders) {
     std::string remark;
     if (line.isForPath && line.isOnPath) {
       remark = *line.isOnPath ? "  (on the path)" : "  (not on the path)";
     }
-    WriteData((line.isForPath ? "  for the path  " : "  other         ") +
-              output.GetShown(GetStringFromIRI(line.location)) + remark + '\n');
+    output.WriteLine((line.isForPath ? "  for the path  " : "  other         ") +
+                     output.GetShown(GetStringFromIRI(line.location)) + remark);
   }
 }
 
@@ -120,10 +121,11 @@ Outcome RunPackages(const Arguments& arguments) {
   PathOptions path;
   commandLine.AddValue("--root", "DIR", root, "the folder that holds the packages");
   path.AddFoldersTo(commandLine);
-  commandLine.AddFlag("--quiet", path.quiet, "do not report what cannot be used");
+  commandLine.AddFlag("-q,--quiet", path.quiet, "do not report what cannot be used");
   commandLine.AddFlag("--strict", path.strict, "exit with 2 when something cannot be used");
   OutputOptions outputOptions;
-  outputOptions.AddTo(commandLine, false);
+  outputOptions.AddTo(commandLine);
+  outputOptions.AddExitCodeTo(commandLine);
   if (!commandLine.Parse(arguments)) return Outcome::Found;
   if (!root) {
     throw UsageError("packages needs --root; type: " + commandLine.GetLineWith("--root DIR"));

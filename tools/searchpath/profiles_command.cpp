@@ -80,7 +80,7 @@ void WriteWords(const Output& output, const std::vector<Profile>& profiles) {
     for (const Column& column : columns) {
       line += GetPadded(output.GetShown(column.getText(profile)), column.width + 2);
     }
-    WriteData(line.substr(0, line.find_last_not_of(' ') + 1) + '\n');
+    output.WriteLine(line.substr(0, line.find_last_not_of(' ') + 1));
   }
 }
 
@@ -106,7 +106,7 @@ nlohmann::ordered_json GetObject(const Profile& profile) {
 Outcome RunProfiles(const Arguments& arguments) {
   CommandLine commandLine(kProfilesText);
   OutputOptions outputOptions;
-  outputOptions.AddTo(commandLine, false);
+  outputOptions.AddTo(commandLine);
   if (!commandLine.Parse(arguments)) return Outcome::Found;
   const Output output(outputOptions);
   const std::vector<Profile> profiles = GetProfiles();

@@ -286,7 +286,7 @@ void PathOptions::AddRecursiveTo(CommandLine& commandLine) {
 }
 
 void PathOptions::AddReportingTo(CommandLine& commandLine) {
-  commandLine.AddFlag("--quiet", quiet, "do not report folders that cannot be searched");
+  commandLine.AddFlag("-q,--quiet", quiet, "do not report folders that cannot be searched");
   commandLine.AddFlag("--strict", strict, "exit with 2 when a folder cannot be searched");
 }
 

@@ -57,14 +57,14 @@ void WriteSummaryObjects(const Output& output, std::size_t names,
 void WriteSummaryWords(const Output& output, std::size_t names,
                        const host::ShadowSummary& summary) {
   const std::size_t files = summary.counts.GetTotal();
-  WriteData(GetCounted(names, "name") + (names == 1 ? " hides " : " hide ") +
-            GetCounted(files, "file") + (files == 0 ? "" : ": " + GetCounts(summary.counts)) +
-            '\n');
+  output.WriteLine(GetCounted(names, "name") + (names == 1 ? " hides " : " hide ") +
+                   GetCounted(files, "file") +
+                   (files == 0 ? "" : ": " + GetCounts(summary.counts)));
   for (const host::FolderShadows& folders : summary.folders) {
-    WriteData("  " + output.GetShown(GetNativePath(*folders.winner)) + " hides " +
-              GetCounted(folders.counts.GetTotal(), "file") + " of " +
-              output.GetShown(GetNativePath(*folders.hidden)) + ": " + GetCounts(folders.counts) +
-              '\n');
+    output.WriteLine("  " + output.GetShown(GetNativePath(*folders.winner)) + " hides " +
+                     GetCounted(folders.counts.GetTotal(), "file") + " of " +
+                     output.GetShown(GetNativePath(*folders.hidden)) + ": " +
+                     GetCounts(folders.counts));
   }
 }
 
@@ -94,11 +94,11 @@ void WriteShadow(const Output& output, const host::Shadow& shadow,
     return;
   }
   constexpr std::size_t kHiddenKindWidth = 10;  // of "unreadable"
-  WriteData(output.GetShown(Quoted(shadow.name)) + " means " +
-            output.GetShown(host::GetNativePath(shadow.winner)) + " and hides\n");
+  output.WriteLine(output.GetShown(Quoted(shadow.name)) + " means " +
+                   output.GetShown(host::GetNativePath(shadow.winner)) + " and hides");
   for (const host::HiddenFile& hidden : shadow.hidden) {
-    WriteData("  " + GetPadded(host::GetText(hidden.kind), kHiddenKindWidth) + "  " +
-              output.GetShown(host::GetNativePath(hidden.file)) + '\n');
+    output.WriteLine("  " + GetPadded(host::GetText(hidden.kind), kHiddenKindWidth) + "  " +
+                     output.GetShown(host::GetNativePath(hidden.file)));
   }
 }
 

@@ -74,7 +74,8 @@ struct ShadowsOptions {
                          "the headers of each file in this compilation database");
     commandLine.AddFlag("--sarif", sarif, "one report in SARIF, which hosts of code read");
     matching.AddTo(commandLine, "only files with this extension; may be repeated");
-    output.AddTo(commandLine, false);
+    output.AddTo(commandLine);
+    output.AddExitCodeTo(commandLine);
   }
 
   [[nodiscard]] host::ShadowLookup GetLookup(const std::vector<std::string>& names) const {

@@ -3,6 +3,9 @@
 #include "searchpath/model/byte_text.h"
 #include "text_for_terminal.h"
 
+#include <fcntl.h>
+#include <unistd.h>
+
 #include <cerrno>
 #include <cstdio>
 #include <cstdlib>
@@ -18,6 +21,26 @@ void Check(bool written) {
   }
 }
 
+// Makes `descriptor` lead nowhere. Returns a copy of what it was.
+int Silence(int descriptor) {
+  const int before = fcntl(descriptor, F_DUPFD_CLOEXEC, STDERR_FILENO + 1);
+  const int nowhere = open("/dev/null", O_WRONLY | O_CLOEXEC);
+  if (nowhere != descriptor) {
+    dup2(nowhere, descriptor);
+    close(nowhere);
+  }
+  return before;
+}
+
+void Restore(int descriptor, int before) {
+  if (before < 0) {
+    close(descriptor);
+    return;
+  }
+  dup2(before, descriptor);
+  close(before);
+}
+
 }  // namespace
 
 void WriteData(std::string_view bytes) {
@@ -29,6 +52,14 @@ void FinishData() { Check(std::fflush(stdout) == 0); }
 void Report(std::string_view message) {
   const std::string line = "searchpath: " + GetTextForTerminal(message) + '\n';
   std::fwrite(line.data(), 1, line.size(), stderr);
+}
+
+SilentStreams::SilentStreams() : output(Silence(STDOUT_FILENO)), error(Silence(STDERR_FILENO)) {}
+
+SilentStreams::~SilentStreams() {
+  std::fflush(stdout);  // while what it holds still leads nowhere
+  Restore(STDOUT_FILENO, output);
+  Restore(STDERR_FILENO, error);
 }
 
 bool TerminalTakesCommands() {

@@ -17,6 +17,19 @@ void FinishData();
 /// Writes `message` to standard error, made harmless for a terminal, so that it is one line.
 void Report(std::string_view message);
 
+/// During its life nothing reaches standard output and standard error.
+class SilentStreams {
+ public:
+  SilentStreams();
+  SilentStreams(const SilentStreams&) = delete;
+  SilentStreams& operator=(const SilentStreams&) = delete;
+  ~SilentStreams();
+
+ private:
+  int output;  // what they were before; -1 where it was closed
+  int error;
+};
+
 /// Whether a terminal would understand control sequences, as for colour.
 [[nodiscard]] bool TerminalTakesCommands();
 

@@ -55,10 +55,10 @@ std::string GetWho(const host::TrustFinding& finding) {
 }
 
 void WriteLines(const Output& output, const host::TrustFinding& finding) {
-  WriteData(output.GetShown(finding.folder) + ": " + output.GetShown(finding.object) + ": " +
-            output.GetShown(GetWho(finding)) + ' ' + host::GetText(finding.kind) + "; " +
-            host::GetAdvice(finding.kind) + '\n');
-  for (const ustring& name : finding.names) WriteData("  " + output.GetShown(name) + '\n');
+  output.WriteLine(output.GetShown(finding.folder) + ": " + output.GetShown(finding.object) + ": " +
+                   output.GetShown(GetWho(finding)) + ' ' + host::GetText(finding.kind) + "; " +
+                   host::GetAdvice(finding.kind));
+  for (const ustring& name : finding.names) output.WriteLine("  " + output.GetShown(name));
 }
 
 void WriteObject(const Output& output, const host::TrustFinding& finding, bool withNames) {
@@ -97,7 +97,8 @@ Outcome RunTrust(const Arguments& arguments) {
   commandLine.AddValue("--user", "NAME", user, "who is trusted beside root: a name or a number");
   commandLine.AddFlag("--names", names, "which names each way in could take over");
   OutputOptions outputOptions;
-  outputOptions.AddTo(commandLine, false);
+  outputOptions.AddTo(commandLine);
+  outputOptions.AddExitCodeTo(commandLine);
   if (!commandLine.Parse(arguments)) return Outcome::Clean;
   const Output output(outputOptions);
   const host::TrustLookup lookup = GetLookup(user, names);

@@ -45,7 +45,8 @@ Outcome RunVerify(const Arguments& arguments) {
   OutputOptions outputOptions;
   bool update = false;
   commandLine.AddFlag("--update", update, "keep the new answers");
-  outputOptions.AddTo(commandLine, false);
+  outputOptions.AddTo(commandLine);
+  outputOptions.AddExitCodeTo(commandLine);
   if (!commandLine.Parse(arguments)) return Outcome::Found;
   const Output output(outputOptions);
   const std::string& file = GetReceiptFile(commandLine);

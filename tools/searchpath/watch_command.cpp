@@ -76,7 +76,7 @@ struct WatchOptions {
     commandLine.AddValue("--count", "N", count,
                          "end after N lines, or more if several change at once");
     path.AddTo(commandLine);
-    output.AddTo(commandLine, false);
+    output.AddTo(commandLine);
   }
 
   // How many lines to print before the end; empty for no end.

@@ -32,11 +32,9 @@ Outcome RunWhich(const Arguments& arguments) {
   commandLine.AddFlag("-a,--all", options.all, "all programs of that name, not the first alone");
   commandLine.AddFlag("--explain", options.explain,
                       "why: each folder asked, and the rule that decided");
-  outputOptions.AddTo(commandLine, true);
+  outputOptions.AddTo(commandLine);
+  outputOptions.AddExitCodeTo(commandLine);
   if (!commandLine.Parse(arguments)) return Outcome::Found;
-  if (options.explain && outputOptions.print0) {
-    throw UsageError("--explain and --print0 exclude each other; for programs there is --json");
-  }
   path.as = "program";
   path.quiet = true;  // shells skip what they cannot search, too
   const Output output(outputOptions);
