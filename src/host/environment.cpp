@@ -9,6 +9,7 @@
 #include "host/questions/file_search.h"
 #include "host/questions/folder_search.h"
 #include "host/questions/path_examination.h"
+#include "host/questions/pattern_search.h"
 #include "host/questions/relative_names.h"
 #include "host/questions/rule_examination.h"
 #include "host/questions/rule_explanation.h"
@@ -170,7 +171,7 @@ FolderOrigin Environment::FindOrigin(const IPathEntry& entry) const {
 }
 
 std::unique_ptr<MainSearchPathManager> Environment::CreateManager() const {
-  if (!view->IsOnDisk()) throw std::logic_error("a path with more than folders has no manager");
+  if (!view->IsOnDisk()) throw std::logic_error("only a path of folders on disk has a manager");
   auto manager = std::make_unique<MainSearchPathManager>(GetMainFolders());
   manager->SetKnownPackages(FindKnownPackages(view->GetGivenFolders()));
   return manager;
@@ -206,6 +207,13 @@ std::vector<FoundItem> Environment::FindAll(const Lookup& lookup) const {
     return ruled->FindAll(TargetOf(lookup), AskerByRules(workingFolder, lookup));
   }
   return FindAllFiles(*view, AskerOf(lookup), TargetOf(lookup), lookup.policy, nullptr);
+}
+
+std::vector<MatchingName> Environment::FindMatching(const Lookup& lookup) const {
+  if (ruled != nullptr) {
+    return FindMatchingNamesByRules(*ruled, TargetOf(lookup), AskerByRules(workingFolder, lookup));
+  }
+  return FindMatchingNames(*view, AskerOf(lookup), TargetOf(lookup), lookup.policy);
 }
 
 Explanation Environment::Explain(const Lookup& lookup) const {

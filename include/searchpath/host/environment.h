@@ -10,6 +10,7 @@
 #include "searchpath/host/folder_origin.h"
 #include "searchpath/host/folder_problem.h"
 #include "searchpath/host/lookup_rules.h"
+#include "searchpath/host/name_pattern.h"
 #include "searchpath/host/native_location.h"
 #include "searchpath/host/path_entry_factory.h"
 #include "searchpath/host/path_examination.h"
@@ -170,6 +171,14 @@ class SEARCHPATH_EXPORT Environment {
   ///
   /// Errors: as `Find`.
   [[nodiscard]] std::vector<FoundItem> FindAll(const Lookup& lookup) const;
+
+  /// Every name that matches the pattern `Lookup::name`, see `NamePattern`, with the answer of
+  /// `FindAll` to it: in the order of the path and, within a folder, of the bytes of names. Each of
+  /// the extensions is added to the pattern. With separators, the last part alone is a pattern.
+  ///
+  /// Errors: as `Find`; `std::invalid_argument` when another part has a "*", "?" or "[".
+  /// Cost: one pass over the names in the folders that such a name is looked for in.
+  [[nodiscard]] std::vector<MatchingName> FindMatching(const Lookup& lookup) const;
 
   /// The answer of `FindAll` and the reason for it: every folder that was asked, in order, and with
   /// what outcome.

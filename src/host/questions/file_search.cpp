@@ -56,6 +56,15 @@ std::vector<FoundItem> FindObserved(const IPath& path, SearchScope scope,
   return all;
 }
 
+/// The private folder that code in the folder `asker` sees; null when there is none.
+std::shared_ptr<const IPathEntry> FindPrivateFolder(const PathView& view,
+                                                    const AbsoluteIRI& asker) {
+  if (!view.MayHavePrivateFolder(asker)) return nullptr;
+  const auto entry = view.GetWholePath().GetPathEntryFromAbsoluteIRI(
+      asker, FilenameMatchingPolicy::FileSystemDefault);
+  return entry != nullptr ? entry->GetSingleSubfolderEntryA() : nullptr;
+}
+
 /// One look-up. When it is observed, it asks the folders that the path does not show as well, and
 /// takes their files out of the answer.
 class FileSearch {
@@ -97,10 +106,7 @@ class FileSearch {
   }
 
   [[nodiscard]] std::vector<FoundItem> InPrivateFolderOf(const AbsoluteIRI& asker) const {
-    if (!view.MayHavePrivateFolder(asker)) return {};
-    const auto entry =
-        path.GetPathEntryFromAbsoluteIRI(asker, FilenameMatchingPolicy::FileSystemDefault);
-    const auto folder = entry != nullptr ? entry->GetSingleSubfolderEntryA() : nullptr;
+    const auto folder = FindPrivateFolder(view, asker);
     return folder != nullptr ? In(folder) : std::vector<FoundItem>();
   }
 
@@ -136,6 +142,16 @@ std::vector<FoundItem> FindAllFiles(const PathView& view, const std::optional<Ab
                                     const SearchTarget& target, FilenameMatchingPolicy policy,
                                     ILookupObserver* observer) {
   return FileSearch(view, target, policy, observer).Run(asker);
+}
+
+PathEntries FindAskedEntries(const PathView& view, const std::optional<AbsoluteIRI>& asker,
+                             const SearchTarget& target, FilenameMatchingPolicy policy) {
+  const IPath& path = *view.GetPath();
+  if (HasSeparator(target.GetName())) return AskedEntries(path, kAllKindsScope, target, policy);
+  PathEntries entries = AskedEntries(path, kMainScope, target, policy);
+  const auto own = asker ? FindPrivateFolder(view, *asker) : nullptr;
+  if (own != nullptr) entries.insert(entries.begin(), own);
+  return entries;
 }
 
 }  // namespace Corvane::PathManagement::host

@@ -4,6 +4,7 @@
 #include "searchpath/host/lookup_observer.h"
 #include "searchpath/model/filename_matching_policy.h"
 #include "searchpath/model/found_item.h"
+#include "searchpath/model/path.h"
 #include "searchpath/model/search_target.h"
 
 #include <optional>
@@ -21,6 +22,12 @@ class PathView;
     const PathView& view, const std::optional<AbsoluteIRI>& asker,
     const PathManagement::detail::SearchTarget& target, FilenameMatchingPolicy policy,
     ILookupObserver* observer);
+
+/// The entries in which `FindAllFiles` looks for `target`, in the order asked, but for method entries.
+[[nodiscard]] PathEntries FindAskedEntries(const PathView& view,
+                                           const std::optional<AbsoluteIRI>& asker,
+                                           const PathManagement::detail::SearchTarget& target,
+                                           FilenameMatchingPolicy policy);
 
 }  // namespace Corvane::PathManagement::host
 

@@ -162,6 +162,12 @@ std::string RuledPath::PathOf(const Place& place, const std::string& name) {
   return place.lookup->GetRoots().PathOf(place.root, place.before + std::string(Trimmed(name)));
 }
 
+std::shared_ptr<const FolderEntry> RuledPath::FolderOf(const Place& place,
+                                                       const std::string& name) {
+  const std::string path = place.before + std::string(Trimmed(name));
+  return place.lookup->GetRoots().CreateFolder(place.root, path.substr(0, path.rfind('/') + 1));
+}
+
 std::vector<RuledPath::Place> RuledPath::FindPlaces(const Target& target,
                                                     const Asker& asker) const {
   if (IsThatFile(target.GetName())) return {PlaceOfFile(target.GetName())};

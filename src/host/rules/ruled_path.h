@@ -85,6 +85,10 @@ class RuledPath {
   /// The native path of what a place is asked for.
   [[nodiscard]] static std::string PathOf(const Place& place, const std::string& name);
 
+  /// The folder in which a place is asked for `name`.
+  [[nodiscard]] static std::shared_ptr<const FolderEntry> FolderOf(const Place& place,
+                                                                   const std::string& name);
+
   /// As `Environment::FindOrigin`, also for folders below those of the path.
   [[nodiscard]] FolderOrigin FindOrigin(const IPathEntry& entry) const;
   /// Why the folder of a place cannot be searched; empty when it can be.

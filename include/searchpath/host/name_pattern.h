@@ -1,0 +1,71 @@
+#ifndef SEARCHPATH_HOST_NAME_PATTERN_H
+#define SEARCHPATH_HOST_NAME_PATTERN_H
+
+#include "searchpath/export.h"
+#include "searchpath/model/any_text.h"
+#include "searchpath/model/filename_matching_policy.h"
+#include "searchpath/model/found_item.h"
+#include "searchpath/model/ustring.h"
+
+#include <cstdint>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+namespace Corvane::PathManagement::host {
+
+/// Which file names are meant, as shells write it. The whole name has to match:
+///
+/// - "*" matches any characters, or none; a dot at the beginning of a name, too.
+/// - "?" matches one character.
+/// - "[abc]" matches one of these characters, and "[a-z]" one of those between two, by code point.
+///   After "[!" or "[^" come those that do not match. A "]" that comes first is one of the characters,
+///   and so is a "-" that comes first or last. Within the brackets, "[:alpha:]" and the other classes
+///   of POSIX hold characters of ASCII. A "[" that no "]" closes stands for itself.
+/// - "\\" takes the meaning from the character behind it; at the end of the pattern, nothing matches.
+/// - Any other character matches itself.
+///
+/// A character is a code point, or a byte of a name that is not UTF-8. Where case is ignored, the
+/// pattern and the names are folded first, as by `FoldFilename`.
+///
+/// Threads: all operations, from any thread.
+class SEARCHPATH_EXPORT NamePattern {
+ public:
+  explicit NamePattern(const AnyText& pattern, FilenameMatchingPolicy matchingPolicy =
+                                                   FilenameMatchingPolicy::FileSystemDefault);
+
+  /// Whether the file name with these bytes matches.
+  ///
+  /// Cost: for each "*", at most the length of the name; nothing is allocated for a name in ASCII
+  /// unless case is ignored.
+  [[nodiscard]] bool Matches(std::string_view name) const;
+
+  /// Whether `text` has a "*", "?" or "[".
+  [[nodiscard]] static bool IsPattern(std::u16string_view text) noexcept;
+
+ private:
+  enum class Kind : std::uint8_t { Character, AnyCharacter, AnyCharacters, OneOf, NoneOf, Nothing };
+  /// What matches a character, or characters, of a name.
+  struct Part {
+    Kind kind = Kind::Nothing;
+    std::vector<std::pair<char32_t, char32_t>> ranges = {};  // both ends belong to each
+    [[nodiscard]] bool Accepts(char32_t character) const;
+  };
+
+  [[nodiscard]] static Part TakePart(std::u16string_view& rest);
+  template <class Text>
+  [[nodiscard]] bool MatchText(const Text& name) const;
+
+  std::vector<Part> parts;
+  bool ignoresCase;
+};
+
+/// A name that matches a pattern, and every file of that name.
+struct MatchingName {
+  ustring name;                  ///< as a question is asked with it
+  std::vector<FoundItem> files;  ///< the file that it means, then those that this one hides
+};
+
+}  // namespace Corvane::PathManagement::host
+
+#endif  // SEARCHPATH_HOST_NAME_PATTERN_H
