@@ -259,7 +259,7 @@ TEST(PathEntryFactoryTest, WhatIsNotWholeIsRefused) {
       {"searchpath listing 11111111111111\n", "no version"},
       {"searchpath listing 2\n",
        "has version 2 of the format, and this program reads version 1: a "
-       "newer program made it"},
+       "newer program wrote it"},
       {"searchpath listing 0\n", "has version 0 of the format, and this program reads version 1 o"},
       {line + "xx", "it ends in its header"},
       {line + "0123456701234567", "its length is damaged"},

@@ -234,7 +234,7 @@ TEST_F(ToolTest, FindAnswersEachNameAsItComes) {
       {"printf 'none\\nfo.zt' | s find --stdin --json --explain --path mid | cut -c-24", 0,
        "no file called `none` on the path\n",
        "{`name`:`none`,`path`:nu\n{`name`:`fo.zt`,`path`:`\n"},
-      {"s find --follow fo.zt --path mid", 2, "--follow needs --stdin, from which the NAMEs", ""},
+      {"s find --follow fo.zt --path mid", 2, "--follow is for the NAMEs of --stdin", ""},
   });
 }
 

@@ -83,7 +83,7 @@ TEST_F(CompileCommandsTest, EachListIsExaminedOnceAndNamesItsFiles) {
        "4.c:cc -c -Iover -Imid\n/5.c:cc -iquotelib -iquote lib -Iover\n6.f90:cc\n7.c:cc "
        "-Iover\nEND\n"
        "cd lib; s shadows --compile-commands ../db.json; wc -l <../../asked",
-       0, "1 file in no language of the C family left out: `$T/6.f90`\n",
+       0, "left out 1 file not in C, C++ or Objective-C: `$T/6.f90`\n",
        "in 4 files: $T/1.c, $T/2.c, $T/3.c, ...\n"
        "`fn.zt` means $T/over/fn.zt and hides\n  identical   $T/mid/fn.zt\n"
        "in 1 file: /5.c\n"
@@ -132,8 +132,8 @@ TEST_F(CompileCommandsTest, EachListIsExaminedOnceAndNamesItsFiles) {
       {". ../db; db <<'END'\n1.c:cc -c 1.c\nEND\ns shadows --compile-commands db.json", 0, "", ""},
       {"s shadows --compile-commands db.json --path lib", 2,
        "--compile-commands names the folders;", ""},
-      {"s shadows --compile-commands db.json --as plain", 2, "--as plain exclude each other; it",
-       ""},
+      {"s shadows --compile-commands db.json --as plain", 2,
+       "--as plain cannot be given together; it", ""},
       {"s shadows --compile-commands none", 2, "there is no compilation database `none`\n", ""},
       {"s shadows --compile-commands lib", 2, "cannot read `lib`: Is a directory\n", ""},
       {"printf '[{\"directory\": \"/\",\\n\"file\": \"f.c\"}]' >bad; s shadows --compile-commands "

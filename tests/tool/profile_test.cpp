@@ -57,9 +57,10 @@ TEST_F(ProfileTest, ThePathIsThatOfAVariable) {
        "--path-of FOLDERS names no folder; write . for the working folder\n", ""},
       {"s list --path-of perk", 2, "--path-of is PATH, another variable, cc, c++, perl or python,",
        ""},
-      {"s list --path-of PATH --path lib", 2, "--path-of and --path exclude each other;", ""},
-      {"s list --path-of PATH --cache x", 2, "--path-of and --cache exclude each other;", ""},
-      {"s list --path-of PATH --profile c", 2, "--path-of and --profile exclude each other;", ""},
+      {"s list --path-of PATH --path lib", 2, "--path-of and --path cannot be given together;", ""},
+      {"s list --path-of PATH --cache x", 2, "--path-of and --cache cannot be given together;", ""},
+      {"s list --path-of PATH --profile c", 2, "--path-of and --profile cannot be given together;",
+       ""},
       {"s list --path-of PATH --flag -m32", 2, "--flag is for --path-of cc and c++ and their", ""},
   });
 }
@@ -206,10 +207,11 @@ END
       {"s add over; s list --profile names; s files --profile names", 0, "",
        "$T/over\n$T/over/fn.zt\n$T/over/link\n"},
       {"s list --profile pearl", 2,
-       "no profile `pearl` among command, c, c++, perl, python, mine, list and names; did you mean "
+       "no profile `pearl`; the profiles are command, c, c++, perl, python, mine, list and names; "
+       "did you mean "
        "perl?",
        ""},
-      {"s list --profile mine --cache x", 2, "--profile and --cache without --path exclude", ""},
+      {"s list --profile mine --cache x", 2, "--profile and --cache without --path cannot be", ""},
       {"s list --profile mine --flag -y", 2, "--flag is for --path-of cc and c++ and their", ""},
   });
 }

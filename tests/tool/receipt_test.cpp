@@ -53,7 +53,7 @@ TEST_F(ToolTest, DepfilesNameWhatMatters) {
        "$T/over/fn.zt\nout: \\\n  $T/over/fn.zt \\\n  $T \\\n  $T/mid \\\n  "
        "$T/over\n\n$T/over/fn.zt:\n"},
       {"s find \"it's \\\"q\\\" 100%.zt\" --path odd --depfile d --target out && tail -n 2 d", 0,
-       "make and ninja have no common spelling for it",
+       "make and ninja do not agree on how to write it",
        "$T/odd/it's \"q\" 100%.zt\nout: \\\n  $T/odd\n"},
       {"s find plain --path lib --depfile d", 2, "--depfile needs the name of what depends", ""},
       {"s find plain --path lib --target d", 2, "--target is for --depfile FILE", ""},

@@ -73,7 +73,7 @@ TEST_F(RulesTest, NamesAreRelativeToTheFoldersOfThePath) {
        "`ruleId`: `different`,\n"
        "`text`: `\\`a b/kind.h\\` means $T/p/a b/kind.h, which hides this file (different).`\n"
        "`uri`: `file://$T/q/a%20b/kind.h`\n`uri`: `file://$T/p/a%20b/kind.h`\n"},
-      {"s shadows --path p --sarif --json", 2, "--sarif, --summary and --json exclude", ""},
+      {"s shadows --path p --sarif --json", 2, "--sarif, --summary and --json cannot be", ""},
       {"s diff --names --as plain p:q q:p", 1, "",
        "changed  $T/p/draw -> $T/q/draw\nchanged  $T/p/sub/kind.h -> $T/q/sub/kind.h\n"},
       {": >../e; s watch --as plain --path p:q --count 1 >../w 2>../e & until grep -q watching "
@@ -117,7 +117,7 @@ TEST_F(RulesTest, OptionsThatMeanNothingByTheRulesAreRefused) {
   Check({
       {"s find x --as shell --path p", 2, "--as is one of environment, plain, program, include",
        ""},
-      {"s find x --as plain --path p --recursive", 2, "--recursive and --as plain exclude", ""},
+      {"s find x --as plain --path p --recursive", 2, "--recursive and --as plain cannot be", ""},
       {"s find x --as plain --path p --policy ignore-case", 2, "these rules compare names as", ""},
       {"s find x --as program --path p --from q", 2, "it does not matter who asks", ""},
       {"s find x --path p --after q", 2, "--after needs rules under which folders have no", ""},

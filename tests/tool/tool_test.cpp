@@ -87,7 +87,7 @@ TEST_F(ToolTest, FilesListAndIriAnswer) {
       {"s files --ext zt --ext .ZT --policy ignore-case --all --from lib --path over:lib", 0, "",
        "$T/lib/Case.zt\n$T/lib/fn.zt\n$T/lib/private/fn.zt\n$T/lib/private/own.zt\n"
        "$T/lib/+pkg/inner.zt\n$T/lib/@shape/shape.zt\n"},
-      {"s files --ext .C --path lib", 1, "searchpath: no such file in the folders", ""},
+      {"s files --ext .C --path lib", 1, "searchpath: no such file on the path", ""},
       {"s files --from lib/+pkg --json --path lib", 0, "",
        "{`path`:`$T/lib/+pkg/inner.zt`,`folder`:`$T/lib/+pkg`,`kind`:`+`}\n"},
       {"s list --long --path lib/+pkg:over:no", 0, "no such folder\n",
@@ -287,11 +287,12 @@ TEST_F(ToolTest, WrongUsageIsOneLineThatHelps) {
       {"s diff - -", 2, "OLD and NEW cannot both be standard input", ""},
       {"s diff lib @list", 2, "cannot read \"list\", the list of NEW @list", ""},
       {"s diff : lib", 2, "OLD names no folder; write . for", ""},
-      {"s diff lib lib --names --subfolders", 2, "--names and --subfolders exclude each other", ""},
+      {"s diff lib lib --names --subfolders", 2,
+       "--names and --subfolders cannot be given together", ""},
       {"s add", 2, "add needs FOLDER...; type: searchpath add FOLDER...", ""},
       {"s remove x --store ''", 2, "--store is empty; leave it out", ""},
       {"s files --from over --path lib", 2, "\"over\" is not on the path; searchpath list", ""},
-      {"s list --path lib --json -0", 2, "--json and --print0 exclude each other", ""},
+      {"s list --path lib --json -0", 2, "--json and --print0 cannot be given together", ""},
       {"s find fn.zt --path lib >/dev/full", 2, "cannot write standard output: No space left", ""},
       {"s -h >&-", 2, "cannot write standard output: Bad file descriptor", ""},
   });

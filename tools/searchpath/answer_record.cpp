@@ -30,7 +30,7 @@ void WriteDepfile(const std::string& file, const std::string& target,
     const auto unwritten = host::WriteDepfile(writer.Stream(), TextFromBytes(target), receipt);
     for (const ustring& path : unwritten) {
       Report("cannot write " + Quoted(path) + " into " + Quoted(file) +
-             ": make and ninja have no common spelling for it");
+             ": make and ninja do not agree on how to write it");
     }
   } catch (const std::invalid_argument& invalid) {
     throw UsageError("--target " + Quoted(target) + ": " + invalid.what());

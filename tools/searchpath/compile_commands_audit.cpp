@@ -21,7 +21,7 @@ void CheckOptions(const PathOptions& path) {
   }
   if (path.as.value_or("include") != "include") {
     throw UsageError("--compile-commands and --as " + *path.as +
-                     " exclude each other; it is "
+                     " cannot be given together; it is "
                      "for headers, which are searched as include");
   }
 }
@@ -120,8 +120,8 @@ Outcome AuditCompileCommands(const std::string& database, PathOptions path,
   const HeaderLists found = WithProgress(path.quiet, [&] { return ReadHeaderLists(database); });
   for (const std::string& problem : found.problems) Report(problem);
   if (!found.otherFiles.empty() && !path.quiet) {
-    Report(GetCounted(found.otherFiles.size(), "file") +
-           " in no language of the C family left out: " + Quoted(found.otherFiles.front()) +
+    Report("left out " + GetCounted(found.otherFiles.size(), "file") +
+           " not in C, C++ or Objective-C: " + Quoted(found.otherFiles.front()) +
            (found.otherFiles.size() > 1 ? ", ..." : ""));
   }
   Audit audit(std::move(path), lookup, format, output);

@@ -69,7 +69,7 @@ void CheckOptions(const DiffOptions& options, const std::vector<std::string>& op
   }
   if (options.names && options.subfolders) {
     throw UsageError(
-        "--names and --subfolders exclude each other; --names leaves special folders out");
+        "--names and --subfolders cannot be given together; --names leaves special folders out");
   }
 }
 

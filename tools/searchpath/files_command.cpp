@@ -156,7 +156,7 @@ Outcome RunFiles(const Arguments& arguments) {
   const bool foundAny = options.path.GetRules().foldersHaveMeaning
                             ? WriteFiles(output, environment, options, extensions)
                             : WriteFilesByRules(output, environment, options, extensions);
-  if (!foundAny) Report("no such file in the folders searched");
+  if (!foundAny) Report("no such file on the path");
   if (failed) return Outcome::Failed;
   return foundAny ? Outcome::Found : Outcome::NotFound;
 }

@@ -101,11 +101,11 @@ void CheckRules(const FindOptions& options) {
   }
   if (options.matching.GetPolicy() == FilenameMatchingPolicy::IgnoreCase) {
     throw UsageError("--policy ignore-case and --as " + *options.path.as +
-                     " exclude each other; these rules compare names as they are");
+                     " cannot be given together; these rules compare names as they are");
   }
   if (options.from && rules.separator == host::LookupRules::Separator::ThatFile) {
     throw UsageError("--from and --as " + *options.path.as +
-                     " exclude each other; under these rules it does not matter who asks");
+                     " cannot be given together; under these rules it does not matter who asks");
   }
 }
 
@@ -124,7 +124,9 @@ void CheckOptions(const FindOptions& options, const std::vector<std::string>& na
   }
   options.record.Check();
   if (options.follow && options.record.WriteAnything()) {
-    throw UsageError("--follow answers as the disk changes, so --receipt and --depfile exclude it");
+    throw UsageError(
+        "--follow cannot be given together with --receipt or --depfile; it answers as the disk "
+        "changes");
   }
   CheckRules(options);
 }

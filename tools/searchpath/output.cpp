@@ -51,7 +51,8 @@ Output::Output(const OutputOptions& options)
       toTerminal(isatty(STDOUT_FILENO) != 0),
       color(UsesColor(options, toTerminal) && !options.print0) {
   if (options.json && options.print0) {
-    throw UsageError("--json and --print0 exclude each other; JSON escapes line breaks in names");
+    throw UsageError(
+        "--json and --print0 cannot be given together; JSON escapes line breaks in names");
   }
 }
 

@@ -48,7 +48,8 @@ Profile GetProfile(const std::string& name) {
     names.push_back(profile.name);
   }
   const std::string nearest = FindNearest(name, names);
-  throw UsageError("there is no profile " + Quoted(name) + " among " + Join(names, ", ", " and ") +
+  throw UsageError("there is no profile " + Quoted(name) + "; the profiles are " +
+                   Join(names, ", ", " and ") +
                    (nearest.empty() ? "" : "; did you mean " + nearest + '?'));
 }
 

@@ -127,8 +127,9 @@ struct NamedFolders {
 host::Environment Open(NamedFolders named, const PathOptions& options) {
   const host::LookupRules rules = options.GetRules();
   if (options.recursive && !rules.foldersHaveMeaning) {
-    throw UsageError("--recursive and --as " + *options.as +
-                     " exclude each other; leave out --recursive: a NAME may begin with folders");
+    throw UsageError(
+        "--recursive and --as " + *options.as +
+        " cannot be given together; leave out --recursive: a NAME may begin with folders");
   }
   if (named.folders.empty() && !options.packages) {
     throw UsageError(named.where + " names no folder; write . for the working folder");
@@ -223,7 +224,7 @@ void PathOptions::AddSourcesTo(CommandLine& commandLine) {
 
 void PathOptions::CheckSources() const {
   const auto refuseBoth = [](const std::string& left, const std::string& right) {
-    throw UsageError(left + " and " + right + " exclude each other; leave out one of them");
+    throw UsageError(left + " and " + right + " cannot be given together; leave out one of them");
   };
   if (pathOf && !parts.empty()) refuseBoth("--path-of", "--path");
   if (pathOf && profile) refuseBoth("--path-of", "--profile");

@@ -124,7 +124,8 @@ Outcome RunShadows(const Arguments& arguments) {
   options.AddTo(commandLine);
   if (!commandLine.Parse(arguments)) return Outcome::Clean;
   if (options.sarif && (options.summary || options.output.json)) {
-    throw UsageError("--sarif, --summary and --json exclude each other; a report has all files");
+    throw UsageError(
+        "--sarif, --summary and --json cannot be given together; a report has all files");
   }
   SarifLog sarif;
   const ShadowFormat format = {.isSummary = options.summary,

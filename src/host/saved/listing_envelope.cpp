@@ -65,7 +65,7 @@ void CheckVersion(std::istream& stream, std::uint32_t expected) {
   throw InvalidListingException(
       "it has version " + digits + " of the format, and this program reads version " +
       std::to_string(expected) +
-      (version > expected ? ": a newer program made it; make it anew with this one" : " only"));
+      (version > expected ? ": a newer program wrote it; write it again with this one" : " only"));
 }
 
 /// How many bytes the stream still holds, at most as many as a body may have; 0 if it does not

@@ -26,10 +26,10 @@ const char* GetText(TrustKind kind) noexcept {
 const char* GetAdvice(TrustKind kind) noexcept {
   // In the order of the enumerators.
   static constexpr std::array kTexts = {
-      "take the right to write in it away from them",
-      "give it to a user who is trusted",
-      "take the right to write in it away from them, or move the folder elsewhere",
-      "take the right to write to it away from them",
+      "take away their permission to write in it",
+      "make a trusted user its owner",
+      "take away their permission to write in it, or move the folder elsewhere",
+      "take away their permission to write to it",
       "make it, or take the folder off the path",
       "write the folder in full",
       "take the empty part out",
