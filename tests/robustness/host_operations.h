@@ -57,6 +57,10 @@ void ForEachHostOperation(const Visit& visit) {
   visit("Find from a folder", [](W w) {
     return host::GetNativePath(w->Find({.name = u"fn.zt", .fromFolder = w.folders[0]}).value());
   });
+  visit("FindMatching", [](W w) {
+    const auto names = w->FindMatching({.name = u"[e-g]*", .policy = Policy::IgnoreCase});
+    return Texts(names.at(0).files);
+  });
   visit("FindProblems", [](W w) {
     // What is known of problems grows with what has been listed: after this question, all is.
     const auto& path = *w->GetPath();

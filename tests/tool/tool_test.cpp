@@ -225,6 +225,28 @@ TEST_F(ToolTest, ShadowsAndDoctorCheck) {
   });
 }
 
+TEST_F(ToolTest, PatternsAreTakenWhereThatIsAskedFor) {
+  Check({
+      {"s find --glob 'f*.[a-z]*' '?lain' '*.no' --path over:lib", 1,
+       "searchpath: no file on the path has a name that matches `*.no`\n",
+       "$T/over/fn.zt\n$T/lib/fn.c\n$T/lib/plain\n"},
+      {"s find --glob -a 'f*' --ext zt --path over:lib --from lib", 0, "",
+       "$T/lib/private/fn.zt\n$T/over/fn.zt\n$T/lib/fn.zt\n"},
+      {"s find --glob 'pkg/*' --json --path lib", 0, "",
+       "{`pattern`:`pkg/*`,`name`:`pkg/inner.zt`,`path`:`$T/lib/+pkg/inner.zt`,`folder`:"
+       "`$T/lib/+pkg`,`kind`:`+`}\n"},
+      {"s find --glob '+pkg/*' 'sub/b*' --as plain --path lib", 0, "",
+       "$T/lib/+pkg/inner.zt\n$T/lib/sub/below.zt\n"},
+      {"printf 'p*\nz*' | s find --stdin --glob --json --path lib | cut -d, -f1,2", 0,
+       "matches `z*`", "{`pattern`:`p*`,`name`:`plain`\n{`name`:`z*`,`path`:null}\n"},
+      {"s find 'f*' --path lib", 1,
+       "no file called `f*` on the path; --glob takes it as a pattern\n", ""},
+      {"s find --glob '*/x' --path lib", 2, "only the last part of a name may be a pattern, not",
+       ""},
+      {"s find --glob 'x*' --explain --path lib", 2, "--glob cannot be given together", ""},
+  });
+}
+
 TEST_F(ToolTest, TheExitCodeAloneAnswers) {
   Check({
       {"s find --exit-code fn.zt --all --json --path over:no", 0, "", ""},

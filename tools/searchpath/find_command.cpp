@@ -6,6 +6,7 @@
 #include "matching.h"
 #include "names_from_input.h"
 #include "output.h"
+#include "progress.h"
 #include "searchpath/model/byte_text.h"
 
 #include <algorithm>
@@ -23,7 +24,8 @@ constexpr CommandText kFindText = {
     "  searchpath find --stdin --path \"$PATH\" <names.txt\n"
     "  searchpath find stdio.h --path /usr/include --recursive\n"
     "  searchpath find plot --ext zt --ext c --path mine:lib\n"
-    "  searchpath find geometry/area.zt --path @folders\n",
+    "  searchpath find geometry/area.zt --path @folders\n"
+    "  searchpath find --glob 'plot*' --path mine:lib\n",
     "What is found:\n"
     "  NAME means the file of that name in the first folder of the path that has one.\n"
     "  Only regular files are found, and links to regular files. Execute permission\n"
@@ -38,6 +40,14 @@ constexpr CommandText kFindText = {
     "  --policy file-system is the default: on Linux, names that differ in case are\n"
     "  different names.\n"
     "  Write -- before a NAME that begins with \"-\".\n"
+    "\n"
+    "Patterns:\n"
+    "  With --glob, NAME is a pattern: the answer is the file that each name means\n"
+    "  which matches it, in the order of the path. * matches any characters, also a\n"
+    "  dot at the beginning, ? one character, [a-c] one of these, [!a-c] any other;\n"
+    "  \\ takes the meaning from the character behind it. The whole name has to match.\n"
+    "  In geometry/*.zt, only the last part may be a pattern. --ext adds the\n"
+    "  extension to the pattern.\n"
     "\n"
     "Why:\n"
     "  --explain prints each folder that was asked, in the order of the search: what\n"
@@ -66,7 +76,7 @@ struct FindOptions {
   PathOptions path;
   MatchingOptions matching;
   OutputOptions output;
-  AnswerOptions answers;  // manyNames: they come from standard input
+  AnswerOptions answers = {.suggestsGlob = true};  // manyNames: they come from standard input
   bool follow = false;
   std::optional<std::string> from;
   std::optional<std::string> after;
@@ -76,6 +86,7 @@ struct FindOptions {
     path.AddTo(commandLine);
     commandLine.AddFlag("-a,--all", answers.all,
                         "the file that NAME means, then those that it hides");
+    commandLine.AddFlag("--glob", answers.glob, "NAME is a pattern, with *, ? and [a-c]");
     commandLine.AddFlag("--explain", answers.explain,
                         "why: each folder asked, and the rule that decided");
     commandLine.AddValue("--from", "FOLDER", from,
@@ -120,7 +131,12 @@ void CheckOptions(const FindOptions& options, const std::vector<std::string>& na
         "--path @FILE");
   }
   if (options.follow && !options.answers.manyNames) {
-    throw UsageError("--follow needs --stdin, from which the NAMEs come one after the other");
+    throw UsageError("--follow is for the NAMEs of --stdin; add --stdin");
+  }
+  if (options.answers.glob &&
+      (options.answers.explain || options.follow || options.record.WriteAnything())) {
+    throw UsageError(
+        "--glob cannot be given together with --explain, --follow, --receipt or --depfile");
   }
   options.record.Check();
   if (options.follow && options.record.WriteAnything()) {
@@ -190,7 +206,10 @@ Outcome RunFind(const Arguments& arguments) {
     for (const std::string& name : names) finder.Answer(name);
     const bool answeredAll =
         !options.answers.manyNames || AnswerInput(path, finder, options, output);
-    if (recorder) WriteRecord(options.record, recorder->Finish());
+    if (recorder) {
+      const auto receipt = WithProgress(options.path.quiet, [&] { return recorder->Finish(); });
+      WriteRecord(options.record, receipt);
+    }
     finder.ReportProblems();
     if (!answeredAll || failed) return Outcome::Failed;
     return finder.FoundAll() ? Outcome::Found : Outcome::NotFound;

@@ -4,6 +4,7 @@
 #include "found_file.h"
 #include "hint.h"
 #include "output.h"
+#include "progress.h"
 
 #include <utility>
 
@@ -29,14 +30,29 @@ Finder::Finder(const AnswerOptions& answerOptions, const PathOptions& pathOption
 
 void Finder::Answer(const std::string& name) {
   lookup.name = path.GetFileName(name);
-  const bool found = options.explain ? Explain(name) : Find(name);
+  const bool found = options.glob      ? FindMatching(name)
+                     : options.explain ? Explain(name)
+                                       : Find(name);
   if (options.manyNames && output.IsJson() && !options.explain) CloseAnswer(name, found);
   if (found) return;
   foundAll = false;
   // All folders have been asked. Of very many names the next may be another matter.
   if (!options.manyNames) ReportProblems();
-  Report("no file called " + Quoted(name) + " on the path" +
-         (options.manyNames ? "" : GetHint(environment, lookup)));
+  ReportMiss(name);
+}
+
+void Finder::ReportMiss(const std::string& name) const {
+  if (options.glob) {
+    Report("no file on the path has a name that matches " + Quoted(name));
+    return;
+  }
+  std::string hint;
+  if (!options.manyNames)
+    hint = WithProgress(path.quiet, [&] { return GetHint(environment, lookup); });
+  if (hint.empty() && options.suggestsGlob && host::NamePattern::IsPattern(lookup.name)) {
+    hint = "; --glob takes it as a pattern";
+  }
+  Report("no file called " + Quoted(name) + " on the path" + hint);
 }
 
 std::optional<FoundItem> Finder::FindFirst(const std::string& name) {
@@ -56,7 +72,8 @@ void Finder::ReportProblems() {
 }
 
 bool Finder::Explain(const std::string& name) const {
-  const host::Explanation explanation = environment.Explain(lookup);
+  const host::Explanation explanation =
+      WithProgress(path.quiet, [&] { return environment.Explain(lookup); });
   WriteExplanation(output, environment, name, explanation);
   Record(FirstOf(explanation.files));
   return !explanation.files.empty();
@@ -64,15 +81,26 @@ bool Finder::Explain(const std::string& name) const {
 
 bool Finder::Find(const std::string& name) const {
   if (options.all) {
-    const std::vector<FoundItem> files = environment.FindAll(lookup);
+    const std::vector<FoundItem> files =
+        WithProgress(path.quiet, [&] { return environment.FindAll(lookup); });
     for (const FoundItem& file : files) WriteAnswer(output, name, file);
     Record(FirstOf(files));
     return !files.empty();
   }
-  const auto file = environment.Find(lookup);
+  const auto file = WithProgress(path.quiet, [&] { return environment.Find(lookup); });
   if (file) WriteAnswer(output, name, *file);
   Record(file);
   return file.has_value();
+}
+
+bool Finder::FindMatching(const std::string& pattern) const {
+  const auto matching = WithProgress(path.quiet, [&] { return environment.FindMatching(lookup); });
+  for (const auto& [name, files] : matching) {
+    for (std::size_t at = 0; at < (options.all ? files.size() : 1); ++at) {
+      WriteMatch(output, pattern, name, files[at]);
+    }
+  }
+  return !matching.empty();
 }
 
 void Finder::Record(const boost::optional<FoundItem>& file) const {

@@ -13,8 +13,10 @@ class Output;
 
 /// How names are answered.
 struct AnswerOptions {
-  bool all = false;        ///< the file that a name means, then those that it hides
-  bool explain = false;    ///< each folder asked, and the rule that decided
+  bool all = false;           ///< the file that a name means, then those that it hides
+  bool glob = false;          ///< names are patterns
+  bool suggestsGlob = false;  ///< whether a pattern that is no name may be meant as one
+  bool explain = false;       ///< each folder asked, and the rule that decided
   bool manyNames = false;  ///< so many that nothing may be done for one that reads the whole path
 };
 
@@ -42,6 +44,8 @@ class Finder {
  private:
   [[nodiscard]] bool Explain(const std::string& name) const;
   [[nodiscard]] bool Find(const std::string& name) const;
+  [[nodiscard]] bool FindMatching(const std::string& pattern) const;
+  void ReportMiss(const std::string& name) const;
   /// For programs that wait for the answer to each name.
   void CloseAnswer(const std::string& name, bool found) const;
   void Record(const boost::optional<FoundItem>& file) const;

@@ -8,6 +8,8 @@
 
 #include <nlohmann/json.hpp>
 
+#include <utility>
+
 namespace Corvane::PathManagement::tool {
 
 namespace {
@@ -36,6 +38,17 @@ void WriteAnswer(const Output& output, const std::string& name, const FoundItem&
   } else {
     WriteFile(output, file);
   }
+}
+
+void WriteMatch(const Output& output, const std::string& pattern, const ustring& name,
+                const FoundItem& file) {
+  if (!output.IsJson()) {
+    WriteFile(output, file);
+    return;
+  }
+  nlohmann::ordered_json object = {{"pattern", pattern}};
+  AddText(object, "name", name);
+  WriteObject(output, std::move(object), file);
 }
 
 void WriteMiss(const Output& output, const std::string& name) {
