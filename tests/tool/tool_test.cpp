@@ -373,6 +373,13 @@ TEST_F(ToolTest, OnATerminalNamesAreHarmlessAndEmphasised) {
   }
   const std::string json = "s find $(printf '\\342\\200\\256') --path odd --json";
   EXPECT_NE(RunOnTerminal(json).find("\"name\":\"\\u202e\""), std::string::npos);
+  for (const char* command : {"find fn.zt", "find --all fn.zt", "find --glob 'fn.z*'",
+                              "files --ext zt", "find --explain fn.zt", "folders over"}) {
+    const std::string shown = RunOnTerminal("dead /tree/mid; s " + std::string(command) +
+                                            " --path mid:over --timeout 400 2>&1");
+    EXPECT_NE(shown.find("searchpath: reading folders"), std::string::npos) << command;
+    EXPECT_NE(shown.find("no answer in time"), std::string::npos) << command;
+  }
   const std::string bold = Expand("$T/lib/\x1b[1mfn.zt\x1b[0m\n");
   EXPECT_EQ(RunOnTerminal("s find fn.zt --path lib"), bold);
   EXPECT_EQ(RunShell("s find fn.zt --path lib --color always").out, bold);

@@ -121,7 +121,9 @@ Outcome RunDiff(const Arguments& arguments) {
   const Output output(options.output);
   const host::Environment before = OpenVersion(operands[0], "OLD", options.path);
   const host::Environment after = OpenVersion(operands[1], "NEW", options.path);
-  const bool failed = ReportProblems(FindProblems(before, after), options.path);
+  const auto problems =
+      WithProgress(options.path.quiet, [&] { return FindProblems(before, after); });
+  const bool failed = ReportProblems(problems, options.path);
   const bool differ = WriteDifferences(output, options, before, after);
   if (failed) return Outcome::Failed;
   return differ ? Outcome::NotFound : Outcome::Found;

@@ -1,6 +1,7 @@
 #include "command_line.h"
 #include "commands.h"
 #include "difference_output.h"
+#include "progress.h"
 #include "searchpath/host/main_search_path_manager.h"
 #include "searchpath/host/name_changes.h"
 #include "searchpath/host/path_differences.h"
@@ -73,12 +74,11 @@ using Edit = std::function<Notification(IMainSearchPathManager&)>;
 void WriteDifferences(const Output& output, const host::FolderPath& before,
                       const host::FolderPath& after) {
   using Filter = PathEntryVectorDifferentiator::ComparisonFilter;
-  for (const auto& folder : host::FindPathDifferences(before, after, Filter::TopLevelOnly)) {
-    WriteDifference(output, folder);
-  }
-  for (const host::NameChange& name : host::FindNameChanges(before, after)) {
-    WriteDifference(output, name);
-  }
+  const auto folders = WithProgress(
+      false, [&] { return host::FindPathDifferences(before, after, Filter::TopLevelOnly); });
+  const auto names = WithProgress(false, [&] { return host::FindNameChanges(before, after); });
+  for (const auto& folder : folders) WriteDifference(output, folder);
+  for (const host::NameChange& name : names) WriteDifference(output, name);
 }
 
 Notification Change(const EditOptions& options, const Output& output, const Edit& edit) {

@@ -3,6 +3,7 @@
 #include "found_file.h"
 #include "matching.h"
 #include "path_folder.h"
+#include "progress.h"
 #include "search_path.h"
 #include "searchpath/host/filename_comparison.h"
 #include "searchpath/model/byte_text.h"
@@ -11,6 +12,8 @@
 #include "searchpath/utilities/file_lookup.h"
 
 #include <algorithm>
+#include <optional>
+#include <utility>
 
 namespace Corvane::PathManagement::tool {
 
@@ -77,6 +80,24 @@ bool HasExtension(const FoundItem& file, const std::vector<ustring>& extensions)
                                          file.GetPathItem()->GetExtension()) != extensions.end();
 }
 
+// Lines that are written as files are met. Until the first one, progress is shown.
+class FileLines {
+ public:
+  FileLines(const Output& whereTo, bool quiet) : output(whereTo), progress(std::in_place, quiet) {}
+
+  void Write(const FoundItem& file) {
+    progress.reset();
+    WriteFile(output, file);
+    hasAny = true;
+  }
+  [[nodiscard]] bool AreThereAny() const { return hasAny; }
+
+ private:
+  const Output& output;
+  std::optional<Progress> progress;
+  bool hasAny = false;
+};
+
 // By rules under which folders have no meaning. Returns whether there is a file.
 bool WriteFilesByRules(const Output& output, const host::Environment& environment,
                        const FilesOptions& options, const std::vector<ustring>& extensions) {
@@ -85,14 +106,12 @@ bool WriteFilesByRules(const Output& output, const host::Environment& environmen
     throw UsageError("--all, --from and --policy ignore-case mean nothing with --as " +
                      *options.path.as + ", under which no folder is special; leave them out");
   }
-  bool foundAny = false;
+  FileLines lines(output, options.path.quiet);
   environment.ForEachFile([&](const FoundItem& file) {
-    if (!HasExtension(file, extensions)) return false;
-    WriteFile(output, file);
-    foundAny = true;
+    if (HasExtension(file, extensions)) lines.Write(file);
     return false;
   });
-  return foundAny;
+  return lines.AreThereAny();
 }
 
 std::shared_ptr<const IPathEntry> GetFolder(const host::Environment& environment,
@@ -131,15 +150,14 @@ void ForEachFolder(const host::Environment& environment, const FilesOptions& opt
 // Returns whether there is a file.
 bool WriteFiles(const Output& output, const host::Environment& environment,
                 const FilesOptions& options, const std::vector<ustring>& extensions) {
-  bool foundAny = false;
+  FileLines lines(output, options.path.quiet);
   ForEachFolder(environment, options, [&](const std::shared_ptr<const IPathEntry>& folder) {
     for (const FoundItem& file : GetFiles(folder, extensions, options.matching.GetPolicy())) {
-      WriteFile(output, file);
-      foundAny = true;
+      lines.Write(file);
     }
     return false;
   });
-  return foundAny;
+  return lines.AreThereAny();
 }
 
 }  // namespace

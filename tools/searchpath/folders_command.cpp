@@ -3,6 +3,7 @@
 #include "matching.h"
 #include "path_folder.h"
 #include "phrases.h"
+#include "progress.h"
 #include "search_path.h"
 #include "searchpath/host/words.h"
 #include "searchpath/model/byte_text.h"
@@ -98,11 +99,14 @@ Outcome RunFolders(const Arguments& arguments) {
   bool foundAll = true;
   for (const std::string& name : commandLine.GetOperands()) {
     lookup.name = TextFromBytes(name);
-    const Folders folders = environment.FindFolders(lookup);
+    const Folders folders =
+        WithProgress(path.quiet, [&] { return environment.FindFolders(lookup); });
     WriteFolders(output, name, folders);
     if (!folders.empty()) continue;
     foundAll = false;
-    Report("no folder of the path is called " + Quoted(name) + GetFolderHint(environment, lookup));
+    const std::string hint =
+        WithProgress(path.quiet, [&] { return GetFolderHint(environment, lookup); });
+    Report("no folder of the path is called " + Quoted(name) + hint);
   }
   if (failed) return Outcome::Failed;
   return foundAll ? Outcome::Found : Outcome::NotFound;

@@ -1,6 +1,7 @@
 #include "command_line.h"
 #include "commands.h"
 #include "package_output.h"
+#include "progress.h"
 #include "search_path.h"
 #include "searchpath/model/byte_text.h"
 #include "searchpath/utilities/iri_conversion.h"
@@ -141,7 +142,8 @@ Outcome RunPackages(const Arguments& arguments) {
   }
   if (!path.quiet) ReportPackageProblems(registry);
   for (const ComponentIdentifier& identifier : registry.GetIdentifiers()) {
-    const PackageLines lines = GetLines(registry, identifier, environment);
+    const PackageLines lines =
+        WithProgress(path.quiet, [&] { return GetLines(registry, identifier, environment); });
     failed = failed || (path.strict && !lines.problem.empty());
     if (!path.quiet && !lines.problem.empty()) Report(lines.problem);
     output.IsJson() ? WriteObject(output, lines) : WriteWords(output, lines);

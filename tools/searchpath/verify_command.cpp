@@ -3,6 +3,7 @@
 #include "commands.h"
 #include "difference_output.h"
 #include "output.h"
+#include "progress.h"
 #include "searchpath/model/byte_text.h"
 
 #include <string>
@@ -51,13 +52,14 @@ Outcome RunVerify(const Arguments& arguments) {
   const Output output(outputOptions);
   const std::string& file = GetReceiptFile(commandLine);
   const host::Receipt receipt = ReadReceipt(file);
-  if (receipt.IsFresh()) return Outcome::Clean;
+  if (WithProgress(false, [&] { return receipt.IsFresh(); })) return Outcome::Clean;
   const host::Environment environment(receipt.GetOptions());
-  const auto changes = receipt.Verify(environment);
+  const auto changes = WithProgress(false, [&] { return receipt.Verify(environment); });
   for (const host::NameChange& change : changes) WriteDifference(output, change);
   if (changes.empty()) return Outcome::Clean;
   if (!update) return Outcome::Findings;
-  receipt.Renew(environment).Save(TextFromBytes(file));
+  const auto renewed = WithProgress(false, [&] { return receipt.Renew(environment); });
+  renewed.Save(TextFromBytes(file));
   return Outcome::Clean;
 }
 

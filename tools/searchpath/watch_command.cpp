@@ -228,7 +228,8 @@ Outcome RunWatch(const Arguments& arguments) {
     return Watch(*manager, names, options, output, commandLine);
   }
   // Listed as it is now, so that what changes from here on shows.
-  static_cast<void>(environment.FindNameChangesSince(environment));
+  static_cast<void>(WithProgress(options.path.quiet,
+                                 [&] { return environment.FindNameChangesSince(environment); }));
   host::MainSearchPathManager manager(environment.FindSearchedFolders());
   return Watch(manager, names, options, output, commandLine);
 }
