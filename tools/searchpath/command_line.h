@@ -118,16 +118,26 @@ class CommandLine {
   std::vector<std::string> operands;
 };
 
+/// Words and what they mean.
+template <class Meaning>
+using WordList = std::vector<std::pair<std::string, Meaning>>;
+
+/// The words alone.
+template <class Meaning>
+[[nodiscard]] std::vector<std::string> GetWords(const WordList<Meaning>& words) {
+  std::vector<std::string> known;
+  for (const auto& [word, meaning] : words) known.push_back(word);
+  return known;
+}
+
 /// The meaning of the word `value`. Errors: `UsageError` when it is not among `words`.
 template <class Meaning>
 [[nodiscard]] Meaning ChooseValue(const std::string& option, const std::string& value,
-                                  const std::vector<std::pair<std::string, Meaning>>& words) {
-  std::vector<std::string> known;
+                                  const WordList<Meaning>& words) {
   for (const auto& [word, meaning] : words) {
     if (word == value) return meaning;
-    known.push_back(word);
   }
-  throw UsageError(option + " is one of " + Join(known, ", ") + ", not \"" + value + '"');
+  throw UsageError(option + " is one of " + Join(GetWords(words), ", ") + ", not \"" + value + '"');
 }
 
 /// The number that `text` is; empty when it is not exactly one number of this type.

@@ -5,8 +5,19 @@
 
 namespace Corvane::PathManagement::tool {
 
+namespace {
+
+WordList<FilenameMatchingPolicy> GetPolicies() {
+  return {{"case-sensitive", FilenameMatchingPolicy::CaseSensitive},
+          {"ignore-case", FilenameMatchingPolicy::IgnoreCase},
+          {"file-system", FilenameMatchingPolicy::FileSystemDefault}};
+}
+
+}  // namespace
+
 void AddPolicyTo(CommandLine& commandLine, std::optional<std::string>& policy) {
-  commandLine.AddValue("--policy", "POLICY", policy, "case-sensitive, ignore-case or file-system");
+  commandLine.AddValue("--policy", "POLICY", policy, "case-sensitive, ignore-case or file-system",
+                       GetWords(GetPolicies()));
 }
 
 void MatchingOptions::AddTo(CommandLine& commandLine, const std::string& helpOnExtensions) {
@@ -25,11 +36,7 @@ std::vector<ustring> MatchingOptions::GetExtensions(const std::vector<ustring>& 
 }
 
 FilenameMatchingPolicy GetPolicy(const std::optional<std::string>& policy) {
-  return ChooseValue<FilenameMatchingPolicy>(
-      "--policy", policy.value_or("file-system"),
-      {{"case-sensitive", FilenameMatchingPolicy::CaseSensitive},
-       {"ignore-case", FilenameMatchingPolicy::IgnoreCase},
-       {"file-system", FilenameMatchingPolicy::FileSystemDefault}});
+  return ChooseValue("--policy", policy.value_or("file-system"), GetPolicies());
 }
 
 }  // namespace Corvane::PathManagement::tool

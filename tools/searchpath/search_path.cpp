@@ -214,7 +214,8 @@ void PathOptions::AddReadingTo(CommandLine& commandLine) {
 
 void PathOptions::AddSourcesTo(CommandLine& commandLine) {
   commandLine.AddValue("--path-of", "WHAT", pathOf,
-                       "PATH, another variable, cc, c++, perl or python");
+                       "PATH, another variable, cc, c++, perl or python",
+                       {"PATH", "cc", "c++", "perl", "python"});
   commandLine.AddValues("--flag", "FLAG", flags, "for the compiler of --path-of; may be repeated");
   commandLine.AddValue("--profile", "NAME", profile,
                        "path, rules and extensions; see searchpath profiles");
@@ -269,16 +270,24 @@ ustring PathOptions::GetFileName(const std::string& name) const {
   return file;
 }
 
+namespace {
+
+WordList<host::LookupRules> GetNamedRules() {
+  WordList<host::LookupRules> words;
+  for (const auto& [name, rules] : host::kNamedRules) words.emplace_back(name, rules);
+  return words;
+}
+
+}  // namespace
+
 void PathOptions::AddRulesTo(CommandLine& commandLine) {
-  commandLine.AddValue("--as", "RULES", as, "environment, plain, program or include; see --help");
+  commandLine.AddValue("--as", "RULES", as, "environment, plain, program or include; see --help",
+                       GetWords(GetNamedRules()));
   commandLine.AddNotes(kRulesNotes);
 }
 
 host::LookupRules PathOptions::GetRules() const {
-  std::vector<std::pair<std::string, host::LookupRules>> words;
-  words.reserve(host::kNamedRules.size());
-  for (const auto& [name, rules] : host::kNamedRules) words.emplace_back(name, rules);
-  return ChooseValue<host::LookupRules>("--as", as.value_or("environment"), words);
+  return ChooseValue("--as", as.value_or("environment"), GetNamedRules());
 }
 
 void PathOptions::AddRecursiveTo(CommandLine& commandLine) {

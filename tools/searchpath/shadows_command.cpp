@@ -54,6 +54,12 @@ constexpr CommandText kShadowsText = {
     "Exit: 0 no name hides a file, 1 some name does, 2 wrong usage or failure.\n"
     "\n"};
 
+WordList<host::ShadowKind> GetKnownKinds() {
+  WordList<host::ShadowKind> known;
+  for (const host::ShadowKind kind : host::kShadowKinds) known.emplace_back(GetWord(kind), kind);
+  return known;
+}
+
 struct ShadowsOptions {
   PathOptions path;
   MatchingOptions matching;
@@ -68,8 +74,8 @@ struct ShadowsOptions {
     path.AddTo(commandLine);
     commandLine.AddFlag("--summary", summary, "how many files each folder hides in each other one");
     commandLine.AddValue("--allow", "FILE", allow, "names that may hide files, one a line");
-    commandLine.AddValues("--only", "KIND", only,
-                          "only hidden files of this kind; may be repeated");
+    commandLine.AddValues("--only", "KIND", only, "only hidden files of this kind; may be repeated",
+                          GetWords(GetKnownKinds()));
     commandLine.AddValue("--compile-commands", "FILE", compileCommands,
                          "the headers of each file in this compilation database");
     commandLine.AddFlag("--sarif", sarif, "one report in SARIF, which hosts of code read");
@@ -89,9 +95,7 @@ struct ShadowsOptions {
 };
 
 std::set<host::ShadowKind> GetKinds(const std::vector<std::string>& words) {
-  std::vector<std::pair<std::string, host::ShadowKind>> known;
-  known.reserve(host::kShadowKinds.size());
-  for (const host::ShadowKind kind : host::kShadowKinds) known.emplace_back(GetWord(kind), kind);
+  const auto known = GetKnownKinds();
   std::set<host::ShadowKind> kinds;
   for (const std::string& word : words) kinds.insert(ChooseValue("--only", word, known));
   return kinds;

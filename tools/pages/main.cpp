@@ -1,0 +1,47 @@
+// searchpath_pages FOLDER: writes the pages of the manual and what shells read for completion into
+// FOLDER, as they stand below share/ where the tool is installed.
+#include "completions.h"
+#include "man_page.h"
+
+#include <exception>
+#include <filesystem>
+#include <fstream>
+#include <iostream>
+
+namespace Corvane::PathManagement::tool {
+
+namespace {
+
+void Write(const std::filesystem::path& file, const std::string& text) {
+  std::filesystem::create_directories(file.parent_path());
+  std::ofstream stream(file);
+  stream << text << std::flush;
+  if (!stream) throw std::runtime_error("cannot write " + file.string());
+}
+
+void WriteAll(const std::filesystem::path& folder) {
+  const auto commands = DescribeCommands();
+  std::filesystem::remove_all(folder);  // also the pages of commands that are no more
+  Write(folder / "man/man1/searchpath.1", GetMainManPage(commands));
+  for (const DescribedCommand& command : commands) {
+    Write(folder / "man/man1" / (GetPageName(command) + ".1"), GetManPage(command));
+  }
+  Write(folder / "bash-completion/completions/searchpath", GetBashCompletion(commands));
+  Write(folder / "zsh/site-functions/_searchpath", GetZshCompletion(commands));
+  Write(folder / "fish/vendor_completions.d/searchpath.fish", GetFishCompletion(commands));
+}
+
+}  // namespace
+
+}  // namespace Corvane::PathManagement::tool
+
+int main(int count, char** words) {
+  try {
+    if (count != 2) throw std::runtime_error("usage: searchpath_pages FOLDER");
+    Corvane::PathManagement::tool::WriteAll(words[1]);
+    return 0;
+  } catch (const std::exception& error) {
+    std::cerr << "searchpath_pages: " << error.what() << '\n';
+    return 2;
+  }
+}
