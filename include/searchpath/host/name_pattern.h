@@ -31,6 +31,7 @@ namespace Corvane::PathManagement::host {
 /// Threads: all operations, from any thread.
 class SEARCHPATH_EXPORT NamePattern {
  public:
+  /// Takes any text: what is no pattern matches the name that it is.
   explicit NamePattern(const AnyText& pattern, FilenameMatchingPolicy matchingPolicy =
                                                    FilenameMatchingPolicy::FileSystemDefault);
 
