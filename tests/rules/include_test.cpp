@@ -130,8 +130,9 @@ struct Folders {
     for (const std::string& folder : searched) {
       command += areInEnvironment ? folder + ":" : " -I " + Quoted(folder);
     }
-    if (areInEnvironment) command.back() = '\'';
-    if (areInEnvironment) command += " " + compiler;
+    // A variable that is empty counts as not set, so a sole empty part stands there twice.
+    if (areInEnvironment && searched != Names{""}) command.pop_back();
+    if (areInEnvironment) command += "' " + compiler;
     for (const std::string& folder : quoted) command += " -iquote " + Quoted(folder);
     return command;
   }
