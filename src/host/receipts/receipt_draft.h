@@ -28,12 +28,12 @@ class ReceiptDraft {
     std::size_t asked = 0;  // how many of them some question has asked
   };
   struct Question {
-    std::uint32_t nameEnd;
-    receipts::Text file;  // of the answer; empty for the last part of the name
-    std::uint32_t place;  // of the answer; kNone when there is none
-    std::uint32_t kind;
-    std::uint32_t list;
-    std::uint32_t asked;  // how many places at the beginning of the list
+    std::uint32_t nameEnd = 0;
+    receipts::Text file = {};     // of the answer; empty for the last part of the name
+    std::uint32_t place = kNone;  // of the answer; kNone when there is none
+    std::uint32_t kind = 0;
+    std::uint32_t list = 0;
+    std::uint32_t asked = 0;  // how many places at the beginning of the list
   };
 
   [[nodiscard]] receipts::Text AddText(std::string_view text);
