@@ -210,14 +210,18 @@ void RuledPath::AddPlaces(RelativeLookup& lookup, std::vector<Place>& places) {
 /// place.
 void RuledPath::RemoveUpTo(const AbsoluteIRI& folder, std::vector<Place>& places) const {
   const AbsoluteIRI wanted = CreateMainFolder(folder, nullptr)->GetCanonicalAbsoluteIRI();
+  // What cannot be reached, such as "locked/../include", is no folder that another one could repeat.
+  const auto isFolder = [](const Place& place) {
+    return place.lookup->GetRoots().IsFolder(place.root);
+  };
   const auto found = std::find_if(places.begin(), places.end(), [&](const Place& place) {
-    return place.folder->GetCanonicalAbsoluteIRI() == wanted;
+    return place.folder->GetCanonicalAbsoluteIRI() == wanted && isFolder(place);
   });
   if (found == places.end()) return;
   const RelativeLookup* const list = found->lookup;
   CountingPlaces counting(*view);
   const auto isRepeat = [&](const Place& place) {
-    return place.lookup == list && counting.FindCounting(place) != place.folder;
+    return place.lookup == list && isFolder(place) && counting.FindCounting(place) != place.folder;
   };
   std::for_each(places.begin(), found + 1, isRepeat);
   places.erase(places.begin(), found + 1);
