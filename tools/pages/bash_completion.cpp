@@ -105,7 +105,9 @@ std::string GetBashCompletion(const std::vector<DescribedCommand>& commands) {
   for (const auto& [word, purpose] : GetFirstWords()) {
     first.push_back(word);
     const auto second = GetSecondWords(commands, word);
-    for (const std::string& each : second) two.push_back('"' + word + ' ' + each + '"');
+    for (const std::string& each : second) {
+      two.push_back(Join({"\"" + word, each + '"'}, " "));
+    }
     if (second.empty()) continue;
     cases += "    " + word + ") operands=words words='" + Join(second, " ") +
              "' options='-h --help' ;;\n";

@@ -28,11 +28,15 @@ Finder::Finder(const AnswerOptions& answerOptions, const PathOptions& pathOption
       lookup(std::move(commonLookup)),
       reportsProblems(!pathOptions.strict) {}
 
+/// Writes what is asked for; returns whether anything was found.
+bool Finder::Ask(const std::string& name) const {
+  if (options.glob) return FindMatching(name);
+  return options.explain ? Explain(name) : Find(name);
+}
+
 void Finder::Answer(const std::string& name) {
   lookup.name = path.GetFileName(name);
-  const bool found = options.glob      ? FindMatching(name)
-                     : options.explain ? Explain(name)
-                                       : Find(name);
+  const bool found = Ask(name);
   if (options.manyNames && output.IsJson() && !options.explain) CloseAnswer(name, found);
   if (found) return;
   foundAll = false;

@@ -42,6 +42,7 @@ class Finder {
   [[nodiscard]] bool FoundAll() const noexcept { return foundAll; }
 
  private:
+  [[nodiscard]] bool Ask(const std::string& name) const;
   [[nodiscard]] bool Explain(const std::string& name) const;
   [[nodiscard]] bool Find(const std::string& name) const;
   [[nodiscard]] bool FindMatching(const std::string& pattern) const;
