@@ -12,6 +12,7 @@ namespace Corvane::PathManagement {
 /// operation asks these entries, and may be overridden where there is a quicker way,
 /// `FindFirstInScope` and `FindAllInScope` first of all.
 ///
+/// Precondition: `GetMainEntries` returns the same entries every time.
 /// A name with separators is a partial pathname, looked up in the entries that its folders match;
 /// one that begins with a separator names a folder of the "file" scheme in full.
 ///
