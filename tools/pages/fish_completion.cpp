@@ -36,24 +36,24 @@ std::string Quote(const std::string& text) {
   return quoted + '\'';
 }
 
-// The options that say what is completed; `whereNothing` for nothing.
-std::string GetValues(Completion completion, const std::vector<std::string>& words) {
+// What is completed, of `words` where those are all that there is; "" for nothing.
+std::string GetCandidates(Completion completion, const std::string& words) {
   switch (completion) {
     case Completion::Words:
-      return " -x -a " + Quote(Join(words, " "));
-    case Completion::File:
-      return " -r -F";
-    case Completion::Folder:
-      return " -x -a '(__fish_complete_directories)'";
-    case Completion::Path:
-      return " -x -a '(__searchpath_path)'";
-    case Completion::Program:
-      return " -x -a '(__fish_complete_command)'";
     case Completion::Command:
+      return " -a " + Quote(words);
+    case Completion::File:
+      return " -F";
+    case Completion::Folder:
+      return " -a '(__fish_complete_directories)'";
+    case Completion::Path:
+      return " -a '(__searchpath_path)'";
+    case Completion::Program:
+      return " -a '(__fish_complete_command)'";
     case Completion::Nothing:
       break;
   }
-  return " -x";
+  return "";
 }
 
 std::string GetLine(const DescribedCommand& command, const OptionText& option) {
@@ -61,28 +61,18 @@ std::string GetLine(const DescribedCommand& command, const OptionText& option) {
   for (const std::string& name : option.names) {
     line += name.starts_with("--") ? " -l " + name.substr(2) : " -s " + name.substr(1);
   }
-  if (!option.valueName.empty()) line += GetValues(GetCompletion(option), option.words);
+  if (!option.valueName.empty()) {
+    const Completion completion = GetCompletion(option);
+    line += completion == Completion::File ? " -r" : " -x";  // other words than files are refused
+    line += GetCandidates(completion, Join(option.words, " "));
+  }
   return line + " -d " + Quote(option.help) + '\n';
 }
 
 std::string GetOperands(const DescribedCommand& command, const std::string& allCommands) {
-  const std::string condition = "complete -c searchpath -n '__searchpath_is " + command.name + '\'';
-  switch (GetCompletion(command)) {
-    case Completion::File:
-      return condition + " -F\n";
-    case Completion::Folder:
-      return condition + " -a '(__fish_complete_directories)'\n";
-    case Completion::Path:
-      return condition + " -a '(__searchpath_path)'\n";
-    case Completion::Program:
-      return condition + " -a '(__fish_complete_command)'\n";
-    case Completion::Command:
-      return condition + " -a " + Quote(allCommands) + '\n';
-    case Completion::Words:
-    case Completion::Nothing:
-      break;
-  }
-  return "";
+  const std::string candidates = GetCandidates(GetCompletion(command), allCommands);
+  if (candidates.empty()) return "";
+  return "complete -c searchpath -n '__searchpath_is " + command.name + '\'' + candidates + '\n';
 }
 
 }  // namespace

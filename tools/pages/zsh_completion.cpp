@@ -17,7 +17,7 @@ _searchpath() {
   local -a commands
 )";
 
-// `text` within single quotes, where a specification has it.
+// `text` within single quotes, as `_arguments` and `_describe` take it.
 std::string EscapeForZsh(const std::string& text) {
   std::string escaped;
   for (const char c : text) {
@@ -51,7 +51,7 @@ std::string GetAction(Completion completion, const std::vector<std::string>& wor
   return " ";
 }
 
-std::string GetSpecification(const OptionText& option) {
+std::string GetArgument(const OptionText& option) {
   const std::string help = '[' + EscapeForZsh(option.help) + ']';
   if (option.valueName.empty()) {
     if (option.names.size() == 1) return '\'' + option.names[0] + help + '\'';
@@ -64,7 +64,7 @@ std::string GetSpecification(const OptionText& option) {
 std::string GetCase(const DescribedCommand& command) {
   std::string text = "    '" + command.name + "')\n      _arguments -s -S";
   for (const OptionText& option : command.options) {
-    text += " \\\n        " + GetSpecification(option);
+    text += " \\\n        " + GetArgument(option);
   }
   if (!command.operands.empty()) {
     // Behind an operand with a blank for its action, no option would be completed.
