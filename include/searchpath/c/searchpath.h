@@ -158,7 +158,7 @@ SEARCHPATH_EXPORT int searchpath_watch_descriptor(const searchpath_watch* watch)
 /// Takes a system call when nothing has changed; otherwise all folders are listed again.
 SEARCHPATH_EXPORT searchpath_status searchpath_watch_environment(
     const searchpath_watch* watch, searchpath_environment** environment, searchpath_error* error);
-/// Ends its thread and frees it; environments that it gave stay.
+/// Frees it; environments that it gave stay.
 SEARCHPATH_EXPORT void searchpath_watch_free(searchpath_watch* watch);
 
 /// The explanation as an object in JSON: what `searchpath find --explain --json` prints.
@@ -202,7 +202,7 @@ SEARCHPATH_EXPORT searchpath_text searchpath_answers_name(const searchpath_answe
 /// The bytes are null when there was no file.
 SEARCHPATH_EXPORT searchpath_text searchpath_answers_path(const searchpath_answers* answers,
                                                           size_t index);
-/// Frees it; what was made of it stays.
+/// Frees them, with the views of their texts.
 SEARCHPATH_EXPORT void searchpath_answers_free(searchpath_answers* answers);
 
 /// The names that mean another file now. Only those are asked for whose answers may have changed: as a
@@ -226,7 +226,7 @@ SEARCHPATH_EXPORT searchpath_text searchpath_changes_after(const searchpath_chan
 SEARCHPATH_EXPORT searchpath_status searchpath_changes_renew(const searchpath_changes* changes,
                                                              searchpath_receipt** receipt,
                                                              searchpath_error* error);
-/// Frees it; what was made of it stays.
+/// Frees them, with the views of their texts; receipts that they gave stay.
 SEARCHPATH_EXPORT void searchpath_changes_free(searchpath_changes* changes);
 
 #ifdef __cplusplus
