@@ -11,6 +11,11 @@ namespace Corvane::PathManagement::host {
 /// Where `name` stands in `folder`.
 [[nodiscard]] std::string PathBelow(std::string_view folder, std::string_view name);
 
+/// What stands behind the last separator; all of `path` when it has none.
+[[nodiscard]] inline std::string_view LastPart(std::string_view path) {
+  return path.substr(path.rfind('/') + 1);  // from 0 on when there is none
+}
+
 /// The folder that holds what the absolute `path` names; the root of the file system for itself.
 [[nodiscard]] std::string FolderAbove(std::string_view path);
 

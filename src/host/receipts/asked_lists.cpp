@@ -38,7 +38,7 @@ SearchTarget TargetOf(const ustring& name, const Lookup& lookup) {
 
 /// Where the last part of a name begins.
 template <class Text>
-std::size_t LastPart(const Text& name) {
+std::size_t BeginOfLastPart(const Text& name) {
   return name.rfind('/') + 1;  // 0 when there is none
 }
 
@@ -121,7 +121,7 @@ QuestionScope AskedLists::ScopeOnPath(const Lookup& lookup) {
   if (lookup.fromFolder) scope.further.push_back(PlaceAt(*lookup.fromFolder));
   if (HasSeparator(lookup.name)) {
     if (lookup.name.starts_with(u'/')) {
-      scope.further.push_back(PlaceAt(lookup.name.substr(0, LastPart(lookup.name))));
+      scope.further.push_back(PlaceAt(lookup.name.substr(0, BeginOfLastPart(lookup.name))));
     }
     scope.list = ListOfAllFolders();
     scope.asksAll = true;
@@ -145,7 +145,7 @@ QuestionScope AskedLists::ScopeByRules(const Lookup& lookup, std::uint32_t kind)
   if (names.empty()) return scope;  // no file can be called so
   const std::string& name = names.front();
   const auto [list, isNew] =
-      byRules.try_emplace({kind, name.substr(0, LastPart(name))}, std::uint32_t{0});
+      byRules.try_emplace({kind, name.substr(0, BeginOfLastPart(name))}, std::uint32_t{0});
   if (isNew) list->second = MakeListByRules(lookup, name);
   scope.list = list->second;
   return scope;
@@ -177,7 +177,7 @@ std::uint32_t AskedLists::MakeListByRules(const Lookup& lookup, const std::strin
 
 /// Of the folders that hold what the relative `name` names.
 AskedList::Listings AskedLists::ListingsBelow(const std::string& name) const {
-  const std::size_t last = LastPart(name);
+  const std::size_t last = BeginOfLastPart(name);
   const auto find = [&lookup = ruled->GetOnPath(),
                      folder = name.substr(0, last == 0 ? 0 : last - 1)] {
     return lookup.FindListed(folder);
@@ -193,7 +193,7 @@ AskedList::Listings AskedLists::ListingsBelow(const std::string& name) const {
 
 void AskedLists::SetNames(const Lookup& lookup, ScannedQuestion& question) const {
   if (ruled == nullptr) {
-    const auto target = TargetOf(lookup.name.substr(LastPart(lookup.name)), lookup);
+    const auto target = TargetOf(lookup.name.substr(BeginOfLastPart(lookup.name)), lookup);
     question.names = NameQuestion(target).files;
     if (!HasSeparator(lookup.name) && !question.names.empty()) {
       question.methodFolder = '@' + BytesFromText(target.GetName()).value_or("");
@@ -201,7 +201,7 @@ void AskedLists::SetNames(const Lookup& lookup, ScannedQuestion& question) const
     return;
   }
   question.names = RuledPath::NamesOf(TargetOf(lookup.name, lookup));
-  for (std::string& name : question.names) name.erase(0, LastPart(name));
+  for (std::string& name : question.names) name.erase(0, BeginOfLastPart(name));
   std::erase(question.names, "");
 }
 

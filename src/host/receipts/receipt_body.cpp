@@ -214,7 +214,7 @@ AskedQuestion ReceiptBody::QuestionAt(std::uint32_t question) const {
   const receipts::Question& asked = *receipt->questions()->Get(question);
   const auto list = ListAt(asked.list());
   const std::string_view name = NameAt(question);
-  const std::string_view lastPart = name.substr(name.rfind('/') + 1);
+  const std::string_view lastPart = LastPart(name);
   const auto& exceptions = *receipt->exceptions();
   const auto exception = std::lower_bound(
       exceptions.begin(), exceptions.end(), question,

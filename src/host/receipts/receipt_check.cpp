@@ -2,6 +2,7 @@
 
 #include "host/common/disk_patience.h"
 #include "host/common/parallel.h"
+#include "host/common/path_bytes.h"
 #include "host/folder/open_path.h"
 #include "host/receipts/surroundings.h"
 #include "host/rules/asked_file.h"
@@ -22,7 +23,10 @@ constexpr std::uint32_t kFewestNeighbours = 4;
 constexpr std::uint32_t kMostNeighbours = 64;
 
 /// Of an absolute path, with the separator.
-std::string_view FolderPart(std::string_view path) { return path.substr(0, path.rfind('/') + 1); }
+std::string_view FolderPart(std::string_view path) {
+  path.remove_suffix(LastPart(path).size());
+  return path;
+}
 
 }  // namespace
 

@@ -54,8 +54,7 @@ std::string_view ReceiptDraft::FileOf(std::uint32_t question) const {
   const Question& answered = questions[question];
   if (answered.file.size() > 0) return TextOf(answered.file);
   const std::uint32_t begin = question == 0 ? 0 : questions[question - 1].nameEnd;
-  const auto name = std::string_view(names).substr(begin, answered.nameEnd - begin);
-  return name.substr(name.rfind('/') + 1);
+  return LastPart(std::string_view(names).substr(begin, answered.nameEnd - begin));
 }
 
 std::optional<std::uint32_t> ReceiptDraft::FindPlace(std::string_view path) const {

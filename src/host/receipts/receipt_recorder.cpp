@@ -117,7 +117,7 @@ std::uint32_t ReceiptRecorder::State::PlaceOf(const FoundItem& file) {
 receipts::Text ReceiptRecorder::State::FileOf(const FoundItem& file, std::string_view name) {
   const PathItem& item = *file.GetPathItem();
   const std::string bytes = BytesFromText(item.GetName() + item.GetExtension()).value_or("");
-  if (name.substr(name.rfind('/') + 1) == bytes) return {};
+  if (LastPart(name) == bytes) return {};
   return draft.AddText(std::string_view(bytes));
 }
 
