@@ -2,6 +2,7 @@
 
 #include "host/origin_json.h"
 #include "searchpath/host/native_location.h"
+#include "searchpath/model/byte_text.h"
 #include "searchpath/utilities/iri_conversion.h"
 
 namespace Corvane::PathManagement::host {
@@ -37,7 +38,9 @@ nlohmann::ordered_json GetObject(const AskedFolder& asked) {
 }  // namespace
 
 std::string GetJson(const std::string& name, const Explanation& explanation) {
-  nlohmann::ordered_json object = {{"name", name}, {"path", nullptr}};
+  nlohmann::ordered_json object;
+  AddText(object, "name", TextFromBytes(name));
+  object["path"] = nullptr;
   if (!explanation.files.empty()) {
     AddText(object, "path", GetLocationText(explanation.files.front()));
   }

@@ -85,8 +85,8 @@ TEST_F(CInterfaceTest, ExplainsAndTellsWhatIsHidden) {
   EXPECT_EQ(Shown(searchpath_explanation_origin(explanation, 1)), tree.Path("b"));
   EXPECT_EQ(Shown(searchpath_files_path(searchpath_explanation_files(explanation, 1), 0)),
             tree.Path("b/\xFF.zt"));
-  const std::string start =
-      "{\"name\":\"\uFFFD\",\"path\":\"" + tree.Path("a/\uFFFD.zt\",\"pathBytes\":");
+  const std::string start = "{\"name\":\"\uFFFD\",\"nameBytes\":\"/w==\",\"path\":\"" +
+                            tree.Path("a/\uFFFD.zt\",\"pathBytes\":");
   EXPECT_TRUE(Shown(searchpath_explanation_json(explanation)).starts_with(start));
   searchpath_explanation_free(explanation);
 

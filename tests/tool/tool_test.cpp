@@ -27,7 +27,7 @@ TEST_F(ToolTest, FindAnswers) {
       {"s find [x,y] {} --path odd -- -1", 0, "", "$T/odd/[x,y]\n$T/odd/{}\n$T/odd/-1\n"},
       {"touch odd/--x=; s find --path odd -- --x=", 0, "", "$T/odd/--x=\n"},
       {"s find 'a\nb' --path odd", 1, "searchpath: no file called `a\\x0Ab` on the path\n", ""},
-      {"s find --json $(printf 'bad\\377') --path odd | cut -d'\"' -f4,12 | tr '\"' '\n' |"
+      {"s find --json $(printf 'bad\\377') --path odd | cut -d'\"' -f4,16 | tr '\"' '\n' |"
        " { read -r name && echo $name && base64 -d; }",
        0, "", "bad\uFFFD\n$T/odd/bad\xFF"},
       {"s find colon FN.ZT --policy ignore-case --path @folders", 0, "",

@@ -43,7 +43,8 @@ void WriteFolders(const Output& output, const std::string& name, const Folders& 
       output.WritePath(GetNativePath(*folder));
       continue;
     }
-    nlohmann::ordered_json object = {{"name", name}};
+    nlohmann::ordered_json object;
+    AddText(object, "name", TextFromBytes(name));
     AddText(object, "path", GetNativePath(*folder));
     object["kind"] = host::GetWord(folder->GetPathEntryType());
     output.WriteObject(object);

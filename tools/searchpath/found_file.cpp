@@ -33,11 +33,13 @@ void WriteFile(const Output& output, const FoundItem& file) {
 }
 
 void WriteAnswer(const Output& output, const std::string& name, const FoundItem& file) {
-  if (output.IsJson()) {
-    WriteObject(output, {{"name", name}}, file);
-  } else {
+  if (!output.IsJson()) {
     WriteFile(output, file);
+    return;
   }
+  nlohmann::ordered_json object;
+  AddText(object, "name", TextFromBytes(name));
+  WriteObject(output, std::move(object), file);
 }
 
 void WriteMatch(const Output& output, const std::string& pattern, const ustring& name,
@@ -46,7 +48,8 @@ void WriteMatch(const Output& output, const std::string& pattern, const ustring&
     WriteFile(output, file);
     return;
   }
-  nlohmann::ordered_json object = {{"pattern", pattern}};
+  nlohmann::ordered_json object;
+  AddText(object, "pattern", TextFromBytes(pattern));
   AddText(object, "name", name);
   WriteObject(output, std::move(object), file);
 }
