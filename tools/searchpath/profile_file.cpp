@@ -91,9 +91,12 @@ Profile ReadProfile(const std::string& name, const Field& all) {
 std::vector<Profile> ReadProfiles() {
   const std::string file = GetFile();
   const auto bytes = ReadBytes(file);
+  return bytes ? ParseProfiles(file, *bytes) : std::vector<Profile>();
+}
+
+std::vector<Profile> ParseProfiles(const std::string& file, const std::string& bytes) {
   std::vector<Profile> profiles;
-  if (!bytes) return profiles;
-  ReadJson(file, *bytes, kMostValues, [&](const Field& all) {
+  ReadJson(file, bytes, kMostValues, [&](const Field& all) {
     all.CheckMembers({u"profiles"});
     const Field named = all.Get(u"profiles");
     for (const json::JsonMember& member : named.As<json::LocatedJson::Object>(u"an object")) {

@@ -3,6 +3,7 @@
 
 #include "profile.h"
 
+#include <string>
 #include <vector>
 
 namespace Corvane::PathManagement::tool {
@@ -11,6 +12,9 @@ namespace Corvane::PathManagement::tool {
 ///
 /// Errors: `UsageError`, which names the file, the line and the field.
 [[nodiscard]] std::vector<Profile> ReadProfiles();
+
+/// The profiles in a file of these bytes. Errors: as above.
+[[nodiscard]] std::vector<Profile> ParseProfiles(const std::string& file, const std::string& bytes);
 
 }  // namespace Corvane::PathManagement::tool
 
