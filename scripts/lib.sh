@@ -71,7 +71,7 @@ configure() {
 # package_set PRESET: the packages that scripts/setup installs for it.
 package_set() {
   case $1 in
-    clang | fuzz) echo check ;;
+    clang) echo check ;;
     bench | coverage) echo "$1" ;;
     *) echo build ;;
   esac
