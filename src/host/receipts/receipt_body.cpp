@@ -35,7 +35,7 @@ class ReceiptContentCheck {
     CheckAlignment(*receipt.places());
     CheckAlignment(*receipt.ways());
     CheckAlignment(*receipt.kinds());
-    CheckAlignment(*receipt.questions());
+    CheckAlignment(*receipt.runs());
     CheckAlignment(*receipt.exceptions());
     CheckAlignment(*receipt.further());
     CheckAlignment(*receipt.files());
@@ -130,31 +130,48 @@ class ReceiptContentCheck {
     if (place >= receipt.places()->size()) RefuseReceipt("a place is not in the file");
   }
 
+  // There may be a great many questions, so nothing is decided before the last one.
+
   void CheckQuestions() const {
-    // There may be a great many, so nothing is decided before the last one.
-    bool fit = true;
-    std::uint32_t end = 0;
-    const auto lists = static_cast<std::uint32_t>(listSizes.size());
-    for (const auto* question : *receipt.questions()) {
-      const std::uint32_t list = std::min(question->list(), lists - 1);
-      fit &= question->name_end() >= end;
-      fit &= question->list() == list;
-      fit &= question->asked() <= listSizes[list];
-      end = question->name_end();
+    const auto& ends = *receipt.name_ends();
+    std::uint32_t misfits = 0;  // a number, so that compilers compare several at once
+    for (std::uint32_t at = 1; at < ends.size(); ++at) {
+      misfits += ends.Get(at - 1) > ends.Get(at) ? 1U : 0U;
     }
-    if (!fit || end > receipt.names()->size()) RefuseReceipt("a question does not fit");
-    if (receipt.questions()->size() > 0 && receipt.kinds()->size() == 0) {
+    if (misfits > 0 || (ends.size() > 0 && ends.Get(ends.size() - 1) > receipt.names()->size())) {
+      RefuseReceipt("a name does not fit");
+    }
+    if (ends.size() > 0 && receipt.kinds()->size() == 0) {
       RefuseReceipt("it is not said how names were asked");
+    }
+    CheckRuns();
+  }
+
+  void CheckRuns() const {
+    const auto& asked = *receipt.asked();
+    std::uint32_t begin = 0;
+    for (const auto* run : *receipt.runs()) {
+      if (run->end() <= begin || run->end() > asked.size() || run->list() >= listSizes.size()) {
+        RefuseReceipt("it is not said of which list questions are");
+      }
+      std::uint32_t most = 0;
+      for (; begin < run->end(); ++begin) most = std::max(most, asked.Get(begin));
+      if (most > listSizes[run->list()]) RefuseReceipt("a list is too short");
+    }
+    if (begin != asked.size() || begin != receipt.name_ends()->size()) {
+      RefuseReceipt("it has not the same of all questions");
     }
   }
 
   void CheckExceptions() {
     std::uint32_t next = 0;
+    std::uint32_t run = 0;
     for (const auto* exception : *receipt.exceptions()) {
       CheckQuestion(exception->question());
       if (exception->question() < next) RefuseReceipt("exceptions are not in order");
       next = exception->question() + 1;
-      const auto list = receipt.questions()->Get(exception->question())->list();
+      while (receipt.runs()->Get(run)->end() < next) ++run;
+      const auto list = receipt.runs()->Get(run)->list();
       if (exception->asked() > listSizes[list]) RefuseReceipt("a list is too short");
       if (exception->place() != kNone) CheckPlace(exception->place());
       if (exception->kind() >= receipt.kinds()->size()) {
@@ -165,7 +182,7 @@ class ReceiptContentCheck {
   }
 
   void CheckQuestion(std::uint32_t question) const {
-    if (question >= receipt.questions()->size()) RefuseReceipt("a question is not in the file");
+    if (question >= receipt.asked()->size()) RefuseReceipt("a question is not in the file");
   }
 
   void CheckWhatElse() {
@@ -204,15 +221,24 @@ std::string_view ReceiptBody::TextOf(const receipts::Text& text) const noexcept 
 }
 
 std::string_view ReceiptBody::NameAt(std::uint32_t question) const {
-  const auto& questions = *receipt->questions();
-  const std::uint32_t begin = question == 0 ? 0 : questions.Get(question - 1)->name_end();
-  const std::uint32_t end = questions.Get(question)->name_end();
+  const auto& ends = *receipt->name_ends();
+  const std::uint32_t begin = question == 0 ? 0 : ends.Get(question - 1);
+  const std::uint32_t end = ends.Get(question);
   return {reinterpret_cast<const char*>(receipt->names()->data()) + begin, end - begin};
 }
 
+std::uint32_t ReceiptBody::ListOf(std::uint32_t question) const {
+  const auto& runs = *receipt->runs();
+  const auto run = std::upper_bound(
+      runs.begin(), runs.end(), question,
+      [](std::uint32_t at, const receipts::Run* each) { return at < each->end(); });
+  return run->list();
+}
+
 AskedQuestion ReceiptBody::QuestionAt(std::uint32_t question) const {
-  const receipts::Question& asked = *receipt->questions()->Get(question);
-  const auto list = ListAt(asked.list());
+  const std::uint32_t number = ListOf(question);
+  const auto list = ListAt(number);
+  const std::uint32_t asked = receipt->asked()->Get(question);
   const std::string_view name = NameAt(question);
   const std::string_view lastPart = LastPart(name);
   const auto& exceptions = *receipt->exceptions();
@@ -225,13 +251,13 @@ AskedQuestion ReceiptBody::QuestionAt(std::uint32_t question) const {
             file.empty() ? lastPart : file,
             exception->place(),
             exception->kind(),
-            asked.list(),
+            number,
             exception->asked()};
   }
-  if (asked.asked() == 0) {
-    return {name, {}, kNone, 0, asked.list(), static_cast<std::uint32_t>(list.size())};
+  if (asked == 0) {
+    return {name, {}, kNone, 0, number, static_cast<std::uint32_t>(list.size())};
   }
-  return {name, lastPart, list[asked.asked() - 1], 0, asked.list(), asked.asked()};
+  return {name, lastPart, list[asked - 1], 0, number, asked};
 }
 
 std::string ReceiptBody::PathOf(std::uint32_t place, std::string_view name) const {

@@ -43,7 +43,7 @@ class ReceiptBody {
   [[nodiscard]] std::string_view PathAt(std::uint32_t place) const {
     return TextOf(PlaceAt(place).path());
   }
-  [[nodiscard]] std::uint32_t CountQuestions() const { return receipt->questions()->size(); }
+  [[nodiscard]] std::uint32_t CountQuestions() const { return receipt->name_ends()->size(); }
   [[nodiscard]] AskedQuestion QuestionAt(std::uint32_t question) const;
   /// The native path of `name` in a place.
   [[nodiscard]] std::string PathOf(std::uint32_t place, std::string_view name) const;
@@ -55,6 +55,7 @@ class ReceiptBody {
 
  private:
   [[nodiscard]] std::string_view NameAt(std::uint32_t question) const;
+  [[nodiscard]] std::uint32_t ListOf(std::uint32_t question) const;
 
   ListingBody body;
   const receipts::Receipt* receipt;  // views body

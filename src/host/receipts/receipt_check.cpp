@@ -65,13 +65,14 @@ void ReceiptCheck::CheckNeighbours(std::uint32_t begin, std::uint32_t end) {
   if (!limit && end - begin >= kFewestNeighbours) {
     folder = OpenPath(std::string(FolderPart(body.PathAt(begin))), O_PATH | O_DIRECTORY);
   }
+  std::string name;  // its memory serves one after the other
   for (std::uint32_t number = begin; number < end; ++number) {
-    std::string place(body.PathAt(number));
+    const std::string_view place = body.PathAt(number);
     if (folder.IsOpen()) {
-      const char* const name = place.c_str() + FolderPart(place).size();
-      CheckPlace(number, LookAtFolder(folder.Get(), *name == '\0' ? "." : name));
+      name = LastPart(place);
+      CheckPlace(number, LookAtFolder(folder.Get(), name.empty() ? "." : name.c_str()));
     } else {
-      const auto look = [place = std::move(place)] { return LookAtFolder(place); };
+      const auto look = [path = std::string(place)] { return LookAtFolder(path); };
       CheckPlace(number, DiskPatience(limit).Ask(look).value_or(FolderSight{.error = ETIMEDOUT}));
     }
   }

@@ -140,22 +140,26 @@ std::set<std::string> ReceiptDraft::FindWays(const std::vector<std::string>& can
 }
 
 /// Most questions are of the first kind and were answered with a file of that name, or not at all.
-std::vector<receipts::Question> ReceiptDraft::WriteQuestions(
-    std::vector<receipts::Exception>& exceptions) const {
-  std::vector<receipts::Question> written;
-  written.reserve(questions.size());
+ReceiptDraft::Written ReceiptDraft::WriteQuestions() const {
+  Written written;
+  written.nameEnds.reserve(questions.size());
+  written.asked.reserve(questions.size());
   for (const Question& question : questions) {
+    const auto number = static_cast<std::uint32_t>(written.asked.size());
     const auto& list = lists[question.list].places;
     const bool isAnswered = question.place != kNone;
     const bool isLast = isAnswered
                             ? question.asked > 0 && list[question.asked - 1] == question.place
                             : question.asked == list.size();
     if (question.kind != 0 || question.file.size() > 0 || !isLast) {
-      exceptions.emplace_back(static_cast<std::uint32_t>(written.size()), question.kind,
-                              question.asked, question.place, question.file);
+      written.exceptions.emplace_back(number, question.kind, question.asked, question.place,
+                                      question.file);
     }
-    written.emplace_back(question.nameEnd, question.list,
-                         isAnswered && isLast ? question.asked : 0);
+    written.nameEnds.push_back(question.nameEnd);
+    written.asked.push_back(isAnswered && isLast ? question.asked : 0);
+    const bool goesOn = !written.runs.empty() && written.runs.back().list() == question.list;
+    if (goesOn) written.runs.pop_back();
+    written.runs.emplace_back(number + 1, question.list);
   }
   return written;
 }
@@ -196,16 +200,15 @@ std::shared_ptr<const ReceiptBody> ReceiptDraft::Finish(
     listed.insert(listed.end(), list.places.begin(), list.places.end());
     listEnds.push_back(static_cast<std::uint32_t>(listed.size()));
   }
-  std::vector<receipts::Exception> exceptions;
-  const auto written = WriteQuestions(exceptions);
+  const Written written = WriteQuestions();
   if (texts.size() + names.size() + places.size() * sizeof(places[0]) +
-          (written.size() + exceptions.size()) * sizeof(receipts::Exception) +
+          (questions.size() + written.exceptions.size()) * sizeof(receipts::Exception) +
           (listed.size() + files.size() + further.size()) * sizeof(receipts::File) >
       kMostBodyBytes / 2) {
     throw std::length_error("too many names for a receipt");
   }
   flatbuffers::FlatBufferBuilder builder(texts.size() + names.size() +
-                                         written.size() * sizeof(written[0]));
+                                         questions.size() * 2 * sizeof(std::uint32_t));
   const auto path = WritePath(builder, options);
   const auto write = [&](const std::string& bytes) {
     return builder.CreateVector(reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size());
@@ -216,8 +219,9 @@ std::shared_ptr<const ReceiptBody> ReceiptDraft::Finish(
       builder, text, name, path, RightsOfProcess(), builder.CreateVectorOfStructs(places),
       builder.CreateVectorOfStructs(ways), builder.CreateVector(listEnds),
       builder.CreateVector(listed), builder.CreateVectorOfStructs(kinds),
-      builder.CreateVectorOfStructs(extensions), builder.CreateVectorOfStructs(written),
-      builder.CreateVectorOfStructs(exceptions), builder.CreateVectorOfStructs(further),
+      builder.CreateVectorOfStructs(extensions), builder.CreateVector(written.nameEnds),
+      builder.CreateVector(written.asked), builder.CreateVectorOfStructs(written.runs),
+      builder.CreateVectorOfStructs(written.exceptions), builder.CreateVectorOfStructs(further),
       builder.CreateVectorOfStructs(files), builder.CreateVector(uncertain)));
   ListingBody body;
   body.size = builder.GetSize();

@@ -72,8 +72,14 @@ class ReceiptDraft {
   [[nodiscard]] receipts::Text AddTarget(const receipts::Text& path, const std::string& target);
   [[nodiscard]] std::set<std::string> FindWays(const std::vector<std::string>& canonical) const;
   void LookAtPlaces(DiskPatience::Limit limit, std::chrono::system_clock::time_point begun);
-  [[nodiscard]] std::vector<receipts::Question> WriteQuestions(
-      std::vector<receipts::Exception>& exceptions) const;
+  /// The questions as they are saved.
+  struct Written {
+    std::vector<std::uint32_t> nameEnds = {};
+    std::vector<std::uint32_t> asked = {};
+    std::vector<receipts::Run> runs = {};
+    std::vector<receipts::Exception> exceptions = {};
+  };
+  [[nodiscard]] Written WriteQuestions() const;
   [[nodiscard]] flatbuffers::Offset<receipts::Path> WritePath(
       flatbuffers::FlatBufferBuilder& builder, const EnvironmentOptions& options);
 

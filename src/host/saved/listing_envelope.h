@@ -22,7 +22,7 @@ struct SavedFormat {
 
 /// Of caches and saved listings.
 inline constexpr SavedFormat kListingFormat = {.begin = "searchpath listing ", .version = 1};
-inline constexpr SavedFormat kReceiptFormat = {.begin = "searchpath receipt ", .version = 2};
+inline constexpr SavedFormat kReceiptFormat = {.begin = "searchpath receipt ", .version = 3};
 
 /// The most bytes that a body may have: its offsets are signed numbers of 32 bits.
 inline constexpr std::size_t kMostBodyBytes = 0x7FFFFFFE;
