@@ -15,6 +15,10 @@ namespace Corvane::PathManagement::host {
 [[nodiscard]] inline std::string_view LastPart(std::string_view path) {
   return path.substr(path.rfind('/') + 1);  // from 0 on when there is none
 }
+/// The same of a text.
+[[nodiscard]] inline std::u16string_view LastPart(std::u16string_view path) {
+  return path.substr(path.rfind(u'/') + 1);
+}
 
 /// The folder that holds what the absolute `path` names; the root of the file system for itself.
 [[nodiscard]] std::string FolderAbove(std::string_view path);

@@ -37,8 +37,8 @@ std::vector<std::size_t> AskedList::FindPositions(std::string_view name, std::si
   return found;
 }
 
-bool AskedList::HasNothingToScan() {
-  return HasTable() && table.empty() && unlisted.empty() && !listings.firstWith;
+bool AskedList::MayHoldAnyOf(NameLengths lengths) {
+  return !HasTable() || !unlisted.empty() || listings.firstWith || tableLengths.HasAnyOf(lengths);
 }
 
 /// Makes the table as soon as there are listings.
@@ -57,6 +57,7 @@ bool AskedList::HasTable() {
         table[folder.name].push_back(at);
     }
   }
+  for (const auto& [name, positionsOfName] : table) tableLengths.Add(name.size());
   return true;
 }
 

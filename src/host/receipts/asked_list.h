@@ -15,6 +15,19 @@
 
 namespace Corvane::PathManagement::host {
 
+/// Lengths that names may have, in bytes; a length stands for all that differ from it by 64 as well.
+class NameLengths {
+ public:
+  void Add(std::size_t length) noexcept { lengths |= std::uint64_t{1} << length % 64U; }
+  void AddAll() noexcept { lengths = ~std::uint64_t{0}; }
+  [[nodiscard]] bool HasAnyOf(NameLengths other) const noexcept {
+    return (lengths & other.lengths) != 0;
+  }
+
+ private:
+  std::uint64_t lengths = 0;
+};
+
 /// Folders that questions ask, in their order.
 class AskedList {
  public:
@@ -39,8 +52,9 @@ class AskedList {
 
   [[nodiscard]] bool IsListed() { return isListed = isListed || listings.areMade(); }
 
-  /// Whether no name has any position: there are listings, and nothing but plain files in them.
-  [[nodiscard]] bool HasNothingToScan();
+  /// Whether a name of one of these lengths may have a position. None has where there are listings, and
+  /// nothing but plain files in them.
+  [[nodiscard]] bool MayHoldAnyOf(NameLengths lengths);
   /// The positions, among the first `count`, where something other than a plain file may stand at a
   /// name: a link, a folder with "@"; and from the first that may have the file on, all when `all`.
   /// All positions as long as the folders are not listed.
@@ -54,7 +68,8 @@ class AskedList {
   boost::unordered_flat_map<std::uint32_t, std::size_t> positions;  // of the places
   Listings listings;
   bool isListed = false;
-  bool hasTable = false;  // what follows is made
+  bool hasTable = false;     // what follows is made
+  NameLengths tableLengths;  // of the names in the table
   std::vector<std::size_t> unlisted;
   boost::unordered_flat_map<std::string_view, std::vector<std::size_t>, NameBytesHash> table;
 };

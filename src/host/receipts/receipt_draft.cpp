@@ -3,6 +3,7 @@
 #include "host/common/parallel.h"
 #include "host/common/path_bytes.h"
 #include "host/folder/folder_stamp.h"
+#include "host/names/name_key.h"
 #include "host/receipts/surroundings.h"
 #include "searchpath/model/byte_text.h"
 
@@ -44,9 +45,14 @@ receipts::Text ReceiptDraft::AddText(const ustring& text) {
   return AddText(std::string_view(BytesFromText(text).value_or("")));
 }
 
-std::uint32_t ReceiptDraft::AddName(std::string_view name) {
-  if (names.size() + name.size() > kMostBodyBytes) throw std::length_error("too many names");
-  names.append(name);
+std::uint32_t ReceiptDraft::AddName(const ustring& name) {
+  NameKey bytes;
+  if (bytes.Set(name)) {
+    names.append(bytes.View());
+  } else {
+    names.append(BytesFromText(name).value_or(""));
+  }
+  if (names.size() > kMostBodyBytes) throw std::length_error("too many names");
   return static_cast<std::uint32_t>(names.size());
 }
 

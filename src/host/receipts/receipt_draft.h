@@ -42,7 +42,7 @@ class ReceiptDraft {
     return std::string_view(texts).substr(text.begin(), text.size());
   }
   /// Adds the name of the next question, and returns where it ends.
-  [[nodiscard]] std::uint32_t AddName(std::string_view name);
+  [[nodiscard]] std::uint32_t AddName(const ustring& name);
   /// The name of the file that a question was answered with.
   [[nodiscard]] std::string_view FileOf(std::uint32_t question) const;
   /// The number of the place at a native path.

@@ -19,6 +19,22 @@ namespace Corvane::PathManagement::host {
 
 namespace {
 
+/// The lengths of the names of files and folders that may decide a question; all when they are not known
+/// without making the names.
+NameLengths LengthsOf(const Lookup& lookup) {
+  const std::u16string_view file = LastPart(lookup.name);
+  const bool isAscii =
+      std::all_of(file.begin(), file.end(), [](char16_t unit) { return unit < 0x80; });
+  NameLengths lengths;
+  if (lookup.extensions.empty() && isAscii) {
+    lengths.Add(file.size());
+    lengths.Add(file.size() + 1);  // "@" is before the name of a folder
+  } else {
+    lengths.AddAll();
+  }
+  return lengths;
+}
+
 bool IsSameKind(const Lookup& left, const Lookup& right) {
   return left.policy == right.policy && left.extensions == right.extensions &&
          left.fromFolder == right.fromFolder && left.afterFolder == right.afterFolder;
@@ -40,7 +56,7 @@ class ReceiptRecorder::State {
   /// The number of how the question is asked.
   [[nodiscard]] std::uint32_t KindOf(const Lookup& lookup);
   [[nodiscard]] std::uint32_t PlaceOf(const FoundItem& file);
-  [[nodiscard]] receipts::Text FileOf(const FoundItem& file, std::string_view name);
+  [[nodiscard]] receipts::Text FileOf(const FoundItem& file, const Lookup& lookup);
   [[nodiscard]] std::size_t CountAsked(const AskedList& list, std::uint32_t answer) const;
   void NotePath();
   void NoteLinks(std::uint32_t place, const FolderListing& listing);
@@ -59,13 +75,12 @@ void ReceiptRecorder::State::Add(const Lookup& lookup, const boost::optional<Fou
   const std::uint32_t kind = KindOf(lookup);
   const QuestionScope scope = lists.ScopeOf(lookup, kind);
   AskedList& list = lists.At(scope.list);
-  const std::string name = BytesFromText(lookup.name).value_or("");
   const std::uint32_t place = answer ? PlaceOf(*answer) : kNone;
   const auto number = static_cast<std::uint32_t>(draft.questions.size());
   const std::size_t asked =
       answer && !scope.asksAll ? CountAsked(list, place) : list.GetPlaces().size();
-  draft.questions.push_back({.nameEnd = draft.AddName(name),
-                             .file = answer ? FileOf(*answer, name) : receipts::Text(),
+  draft.questions.push_back({.nameEnd = draft.AddName(lookup.name),
+                             .file = answer ? FileOf(*answer, lookup) : receipts::Text(),
                              .place = place,
                              .kind = kind,
                              .list = scope.list,
@@ -74,7 +89,7 @@ void ReceiptRecorder::State::Add(const Lookup& lookup, const boost::optional<Fou
   for (const std::uint32_t further : scope.further) draft.further.emplace_back(number, further);
   if (!scope.isCertain) {
     draft.uncertain.push_back(number);
-  } else if (!list.HasNothingToScan() || scope.first) {
+  } else if (scope.first || list.MayHoldAnyOf(LengthsOf(lookup))) {
     ScannedQuestion question{
         .number = number, .list = scope.list, .asked = asked, .first = scope.first};
     lists.SetNames(lookup, question);
@@ -114,11 +129,12 @@ std::uint32_t ReceiptRecorder::State::PlaceOf(const FoundItem& file) {
 }
 
 /// The name of the file in its folder; empty when it is the last part of the name that was asked for.
-receipts::Text ReceiptRecorder::State::FileOf(const FoundItem& file, std::string_view name) {
+receipts::Text ReceiptRecorder::State::FileOf(const FoundItem& file, const Lookup& lookup) {
+  // Then it is, and looking at it would take as long as all else.
+  if (lookup.extensions.empty() && lookup.policy != FilenameMatchingPolicy::IgnoreCase) return {};
   const PathItem& item = *file.GetPathItem();
-  const std::string bytes = BytesFromText(item.GetName() + item.GetExtension()).value_or("");
-  if (LastPart(name) == bytes) return {};
-  return draft.AddText(std::string_view(bytes));
+  const ustring name = item.GetName() + item.GetExtension();
+  return name == LastPart(lookup.name) ? receipts::Text() : draft.AddText(name);
 }
 
 /// How many places were asked up to the answer. One in a method folder is found at the folder above.
