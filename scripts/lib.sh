@@ -87,3 +87,15 @@ build() {
   quietly "$preset-build" "building ($preset)" ninja -C "$folder" "$@" || return
   exec {lock}>&-
 }
+
+# in_memory COMMAND...: runs COMMAND with temporary files in memory, where there is a gigabyte for them, and
+# programs among them may run. Tests make trees of thousands of small files: most of their time on a disk.
+in_memory() {
+  local bytes options
+  read -r bytes options < <(findmnt -nbo AVAIL,OPTIONS /dev/shm) || true
+  if [[ ! -v TMPDIR && -w /dev/shm && ${options-noexec} != *noexec* ]] && ((bytes >= 1 << 30)); then
+    TMPDIR=/dev/shm "$@"
+  else
+    "$@"
+  fi
+}
