@@ -94,6 +94,8 @@ TEST_F(RulesTest, DoctorKnowsWhatPathsOfProgramsSufferFrom) {
        "$T/q: depends on the working folder\n$T/q: the same folder as $T/q\n"
        "$T/p/draw: not a folder\n$T: an empty part: the working folder\n"
        "$T/loop: links that lead nowhere\n"},
+      {"touch '~file'; s doctor --as program --path '~file' | sed 's/;.*//'", 0, "",
+       "$T/~file: not a folder\n"},
   });
 }
 

@@ -60,7 +60,8 @@ class RuleExaminer {
     if (text.empty()) {
       Add(FindingKind::EmptyPart, place);
     } else if (const auto reason = RuledPath::FindProblem(place)) {
-      const bool isHome = text.starts_with(u'~') && KindOf(*reason) == FindingKind::Missing;
+      const bool isHome =
+          text.starts_with(u'~') && *reason == current_working_folder::AbsolutizeError::Absent;
       Add(isHome ? FindingKind::UnexpandedHome : KindOf(*reason), place).reason = reason;
       return;
     } else if (!text.starts_with(u'/')) {

@@ -15,7 +15,7 @@
 
 namespace Corvane::PathManagement::host {
 
-/// Lengths that names may have, in bytes; a length stands for all that differ from it by 64 as well.
+/// Lengths that names may have, in bytes. Lengths that differ by a multiple of 64 count as the same.
 class NameLengths {
  public:
   void Add(std::size_t length) noexcept { lengths |= std::uint64_t{1} << length % 64U; }
