@@ -92,7 +92,8 @@ struct SimilarRow {
 TEST(FindSimilarTest, NamesTheMostSimilarFilesFirstAndEachOnce) {
   const TemporaryTree tree;
   tree.Files({"a/plto.zt", "a/plot.y", "b/plot", "b/PLOT.zt", "b/plots.zt", "b/plto.zt", "b/bar"});
-  tree.Files({"b/pilot.zt", "b/plat.zt", "b/lot.zt", "b/.rc", "b/@plot/plot.z", "b/bzx"});
+  tree.Files({"b/pilot.zt", "b/plat.zt", "b/lot.zt", "b/.rc", "b/@plot/plot.z", "b/bzx",
+              "b/v1.2.zt", "a/v2.y", "b/v2.Z"});
   const Environment environment({tree.Text("a"), tree.Text("b")});
   const std::vector<SimilarRow> rows = {
       {{u"plot.zt"}, 2, "b/PLOT.zt a/plot.y"},
@@ -105,6 +106,8 @@ TEST(FindSimilarTest, NamesTheMostSimilarFilesFirstAndEachOnce) {
       {{u"ba"}, 9, ""},  // of so short a name everything is one letter off
       {{u"plot.zt"}, 0, ""},
       {{u"b/plot.zt"}, 9, ""},
+      {{u"v1.2"}, 9, "b/v1.2.zt"},
+      {{u"v2", {u".zt", u".z"}}, 2, "b/v2.Z a/v2.y"},
       {{u"plto.y"}, 9, "a/plto.zt a/plot.y"},  // but not the other file of that name
   };
   for (const auto& [lookup, most, expected] : rows) {
