@@ -14,14 +14,19 @@ inline std::size_t Setting(const char* name, std::size_t everyRun) {
   return text == nullptr ? everyRun : std::stoul(text);
 }
 
+// Clang has no macro for it.
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+#define SEARCHPATH_IS_SANITIZED 1
+#elif defined(__has_feature)
+#define SEARCHPATH_IS_SANITIZED __has_feature(address_sanitizer)
+#else
+#define SEARCHPATH_IS_SANITIZED 0
+#endif
+
 /// How many random cases to try. Under a sanitizer, where each takes many times as long, a tenth:
 /// it looks at how the work is done, and plain runs at what comes of it.
 constexpr std::size_t RandomCases(std::size_t inPlainRuns) {
-#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
-  return inPlainRuns / 10;
-#else
-  return inPlainRuns;
-#endif
+  return SEARCHPATH_IS_SANITIZED ? inPlainRuns / 10 : inPlainRuns;
 }
 
 }  // namespace Corvane::PathManagement::test
