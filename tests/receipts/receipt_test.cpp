@@ -119,6 +119,15 @@ TEST_F(ReceiptTest, DoesNotTrustAFolderThatHasJustChanged) {
   EXPECT_EQ(ChangesIn(Make()), "");
 }
 
+TEST_F(ReceiptTest, DoesNotTrustAFolderWhoseTimeWasSetBackSinceItWasAsked) {
+  const host::Environment environment(Options());
+  host::ReceiptRecorder recorder(environment);
+  const host::Lookup lookup = {.name = u"plot.zt"};
+  recorder.Add(lookup, environment.Find(lookup));
+  tree.Do("touch mine/plot.zt; touch -d '300 hours ago' mine");
+  EXPECT_EQ(ChangesIn(recorder.Finish()), "plot.zt: way/plot.zt > mine/plot.zt\n");
+}
+
 TEST_F(ReceiptTest, HoldsQuestionsAnswersAndThePath) {
   host::EnvironmentOptions options = Options();
   options.expansion = host::FolderExpansion::Recursive;
