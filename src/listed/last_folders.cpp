@@ -3,12 +3,14 @@
 namespace Corvane::PathManagement::detail {
 
 void LastFolders::Add(const ustring& name) {
-  rows[name].push_back(count);
-  if (name.starts_with(u'+') || name.starts_with(u'@')) rows[name.substr(1)].push_back(count);
+  rows[name].push_back({.number = count, .isWhole = true});
+  if (name.starts_with(u'+') || name.starts_with(u'@')) {
+    rows[name.substr(1)].push_back({.number = count, .isWhole = false});
+  }
   ++count;
 }
 
-const std::vector<std::uint32_t>& LastFolders::RowsOf(const ustring& name) const {
+const std::vector<LastFolders::Row>& LastFolders::RowsOf(const ustring& name) const {
   const auto found = rows.find(name);
   return found == rows.end() ? none : found->second;
 }

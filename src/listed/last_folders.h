@@ -17,6 +17,11 @@ namespace Corvane::PathManagement::detail {
 /// Threads: immutable once filled.
 class LastFolders {
  public:
+  struct Row {
+    std::uint32_t number;
+    bool isWhole;  // whether the name has nothing in front in the location
+  };
+
   template <class Table>
   explicit LastFolders(const Table& table) {
     for (const auto& row : table.Rows()) Add(row.entry->GetCanonicalAbsoluteIRI().getName());
@@ -24,14 +29,14 @@ class LastFolders {
 
   /// The rows of the table whose folder is called `name`, or that with "+" or "@" in front, in path
   /// order.
-  [[nodiscard]] const std::vector<std::uint32_t>& RowsOf(const ustring& name) const;
+  [[nodiscard]] const std::vector<Row>& RowsOf(const ustring& name) const;
 
  private:
   void Add(const ustring& name);
 
   std::uint32_t count = 0;  // of the rows
-  boost::unordered_flat_map<ustring, std::vector<std::uint32_t>, TextHash> rows;
-  const std::vector<std::uint32_t> none;
+  boost::unordered_flat_map<ustring, std::vector<Row>, TextHash> rows;
+  const std::vector<Row> none;
 };
 
 }  // namespace Corvane::PathManagement::detail

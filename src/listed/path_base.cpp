@@ -35,8 +35,9 @@ struct PathBase::State {
     if (policy == FilenameMatchingPolicy::IgnoreCase) {
       static_cast<void>(std::ranges::any_of(table.Rows(), visit));
     } else {
-      static_cast<void>(std::ranges::any_of(
-          lastFolders->RowsOf(name), [&](std::uint32_t row) { return visit(table.Rows()[row]); }));
+      static_cast<void>(std::ranges::any_of(lastFolders->RowsOf(name), [&](const auto& row) {
+        return visit(table.Rows()[row.number]);
+      }));
     }
   }
 

@@ -95,6 +95,16 @@ TEST_F(FolderPathTest, NamesAndPartialPathnamesFindFilesInPathOrder) {
   }
 }
 
+TEST_F(FolderPathTest, AFolderInNoOtherIsMatchedByItsWholeNameAlone) {
+  const FolderPath package({FolderEntry::Create(tree.IRI("one/+pkg"))});
+  const auto found = [&](const ustring& name) {
+    return Shown(package.GetPartiallyMatchingEntries(kAll, name, kExact), tree);
+  };
+  EXPECT_EQ(found(u"+pkg"), "one/+pkg");
+  EXPECT_EQ(found(u"pkg"), "");
+  EXPECT_EQ(found(u"pkg/cls"), "");
+}
+
 TEST_F(FolderPathTest, FoldersAreFoundByNameAndLocation) {
   const auto methods = [&](SearchScope scope, const ustring& name, FilenameMatchingPolicy policy) {
     return Shown(path.GetMethodEntriesByName(scope, name, policy), tree);

@@ -60,7 +60,7 @@ struct FolderPath::State {
   }
 
   /// The entries that the last folder of a partial pathname may mean.
-  const std::vector<std::uint32_t>& RowsOf(const ustring& lastFolder) {
+  const std::vector<PathManagement::detail::LastFolders::Row>& RowsOf(const ustring& lastFolder) {
     lastFoldersOnce.Call([this] {
       lastFolders = std::make_unique<const PathManagement::detail::LastFolders>(Table());
     });
@@ -74,15 +74,19 @@ struct FolderPath::State {
                     const boost::container::small_vector<ustring, 8>& partial,
                     FilenameMatchingPolicy policy, const Visit& visit) {
     const auto matches = [&](const auto& entry) {
-      return DoesPartialPathnameMatchPathEntryIRI(path, partial, entry, policy) && visit(entry);
+      return DoesPartialPathnameMatchPathEntryIRI(path, partial, entry, policy);
     };
     if (partial.empty() || policy == FilenameMatchingPolicy::IgnoreCase) {
-      ForEachInScope(scope, matches);
+      ForEachInScope(scope, [&](const auto& entry) { return matches(entry) && visit(entry); });
       return;
     }
-    for (const std::uint32_t row : RowsOf(partial.back())) {
+    for (const auto [row, isWhole] : RowsOf(partial.back())) {
       const auto& entry = Table().Rows()[row].entry;
-      if (IsInScope(scope, entry->GetPathEntryType()) && matches(entry)) return;
+      if (!IsInScope(scope, entry->GetPathEntryType())) continue;
+      // One name is all that is compared of an entry that stands in no other.
+      const bool isAll =
+          isWhole && partial.size() == 1 && path.GetParentEntryForEntry(*entry) == nullptr;
+      if ((isAll || matches(entry)) && visit(entry)) return;
     }
   }
 
