@@ -46,6 +46,19 @@ struct CInterfaceTest : testing::Test {
     return found;
   }
 
+  /// Whether the watch has nothing more to report. What others do in the folders above the tree makes it
+  /// readable, too.
+  bool ComesToRest(const searchpath_watch* watch) {
+    for (int round = 0; round < 100; ++round) {
+      pollfd waiting = {searchpath_watch_descriptor(watch), POLLIN, 0};
+      if (poll(&waiting, 1, 0) == 0) return true;
+      searchpath_environment* now = nullptr;
+      EXPECT_EQ(searchpath_watch_environment(watch, &now, &error), SEARCHPATH_OK);
+      searchpath_environment_free(now);
+    }
+    return false;
+  }
+
   test::TemporaryTree tree;
   searchpath_environment* environment = nullptr;
   searchpath_error error = {};
@@ -116,13 +129,13 @@ TEST_F(CInterfaceTest, AWatchBecomesReadableAndHasThePathAsItIsByAnyRules) {
     searchpath_watch* watch = nullptr;
     ASSERT_EQ(searchpath_watch_open(environment, &watch, &error), SEARCHPATH_OK);
     pollfd waiting = {searchpath_watch_descriptor(watch), POLLIN, 0};
-    EXPECT_EQ(poll(&waiting, 1, 0), 0);
+    EXPECT_TRUE(ComesToRest(watch));
     EXPECT_EQ(Find({name, nullptr, 0, nullptr, 0}), "");
     tree.Do(change);
     EXPECT_EQ(poll(&waiting, 1, 60'000), 1);
     searchpath_environment_free(environment);
     ASSERT_EQ(searchpath_watch_environment(watch, &environment, &error), SEARCHPATH_OK);
-    EXPECT_EQ(poll(&waiting, 1, 0), 0);
+    EXPECT_TRUE(ComesToRest(watch));
     EXPECT_EQ(Find({name, nullptr, 0, nullptr, 0}), tree.Path(found));
     searchpath_watch_free(watch);
   }
