@@ -9,6 +9,7 @@
 
 #include <chrono>
 #include <random>
+#include <thread>
 
 namespace Corvane::PathManagement::test {
 namespace {
@@ -127,6 +128,8 @@ class ChangingTree {
       if (fs::last_write_time(entry, ignored) < recent) continue;
       fs::last_write_time(entry, recent - std::chrono::hours(1000) + std::chrono::seconds(++aged));
     }
+    std::this_thread::sleep_for(
+        std::chrono::milliseconds(5));  // the kernel's clock for files mostly moves by less
   }
 
   Random& random;

@@ -37,10 +37,11 @@ class ReceiptTest : public testing::Test {
     Age();
   }
 
-  /// As if all folders had last changed long ago, each at another time.
+  /// As if all folders had last changed long ago, each at another time. That they were changed so shows
+  /// for as long as the kernel's clock for files may stand still.
   void Age() {
     tree.Do("for folder in $(find . -type d); do touch -d \"-$((" + std::to_string(++age) +
-            " * 100)) hours\" $folder; done");
+            " * 100)) hours\" $folder; done; sleep 0.02");
   }
 
   [[nodiscard]] host::EnvironmentOptions Options() const {

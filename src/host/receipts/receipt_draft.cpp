@@ -9,7 +9,9 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <chrono>
 #include <cstring>
+#include <ctime>
 #include <optional>
 #include <stdexcept>
 #include <utility>
@@ -18,17 +20,24 @@ namespace Corvane::PathManagement::host {
 
 namespace {
 
-constexpr std::chrono::seconds kCoarseGrain{2};  // the times of some file systems are so coarse
+constexpr std::chrono::nanoseconds kSecond = std::chrono::seconds(1);
+constexpr std::chrono::nanoseconds kCoarseGrain = 2 * kSecond;  // of some file systems' times
+
+/// How far the time that the kernel gives to files may be behind the clock.
+std::chrono::nanoseconds GetTick() {
+  timespec tick{};
+  if (::clock_getres(CLOCK_REALTIME_COARSE, &tick) != 0) return kCoarseGrain;
+  return std::chrono::seconds(tick.tv_sec) + std::chrono::nanoseconds(tick.tv_nsec);
+}
 
 /// Whether a change since `begun` would show in what is seen now. A folder whose modification time has
-/// been set back shows it by the time at which that was done.
-bool IsCertain(const FolderSight& sight, std::chrono::system_clock::time_point begun) {
-  const auto isBefore = [](std::int64_t time, std::chrono::system_clock::time_point limit) {
-    return time <= std::chrono::nanoseconds(limit.time_since_epoch()).count();
-  };
+/// been set back shows it by the time at which that was done, if its file system keeps that finely.
+bool IsCertain(const FolderSight& sight, std::chrono::nanoseconds begun) {
+  static const std::chrono::nanoseconds tick = GetTick();
   if (sight.error != 0) return sight.error == ENOENT || sight.error == ENOTDIR;
-  return isBefore(sight.stamp.modified, begun - kCoarseGrain) &&
-         isBefore(sight.stamp.changed, begun);
+  const bool isCoarse = sight.stamp.changed % kSecond.count() == 0;
+  return sight.stamp.modified <= (begun - kCoarseGrain).count() &&
+         sight.stamp.changed <= (begun - (isCoarse ? kCoarseGrain : tick)).count();
 }
 
 }  // namespace
@@ -46,7 +55,7 @@ receipts::Text ReceiptDraft::AddText(const ustring& text) {
 }
 
 std::uint32_t ReceiptDraft::AddName(const ustring& name) {
-  NameKey bytes;
+  NameKey bytes;  // makes no string of a usual name
   if (bytes.Set(name)) {
     names.append(bytes.View());
   } else {
@@ -120,7 +129,7 @@ void ReceiptDraft::LookAtPlaces(DiskPatience::Limit limit,
     const receipts::Text path = AddText(std::string_view(paths[place]));
     places.emplace_back(sight.stamp.modified, sight.stamp.changed, sight.stamp.inode, path,
                         AddTarget(path, canonical[place]), static_cast<std::uint16_t>(sight.error),
-                        IsCertain(sight, begun));
+                        IsCertain(sight, begun.time_since_epoch()));
   }
   for (const std::string& way : FindWays(canonical)) {
     const receipts::Text path = AddText(std::string_view(way));

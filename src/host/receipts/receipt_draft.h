@@ -51,8 +51,9 @@ class ReceiptDraft {
   [[nodiscard]] std::optional<std::uint32_t> FindPlace(std::string_view path) const;
   [[nodiscard]] const std::string& PathOf(std::uint32_t place) const { return paths[place]; }
 
-  /// Asks the disk about the places that matter, and puts all together. A place is
-  /// certain when it had not changed for two seconds at `begun`, before any question was asked.
+  /// Asks the disk about the places that matter, and puts all together. A place is certain when its times
+  /// say that it had come to rest by `begun`, before any question was asked: they are as coarse as file
+  /// systems and the kernel's clock make them.
   ///
   /// Errors: `std::length_error`.
   [[nodiscard]] std::shared_ptr<const ReceiptBody> Finish(
