@@ -30,6 +30,9 @@ TEST_F(ToolTest, FindAnswers) {
       {"s find --json $(printf 'bad\\377') --path odd | cut -d'\"' -f4,16 | tr '\"' '\n' |"
        " { read -r name && echo $name && base64 -d; }",
        0, "", "bad\uFFFD\n$T/odd/bad\xFF"},
+      {"d=$(printf 'd\\377'); mkdir $d; touch $d/x; s find --json x --path $d |"
+       " sed 's/.*folderBytes\":\"//; s/\".*//' | base64 -d; rm -r $d",
+       0, "", "$T/d\xFF"},
       {"s find colon FN.ZT --policy ignore-case --path @folders", 0, "",
        "$T/a:b/colon\n$T/lib/fn.zt\n"},
       {"echo file://$PWD/%61:b | s find colon --path -", 0, "", "$T/a:b/colon\n"},

@@ -17,9 +17,16 @@ namespace {
 void WriteObject(const Output& output, nlohmann::ordered_json object, const FoundItem& file) {
   const IPathEntry& folder = *file.GetPathEntry();
   AddText(object, "path", host::GetNativePath(file));
-  object["folder"] = GetBytes(GetNativePath(folder));
+  AddText(object, "folder", GetNativePath(folder));
   object["kind"] = host::GetWord(folder.GetPathEntryType());
   output.WriteObject(object);
+}
+
+// An object that begins with the name that was asked for.
+nlohmann::ordered_json GetObjectFor(const std::string& name) {
+  nlohmann::ordered_json object;
+  AddText(object, "name", TextFromBytes(name));
+  return object;
 }
 
 }  // namespace
@@ -37,9 +44,7 @@ void WriteAnswer(const Output& output, const std::string& name, const FoundItem&
     WriteFile(output, file);
     return;
   }
-  nlohmann::ordered_json object;
-  AddText(object, "name", TextFromBytes(name));
-  WriteObject(output, std::move(object), file);
+  WriteObject(output, GetObjectFor(name), file);
 }
 
 void WriteMatch(const Output& output, const std::string& pattern, const ustring& name,
@@ -55,15 +60,13 @@ void WriteMatch(const Output& output, const std::string& pattern, const ustring&
 }
 
 void WriteMiss(const Output& output, const std::string& name) {
-  nlohmann::ordered_json object;
-  AddText(object, "name", TextFromBytes(name));
+  nlohmann::ordered_json object = GetObjectFor(name);
   object["path"] = nullptr;
   output.WriteObject(object);
 }
 
 void WriteEnd(const Output& output, const std::string& name) {
-  nlohmann::ordered_json object;
-  AddText(object, "name", TextFromBytes(name));
+  nlohmann::ordered_json object = GetObjectFor(name);
   object["end"] = true;
   output.WriteObject(object);
 }
