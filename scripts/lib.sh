@@ -89,7 +89,7 @@ build() {
 }
 
 # in_memory COMMAND...: runs COMMAND with temporary files in memory, where there is a gigabyte for them, and
-# programs among them may run. Tests make trees of thousands of small files: most of their time on a disk.
+# programs among them may run. Tests make trees of thousands of small files, which takes long on a disk.
 in_memory() {
   local bytes options
   read -r bytes options < <(findmnt -nbo AVAIL,OPTIONS /dev/shm) || true

@@ -130,8 +130,7 @@ class ReceiptContentCheck {
     if (place >= receipt.places()->size()) RefuseReceipt("a place is not in the file");
   }
 
-  // There may be a great many questions, so nothing is decided before the last one.
-
+  /// There may be a great many questions, so nothing is decided before the last one.
   void CheckQuestions() const {
     const auto& ends = *receipt.name_ends();
     std::uint32_t misfits = 0;  // a number, so that compilers compare several at once
@@ -147,6 +146,7 @@ class ReceiptContentCheck {
     CheckRuns();
   }
 
+  /// Likewise within a run.
   void CheckRuns() const {
     const auto& asked = *receipt.asked();
     std::uint32_t begin = 0;
