@@ -77,7 +77,7 @@ TEST_F(ShadowsTest, NamesAreThoseThatALookUpTakes) {
   constexpr auto kIgnoreCase = FilenameMatchingPolicy::IgnoreCase;
   tree.Files({"a/fn.zt", "a/fn.c", "b/fn.zt", "b/a.b.zt", "c/a.b.zt", "a/a.b", "b/a.b", "b/.zt",
               "c/.zt", "a/@m/m.zt", "c/m.zt", "a/@n.zt/n.zt", "b/n.zt", "c/@FN/fn.ZT",
-              "a/k.\xE2\x84\xAA", "b/k.k"});
+              "a/k.\xE2\x84\xAA", "b/k.k", "b/.h.q", "c/.h.q"});
   const std::vector<AskedRow> rows = {
       {{.extensions = {u".zt"}},
        "a.b.zt: b/a.b.zt > identical c/a.b.zt;\nfn: a/fn.zt > identical b/fn.zt;\n"
@@ -95,7 +95,7 @@ TEST_F(ShadowsTest, NamesAreThoseThatALookUpTakes) {
       {{.extensions = {u".K"},
         .policy = kIgnoreCase},  // the sign for kelvin is a k, in three bytes
        "k: a/k.\xE2\x84\xAA > other case b/k.k;\n"},
-      {{.extensions = {u".q", u"\xD800"}}, ""},
+      {{.extensions = {u".q", u"\xD800"}}, ".h: b/.h.q > identical c/.h.q;\n"},
   };
   const Environment environment(folders);
   for (const auto& [lookup, shadows, unknownAndIdle] : rows) {
@@ -106,7 +106,7 @@ TEST_F(ShadowsTest, NamesAreThoseThatALookUpTakes) {
     EXPECT_EQ(report.unknown, unknownAndIdle) << testing::PrintToString(lookup.extensions);
   }
   const ShadowSummary summary = GetSummary(environment.FindShadows().shadows);
-  EXPECT_EQ(summary.counts.Of(ShadowKind::Identical), 5U);
+  EXPECT_EQ(summary.counts.Of(ShadowKind::Identical), 6U);
   ASSERT_EQ(summary.folders.size(), 3U);
   EXPECT_EQ(Shown(std::vector{summary.folders[0].winner, summary.folders[0].hidden}, tree), "b c");
 }
