@@ -88,6 +88,10 @@ build() {
   exec {lock}>&-
 }
 
+# remember_passes: from now on, test programs that have not changed since they passed are skipped, except
+# where a change is judged.
+remember_passes() { [[ ${CI-} == true ]] || export REMEMBER_PASSES=1; }
+
 # in_memory COMMAND...: runs COMMAND with temporary files in memory, where there is a gigabyte for them, and
 # programs among them may run. Tests make trees of thousands of small files, which takes long on a disk.
 in_memory() {
