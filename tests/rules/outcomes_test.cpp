@@ -112,6 +112,7 @@ TEST(RuleOutcomesTest, EachFolderHasOneAndOneRuleDecides) {
         {program, "./tool", "data", Rule::ThatFile, {HoldsIt}, ""},
         {program, "./plain", "data", Rule::ThatFile, {NotExecutable}, "run/plain"},
         {program, tree.Path("data/none"), "data", Rule::ThatFile, {Absent}, ""},
+        {program, "/no such file", "data", Rule::ThatFile, {Absent}, ""},
         {plain,
          "tool",
          "data again run",
@@ -190,6 +191,27 @@ TEST(RuleOutcomesTest, EachFolderHasOneAndOneRuleDecides) {
     }
     for (const char* folder : {"shut", "listed"}) chmod(tree.Path(folder).c_str(), 0755);
   });
+}
+
+TEST(RuleOutcomesTest, AFolderBelowTheRootOfTheFileSystemComesFromIt) {
+  const TemporaryTree tree;
+  tree.Files({"deep/sub/a.h"});
+  const Environment environment({.folders = {u"/"}, .rules = kPlainRules});
+  const auto found = environment.Find({.name = tree.Text("deep/sub/a.h").substr(1)});
+  ASSERT_TRUE(found);
+  EXPECT_EQ(environment.FindOrigin(*found->GetPathEntry()).folder, u"/");
+}
+
+TEST(RuleOutcomesTest, AMissReportsProblemsWhicheverSpellingEndsTheSearch) {
+  const TemporaryTree tree;
+  tree.Link("a.h", "rings/a.h");
+  tree.Files({"one/a.c"});
+  const Environment environment(
+      {.folders = FoldersOf(tree, "rings one none"), .rules = kIncludeRules});
+  for (int asked = 0; asked < 20; ++asked) {
+    EXPECT_FALSE(environment.Find({.name = u"a", .extensions = {u".h", u".c"}}));
+  }
+  EXPECT_EQ(environment.GetProblemsMet().size(), 1U);
 }
 
 }  // namespace

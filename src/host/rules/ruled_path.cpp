@@ -123,9 +123,10 @@ boost::optional<FoundItem> RuledPath::FindAtOnce(const Target& target) const {
   });
   if (ended && best != nullptr) {  // which of the two comes first?
     const auto files = FindFiles(target, {}, true);
-    return files.empty() ? boost::optional<FoundItem>() : files.front();
+    if (!files.empty()) return files.front();
+  } else if (best != nullptr) {
+    return best->file;
   }
-  if (best != nullptr) return best->file;
   hasMissed.store(true, std::memory_order_relaxed);
   return boost::none;
 }
@@ -193,8 +194,7 @@ RuledPath::Place RuledPath::PlaceOfFile(const ustring& name) const {
   if (!name.starts_with(u'/')) before = BelowRoot(workingFolder.Locate(u"."));
   const std::string bytes = BytesFromText(name).value_or("");
   const std::string path = before + std::string(Trimmed(bytes));
-  const std::size_t folderEnd = std::min(path.rfind('/'), path.size());
-  return {everywhere->GetRoots().CreateFolder(0, path.substr(0, folderEnd)), false,
+  return {everywhere->GetRoots().CreateFolder(0, path.substr(0, path.rfind('/') + 1)), false,
           everywhere.get(), 0, std::move(before)};
 }
 
@@ -234,8 +234,9 @@ FolderOrigin RuledPath::FindOrigin(const IPathEntry& entry) const {
   std::size_t bestLength = 0;
   for (const auto& folder : GetRoots().GetFolders()) {
     if (folder.get() == &entry) return view->GetOrigin(entry);
-    const ustring above = folder->GetAbsoluteIRI().getPath();
-    if (above.size() > bestLength && path.starts_with(above + u'/')) {
+    ustring above = folder->GetAbsoluteIRI().getPath();
+    if (!above.ends_with(u'/')) above.push_back(u'/');  // as that of "/" does
+    if (above.size() > bestLength && path.starts_with(above)) {
       best = folder.get();
       bestLength = above.size();
     }
