@@ -139,6 +139,13 @@ void WarmEnvironment(benchmark::State& state, Kind kind) {
   });
 }
 
+/// The same where the text of a name is all there is.
+void WarmNames(benchmark::State& state, Kind kind) {
+  const auto environment = MakeEnvironment(BenchTree::Of(state), false);
+  Ask(state, MakeQuestions(BenchTree::Of(state), kind).names,
+      [&](const ustring& name) { return environment->Find(name); });
+}
+
 [[maybe_unused]] const bool kRowsAreThere = [] {
   using enum FilenameMatchingPolicy;
   const std::pair<std::string, Kind> rows[] = {{"warm_lookup", Kind::Mixed},
@@ -153,6 +160,9 @@ void WarmEnvironment(benchmark::State& state, Kind kind) {
     benchmark::RegisterBenchmark((row + ":floor").c_str(), Floor, kind)->Apply(Sizes);
     benchmark::RegisterBenchmark((row + ":environment").c_str(), WarmEnvironment, kind)
         ->Apply(Sizes);
+    if (kind != Kind::Extensions) {
+      benchmark::RegisterBenchmark((row + ":name").c_str(), WarmNames, kind)->Apply(Sizes);
+    }
     for (const auto& [name, policy] : policies) {
       benchmark::RegisterBenchmark((row + ":" + name).c_str(), WarmPath, kind, policy)
           ->Apply(Sizes);

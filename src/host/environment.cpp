@@ -48,7 +48,8 @@ PathEntries Expand(const AbsoluteIRI& folder, FolderExpansion expansion,
   return {tree.begin(), tree.end()};
 }
 
-/// A part of the path as `WorkingFolder` takes it; empty when it is to be left out.
+/// A part of the path in a form that `WorkingFolder` reads as the rules do; empty when the rules
+/// leave the part out.
 std::optional<ustring> FolderTextOf(const ustring& part, const LookupRules& rules) {
   if (part.empty() && rules.emptyPart == LookupRules::EmptyPart::WorkingFolder) return u".";
   if (part.empty() && !rules.foldersHaveMeaning) return std::nullopt;
@@ -73,7 +74,7 @@ GivenFolders Locate(const WorkingFolder& workingFolder, const EnvironmentOptions
   return given;
 }
 
-/// All folders of the path.
+/// All folders of the path, those of packages included.
 GivenFolders LocateAll(const WorkingFolder& workingFolder, const EnvironmentOptions& options,
                        const PackageRegistry* packages) {
   const auto source = CreateSourceFrom(options.caches);
@@ -101,7 +102,7 @@ std::shared_ptr<const PackageRegistry> ReadPackages(const std::optional<AnyText>
   return std::make_shared<const PackageRegistry>(*root, workingFolder);
 }
 
-/// Where the folder that asks is; one on a path that is not on disk may have a location of any scheme.
+/// The location of the asking folder. On a path that is not all on disk, it may have any scheme.
 AbsoluteIRI LocateAsker(const PathView& view, const WorkingFolder& workingFolder,
                         const ustring& folder) {
   if (view.IsOnDisk() || !foundation::storage::vfs::hasIRIPrefix(folder)) {
@@ -115,6 +116,7 @@ AbsoluteIRI LocateAsker(const PathView& view, const WorkingFolder& workingFolder
   }
 }
 
+/// Who asks, where folders have no meaning.
 RuledPath::Asker AskerByRules(const WorkingFolder& workingFolder, const Lookup& lookup) {
   const auto locate = [&](const std::optional<AnyText>& text) {
     std::optional<AbsoluteIRI> folder;
@@ -125,14 +127,15 @@ RuledPath::Asker AskerByRules(const WorkingFolder& workingFolder, const Lookup& 
   return {.from = locate(lookup.fromFolder)};
 }
 
-/// What a later process needs to search the same path.
+/// The options as a receipt keeps them, so that a later process can search the same path.
 EnvironmentOptions WithoutCaches(EnvironmentOptions options) {
   options.caches.clear();
   return options;
 }
 
 SearchTarget TargetOf(const Lookup& lookup) {
-  if (lookup.extensions.empty()) return SearchTarget(lookup.name);  // whatever it ends with
+  // Without extensions to try, it does not matter whether the name has one.
+  if (lookup.extensions.empty()) return SearchTarget(lookup.name);
   return CreateSearchTargetWithExtensionInFilenamePreferred(lookup.name,
                                                             WithDots(lookup.extensions));
 }
@@ -177,20 +180,24 @@ std::unique_ptr<MainSearchPathManager> Environment::CreateManager() const {
   return manager;
 }
 
+boost::optional<FoundItem> Environment::FindNamed(std::u16string_view name) const {
+  boost::optional<FoundItem> found;
+  if (ruled != nullptr || !view->FindIndexed(name, found)) found = Find(Lookup{.name = name});
+  return found;
+}
+
 boost::optional<FoundItem> Environment::Find(Lookup lookup) const {
   if (ruled != nullptr) {
     const auto asker = AskerByRules(workingFolder, lookup);
     return ruled->Find(TargetOf(lookup), asker);
   }
-  // Most questions come from no folder.
+  // The shortest way for most questions: no asking folder, and a name that is moved, not copied.
   const auto asker = lookup.fromFolder ? AskerOf(lookup) : std::nullopt;
-  // Most have no extensions: the text is moved on, not copied.
   const SearchTarget target =
       lookup.extensions.empty() ? SearchTarget(std::move(lookup.name)) : TargetOf(lookup);
   if (asker && view->MayHavePrivateFolder(*asker)) {
     auto found = FindFirstFileVisibleFromFolder(*view->GetPath(), *asker, target, lookup.policy);
-    // A private folder is found through the entry above it, so nothing has left out a hidden one
-    // yet.
+    // A private folder is found through the folder that holds it, so a hidden one is found, too.
     if (!found || view->FindHider(*found->GetPathEntry()) == nullptr) return found;
   }
   return view->FindVisible(target, lookup.policy);

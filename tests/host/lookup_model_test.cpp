@@ -147,6 +147,9 @@ class LookupModelTest : public testing::Test {
     const auto first = environment.Find(lookup);
     ASSERT_TRUE(first ? *first == all.at(0) : all.empty());
     CheckExplanation(environment.Explain(lookup), all);
+    for (const ustring& text : {ustring(lookup.name), u"b/" + lookup.name, ustring(u"@f/f")}) {
+      ASSERT_TRUE(environment.Find(text) == environment.Find(Lookup{.name = text})) << name;
+    }
   }
 
   static void CheckExplanation(const Explanation& explanation, const std::vector<FoundItem>& all) {

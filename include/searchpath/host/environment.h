@@ -28,10 +28,12 @@
 #include <boost/optional.hpp>
 
 #include <chrono>
+#include <concepts>
 #include <cstddef>
 #include <functional>
 #include <memory>
 #include <optional>
+#include <string_view>
 #include <vector>
 
 namespace Corvane::PathManagement::host {
@@ -44,95 +46,99 @@ class PathView;
 class Receipt;
 class RuledPath;
 
-/// A question to an `Environment`: which file does a name mean?
+/// A question to an `Environment`: which file does a name mean? For "where folders have no
+/// meaning", see `LookupRules::foldersHaveMeaning`.
 struct Lookup {
   /// A file name, or a partial pathname with separators.
   AnyText name;
   /// Tried in order unless the name carries an extension of its own: "zt" or ".zt".
   AnyTexts extensions = {};
-  /// The folder of the code that asks, as a user types it: its private folder comes first. Where
-  /// folders have no meaning, the folder itself does.
+  /// The folder of the code that asks, as a user types it: its private folder is searched first.
+  /// Where folders have no meaning, the folder itself is, under `Separator::FileBelow`.
   std::optional<AnyText> fromFolder = {};
-  /// Where folders have no meaning, names are compared as they are, whatever this is.
+  /// How names are compared. Ignored where folders have no meaning: names are then compared as they
+  /// are.
   FilenameMatchingPolicy policy = FilenameMatchingPolicy::FileSystemDefault;
-  /// A folder, as a user types it: only folders that stand behind it on the path are asked, or all
-  /// when it is not on the path. Counts where folders have no meaning; `fromFolder` does not count
-  /// beside it.
+  /// A folder, as a user types it: only the folders after it on the path are searched, or all when
+  /// it is not on the path. Takes precedence over `fromFolder`. Only where folders have no meaning.
   std::optional<AnyText> afterFolder = {};
 };
 
 /// What an `Environment` is made of.
 struct EnvironmentOptions {
-  /// As users type them, see `WorkingFolder`. One that has no location is left out and
-  /// reported as a problem. For a search-path string, hand in its `SplitZentraPath`.
+  /// The folders of the path, as users type them, see `WorkingFolder`. One that has no location is
+  /// left out and reported as a problem. For a search-path string, hand in its `SplitZentraPath`.
   AnyTexts folders = {};
-  /// What relative texts are below; empty means the working folder of the process.
+  /// The folder that relative texts start from; empty means the working folder of the process.
   std::optional<AbsoluteIRI> workingFolder = {};
-  /// Where they were named: for `FindOrigin` and `Explain`.
+  /// Where `folders` come from, as `FindOrigin` and `Explain` report it.
   FolderSource source = FolderSource::Given;
-  FolderExpansion expansion = FolderExpansion::Alone;  ///< whether ordinary folders below count
-  /// Whether a folder that is given twice, perhaps by a link, is on the path twice. Otherwise it is
-  /// there once, where it was given first.
+  /// Whether the ordinary folders below `folders` are put on the path, too.
+  FolderExpansion expansion = FolderExpansion::Alone;
+  /// Whether a folder that is given twice, perhaps by a link, is on the path twice; under rules
+  /// that do not drop repeats, it always is. Otherwise it is there once, where it was given first.
   bool keepDuplicates = false;
   /// Folders that are not to be on the path: each is hidden with the special folders below it, and
   /// with all folders below it when folders are expanded.
   AnyTexts without = {};
-  /// A folder that a cache holds is not read while its listing there is fresh; the first cache that
-  /// holds the folder counts. A folder that none holds is read. Caches that were made for other
-  /// paths will do: they put no folder on this path.
+  /// A folder that is in a cache is not read while its listing there is fresh; the first cache that
+  /// has the folder is used. A folder that is in none is read. The caches may have been made for
+  /// other paths: they put no folder on this one.
   std::vector<PathEntryFactory> caches = {};
   /// A root of packages, as a user types it, see `PackageRegistry`. The folders of its packages
-  /// come behind all others and are never expanded.
+  /// come after all others on the path and are never expanded.
   std::optional<AnyText> packages = {};
-  /// What names mean on the path, and what parts of it mean.
+  /// What names mean on the path, and how the texts in `folders` are read.
   LookupRules rules = {};
-  /// Folders that come before all others for a question with `Lookup::fromFolder`, and only then.
-  /// Only where folders have no meaning.
+  /// Folders that are searched only for a question with `Lookup::fromFolder` or
+  /// `Lookup::afterFolder`: after the asking folder and before the path. Only where folders have no
+  /// meaning.
   AnyTexts quoteFolders = {};
-  /// How long the disk is waited for, for each folder of the path and below it; empty means as long as
-  /// it takes. A folder for which the disk has not answered by then is a problem, `NoAnswer`, counts
-  /// as empty, and is not asked again; the answers for all others are right.
+  /// The longest to wait for the disk, for each folder of the path and below it; empty means
+  /// without limit. A folder for which the disk has not answered by then is a problem, `NoAnswer`:
+  /// it is searched as if it were empty, and the disk is not asked about it again. The answers for
+  /// all other folders are right.
   ///
-  /// Threads: where there is a limit, each question to the disk gets a thread of its own, which costs
-  /// some 20 us. A thread that waits in the kernel cannot be stopped. One whose folder has been given
-  /// up goes on waiting, owned by nobody and using nothing of the environment's, until the disk
-  /// answers or the process ends.
+  /// Threads: where there is a limit, each question to the disk gets a thread of its own, which
+  /// costs some 20 us. A thread that waits in the kernel cannot be stopped. After the limit it goes
+  /// on waiting, owned by nobody and using nothing of the environment's, until the disk answers or
+  /// the process ends.
   std::optional<std::chrono::milliseconds> timeout = {};
 };
 
-/// A working environment on this machine's folders: a search path and what is needed to ask it.
+/// A search path of this machine's folders, and all that is needed to look up names on it.
 ///
 /// Threads: all operations, from any thread.
 /// Errors: a folder that cannot be searched is a problem; the rest of the path is searched.
 class SEARCHPATH_EXPORT Environment {
  public:
-  /// Makes the path; opens no folder.
+  /// Makes the path. Opens no folders, except to expand them and to read packages.
   explicit Environment(const EnvironmentOptions& given);
   /// A path of these folders, with all other options as they are by default.
   explicit Environment(const AnyTexts& folders, FolderExpansion expansion = FolderExpansion::Alone);
   /// The path that `cache` was made for.
   explicit Environment(const PathEntryFactory& cache);
-  /// Asks `path`, whoever made it, by the rules of the environment: a listed path, entries of one's
-  /// own, composites of these and of folders on disk. Its entries are asked through their interface,
-  /// those of folders on disk more quickly. Repeats stay as the path has them.
+  /// Looks names up on `path`, whoever made it, by `kEnvironmentRules`: a listed path, entries of
+  /// one's own, composites of these and of folders on disk. Entries are asked through their
+  /// interface, those of folders on disk more quickly. Repeats stay as the path has them.
+  ///
   /// Precondition: `path` is not null.
   explicit Environment(std::shared_ptr<const IPath> path);
   ~Environment();
 
-  /// The path that is asked: the one that was handed over, or a `FolderPath` without repeats and
-  /// hidden folders, whose entries are `FolderEntry` objects. As an `IPath` it is asked by the rules
-  /// of the environment, whatever `EnvironmentOptions::rules` are.
+  /// The path on which names are looked up: the `IPath` that the environment was made of, or one
+  /// without repeats and hidden folders, whose entries are `FolderEntry` objects. What is asked of
+  /// it directly is answered by `kEnvironmentRules`, whatever `EnvironmentOptions::rules` are.
   [[nodiscard]] const std::shared_ptr<const IPath>& GetPath() const;
-  /// Its main entries, by their own type; of a path that was handed over, those that are folders on
-  /// disk.
+  /// Its main entries, as `FolderEntry` objects; those that are no folders on disk are left out.
   [[nodiscard]] FolderEntries GetMainFolders() const;
   /// What names mean.
   [[nodiscard]] const LookupRules& GetRules() const noexcept { return rules; }
-  /// What relative texts are below.
+  /// The folder that relative texts start from.
   [[nodiscard]] const WorkingFolder& GetWorkingFolder() const noexcept { return workingFolder; }
 
-  /// The packages below the root that was given, and what is wrong with those that cannot be used;
-  /// null when no root was given.
+  /// The packages below `EnvironmentOptions::packages`, and what is wrong with those that cannot be
+  /// used; null when no root of packages was given.
   [[nodiscard]] const std::shared_ptr<const PackageRegistry>& GetPackages() const noexcept {
     return packages;
   }
@@ -143,21 +149,28 @@ class SEARCHPATH_EXPORT Environment {
   /// `GetMainFolders` and knows the packages that put folders on the path. To use it, include
   /// "searchpath/host/main_search_path_manager.h".
   ///
-  /// Errors: `std::logic_error` for a path that was handed over and is no `FolderPath`.
+  /// Errors: `std::logic_error` when the environment was made of an `IPath` that is no
+  /// `FolderPath`.
   [[nodiscard]] std::unique_ptr<MainSearchPathManager> CreateManager() const;
 
   /// The file that the name means; empty when there is none.
   ///
-  /// Threads: once a folder has let it wait for two milliseconds, those behind it are asked ahead, by
-  /// up to 64 threads. The answer does not wait for them.
+  /// Threads: once a folder has taken two milliseconds to answer, the next folders are asked in
+  /// advance, by up to 64 threads. The answer does not wait for those that it does not need.
   /// Errors: `FailedToAbsolutizeException` when `Lookup::fromFolder` cannot be used.
   [[nodiscard]] boost::optional<FoundItem> Find(Lookup lookup) const;
+  /// The same for a name and nothing else: `Find(u"plot.zt")`. Its text is not copied once the path
+  /// is indexed.
+  template <std::convertible_to<std::u16string_view> Text>
+  [[nodiscard]] boost::optional<FoundItem> Find(const Text& name) const {
+    return FindNamed(name);
+  }
 
   /// The file that the name means, open for reading; empty when there is none. To use it, include
   /// "searchpath/host/opened_file.h".
   ///
-  /// Errors: as `Find`; `std::system_error` when that file cannot be opened, or does not count any
-  /// more.
+  /// Errors: as `Find`; `std::system_error` when that file cannot be opened, or has since become
+  /// something that the rules do not count.
   [[nodiscard]] std::optional<OpenedFile> Open(Lookup lookup) const;
 
   /// The answers of `Find`, together with what they rest on. To use it, include
@@ -166,26 +179,27 @@ class SEARCHPATH_EXPORT Environment {
   /// Errors: as `Find`; those of `ReceiptRecorder`.
   [[nodiscard]] Receipt FindWithReceipt(const std::vector<Lookup>& lookups) const;
 
-  /// Every file that the name could mean: the file that it does mean, then the files that this one
-  /// hides, in path order.
+  /// The file that the name means, then the files that it hides, in path order; empty when there is
+  /// none.
   ///
   /// Errors: as `Find`.
   [[nodiscard]] std::vector<FoundItem> FindAll(const Lookup& lookup) const;
 
-  /// Every name that matches the pattern `Lookup::name`, see `NamePattern`, with the answer of
-  /// `FindAll` to it: in the order of the path and, within a folder, of the bytes of names. Each of
-  /// the extensions is added to the pattern. With separators, the last part alone is a pattern.
+  /// Every name that matches the pattern `Lookup::name`, see `NamePattern`, with the files that
+  /// `FindAll` finds for it: in the order of the path and, within a folder, of the bytes of names.
+  /// Each of the extensions is added to the pattern. With separators, only the last part is a
+  /// pattern.
   ///
   /// Errors: as `Find`; `std::invalid_argument` when another part has a "*", "?" or "[".
-  /// Cost: one pass over the names in the folders that such a name is looked for in.
+  /// Cost: one pass over the names in the folders where such a name is looked for.
   [[nodiscard]] std::vector<MatchingName> FindMatching(const Lookup& lookup) const;
 
-  /// The answer of `FindAll` and the reason for it: every folder that was asked, in order, and with
-  /// what outcome.
+  /// The answer of `FindAll` and the reason for it: every folder that was searched, in order, and
+  /// what was found there.
   ///
   /// Errors: as `Find`.
-  /// Cost: asks folder by folder; lists them all unless each holds the name,
-  /// and all folders below private and resources folders of those that do not. Not for the hot path.
+  /// Cost: asks folder by folder. Lists them all unless each holds the name; below those that do
+  /// not, lists all that is below private and resources folders. Not for the hot path.
   [[nodiscard]] Explanation Explain(const Lookup& lookup) const;
 
   /// At most `most` files that may have been meant by a name that was not found, the most similar
@@ -195,11 +209,11 @@ class SEARCHPATH_EXPORT Environment {
   [[nodiscard]] std::vector<SimilarFile> FindSimilar(const Lookup& lookup,
                                                      std::size_t most = 3) const;
 
-  /// The entries that the name of a folder denotes, in path order; special folders among them.
+  /// The entries, main and special, that the name of a folder denotes, in path order.
   [[nodiscard]] PathEntries FindFolders(const FolderLookup& lookup) const;
 
-  /// At most `most` folders of the path that may have been meant by a name that denotes none. The
-  /// last part of the name differs from theirs in case, in a "+" or "@" left out, or in one letter.
+  /// At most `most` folders of the path that may have been meant by a name that denotes none: their
+  /// names differ from its last part in case, in a "+" or "@" left out, or in one letter.
   ///
   /// Cost: lists every folder.
   [[nodiscard]] PathEntries FindSimilarFolders(const FolderLookup& lookup,
@@ -207,52 +221,54 @@ class SEARCHPATH_EXPORT Environment {
 
   /// The names that hide files, and how each hidden file differs from the file that hides it.
   ///
-  /// Cost: reads every name on the path, and files of one name that are of the same size; on all
+  /// Cost: reads every name on the path, and the contents of files that share name and size; on all
   /// processors.
   [[nodiscard]] ShadowReport FindShadows(const ShadowLookup& lookup = {}) const;
 
   /// What is wrong with the path: first what concerns one folder, in path order, then the file
-  /// names that collide. Hidden folders are not examined. An entry that is no folder on disk is never
-  /// missing, unreadable or slow.
+  /// names that collide. Hidden folders are not examined. An entry that is no folder on disk is
+  /// never missing, unreadable or slow.
   ///
-  /// Cost: reads every name on the path. A folder that has been listed is not listed again; how
-  /// long it took is known from then.
+  /// Cost: reads every name on the path. A folder that has been listed is not listed again: the
+  /// time that this took is remembered.
   [[nodiscard]] std::vector<PathFinding> Examine(const Examination& examination = {}) const;
 
-  /// Who, beside root and a user who is trusted, can make a name mean another file. Hidden folders are
-  /// not examined. Looks at the disk as it is now.
+  /// Who, besides root and the user of `lookup`, can make a name mean another file. Hidden folders
+  /// are not examined. Looks at the disk as it is now.
   ///
-  /// Cost: looks at every file on the path and at every folder and link on the way to it; under rules
-  /// that search below folders, at all folders below them, too.
+  /// Cost: looks at every file on the path and at every folder and link on the way to it; with
+  /// `Separator::FileBelow`, at all folders below those of the path, too.
   [[nodiscard]] TrustReport ExamineTrust(const TrustLookup& lookup = {}) const;
 
-  /// Every folder in which a name may be found: the main folders; under rules that search below
-  /// folders, all folders below them, too.
+  /// Every folder in which a name may be found: the main folders; with `Separator::FileBelow`, all
+  /// folders below them, too.
   ///
-  /// Cost: under such rules, lists all of them.
+  /// Cost: with `Separator::FileBelow`, lists all of them.
   [[nodiscard]] FolderEntries FindSearchedFolders() const;
 
   /// Visits every file that a name could mean, in path order, until a visit returns true; returns
-  /// whether one did. Where folders have a meaning, the files of main folders.
+  /// whether one did. Where folders have a meaning, only the files of main folders are visited.
   ///
-  /// Cost: lists every folder; under rules that search below folders, all folders below them, too.
+  /// Cost: lists every folder; with `Separator::FileBelow`, all folders below them, too.
   bool ForEachFile(const std::function<bool(const FoundItem&)>& visit) const;
 
-  /// The names that mean another file than in `before`, as the function of that name finds them for
-  /// two paths. Under rules that search below folders, names are relative names.
+  /// The names that mean another file in this environment than in `before`, see `FindNameChanges`.
+  /// With `Separator::FileBelow`, names are relative to the folders of the path.
   ///
   /// Precondition: both have the same rules.
-  /// Cost: lists every folder of both, and all folders below them where names are searched there.
+  /// Cost: lists every folder of both; with `Separator::FileBelow`, all folders below them, too.
   [[nodiscard]] std::vector<NameChange> FindNameChangesSince(const Environment& before) const;
 
   /// The folders that cannot be searched. First come folders without a location, a root of packages
   /// that cannot be read, and folders of packages that lead into a loop of links; then folders on
   /// the path, in path order.
   [[nodiscard]] std::vector<FolderProblem> FindProblems() const;
-  /// The same, of the folders alone that earlier questions have found to be so; opens no folder.
+  /// Those of these problems that earlier questions have met; opens no folder. Where folders have
+  /// no meaning: once a name was not found, all of them, which asks the disk about each folder.
   [[nodiscard]] std::vector<FolderProblem> GetProblemsMet() const;
 
-  /// The folders of `EnvironmentOptions::without` that hide nothing, as they were given.
+  /// The folders of `EnvironmentOptions::without` that hide no folder of the path, as they were
+  /// given.
   ///
   /// Cost: lists every folder of the path, unless each hides a main entry.
   [[nodiscard]] std::vector<ustring> FindIdleExclusions() const;
@@ -261,6 +277,7 @@ class SEARCHPATH_EXPORT Environment {
   friend class Receipt;
   friend class ReceiptRecorder;
 
+  [[nodiscard]] boost::optional<FoundItem> FindNamed(std::u16string_view name) const;
   [[nodiscard]] std::optional<AbsoluteIRI> AskerOf(const Lookup& lookup) const;
 
   std::chrono::system_clock::time_point begun = std::chrono::system_clock::now();

@@ -10,6 +10,7 @@
 #include <functional>
 #include <memory>
 #include <optional>
+#include <string_view>
 #include <vector>
 
 namespace Corvane::PathManagement::host {
@@ -19,17 +20,17 @@ namespace Corvane::PathManagement::host {
 /// An entry is on the path when the path holds that object, or another entry for the same folder. A
 /// name with separators is a partial pathname: it is looked up in the entries whose trailing
 /// folders match the folders in front of its last part, see `DoesPartialPathnameMatchPathEntryIRI`.
-/// A name that begins with a separator names one folder in full.
+/// In a name that begins with a separator, these folders are one location in full.
 ///
 /// Threads: all operations, from any thread.
 /// Ownership: shares its entries.
-/// Errors: a folder that cannot be searched is a problem and counts as empty.
-/// Cost: each folder is listed at most once. The first eight questions of `FindFirstInScope` or
+/// Errors: a folder that cannot be searched is a problem and is searched as if it were empty.
+/// Cost: each folder is listed at most once. The first eight calls of `FindFirstInScope` or
 /// `FindAllInScope` for a plain name among the main entries ask one folder after the other for that
-/// name alone, the former up to the answer; the ninth lists all folders and makes an index. Method
-/// entries by name ask all main folders once. Policies that ignore case list the folders that they
-/// ask. Questions about parents, order, membership and partial pathnames list every folder, special
-/// ones included.
+/// name alone, `FindFirstInScope` up to the answer; the ninth lists all folders and makes an index.
+/// `GetMethodEntriesByName` asks all main folders once. Policies that ignore case list the folders
+/// that they ask. Questions about parents, order, membership and partial pathnames list every
+/// folder, special ones included.
 class SEARCHPATH_EXPORT FolderPath : public IPath {
  public:
   /// Precondition: no pointer is null.
@@ -65,33 +66,38 @@ class SEARCHPATH_EXPORT FolderPath : public IPath {
                                                     const IPathEntry& second) const override;
   [[nodiscard]] bool IsEntryOnPath(const IPathEntry& entry) const override;
 
-  /// The main entries, by their own type.
+  /// The main entries, as the `FolderEntry` objects that they are.
   [[nodiscard]] const FolderEntries& GetMainFolders() const noexcept;
 
-  /// As `FindFirstFileVisibleOnPath`. One of the first eight questions for a plain name asks each
-  /// folder for the file and the method entry at once, and no folder behind the answer.
+  /// As `FindFirstFileVisibleOnPath` on this path. The first eight calls for a plain name ask each
+  /// folder for the file and the method entry at once, and no folder after the one with the answer.
   [[nodiscard]] boost::optional<FoundItem> FindVisible(
       const PathManagement::detail::SearchTarget& target, FilenameMatchingPolicy policy) const;
-  /// The same on the path of those entries for which `isShown` returns true, where that takes no
-  /// index; empty otherwise.
+  /// Sets `found` to the same for a name without extensions, where its text and an index will do;
+  /// returns whether it did.
+  [[nodiscard]] bool FindIndexed(std::u16string_view name, boost::optional<FoundItem>& found) const;
+  /// As `FindVisible`, as if only those entries were on the path for which `isShown` returns true.
+  /// The outer optional is empty when there is no quick answer: for a partial pathname, a policy
+  /// that ignores case, and where an index would be needed.
   [[nodiscard]] std::optional<boost::optional<FoundItem>> FindShown(
       const PathManagement::detail::SearchTarget& target, FilenameMatchingPolicy policy,
       const std::function<bool(const FolderEntry&)>& isShown) const;
 
-  /// The same answer. The folders are asked one by one, and `observer` hears of each.
+  /// The same answer as without an observer. The folders are asked one by one, and `observer` is
+  /// called for each.
   [[nodiscard]] std::vector<FoundItem> FindAllInScope(
       SearchScope scope, const PathManagement::detail::SearchTarget& target,
       FilenameMatchingPolicy policy, ILookupObserver& observer) const;
 
   /// What keeps folders of the path from being searched, in path order. Main folders that have not
-  /// been listed are opened. Folders below them are looked at only when an earlier question has
-  /// listed every folder.
+  /// been listed are opened. Special folders are looked at only when an earlier question has listed
+  /// every folder.
   [[nodiscard]] std::vector<FolderProblem> FindProblems() const;
-  /// The same, of the folders for which `isWanted` returns true; it is called in path order.
+  /// The same for the folders for which `isWanted` returns true; it is called in path order.
   [[nodiscard]] std::vector<FolderProblem> FindProblems(
       const std::function<bool(const IPathEntry&)>& isWanted) const;
-  /// The same, of the folders alone that earlier questions have found to be so; asks the disk
-  /// nothing.
+  /// Those of these problems that earlier questions have met. Asks the disk nothing; `isWanted` is
+  /// called only for folders that have one.
   [[nodiscard]] std::vector<FolderProblem> GetProblemsMet(
       const std::function<bool(const IPathEntry&)>& isWanted) const;
 

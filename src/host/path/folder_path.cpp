@@ -32,7 +32,7 @@ bool IsPlain(const SearchTarget& target) {
 
 /// Whether `scope` covers the main entries and nothing else.
 bool IsMainScope(SearchScope scope) {
-  if (scope.size() == 1) return *scope.data() == 0;  // which nearly all questions ask
+  if (scope.size() == 1) return *scope.data() == 0;  // `Ordinary`, which nearly all questions ask
   return IsInScope(scope, PathEntryType::Ordinary) && !ReachesBelowMainEntries(scope);
 }
 
@@ -59,7 +59,7 @@ struct FolderPath::State {
     return *table;
   }
 
-  /// The entries that the last folder of a partial pathname may mean.
+  /// The rows of the entries that the last folder of a partial pathname may mean.
   const std::vector<PathManagement::detail::LastFolders::Row>& RowsOf(const ustring& lastFolder) {
     lastFoldersOnce.Call([this] {
       lastFolders = std::make_unique<const PathManagement::detail::LastFolders>(Table());
@@ -67,8 +67,8 @@ struct FolderPath::State {
     return lastFolders->RowsOf(lastFolder);
   }
 
-  /// Visits the entries in `scope` of `path`, whose state this is, that `partial` matches, in path
-  /// order until `visit` returns true.
+  /// Visits the entries in `scope` that the partial pathname `partial` matches, in path order,
+  /// until `visit` returns true. `path` is the path that owns this state.
   template <class Visit>
   void ForEachMatch(const FolderPath& path, SearchScope scope,
                     const boost::container::small_vector<ustring, 8>& partial,
@@ -83,7 +83,7 @@ struct FolderPath::State {
     for (const auto [row, isWhole] : RowsOf(partial.back())) {
       const auto& entry = Table().Rows()[row].entry;
       if (!IsInScope(scope, entry->GetPathEntryType())) continue;
-      // One name is all that is compared of an entry that stands in no other.
+      // Of an entry without a parent entry only its own name is compared; `RowsOf` has done that.
       const bool isAll =
           isWhole && partial.size() == 1 && path.GetParentEntryForEntry(*entry) == nullptr;
       if ((isAll || matches(entry)) && visit(entry)) return;
@@ -97,7 +97,7 @@ struct FolderPath::State {
   }
 
   /// Visits the entries in `scope` in path order until `visit` returns true; returns whether it
-  /// did. Lists no folder that it does not have to.
+  /// did. Lists no folder when `scope` ends at the main entries.
   template <class Visit>
   bool ForEachInScope(SearchScope scope, const Visit& visit) const {
     const bool descends = ReachesBelowMainEntries(scope);
@@ -115,7 +115,8 @@ struct FolderPath::State {
     });
   }
 
-  /// Calls use(entry) for the folders known so far, in path order.
+  /// Calls use(entry), in path order, for the folders known so far: the main folders, and once the
+  /// table is built also those below.
   template <class Use>
   void ForEachKnown(const Use& use) const {
     if (tableOnce.IsBuilt()) {
@@ -131,8 +132,9 @@ struct FolderPath::State {
                                                          const SearchTarget& target,
                                                          FilenameMatchingPolicy policy);
 
-  /// Calls ask(entry, file) for the entries of `path`, whose state this is, in which `target` is to
-  /// be looked for, in path order, until it returns true.
+  /// Calls ask(entry, file), in path order, for the entries in which `target` is to be looked for,
+  /// until it returns true. `file` is `target` without its folders; `path` is the path that owns
+  /// this state.
   template <class Ask>
   void ForEachFolderOf(const FolderPath& path, SearchScope scope, const SearchTarget& target,
                        FilenameMatchingPolicy policy, const Ask& ask) {
@@ -169,7 +171,7 @@ PathEntries FolderPath::GetMethodEntries() const {
 
 PathEntries FolderPath::GetMethodEntriesByName(SearchScope scope, const ustring& name,
                                                FilenameMatchingPolicy policy) const {
-  // What nearly all questions ask stands apart: a function that does more costs more to enter.
+  // The rare case has a function of its own: a larger function costs more to enter.
   if (IsMainScope(scope)) return state->plainLookup.FindMethodFolders(name, policy);
   return state->FindMethodEntries(scope, name, policy);
 }
@@ -225,7 +227,7 @@ std::shared_ptr<const IPathEntry> FolderPath::GetPathEntryFromAbsoluteIRI(
   try {
     canonical = GetCanonicalIRI(iri);
   } catch (const foundation::storage::vfs::Exception&) {
-    // A location that cannot be resolved is known by its text, as the entry for it is.
+    // A location that cannot be resolved is compared as written; so is that of its entry.
   }
   return state->Table().FindNamed(canonical, policy);
 }
@@ -253,6 +255,10 @@ boost::optional<FoundItem> FolderPath::FindVisible(const SearchTarget& target,
                                                    FilenameMatchingPolicy policy) const {
   if (IsPlain(target)) return state->plainLookup.FindVisible(target, policy);
   return FindFirstFileVisibleOnPath(*this, target, policy);
+}
+
+bool FolderPath::FindIndexed(std::u16string_view name, boost::optional<FoundItem>& found) const {
+  return state->plainLookup.FindIndexed(name, found);
 }
 
 std::optional<boost::optional<FoundItem>> FolderPath::FindShown(
@@ -329,7 +335,7 @@ std::vector<FolderProblem> FolderPath::GetProblemsMet(
   std::vector<FolderProblem> problems;
   state->ForEachKnown([&](const FolderEntry& entry) {
     auto met = StateOf(entry).ProblemsMet();
-    // Asked last: who wants to know of repeats resolves links.
+    // isWanted() last: it may resolve links to tell repeats.
     if (met.empty() || !isWanted(entry)) return;
     std::move(met.begin(), met.end(), std::back_inserter(problems));
   });

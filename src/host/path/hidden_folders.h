@@ -16,9 +16,9 @@ namespace Corvane::PathManagement::host {
 
 /// Folders that are hidden from a path.
 ///
-/// Such a folder hides the entries for it, and the entries that were reached through it: those for
-/// the special folders below it and, where folders are expanded, for all folders below it. A link
-/// in a hidden folder hides nothing at its target: an entry for the target that was reached in
+/// A hidden folder hides the entries for it, and the entries that were reached through it: those
+/// for the special folders below it and, where folders are expanded, for all folders below it. A
+/// link in a hidden folder does not hide its target: an entry for the target that was reached in
 /// another way is shown.
 ///
 /// Threads: all operations, from any thread.
@@ -27,13 +27,14 @@ class HiddenFolders {
  public:
   HiddenFolders(FolderEntries hiddenFolders, FolderExpansion folderExpansion);
 
-  /// As they were handed over.
+  /// The hidden folders, as they were handed over.
   [[nodiscard]] const FolderEntries& GetFolders() const noexcept { return folders; }
 
-  /// The index of the folder that hides `entry`; empty when none does.
+  /// The index in `GetFolders` of the folder that hides `entry`; empty when none does.
   [[nodiscard]] std::optional<std::size_t> FindHider(const IPathEntry& entry) const;
 
  private:
+  /// The hidden folder that is `folder`, or that `folder` belongs to.
   [[nodiscard]] std::optional<std::size_t> FindAtOrAbove(AbsoluteIRI folder) const;
 
   FolderEntries folders;

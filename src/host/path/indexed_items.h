@@ -9,9 +9,9 @@
 
 namespace Corvane::PathManagement::host {
 
-/// Pointers to the items of the first files of their names in an index, by the number of the name,
-/// each set when its item is first asked for: a look-up that comes again takes the item from here,
-/// without a detour through its folder.
+/// For each name in an index, a pointer to the item of the first file of that name, set when it is
+/// first asked for. A look-up that is repeated takes the item from here, without a detour through
+/// its folder.
 ///
 /// Threads: `Get` from any thread, without a lock.
 /// Ownership: none; the folders own their items and must outlive this.
@@ -23,11 +23,12 @@ class IndexedItems {
   IndexedItems& operator=(const IndexedItems&) = delete;
   ~IndexedItems() { delete[] slots.load(std::memory_order_relaxed); }
 
-  /// The item at `place` of `count`, a number that never changes. When it has not been asked for
-  /// before, `find` returns a reference to it, the same one at every call.
+  /// The item for the name with the number `index`, below `count`; find() returns it when it is
+  /// first asked for. Precondition: `count` is the same at every call, and find() returns the same
+  /// object for the same `index`.
   template <class Find>
-  [[nodiscard]] const PathItem& Get(std::size_t place, std::size_t count, const Find& find) {
-    Slot& slot = Slots(count)[place];
+  [[nodiscard]] const PathItem& Get(std::size_t index, std::size_t count, const Find& find) {
+    Slot& slot = Slots(count)[index];
     const PathItem* item = slot.load(std::memory_order_acquire);
     if (item == nullptr) {
       item = &find();

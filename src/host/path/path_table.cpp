@@ -9,6 +9,7 @@ namespace Corvane::PathManagement::host {
 PathTable TableOf(const FolderEntries& mainFolders) {
   IdentifyAll(mainFolders);
   const auto list = [&](std::size_t folder) {
+    // Nothing to visit: the walk lists the folders.
     WalkFolders(mainFolders[folder], [](const auto&, std::size_t /*depth*/) { return false; });
   };
   ForEachInParallel(mainFolders.size(), list, 1);

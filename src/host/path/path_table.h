@@ -8,7 +8,7 @@ namespace Corvane::PathManagement::host {
 
 using PathTable = PathManagement::detail::EntryTable<FolderEntry>;
 
-/// The table of these main entries and of all below them. Lists every folder of the path.
+/// The table of `mainFolders` and of all entries below them. Lists every one of these folders.
 [[nodiscard]] PathTable TableOf(const FolderEntries& mainFolders);
 
 }  // namespace Corvane::PathManagement::host

@@ -66,15 +66,15 @@ std::shared_ptr<const FolderPath> FolderPathOf(const std::shared_ptr<const IPath
 std::shared_ptr<const IPath> WithoutRepeats(const std::shared_ptr<const IPath>& path) {
   auto once =
       std::make_shared<const DeduplicatedPath>(std::vector<std::shared_ptr<const IPath>>{path});
-  // Its traversals visit all that is below each main entry only once its list is built; before,
-  // they visit a folder once that is a main entry and also below another. Built here, so that the
-  // first traversal is like all others.
+  // Before the list of main entries is built, a traversal visits each folder once; afterwards, all
+  // that is below each main entry, and so perhaps a folder twice. Built here, so that the first
+  // traversal is like all others.
   static_cast<void>(once->GetMainEntries());
   return once;
 }
 
-/// The path whose entries a `FilteredPath` is to hide. Only `IsEntryOnPath` is ever asked of it, so
-/// it holds no entries.
+/// The path whose entries a `FilteredPath` is to hide. Only `IsEntryOnPath` is ever called, so it
+/// holds no entries.
 class HiddenEntries : public ConcatenatedPath {
  public:
   explicit HiddenEntries(std::shared_ptr<const HiddenFolders> hiddenFolders)
@@ -89,7 +89,7 @@ class HiddenEntries : public ConcatenatedPath {
   std::shared_ptr<const HiddenFolders> folders;
 };
 
-/// Where each entry stands in `given`.
+/// For each entry, the index in `given` of the folder that it comes from.
 boost::unordered_flat_map<const IPathEntry*, std::size_t> IndexOf(const std::vector<Given>& given) {
   boost::unordered_flat_map<const IPathEntry*, std::size_t> indices;
   for (std::size_t index = 0; index < given.size(); ++index) {
@@ -120,10 +120,10 @@ PathView::PathView(GivenFolders givenFolders, const GivenFolders& hiddenFolders,
   hidden = std::make_shared<const HiddenFolders>(std::move(hiding), expansion);
 }
 
-PathView::PathView(std::shared_ptr<const IPath> asked)
-    : given(GivenBy(*asked)),
-      folders(FolderPathOf(asked)),
-      wholePath(std::move(asked)),
+PathView::PathView(std::shared_ptr<const IPath> givenPath)
+    : given(GivenBy(*givenPath)),
+      folders(FolderPathOf(givenPath)),
+      wholePath(std::move(givenPath)),
       givenBy(IndexOf(given)),
       hidden(std::make_shared<const HiddenFolders>(FolderEntries(), FolderExpansion::Alone)),
       dropsRepeats(false),
@@ -143,24 +143,25 @@ std::shared_ptr<const IPath> PathView::MakePath() const {
         std::make_shared<const FilteredPath>(made, std::make_shared<const HiddenEntries>(hidden));
   };
   if (dropsRepeats) {
-    // Before repeats are dropped, so that a hidden entry is never the one that is kept of a folder
-    // that is shown elsewhere.
+    // Before repeats are dropped: of several entries for a folder, the one that is kept must not be
+    // hidden while another is shown.
     hide();
     made = WithoutRepeats(made);
   }
-  // Also after that, since traversals without repeats ask the main entries for what is below them.
+  // Also afterwards: a traversal without repeats asks the main entries themselves for what is below
+  // them, hidden or not.
   hide();
   return made;
 }
 
 boost::optional<FoundItem> PathView::FindVisible(const PathManagement::detail::SearchTarget& target,
                                                  FilenameMatchingPolicy policy) const {
-  // The first of several repeats wins anyway.
+  // Repeats need not be dropped: the first entry for a folder wins anyway.
   if (shownFolders != nullptr) return shownFolders->FindVisible(target, policy);
-  return FindAmongHidden(target, policy);
+  return FindAmongShown(target, policy);
 }
 
-boost::optional<FoundItem> PathView::FindAmongHidden(
+boost::optional<FoundItem> PathView::FindAmongShown(
     const PathManagement::detail::SearchTarget& target, FilenameMatchingPolicy policy) const {
   if (!IsOnDisk()) return FindFirstFileVisibleOnPath(*wholePath, target, policy);
   const auto links = std::make_shared<LinkResolver>();
@@ -191,7 +192,7 @@ FolderOrigin PathView::GetOrigin(const IPathEntry& entry) const {
   auto found = givenBy.find(&entry);
   if (found == givenBy.end()) found = givenBy.find(wholePath->GetMainEntryForEntry(entry).get());
   if (found != givenBy.end()) return given[found->second].origin;
-  // The path that was handed over shows an entry and hides its main entry.
+  // A path that was handed over may show an entry and hide its main entry.
   return {.folder = GetStringFromIRI(entry.GetAbsoluteIRI())};
 }
 
@@ -216,7 +217,7 @@ void PathView::RemoveUnseen(std::vector<FoundItem>& files) const {
   });
 }
 
-/// The folders that have no location, then what find(isWanted) finds of the others.
+/// The folders that have no location, then the problems that find(isWanted) returns for the others.
 template <class Find>
 std::vector<FolderProblem> PathView::WithUnlocated(const Find& find) const {
   std::vector<FolderProblem> problems = unlocated;
@@ -246,7 +247,7 @@ std::vector<ustring> PathView::FindIdleExclusions() const {
   }
   const auto& hiding = hidden->GetFolders();
   for (std::size_t index = 0; index < hiding.size(); ++index) {
-    // The second question lists every folder of the path.
+    // `IsEntryOnPath` lists every folder of the path: asked only where it has to be.
     const bool hides = hidingMain.contains(index) || wholePath->IsEntryOnPath(*hiding[index]);
     if (!hides) idle.push_back(hiddenTexts[index]);
   }

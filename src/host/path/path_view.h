@@ -16,6 +16,7 @@
 #include <cstddef>
 #include <memory>
 #include <optional>
+#include <string_view>
 #include <vector>
 
 namespace Corvane::PathManagement::host {
@@ -28,32 +29,35 @@ struct GivenFolders {
   };
 
   std::vector<Given> folders;
-  std::vector<FolderProblem> unlocated;  // given, but they have no location
+  std::vector<FolderProblem> unlocated;  // folders that were given but have no location
 };
 
-/// What an `Environment` asks: the whole path of all folders that were given, and the path that is
-/// left when hidden folders and repeats are taken out of it.
+/// The two paths of an `Environment`: the whole path, of all folders that were given, and the path
+/// that look-ups ask, from which hidden folders and repeats are taken out.
 ///
 /// Threads: all operations, from any thread.
 class PathView {
  public:
   PathView(GivenFolders givenFolders, const GivenFolders& hiddenFolders, FolderExpansion expansion,
            bool keepDuplicates);
-  /// Asks `asked` as it is, whoever made it. Precondition: it is not null.
-  explicit PathView(std::shared_ptr<const IPath> asked);
+  /// Both paths are `givenPath`, of whatever class; it must not be null.
+  explicit PathView(std::shared_ptr<const IPath> givenPath);
 
-  /// The path that is asked.
+  /// The path that look-ups ask: without hidden folders, and without repeats where these are
+  /// dropped.
   ///
-  /// Cost: the first call resolves the links of every main folder where repeats are dropped.
+  /// Cost: the first call resolves the links of every main folder where folders are hidden or
+  /// repeats are dropped.
   [[nodiscard]] const std::shared_ptr<const IPath>& GetPath() const;
-  /// Those of its main entries that are folders on disk, as such.
+  /// Those main entries of `GetPath` that are folders on disk.
   [[nodiscard]] FolderEntries GetMainFolders() const;
 
-  /// The path with repeats and hidden folders.
+  /// The whole path, with repeats and hidden folders.
   [[nodiscard]] const IPath& GetWholePath() const noexcept { return *wholePath; }
-  /// Its folders on disk. When there is nothing else on it, the same path, which has more answers.
+  /// The main folders on disk of the whole path, as a path with more operations. The whole path
+  /// itself when `IsOnDisk`.
   [[nodiscard]] const FolderPath& GetFolderPath() const noexcept { return *folders; }
-  /// Whether all of the path is folders on disk.
+  /// Whether the whole path is a `FolderPath`, all of whose entries are folders on disk.
   [[nodiscard]] bool IsOnDisk() const noexcept { return wholePath == folders; }
   /// The folders that the whole path is made of, in path order.
   [[nodiscard]] const std::vector<GivenFolders::Given>& GetGivenFolders() const noexcept {
@@ -72,19 +76,27 @@ class PathView {
   /// The hidden folder that hides `entry`, as it was given; null when none does.
   [[nodiscard]] const ustring* FindHider(const IPathEntry& entry) const;
 
-  /// Removes the files that the path does not show: those in hidden folders and, where repeats are
-  /// dropped, those of every entry for a folder but the first entry among `files`.
+  /// Removes the files that `GetPath` does not show: those in hidden folders and, where repeats are
+  /// dropped, those of a repeated entry. Of several entries for a folder, the one that comes first
+  /// in `files` is kept.
   void RemoveUnseen(std::vector<FoundItem>& files) const;
 
-  /// As `FindFirstFileVisibleOnPath` on the path that is asked.
+  /// As `FindFirstFileVisibleOnPath` on `GetPath`.
   [[nodiscard]] boost::optional<FoundItem> FindVisible(
       const PathManagement::detail::SearchTarget& target, FilenameMatchingPolicy policy) const;
 
-  /// How long the disk is waited for, for each folder.
+  /// As `FolderPath::FindIndexed` on the path that is asked.
+  [[nodiscard]] bool FindIndexed(std::u16string_view name,
+                                 boost::optional<FoundItem>& found) const {
+    return shownFolders != nullptr && shownFolders->FindIndexed(name, found);
+  }
+
+  /// How long to wait for the disk, for each folder; empty: as long as it takes.
   [[nodiscard]] std::optional<std::chrono::milliseconds> GetLimit() const noexcept;
 
-  /// Whether code in the folder `asker` may see private files. Lists nothing; as long as nothing has
-  /// been listed, it asks the disk whether there is a private folder.
+  /// Whether the folder `asker` may have a private folder, whose files code in `asker` sees. Lists
+  /// nothing. Asks the disk as long as every main folder has yet to be listed from it; otherwise
+  /// returns true.
   [[nodiscard]] bool MayHavePrivateFolder(const AbsoluteIRI& asker) const;
 
   /// As `Environment::FindProblems`.
@@ -96,7 +108,7 @@ class PathView {
 
  private:
   [[nodiscard]] std::shared_ptr<const IPath> MakePath() const;
-  [[nodiscard]] boost::optional<FoundItem> FindAmongHidden(
+  [[nodiscard]] boost::optional<FoundItem> FindAmongShown(
       const PathManagement::detail::SearchTarget& target, FilenameMatchingPolicy policy) const;
   template <class Find>
   [[nodiscard]] std::vector<FolderProblem> WithUnlocated(const Find& find) const;
@@ -105,11 +117,11 @@ class PathView {
   std::vector<FolderProblem> unlocated;
   std::shared_ptr<const FolderPath> folders;
   std::shared_ptr<const IPath> wholePath;
-  boost::unordered_flat_map<const IPathEntry*, std::size_t>
-      givenBy;  // of each main entry: an index
+  /// For each main entry, the index in `given` of the folder that it comes from.
+  boost::unordered_flat_map<const IPathEntry*, std::size_t> givenBy;
   std::shared_ptr<const HiddenFolders> hidden;
   std::vector<ustring> hiddenTexts;      // of the hidden folders, as they were given
-  std::vector<ustring> unlocatedHidden;  // given to be hidden, but they have no location
+  std::vector<ustring> unlocatedHidden;  // folders to be hidden that have no location
   bool dropsRepeats;
   const FolderPath* shownFolders;  // null unless the whole path is on disk and nothing is hidden
   mutable PathManagement::detail::OnceFlag pathOnce;  // guards path

@@ -27,14 +27,14 @@ void ForEachName(const PathManagement::detail::SearchTarget& target, const Use& 
   const auto& extensions = target.GetExtensions();
   NameKey name;
   std::size_t at = 0;
-  do {  // in one place, so that it is compiled in
+  do {  // a loop that calls `use` in one place, so that `use` is inlined
     const bool isName = extensions.empty() ? name.Set(target.GetName())
                                            : name.Set(target.GetName(), extensions[at]);
     if (isName) use(name);
   } while (++at < extensions.size());
 }
 
-/// The folder name of a method entry without "@".
+/// The name of a method folder without its "@".
 ustring MethodName(const FolderEntry& methodFolder) {
   return methodFolder.GetAbsoluteIRI().getName().substr(1);
 }
@@ -63,7 +63,8 @@ boost::optional<FoundItem> PlainLookup::FindFirst(const Target& target,
   return At(FindPlace(target, policy));
 }
 
-/// Has one result, which is made where the caller takes it; to move it there cost 3 of 70 ns.
+/// Every return is of the same variable, so that it is built in the caller's place: moving it there
+/// cost 3 of 70 ns.
 boost::optional<FoundItem> PlainLookup::At(const Place& place) const {
   boost::optional<FoundItem> found;
   if (place.item == nullptr) return found;
@@ -94,9 +95,9 @@ PlainLookup::Place PlainLookup::AskFolders(const Target& target,
   return place;
 }
 
-/// Asks one folder after the other that is shown until use(folder, answer) returns true. Once a
-/// folder has let this wait, those behind it are asked ahead: then they answer while this waits for
-/// the next.
+/// Asks the shown folders one after the other until use(folder, answer) returns true. Once the disk
+/// has let this thread wait, the folders that come next are asked ahead, so that they answer while
+/// this thread waits for the one before.
 template <class Use>
 void PlainLookup::AskEach(const NameQuestion& question, const IsShown& isShown,
                           const Use& use) const {
@@ -153,7 +154,19 @@ boost::optional<FoundItem> PlainLookup::FindVisible(const Target& target,
   return FindBeforeOrAt(ordinary, target, policy);
 }
 
-/// The file of a method entry that comes before `ordinary` on the path, or else that file.
+bool PlainLookup::FindIndexed(std::u16string_view name, boost::optional<FoundItem>& found) {
+  if (!exact.once.IsBuilt()) return false;
+  if (!HasNoMethodFolder(name, FilenameMatchingPolicy::FileSystemDefault)) return false;
+  NameKey key;
+  Place place;
+  if (key.Set(name)) AskIndex(exact, key, place);
+  // No name in the index has a separator.
+  if (place.item == nullptr && name.find(u'/') != name.npos) return false;
+  found = At(place);
+  return true;
+}
+
+/// The file of a method entry, if it comes before `ordinary` on the path; otherwise `ordinary`.
 boost::optional<FoundItem> PlainLookup::FindBeforeOrAt(const Place& ordinary, const Target& target,
                                                        FilenameMatchingPolicy policy) {
   boost::optional<FoundItem> found = At(ordinary);
@@ -190,25 +203,28 @@ boost::optional<FoundItem> PlainLookup::AskFoldersOnce(const Target& target,
 }
 
 PlainLookup::Place PlainLookup::AskIndex(LazyIndex& lazy, const Target& target) const {
-  const NameIndex& index = *lazy.index;
   Place best;
-  ForEachName(target, [&](const NameKey& name) {
-    const auto [cursor, slot] = index.Find(name);
-    if (!cursor) return;
-    const std::uint32_t folder = cursor.GetFolder();
-    // Within one folder, extensions have an order.
-    if (best.item != nullptr && best.folder <= folder) return;
-    best.folder = folder;
-    if (cursor.HasSibling()) {
-      const Match match = MatchesIn(index, cursor, folder, name.View()).front();
-      best.item = &states[folder]->ItemAt(match.file);
-    } else {
-      best.item = &lazy.items.Get(slot, index.SlotCount(), [&]() -> const PathItem& {
-        return states[folder]->ItemAt(index.At(cursor).file);
-      });
-    }
-  });
+  ForEachName(target, [&](const NameKey& name) { AskIndex(lazy, name, best); });
   return best;
+}
+
+/// Sets `best` to the first file of that name if it is in an earlier folder.
+void PlainLookup::AskIndex(LazyIndex& lazy, const NameKey& name, Place& best) const {
+  const NameIndex& index = *lazy.index;
+  const auto [cursor, slot] = index.Find(name);
+  if (!cursor) return;
+  const std::uint32_t folder = cursor.GetFolder();
+  // Within one folder, the extension that comes first wins.
+  if (best.item != nullptr && best.folder <= folder) return;
+  best.folder = folder;
+  if (cursor.HasSibling()) {
+    const Match match = MatchesIn(index, cursor, folder, name.View()).front();
+    best.item = &states[folder]->ItemAt(match.file);
+  } else {
+    best.item = &lazy.items.Get(slot, index.SlotCount(), [&]() -> const PathItem& {
+      return states[folder]->ItemAt(index.At(cursor).file);
+    });
+  }
 }
 
 std::vector<FoundItem> PlainLookup::FindAll(const Target& target, FilenameMatchingPolicy policy) {
@@ -228,7 +244,7 @@ std::vector<FoundItem> PlainLookup::FindAll(const Target& target, FilenameMatchi
   auto group = matches.begin();  // of the matches in the same folder
   for (auto at = matches.begin(); at != matches.end(); ++at) {
     if (group->folder != at->folder) group = at;
-    // Two extensions of the list may be the same one but for case.
+    // Two extensions of the list may differ in case alone.
     const bool isRepeat =
         std::any_of(group, at, [at](Match earlier) { return earlier.file == at->file; });
     if (!isRepeat) found.push_back(*At({at->folder, &states[at->folder]->ItemAt(at->file)}));
@@ -250,8 +266,8 @@ std::vector<NameIndex::Match> PlainLookup::AllMatches(const NameIndex& index,
   return matches;
 }
 
-/// The matches from `cursor` on that are in `folder`: the very name, then the others by their
-/// bytes, as `FolderEntry::FindItems` orders them.
+/// The matches from `cursor` on that are in `folder`, ordered as by `FolderEntry::FindItems`: first
+/// the exact `name`, then the others in the order of their bytes.
 std::vector<NameIndex::Match> PlainLookup::MatchesIn(const NameIndex& index,
                                                      NameIndex::Cursor cursor, std::uint32_t folder,
                                                      std::string_view name) const {
@@ -276,7 +292,7 @@ PathEntries PlainLookup::FindMethodFolders(const ustring& name, FilenameMatching
 }
 
 /// Whether it is known already that there is no "@" folder of that name.
-bool PlainLookup::HasNoMethodFolder(const ustring& name,
+bool PlainLookup::HasNoMethodFolder(std::u16string_view name,
                                     FilenameMatchingPolicy policy) const noexcept {
   // Most names have a length that no method entry has.
   return methodsOnce.IsBuilt() && policy != FilenameMatchingPolicy::IgnoreCase &&
@@ -297,6 +313,7 @@ template <class Stop>
 void PlainLookup::ForEachMethodFolder(const ustring& name, FilenameMatchingPolicy policy,
                                       const Stop& stop) {
   const bool ignoresCase = policy == FilenameMatchingPolicy::IgnoreCase;
+  // For an index all main folders have been listed.
   if (!ignoresCase && (exact.once.IsBuilt() || folded.once.IsBuilt())) {
     const MethodFolders& byName = IndexedMethodFolders();
     const auto found = byName.find(name);
@@ -327,8 +344,8 @@ PlainLookup::LazyIndex& PlainLookup::Lazy(FilenameMatchingPolicy policy) noexcep
   return policy == FilenameMatchingPolicy::IgnoreCase ? folded : exact;
 }
 
-/// Counts a question, and says whether it is answered without an index. One that ignores case lists
-/// the folders that it asks; after it the index costs little more.
+/// Counts a question, and returns whether it is answered without an index. Of questions that ignore
+/// case only the first is: it lists the folders that it asks, and then the index costs little more.
 bool PlainLookup::IsSingle(FilenameMatchingPolicy policy) {
   LazyIndex& lazy = Lazy(policy);
   if (lazy.once.IsBuilt()) return false;
@@ -336,7 +353,8 @@ bool PlainLookup::IsSingle(FilenameMatchingPolicy policy) {
   return lazy.questionCount.fetch_add(1) < (lists ? 1 : kMostSingleQuestions);
 }
 
-/// The index for `policy`, built; null for a question that is answered without one.
+/// Counts a question, and returns the index for `policy`, which it builds when that is due; null
+/// when the question is answered without one.
 PlainLookup::LazyIndex* PlainLookup::IndexFor(FilenameMatchingPolicy policy) {
   LazyIndex& lazy = Lazy(policy);
   if (lazy.once.IsBuilt()) return &lazy;

@@ -22,17 +22,19 @@
 namespace Corvane::PathManagement::host {
 
 class FolderState;
+class NameKey;
 struct NameQuestion;
 
 /// Answers plain names, those without a separator, from the main folders of a path.
 ///
 /// The first eight questions for a file ask one folder after the other, up to the answer. The disk
 /// is asked for the name alone, and no folder is listed: a program that asks little pays for no
-/// more. The ninth question lists all folders and builds an index; eight times asking a folder of
-/// 100 files costs what listing it does. `IgnoreCase`, for which folders have to be listed, has an
-/// index of its own, which is built at its second question.
+/// more. The ninth question lists all folders and builds an index; eight, because asking a folder
+/// of 100 files eight times costs as much as listing it. `IgnoreCase`, for which folders have to be
+/// listed, has an index of its own, which is built at its second question.
 ///
-/// Threads: all operations, from any thread; a question that comes while its index is built waits.
+/// Threads: all operations, from any thread; a question that needs an index waits while it is
+/// built.
 /// Cost: with an index, one hash probe for each extension, however many folders there are, and one
 /// for the method entry.
 class PlainLookup {
@@ -46,12 +48,16 @@ class PlainLookup {
   /// The first match in path order.
   [[nodiscard]] boost::optional<FoundItem> FindFirst(const Target& target,
                                                      FilenameMatchingPolicy policy);
-  /// As `FindFirstFileVisibleOnPath`. Without an index each folder is asked for the file and for
-  /// the method entry at once, and none behind the answer.
+  /// As `FindFirstFileVisibleOnPath`. Without an index each folder, up to the answer, is asked for
+  /// the file and for the method entry at once.
   [[nodiscard]] boost::optional<FoundItem> FindVisible(const Target& target,
                                                        FilenameMatchingPolicy policy);
-  /// The same on the path of the folders for which `isShown` returns true. Says nothing when there is
-  /// an index, or when one is due.
+  /// Sets `found` to the same for a name without extensions, by its text alone; returns whether it did.
+  /// It does not as long as there is no index, nor for what may be a method entry or has separators.
+  [[nodiscard]] bool FindIndexed(std::u16string_view name, boost::optional<FoundItem>& found);
+  /// As `FindVisible` on the path of the folders for which `isShown` returns true.
+  /// The outer optional is empty, and nothing was looked up, when there is an index or one is due,
+  /// and under `IgnoreCase`.
   [[nodiscard]] std::optional<boost::optional<FoundItem>> FindShown(const Target& target,
                                                                     FilenameMatchingPolicy policy,
                                                                     const IsShown& isShown);
@@ -59,7 +65,8 @@ class PlainLookup {
   [[nodiscard]] std::vector<FoundItem> FindAll(const Target& target, FilenameMatchingPolicy policy);
 
   /// The "@" folders of that name directly below the main folders, in path order. Without an index
-  /// every main folder is asked for it; those that hold it are listed, and all under `IgnoreCase`.
+  /// every main folder is asked for such a folder, and those that hold one are listed; under
+  /// `IgnoreCase` all main folders are listed.
   [[nodiscard]] PathEntries FindMethodFolders(const ustring& name, FilenameMatchingPolicy policy);
 
  private:
@@ -73,9 +80,9 @@ class PlainLookup {
     using is_avalanching = void;
     std::size_t operator()(const ustring& name) const noexcept;
   };
-  /// An "@" folder and the main folder above it, by its number.
+  /// An "@" folder.
   struct MethodFolder {
-    std::size_t above;
+    std::size_t above;  // the number of the main folder that holds it
     std::shared_ptr<const FolderEntry> entry;
   };
   using MethodFolders = boost::unordered_flat_map<ustring, std::vector<MethodFolder>, NameHash>;
@@ -90,6 +97,7 @@ class PlainLookup {
   [[nodiscard]] Place FindPlace(const Target& target, FilenameMatchingPolicy policy);
   [[nodiscard]] Place AskFolders(const Target& target, FilenameMatchingPolicy policy) const;
   [[nodiscard]] Place AskIndex(LazyIndex& lazy, const Target& target) const;
+  void AskIndex(LazyIndex& lazy, const NameKey& name, Place& best) const;
   [[nodiscard]] boost::optional<FoundItem> At(const Place& place) const;
   [[nodiscard]] boost::optional<FoundItem> FindBeforeOrAt(const Place& ordinary,
                                                           const Target& target,
@@ -106,7 +114,7 @@ class PlainLookup {
   [[nodiscard]] LazyIndex* IndexFor(FilenameMatchingPolicy policy);
   [[nodiscard]] std::unique_ptr<const NameIndex> BuildIndex(FilenameMatchingPolicy policy) const;
   [[nodiscard]] const MethodFolders& IndexedMethodFolders();
-  [[nodiscard]] bool HasNoMethodFolder(const ustring& name,
+  [[nodiscard]] bool HasNoMethodFolder(std::u16string_view name,
                                        FilenameMatchingPolicy policy) const noexcept;
   [[nodiscard]] PathEntries FindAllMethodFolders(const ustring& name,
                                                  FilenameMatchingPolicy policy);
@@ -118,13 +126,14 @@ class PlainLookup {
 
   const FolderEntries folders;
   const std::shared_ptr<const PathEntries> entries;
-  std::vector<FolderState*>
-      states;  // of the folders; kept, since asking an entry costs a look at it
+  /// Those of `folders`, in the same order. Kept, since getting a state from its entry costs an
+  /// access to the memory of the entry.
+  std::vector<FolderState*> states;
   LazyIndex exact;
   LazyIndex folded;
   PathManagement::detail::OnceFlag methodsOnce;  // guards methods
   MethodFolders methods;                         // by name, without "@"
-  std::uint64_t methodLengths = 0;               // a bit for each length of those names, modulo 64
+  std::uint64_t methodLengths = 0;  // bit n: some of these names has the length n, modulo 64
 };
 
 }  // namespace Corvane::PathManagement::host
