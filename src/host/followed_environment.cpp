@@ -16,7 +16,8 @@ namespace {
 
 using Comparison = FolderWatches::Comparison;
 
-/// Adds the links in a folder: what they lead to decides whether they are found.
+/// Adds the links in a folder to those that are watched: what they lead to decides whether they
+/// count as files.
 void AddLinks(const AbsoluteIRI& folder, std::vector<AbsoluteIRI>& links) {
   const auto path = NativeBytes(folder);
   std::error_code error;
@@ -51,8 +52,8 @@ class FollowedEnvironment::State {
   [[nodiscard]] bool WatchesAll() const noexcept { return watches.GetPolled().empty(); }
 
  private:
-  /// A folder that is watched for the first time may have changed after it was read, so the
-  /// environment is opened once more. In a tree that never comes to rest, the next question goes on.
+  /// Opens the environment, once more while folders are watched for the first time: these may have
+  /// changed after they were read. In a tree that never comes to rest, the next `Update` goes on.
   void Renew() {
     constexpr int kMostRounds = 4;
     isOutdated = true;
@@ -71,8 +72,8 @@ class FollowedEnvironment::State {
     return isOutdated;
   }
 
-  /// Watches what the answers stand on. Returns whether anything was not watched before, or is
-  /// something else than before.
+  /// Watches all that the answers depend on. Returns whether anything was not watched before, or is
+  /// now another folder or file.
   [[nodiscard]] bool Watch() {
     bool isNew = false;
     std::vector<AbsoluteIRI> files = opened.files;
@@ -92,7 +93,7 @@ class FollowedEnvironment::State {
       foldersHaveMeaning ? watchTree(folder) : watch(folder->GetAbsoluteIRI());
     }
     for (const AbsoluteIRI& folder : opened.folders) watchTree(FolderEntry::Create(folder));
-    // Behind all folders, since what is watched as a folder is watched well enough.
+    // After all folders: a link that is watched as a folder needs no watch as a file.
     for (const AbsoluteIRI& file : files) {
       isNew |= watches.WatchFile(file) != Comparison::Same;
     }
@@ -102,8 +103,8 @@ class FollowedEnvironment::State {
 
   Open open;
   OpenedEnvironment opened;
-  FolderWatches watches{false};
-  bool isOutdated = false;  // what was read may be older than the watches
+  FolderWatches watches{false};  // false: the kernel watches what it can
+  bool isOutdated = false;       // something may have changed since the environment was opened
 };
 
 FollowedEnvironment::FollowedEnvironment(Open open)

@@ -15,7 +15,7 @@ namespace {
 
 using foundation::log::Severity;
 
-/// In the order of `Severity`.
+// In the order of `Severity`.
 constexpr std::array<spdlog::level::level_enum, 4> kLevels = {
     spdlog::level::debug, spdlog::level::info, spdlog::level::warn, spdlog::level::err};
 static_assert(kLevels.size() == static_cast<std::size_t>(Severity::Error) + 1);
@@ -30,10 +30,10 @@ spdlog::sink_ptr Open(const std::optional<std::string>& name) {
 }
 
 foundation::log::DiagnosticSink MakeSink(const std::optional<std::string>& name) {
-  // The loggers of the process share this sink; none is put into the registry that others may use.
+  // Not in the library's registry of loggers, which the program may use for its own.
   const auto sink = Open(name);
   sink->set_pattern("%Y-%m-%d %H:%M:%S.%e %t %l %n: %v");
-  // What to write has been decided before: this writes each message at once, and ignores failures.
+  // The caller has chosen by severity: every message is written, at once, and failures are ignored.
   return [sink](std::string_view logger, Severity severity, std::string_view message) {
     spdlog::logger writer(std::string(logger), sink);
     writer.set_level(spdlog::level::trace);

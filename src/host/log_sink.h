@@ -9,15 +9,16 @@
 
 namespace Corvane::PathManagement::host {
 
-/// Makes a sink for diagnostic messages that writes a line for each to the file `name`, or to
-/// standard error when that is empty.
+/// Makes a sink that writes each diagnostic message as a line to the file `name`, or to standard
+/// error when `name` is empty.
 ///
 /// Errors: `std::runtime_error` when the file cannot be opened.
 using MakeLogSink = foundation::log::DiagnosticSink (*)(const std::optional<std::string>& name);
 
-/// The code may be in a module that is opened by this call, see `FindInModule`.
+/// The function that makes sinks. Its code may be in a module, which this call opens: see
+/// `FindInModule`.
 ///
-/// Errors: `std::runtime_error` when that module cannot be opened.
+/// Errors: `std::runtime_error` when the module cannot be opened.
 extern "C" SEARCHPATH_EXPORT MakeLogSink SearchpathLogSink();
 
 }  // namespace Corvane::PathManagement::host

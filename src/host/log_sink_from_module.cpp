@@ -3,7 +3,7 @@
 
 namespace Corvane::PathManagement::host {
 
-// Stands in the library for the function of the same name in the module.
+// In the library: calls the function of the same name in the module, which does the work.
 extern "C" MakeLogSink SearchpathLogSink() {
   static const auto loaded = reinterpret_cast<decltype(&SearchpathLogSink)>(
       PathManagement::detail::FindInModule("log_sink.so", "SearchpathLogSink"))();

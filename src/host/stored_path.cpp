@@ -29,16 +29,18 @@ using fl::filesystem::detail::NativeBytes;
 using fl::filesystem::detail::PathError;
 using fl::filesystem::detail::WithoutInterruption;
 
+/// A folder of the file: as it is written there, and where it is.
 struct Line {
   ustring text;
   AbsoluteIRI location;
 };
 
+/// `number` counts the folders of `file` from 1.
 Line LocateLine(const ustring& text, std::size_t number, const std::string& file) {
   const bool isAbsolute = text.starts_with(u'/') || text.starts_with(u'~') ||
                           foundation::storage::vfs::hasIRIPrefix(text);
   try {
-    // A relative path would name another folder in every working folder.
+    // A relative path is refused: it would name another folder in every working folder.
     if (isAbsolute) return {text, WorkingFolder().Locate(text)};
   } catch (const current_working_folder::FailedToAbsolutizeException&) {
     // Reported below.
@@ -48,7 +50,7 @@ Line LocateLine(const ustring& text, std::size_t number, const std::string& file
                                    BytesFromText(text).value_or("") + '"');
 }
 
-/// Empty when the file does not exist.
+/// The folders in the file; empty when it does not exist.
 std::optional<std::vector<Line>> ReadLines(const std::string& file) {
   std::error_code error;
   const auto status = std::filesystem::status(file, error);
@@ -72,6 +74,7 @@ StoredPath::Folders LocationsOf(const std::vector<Line>& lines) {
   return folders;
 }
 
+/// The line to write for `folder`.
 std::string TextOf(const AbsoluteIRI& folder) {
   const ustring path = GetStringFromIRI(folder);
   const bool isALine = path.find(u'\n') == path.npos;
@@ -89,7 +92,7 @@ fl::filesystem::detail::Descriptor Lock(const std::string& file) {
   return lock;
 }
 
-/// Resolves links and makes the folders above the file.
+/// The absolute path of `file` without links. Makes the folders above it.
 std::string ResolveAndMakeFolders(const fl::filesystem::path& file) {
   // Made absolute first, since a name alone has no parent folder to make.
   const std::filesystem::path real =
@@ -98,6 +101,7 @@ std::string ResolveAndMakeFolders(const fl::filesystem::path& file) {
   return real;
 }
 
+/// The value of an environment variable; empty unless it is an absolute path.
 std::optional<std::string> AbsoluteFrom(const char* variable) {
   const char* const value = std::getenv(variable);
   if (value == nullptr || *value != '/') return std::nullopt;

@@ -69,7 +69,7 @@ const char* FindProblemText(const IPathEntry& folder) {
   const auto* const onDisk = dynamic_cast<const FolderEntry*>(&folder);
   if (onDisk == nullptr || onDisk->GetItemCount() != 0) return nullptr;
   const ustring path = GetStringFromIRI(folder.GetAbsoluteIRI());
-  // The problems of a folder include those of links in it.
+  // Those of the folder itself: its problems include those of links in it.
   for (const FolderProblem& problem : onDisk->GetProblems()) {
     if (problem.folder == path) return problem.GetText();
   }
@@ -78,9 +78,9 @@ const char* FindProblemText(const IPathEntry& folder) {
 
 const char* FindProblemText(const AskedFolder& asked) {
   using enum FolderOutcome;
-  const bool isSkipped = asked.outcome == Unreadable || asked.outcome == DroppedAsRepeat ||
-                         asked.outcome == FilteredOut;
-  return isSkipped ? FindProblemText(*asked.folder) : nullptr;
+  const bool gaveNoAnswer = asked.outcome == Unreadable || asked.outcome == DroppedAsRepeat ||
+                            asked.outcome == FilteredOut;
+  return gaveNoAnswer ? FindProblemText(*asked.folder) : nullptr;
 }
 
 }  // namespace Corvane::PathManagement::host

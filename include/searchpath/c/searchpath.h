@@ -5,15 +5,17 @@
 /// Which file a name means on a path of folders, why that one, and what it hides: for C99 and for
 /// languages that call C.
 ///
-/// Texts are bytes, as file names are; those that go in end with NUL. Handles are opaque. What a
-/// function hands out is freed by the function of that name; null may be freed. Views live as long as
-/// the handle that they are asked of.
+/// Texts are bytes, as file names are; those that go in end with NUL. Handles are opaque. A handle
+/// that was handed out through a pointer is freed by the `_free` function of its type, which also
+/// takes null. All else that a function returns is a view: it lives as long as the handle that was
+/// passed in.
 ///
-/// Threads: a handle may be asked from any number of threads, and is freed when none asks it any
-/// more.
-/// Errors: a function that can fail returns a status and, where `error` is not null, says there what
-/// is wrong. What it hands out is then null. No exception leaves the library. Not found is no error.
-/// Precondition: no handle is null, and indices are below the counts.
+/// Threads: a handle may be used from any number of threads at once, and by none from the time it
+/// is freed.
+/// Errors: a function that can fail returns a status and, where `error` is not null, says there
+/// what is wrong. The handle that it hands out is then null. No exception leaves the library. That
+/// nothing is found is no error.
+/// Precondition: no handle is null, and each index is below the count that belongs to it.
 
 #include "searchpath/export.h"
 
@@ -24,33 +26,33 @@
 extern "C" {
 #endif
 
-/// Raised by one when a function is added; a change of what is there makes a new library.
+/// Raised by one when a function is added. Functions that exist change only in a new library.
 #define SEARCHPATH_C_VERSION 2
 
-/// The version of the library that is linked, at least that of the header.
+/// The `SEARCHPATH_C_VERSION` of the library in use; that of the header, or higher.
 SEARCHPATH_EXPORT uint32_t searchpath_version(void);
 
 /// How a function ended.
 typedef enum searchpath_status {
-  SEARCHPATH_OK = 0,       ///< it did what it is for
-  SEARCHPATH_INVALID = 1,  ///< an argument means nothing
-  SEARCHPATH_FOLDER = 2,   ///< the folder that asks cannot be used
+  SEARCHPATH_OK = 0,       ///< it succeeded
+  SEARCHPATH_INVALID = 1,  ///< an argument is missing or not valid
+  SEARCHPATH_FOLDER = 2,   ///< `from_folder` cannot be used
   SEARCHPATH_SYSTEM = 3,  ///< the system has no memory, descriptor or thread left, or a disk failed
   SEARCHPATH_FILE = 4     ///< a file cannot be read, or is not what it should be
 } searchpath_status;
 
-/// What went wrong, in words; cut off where it is longer.
+/// What went wrong, in words; cut off after 255 bytes.
 typedef struct searchpath_error {
-  char message[256];  ///< ends with NUL; set by a function that fails, by no other
+  char message[256];  ///< ends with NUL; set only by a function that fails
 } searchpath_error;
 
-/// Bytes that end with NUL, which does not count; they may hold others.
+/// Bytes, followed by a NUL; there may be further NULs among them.
 typedef struct searchpath_text {
   const char* bytes;  ///< null only where a function says so
   size_t size;        ///< without the NUL at the end
 } searchpath_text;
 
-/// A path and what is known of it.
+/// A path of folders, and what was found out about it.
 typedef struct searchpath_environment searchpath_environment;
 /// Files, in path order.
 typedef struct searchpath_files searchpath_files;
@@ -58,47 +60,49 @@ typedef struct searchpath_files searchpath_files;
 typedef struct searchpath_explanation searchpath_explanation;
 /// Names that hide files.
 typedef struct searchpath_shadows searchpath_shadows;
-/// An environment that is followed.
+/// Follows an environment while its folders change.
 typedef struct searchpath_watch searchpath_watch;
 
-/// A path of folders as users type them, searched in that order. `rules` is "environment", "plain",
-/// "program" or "include"; null means the first. Where `recursive` is not 0, all folders below are on
-/// the path as well. A folder that cannot be searched counts as empty. What is relative, later as well,
-/// is below the working folder of the process as it is now.
+/// Makes a path of `folder_count` folders as users type them, searched in that order. `rules` is
+/// "environment", "plain", "program" or "include"; null means "environment". Where `recursive` is
+/// not 0, all folders below are on the path as well. A folder that cannot be searched is searched
+/// as if it were empty. Relative folders and names, also in later questions, are below the working
+/// folder that the process has now.
 SEARCHPATH_EXPORT searchpath_status searchpath_environment_open(
     const char* const* folders, size_t folder_count, int recursive, const char* rules,
     searchpath_environment** environment, searchpath_error* error);
-/// Frees it; files and explanations that it gave stay.
+/// Frees it; files, explanations and other handles that it gave stay.
 SEARCHPATH_EXPORT void searchpath_environment_free(searchpath_environment* environment);
 
-/// A question for a name.
+/// A question: which file does a name mean?
 typedef struct searchpath_lookup {
   const char* name;               ///< a file name, or a partial pathname
   const char* const* extensions;  ///< with or without their dot; null when there are none
   size_t extension_count;         ///< of `extensions`
-  const char* from_folder;        ///< of the code that asks; null when there is none
-  int ignore_case;                ///< 0: as the file system compares
+  const char* from_folder;        ///< the folder of the code that asks; null when there is none
+  int ignore_case;                ///< 0: names are compared as the file system does
 } searchpath_lookup;
 
-/// The file that the name means; none when there is none.
+/// Finds the file that the name means: `files` holds one file or none.
 SEARCHPATH_EXPORT searchpath_status searchpath_find(const searchpath_environment* environment,
                                                     const searchpath_lookup* lookup,
                                                     searchpath_files** files,
                                                     searchpath_error* error);
-/// The same, and every file that it hides, in path order.
+/// Finds the file that the name means, then every file that it hides, in path order.
 SEARCHPATH_EXPORT searchpath_status searchpath_find_all(const searchpath_environment* environment,
                                                         const searchpath_lookup* lookup,
                                                         searchpath_files** files,
                                                         searchpath_error* error);
 /// How many files there are.
 SEARCHPATH_EXPORT size_t searchpath_files_count(const searchpath_files* files);
-/// The native path.
+/// The native path of a file.
 SEARCHPATH_EXPORT searchpath_text searchpath_files_path(const searchpath_files* files,
                                                         size_t index);
-/// Frees them, with the views of their paths.
+/// Frees them, and so ends the views of their paths. Files that are a part of another handle are
+/// not freed by this.
 SEARCHPATH_EXPORT void searchpath_files_free(searchpath_files* files);
 
-/// Which folders were asked, in order, and what came of each.
+/// Finds out which folders a look-up searches, in order, and what is found in each.
 SEARCHPATH_EXPORT searchpath_status searchpath_explain(const searchpath_environment* environment,
                                                        const searchpath_lookup* lookup,
                                                        searchpath_explanation** explanation,
@@ -109,25 +113,26 @@ searchpath_explanation_rule(const searchpath_explanation* explanation);
 /// The answer of `searchpath_find_all`, a part of the explanation.
 SEARCHPATH_EXPORT const searchpath_files* searchpath_explanation_answer(
     const searchpath_explanation* explanation);
-/// How many folders were asked.
+/// How many folders were searched.
 SEARCHPATH_EXPORT size_t searchpath_explanation_count(const searchpath_explanation* explanation);
-/// The native path of the folder that was asked.
+/// The native path of a folder that was searched.
 SEARCHPATH_EXPORT searchpath_text
 searchpath_explanation_folder(const searchpath_explanation* explanation, size_t index);
-/// In words: "holds it", "absent".
+/// What was found in the folder, in words: "holds it", "absent".
 SEARCHPATH_EXPORT searchpath_text
 searchpath_explanation_outcome(const searchpath_explanation* explanation, size_t index);
-/// The folder as it was given that brought this one onto the path.
+/// What brought the folder onto the path: itself or one above it, as it was given.
 SEARCHPATH_EXPORT searchpath_text
 searchpath_explanation_origin(const searchpath_explanation* explanation, size_t index);
-/// The files of the folder that count, the best first; a part of the explanation.
+/// The files of that name in the folder, the best first; none for a hidden or repeated folder. They
+/// are a part of the explanation.
 SEARCHPATH_EXPORT const searchpath_files* searchpath_explanation_files(
     const searchpath_explanation* explanation, size_t index);
 /// Frees it, with all that is a part of it.
 SEARCHPATH_EXPORT void searchpath_explanation_free(searchpath_explanation* explanation);
 
-/// The names by which files are looked up with the extensions of `lookup`, as far as they hide files.
-/// Its other members do not count.
+/// Finds all names that hide files. Of `lookup`, which may be null, only the extensions and
+/// `ignore_case` are used: the names are those that would be looked up with these.
 SEARCHPATH_EXPORT searchpath_status
 searchpath_find_shadows(const searchpath_environment* environment, const searchpath_lookup* lookup,
                         searchpath_shadows** shadows, searchpath_error* error);
@@ -139,23 +144,25 @@ SEARCHPATH_EXPORT searchpath_text searchpath_shadows_name(const searchpath_shado
 /// The file that the name means, then those that it hides; a part of the shadows.
 SEARCHPATH_EXPORT const searchpath_files* searchpath_shadows_files(
     const searchpath_shadows* shadows, size_t index);
-/// What a hidden file is to the one that hides it, in words: "identical". `file` counts from 1, as in
-/// the list of files; 0 is the file that hides the others, and has no kind.
+/// How a hidden file compares with the one that hides it, in words: "identical". `file` is its
+/// index in `searchpath_shadows_files`; the text is "" for 0, the file that hides the others.
 SEARCHPATH_EXPORT searchpath_text searchpath_shadows_kind(const searchpath_shadows* shadows,
                                                           size_t index, size_t file);
 /// Frees them, with all that is a part of them.
 SEARCHPATH_EXPORT void searchpath_shadows_free(searchpath_shadows* shadows);
 
-/// Follows the path of an environment on the disk, by its rules. The environment may be freed meanwhile.
+/// Watches the disk for changes to the path of `environment`, which may be freed afterwards.
 SEARCHPATH_EXPORT searchpath_status searchpath_watch_open(const searchpath_environment* environment,
                                                           searchpath_watch** watch,
                                                           searchpath_error* error);
-/// A descriptor for `poll`: readable when something may have changed, until the environment is asked
-/// for. It belongs to the watch. The kernel reports no changes on network file systems: with folders
-/// there, ask for the environment now and then as well. Negative when the kernel reports none at all.
+/// A descriptor for `poll`: readable from when something may have changed until the next
+/// `searchpath_watch_environment`. It belongs to the watch. The kernel reports no changes on
+/// network file systems: with folders there, ask for the environment from time to time as well.
+/// Negative when the kernel reports no changes at all.
 SEARCHPATH_EXPORT int searchpath_watch_descriptor(const searchpath_watch* watch);
-/// The path as the disk is now. What changes later is certain to be seen in the next environment only.
-/// Takes a system call when nothing has changed; otherwise all folders are listed again.
+/// Hands out an environment as the disk is now. Whether it shows later changes is not certain: ask
+/// for a new one. Takes a system call when nothing has changed; otherwise all folders are listed
+/// again.
 SEARCHPATH_EXPORT searchpath_status searchpath_watch_environment(
     const searchpath_watch* watch, searchpath_environment** environment, searchpath_error* error);
 /// Frees it; environments that it gave stay.
@@ -165,7 +172,7 @@ SEARCHPATH_EXPORT void searchpath_watch_free(searchpath_watch* watch);
 SEARCHPATH_EXPORT searchpath_text
 searchpath_explanation_json(const searchpath_explanation* explanation);
 
-// Receipts: answers, and what they rest on, so that it can be found out later whether they still hold.
+// Receipts: answers, and what they rest on, so that they can be verified later.
 
 /// Answers, and what they rest on.
 typedef struct searchpath_receipt searchpath_receipt;
@@ -174,59 +181,59 @@ typedef struct searchpath_answers searchpath_answers;
 /// The names of a receipt that mean another file now.
 typedef struct searchpath_changes searchpath_changes;
 
-/// The receipt of what `searchpath_find` answers to these questions.
+/// Asks the questions as `searchpath_find` does, and hands out the receipt of the answers.
 SEARCHPATH_EXPORT searchpath_status searchpath_find_with_receipt(
     const searchpath_environment* environment, const searchpath_lookup* lookups,
     size_t lookup_count, searchpath_receipt** receipt, searchpath_error* error);
-/// That of a file, which `searchpath find --receipt` writes as well. A copy of one from another machine
-/// is of no use.
+/// Reads a receipt that `searchpath_receipt_save` or `searchpath find --receipt` has written. It is
+/// of use only on the machine that made it.
 SEARCHPATH_EXPORT searchpath_status searchpath_receipt_load(const char* file,
                                                             searchpath_receipt** receipt,
                                                             searchpath_error* error);
-/// Replaces the file in one step.
+/// Writes the receipt to `file`, which it replaces in one step.
 SEARCHPATH_EXPORT searchpath_status searchpath_receipt_save(const searchpath_receipt* receipt,
                                                             const char* file,
                                                             searchpath_error* error);
 /// Frees it; what was made of it stays.
 SEARCHPATH_EXPORT void searchpath_receipt_free(searchpath_receipt* receipt);
 
-/// The names in the order in which they were asked, and what they meant.
+/// The names, in the order in which they were asked for, and what they meant.
 SEARCHPATH_EXPORT searchpath_status searchpath_receipt_answers(const searchpath_receipt* receipt,
                                                                searchpath_answers** answers,
                                                                searchpath_error* error);
 /// How many names there are.
 SEARCHPATH_EXPORT size_t searchpath_answers_count(const searchpath_answers* answers);
-/// The name as it was asked.
+/// The name as it was asked for.
 SEARCHPATH_EXPORT searchpath_text searchpath_answers_name(const searchpath_answers* answers,
                                                           size_t index);
-/// The bytes are null when there was no file.
+/// The file that the name meant; the bytes are null when there was none.
 SEARCHPATH_EXPORT searchpath_text searchpath_answers_path(const searchpath_answers* answers,
                                                           size_t index);
-/// Frees them, with the views of their texts.
+/// Frees them, and so ends the views of their texts.
 SEARCHPATH_EXPORT void searchpath_answers_free(searchpath_answers* answers);
 
-/// The names that mean another file now. Only those are asked for whose answers may have changed: as a
-/// rule, a question to the disk for each folder.
+/// Finds the names that mean another file now. Only names whose answers may have changed are looked
+/// up again. When nothing has changed, this takes about one question to the disk for each folder.
 SEARCHPATH_EXPORT searchpath_status searchpath_receipt_verify(const searchpath_receipt* receipt,
                                                               searchpath_changes** changes,
                                                               searchpath_error* error);
 /// How many names mean another file.
 SEARCHPATH_EXPORT size_t searchpath_changes_count(const searchpath_changes* changes);
-/// The name as it was asked.
+/// The name as it was asked for.
 SEARCHPATH_EXPORT searchpath_text searchpath_changes_name(const searchpath_changes* changes,
                                                           size_t index);
 /// The file in the receipt; the bytes are null when there was none.
 SEARCHPATH_EXPORT searchpath_text searchpath_changes_before(const searchpath_changes* changes,
                                                             size_t index);
-/// The file that it means now; the bytes are null when there is none.
+/// The file that the name means now; the bytes are null when there is none.
 SEARCHPATH_EXPORT searchpath_text searchpath_changes_after(const searchpath_changes* changes,
                                                            size_t index);
-/// The receipt of the same questions, with the changes. Where nothing at all has changed on the disk, it
-/// is the one that was verified.
+/// A receipt for the same questions, with the changed answers. When nothing at all had changed on
+/// the disk, it has the same content as the verified one.
 SEARCHPATH_EXPORT searchpath_status searchpath_changes_renew(const searchpath_changes* changes,
                                                              searchpath_receipt** receipt,
                                                              searchpath_error* error);
-/// Frees them, with the views of their texts; receipts that they gave stay.
+/// Frees them, and so ends the views of their texts; receipts that they gave stay.
 SEARCHPATH_EXPORT void searchpath_changes_free(searchpath_changes* changes);
 
 #ifdef __cplusplus

@@ -20,8 +20,8 @@ namespace Corvane::PathManagement::host {
 /// standard error when `file` is empty. Each line is written at once. Replaces the sink of
 /// `basic_diagnostic_logger`.
 ///
-/// Errors: `std::runtime_error` when the file cannot be opened; the sink then stays. A message that
-/// cannot be written later is lost: logging never makes an operation fail.
+/// Errors: `std::runtime_error` when the file cannot be opened; the old sink then stays. A message
+/// that cannot be written later is lost: logging never makes an operation fail.
 SEARCHPATH_EXPORT void StartDiagnosticLog(
     const std::optional<fl::filesystem::path>& file = {},
     foundation::log::Severity least = foundation::log::Severity::Debug);

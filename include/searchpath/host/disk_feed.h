@@ -14,12 +14,12 @@ namespace Corvane::PathManagement::host {
 
 /// How a `DiskFeed` watches, and what it watches besides the path.
 struct DiskFeedOptions {
-  /// Files that are watched as well, such as the list that a path was read from: one that is made,
-  /// written, replaced or removed is published, too.
+  /// Files that are watched as well, such as the list from which a path was read. An event is
+  /// published for one that is made, written, replaced or removed.
   std::vector<AbsoluteIRI> files = {};
   /// A burst of changes is published together, when there has been no further change for this long.
   std::chrono::milliseconds quietTime{20};
-  /// The longest that the first change of a burst waits for its end.
+  /// The longest that the first change of a burst waits to be published.
   std::chrono::milliseconds longestDelay{200};
   /// How often the folders that the kernel cannot watch are polled.
   std::chrono::milliseconds pollInterval{2000};
@@ -28,30 +28,31 @@ struct DiskFeedOptions {
 };
 
 /// Publishes a `FileFolderChangedEvent` for each folder of a manager's path in which files or
-/// folders come or go, and for the folders that it belongs to when it is a special one. With a
-/// `FolderObserver` on the same stream the path follows the disk.
+/// folders come or go; for a special folder, also for the folders that it belongs to. With a
+/// `FolderObserver` on the same stream, the path follows the disk. To publish a folder means here
+/// to publish such an event for it.
 ///
 /// The kernel watches the folders, and every folder and link on the way to them, so a folder that
 /// is removed, replaced, reached through another link or made again is published as well. Folders
 /// on network and user-space file systems, and those for which the kernel has no watch left, are
 /// polled: their times are compared. The contents of files are not watched.
 ///
-/// A folder is also published when changes in it may have been missed, and when it has just come
-/// onto the path and is watched: a program that puts the folders below it on the path as well then
-/// looks for them once more and misses none.
+/// A folder is also published when changes in it may have been missed, and when it has come onto
+/// the path and its watch has just been set: a program that keeps the folders below it on the path,
+/// too, then looks for them once more and misses none.
 ///
 /// Threads: watches and publishes on a thread of its own. All operations, from any thread.
 /// Ownership: shares the event manager; the path's manager must outlive it.
 /// Errors: an error of the disk raises nothing. When a subscriber raises an exception, the events
 /// after that one are not published; instead, all folders are published after the poll interval.
-/// Cost: a watch of the kernel for each folder and for each on the way to it (sysctl
-/// fs.inotify.max_user_watches limits those of a user); lists every folder of the path. Takes no
-/// time while nothing changes, unless folders are polled.
+/// Cost: a watch of the kernel for each folder, and for each folder on the way to it (sysctl
+/// fs.inotify.max_user_watches limits the watches of a user); lists every folder of the path. Takes
+/// no time while nothing changes, unless folders are polled.
 class SEARCHPATH_EXPORT DiskFeed {
  public:
-  /// Watches everything when it returns. Folders that may have changed after they were listed and
-  /// before they were watched are published first. A folder that has not been listed yet is not:
-  /// its listing will show the change.
+  /// When it returns, everything is watched. The first folders published are those that may have
+  /// changed after they were listed and before they were watched. A folder that has not been listed
+  /// yet is not among them: its listing will show the change.
   ///
   /// Errors: `std::system_error` when the system has no descriptor or no thread left.
   DiskFeed(MainSearchPathManager& manager,

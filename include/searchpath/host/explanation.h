@@ -15,10 +15,10 @@
 
 namespace Corvane::PathManagement::host {
 
-/// What came of asking one folder.
+/// What came of searching one folder. "It" is the file of the name.
 enum class FolderOutcome : std::uint8_t {
   HoldsIt,               ///< holds the file that the name means
-  MethodEntry,           ///< holds it, and is a method entry of that name
+  MethodEntry,           ///< holds that file, and is a method entry of that name
   HiddenByEarlier,       ///< holds a file of that name, which an earlier folder hides
   LosesToEarlierFolder,  ///< a method entry that holds a file of that name, which an earlier
                          ///< folder hides
@@ -39,14 +39,14 @@ enum class FolderOutcome : std::uint8_t {
 /// The outcome in words.
 [[nodiscard]] SEARCHPATH_EXPORT const char* GetText(FolderOutcome outcome) noexcept;
 
-/// Which rule decided what the name means.
+/// Which rule decided what the name means. "It" is the file of the name.
 enum class DecidingRule : std::uint8_t {
   NothingFound,      ///< no rule: there is no such file
   FirstFolder,       ///< the first folder in path order that holds it
   MethodEntryFirst,  ///< a method entry of that name comes before every ordinary folder that holds
                      ///< it
-  FolderBeforeMethod,  ///< the first folder that holds it comes before every method entry that does,
-                       ///< and there is one
+  FolderBeforeMethod,  ///< the first folder that holds it comes before the method entries of that
+                       ///< name, of which at least one holds it as well
   PrivateFolder,       ///< the private folder of the folder that asks comes before all others
   PartialPathname,     ///< the first folder in path order that matches the folders in the name and
                        ///< holds it
@@ -60,23 +60,23 @@ enum class DecidingRule : std::uint8_t {
 /// The rule in words.
 [[nodiscard]] SEARCHPATH_EXPORT const char* GetText(DecidingRule rule) noexcept;
 
-/// One folder that a look-up asked. Folders that are hidden, and repeats that are dropped, are
-/// asked too; their files do not count.
+/// One folder that a look-up searched. Folders that are hidden, and repeats that are dropped, are
+/// listed here as well, without files.
 struct AskedFolder {
   std::shared_ptr<const IPathEntry> folder;  ///< never null
-  FolderOutcome outcome;                     ///< what asking it came to
-  /// Its matches that count, the best first.
+  FolderOutcome outcome;                     ///< what came of searching it
+  /// Its matches, the best first; none for a hidden folder or a repeat.
   std::vector<FoundItem> files;
-  /// Of a folder that counts and has no match: what the name would match there if case were
-  /// ignored.
+  /// Of a folder without a match that is neither hidden nor a repeat: what the name would match
+  /// there if case were ignored.
   std::vector<FoundItem> inOtherCase = {};
   /// Who put it on the path.
   FolderOrigin origin;
-  /// Of a repeat: the entry for the same folder that counts; else null.
+  /// Of a repeat: the entry for the same folder that is searched; else null.
   std::shared_ptr<const IPathEntry> repeated = nullptr;
   /// Of a hidden folder: the folder that hides it, as it was given.
   ustring hider = {};
-  /// Of outcomes from `BelowUnsearched` on: the native path of what is there instead.
+  /// Of `BelowUnsearched` and the outcomes after it: the native path of what is there instead.
   ustring instead = {};
   /// Of `BelowUnsearched`: the kind of the folder that keeps the file from being searched.
   std::optional<PathEntryType> unsearchedKind = {};

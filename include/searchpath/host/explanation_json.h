@@ -8,9 +8,9 @@
 
 namespace Corvane::PathManagement::host {
 
-/// Why `name` means its file, as an object in JSON without line breaks: what `searchpath find --explain
-/// --json` prints. A text with bytes that are not UTF-8 has U+FFFD for them, and all its bytes in Base64
-/// beside it: "pathBytes" beside "path".
+/// Why `name` means its file, as a JSON object without line breaks: what `searchpath find --explain
+/// --json` prints. In a text, U+FFFD stands for bytes that are not UTF-8; a second field then has
+/// all its bytes in Base64: "pathBytes" beside "path".
 [[nodiscard]] SEARCHPATH_EXPORT std::string GetJson(const std::string& name,
                                                     const Explanation& explanation);
 

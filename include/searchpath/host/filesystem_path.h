@@ -9,10 +9,11 @@
 
 namespace Corvane::PathManagement::host {
 
-/// As `GetNativePath`, byte by byte as the disk has the name. Empty for a file that is not on disk.
+/// As `GetNativePath`, in exactly the bytes that the disk has. Empty for a file that is not on
+/// disk.
 [[nodiscard]] SEARCHPATH_EXPORT std::filesystem::path GetFilesystemPath(const FoundItem& found);
 
-/// The folder of `entry`, as it was given. Empty for one that is not on disk.
+/// The folder of `entry`, as it was put on the path. Empty for one that is not on disk.
 [[nodiscard]] SEARCHPATH_EXPORT std::filesystem::path GetFilesystemPath(const IPathEntry& entry);
 
 }  // namespace Corvane::PathManagement::host

@@ -22,18 +22,18 @@ using FolderEntries = std::vector<std::shared_ptr<const FolderEntry>>;
 /// A folder on disk, as it was when it was first asked.
 ///
 /// An entry is a snapshot: the folder is listed once, when a question first needs that, and never
-/// again. The listing is one pass of directory reads, or comes from a `PathEntryFactory`. Before it
-/// there may be up to 16 questions for single names, for which the disk is asked about these names
-/// alone; a listing that is made later keeps to those answers, whatever has changed meanwhile.
+/// again. The listing is one pass of directory reads, or comes from a `PathEntryFactory`. Up to 16
+/// questions for single names are answered without a listing: the disk is asked about these names
+/// alone. A listing that is made later agrees with those answers, whatever has changed meanwhile.
 ///
 /// The items are the regular files, also behind links; folders, devices, broken links and the like
 /// are left out. A folder that cannot be read is an empty entry with a problem.
 ///
-/// Special folders below it ("+", "@", private, resources) have entries of their own. A link that
-/// leads back to a folder above it is not followed, and is reported as a problem.
+/// Special folders below it ("+", "@", private, resources) have entries of their own. A link by
+/// such a name that leads back to a folder above it is not followed, and is reported as a problem.
 ///
 /// Threads: all operations, from any thread.
-/// Ownership: an entry owns those below it.
+/// Ownership: an entry owns the entries of its special folders.
 /// Errors: an error of the disk is a problem of the entry, not an exception.
 /// Cost: `FindItem` and `FindItems` open the folder and make a system call for each name until the
 /// folder is listed; under `IgnoreCase` they list. The first question about the canonical location
@@ -85,12 +85,12 @@ class SEARCHPATH_EXPORT FolderEntry : public IPathEntry,
   /// They are not on the path and are made anew at each call.
   [[nodiscard]] FolderEntries CreateOrdinaryFolders() const;
 
-  /// The reasons why this folder, or a link directly below it, is not searched. A folder that has
-  /// not been listed is opened, but not listed, unless its listing comes from a cache.
+  /// Why this folder, or a link directly below it, is not searched. Opens a folder that has not
+  /// been listed, to see whether it can be; only where its listing comes from a cache, lists it.
   [[nodiscard]] std::vector<FolderProblem> GetProblems() const;
 
-  /// Whether the folder is still as its listing says, which may have come from a cache. Does not
-  /// list the folder: without a listing the answer is `Unknown`.
+  /// Whether the folder is still as its listing says, be that from the disk or from a cache. Does
+  /// not list the folder: without a listing the answer is `Unknown`.
   ///
   /// Cost: one question to the disk.
   [[nodiscard]] Freshness GetFreshness() const;

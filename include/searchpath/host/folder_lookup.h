@@ -12,8 +12,8 @@ struct FolderLookup {
   AnyText name;
   /// How the name is compared with those of folders.
   FilenameMatchingPolicy policy = FilenameMatchingPolicy::FileSystemDefault;
-  /// Whether names are taken as written: the "+" of a folder must be written, and the folder above
-  /// the first part of a partial pathname must be an ordinary one.
+  /// Whether a partial pathname is taken as written: the "+" of a folder cannot be left out, and
+  /// the folder above its first part must be an ordinary one.
   bool isLiteral = false;
 };
 

@@ -11,16 +11,16 @@ namespace Corvane::PathManagement::host {
 
 /// Refreshes the folders of a path when an event says that they have changed.
 ///
-/// Takes each `FileFolderChangedEvent`, on the session's stream also those of
-/// `NotifyUpstreamPathEntriesOfPossibleSpecialSubfolderChanges`, and lets the manager list the
-/// folder again, which calls its listeners if anything has changed. Locations that are no folder of
-/// the path are ignored. Events that come during a refresh are gathered for the next one, each
-/// folder once.
+/// For each `FileFolderChangedEvent`, the manager lists that folder again, and calls its listeners
+/// if anything has changed. These include the events that
+/// `NotifyUpstreamPathEntriesOfPossibleSpecialSubfolderChanges` publishes on the session's stream.
+/// Locations that are no folder of the path are ignored. Events that come during a refresh are
+/// gathered for the next one, each folder once.
 ///
-/// Threads: refreshes run one after the other, on a thread of the observer's own, and so do the
-/// manager's listeners. Publishing an event neither waits for a refresh nor raises its failure; a
-/// listener of the manager may publish, too. All operations, from any thread.
-/// Ownership: the manager must outlive it; the event manager need not.
+/// Threads: all operations, from any thread. Refreshes run one after the other on a thread of the
+/// observer's own, which also calls the manager's listeners. Publishing an event neither waits for
+/// a refresh nor raises its failure, so listeners of the manager may publish, too.
+/// Ownership: the manager must outlive the observer; the event manager need not.
 class SEARCHPATH_EXPORT FolderObserver {
  public:
   /// Takes the events that are published from now on.
@@ -32,12 +32,11 @@ class SEARCHPATH_EXPORT FolderObserver {
   /// Precondition: not called by a listener of the manager on the observer's thread.
   ~FolderObserver();
 
-  /// Waits until the path shows all that has been published so far and the listeners have been
-  /// called.
+  /// Waits until the path shows all changes published so far and the listeners have been called.
   ///
   /// Precondition: that of the destructor.
-  /// Errors: the first exception of a refresh or of a listener since the last call. The folders of
-  /// that refresh are listed once more with the next event.
+  /// Errors: the first exception that a refresh or a listener has raised since the last call. The
+  /// folders of that refresh are listed once more at the next event.
   void Settle();
 
  private:

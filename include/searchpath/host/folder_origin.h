@@ -20,10 +20,9 @@ enum class FolderSource : std::uint8_t {
 /// Who put a folder on a path.
 struct FolderOrigin {
   FolderSource source = FolderSource::Given;  ///< what put it there
-  /// The folder that was given, as it was written: the folder itself, or one above it that brought
-  /// this one onto the path.
+  /// As the source wrote it: the folder itself, or one above that brought this one onto the path.
   ustring folder = {};
-  /// Which package; empty when the source is another one.
+  /// Of the source `Package`: which one; else empty.
   std::optional<ZentraComponents::ComponentIdentifier> package = {};
 };
 

@@ -9,15 +9,15 @@
 namespace Corvane::PathManagement::host {
 
 /// `root` and all ordinary folders below it, depth first, each folder's subfolders in the order of
-/// the bytes of their names; folders whose names begin with a dot as well. Folders below special
-/// folders are left out: they belong to those. Links are followed, but each folder occurs once:
-/// where it is reached without a link, or else at the first link that leads to it. So loops end.
+/// the bytes of their names. Folders whose names begin with a dot are included. Special folders,
+/// and all that is below them, are left out. Links are followed, but each folder occurs once: where
+/// it is reached without a link, or else at the first link that leads to it. So loops end.
 ///
 /// Cost: lists every folder once.
 [[nodiscard]] SEARCHPATH_EXPORT FolderEntries CreateFolderTree(const AbsoluteIRI& root);
 
-/// The same from an entry for the root. If its listing comes from a cache, the others come from
-/// there, too.
+/// The same from an entry for the root, which is not null. If its listing comes from a cache, those
+/// of the folders below come from there, too.
 [[nodiscard]] SEARCHPATH_EXPORT FolderEntries
 CreateFolderTree(std::shared_ptr<const FolderEntry> root);
 

@@ -11,26 +11,26 @@
 
 namespace Corvane::PathManagement::host {
 
-/// An environment, and what its answers stand on besides its own folders.
+/// An environment, and what else is to be watched since its answers depend on it.
 struct OpenedEnvironment {
-  Environment environment;  ///< what is asked
-  /// Such as the folder of the code that asks. Special folders below them count as well.
+  Environment environment;  ///< on which names are looked up
+  /// Folders such as that of the code that asks. Special folders below them are watched as well.
   std::vector<AbsoluteIRI> folders = {};
-  /// Such as the list that the path was read from.
+  /// Files such as the list from which the path was read.
   std::vector<AbsoluteIRI> files = {};
 };
 
-/// An environment for a program that runs on: every answer is right for the time at which it is
-/// given, because whatever has changed on the disk by then is seen first.
+/// An environment for a program that runs on: call `Update` before a question, and the answer is
+/// right for that time.
 ///
 /// The kernel watches all folders of the path, what the links in them lead to, and every folder and
-/// link on the way. After a change the environment is opened anew by the next `Update`.
-/// Folders that the kernel cannot watch, as those on network file systems, may have changed at any
-/// time: with one of them on the path, each `Update` opens the environment anew.
+/// link on the way. After a change, the next `Update` opens the environment anew. Folders that the
+/// kernel cannot watch, such as those on network file systems, may have changed at any time: with
+/// one of them on the path, each `Update` opens the environment anew.
 ///
 /// Threads: one at a time.
-/// Errors: those of `open`, from every operation that calls it; the environment then stays as it
-/// was and is opened anew the next time.
+/// Errors: those of the `Open` function, from the constructor and `Update`. The environment then
+/// stays as it was, and the next `Update` opens it anew.
 class SEARCHPATH_EXPORT FollowedEnvironment {
  public:
   /// Makes the environment as the disk is now.
@@ -38,19 +38,19 @@ class SEARCHPATH_EXPORT FollowedEnvironment {
 
   /// Opens the environment with `open`, and again after each change.
   ///
-  /// Cost: opens it at least twice, so that nothing is missed between looking and watching.
+  /// Cost: opens it at least twice, so that no change is missed before the watches are set.
   explicit FollowedEnvironment(Open open);
   FollowedEnvironment(const FollowedEnvironment&) = delete;
   FollowedEnvironment& operator=(const FollowedEnvironment&) = delete;
   ~FollowedEnvironment();
 
-  /// Makes the environment what the disk is now. Returns whether it was opened anew.
+  /// Brings the environment up to date with the disk. Returns whether it was opened anew.
   ///
   /// Cost: a system call when nothing has changed; otherwise all folders are listed again.
   bool Update();
 
-  /// The environment as it was opened last. The reference stays valid; `Update` replaces what it
-  /// refers to.
+  /// The environment as it was opened last. The reference stays valid as long as this object;
+  /// `Update` assigns to what it refers to.
   [[nodiscard]] const Environment& Get() const noexcept;
 
   /// Readable (`POLLIN`) when something may have changed since the last `Update`. Negative when the

@@ -8,8 +8,8 @@
 
 namespace Corvane::PathManagement::host {
 
-/// Reports that something is no cache, saved listing or receipt, or a damaged one. The message gives the
-/// reason and calls it "it": "it is cut off".
+/// Something is no cache, saved listing or receipt, or a damaged one. The message gives the reason,
+/// with "it" for what was read: "it is cut off".
 class SEARCHPATH_EXPORT InvalidListingException : public std::runtime_error {
  public:
   /// `why` is the message.

@@ -13,13 +13,16 @@ namespace Corvane::PathManagement::host {
 /// Whether the file is a regular one whose first line names the format, in any version.
 [[nodiscard]] SEARCHPATH_EXPORT bool IsListingFile(const fl::filesystem::path& file);
 
+/// Reads a cache or saved listing, to be used as `use` says.
+///
 /// Errors: `InvalidListingException`, also for a file that cannot be opened or is not a regular
 /// one: a FIFO is refused without waiting for it.
 [[nodiscard]] SEARCHPATH_EXPORT PathEntryFactory
 LoadListing(const fl::filesystem::path& file, ListingUse use = ListingUse::WhileFresh);
 
-/// Lists those of `mainFolders`, and of all special folders below them, that have not been listed,
-/// as well as those of `furtherFolders`, which do not become main folders of the saved path; and replaces the file in one step, as `WriteToolboxPathCache` does.
+/// Saves the listings of `mainFolders`, of `furtherFolders`, and of all special folders below them;
+/// lists those that have not been listed. `furtherFolders` do not become main folders of the saved
+/// path. Replaces the file in one step, as `WriteToolboxPathCache` does.
 ///
 /// Errors: `std::system_error`, which says what failed; `std::length_error` for more than a file
 /// can hold. The old file then stays as it was.

@@ -7,7 +7,7 @@ namespace Corvane::PathManagement::host {
 
 /// When a saved listing is used.
 enum class ListingUse : std::uint8_t {
-  WhileFresh,  ///< as a cache: while its folder is `Freshness::Fresh`; else the disk is read
+  WhileFresh,  ///< as a cache: while the folder is `Freshness::Fresh`; otherwise the disk is read
   AsSaved,     ///< as a record: always, whatever has become of the folder
 };
 

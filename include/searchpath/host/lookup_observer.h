@@ -10,9 +10,9 @@
 
 namespace Corvane::PathManagement::host {
 
-/// Hears which folders a look-up asks, in order, and what each answers. A look-up that is observed
-/// asks one folder after the other, since an index answers for all folders at once. The answer is
-/// the same.
+/// Is called for each folder that a look-up asks, in order, with what was found there. A look-up
+/// that is observed uses no index, which would answer for all folders at once, but asks one folder
+/// after the other. Its result is the same.
 ///
 /// Threads: calls come from the thread that looks up.
 /// Errors: an exception thrown here ends the look-up and reaches its caller.
@@ -20,8 +20,7 @@ class SEARCHPATH_EXPORT ILookupObserver {
  public:
   virtual ~ILookupObserver();
 
-  /// Called once for each folder asked; `files` are its matches, the best first; most
-  /// folders have none.
+  /// Called once for each folder asked. `files` are the matches in it, the best first; often none.
   virtual void FolderAsked(const std::shared_ptr<const IPathEntry>& folder,
                            const std::vector<FoundItem>& files) = 0;
 

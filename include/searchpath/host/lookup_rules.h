@@ -10,34 +10,35 @@
 
 namespace Corvane::PathManagement::host {
 
-/// By which rules a name is looked up on a path. Those of the environment are the default; other
-/// programs search their paths by others.
+/// The rules by which a name is looked up on a path. By default those of the environment,
+/// `kEnvironmentRules`; other programs search their paths by other rules.
 struct LookupRules {
   /// What a name with a separator means.
   enum class Separator : std::uint8_t {
     TrailingFolders,  ///< geometry/area.zt: a file in a folder whose location ends in "geometry"
     FileBelow,        ///< a/b.h: the first folder of the path that holds the file a/b.h
-    ThatFile,         ///< this file, from the working folder; the path is not searched
+    ThatFile,         ///< a/b: this file below the working folder; the path is not searched
   };
   /// Which files count. A link counts as what it leads to.
   enum class Files : std::uint8_t {
     Regular,     ///< regular files, also those that may not be read
     Executable,  ///< regular files that this process may execute, with its effective rights
-    Readable,    ///< all but folders; one that cannot be read ends the search without an answer
+    Readable,    ///< all but folders; a file that cannot be read ends the search, with no answer
   };
   /// What an empty part of the path is.
   enum class EmptyPart : std::uint8_t {
     LeftOut,        ///< no folder
-    WorkingFolder,  ///< the working folder of the process
+    WorkingFolder,  ///< the working folder, see `EnvironmentOptions`
   };
 
-  /// Whether private, resources, "+" and "@" folders are special, and names that are partial
-  /// pathnames match them. If so, `separator` and `files` have their first values.
+  /// Whether the names of folders have a meaning: private, resources, "+" and "@" folders are
+  /// special, and partial pathnames match them. `separator` and `files` must then have their
+  /// defaults.
   bool foldersHaveMeaning = true;
-  Separator separator = Separator::TrailingFolders;  ///< what a name with one means
+  Separator separator = Separator::TrailingFolders;  ///< what a name with a separator means
   Files files = Files::Regular;                      ///< which files count
-  EmptyPart emptyPart = EmptyPart::LeftOut;          ///< as in "lib:" or "a::b"
-  /// Whether a part of the path may be an IRI, or begin with "~", "~user".
+  EmptyPart emptyPart = EmptyPart::LeftOut;          ///< what the one in "a::b" is
+  /// Whether a part of the path may be an IRI, or begin with "~" or "~user".
   bool expandsParts = true;
   /// Whether a folder that is given twice is searched once.
   bool dropsRepeats = true;
@@ -47,7 +48,7 @@ struct LookupRules {
 
 /// The environment's own.
 inline constexpr LookupRules kEnvironmentRules;
-/// A name is a file below a folder of the path, and no folder has a meaning.
+/// A name is that of a file below a folder of the path, and folders have no meaning.
 inline constexpr LookupRules kPlainRules = {.foldersHaveMeaning = false,
                                             .separator = LookupRules::Separator::FileBelow,
                                             .expandsParts = false};
@@ -58,8 +59,8 @@ inline constexpr LookupRules kProgramRules = {.foldersHaveMeaning = false,
                                               .emptyPart = LookupRules::EmptyPart::WorkingFolder,
                                               .expandsParts = false,
                                               .dropsRepeats = false};
-/// C compilers look up headers by these: `Lookup::fromFolder` is the folder of the file that
-/// includes one in quotes, `Lookup::afterFolder` that of a file which asks for the next one.
+/// C compilers look up headers by these: for a header in quotes, `Lookup::fromFolder` is the folder
+/// of the file that includes it; for the next header of that name, `Lookup::afterFolder` is.
 inline constexpr LookupRules kIncludeRules = {.foldersHaveMeaning = false,
                                               .separator = LookupRules::Separator::FileBelow,
                                               .files = LookupRules::Files::Readable,
@@ -68,7 +69,7 @@ inline constexpr LookupRules kIncludeRules = {.foldersHaveMeaning = false,
 
 /// Rules and what they are called.
 struct NamedRules {
-  const char* name = nullptr;  ///< as `--as` takes it; never null
+  const char* name = nullptr;  ///< as the option `--as` takes it; never null
   LookupRules rules = {};      ///< what the name stands for
 };
 
@@ -78,7 +79,7 @@ inline constexpr std::array<NamedRules, 4> kNamedRules = {{{"environment", kEnvi
                                                            {"program", kProgramRules},
                                                            {"include", kIncludeRules}}};
 
-/// The rules of that name; empty when there are none.
+/// The rules called `name` in `kNamedRules`; empty when there are none.
 [[nodiscard]] SEARCHPATH_EXPORT std::optional<LookupRules> FindRules(
     std::string_view name) noexcept;
 

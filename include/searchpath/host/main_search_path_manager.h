@@ -21,21 +21,22 @@ namespace Corvane::PathManagement::host {
 /// Every change makes a new path. Folders that have not changed keep their entries, so differences
 /// are exact, and a path in use stays as it is for as long as somebody holds it.
 ///
-/// Threads: all operations, from any thread. Changes come one after the other, each with all its
-/// listeners. Asking for the path never waits for them and gives the path before or after a change.
-/// Errors: a change from within a listener, on its thread, raises `RecursivePathChangeException`
-/// and does nothing. A listener that waits for another thread's change waits for ever.
+/// Threads: all operations, from any thread. A change begins when the one before it, and all its
+/// listeners, have ended. `GetPath` and the other getters never wait for a change.
+/// Errors: a listener that makes a change, on the thread that calls it, gets a
+/// `RecursivePathChangeException`, and nothing is changed. A listener that waits for another
+/// thread's change waits for ever.
 class SEARCHPATH_EXPORT MainSearchPathManager : public IMainSearchPathManager {
  public:
   /// Called with what differs between the path before and after a change.
   using Listener = std::function<void(const PathEntryVectorDifferentiator&)>;
 
-  /// Called with the path before and after a change, which it may keep; neither is null.
+  /// Called with the paths before and after a change. It may keep them; neither is null.
   using PathListener = std::function<void(const std::shared_ptr<const FolderPath>& before,
                                           const std::shared_ptr<const FolderPath>& after)>;
 
-  /// Keeps a listener subscribed until the last copy is destroyed. A call that another thread is
-  /// making at that moment still comes to its end. May outlive the manager.
+  /// Keeps a listener subscribed until the last copy of this is destroyed. A call of the listener
+  /// that another thread is making at that moment goes on to its end. May outlive the manager.
   using Subscription = std::shared_ptr<const void>;
 
   /// Begins with a path of `folders`.
@@ -45,24 +46,24 @@ class SEARCHPATH_EXPORT MainSearchPathManager : public IMainSearchPathManager {
   ~MainSearchPathManager() override;
 
   /// Folders that stay on the path keep their entries and are not read again. A folder that cannot
-  /// be searched is put on the path all the same, without a message: `FolderPath::FindProblems`
-  /// reports it.
+  /// be searched is put on the path all the same, and nothing is appended to `notification`:
+  /// `FolderPath::FindProblems` reports it.
   ///
   /// Errors: those of a change.
   void SetFolderIRIs(const AbsoluteIRIRange& folders,
                      foundation::core::except::Notification& notification) override;
 
-  /// The known packages that have all their folders on the path, at least one.
+  /// Those packages of `SetKnownPackages` that have folders, all of them on the path.
   [[nodiscard]] std::shared_ptr<const std::vector<ComponentIdentifier>> GetPackagesOnPath()
       const override;
 
   [[nodiscard]] std::shared_ptr<const std::vector<AbsoluteIRI>> GetFolderIRIs() const override;
 
-  /// Never null.
+  /// The path as it is now. Never null.
   [[nodiscard]] std::shared_ptr<const FolderPath> GetPath() const;
 
-  /// Lists again the folders in which something may have changed, see `ChangedFolders`, and no
-  /// others.
+  /// Lists again the folders at `locations`, main or special, and the folders that they belong to;
+  /// no others. See `ChangedFolders`.
   ///
   /// Errors: those of a change.
   void RefreshFolders(const AbsoluteIRIRange& locations);
@@ -70,24 +71,23 @@ class SEARCHPATH_EXPORT MainSearchPathManager : public IMainSearchPathManager {
   /// Lists again all folders that have been listed. Errors: those of a change.
   void RefreshAllFolders();
 
-  /// Replaces the packages that `GetPackagesOnPath` chooses from. The path stays. Errors: those of
-  /// a change.
+  /// Replaces the packages from which `GetPackagesOnPath` chooses. The path stays, and no listener
+  /// is called. Errors: those of a change.
   void SetKnownPackages(std::vector<KnownPackage> packages);
 
-  /// Calls `listener` on the thread of the change after every change that makes a difference, when
-  /// the manager has the new path already. `IncludeSubfolders` also compares what is below the
-  /// folders that came, went or changed, and lists them for that.
+  /// Calls `listener` after every change that makes a difference, on the thread that made the
+  /// change; the manager has the new path by then. `IncludeSubfolders` also compares what is below
+  /// the folders that came, went or changed, and lists them for that.
   ///
   /// Precondition: `listener` is not empty.
-  /// Errors: an exception of a listener neither undoes the change nor keeps it from the other
-  /// listeners. When all have been called, the first such exception is raised where the change was
-  /// made.
+  /// Errors: when a listener raises an exception, the change stays, and the other listeners are
+  /// called all the same. The operation that made the change then raises the first such exception.
   /// Cost: one comparison of the paths for all listeners with the same `filter`.
   [[nodiscard]] Subscription AddListener(
       Listener listener, PathEntryVectorDifferentiator::ComparisonFilter filter =
                              PathEntryVectorDifferentiator::ComparisonFilter::TopLevelOnly);
 
-  /// The same for a listener that makes its own comparison or needs none: nothing is compared.
+  /// The same for a listener that gets both paths: nothing is compared for it.
   [[nodiscard]] Subscription AddListener(PathListener listener);
 
  private:
@@ -96,9 +96,9 @@ class SEARCHPATH_EXPORT MainSearchPathManager : public IMainSearchPathManager {
   std::unique_ptr<State> state;
 };
 
-/// As `RemoveFoldersFromZentraPath`, also for folders that are gone from the disk or cannot be
-/// read. A text that cannot name a folder is reported as a folder that is not on the path; the
-/// others are removed.
+/// Takes `folders`, as users type them, off the path of `manager`, also those that are gone from
+/// the disk or cannot be read. A text that cannot name a folder is reported like a folder that is
+/// not on the path, and the others are removed; see `RemoveIRIsFromZentraPath`.
 [[nodiscard]] SEARCHPATH_EXPORT foundation::core::except::Notification RemoveFolders(
     const UstringRange& folders, const WorkingFolder& workingFolder,
     IMainSearchPathManager& manager);

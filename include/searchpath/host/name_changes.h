@@ -11,17 +11,18 @@
 
 namespace Corvane::PathManagement::host {
 
-/// A file name that means different files on two paths. At least one of the two is set.
+/// A name that means different files on two paths, or at two times. At least one file is set.
 struct NameChange {
-  ustring name;                     ///< with its extension
+  /// With its extension; from `Receipt::Verify`, as it was asked for.
+  ustring name;
   std::optional<FoundItem> before;  ///< empty: the name is new
   std::optional<FoundItem> after;   ///< empty: the name is gone
 };
 
 /// All file names, with their extensions, that mean another file on `after` than on `before`, in
-/// the order of their bytes; names that differ in case are different names. A file is another one
-/// when it stands in another folder, by canonical location; its contents do not count. Only files
-/// of main folders count: those of special folders are not found by a plain name.
+/// the order of their bytes; names that differ in case are different names. Two files of one name
+/// are the same when their folders are, by canonical location; contents do not matter. Only files
+/// of main folders are compared: those of special folders are not found by a plain name.
 ///
 /// Errors: `std::length_error` for more than 2^32 - 1 such names.
 /// Cost: lists the main folders of both paths and reads each name once. Takes some 100 bytes of

@@ -19,10 +19,11 @@ namespace Corvane::PathManagement::host {
 /// - "*" matches any characters, or none; a dot at the beginning of a name, too.
 /// - "?" matches one character.
 /// - "[abc]" matches one of these characters, and "[a-z]" one of those between two, by code point.
-///   After "[!" or "[^" come those that do not match. A "]" that comes first is one of the characters,
-///   and so is a "-" that comes first or last. Within the brackets, "[:alpha:]" and the other classes
-///   of POSIX hold characters of ASCII. A "[" that no "]" closes stands for itself.
-/// - "\\" takes the meaning from the character behind it; at the end of the pattern, nothing matches.
+///   "[!abc]" or "[^abc]" matches one that is not among them. A "]" that comes first is one of the
+///   characters, and so is a "-" that comes first or last. Within the brackets, "[:alpha:]" and the
+///   other classes of POSIX stand for characters of ASCII. A "[" that no "]" closes stands for
+///   itself.
+/// - "\\" makes the next character match itself; a pattern that ends with it matches nothing.
 /// - Any other character matches itself.
 ///
 /// A character is a code point, or a byte of a name that is not UTF-8. Where case is ignored, the
@@ -31,7 +32,7 @@ namespace Corvane::PathManagement::host {
 /// Threads: all operations, from any thread.
 class SEARCHPATH_EXPORT NamePattern {
  public:
-  /// Takes any text: what is no pattern matches the name that it is.
+  /// Takes any text: one without special characters matches the name that it spells.
   explicit NamePattern(const AnyText& pattern, FilenameMatchingPolicy matchingPolicy =
                                                    FilenameMatchingPolicy::FileSystemDefault);
 
@@ -63,7 +64,7 @@ class SEARCHPATH_EXPORT NamePattern {
 
 /// A name that matches a pattern, and every file of that name.
 struct MatchingName {
-  ustring name;                  ///< as a question is asked with it
+  ustring name;  ///< as it can be looked up, with the folders in front of the pattern
   std::vector<FoundItem> files;  ///< the file that it means, then those that this one hides
 };
 

@@ -13,15 +13,15 @@ namespace Corvane::PathManagement::host {
 
 /// A file that a name means, open for reading.
 ///
-/// It was reached folder by folder, each opened in the one before; links were followed by their texts.
-/// Whoever renames or replaces something on the way meanwhile changes neither what is open nor what
-/// `ExamineTrust` says about how it was reached. Who may write to the file itself, now or later, can
-/// still change its content.
+/// It was reached folder by folder, each opened in the one before; links were followed by their
+/// texts. To rename or replace something on the way afterwards changes neither what is open nor
+/// what `ExamineTrust` says about the way. Anybody who may write to the file itself can still
+/// change its contents. Links that only the kernel can follow, such as those of /proc, cannot be
+/// opened.
 ///
-/// Links that only the kernel can follow, such as those of /proc, lead nowhere.
+/// Threads: not synchronised; constant operations, from any thread.
 /// Ownership: closes the file when it is destroyed. A moved-from object may only be assigned or
 /// destroyed.
-/// Threads: not synchronised; constant operations, from any thread.
 class SEARCHPATH_EXPORT OpenedFile {
  public:
   OpenedFile(OpenedFile&& other) noexcept;
@@ -31,26 +31,26 @@ class SEARCHPATH_EXPORT OpenedFile {
   /// What the name means: the file that is open.
   [[nodiscard]] const FoundItem& GetItem() const noexcept;
 
-  /// The descriptor, which stays this object's own. It stands at the beginning of the file and is
+  /// The descriptor, which this object goes on owning. It is at the beginning of the file, and is
   /// closed when another program is executed.
   [[nodiscard]] int GetDescriptor() const noexcept;
-  /// Hands the descriptor over to the caller; -1 from then on.
+  /// Hands the descriptor over to the caller; from then on both functions return -1.
   [[nodiscard]] int Release() noexcept;
 
-  /// Who could have put another file there, or can change this one, as things were on the way to it.
-  /// Folders that were asked before and had no such file are not examined, nor is where relative parts
-  /// of the path come from. `TrustLookup::names` does not count.
+  /// Who could have put another file there, or can change this one, as the way was when the file
+  /// was opened. Folders that were searched before and had no such file are not examined, nor is
+  /// the working folder on which the path may depend. `TrustLookup::names` is ignored.
   ///
-  /// Cost: reads the user database; nothing else is asked.
+  /// Cost: reads the user database and nothing else.
   [[nodiscard]] std::vector<TrustFinding> ExamineTrust(const TrustLookup& lookup = {}) const;
 
  private:
   friend class Environment;
   struct State;
 
-  /// Opens the file.
+  /// Opens the file of `item`.
   ///
-  /// Errors: `std::system_error` when it cannot be opened, or does not count any more.
+  /// Errors: `std::system_error` when it cannot be opened, or is no file that `files` counts.
   OpenedFile(const FoundItem& item, LookupRules::Files files);
 
   std::unique_ptr<State> state;

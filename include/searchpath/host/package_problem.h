@@ -17,26 +17,26 @@ enum class PackageFault : std::uint8_t {
   TooLarge,         ///< the manifest is larger than 1 MiB
   NotUtf8,          ///< the manifest has a byte that is not UTF-8
   Syntax,           ///< the manifest is not JSON
-  TooDeep,          ///< nested deeper than 32 levels
-  TooManyValues,    ///< more than 10,000 values
+  TooDeep,          ///< the manifest is nested deeper than 32 levels
+  TooManyValues,    ///< the manifest has more than 10,000 values
   RepeatedField,    ///< an object has two fields of one name
   MissingField,     ///< a required field is not there
   UnknownField,     ///< a field that manifests do not have
-  WrongType,        ///< the detail says what was expected
+  WrongType,        ///< a value of another type; the detail says what was expected
   OutOfRange,       ///< a number that does not fit
   OutsideOfFolder,  ///< a pathname that leads out of the package's own folder
   InvalidFolder,    ///< neither a pathname nor an IRI; the detail says why
-  Repeated,         ///< an earlier package has this name and version; the detail is its manifest
-  TooMuch,          ///< the packages before it take all the memory that the registry may take
+  Repeated,         ///< an earlier package, whose manifest is the detail, has this name and version
+  TooMuch,          ///< earlier packages take all the memory that the registry may take
 };
 
 /// A package that was left out, and why. The other packages are not affected.
 struct PackageProblem {
   ustring file;                     ///< the native path of its manifest
-  std::optional<std::size_t> line;  ///< from 1; empty when it concerns the file as a whole
-  ustring field;                    ///< as "folders[1].tags", counted from 0; "" for no field
+  std::optional<std::size_t> line;  ///< from 1; empty when the whole file is concerned
+  ustring field;                    ///< such as "folders[1].tags", from 0; "" for no field
   PackageFault fault;               ///< what is wrong
-  /// What the fault is about, such as a value; "" when there is no more to say.
+  /// More about the fault, such as the value at fault; "" when there is no more to say.
   ustring detail = {};
 
   /// A message: "FILE:LINE: FIELD: what is wrong", without a full stop.

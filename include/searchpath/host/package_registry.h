@@ -29,21 +29,21 @@ namespace Corvane::PathManagement::host {
 ///       "properties": {"IsQRX": false, "License": "none"}
 ///     }
 ///
-/// "name", "version" and "folders" are required. "contributesToPath" and "checksManualInstall" are
-/// shown with their defaults; a package may do without properties. A folder is a pathname below the
+/// "name", "version" and "folders" are required. "contributesToPath" and "checksManualInstall" have
+/// the defaults shown here; "properties" may be left out. A folder is a pathname below the
 /// package's own folder, without "..", or an IRI, and need not exist. Without tags it has the tag
 /// 0, which marks folders of the search path. A property is true, false, a number or a text;
 /// "IsQRX" and "ManualInstall" are true or false.
 ///
 /// Threads: immutable; all operations, from any thread.
-/// Ownership: packages live on without the registry.
+/// Ownership: packages may outlive the registry.
 /// Errors: an error of the disk or of a manifest is a problem, not an exception.
-/// Cost: construction reads every manifest. Packages take some 64 MiB of memory at most; further
-/// ones are left out.
+/// Cost: construction reads every manifest. Packages take some 64 MiB of memory at most; packages
+/// beyond that are left out.
 class SEARCHPATH_EXPORT PackageRegistry : public Corvane::PackageRegistry::IPackageRegistry {
  public:
-  /// `root` is as users type it. When it cannot be read, that is a problem and there are no
-  /// packages.
+  /// `root` is as users type it, see `WorkingFolder`. When it cannot be read, there are no
+  /// packages, and `GetRootProblem` says why.
   explicit PackageRegistry(const AnyText& root,
                            const WorkingFolder& workingFolder = WorkingFolder());
   PackageRegistry(const PackageRegistry&) = delete;
@@ -53,16 +53,16 @@ class SEARCHPATH_EXPORT PackageRegistry : public Corvane::PackageRegistry::IPack
   [[nodiscard]] std::shared_ptr<const Corvane::PackageRegistry::IPackage> GetPackage(
       const ZentraComponents::ComponentIdentifier& identifier) const override;
 
-  /// All packages, in the order of the bytes of their folders' names.
+  /// All packages, in the order of the bytes of the names of their folders below the root.
   [[nodiscard]] const std::vector<ZentraComponents::ComponentIdentifier>& GetIdentifiers()
       const noexcept;
 
   /// Why the root cannot be read; empty when it can.
   [[nodiscard]] const std::optional<FolderProblem>& GetRootProblem() const noexcept;
 
-  /// The packages that were left out, in the same order, the first 1,000 at most.
+  /// The packages that were left out, in the same order; at most the first 1,000.
   [[nodiscard]] const std::vector<PackageProblem>& GetProblems() const noexcept;
-  /// How many packages were left out, however many.
+  /// How many packages were left out in all, perhaps more than 1,000.
   [[nodiscard]] std::size_t GetProblemCount() const noexcept;
 
  private:

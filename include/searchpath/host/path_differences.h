@@ -18,27 +18,27 @@ namespace Corvane::PathManagement::host {
 enum class FolderChange : std::uint8_t {
   Removed,    ///< on the earlier path alone
   Added,      ///< on the later path alone
-  Moved,      ///< the same entry, in another order than the entries that stayed
+  Moved,      ///< the same entry, at another place among the entries that stayed
   Refreshed,  ///< another entry for the same folder: its listing has changed
 };
 
-/// A folder that differs between two versions of a path, and where it stands on each.
+/// A folder that differs between two versions of a path, and where it is on each.
 struct FolderDifference {
   FolderChange change;                       ///< what became of it
   std::shared_ptr<const IPathEntry> before;  ///< null when it was added
-  std::shared_ptr<const IPathEntry> after;   ///< null when it was removed; the same when it moved
-  /// The number of the main folder that it is or belongs to, from 0; empty for a path that it is
-  /// not on.
+  std::shared_ptr<const IPathEntry> after;   ///< null when it was removed; `before` when it moved
+  /// On the earlier path, the number of the main folder that it is or belongs to, from 0; empty
+  /// when it is not on that path.
   std::optional<std::size_t> placeBefore;
-  std::optional<std::size_t> placeAfter;  ///< as `placeBefore`, on the later path
+  std::optional<std::size_t> placeAfter;  ///< the same on the later path
 };
 
-/// The differences that `PathEntryVectorDifferentiator` finds, in path order. Unchanged entries of
-/// the two paths have to be the same objects, see `ShareUnchangedFolders`. Removed folders come
-/// first, in the order of `before`; then folders added, moved and refreshed, each kind in the order
-/// of `after`.
+/// The differences that `PathEntryVectorDifferentiator` finds. Unchanged entries of the two paths
+/// have to be the same objects, see `ShareUnchangedFolders`. Removed folders come first, in the
+/// order of `before`; then folders added, moved and refreshed, each kind in the order of `after`.
 ///
-/// Cost: that of the differentiator. `IncludeSubfolders` lists changed main folders.
+/// Cost: that of the differentiator. `filter` may be `IncludeSubfolders`, which lists changed main
+/// folders.
 [[nodiscard]] SEARCHPATH_EXPORT std::vector<FolderDifference> FindPathDifferences(
     const IPath& before, const IPath& after,
     PathEntryVectorDifferentiator::ComparisonFilter filter);

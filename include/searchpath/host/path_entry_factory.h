@@ -19,27 +19,28 @@ class SavedListings;
 /// One format serves as cache and as saved listing of a path; docs/formats.md describes it.
 ///
 /// It holds main folders in path order, and the listings of them and of all special folders below
-/// them. Folders below the root are saved relative to it, so that a tree can be moved together with
+/// them. Folders below `root` are saved relative to it, so that a tree can be moved together with
 /// its cache. The cache of a copied tree works, too, but each folder is listed again: nothing shows
 /// that the copy holds the same.
 ///
-/// An entry made under `WhileFresh` answers as one that reads the disk does: when it is first asked
-/// for what its folder holds, it asks the disk once whether the folder has changed, and lists it if
-/// it has. Links are always followed anew.
+/// An entry made under `WhileFresh` answers like one that reads the disk: when it is first asked
+/// for what its folder holds, it asks the disk once whether the folder has changed, and if so,
+/// lists it. Links are always followed anew.
 ///
 /// Threads: constant operations, from any thread.
 /// Ownership: shares its folders; entries share the bytes that were read.
 class SEARCHPATH_EXPORT PathEntryFactory : public IPathEntryFactory {
  public:
-  /// Empty, to be read into.
+  /// Empty, for `ReadEntries`; `listingUse` says when the listings read are used.
   explicit PathEntryFactory(ListingUse listingUse = ListingUse::WhileFresh);
-  /// With the main folders of a path, to be written.
+  /// With the main folders of a path, for `WriteEntries`.
   explicit PathEntryFactory(FolderEntries mainFolders);
   PathEntryFactory(const PathEntryFactory&);
   PathEntryFactory& operator=(const PathEntryFactory&);
   ~PathEntryFactory() override;
 
-  /// Reads the stream to its end, verifies all of it, and then replaces the folders.
+  /// Reads the stream to its end, verifies all of it, and then replaces the folders. Those that
+  /// were saved relative to a root are below `root`.
   ///
   /// Errors: `InvalidListingException` for anything but a whole listing in the version that this
   /// program reads; nothing has changed then.
@@ -47,8 +48,8 @@ class SEARCHPATH_EXPORT PathEntryFactory : public IPathEntryFactory {
   /// object a folder; the disk is not asked.
   void ReadEntries(std::istream& stream, const AbsoluteIRI& root) override;
 
-  /// Writes the listings of the main folders and of all special folders below them; lists those
-  /// that have not been listed.
+  /// Writes the listings of the main folders and of all special folders below them, relative to
+  /// `root` where they are below it; lists those that have not been listed.
   ///
   /// Errors: those of the stream; `std::length_error` for more than two gigabytes.
   void WriteEntries(std::ostream& stream, const AbsoluteIRI& root) const override;

@@ -12,8 +12,8 @@
 
 namespace Corvane::PathManagement::host {
 
-/// What may be wrong with a path. A folder of the path that lies below another one is not wrong:
-/// both are searched.
+/// What may be wrong with a path. It is nothing wrong that a folder of the path lies below another
+/// one: both are searched.
 enum class FindingKind : std::uint8_t {
   Missing,     ///< there is no such folder
   Unreadable,  ///< it cannot be searched
@@ -24,11 +24,11 @@ enum class FindingKind : std::uint8_t {
   CaseCollision,  ///< files in main folders whose names differ in case alone
   NotUtf8,        ///< files whose names are not UTF-8
   // Where folders have no meaning:
-  UnexpandedHome,  ///< a part that begins with "~", which nobody expands, and there is no such folder
-  EmptyPart,       ///< an empty part, which is the working folder
+  UnexpandedHome,  ///< no such folder: a part begins with "~", which nobody expands
+  EmptyPart,       ///< an empty part, which means the working folder
   RelativePart,    ///< a part that depends on the working folder
-  NotExecutable,  ///< files that look like programs and may not be executed
-  BrokenLink,     ///< links that lead nowhere
+  NotExecutable,   ///< files that look like programs and may not be executed
+  BrokenLink,      ///< links that lead nowhere
 };
 
 /// The kind in words.

@@ -19,9 +19,9 @@ namespace Corvane::PathManagement::host {
 // folders below it and the contents of files do not count. An entry that has not been listed is
 // unchanged, too: it shows nothing yet that could differ.
 
-/// The main folders of a path of `locations`, in this order, that replaces a path of `oldFolders`.
-/// A location of the old path keeps its entry there; one that is repeated takes its old entries in
-/// turn. All others get entries that have not been listed.
+/// The main folders of a new path of `locations`, in this order, after one of `oldFolders`.
+/// Locations of the old path keep their old entries; a location that is repeated takes one after
+/// the other. All others get new entries, which have not been listed.
 ///
 /// Cost: asks the disk nothing.
 [[nodiscard]] SEARCHPATH_EXPORT FolderEntries
@@ -33,10 +33,10 @@ RearrangeFolders(const FolderEntries& oldFolders, const std::vector<AbsoluteIRI>
 /// Cost: that of listing, on several threads.
 [[nodiscard]] SEARCHPATH_EXPORT FolderEntries RefreshFolders(const FolderEntries& oldFolders);
 
-/// `folders`, with the entry of `oldFolders` for each unchanged folder, special folders below
-/// changed ones included. For two paths that were made independently, from a saved listing for
+/// `folders`, where each unchanged folder has its entry of `oldFolders`; so have unchanged special
+/// folders below changed ones. For two paths that were made independently, from a saved listing for
 /// instance. A folder is found on the old path by its location, or else by its canonical location;
-/// one that is repeated takes its old entries in turn.
+/// a folder that is repeated takes its old entries one after the other.
 ///
 /// Cost: lists each folder that is on both paths, unless neither path has asked it for anything
 /// yet.
@@ -49,8 +49,8 @@ ShareUnchangedFolders(const FolderEntries& folders, const FolderEntries& oldFold
 /// Threads: constant operations, from any thread.
 class SEARCHPATH_EXPORT ChangedFolders {
  public:
-  /// With a special folder, the folders that it belongs to have changed as well, since they hold
-  /// it.
+  /// The folders at `changed`. For a special folder, the folders that it belongs to are added,
+  /// since they hold it.
   ///
   /// Cost: resolves the links of each location.
   explicit ChangedFolders(const AbsoluteIRIRange& changed);
@@ -70,8 +70,8 @@ class SEARCHPATH_EXPORT ChangedFolders {
   std::shared_ptr<const Locations> locations;
 };
 
-/// `oldFolders`, where the folders of `changed`, and no others, are listed again: a special folder
-/// keeps its listing unless `changed` contains it, whatever becomes of the folder above it.
+/// `oldFolders` as they are now, where only the folders of `changed` are listed again. A special
+/// folder that `changed` does not contain keeps its listing, even below a folder that it contains.
 ///
 /// Cost: asks the disk about the folders of `changed` alone, on several threads.
 [[nodiscard]] SEARCHPATH_EXPORT FolderEntries RefreshFolders(const FolderEntries& oldFolders,

@@ -24,18 +24,21 @@ class ReceiptBody;
 /// What an answer rests on, as native paths, each once: while nothing comes, goes or is replaced
 /// there, the answer stays right.
 struct AnswerBasis {
-  std::vector<ustring> folders;  ///< that were asked before the answer and at it
-  std::vector<ustring> absent;   ///< that were asked for and do not exist
-  std::vector<ustring> files;    ///< links and files that may cease to count, or begin to
+  /// The existing folders that were searched, up to and including the one that held the answer.
+  std::vector<ustring> folders;
+  std::vector<ustring> absent;  ///< the folders that would have been searched if they existed
+  /// Links on which the answer depends, since their targets may come and go unseen. Where rights
+  /// decide which files count, see `LookupRules::Files`, also the files of the name.
+  std::vector<ustring> files;
 };
 
-/// Names, the files that they mean, and what these answers rest on: the folders that were asked
-/// up to each answer, with their stamps. Folders that do not exist are asked, too, and so is what
-/// may change without leaving a trace in a folder: what links lead to, who may execute a file.
+/// Names, the files that they mean, and what these answers rest on: the folders that were searched
+/// up to each answer, with their time stamps; folders that did not exist; and what may change
+/// without a trace in its folder, such as the target of a link or the right to execute a file.
 ///
 /// A folder that changed less than two seconds before the environment was made is never known to be
-/// unchanged, since a later change could leave the same stamp. A copy of a receipt on another machine
-/// is of no use.
+/// unchanged, since a later change could leave the same stamp. A receipt is of use only on the
+/// machine that made it.
 ///
 /// Threads: immutable; all operations, from any thread.
 /// Ownership: copies share the bytes.
@@ -44,7 +47,8 @@ class SEARCHPATH_EXPORT Receipt {
   /// Errors: `InvalidListingException` for anything but a whole receipt in the version that this
   /// program reads.
   [[nodiscard]] static Receipt Read(std::istream& stream);
-  /// The same of a file; one that cannot be opened, or is no regular file, is refused as well.
+  /// Reads a file in the same way; `InvalidListingException` also when it cannot be opened or is no
+  /// regular file.
   [[nodiscard]] static Receipt Load(const fl::filesystem::path& file);
 
   /// Errors: those of the stream.
@@ -54,40 +58,44 @@ class SEARCHPATH_EXPORT Receipt {
   /// Errors: `std::system_error`; the old file then stays as it was.
   void Save(const fl::filesystem::path& file) const;
 
-  /// How many names there are.
+  /// How many questions were asked, one name each.
   [[nodiscard]] std::size_t GetCount() const noexcept;
-  // Precondition: `at` is below that number.
-  /// The name as it was asked.
+  // Precondition of what follows: `at` is below that number.
+  /// The name as it was asked for.
   [[nodiscard]] ustring GetName(std::size_t at) const;
-  /// The file that it meant; empty when there was none. Not the entry that found it, but one for the
-  /// same folder.
+  /// The file that the name meant; empty when there was none. Its entry is a new one for the same
+  /// folder.
   [[nodiscard]] std::optional<FoundItem> GetAnswer(std::size_t at) const;
-  /// The question, with which the name means the same in any working folder.
+  /// The question as it was asked, for an environment made of `GetOptions()`.
   [[nodiscard]] Lookup GetLookup(std::size_t at) const;
-  /// What this answer rests on.
+  /// What the answer rests on.
   [[nodiscard]] AnswerBasis GetBasis(std::size_t at) const;
-  /// What all answers rest on together, and the path itself.
+  /// What all answers together rest on, and what decides which folders are on the path.
   [[nodiscard]] AnswerBasis GetBasis() const;
 
-  /// What an environment is made of that answers the names anew: absolute folders, without caches.
+  /// The options for an environment that answers the same questions anew. Folders are as they were
+  /// given; the working folder is absolute, so that they mean the same in any process. Caches and
+  /// `EnvironmentOptions::source` are left out.
   [[nodiscard]] EnvironmentOptions GetOptions() const;
 
   /// Whether all answers are certain to be still right. If not, they may be right all the same.
   ///
-  /// Cost: one question to the disk for each place, and for each file in `AnswerBasis`; one or two for
-  /// each answer where not all regular files count.
+  /// Cost: one question to the disk for each folder in `GetBasis()`, absent ones included, and one
+  /// or two for each file there; and what it takes to resolve the links on the way to the folders.
   [[nodiscard]] bool IsFresh() const;
 
-  /// The names that mean another file than in the receipt, in its order; a file is another one as
-  /// for `FindNameChanges`. Names whose answers are certain to be right are not asked for. One whose
-  /// asking folder is gone means no file.
+  /// The names that no longer mean the file in the receipt, in the order of the receipt. Two files
+  /// are the same when their names are, and their folders by canonical location; contents do not
+  /// matter. Names whose answers are certain to be right are not looked up again. A name asked for
+  /// from a folder that is gone means no file.
   ///
   /// Precondition: `environment` has been made of `GetOptions()`, after the changes that are to be
-  /// seen: what it has found out before is not asked again.
-  /// Cost: as `IsFresh`, and the questions that are asked.
+  /// seen: it does not ask the disk again for what it knows already.
+  /// Cost: that of `IsFresh`, and of the look-ups.
   [[nodiscard]] std::vector<NameChange> Verify(const Environment& environment) const;
 
-  /// A receipt for the same questions. Precondition: as `Verify`.
+  /// A receipt for the same questions, with the answers of `environment`. Precondition: as for
+  /// `Verify`.
   [[nodiscard]] Receipt Renew(const Environment& environment) const;
 
  private:
@@ -104,25 +112,25 @@ class SEARCHPATH_EXPORT Receipt {
 /// Makes the receipt of questions that are asked one after the other.
 ///
 /// Threads: one at a time.
-/// Cost: little beside finding a file; memory for the name.
+/// Cost: for each question, little beside finding the file; memory for the name.
 class SEARCHPATH_EXPORT ReceiptRecorder {
  public:
-  /// Precondition: `environment` outlives this object; its caches, if any, are used while they are
-  /// fresh.
-  /// Errors: `std::logic_error` for an environment on a path that was handed over: a receipt could
-  /// not say how to make it again.
+  /// Precondition: `environment` outlives this object; its caches, if any, are used
+  /// `ListingUse::WhileFresh`.
+  /// Errors: `std::logic_error` for an environment that was made of an `IPath`: a receipt could not
+  /// say how to make it again.
   explicit ReceiptRecorder(const Environment& environment);
   ReceiptRecorder(const ReceiptRecorder&) = delete;
   ReceiptRecorder& operator=(const ReceiptRecorder&) = delete;
   ~ReceiptRecorder();
 
   /// Precondition: `answer` is what `Environment::Find` has answered to `lookup`.
-  /// Errors: `FailedToAbsolutizeException` when the folder that asks cannot be used.
+  /// Errors: `FailedToAbsolutizeException` when the asking folder of `lookup` cannot be used.
   void Add(const Lookup& lookup, const boost::optional<FoundItem>& answer);
 
-  /// The receipt of all that was added. Asks for the stamps of the folders.
+  /// The receipt of all that was added. Asks the disk for the time stamps of the folders.
   ///
-  /// Precondition: called once.
+  /// Precondition: called once, as the last operation.
   /// Errors: `std::length_error` for more than a receipt can hold.
   [[nodiscard]] Receipt Finish();
 

@@ -18,7 +18,7 @@
 
 namespace Corvane::PathManagement::host {
 
-/// What a hidden file is to the one that hides it.
+/// How a hidden file compares with the one that hides it.
 enum class ShadowKind : std::uint8_t {
   Different,   ///< other bytes
   Identical,   ///< the same bytes
@@ -41,11 +41,11 @@ struct FileProblem {
   std::error_code reason;  ///< why reading it failed
 };
 
-/// A file that another one of its name hides.
+/// A file that is hidden by another one of its name, the winner.
 struct HiddenFile {
   FoundItem file;                            ///< the one that is hidden
-  ShadowKind kind = ShadowKind::Unreadable;  ///< how it differs from the winner
-  std::optional<FileProblem> problem = {};   ///< of kind `Unreadable`: which of the two, and why
+  ShadowKind kind = ShadowKind::Unreadable;  ///< how it compares with the winner
+  std::optional<FileProblem> problem = {};   ///< of kind `Unreadable`: the unread one of the two
 };
 
 /// A name that several files share. It means the winner, which hides the others.
@@ -55,10 +55,11 @@ struct Shadow {
   std::vector<HiddenFile> hidden;  ///< in path order, never empty
 };
 
-/// The question which names hide files. Where folders have no meaning, names are relative to the
-/// folders of the path and carry their extensions; `extensions` then says which files count.
+/// The question which names hide files. Where folders have no meaning, see `LookupRules`, names are
+/// relative to the folders of the path and carry their extensions; `extensions` then says which
+/// files are reported, and names are looked up as they are, whatever `policy` is.
 struct ShadowLookup {
-  /// As in `Lookup`; when there are none, every plain name on the path is looked up.
+  /// The names to look up, as in `Lookup`; when there are none, every plain name on the path.
   AnyTexts names = {};
   /// As in `Lookup`. With extensions, the names that are looked up are those of files without their
   /// extension: "fn" for "fn.x". A file whose name has a further dot is looked up by its whole
@@ -72,19 +73,20 @@ struct ShadowLookup {
 
 /// Which names hide files: each shadow is the answer of `Environment::FindAll` for its name.
 struct ShadowReport {
-  /// In the order of the names asked, or else of the bytes of their names. When case is ignored, a
-  /// name that was not asked for is written as its first file on the path.
+  /// In the order of `ShadowLookup::names`; without these, in that of the bytes of their own names.
+  /// In the latter case, when case is ignored, a name is spelled as that of its first file on the
+  /// path.
   std::vector<Shadow> shadows;
-  std::vector<ustring> unknown;         ///< names asked for that no file has
+  std::vector<ustring> unknown;         ///< those of `ShadowLookup::names` that no file has
   std::vector<ustring> idleAllowances;  ///< allowed names that were looked up and hide nothing
 };
 
 /// How many files are hidden, by kind.
 class ShadowCounts {
  public:
-  /// Files of this kind.
+  /// How many files of this kind.
   [[nodiscard]] std::size_t Of(ShadowKind kind) const { return counts.at(Index(kind)); }
-  /// Files of any kind.
+  /// How many files of all kinds.
   [[nodiscard]] std::size_t GetTotal() const noexcept { return total; }
   /// Adds one file.
   void Count(ShadowKind kind) {
@@ -99,7 +101,7 @@ class ShadowCounts {
   std::size_t total = 0;
 };
 
-/// How many files of one folder are hidden by files of another, or by others of its own.
+/// How many files of one folder are hidden by files of another folder, or of the same one.
 struct FolderShadows {
   std::shared_ptr<const IPathEntry> winner;  ///< whose files hide the others
   std::shared_ptr<const IPathEntry> hidden;  ///< whose files are hidden

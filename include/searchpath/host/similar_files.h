@@ -18,8 +18,8 @@ enum class Similarity : std::uint8_t {
 /// The similarity in words.
 [[nodiscard]] SEARCHPATH_EXPORT const char* GetText(Similarity similarity) noexcept;
 
-/// A file that may have been meant by a name that was not found. It is only ever suggested: the
-/// look-up of that name finds nothing all the same.
+/// A file that may have been meant by a name that was not found. It is only a suggestion: looking
+/// up the name still finds nothing.
 struct SimilarFile {
   FoundItem file;                                    ///< what may have been meant
   Similarity similarity = Similarity::OneLetterOff;  ///< how its name differs

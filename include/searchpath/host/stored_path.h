@@ -25,12 +25,12 @@ class SEARCHPATH_EXPORT InvalidStoredPathException : public std::runtime_error {
 
 /// The folders of a search path in a text file, so that they outlive the program.
 ///
-/// Each line holds a native path, which begins with "/" or "~", or a "file" IRI; empty lines do not
-/// count. A folder whose name has a line break is written as an IRI, which escapes it.
+/// Each line holds a native path, which begins with "/" or "~", or a "file" IRI; empty lines are
+/// ignored. A folder whose name has a line break is written as an IRI, which escapes it.
 ///
 /// Threads: all operations, from any thread and any process. A reader gets the whole list, before
-/// or after a change. Changes wait for one another, so that none is lost: each locks a
-/// second file, called as the list with ".lock" at its end, which stays.
+/// or after a change. Changes wait for one another, so that none is lost: each locks a second file,
+/// named like the list with ".lock" at the end, which is never removed.
 /// Errors: `std::system_error` for those of the disk; `InvalidStoredPathException`.
 class SEARCHPATH_EXPORT StoredPath {
  public:
@@ -40,21 +40,22 @@ class SEARCHPATH_EXPORT StoredPath {
   /// The path that `listFile` holds. Reads nothing yet; the file need not exist.
   explicit StoredPath(const fl::filesystem::path& listFile) : file(listFile) {}
 
-  /// "searchpath/path" in the user's configuration folder: $XDG_CONFIG_HOME, or else ~/.config.
+  /// "searchpath/path" in the user's configuration folder: $XDG_CONFIG_HOME if that is an absolute
+  /// path, or else ~/.config.
   ///
-  /// Errors: `FailedToAbsolutizeException` when the user has no home either.
+  /// Errors: `FailedToAbsolutizeException` when it is needed and the user has no home.
   [[nodiscard]] static fl::filesystem::path GetDefaultFile();
 
   /// The file that holds the path.
   [[nodiscard]] const fl::filesystem::path& GetFile() const noexcept { return file; }
 
-  /// In path order; empty when there is no file.
+  /// The folders in the file, in path order; empty when there is no file.
   [[nodiscard]] std::optional<Folders> Read() const;
 
   /// Replaces the folders by change(folders); without a file `change` gets an empty list. The lines
   /// of folders that stay are kept as they were written. Makes the file, and the folders above it,
-  /// when they do not exist. Where the file is a link, that stays and the file that it leads to is
-  /// replaced.
+  /// when they do not exist. Where the file is a link, the link stays, and the file that it leads
+  /// to is replaced.
   ///
   /// Precondition: `change` does not change this path itself.
   /// Errors: also what `change` throws. The file is then as it was.

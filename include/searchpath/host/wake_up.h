@@ -6,7 +6,7 @@
 namespace Corvane::PathManagement::host {
 
 /// Wakes a thread that waits for descriptors with `poll`, so that a listener or subscriber can hand
-/// it work: the thread waits for this descriptor beside its others.
+/// it work: the thread waits for this descriptor, too.
 ///
 /// Threads: all operations, from any thread.
 class SEARCHPATH_EXPORT WakeUp {
@@ -20,10 +20,10 @@ class SEARCHPATH_EXPORT WakeUp {
   /// Readable (`POLLIN`) from `Set` until `Clear`.
   [[nodiscard]] int GetDescriptor() const noexcept { return descriptor; }
 
-  /// Whatever this thread wrote before is seen by the thread that wakes up.
+  /// Wakes the thread, which then sees whatever the caller wrote before.
   void Set() const noexcept;
 
-  /// Call it before looking at what there is to do: what is set after that wakes again.
+  /// Call it before looking at what there is to do: a later `Set` then wakes the thread again.
   void Clear() const noexcept;
 
  private:

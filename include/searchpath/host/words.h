@@ -14,8 +14,8 @@
 
 namespace Corvane::PathManagement::host {
 
-/// The word that stands for a value in JSON: "hidden-by-earlier". Programs compare them, so they never
-/// change.
+/// The word that stands for a value in JSON: "hidden-by-earlier". Words never change, since
+/// programs compare them.
 /// @{
 [[nodiscard]] SEARCHPATH_EXPORT const char* GetWord(PathEntryType kind);
 [[nodiscard]] SEARCHPATH_EXPORT const char* GetWord(FolderOutcome outcome);
@@ -30,7 +30,8 @@ namespace Corvane::PathManagement::host {
 
 /// Why the folder cannot be searched, in words; null when it can, or is not on disk. Lists it.
 [[nodiscard]] SEARCHPATH_EXPORT const char* FindProblemText(const IPathEntry& folder);
-/// Why it was not searched; null when it was, or was not to be.
+/// The same for a folder that gave no answer since it is unreadable, a repeat or hidden; null for
+/// all other outcomes.
 [[nodiscard]] SEARCHPATH_EXPORT const char* FindProblemText(const AskedFolder& asked);
 
 }  // namespace Corvane::PathManagement::host

@@ -17,15 +17,15 @@ namespace Corvane::PathManagement::host {
 /// Threads: all operations, from any thread.
 class SEARCHPATH_EXPORT WorkingFolder : public current_working_folder::ICurrentWorkingFolder {
  public:
-  /// Relative texts are below the working folder of the process, which is asked for at each call.
+  /// Relative texts start from the working folder that the process has at each call.
   WorkingFolder() = default;
-  /// Relative texts are below `folder`.
+  /// Relative texts start from `folder`.
   explicit WorkingFolder(const AbsoluteIRI& folder) : base(folder) {}
 
-  /// As `ICurrentWorkingFolder` has it. Asks the disk.
+  /// As in `ICurrentWorkingFolder`. Asks the disk whether the folder exists and can be read.
   [[nodiscard]] AbsoluteIRI absolutize(const ustring& folder) const override;
 
-  /// As `absolutize`, for folders that need not exist.
+  /// As `absolutize`, but the folder need not exist.
   ///
   /// Errors: `FailedToAbsolutizeException` with the reason `InvalidText`, `NoWorkingFolder`, or
   /// `Absent` for an unknown user.
