@@ -20,7 +20,7 @@ namespace foundation::storage::vfs {
 
 namespace detail {
 
-/// What all copies of one IRI share; its text follows it in the same allocation.
+/// What all copies of one IRI share. The text of the IRI follows it in the same allocation.
 struct IRIRepresentation {
   mutable std::atomic<std::uint32_t> owners;
   std::uint32_t schemeLength;
@@ -85,7 +85,8 @@ std::u16string_view WithoutTrailingSeparators(std::u16string_view path) {
   return path.substr(0, last == path.npos ? 0 : last + 1);
 }
 
-/// The end of the path above `path`, which has no trailing separators; npos when there is none.
+/// Where the parent of `path` ends in it; npos when `path` is a root and has no parent.
+/// Precondition: `path` has no trailing separators.
 std::size_t ParentEnd(std::u16string_view path) {
   const std::size_t separator = path.rfind(u'/');
   if (path.empty() || separator == path.npos) return path.npos;
@@ -107,8 +108,8 @@ std::vector<std::u16string_view> ResolvedComponents(std::u16string_view path,
   return components;
 }
 
-/// A part of the path of `iri`, decoded. All bytes of a "file" path are decoded; in other schemes,
-/// escapes that are not UTF-8 stay.
+/// `escaped`, a part of the path of `iri`, decoded. All escapes of a "file" path are decoded; in
+/// other schemes those stay that are not UTF-8, a separator or NUL.
 ustring Decoded(const IRIRepresentation& iri, std::u16string_view escaped) {
   const bool isFile = std::u16string_view(iri.Text(), iri.schemeLength) == u"file";
   return DecodeEscapes(escaped, isFile ? Undecodable::AsByte : Undecodable::KeptWithSeparators);

@@ -26,7 +26,7 @@ ustring TextFromBytes(std::string_view bytes) {
     if (codePoint >= 0) {
       detail::AppendCodePoint(text, codePoint);
     } else {
-      // An ill-formed sequence may span several bytes; one at a time keeps every byte.
+      // U8_NEXT may have passed several ill-formed bytes. Only the first is taken, so none is lost.
       text.push_back(detail::UnitForByte(units[start]));
       at = start + 1;
     }
@@ -39,7 +39,7 @@ std::optional<std::string> BytesFromText(std::u16string_view text) {
   bytes.reserve(text.size());
   const auto append = [&bytes](const char* encoded, std::size_t count) {
     if (count == 1) {
-      bytes.push_back(*encoded);  // nearly always, and for less
+      bytes.push_back(*encoded);  // the usual case, and cheaper than append
     } else {
       bytes.append(encoded, count);
     }

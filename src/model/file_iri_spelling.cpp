@@ -32,7 +32,7 @@ bool IsEscaped(char16_t unit) { return unit < kIsEscaped.size() && kIsEscaped[un
 
 bool IsSurrogate(char16_t unit) { return U16_IS_SURROGATE(unit); }
 
-/// Whether `path` is its own spelling, which most paths are.
+/// Whether `path` is certainly spelled already, as most paths are: a quick test.
 bool IsSpelled(std::u16string_view path) {
   char16_t before = 0;
   for (const char16_t unit : path) {
@@ -43,8 +43,8 @@ bool IsSpelled(std::u16string_view path) {
   return before != u'/' || path.size() == 1;
 }
 
-/// `text` with every character in one form: bytes that together are UTF-8 become the character.
-/// Errors name `whole`, which the text stands in.
+/// `text` with units for bytes (see `TextFromBytes`) that together are UTF-8 replaced by the
+/// character. `whole`, of which `text` is a part, is the text that errors name.
 ustring WithBytesJoined(std::u16string_view text, std::u16string_view whole) {
   if (text.find(u'\0') != text.npos) throw InvalidIRI("a NUL names no file", whole, "");
   if (std::ranges::none_of(text, IsSurrogate)) return ustring(text);
@@ -53,7 +53,7 @@ ustring WithBytesJoined(std::u16string_view text, std::u16string_view whole) {
   return Corvane::PathManagement::TextFromBytes(*bytes);
 }
 
-void AppendEscaped(ustring& spelled, std::u16string_view component) {
+void AppendSpelled(ustring& spelled, std::u16string_view component) {
   for (std::size_t at = 0; at < component.size(); ++at) {
     const char16_t unit = component[at];
     if (IsByteAt(component, at)) {
@@ -78,7 +78,8 @@ void CheckEscapes(std::u16string_view path, StrayPercent strayPercent, std::u16s
   }
 }
 
-bool IsLocalHost(std::u16string_view authority) {
+/// Whether `authority` is empty or "localhost" in any case.
+bool IsThisMachine(std::u16string_view authority) {
   constexpr std::u16string_view localHost = u"localhost";
   return authority.empty() || std::equal(authority.begin(), authority.end(), localHost.begin(),
                                          localHost.end(), [](char16_t given, char16_t expected) {
@@ -93,7 +94,7 @@ std::u16string_view PathOfFileIRI(std::u16string_view iriText) {
   if (path.starts_with(u"//")) {
     path.remove_prefix(2);
     const std::u16string_view authority = path.substr(0, path.find(u'/'));
-    if (!IsLocalHost(authority)) {
+    if (!IsThisMachine(authority)) {
       throw InvalidIRI("a \"file\" IRI names no other machine", iriText,
                        "write three slashes: \"file:///folder\"");
     }
@@ -117,7 +118,7 @@ ustring SpellNativePath(std::u16string_view nativePath) {
   for (auto component = TakeComponent(rest); !component.empty(); component = TakeComponent(rest)) {
     if (component == u".") continue;
     spelled.push_back(u'/');
-    AppendEscaped(spelled, component);
+    AppendSpelled(spelled, component);
   }
   return spelled.empty() ? ustring(u"/") : spelled;
 }
@@ -126,8 +127,8 @@ ustring SpellPathOfFileIRI(std::u16string_view iriText, StrayPercent strayPercen
   const std::u16string_view path = PathOfFileIRI(iriText);
   if (IsSpelled(path)) return ustring(path);
   CheckEscapes(path, strayPercent, iriText);
-  // Lone surrogates are refused before escapes are decoded: the unit of an escaped byte would
-  // complete a pair with one that stands in front of it.
+  // Lone surrogates must be refused before escapes are decoded: a lead surrogate and the unit for
+  // an escaped byte after it would then form a valid pair.
   const ustring joined = WithBytesJoined(path, iriText);
   return SpellNativePath(DecodeEscapes(joined, Undecodable::AsByte));
 }

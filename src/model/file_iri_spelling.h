@@ -8,26 +8,26 @@
 
 namespace foundation::storage::vfs::detail {
 
-// How a path is written in a "file" IRI: each path in one way only; see `AbsoluteIRI`. Lone
-// surrogates U+DC80..U+DCFF are bytes that are not UTF-8; see `TextFromBytes`.
+// To spell a path is to write it as `AbsoluteIRI` has it in a "file" IRI: each path in one way
+// only. Lone surrogates U+DC80..U+DCFF are bytes that are not UTF-8; see `TextFromBytes`.
 
 /// What a "%" that begins no escape means.
 enum class StrayPercent : std::uint8_t { Invalid, Literal };
 
 /// Spells a native path, in which nothing is an escape.
-/// Precondition: it begins with "/".
+/// Precondition: `nativePath` begins with "/".
 /// Errors: `InvalidIRIException` for a NUL or a lone surrogate outside U+DC80..U+DCFF.
 [[nodiscard]] ustring SpellNativePath(std::u16string_view nativePath);
 
 /// Spells the path of the "file" IRI `iriText`; "/" when it has none.
 /// Precondition: the text begins with "file:".
 ///
-/// Errors: `InvalidIRIException` as for a native path, also for "%00", "%2F", an invalid "%", an
-/// authority other than none or "localhost", and a path that does not begin with "/".
+/// Errors: `InvalidIRIException` as for a native path, and also for "%00", "%2F", a stray "%" that
+/// is `Invalid`, an authority that is not "localhost", and a path that does not begin with "/".
 [[nodiscard]] ustring SpellPathOfFileIRI(std::u16string_view iriText, StrayPercent strayPercent);
 
-/// `path`, which is spelled already, without ".." components; one above the root is dropped, as the
-/// file system does.
+/// The already spelled `path` without ".." components; ".." above the root is dropped, as the file
+/// system does.
 [[nodiscard]] ustring WithoutDotSegments(std::u16string_view path);
 
 }  // namespace foundation::storage::vfs::detail

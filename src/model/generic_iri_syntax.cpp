@@ -23,9 +23,9 @@ constexpr std::size_t kLongestIRI = 64UL * 1024;  // in bytes
 
 constexpr std::u16string_view kNeverLiteral = u" \"<>\\^`{|}\x7F";
 
-// Stands before a path that begins with "//": without it the path of "ab:/.//c" would become the
-// authority of "ab://c".
-constexpr std::u16string_view kNoAuthority = u"/.";
+// Put before a path that begins with "//" in an IRI without an authority: else "ab:/.//c" would
+// become "ab://c", in which "c" is the authority.
+constexpr std::u16string_view kNoAuthorityMark = u"/.";
 
 constexpr bool IsAlpha(char16_t unit) {
   return (unit >= u'a' && unit <= u'z') || (unit >= u'A' && unit <= u'Z');
@@ -36,13 +36,14 @@ constexpr bool IsSchemeUnit(char16_t unit) {
          unit == u'.';
 }
 
-/// Where the authority ends, which is the one place where brackets may be literal.
+/// Where the authority ends, or `afterScheme` when there is none. Only in the authority may
+/// brackets be literal.
 std::size_t AuthorityEnd(std::u16string_view text, std::size_t afterScheme) {
   if (!text.substr(afterScheme).starts_with(u"//")) return afterScheme;
   return std::min(text.find_first_of(u"/?#", afterScheme + 2), text.size());
 }
 
-/// `text` with every character escaped that no IRI may hold, characters beyond ASCII kept.
+/// `text` with every character escaped that no IRI may hold. Characters beyond ASCII are kept.
 ustring WithIllegalEscaped(std::u16string_view text) {
   const auto bytes = Corvane::PathManagement::BytesFromText(text);
   if (!bytes || text.find(u'\0') != text.npos) {
@@ -56,6 +57,7 @@ ustring WithIllegalEscaped(std::u16string_view text) {
     const bool isBracket = (unit == u'[' || unit == u']') && at >= authorityEnd;
     if (unit < 0x20 || isBracket || kNeverLiteral.find(unit) != kNeverLiteral.npos ||
         IsByteAt(joined, at)) {
+      // The low byte of a unit for a byte is that byte.
       AppendEscape(escaped, static_cast<std::uint8_t>(unit & 0xFFU));
     } else {
       escaped.push_back(unit);
@@ -78,7 +80,8 @@ std::string InAscii(std::u16string_view escaped) {
   return ascii;
 }
 
-/// Owns what the parser allocates for one text.
+/// Owns what the parser allocates for one text. Once the text is parsed, the parser fails only when
+/// memory runs out.
 class ParsedIRI {
  public:
   ParsedIRI(std::u16string_view text, const std::string& ascii) {
@@ -117,8 +120,8 @@ class ParsedIRI {
   UriUriA uri = {};
 };
 
-/// `path` as RFC 3986 removes dot segments from it. Each segment is taken with the separator after
-/// it, so that "/a/.." keeps its last one.
+/// `path` without dot segments, as RFC 3986 removes them. A segment is removed with the separator
+/// after it, not before it, so that "/a/b/.." becomes "/a/".
 ustring PathWithoutDotSegments(std::u16string_view path) {
   const std::size_t rootLength = path.starts_with(u'/') ? 1 : 0;
   ustring plain(path.substr(0, rootLength));
@@ -131,8 +134,8 @@ ustring PathWithoutDotSegments(std::u16string_view path) {
     path.remove_prefix(written.size());
     if (segment == u"..") {
       if (plain.size() == rootLength) continue;
-      plain.pop_back();  // the separator after the segment that goes
-      plain.resize(plain.rfind(u'/') + 1);
+      plain.pop_back();                     // the separator after the segment to be removed
+      plain.resize(plain.rfind(u'/') + 1);  // npos + 1 is 0
     } else if (segment != u".") {
       plain.append(written);
     }
@@ -140,7 +143,7 @@ ustring PathWithoutDotSegments(std::u16string_view path) {
   return plain;
 }
 
-/// The parser writes those of hosts in lower case.
+/// The parser writes the escapes in hosts in lower case.
 void WriteEscapesInUpperCase(ustring& text) {
   for (std::size_t at = text.find(u'%'); at != text.npos; at = text.find(u'%', at + 1)) {
     if (const auto byte = EscapeAt(text, at)) {
@@ -182,7 +185,7 @@ ustring NormalizeGenericIRI(std::u16string_view text) {
   const std::size_t afterScheme = SchemeLength(text) + 1;
   const bool hadAuthority = ascii.compare(afterScheme, 2, "//") == 0;
   if (!hadAuthority && normal.compare(afterScheme, 2, u"//") == 0) {
-    normal.insert(afterScheme, kNoAuthority);
+    normal.insert(afterScheme, kNoAuthorityMark);
   }
   WriteEscapesInUpperCase(normal);
   return normal;
@@ -195,7 +198,7 @@ ustring GenericIRIWithoutDotSegments(std::u16string_view text) {
       PathWithoutDotSegments(whole.substr(iri.pathBegin, iri.pathEnd - iri.pathBegin));
   ustring plain(whole.substr(0, iri.pathBegin));
   const bool hasAuthority = iri.pathBegin > SchemeLength(whole) + 1;
-  if (!hasAuthority && path.starts_with(u"//")) plain.append(kNoAuthority);
+  if (!hasAuthority && path.starts_with(u"//")) plain.append(kNoAuthorityMark);
   return plain.append(path).append(whole.substr(iri.pathEnd));
 }
 

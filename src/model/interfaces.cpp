@@ -1,4 +1,4 @@
-// The destructors of the interfaces: one vtable each, in the library.
+// The destructors of the interfaces, defined here so that each vtable is in the library once.
 
 #include "searchpath/model/path.h"
 #include "searchpath/model/path_entry.h"

@@ -7,7 +7,7 @@
 
 namespace foundation::storage::vfs::detail {
 
-/// Takes the first component that is not empty from `rest`; empty at the end.
+/// Removes the first non-empty component from `rest`, and returns it; "" when there is none.
 template <class Unit>
 [[nodiscard]] std::basic_string_view<Unit> TakeComponent(
     std::basic_string_view<Unit>& rest) noexcept {

@@ -21,8 +21,8 @@ constexpr int HexValue(char16_t unit) {
   return -1;
 }
 
-/// The bytes of the escapes that stand one after the other from `begin` on, up to one that is kept
-/// since it would name another file.
+/// The bytes of the unbroken run of escapes that begins at `begin`. The run ends before an escape
+/// that is kept since it would name another file.
 std::string BytesOfRun(std::u16string_view text, std::size_t begin, Undecodable undecodable) {
   std::string bytes;
   while (const auto byte = EscapeAt(text, begin + 3 * bytes.size())) {
@@ -69,10 +69,9 @@ std::optional<std::uint8_t> EscapeAt(std::u16string_view text, std::size_t at) n
 ustring DecodeEscapes(std::u16string_view text, Undecodable undecodable) {
   ustring decoded;
   decoded.reserve(text.size());
-  std::size_t begin = 0;  // of what has not been decoded
+  std::size_t begin = 0;  // of what is not yet decoded; stays at a "%" that is not to be decoded
   for (auto at = text.find(u'%'); at != text.npos; at = text.find(u'%', std::max(begin, at + 1))) {
-    const std::size_t literalEnd = at;
-    decoded += text.substr(begin, literalEnd - begin);
+    decoded += text.substr(begin, at - begin);
     begin = DecodeRun(text, at, undecodable, decoded);
   }
   decoded += text.substr(begin);

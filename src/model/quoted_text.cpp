@@ -13,8 +13,8 @@ namespace {
 
 constexpr std::size_t kLongestQuoted = 200;  // in code units
 
-/// Whether `unit` would not be seen as itself: a control, half of a pair, or one that changes the
-/// direction in which all that follows is written.
+/// Whether `unit` could not be shown as itself: a control, a surrogate, or a mark that changes the
+/// writing direction of the text after it.
 bool IsEscaped(char16_t unit) {
   const bool isControl = unit < 0x20 || (unit >= 0x7F && unit < 0xA0);
   const bool turnsDirection = unit == 0x061C || unit == 0x200E || unit == 0x200F ||

@@ -7,7 +7,7 @@
 
 namespace foundation::storage::vfs::detail {
 
-/// The exception that says what is wrong with which text and, unless `advice` is empty, what helps.
+/// The exception with the message `invalid IRI "text": complaint; advice`. `advice` may be empty.
 [[nodiscard]] InvalidIRIException InvalidIRI(std::string_view complaint, std::u16string_view text,
                                              std::string_view advice);
 

@@ -12,13 +12,14 @@
 
 namespace Corvane::PathManagement::detail {
 
-/// Calls append(bytes, count) for the bytes that `text` stands for, a character at a time, in
-/// order. Returns false at a lone surrogate outside U+DC80..U+DCFF.
+/// Calls append(bytes, count) with the bytes of each character of `text`, in order. Stops and
+/// returns false at a lone surrogate outside U+DC80..U+DCFF.
 template <class Append>
 bool EncodeText(std::u16string_view text, const Append& append) {
   const std::size_t size = text.size();
   for (std::size_t at = 0; at < size;) {
     const char16_t unit = text[at++];
+    // Pairs are taken as a whole below, so a trailing surrogate seen here is a lone one.
     if (unit < 0x80 || IsUnitForByte(unit)) {
       const char byte = unit < 0x80 ? static_cast<char>(unit) : ByteForUnit(unit);
       append(&byte, 1);

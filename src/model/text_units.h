@@ -25,7 +25,7 @@ namespace Corvane::PathManagement::detail {
   return static_cast<char>(unit - 0xDC00);
 }
 
-/// Whether the unit at `at` stands for a byte: half of a pair of surrogates does not.
+/// Whether the unit at `at` stands for a byte: the second half of a surrogate pair does not.
 [[nodiscard]] constexpr bool IsByteAt(std::u16string_view text, std::size_t at) noexcept {
   return IsUnitForByte(text[at]) && (at == 0 || !U16_IS_LEAD(text[at - 1]));
 }

@@ -23,9 +23,10 @@ using detail::WithoutInterruption;
 
 constexpr mode_t kModeOfNewFiles = 0666;
 constexpr mode_t kPermissions = 0777;
-constexpr int kMostNames = 100;  // even a second one is hardly ever needed
+constexpr int kMostNames = 100;  // to try; even a second one is hardly ever needed
 
-/// The permissions of the file that is going to be replaced; empty when there is none.
+/// The permissions of the regular file that is to be replaced; empty when there is none, or a link.
+/// Raises when the target must not be replaced.
 std::optional<mode_t> OldPermissions(const std::string& target) {
   if (target.empty() || target.ends_with('/')) {
     throw PathError(target.empty() ? ENOENT : EISDIR, "cannot write", target);
@@ -44,7 +45,8 @@ std::optional<mode_t> OldPermissions(const std::string& target) {
   return status.st_mode & kPermissions;
 }
 
-/// The file is in place, so a failure here is none: some file systems cannot do it.
+/// Brings the new name to the disk. Failures are ignored: the file is already in place, and some
+/// file systems cannot sync a folder.
 void SyncFolder(const path& folder) {
   const std::string name = folder.native().empty() ? "." : NativeBytes(folder.native());
   const Descriptor readable(
@@ -52,7 +54,7 @@ void SyncFolder(const path& folder) {
   if (readable.IsOpen()) WithoutInterruption([&] { return fsync(readable.Get()); });
 }
 
-/// A file beside the target, removed again unless it has taken the target's place.
+/// A file beside the target. Its destructor removes it unless `PutInPlace` has succeeded.
 class Temporary {
  public:
   Temporary(const path& targetFile, const ustring& prefix, const ustring& suffix)
@@ -63,7 +65,7 @@ class Temporary {
       name = tmpnam(folder, prefix, suffix);
       Create(old.value_or(kModeOfNewFiles));
     }
-    // The umask may have narrowed them. Where they cannot be set they stay narrow, which is safe.
+    // The umask may have taken permissions away. A failure to restore them is safe: fewer remain.
     if (old) static_cast<void>(fchmod(descriptor.Get(), *old));
   }
   Temporary(const Temporary&) = delete;
@@ -78,8 +80,8 @@ class Temporary {
     return PathError(error, complaint, targetBytes);
   }
 
-  /// Brings the content to the disk before the name leads to it, and then the name: no power cut
-  /// finds an empty file.
+  /// Brings the content to the disk first, then renames the file, then brings the name to the disk:
+  /// so the target is never an empty file after a power cut.
   void PutInPlace() {
     if (WithoutInterruption([&] { return fsync(descriptor.Get()); }) != 0) {
       throw Error(errno, "cannot bring to the disk");
@@ -95,7 +97,7 @@ class Temporary {
   }
 
  private:
-  /// Leaves the descriptor closed when somebody else has just taken the name.
+  /// Creates the file `name`. Leaves the descriptor closed when a file of that name exists.
   void Create(mode_t mode) {
     constexpr int flags = O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC;
     const std::string bytes = NativeBytes(name.native());
@@ -136,7 +138,8 @@ std::ostream& AtomicFileWriter::Stream() noexcept { return parts->stream; }
 void AtomicFileWriter::Commit() {
   Temporary& temporary = parts->temporary;
   if (!parts->buffer.Flush()) throw temporary.Error(parts->buffer.FirstError(), "cannot write");
-  // Whoever wrote has switched the stream's exceptions off and overlooked a failure.
+  // The stream failed though the buffer did not, and the caller has overlooked it, with the
+  // stream's exceptions caught or switched off.
   if (parts->stream.fail()) throw temporary.Error(EIO, "cannot write all of");
   temporary.PutInPlace();
 }

@@ -19,8 +19,8 @@ namespace {
 
 std::error_code LastError() { return {errno, std::generic_category()}; }
 
-/// Looks at the present name of `walk`, and follows it when it is a link. Returns the error that
-/// ends the walk, if any.
+/// Looks at the present name of `walk`, and follows it if it is a link. Returns the error that ends
+/// the walk, if there is one.
 std::error_code LookAndFollow(LinkWalk& walk) {
   struct stat status = {};
   if (lstat(walk.GetPath().c_str(), &status) != 0) return LastError();
@@ -65,7 +65,7 @@ CanonicalPath LinkResolver::Resolve(const std::string& path) {
   if (!folder) return ResolveLinks(path);
   folder->append("/").append(name);
   struct stat status = {};
-  // Of a link, and of what cannot be asked about, the whole way counts.
+  // A link, or a name that cannot be looked at, needs the whole walk.
   if (lstat(folder->c_str(), &status) != 0 || S_ISLNK(status.st_mode)) return ResolveLinks(path);
   return {*std::move(folder), {}};
 }

@@ -15,7 +15,7 @@ namespace foundation::storage::vfs::detail {
 /// A native path with its links resolved, as bytes.
 struct CanonicalPath {
   std::string bytes;
-  std::error_code error;  // what ended the walk; none when the whole path exists
+  std::error_code error;  // why resolution stopped; none when the whole path exists
 };
 
 /// The exception that names `path` and the error that stopped its resolution.
@@ -27,8 +27,8 @@ struct CanonicalPath {
 /// Errors: `Exception` for a loop of links and for I/O errors.
 [[nodiscard]] CanonicalPath ResolveLinks(std::string_view path);
 
-/// Does the same for many paths. What is asked about the folders that they stand in is kept: most
-/// paths cost one question about the last name.
+/// Does the same for many paths, and remembers their folders. So most paths cost one system call,
+/// for the last name.
 ///
 /// Threads: all operations, from any thread.
 class LinkResolver {
@@ -37,7 +37,7 @@ class LinkResolver {
   [[nodiscard]] CanonicalPath Resolve(const std::string& path);
 
  private:
-  /// Empty when it does not exist as a whole.
+  /// The canonical path of a folder, "" for the root; empty when it cannot be resolved to its end.
   using Folder = std::optional<std::string>;
 
   [[nodiscard]] Folder FolderAt(const std::string& path);

@@ -9,7 +9,7 @@
 
 namespace fl::filesystem::detail {
 
-/// Postpones the cancellation of this thread. In the middle of a call on a file it would lose a
+/// Postpones the cancellation of this thread. During a call on a file, a cancellation would leak a
 /// file that has just been opened, or unwind a destructor that is closing one.
 class CancellationPause {
  public:
@@ -37,7 +37,8 @@ class Descriptor {
   [[nodiscard]] int Get() const noexcept { return number; }
   [[nodiscard]] int Release() noexcept { return std::exchange(number, -1); }
 
-  /// Returns the errno of a failure, else 0. Whatever it returns, the descriptor is gone.
+  /// Returns the errno of a failure, else 0. The descriptor is closed in any case, also after
+  /// EINTR, which therefore counts as success.
   [[nodiscard]] int Close() noexcept {
     if (!IsOpen()) return 0;
     const CancellationPause pause;
@@ -48,7 +49,7 @@ class Descriptor {
   int number;  // negative when there is none
 };
 
-/// Repeats a system call until no signal has interrupted it, and keeps cancellations off meanwhile.
+/// Repeats a system call until no signal interrupts it. Postpones cancellation meanwhile.
 template <class Call>
 auto WithoutInterruption(const Call& call) {
   const CancellationPause pause;

@@ -7,18 +7,18 @@
 
 namespace fl::filesystem::detail {
 
-/// Collects what is written to a file. `std::filebuf` forgets a failed write when it is used
-/// without its stream, and when the last write is a big one. This buffer remembers the failure, and
-/// writes nothing after it.
+/// Collects bytes and writes them to a file. After a failed write it remembers the error and writes
+/// nothing more. `std::filebuf` forgets the failure when it is used without its stream, or when the
+/// last write is a big one.
 class DescriptorBuffer final : public std::streambuf {
  public:
-  /// The caller keeps the descriptor, and keeps it open.
+  /// The caller still owns the descriptor, and keeps it open.
   explicit DescriptorBuffer(int openDescriptor);
 
   /// The errno of the first failure; 0 while there is none.
   [[nodiscard]] int FirstError() const noexcept { return firstError; }
 
-  /// Hands all bytes to the kernel. False when this fails, or anything failed before.
+  /// Hands all bytes to the kernel. Returns false when this or an earlier write fails.
   bool Flush();
 
  protected:

@@ -15,7 +15,7 @@ class basic_diagnostic_logger::SharedSink {
 
   void Set(std::shared_ptr<const DiagnosticSink> newSink) {
     const std::lock_guard lock(mutex);
-    sink.swap(newSink);
+    sink.swap(newSink);  // so that the old sink is destroyed after the lock is released
     isThere = sink != nullptr;
   }
 
@@ -32,7 +32,7 @@ basic_diagnostic_logger::basic_diagnostic_logger(std::string_view loggerName)
 
 basic_diagnostic_logger::~basic_diagnostic_logger() = default;
 
-// Made by the first logger, so that static objects find it in whatever order they are made.
+// Made when the first logger needs it, so that static loggers may be made in any order.
 const std::shared_ptr<basic_diagnostic_logger::SharedSink>& basic_diagnostic_logger::CommonSink() {
   static const auto commonSink = std::make_shared<SharedSink>();
   return commonSink;

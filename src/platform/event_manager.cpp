@@ -19,16 +19,15 @@ class EventStream {
 
 namespace {
 
-/// The streams in use, by id: the one thing in this library that outlives its calls. It keeps no
-/// stream alive.
+/// The streams in use, by id. Does not keep them alive.
 struct StreamRegistry {
   std::mutex mutex;  // guards streams
   std::map<EventMgrId, std::weak_ptr<EventStream>> streams;
 };
 
 StreamRegistry& TheStreamRegistry() {
-  // Never destroyed, since the program's statics may still subscribe and publish when the statics
-  // of this library are gone.
+  // Never destroyed: the program's static objects may still subscribe and publish after those of
+  // this library are destroyed.
   static StreamRegistry& registry = *new StreamRegistry;
   return registry;
 }
@@ -57,7 +56,7 @@ class Subscription::Connection {
       : stream(std::move(sharedStream)), connection(stream->signal.connect(handler)) {}
 
  private:
-  // As long as somebody listens, managers made later have to join this stream.
+  // Keeps the stream alive while a handler is subscribed, so that later managers join this stream.
   std::shared_ptr<detail::EventStream> stream;
   boost::signals2::scoped_connection connection;
 };
@@ -77,7 +76,7 @@ EventMgr::~EventMgr() = default;
 
 void EventMgr::publish(std::unique_ptr<Event> event) {
   assert(event != nullptr);
-  // A handler may destroy this manager, and with it the last hold on the stream.
+  // A handler may destroy this manager, which may be the last owner of the stream.
   const std::shared_ptr<detail::EventStream> kept = stream;
   kept->signal(*event);
 }

@@ -44,7 +44,7 @@ ustring RandomDigits() {
   return digits;
 }
 
-/// A buffer that is not open unless `pathname` is a regular file; `error` then says why.
+/// A buffer that reads `pathname`. Not open unless that is a regular file; `error` then says why.
 std::unique_ptr<FileBuffer> OpenBuffer(const path& pathname, std::error_code& error) try {
   const std::string bytes = detail::NativeBytes(pathname.native());
   detail::Descriptor file = detail::OpenRegularFile(
@@ -56,7 +56,7 @@ std::unique_ptr<FileBuffer> OpenBuffer(const path& pathname, std::error_code& er
   if (error) return std::make_unique<FileBuffer>();
   auto opened = std::make_unique<FileBuffer>(file.Get(), std::ios_base::in | std::ios_base::binary,
                                              kBufferSize);
-  if (opened->is_open()) static_cast<void>(file.Release());  // it is the buffer's now
+  if (opened->is_open()) static_cast<void>(file.Release());  // now the buffer owns it
   return opened;
 } catch (const std::system_error& noName) {
   error = noName.code();
@@ -84,8 +84,8 @@ void rename(const path& from, const path& to) {
 }
 
 bool remove(const path& pathname) noexcept {
-  std::array<char, PATH_MAX> name =
-      {};  // on the stack: what was made is removed without memory, too
+  // On the stack, so that a file can be removed even when memory has run out.
+  std::array<char, PATH_MAX> name = {};
   std::size_t size = 0;
   const bool isName = Corvane::PathManagement::detail::EncodeText(
       pathname.native(), [&](const char* bytes, std::size_t count) {
@@ -134,7 +134,7 @@ ustring extract_extension(const path& pathname) {
   const auto lastSeparator = text.find_last_of(Constants::PathnameSeparatorStr);
   const std::size_t nameBegin = lastSeparator == ustring::npos ? 0 : lastSeparator + 1;
   const auto dot = text.rfind(u'.');
-  // A dot that leads the name hides the file; it begins no extension.
+  // A dot that begins the name hides the file, and does not begin an extension.
   return dot == ustring::npos || dot <= nameBegin ? ustring() : text.substr(dot);
 }
 

@@ -1,4 +1,5 @@
-// The destructors of the interfaces and of what they raise: one vtable each, in the library.
+// The destructors of the interfaces and of what they raise, defined here so that each vtable is in
+// the library once.
 
 #include "searchpath/platform/exception.h"
 #include "searchpath/platform/main_search_path_manager.h"

@@ -12,7 +12,7 @@ namespace foundation::storage::vfs::detail {
 
 namespace {
 
-constexpr int kMostLinks = 40;  // as many as the kernel follows
+constexpr int kMostLinks = 40;  // the limit of the kernel
 
 }  // namespace
 

@@ -8,8 +8,8 @@
 
 namespace foundation::storage::vfs::detail {
 
-/// Walks a native path as the kernel does, name by name, through the links that it meets. It asks
-/// the disk nothing: the caller looks at each name and says what it is.
+/// Walks a native path as the kernel does, name by name, through the links on the way. It does not
+/// access the disk: the caller looks at each name, and calls `Follow` when the name is a link.
 class LinkWalk {
  public:
   /// `path` is absolute.
@@ -20,36 +20,37 @@ class LinkWalk {
   LinkWalk(const LinkWalk&) = delete;
   LinkWalk& operator=(const LinkWalk&) = delete;
 
-  /// Goes on to the next name. The one before it is a folder, unless `Follow` has said otherwise.
-  /// False at the end.
+  /// Goes on to the next name. The name before it counts as a folder, unless `Follow` was called
+  /// for it. Returns false at the end of the path.
   bool Next();
 
-  /// The path so far, without links, the present name at its end; "" is the root.
+  /// The path up to and including the present name, without links before it; "" is the root.
   [[nodiscard]] const std::string& GetPath() const noexcept { return resolved; }
-  /// The folder in which the present name stands; "" is the root.
+  /// The folder that holds the present name; "" is the root.
   [[nodiscard]] std::string_view GetFolder() const noexcept {
     return std::string_view(resolved).substr(0, parentLength);
   }
   [[nodiscard]] std::string_view GetName() const noexcept {
     return std::string_view(resolved).substr(parentLength + 1);
   }
-  /// What comes behind the present name.
+  /// What comes after the present name.
   [[nodiscard]] std::string_view GetRest() const noexcept { return rest; }
 
-  /// The present name is a link to `target`. Returns false, and stays, when it is one link more
-  /// than the kernel follows.
+  /// To be called when the present name is a link to `target`. Returns false, and stays where it
+  /// is, after more links than the kernel follows.
   [[nodiscard]] bool Follow(std::string target);
 
  private:
-  std::string buffer;            // what rest is a view of
+  std::string buffer;            // holds the text that rest views
   std::string_view rest;         // still to be walked
   std::string resolved;          // without links
   std::size_t parentLength = 0;  // of the present name's folder
   int linksFollowed = 0;
 };
 
-/// The target of the link `path`, from `folder` on, which is open or AT_FDCWD; with an `error` when
-/// there is no link any more. An empty `path` is the link that `folder` has open.
+/// The target of the link `path`, which is relative to `folder`, an open descriptor or AT_FDCWD. An
+/// empty `path` means the link that `folder` itself has open. On failure, for example when the link
+/// is gone, the target is "" and `error` is set.
 [[nodiscard]] std::string ReadLink(int folder, const char* path, std::error_code& error);
 
 }  // namespace foundation::storage::vfs::detail

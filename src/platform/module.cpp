@@ -8,8 +8,8 @@ namespace Corvane::PathManagement::detail {
 
 namespace {
 
-/// The folder of the library that holds a copy of this function. Asked for by hand: the loader does
-/// not expand $ORIGIN as meant when a sanitizer stands between it and the library.
+/// The folder of the library that this function is linked into, with a "/" at its end. $ORIGIN
+/// would not do: a sanitizer that intercepts `dlopen` makes the loader expand it to another folder.
 std::string FindOwnFolder() {
   Dl_info library = {};
   if (dladdr(reinterpret_cast<const void*>(&FindOwnFolder), &library) == 0) return {};

@@ -3,12 +3,12 @@
 
 namespace Corvane::PathManagement::detail {
 
-/// The function `name` of a module: a part of this library that stands on another library which few
-/// programs need. It is the file `module` in the folder "searchpath" beside this library, and stays
-/// open once it has been opened.
+/// The function `name` of a module: a part of this library that depends on another library, which
+/// few programs need. The module is the file `module` in the folder "searchpath" beside this
+/// library. Once opened it stays open. Never null.
 ///
 /// Threads: from any thread.
-/// Errors: `std::runtime_error` when there is no such module or it cannot be opened.
+/// Errors: `std::runtime_error` when the module cannot be opened or does not have the function.
 [[nodiscard]] void* FindInModule(const char* module, const char* name);
 
 }  // namespace Corvane::PathManagement::detail

@@ -10,17 +10,19 @@
 
 namespace fl::filesystem::detail {
 
-/// Why `file` is no regular file that is open; no error when it is one.
+/// Why `file` is not an open regular file; no error when it is one.
+/// Precondition: when `file` is not open, errno is that of the attempt to open it.
 [[nodiscard]] std::error_code WhyNotRegular(const Descriptor& file);
 
 /// Opens a regular file for reading, and nothing else: to open a FIFO may take for ever, and to
-/// open a device may already do something. `open` opens the file with the flags that it is given.
+/// open a device may already do something. `open` takes flags and returns a `Descriptor`.
 ///
-/// Not open on failure; `error` then says why.
+/// On failure, the returned descriptor is not open and `error` says why.
 template <class Open>
 [[nodiscard]] Descriptor OpenRegularFile(const Open& open, std::error_code& error) {
   Descriptor file(-1);
-  // Looked at without being opened, and again when it is open: another may be in its place by then.
+  // First with O_PATH, which does not open the file itself. Checked again when it is open, since
+  // another file may be in its place by then.
   for (const int flags : {O_PATH, O_RDONLY | O_NONBLOCK | O_NOCTTY}) {
     Descriptor next = open(flags | O_CLOEXEC);
     error = WhyNotRegular(next);

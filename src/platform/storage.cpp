@@ -10,7 +10,7 @@ namespace foundation::storage::vfs {
 
 namespace {
 
-/// There are no links to mind, so ".." means the same as text.
+/// Other schemes have no links, so ".." can be removed from the text.
 CanonicalAbsoluteIRI CanonicalIRIOfOtherScheme(const AbsoluteIRI& location) {
   return {AbsoluteIRI(detail::GenericIRIWithoutDotSegments(location.toStringView())), u""};
 }

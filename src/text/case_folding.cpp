@@ -27,7 +27,7 @@ bool AreSameFolded(std::u16string_view left, std::u16string_view right) {
 }
 
 ustring Fold(const ustring& text) {
-  ustring folded(text.size() * 3, u'\0');  // no character folds to more units
+  ustring folded(text.size() * 3, u'\0');  // no unit folds to more than three
   UErrorCode status = U_ZERO_ERROR;
   const std::int32_t length = u_strFoldCase(folded.data(), LengthOf(folded), text.data(),
                                             LengthOf(text), U_FOLD_CASE_DEFAULT, &status);

@@ -8,19 +8,20 @@
 
 namespace Corvane::PathManagement::detail {
 
-/// Full Unicode case folding, for text that is not all ASCII. As pointers to functions, since the
-/// code may be in a module that is opened at the first use, see `FindInModule`.
+/// Full Unicode case folding, for text that is not all ASCII. These are pointers to functions,
+/// since the code may be in a module that is opened at the first use, see `FindInModule`.
 ///
-/// Errors: both raise `std::length_error` for a text of more than 2^31 units.
+/// Errors: `std::length_error` for texts that are too long to be compared (2^31 units or more) or
+/// to be folded (more than 2^31 / 3 units).
 struct CaseFolding {
   bool (*areSameFolded)(std::u16string_view left, std::u16string_view right);
   /// Keeps every lone surrogate.
   ustring (*fold)(const ustring& text);
 };
 
-/// Never null; a pointer, since functions with C linkage return no reference.
+/// Never null. It returns a pointer, since a function with C linkage should not return a reference.
 ///
-/// Errors: `std::runtime_error` when it is in a module that cannot be opened.
+/// Errors: `std::runtime_error` when the code is in a module that cannot be opened.
 extern "C" SEARCHPATH_EXPORT const CaseFolding* SearchpathCaseFolding();
 
 }  // namespace Corvane::PathManagement::detail

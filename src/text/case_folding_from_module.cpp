@@ -3,7 +3,7 @@
 
 namespace Corvane::PathManagement::detail {
 
-// Stands in the library for the function of the same name in the module.
+// The library's version of this function: it calls the function of the same name in the module.
 extern "C" const CaseFolding* SearchpathCaseFolding() {
   static const auto* const loaded = reinterpret_cast<decltype(&SearchpathCaseFolding)>(
       FindInModule("case_folding.so", "SearchpathCaseFolding"))();

@@ -15,8 +15,7 @@ constexpr char16_t FoldAscii(char16_t unit) {
 
 bool AreSameIgnoringCase(std::u16string_view left, std::u16string_view right) {
   for (std::size_t at = 0; at < left.size() && at < right.size(); ++at) {
-    // From the first character beyond ASCII on, one may fold to several. What stands before is
-    // equal.
+    // A character beyond ASCII may fold to several, so the rest cannot be compared unit by unit.
     if (left[at] >= 0x80 || right[at] >= 0x80) {
       return detail::SearchpathCaseFolding()->areSameFolded(left.substr(at), right.substr(at));
     }

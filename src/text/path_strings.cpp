@@ -16,7 +16,7 @@ ustring EraseThroughRoot(ustring text, const ustring& root) {
   const std::size_t position = text.find(root);
   // Thrown here, since the text of the standard library's own error differs between libraries.
   if (position == ustring::npos) throw std::out_of_range("invalid string position");
-  // Not only |root| units, but p more: callers rely on this where the root does not stand in front.
+  // The count is not only |root|: callers rely on this where the root is not in front.
   text.erase(position, position + root.size());
   return text;
 }

@@ -5,8 +5,8 @@
 
 namespace Corvane::PathManagement::detail {
 
-/// `text` without the p + |root| units from p on, where p is the place of the first `root` in it: a
-/// root in front is taken off.
+/// `text` without a `root` at its beginning. Where the first `root` is at a later position p, it
+/// erases p + |root| units from p on: "abcRefghij" without "R" is "abchij".
 ///
 /// Errors: `std::out_of_range` when `root` does not occur.
 [[nodiscard]] ustring EraseThroughRoot(ustring text, const ustring& root);

@@ -24,9 +24,9 @@ namespace Corvane::PathManagement::detail {
     return units;
   };
   const std::size_t last = text.size() - count;
-  auto found = Units{} != Units{};  // all zeros; a separator sets bits
+  auto found = Units{} != Units{};  // all zeros, of the type of a comparison; separators set bits
   for (const std::uint16_t separator : Constants::PathnameSeparatorStr) {
-    found |= load(last) == separator;
+    found |= load(last) == separator;  // the last 8 units, which may overlap the loop's
     for (std::size_t at = 0; at < last; at += count) found |= load(at) == separator;
   }
   const auto halves = std::bit_cast<Halves>(found);

@@ -11,7 +11,7 @@
 
 namespace Corvane::PathManagement::detail {
 
-/// A token as a view of the text that it stands in, for the tokenizer to assign to.
+/// A token as a view into the text. The tokenizer calls `assign`.
 class TokenView {
  public:
   void assign(const char16_t* begin, const char16_t* end) noexcept {
@@ -24,8 +24,8 @@ class TokenView {
   std::u16string_view view;
 };
 
-/// Calls `take` with a view of each token of `text`, in order. Every unit of `delimiters` separates
-/// by itself; empty tokens are dropped.
+/// Calls `take` with a view of each token of `text`, in order. Every single unit of `delimiters` is
+/// a separator; empty tokens are dropped.
 template <class Take>
 void ForEachToken(std::u16string_view text, const ustring& delimiters, const Take& take) {
   using Separator = boost::char_separator<char16_t>;

@@ -18,21 +18,21 @@ struct IRIRepresentation;
 
 /// The absolute identifier of a folder or file, in one spelling.
 ///
-/// The spelling is made at construction. In a "file" IRI the bytes of the path are decoded and
-/// written again, as "%XX" in upper case those that are ASCII blanks or controls, no UTF-8, or one of
+/// The constructor makes the spelling. The path of a "file" IRI is decoded and escaped anew: ASCII
+/// blanks and controls, bytes that are not UTF-8, and the characters
 ///
 ///     " # % < > ? [ ] \ ^ ` { | }
 ///
-/// and as they are all others ("%2Bpkg" is "+pkg"); doubled and trailing separators and "."
-/// components are folded; ".." stays, since removing it changes the meaning behind a link. The
-/// authority is dropped when it is "localhost". IRIs of other schemes keep their text, with
-/// characters escaped that no IRI may hold. Schemes are case-sensitive: "FILE" is another scheme than
-/// "file".
+/// become "%XX" in upper case. All other characters are written as they are ("%2Bpkg" becomes
+/// "+pkg"). Repeated separators become one; trailing separators and "." components are removed;
+/// ".." stays, since behind a link it does not lead back. The authority "localhost" is dropped. An
+/// IRI of another scheme keeps its text, but characters that no IRI may hold are escaped. Schemes
+/// are case-sensitive: "FILE" is not the scheme "file".
 ///
 /// Two IRIs are equal when their texts are, code unit by code unit.
 ///
-/// A value of one pointer: copies share the text, where its parts begin, and its hash. A moved-from
-/// object may only be assigned or destroyed.
+/// An object is one pointer: its copies share the text, the positions of its parts, and its hash. A
+/// moved-from object may only be assigned or destroyed.
 ///
 /// Threads: immutable; copies may be used and destroyed on any thread.
 /// Errors: each operation that raises says so and raises `InvalidIRIException`.
@@ -53,7 +53,7 @@ class SEARCHPATH_EXPORT AbsoluteIRI {
   /// Leaves `other` to be assigned or destroyed only.
   AbsoluteIRI(AbsoluteIRI&& other) noexcept : shared(std::exchange(other.shared, nullptr)) {}
   AbsoluteIRI& operator=(const AbsoluteIRI& other) noexcept;
-  /// What is assigned from gets the old value.
+  /// Leaves the old value of this object in `other`.
   AbsoluteIRI& operator=(AbsoluteIRI&& other) noexcept {
     std::swap(shared, other.shared);
     return *this;
@@ -66,7 +66,7 @@ class SEARCHPATH_EXPORT AbsoluteIRI {
   /// The IRI above this one.
   /// Errors: this is a root.
   [[nodiscard]] AbsoluteIRI getParent() const;
-  /// Whether this is no root.
+  /// Whether this is not a root.
   [[nodiscard]] bool hasParent() const noexcept;
 
   /// The path, decoded, with a leading "/". An escape is never decoded into a separator or NUL.
@@ -75,8 +75,8 @@ class SEARCHPATH_EXPORT AbsoluteIRI {
   /// The scheme as it was written.
   [[nodiscard]] ustring getScheme() const;
 
-  /// This IRI without ".." components: each takes the component before it away, as text, without
-  /// asking the disk.
+  /// This IRI without ".." components: each is removed together with the component before it, in
+  /// the text alone, without asking the disk.
   /// Errors: ".." above the root.
   [[nodiscard]] AbsoluteIRI getResolvedIRI() const;
 
@@ -86,14 +86,15 @@ class SEARCHPATH_EXPORT AbsoluteIRI {
   /// As `toString`, without a copy. The view lives as long as some copy of this IRI.
   [[nodiscard]] std::u16string_view toStringView() const noexcept;
 
-  /// The decoded path below `above`, components joined by "/".
-  /// Errors: `above` is not above this.
+  /// The decoded path from `above` down to this IRI: "b/c" for "file:///a/b/c" below "file:///a".
+  /// Errors: `above` is not above this IRI.
   [[nodiscard]] ustring makePathRelativeTo(const AbsoluteIRI& above) const;
 
-  /// 64 bits, equal for equal IRIs. Held, not computed. Not stable between versions of the library.
+  /// 64 bits, equal for equal IRIs; another version of the library may give other hashes.
+  /// Cost: none, it is computed at construction.
   [[nodiscard]] std::uint64_t hashValue() const noexcept;
 
-  /// Whether both are spelled alike. Two spellings of one folder differ, see `CanonicalAbsoluteIRI`.
+  /// Whether both texts are equal. Two IRIs of one folder may differ, see `CanonicalAbsoluteIRI`.
   [[nodiscard]] friend bool operator==(const AbsoluteIRI& left, const AbsoluteIRI& right) noexcept {
     return left.shared == right.shared || left.hasSameText(right);
   }
@@ -114,17 +115,17 @@ class SEARCHPATH_EXPORT AbsoluteIRI {
 /// The `hashValue` of an IRI, for hashed containers.
 [[nodiscard]] SEARCHPATH_EXPORT std::size_t hash_value(const AbsoluteIRI& iri) noexcept;
 
-/// The canonical form of an IRI, which is the identity of a folder: an IRI and one further text.
+/// The canonical form of an IRI, which identifies a folder: an IRI and a further text.
 ///
-/// Two canonical IRIs are equal when both parts are. Where only the folder matters, compare them as
-/// `AbsoluteIRI`: convert first, since these operators would be picked silently.
+/// Two canonical IRIs are equal when both parts are. Where only the folder matters, convert both to
+/// `AbsoluteIRI` before you compare them: otherwise the operators of this class are used.
 class SEARCHPATH_EXPORT CanonicalAbsoluteIRI : public AbsoluteIRI {
  public:
   /// `suffix` is the further text, which this library leaves empty.
   CanonicalAbsoluteIRI(const AbsoluteIRI& iri, const ustring& suffix);
   CanonicalAbsoluteIRI(const CanonicalAbsoluteIRI&) = default;
   CanonicalAbsoluteIRI(CanonicalAbsoluteIRI&&) noexcept = default;
-  /// By value, for copies and moves alike, so that what is assigned to itself keeps its value.
+  /// Copies and moves; by value, so that self-assignment is safe.
   CanonicalAbsoluteIRI& operator=(CanonicalAbsoluteIRI other) noexcept {
     text.swap(other.text);
     AbsoluteIRI::operator=(std::move(other));

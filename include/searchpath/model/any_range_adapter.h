@@ -21,14 +21,14 @@ using ReferenceOf = decltype(*boost::begin(std::declval<Range&>()));
 template <class Range>
 concept IsRange = requires { typename ReferenceOf<Range>; };
 
-/// Whether a range of `Element` can refer to what the range holds. A reference to anything else
-/// would refer to a temporary, which is gone when it is read.
+/// Whether a reference to `Element` can refer to the very elements of `Range`. For elements of an
+/// unrelated type it would refer to a converted temporary, which is gone when it is read.
 template <class Range, class Element>
 concept HasElements =
     IsRange<Range> && std::is_reference_v<ReferenceOf<Range>> &&
     std::is_convertible_v<std::remove_reference_t<ReferenceOf<Range>>*, const Element*>;
 
-/// Why a container does not convert; for the compiler to print.
+/// Never defined: the compiler prints this name when it refuses a container.
 struct ElementsOfAnotherTypeWouldBeTemporaries;
 
 /// A range over elements of one type whose container is the caller's choice. Iterators live in 64
@@ -47,7 +47,7 @@ class AnyRangeAdapter : public boost::any_range<Element, Traversal, Element&, st
   template <HasElements<Element> Range>
     requires(!std::is_same_v<Range, AnyRangeAdapter>)
   AnyRangeAdapter(Range& range) : Base(range) {}
-  /// As for a container that is not const.
+  /// The same for a const or temporary container.
   template <class Range>
     requires HasElements<const Range, Element>
   AnyRangeAdapter(const Range& range) : Base(range) {}
@@ -59,11 +59,11 @@ class AnyRangeAdapter : public boost::any_range<Element, Traversal, Element&, st
 
 }  // namespace detail
 
-// The elements are const: a range over mutable ones would bind a const container as well and cast
-// its constness away.
+// The elements of these ranges are const: a range over mutable elements would also accept a const
+// container, and cast its constness away.
 
-/// Any container of `ustring`, walked forward. A container of anything else, of string literals for
-/// example, does not compile: the texts made of its elements would be gone before they are read.
+/// Any container of `ustring`, walked forward. A container of anything else, such as string
+/// literals, does not compile: the texts made from its elements would be gone before they are read.
 ///
 /// Ownership: none; a range keeps iterators only, so the container must outlive it. A temporary
 /// container lives to the end of the call that it is written in.

@@ -13,8 +13,9 @@
 
 namespace Corvane::PathManagement {
 
-/// A text that callers hand over as they have it: UTF-16, the bytes of a name (`TextFromBytes`), or a
-/// `std::filesystem::path`. It is a `ustring` and nothing more; no byte is lost on the way.
+/// A parameter type for text that callers have in any form: UTF-16, the bytes of a name
+/// (`TextFromBytes`), or a `std::filesystem::path`. It is a `ustring` and nothing more; no byte is
+/// lost in the conversion.
 ///
 /// Precondition: a pointer is not null.
 class AnyText : public ustring {
@@ -32,7 +33,7 @@ class AnyText : public ustring {
   explicit(false) AnyText(const std::string& bytes) : ustring(TextFromBytes(bytes)) {}
   /// Bytes up to their NUL.
   explicit(false) AnyText(const char* bytes) : ustring(TextFromBytes(bytes)) {}
-  /// Of a `std::filesystem::path`, whose header is slow to compile and not needed here.
+  /// Bytes of a `std::filesystem::path`. A template, since its header is slow to compile.
   template <class Path>
     requires requires(const Path& path) {
       { path.native() } -> std::same_as<const std::string&>;
@@ -40,17 +41,18 @@ class AnyText : public ustring {
   explicit(false) AnyText(const Path& path) : ustring(TextFromBytes(path.native())) {}
 };
 
-/// Several such texts, from any container of them.
+/// A list of texts, made from any container of what converts to `AnyText`.
 class AnyTexts : public std::vector<ustring> {
  public:
   AnyTexts() = default;
   /// Texts as they are.
   explicit(false) AnyTexts(std::vector<ustring> texts) noexcept
       : std::vector<ustring>(std::move(texts)) {}
-  /// Texts of any form, each of its own.
+  /// Texts, each of which may have another form.
   explicit(false) AnyTexts(std::initializer_list<AnyText> texts)
       : std::vector<ustring>(texts.begin(), texts.end()) {}
-  /// A path is a range of its parts as well: one text is never taken for several.
+  /// The texts of any other container. What converts to one `AnyText` is not taken for a container:
+  /// a `std::filesystem::path` is also a range of its parts.
   template <class Range>
     requires(!std::convertible_to<const Range&, AnyText>) && requires(const Range& range) {
       { *range.begin() } -> std::convertible_to<AnyText>;

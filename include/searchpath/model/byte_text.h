@@ -16,9 +16,8 @@ namespace Corvane::PathManagement {
 /// Cost: linear, one pass, ASCII at memory speed.
 [[nodiscard]] SEARCHPATH_EXPORT ustring TextFromBytes(std::string_view bytes);
 
-/// Turns text into the bytes of a file name: UTF-8, where U+DC80..U+DCFF that stand alone become
-/// the byte they were made from. Empty when the text holds any other lone surrogate, since no file
-/// name means it.
+/// Turns text into the bytes of a file name: UTF-8, but a lone U+DC80..U+DCFF becomes the byte that
+/// it was made from. Empty when the text holds any other lone surrogate: no file can be called so.
 ///
 /// Cost: linear, one pass.
 [[nodiscard]] SEARCHPATH_EXPORT std::optional<std::string> BytesFromText(std::u16string_view text);

@@ -6,8 +6,8 @@
 
 namespace Corvane::PathManagement {
 
-/// The separators in search paths, and the names of folders that have a meaning there. Ready before
-/// any static that is defined after this header is included.
+/// The separators of pathnames and search paths, and the folder names that have a meaning on a
+/// search path. Initialised before any static variable that is defined after including this header.
 ///
 /// Threads: read-only.
 struct SEARCHPATH_EXPORT Constants {
@@ -15,7 +15,7 @@ struct SEARCHPATH_EXPORT Constants {
   static inline const ustring PathnameSeparatorStr = u"/";
   /// Separates the folders of a search-path string, beside ";".
   static inline const ustring ZentraPathsepStr = u":";
-  /// A folder of this name is visible from the folder above it only.
+  /// The files of a folder of this name are visible only from the folder above it.
   static inline const ustring PrivateFolderStr = u"private";
   /// A folder of this name holds data of the folder above it.
   static inline const ustring ResourcesFolderStr = u"resources";

@@ -7,8 +7,8 @@ namespace Corvane::PathManagement {
 
 /// How file names are compared.
 enum class FilenameMatchingPolicy : std::uint32_t {
-  CaseSensitive = 0,  ///< code unit by code unit
-  IgnoreCase = 1,     ///< after full Unicode case folding; composed and decomposed stay different
+  CaseSensitive = 0,      ///< code unit by code unit
+  IgnoreCase = 1,         ///< after full Unicode case folding, without Unicode normalisation
   FileSystemDefault = 2,  ///< as the folder's file system compares; case-sensitive on Linux
 };
 

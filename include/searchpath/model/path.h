@@ -19,19 +19,19 @@ namespace Corvane::PathManagement {
 
 /// A search path: an ordered list of folders in which files are looked up by name.
 ///
-/// The main entries are the path proper. Below each hang its special folders: private and resources
-/// folder, "+" folders, and "@" folders, the method entries. Path order is depth first: an entry,
-/// then all that hangs below it, then the next main entry.
+/// The listed folders are its main entries. Below each main entry are its special folders: its
+/// private folder, its resources folder, "+" folders, and "@" folders, which are called method
+/// entries. Path order is depth first: an entry, all entries below it, then the next main entry.
 ///
-/// A `SearchScope` says which kinds of entry (`PathEntryType` values) a question covers. For method
-/// entries by name the scope names the kind of the entry *above* the method entry: the scope {0}
-/// finds the "@" folders directly below ordinary folders. A method entry's name is its folder name
+/// A `SearchScope` says which kinds of entry (`PathEntryType` values) an operation covers.
+/// `GetMethodEntriesByName` applies it to the entry *above* the method entry: the scope {0} finds
+/// the "@" folders directly below ordinary folders. A method entry's name is its folder name
 /// without the "@".
 ///
-/// A path never changes; one that has to follow changes is built again by its owner.
+/// A path never changes. When its folders change, its owner makes a new path.
 ///
-/// While a path is asked for its main entries, it must not ask a composite path that it is part of
-/// for those: the composite path is waiting for this answer.
+/// The `GetMainEntries` of a path must not call that of a composite path which it is a part of: the
+/// composite path may be waiting for this very answer.
 ///
 /// Threads: every operation may be called from several threads at once.
 /// Errors: what is not found is null or empty, never an exception. An exception of a visitor passes
@@ -40,9 +40,9 @@ class SEARCHPATH_EXPORT IPath {
  public:
   virtual ~IPath();
 
-  /// The main entries in path order. Never null, except from a composite that was moved from; the
-  /// vector never changes, so it may be kept. In a range-for, name the pointer first: the temporary
-  /// dies before the loop body runs.
+  /// The main entries in path order. Never null, except from a composite that was moved from. The
+  /// vector never changes, so it may be kept. Before a range-for, store the pointer in a variable:
+  /// a temporary is destroyed before the loop body runs.
   [[nodiscard]] virtual std::shared_ptr<const PathEntries> GetMainEntries() const = 0;
 
   /// All method entries in path order.
@@ -52,7 +52,7 @@ class SEARCHPATH_EXPORT IPath {
   [[nodiscard]] virtual PathEntries GetMethodEntriesByName(SearchScope scope, const ustring& name,
                                                            FilenameMatchingPolicy policy) const = 0;
 
-  /// The entries in `scope` that the partial pathname of folders `name` matches, in path order.
+  /// The entries in `scope` that `name`, a partial pathname of folders, matches, in path order.
   [[nodiscard]] virtual PathEntries GetPartiallyMatchingEntries(
       SearchScope scope, const ustring& name, FilenameMatchingPolicy policy) const = 0;
 
@@ -70,16 +70,18 @@ class SEARCHPATH_EXPORT IPath {
   [[nodiscard]] virtual std::shared_ptr<const IPathEntry> GetPathEntryFromAbsoluteIRI(
       const CanonicalAbsoluteIRI& iri) const = 0;
 
-  /// The first entry that `iri` names when locations are compared under `policy`.
+  /// The first entry that `iri` names when locations are compared under `policy`; null when there
+  /// is none.
   [[nodiscard]] virtual std::shared_ptr<const IPathEntry> GetPathEntryFromAbsoluteIRI(
       const AbsoluteIRI& iri, FilenameMatchingPolicy policy) const = 0;
 
-  /// The first match in path order.
+  /// The first file in path order that `target` matches in the entries of `scope`; empty when there
+  /// is none.
   [[nodiscard]] virtual boost::optional<FoundItem> FindFirstInScope(
       SearchScope scope, const detail::SearchTarget& target,
       FilenameMatchingPolicy policy) const = 0;
 
-  /// Every match in path order.
+  /// Every file that `target` matches in the entries of `scope`, in path order.
   [[nodiscard]] virtual std::vector<FoundItem> FindAllInScope(
       SearchScope scope, const detail::SearchTarget& target,
       FilenameMatchingPolicy policy) const = 0;
@@ -96,12 +98,13 @@ class SEARCHPATH_EXPORT IPath {
   [[nodiscard]] virtual bool FirstEntryIsBeforeSecondOnPath(const IPathEntry& first,
                                                             const IPathEntry& second) const = 0;
 
-  /// Whether the folder of `entry` is one of the path: one of its entries, main or below, has an
-  /// equal canonical location, compared as `AbsoluteIRI`. Which object `entry` is does not matter.
+  /// Whether the folder of `entry` is on the path: some entry of the path, main or below, has an
+  /// equal canonical location, compared as `AbsoluteIRI`. It need not be the same object.
   ///
-  /// An implementer answers true for each entry that it lists, visits or finds files in, and
+  /// An implementation returns true for every entry that it lists, visits or finds files in, and
   /// accepts every such entry in `GetMainEntryForEntry`, `GetParentEntryForEntry` and
-  /// `FirstEntryIsBeforeSecondOnPath`. A `FilteredPath` hides exactly these entries.
+  /// `FirstEntryIsBeforeSecondOnPath`. A `FilteredPath` hides exactly the entries for which its
+  /// hidden path returns true here.
   [[nodiscard]] virtual bool IsEntryOnPath(const IPathEntry& entry) const = 0;
 
  protected:

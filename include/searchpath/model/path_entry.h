@@ -18,7 +18,7 @@ namespace Corvane::PathManagement {
 
 class IPathEntry;
 
-/// Entries in the order that whoever hands them out says. Never holds a null pointer.
+/// Entries, in the order that the function which returns them documents. None is null.
 using PathEntries = std::vector<std::shared_ptr<const IPathEntry>>;
 
 /// Called with one entry after the other; returns true to stop the traversal.
@@ -26,8 +26,8 @@ using PathEntryVisitor = std::function<bool(const std::shared_ptr<const IPathEnt
 
 /// One entry of a search path: a folder, its files, and the special folders directly below it.
 ///
-/// An entry is shared and never copied. The same entry is the same object; the same folder has an
-/// equal `GetCanonicalAbsoluteIRI`.
+/// An entry is shared and never copied, so the same entry is always the same object. Several
+/// entries may stand for one folder: their `GetCanonicalAbsoluteIRI` are then equal.
 ///
 /// Threads: every operation may be called from several threads at once.
 /// Errors: what is not there is null or empty, never an exception.
@@ -41,10 +41,10 @@ class SEARCHPATH_EXPORT IPathEntry {
   /// The files of the folder, in the entry's own order. Never null.
   [[nodiscard]] virtual std::shared_ptr<const PathItems> GetItems() const = 0;
 
-  /// The identity of the folder. Precondition of all that sorts by it: it never changes.
+  /// The identity of the folder. Must never change: code that sorts entries by it relies on that.
   [[nodiscard]] virtual CanonicalAbsoluteIRI GetCanonicalAbsoluteIRI() const = 0;
 
-  /// The location as it was given to whoever made the entry.
+  /// The location of the folder, as it was given when the entry was made.
   [[nodiscard]] virtual AbsoluteIRI GetAbsoluteIRI() const = 0;
 
   /// The private folder, whose files are visible from this folder only; null when there is none.
@@ -62,17 +62,17 @@ class SEARCHPATH_EXPORT IPathEntry {
   /// Further folders that an environment hangs below the entry. Never null.
   [[nodiscard]] virtual std::shared_ptr<const PathEntries> GetSubfolderEntriesC() const = 0;
 
-  /// The best match among the files of the folder; null when none matches. The name of `target`
-  /// holds no separator.
+  /// The best match among the files of the folder; null when none matches.
+  /// Precondition: the name of `target` holds no separator.
   [[nodiscard]] virtual std::shared_ptr<const PathItem> FindItem(
       const detail::SearchTarget& target, FilenameMatchingPolicy policy) const = 0;
 
-  /// Every match among the files of the folder, best first.
+  /// Every match among the files of the folder, best first. Precondition: as for `FindItem`.
   [[nodiscard]] virtual PathItems FindItems(const detail::SearchTarget& target,
                                             FilenameMatchingPolicy policy) const = 0;
 
-  /// Visits this entry and all that hang below it, as far as their kind is in `scope`. Returns true
-  /// when the visitor asked to stop.
+  /// Visits, of this entry and all entries below it, those whose kind is in `scope`, in path order.
+  /// Returns true when the visitor asked to stop.
   virtual bool ForEachEntryInScope(SearchScope scope, const PathEntryVisitor& visitor) const = 0;
 
   /// As `ForEachEntryInScope`, but the visitor may be called from several threads at once and in
@@ -80,7 +80,8 @@ class SEARCHPATH_EXPORT IPathEntry {
   virtual bool ConcurrentForEachEntryInScope(SearchScope scope,
                                              const PathEntryVisitor& visitor) const = 0;
 
-  /// Tells whether two file names are the same in this folder under `policy`. Never null.
+  /// A function that tells whether two file names are the same in this folder under `policy`.
+  /// Never null.
   [[nodiscard]] virtual std::shared_ptr<std::function<bool(const ustring&, const ustring&)>>
   GetFilenameComparator(FilenameMatchingPolicy policy) const = 0;
 

@@ -8,20 +8,20 @@
 
 namespace Corvane::PathManagement {
 
-/// Holds path entries, and owns the form in which they are saved.
+/// Holds path entries, and defines the format in which they are saved.
 ///
-/// Threads: no two calls on one factory at once, except of `const` operations.
-/// Errors: any exception; what it means is up to the caller.
+/// Threads: only `const` operations of one factory may be called at once.
+/// Errors: any exception means that the operation failed.
 class SEARCHPATH_EXPORT IPathEntryFactory {
  public:
   virtual ~IPathEntryFactory();
 
-  /// Adds the entries that `WriteEntries` wrote, with their folders below `root`. The stream may
-  /// hold any bytes, and may have failed to open. Whatever is not a complete list of entries is
-  /// refused with an exception; the factory may then hold some of the entries.
+  /// Adds the entries that `WriteEntries` has written to `stream`, with their folders below `root`.
+  /// The stream may hold any bytes, and may have failed to open. Anything but a complete list of
+  /// entries raises an exception; the factory may then hold some of the entries.
   virtual void ReadEntries(std::istream& stream, const AbsoluteIRI& root) = 0;
 
-  /// Writes the entries, with their folders relative to `root`.
+  /// Writes the entries to `stream`, with their folders relative to `root`.
   virtual void WriteEntries(std::ostream& stream, const AbsoluteIRI& root) const = 0;
 
  protected:

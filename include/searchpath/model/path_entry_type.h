@@ -5,14 +5,14 @@
 
 namespace Corvane::PathManagement {
 
-/// The kind of a folder. The numbers are kept: they stand in scopes and in stored data, and 4 stays
+/// The kind of a folder. The numbers never change: scopes and stored data hold them. 4 stays
 /// unused.
 enum class PathEntryType : std::uint32_t {
   Ordinary = 0,         ///< any folder that is none of the others
   PlusFolder = 1,       ///< its name begins with "+": a package
   AtFolder = 2,         ///< its name begins with "@": the methods of a class
   PrivateFolder = 3,    ///< `Constants::PrivateFolderStr`: for the folder above it only
-  ResourcesFolder = 5,  ///< `Constants::ResourcesFolderStr`: data, in the widest scope alone
+  ResourcesFolder = 5,  ///< `Constants::ResourcesFolderStr`: data; see `kAllKindsScope`
 };
 
 }  // namespace Corvane::PathManagement

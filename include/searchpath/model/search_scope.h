@@ -16,13 +16,13 @@ class SearchScope {
   constexpr SearchScope(const std::uint32_t* kinds, std::uint64_t count) noexcept
       : first(kinds), length(count) {}
 
-  /// The numbers that were handed over.
+  /// The numbers that were given to the constructor.
   [[nodiscard]] const std::uint32_t* data() const noexcept { return first; }
   /// How many there are.
   [[nodiscard]] std::uint64_t size() const noexcept { return length; }
   /// The first number.
   [[nodiscard]] const std::uint32_t* begin() const noexcept { return first; }
-  /// Behind the last.
+  /// One past the last number.
   [[nodiscard]] const std::uint32_t* end() const noexcept { return first + length; }
 
   /// Whether `kind`, the number of a `PathEntryType`, is in the list.
@@ -40,17 +40,18 @@ class SearchScope {
 
 namespace detail {
 
-/// Every kind, resources last: each named scope is a view of the first few.
+/// The number of every kind, resources last, so that each named scope below is a view of the first
+/// few. 4 is unused.
 inline constexpr std::array<std::uint32_t, 6> kKinds = {0, 1, 2, 3, 4, 5};
 
 }  // namespace detail
 
-/// Ordinary folders: where a plain file name is looked up, and the scope that finds the method
-/// entries directly below ordinary folders.
+/// Ordinary folders only. Plain file names are looked up in this scope; with
+/// `IPath::GetMethodEntriesByName` it finds the method entries directly below ordinary folders.
 inline constexpr SearchScope kMainScope(detail::kKinds.data(), 1);
 
-/// Every kind of folder whose files are looked up by name: for names with separators. Resources
-/// folders are not among them, since they hold data.
+/// Every kind of folder but resources folders, which hold data. File names with separators are
+/// looked up in this scope.
 inline constexpr SearchScope kAllKindsScope(detail::kKinds.data(), 5);
 
 /// Every kind of folder, resources folders among them: for traversals that list, count or compare.

@@ -8,23 +8,24 @@
 
 namespace Corvane::PathManagement::detail {
 
-/// What a lookup searches for: a name as it stands, or a name with one of several extensions. With
-/// extensions, the bare name alone does not match; within one folder the earlier extension wins. A
-/// name that holds a pathname separator is a partial pathname: its last part is the file, the parts
-/// before it match the trailing folders of an entry.
+/// What a lookup searches for: exactly the given name, or the name with one of several extensions
+/// appended. With extensions, the name alone does not match, and within one folder the earlier
+/// extension wins. A name that holds a pathname separator is a partial pathname: its last part is
+/// the file, and the parts before it match the last folders of an entry's location.
 class SearchTarget {
  public:
-  /// A name that is searched as it stands.
+  /// Searches for exactly `fileName`.
   explicit SearchTarget(ustring fileName) : name(std::move(fileName)) {}
 
-  /// `extensionList` holds extensions with their dot, the preferred one first.
+  /// Searches for `fileName` with one of `extensionList` appended: extensions with their dot, the
+  /// preferred one first.
   SearchTarget(ustring fileName, std::vector<ustring> extensionList)
       : name(std::move(fileName)), extensions(std::move(extensionList)) {}
 
-  /// The name as it was asked.
+  /// The name as it was given, without the extensions.
   [[nodiscard]] const ustring& GetName() const noexcept { return name; }
 
-  /// Empty when the name is searched as it stands.
+  /// Empty when exactly the name is searched for.
   [[nodiscard]] const std::vector<ustring>& GetExtensions() const noexcept { return extensions; }
 
  private:

@@ -7,8 +7,8 @@ namespace Corvane::ZentraComponents {
 
 /// Names one version of a package.
 struct ComponentIdentifier {
-  foundation::ustring name;     ///< as its registry has it
-  foundation::ustring version;  ///< in any form: versions are not ordered
+  foundation::ustring name;     ///< as the package registry spells it
+  foundation::ustring version;  ///< in any form: versions are only compared for equality
 
   friend bool operator==(const ComponentIdentifier&, const ComponentIdentifier&) = default;
 };

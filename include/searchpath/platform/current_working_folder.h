@@ -10,22 +10,22 @@
 
 namespace Corvane::current_working_folder {
 
-/// Why a folder string has no absolute location. The numbers are kept.
+/// Why a folder string has no absolute location. The numbers never change.
 enum class AbsolutizeError : std::uint32_t {
-  InvalidText = 0,       ///< no pathname or IRI, or a scheme that is not supported
-  NoWorkingFolder = 1,   ///< a relative text, and the working folder is gone
+  InvalidText = 0,       ///< neither a pathname nor an IRI of a supported scheme
+  NoWorkingFolder = 1,   ///< a relative pathname, and the working folder is gone
   InputOutput = 2,       ///< the disk reported an error
-  PermissionDenied = 3,  ///< a folder on the way, or the folder itself, may not be read
+  PermissionDenied = 3,  ///< the folder, or one above it, may not be read
   Absent = 4,            ///< there is nothing of that name
-  NotAFolder = 5,        ///< a file, or a path through one
+  NotAFolder = 5,        ///< a file, or a pathname that leads through a file
   BrokenLink = 6,        ///< a link whose target is absent
   LinkLoop = 7,          ///< links that lead to each other
-  Other = 8,             ///< what the system reports is none of these
-  NameTooLong = 9,       ///< the path or a part of it is longer than the file system takes
+  Other = 8,             ///< the system reported any other error
+  NameTooLong = 9,       ///< the pathname or a part of it is too long for the file system
   NoAnswer = 10,         ///< the disk did not answer in time
 };
 
-/// A folder string has no absolute location.
+/// Raised when a folder string has no absolute location.
 class SEARCHPATH_EXPORT FailedToAbsolutizeException : public std::exception {
  public:
   /// For those who implement `absolutize`.
@@ -34,7 +34,7 @@ class SEARCHPATH_EXPORT FailedToAbsolutizeException : public std::exception {
   FailedToAbsolutizeException& operator=(const FailedToAbsolutizeException&) = default;
   ~FailedToAbsolutizeException() override;
 
-  /// Why there is none.
+  /// Why there is no absolute location.
   [[nodiscard]] AbsolutizeError GetReason() const noexcept { return error; }
 
   /// The number of the reason.
@@ -56,10 +56,10 @@ class SEARCHPATH_EXPORT ICurrentWorkingFolder {
  public:
   virtual ~ICurrentWorkingFolder();
 
-  /// The location of `folder`: an absolute pathname, one below the working folder, one that begins
-  /// with "~", or the text of an IRI.
+  /// The location of `folder`, which is an absolute pathname, a pathname relative to the working
+  /// folder, a pathname that begins with "~", or the text of an IRI.
   ///
-  /// Errors: `FailedToAbsolutizeException` when it is no folder that exists and can be read.
+  /// Errors: `FailedToAbsolutizeException` unless the folder exists and can be read.
   [[nodiscard]] virtual foundation::storage::vfs::AbsoluteIRI absolutize(
       const foundation::ustring& folder) const = 0;
 

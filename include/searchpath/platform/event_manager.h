@@ -30,21 +30,21 @@ class EventStream;
 /// Names a stream of events.
 enum class EventMgrId : std::uint32_t {};
 
-/// The stream of the session: all of this process.
+/// The stream of the session, which is this whole process.
 inline constexpr EventMgrId SessionEmId{0};
 
-/// Keeps a handler subscribed for as long as it lives, whether or not a manager does.
+/// Keeps a handler subscribed for as long as this object lives, even if no manager lives any more.
 ///
 /// Threads: may be destroyed on any thread, also by a handler during a delivery. Destruction does
-/// not wait. Deliveries that begin later do not call the handler, nor does one that is under way on
-/// this thread; one that is under way on another thread may still call it. The handler is destroyed
-/// when the last such call has returned, so it should own what it uses.
+/// not wait. Deliveries that begin later do not call the handler, nor does a delivery that is under
+/// way on this thread; a delivery that is under way on another thread may still call it. The
+/// handler is destroyed when the last such call has returned, so it should own what it uses.
 class SEARCHPATH_EXPORT Subscription {
  public:
-  /// No subscription.
+  /// Holds no subscription.
   Subscription() noexcept;
   Subscription(Subscription&& other) noexcept;
-  /// Ends the subscription held so far.
+  /// Ends the subscription that this object held before.
   Subscription& operator=(Subscription&& other) noexcept;
   ~Subscription();
 
@@ -56,31 +56,32 @@ class SEARCHPATH_EXPORT Subscription {
   std::unique_ptr<Connection> connection;  // null: no subscription
 };
 
-/// One end of a stream of events: hears what is published at any end of it.
+/// Gives access to a stream of events, which all managers with the same id share: what one manager
+/// publishes is delivered to the handlers subscribed through any of them.
 ///
 /// Threads: every operation may be called from several threads at once, also by handlers during a
 /// delivery.
 class SEARCHPATH_EXPORT EventMgr {
  public:
-  /// Called for each event. What it raises reaches the publisher.
+  /// Called for each event. Its exceptions reach the publisher.
   using Handler = std::function<void(const Event&)>;
 
-  /// For `createLocalEventMgr`.
+  /// Called by `createLocalEventMgr` only.
   explicit EventMgr(std::shared_ptr<detail::EventStream> sharedStream) noexcept;
   EventMgr(const EventMgr&) = delete;
   EventMgr& operator=(const EventMgr&) = delete;
   ~EventMgr();
 
-  /// Calls the handlers with `event`, on this thread, in the order in which they subscribed, and
-  /// returns when all have returned. What a handler publishes is delivered before its own call
-  /// returns.
+  /// Calls the handlers with `event`, on this thread, in the order in which they were subscribed,
+  /// and returns when all have returned. An event that a handler publishes meanwhile is delivered
+  /// before that handler's call of `publish` returns.
   ///
   /// Precondition: `event` is not null.
   /// Errors: an exception of a handler passes through; the handlers after it are not called.
   void publish(std::unique_ptr<Event> event);
 
   /// Calls `handler` with all events whose delivery begins from now on, until the subscription is
-  /// destroyed. Deliveries on different threads call it at once.
+  /// destroyed. Deliveries on several threads may call it at once.
   ///
   /// Precondition: `handler` is not empty.
   [[nodiscard]] Subscription subscribe(const Handler& handler);
@@ -90,7 +91,7 @@ class SEARCHPATH_EXPORT EventMgr {
 };
 
 /// A new manager for the stream called `id`, which all managers of that id in this process share.
-/// The stream lives as long as a manager or a subscription of it.
+/// The stream lives as long as any manager or subscription of it.
 ///
 /// Threads: from any thread, at any time, also before main and while statics are destroyed.
 [[nodiscard]] SEARCHPATH_EXPORT std::shared_ptr<EventMgr> createLocalEventMgr(EventMgrId id);

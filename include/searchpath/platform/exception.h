@@ -16,7 +16,7 @@ class SEARCHPATH_EXPORT IInternalException {
   IInternalException& operator=(const IInternalException&) = default;
 };
 
-/// An error of type `Base` that also carries a mark, `Interface`; it can be caught as either.
+/// An error of type `Base` that also carries the mark `Interface`; it can be caught as either.
 template <class Interface, class Base>
 class SEARCHPATH_EXPORT Exception : public Interface, public Base {};
 

@@ -10,9 +10,9 @@
 
 namespace storage::filefolderobserver {
 
-/// Which locations an event speaks of.
+/// Which locations an event covers.
 enum class FrozenInclusion : std::uint32_t {
-  LocationItself = 0,  ///< the file or folder alone, not what is below
+  LocationItself = 0,  ///< the file or folder alone, nothing below it
 };
 
 /// A file or folder may have changed.
@@ -28,9 +28,9 @@ class SEARCHPATH_EXPORT FileFolderChangedEvent : public foundation::msg_svc::eve
   /// As of any `Event`.
   [[nodiscard]] std::unique_ptr<Event> clone() const override;
 
-  /// As it was given.
+  /// The location, as it was given.
   [[nodiscard]] const foundation::ustring& GetLocation() const noexcept { return location; }
-  /// Which locations it covers.
+  /// Which locations the event covers.
   [[nodiscard]] FrozenInclusion GetInclusion() const noexcept { return inclusion; }
 
  private:

@@ -20,18 +20,16 @@ class path {
  public:
   path() = default;
 
-  // Not explicit: where a pathname is wanted, callers pass text.
-  /// With `convertToNativeForm` the text is brought into the platform's own form, which is the
-  /// identity here.
-  path(const ustring& text, bool convertToNativeForm = true)
-      : pathname((static_cast<void>(convertToNativeForm), text)) {}
+  // Not explicit: callers pass text where a pathname is wanted.
+  /// `convertToNativeForm` asks for the platform's own form of `text`, which here is `text` itself.
+  path(const ustring& text, [[maybe_unused]] bool convertToNativeForm = true) : pathname(text) {}
   /// Precondition: `text` is not null.
   path(const char16_t* text) : pathname(text) {}
   /// Text in any other form that callers have, a `std::filesystem::path` among them.
   template <std::convertible_to<Corvane::PathManagement::AnyText> Text>
   path(const Text& text) : pathname(Corvane::PathManagement::AnyText(text)) {}
 
-  /// The text that it was made of.
+  /// The text that the path was made from.
   [[nodiscard]] const ustring& native() const noexcept { return pathname; }
 
   [[nodiscard]] friend bool operator==(const path& left, const path& right) noexcept = default;
@@ -40,34 +38,34 @@ class path {
   ustring pathname;
 };
 
-/// An unused pathname in `folder`: `prefix`, 16 random hexadecimal digits, `suffix`. Nothing is
-/// created, so create the file in a way that refuses one that exists by then.
+/// An unused pathname in `folder`: `prefix`, 16 random hexadecimal digits, `suffix`. Creates
+/// nothing: another process may take the name first, so create the file exclusively.
 ///
-/// Errors: `std::system_error` when no file can be called so.
+/// Errors: `std::system_error` when no file can have that name.
 [[nodiscard]] SEARCHPATH_EXPORT path tmpnam(const path& folder, const ustring& prefix,
                                             const ustring& suffix);
 
-/// Gives the file `from` the name `to`, in one step also when it replaces another file.
+/// Gives the file `from` the name `to`, in one step even when that replaces another file.
 /// Errors: `std::system_error`.
 SEARCHPATH_EXPORT void rename(const path& from, const path& to);
 
-/// Removes a file, a link or an empty folder; returns whether it has. Failing is no error.
+/// Removes a file, a link or an empty folder. Returns whether it succeeded, and never raises.
 SEARCHPATH_EXPORT bool remove(const path& pathname) noexcept;
 
-/// Reads the bytes of a regular file. Nothing else opens, so that no read waits for a FIFO or goes
-/// on for ever. As with `std::ifstream`, `failbit` says that it did not open.
+/// Reads the bytes of a regular file. It opens nothing else: reading a FIFO could wait, and reading
+/// a device could go on, for ever. As with `std::ifstream`, `failbit` is set when it did not open.
 class SEARCHPATH_EXPORT ifstream : public std::istream {
  public:
-  /// Opens the file.
+  /// Opens the file `pathname`.
   explicit ifstream(const path& pathname);
   ifstream(const ifstream&) = delete;
   ifstream& operator=(const ifstream&) = delete;
   ~ifstream() override;
 
-  /// Whether it did open.
+  /// Whether the file did open.
   [[nodiscard]] bool is_open() const noexcept { return buffer->is_open(); }
 
-  /// Why the file did not open.
+  /// Why the file did not open; no error when it did.
   [[nodiscard]] const std::error_code& openError() const noexcept { return error; }
 
  private:
@@ -77,7 +75,7 @@ class SEARCHPATH_EXPORT ifstream : public std::istream {
 
 namespace detail {
 
-/// `text` in the platform's own form: the identity here, with or without `expand`.
+/// `text` in the platform's own form, which here is `text` itself, with or without `expand`.
 [[nodiscard]] SEARCHPATH_EXPORT ustring make_native_form(const ustring& text, bool expand);
 
 /// Whether `text` names one place wherever it is used: it begins with "/", carries an IRI prefix,
@@ -89,11 +87,10 @@ namespace detail {
 [[nodiscard]] SEARCHPATH_EXPORT ustring extract_root_path(const path& pathname);
 
 /// `pathname` without its last component and the separators before that: "a" of "a/b" and of
-/// "a//b"; the root of what stands directly below it, and of itself; "" of a bare name, meaning the
-/// working folder.
+/// "a//b", "/" of "/a" and of "/". For a bare name it is "", which means the working folder.
 [[nodiscard]] SEARCHPATH_EXPORT ustring extract_parent_path(const path& pathname);
 
-/// From the last dot of the last component, the dot included: ".x" of "a/fn.x", "." of "fn.", "" of
+/// The last component from its last dot on, the dot included: ".x" of "a/fn.x", "." of "fn.", "" of
 /// "fn" and of ".profile".
 [[nodiscard]] SEARCHPATH_EXPORT ustring extract_extension(const path& pathname);
 

@@ -16,7 +16,7 @@ namespace Corvane::PathManagement {
 using foundation::core::except::Notification;
 using ZentraComponents::ComponentIdentifier;
 
-/// A change of the search path was asked for during another one, further up the call stack.
+/// Raised when a change of the search path is requested during another one up the call stack.
 class SEARCHPATH_EXPORT RecursivePathChangeException : public std::exception {
  public:
   RecursivePathChangeException() = default;
@@ -24,7 +24,7 @@ class SEARCHPATH_EXPORT RecursivePathChangeException : public std::exception {
   RecursivePathChangeException& operator=(const RecursivePathChangeException&) = default;
   ~RecursivePathChangeException() override;
 
-  /// In English.
+  /// Says in English what is wrong.
   [[nodiscard]] const char* what() const noexcept override;
 };
 
@@ -35,8 +35,8 @@ class SEARCHPATH_EXPORT IMainSearchPathManager {
  public:
   virtual ~IMainSearchPathManager();
 
-  /// Replaces the folders of the path by `folders`, in their order. Problems with single folders
-  /// are appended to `notification`.
+  /// Replaces the folders of the path by `folders`, in the order given. Appends problems with
+  /// single folders to `notification`.
   ///
   /// Errors: `RecursivePathChangeException` when called from within a change.
   virtual void SetFolderIRIs(const AbsoluteIRIRange& folders, Notification& notification) = 0;

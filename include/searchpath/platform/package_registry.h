@@ -18,15 +18,16 @@ namespace Corvane::PackageRegistry {
 
 /// What a package says about its place on the search path.
 struct PackageMetadata {
-  bool contributesToPath;    ///< otherwise none of its folders is put on the path
-  bool checksManualInstall;  ///< only a package that was installed by hand is put on the path
+  bool contributesToPath;    ///< if false, none of its folders is put on the path
+  bool checksManualInstall;  ///< if true, it is put there only if installed by hand
   foundation::storage::vfs::AbsoluteIRI rootFolder;  ///< where it is installed
 };
 
-/// A folder of a package and what it is for.
+/// A folder of a package, and what the folder is for.
 struct PackageFolder {
   foundation::storage::vfs::AbsoluteIRI folder;  ///< its location
-  std::shared_ptr<const std::set<int>> tags;  ///< 0: it belongs on the search path; null: no tags
+  /// What the folder is for: the tag 0 puts it on the search path. Null when there are no tags.
+  std::shared_ptr<const std::set<int>> tags;
 };
 
 /// The value of a named property of a package.
@@ -39,13 +40,13 @@ class SEARCHPATH_EXPORT IPackage {
  public:
   virtual ~IPackage();
 
-  /// The folders of the package, in its order. They live as long as the package.
+  /// The folders, in the package's own order. The vector lives as long as the package.
   [[nodiscard]] virtual const std::vector<PackageFolder>& GetFolders() const = 0;
 
   /// The property called `key`; empty when the package has none of that name.
   [[nodiscard]] virtual std::optional<PropertyValue> GetProperty(std::u16string_view key) const = 0;
 
-  /// Lives as long as the package.
+  /// What the package says about its place on the path. Lives as long as the package.
   [[nodiscard]] virtual const PackageMetadata& GetMetadata() const = 0;
 
  protected:

@@ -6,8 +6,8 @@
 
 namespace foundation::storage::vfs {
 
-/// Names the storage system that folders and files are looked up on. There is one here: the disks
-/// of this machine, behind the scheme "file".
+/// Names the storage system in which folders and files are looked up. Here there is only one: the
+/// disks of this machine, which the scheme "file" stands for.
 class StorageSystemReference {};
 
 /// A folder, which need not exist.
@@ -15,19 +15,19 @@ class StorageSystemReference {};
 /// Threads: immutable.
 class SEARCHPATH_EXPORT Folder {
  public:
-  /// Asks nothing of the disk.
+  /// Does not access the disk.
   Folder(const AbsoluteIRI& folderLocation, StorageSystemReference storageSystem);
 
   /// The location as it was given.
   [[nodiscard]] AbsoluteIRI getLocation() const noexcept { return location; }
 
-  /// The location with links and ".." resolved as far as it exists, the rest kept as it is. So a
-  /// folder that is absent or cannot be read has one, too, and it stays the same when a folder is
-  /// removed. Other schemes than "file" have no links: there it is the text without "." and ".."
-  /// segments; ".." above the root is dropped.
+  /// The location with its links and ".." resolved as far as it exists; the rest is kept as it is.
+  /// So a folder that is absent or cannot be read also has a canonical location, and a folder that
+  /// is removed keeps its own. Schemes other than "file" have no links: there it is the text
+  /// without "." and ".." segments; ".." above the root is dropped.
   ///
   /// Errors: `Exception` for a loop of links and for I/O errors.
-  /// Cost: one question to the file system for each component.
+  /// Cost: one system call for each component, and one more for each link.
   [[nodiscard]] CanonicalAbsoluteIRI getCanonicalLocation() const;
 
  private:
@@ -39,10 +39,10 @@ class SEARCHPATH_EXPORT Folder {
 /// Threads: immutable.
 class SEARCHPATH_EXPORT File {
  public:
-  /// Asks nothing of the disk.
+  /// Does not access the disk.
   File(const AbsoluteIRI& fileLocation, StorageSystemReference storageSystem);
 
-  /// As for a `Folder`, but raises `Exception` also when the file is absent.
+  /// As for a `Folder`, but also raises `Exception` when the file is absent or cannot be reached.
   [[nodiscard]] CanonicalAbsoluteIRI getCanonicalLocation() const;
 
  private:
