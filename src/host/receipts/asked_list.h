@@ -28,36 +28,39 @@ class NameLengths {
   std::uint64_t lengths = 0;
 };
 
-/// Folders that questions ask, in their order.
+/// The folders that questions ask, in their order. A place is the number of a folder in the
+/// `ReceiptDraft`; a position is an index in this list.
 class AskedList {
  public:
   /// What has been listed of the folders.
   struct Listings {
     /// Whether questions are answered from listings.
     std::function<bool()> areMade = [] { return false; };
-    // Precondition of what follows: they are.
-    /// The listing of a folder; null when the folder is asked for each name.
-    std::function<const FolderListing*(std::size_t folder)> at = {};
-    /// The first folder that may have a file of that name, whether or not it counts; null where all
-    /// files count.
+    // Precondition of what follows: areMade() is true.
+    /// The listing of the folder at a position; null when the disk is asked for each name there.
+    std::function<const FolderListing*(std::size_t position)> at = {};
+    /// The first position that may have a file of that name, whether or not the file counts. Not
+    /// set where all files count.
     std::function<std::size_t(std::string_view name)> firstWith = {};
   };
 
-  /// `askedPlaces` are the numbers of the folders.
+  /// `askedPlaces` are the places of the folders, in order.
   AskedList(std::vector<std::uint32_t> askedPlaces, Listings folderListings);
 
   [[nodiscard]] const std::vector<std::uint32_t>& GetPlaces() const noexcept { return places; }
   /// The first position of a place; the number of folders when it is not in the list.
   [[nodiscard]] std::size_t PositionOf(std::uint32_t place) const;
 
+  /// Whether there are listings; they stay from then on.
   [[nodiscard]] bool IsListed() { return isListed = isListed || listings.areMade(); }
 
-  /// Whether a name of one of these lengths may have a position. None has where there are listings, and
-  /// nothing but plain files in them.
+  /// Whether `FindPositions` may find any for a name of one of these lengths. False only when
+  /// listings show that there is nothing but plain files at such names.
   [[nodiscard]] bool MayHoldAnyOf(NameLengths lengths);
-  /// The positions, among the first `count`, where something other than a plain file may stand at a
-  /// name: a link, a folder with "@"; and from the first that may have the file on, all when `all`.
-  /// All positions as long as the folders are not listed.
+  /// The positions, among the first `count`, where something other than a plain file may stand at
+  /// `name`: a link, or a folder with "@". When `all` is set, also every position from the first
+  /// one that may have a file of that name. All of the first `count` as long as there are no
+  /// listings.
   [[nodiscard]] std::vector<std::size_t> FindPositions(std::string_view name, std::size_t count,
                                                        bool all);
 
@@ -68,9 +71,9 @@ class AskedList {
   boost::unordered_flat_map<std::uint32_t, std::size_t> positions;  // of the places
   Listings listings;
   bool isListed = false;
-  bool hasTable = false;     // what follows is made
-  NameLengths tableLengths;  // of the names in the table
-  std::vector<std::size_t> unlisted;
+  bool hasTable = false;              // what follows has been filled in
+  NameLengths tableLengths;           // of the names in the table
+  std::vector<std::size_t> unlisted;  // positions whose folders have no listing
   boost::unordered_flat_map<std::string_view, std::vector<std::size_t>, NameBytesHash> table;
 };
 

@@ -23,6 +23,7 @@ namespace {
 using PathManagement::detail::HasSeparator;
 using PathManagement::detail::SearchTarget;
 
+/// The native path of `folder`; /dev/null, below which nothing is found, when it is not on disk.
 std::string BytesOf(const FolderEntry& folder) {
   return NativeBytes(StateOf(folder).Location()).value_or("/dev/null");
 }
@@ -56,7 +57,7 @@ const FolderListing& NoListing() {
 AskedLists::AskedLists(ReceiptDraft& receiptDraft, const PathView& pathView,
                        const RuledPath* ruledPath, const WorkingFolder& base)
     : draft(receiptDraft), view(pathView), ruled(ruledPath), workingFolder(base) {
-  static_cast<void>(AddMain());
+  static_cast<void>(AddMain());  // number 0
 }
 
 std::uint32_t AskedLists::Add(std::vector<std::uint32_t> places, AskedList::Listings listings) {
@@ -79,7 +80,8 @@ std::uint32_t AskedLists::AddMain() {
                                  }});
 }
 
-/// All folders of the path, special ones too, and the links that may lead to further ones.
+/// The list of all folders of the path, special ones too, and of links that may lead to further
+/// ones.
 std::uint32_t AskedLists::ListOfAllFolders() {
   if (allFolders) return *allFolders;
   std::vector<std::uint32_t> places;
@@ -116,7 +118,7 @@ QuestionScope AskedLists::ScopeOf(const Lookup& lookup, std::uint32_t kind) {
 
 QuestionScope AskedLists::ScopeOnPath(const Lookup& lookup) {
   QuestionScope scope;
-  // Which links would match such a name is not looked for.
+  // Links whose names match only when case is ignored are not looked for.
   scope.isCertain = lookup.policy != FilenameMatchingPolicy::IgnoreCase;
   if (lookup.fromFolder) scope.further.push_back(PlaceAt(*lookup.fromFolder));
   if (HasSeparator(lookup.name)) {
@@ -129,7 +131,7 @@ QuestionScope AskedLists::ScopeOnPath(const Lookup& lookup) {
     const std::string folder = draft.PathOf(scope.further.front()) + "/private";
     scope.first = draft.AddPlace(folder);
     scope.further.push_back(*scope.first);
-    // Whether it counts depends on which folders are on the path, special ones too.
+    // Whether the private folder counts depends on which folders are on the path, special ones too.
     scope.asksAll = StandsAt(folder);
     if (scope.asksAll) scope.list = ListOfAllFolders();
   }
@@ -138,11 +140,11 @@ QuestionScope AskedLists::ScopeOnPath(const Lookup& lookup) {
 
 QuestionScope AskedLists::ScopeByRules(const Lookup& lookup, std::uint32_t kind) {
   QuestionScope scope;
-  // Nobody asks from a folder that is gone.
+  // Once the folder that asks is gone, there is no answer.
   const auto& asker = lookup.afterFolder ? lookup.afterFolder : lookup.fromFolder;
   if (asker) scope.further.push_back(PlaceAt(*asker));
   const auto names = RuledPath::NamesOf(TargetOf(lookup.name, lookup));
-  if (names.empty()) return scope;  // no file can be called so
+  if (names.empty()) return scope;  // no file can have such a name
   const std::string& name = names.front();
   const auto [list, isNew] =
       byRules.try_emplace({kind, name.substr(0, BeginOfLastPart(name))}, std::uint32_t{0});
@@ -151,7 +153,8 @@ QuestionScope AskedLists::ScopeByRules(const Lookup& lookup, std::uint32_t kind)
   return scope;
 }
 
-/// The folders that a name is looked for in by rules under which folders have no meaning.
+/// Adds the list of folders in which a name is looked for by rules under which folders have no
+/// meaning.
 std::uint32_t AskedLists::MakeListByRules(const Lookup& lookup, const std::string& name) {
   const auto target = TargetOf(lookup.name, lookup);
   const auto add = [&](const RuledPath::Place& place) {
@@ -161,7 +164,7 @@ std::uint32_t AskedLists::MakeListByRules(const Lookup& lookup, const std::strin
   RuledPath::Asker asker;
   if (lookup.afterFolder) {
     asker.after = workingFolder.Locate(*lookup.afterFolder);
-    // Which folders are behind that one depends on which ones they all are.
+    // Which folders come after that one depends on all, which a question from there asks.
     for (const auto& place : ruled->FindPlaces(target, {.from = asker.after})) {
       draft.further.emplace_back(kNone, draft.AddPlace(BytesOf(*place.folder)));
       draft.further.emplace_back(kNone, add(place));
@@ -175,7 +178,8 @@ std::uint32_t AskedLists::MakeListByRules(const Lookup& lookup, const std::strin
   return Add(std::move(places), isOnPathAlone ? ListingsBelow(name) : AskedList::Listings());
 }
 
-/// Of the folders that hold what the relative `name` names.
+/// The listings of the folders that may hold the last part of `name`: for "a/b.h", of each folder
+/// "a".
 AskedList::Listings AskedLists::ListingsBelow(const std::string& name) const {
   const std::size_t last = BeginOfLastPart(name);
   const auto find = [&lookup = ruled->GetOnPath(),

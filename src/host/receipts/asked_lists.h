@@ -18,27 +18,29 @@
 
 namespace Corvane::PathManagement::host {
 
-/// How a question is asked, as far as it decides what the answer rests on.
+/// Where a question looks, as far as the answer rests on it.
 struct QuestionScope {
-  std::uint32_t list = 0;
-  bool asksAll = false;   // of the list, whatever the answer is
-  bool isCertain = true;  // false when what the answer rests on is not known in full
-  std::vector<std::uint32_t> further = {};
-  std::optional<std::uint32_t> first = {};  // as of `ScannedQuestion`
+  std::uint32_t list = 0;  // the number of the list of folders
+  bool asksAll = false;    // whether all of the list is asked, even after an answer
+  bool isCertain = true;   // false when the answer may rest on more than is known
+  std::vector<std::uint32_t> further = {};  // places that matter besides the list
+  std::optional<std::uint32_t> first = {};  // as in `ScannedQuestion`
 };
 
 /// The lists of folders that the questions of a receipt ask. The first one is the path.
 class AskedLists {
  public:
-  /// `ruledPath` is null where folders have a meaning. All outlive this object.
+  /// `ruledPath` is null where folders have a meaning. Relative folders are below `base`, which is
+  /// copied; the others outlive this object.
   AskedLists(ReceiptDraft& receiptDraft, const PathView& pathView, const RuledPath* ruledPath,
              const WorkingFolder& base);
 
-  /// `kind` is the number of the kind of the question.
+  /// Where `lookup` looks; adds its list when there is none yet. `kind` is the number of its kind
+  /// in the draft.
   ///
   /// Errors: `FailedToAbsolutizeException` when the folder that asks has no location.
   [[nodiscard]] QuestionScope ScopeOf(const Lookup& lookup, std::uint32_t kind);
-  /// What a question asks each place of its list for.
+  /// Sets the names that `question` looks for in each place of its list.
   void SetNames(const Lookup& lookup, ScannedQuestion& question) const;
 
   [[nodiscard]] AskedList& At(std::uint32_t list) { return lists[list]; }

@@ -21,8 +21,9 @@ namespace Corvane::PathManagement::host {
 
 namespace {
 
-/// `path` as a name in a rule; empty when make and ninja have none in common. Tried with both: what
-/// is not listed here, one of them takes for the end of a name, for a pattern or for an assignment.
+/// `path` as a name in a rule; empty when make and ninja have no spelling in common. Tried with
+/// both: any other ASCII character ends a name, or makes a pattern or an assignment, in one of
+/// them.
 std::optional<std::string> SpellingOf(std::string_view path) {
   constexpr std::string_view plain = "+,/_.~(){}@!-]";
   std::string spelled;
@@ -42,7 +43,7 @@ std::optional<std::string> SpellingOf(std::string_view path) {
   return path.starts_with('~') ? std::nullopt : std::optional(spelled);
 }
 
-/// What would change if a folder came to stand at `path`.
+/// The folder that would change if one were made at `path`: the nearest at or above it that exists.
 std::string NearestFolder(std::string path) {
   while (path.size() > 1 && LookAtFolder(path).error != 0) path = FolderAbove(path);
   return path;
@@ -62,9 +63,8 @@ class Dependencies {
 
   void Collect() {
     AddAnswers();
-    const auto& counts = reached;
-    for (std::uint32_t list = 0; list < counts.size(); ++list) {
-      for (const std::uint32_t place : body.ListAt(list).first(counts[list])) AddPlace(place);
+    for (std::uint32_t list = 0; list < reached.size(); ++list) {
+      for (const std::uint32_t place : body.ListAt(list).first(reached[list])) AddPlace(place);
     }
     for (const auto* further : *body.Get().further()) AddPlace(further->place());
     for (const auto* file : *body.Get().files()) {
@@ -78,13 +78,13 @@ class Dependencies {
  private:
   void AddAnswers() {
     reached.resize(body.Get().list_ends()->size());
-    // Of a tree, each folder may hold a new one.
+    // Each folder of a recursive path may come to hold a new one.
     if (body.Get().path()->recursive()) reached[0] = body.ListAt(0).size();
     for (std::uint32_t at = 0; at < body.CountQuestions(); ++at) {
       const AskedQuestion question = body.QuestionAt(at);
       if (question.place != kNone) files.insert(body.PathOf(question.place, question.file));
       std::size_t count = question.asked;
-      // Where the answer stands, nothing else of one name can take its place.
+      // With a single name, nothing new in the folder of the answer can take its place.
       const bool isLast = count > 0 && body.ListAt(question.list)[count - 1] == question.place;
       if (isLast && body.ExtensionsOf(question.kind).size() <= 1) --count;
       reached[question.list] = std::max(reached[question.list], count);
@@ -95,7 +95,7 @@ class Dependencies {
     folders.insert(NearestFolder(std::string(body.PathAt(place))));
   }
 
-  /// A link counts once its target comes.
+  /// Adds the folder that changes when the target of a link comes to exist.
   void AddWhatLinkNeeds(const std::string& link) {
     std::string target = TargetOf(link);
     if (target.empty()) return;
@@ -111,7 +111,7 @@ class Dependencies {
 
 std::vector<ustring> WriteDepfile(std::ostream& stream, const ustring& target,
                                   const Receipt& receipt) {
-  const auto spelledTarget = SpellingOf(BytesFromText(target).value_or("\n"));
+  const auto spelledTarget = SpellingOf(BytesFromText(target).value_or("\n"));  // which has none
   if (!spelledTarget || target.empty()) {
     throw std::invalid_argument("make and ninja cannot both read this name of a target");
   }

@@ -37,7 +37,7 @@ void NameScan::Run(const ScannedQuestion& question, AskedList& list) {
   }
 }
 
-/// Notes what stands at a name in a place, if it may change there.
+/// Notes what stands at a name in a place, if that may change without a trace in the folder.
 void NameScan::Look(const ScannedQuestion& question, Order order, std::uint32_t place) {
   const std::string& name = question.names[std::get<2>(order)];
   const std::string path = PathBelow(draft.PathOf(place), name);
@@ -69,20 +69,20 @@ std::optional<NameScan::Order> NameScan::OrderOfAnswer(const ScannedQuestion& qu
       question.names.begin());
   if (question.first == answered.place) return Order{kBeforeAll, false, name};
   const std::size_t position = list.PositionOf(answered.place);
-  // A file in a method folder stands at the position of the folder above.
+  // A file in a method folder has the position of the folder above, the last one asked.
   if (position < list.GetPlaces().size()) return Order{position, false, name};
   return Order{question.asked - 1, true, name};
 }
 
-/// Adds what was seen up to the answer to the draft; returns whether the first of it that decides is
-/// the answer.
+/// Adds what was seen up to the answer to the draft. Returns false when something among it leads to
+/// another answer.
 bool NameScan::LeadsTo(const ScannedQuestion& question, const std::optional<Order>& answer) {
   std::sort(seen.begin(), seen.end(),
             [](const Seen& left, const Seen& right) { return left.order < right.order; });
   for (const Seen& each : seen) {
     if (answer && each.order > *answer) break;
     const bool isAnswer = answer == each.order;
-    // Of an answer that is more than present, the receipt says so already.
+    // Where more than its presence counts, the file of an answer is checked in any case.
     if (!isAnswer || files == LookupRules::Files::Regular) {
       const auto standing = static_cast<std::uint8_t>(isAnswer ? Standing::Counts : each.standing);
       const std::string& name = question.names[std::get<2>(each.order)];

@@ -18,25 +18,26 @@ namespace Corvane::PathManagement::host {
 struct ScannedQuestion {
   std::uint32_t number = 0;
   std::uint32_t list = 0;
-  std::size_t asked = 0;                    // how many places of the list
-  std::vector<std::string> names = {};      // in a place, the preferred one first
-  std::string methodFolder = {};            // with "@"; "" where there is none
+  std::size_t asked = 0;                    // how many places at the beginning of the list
+  std::vector<std::string> names = {};      // looked for in a place, the preferred one first
+  std::string methodFolder = {};            // its name, with "@"; "" when none can answer
   std::optional<std::uint32_t> first = {};  // a place that is asked before the list
 };
 
-/// Finds what an answer rests on besides folders: links, and where more than the presence of a file
-/// counts, every file. A change of these leaves no trace in the folder that holds them.
+/// Finds what an answer rests on besides folders: links and, where more than the presence of a file
+/// counts, every file. When a link's target or a file's rights change, their folder does not show
+/// it.
 class NameScan {
  public:
   NameScan(ReceiptDraft& receiptDraft, LookupRules::Files countedFiles)
       : draft(receiptDraft), files(countedFiles) {}
 
-  /// Adds what it finds to the draft. The question is uncertain when what stands there now does not
-  /// lead to its answer.
+  /// Adds what it finds to the draft. Also adds the question to the uncertain ones, when what is
+  /// found does not lead to the answer that it was given.
   void Run(const ScannedQuestion& question, AskedList& list);
 
  private:
-  /// In the order of the search: the position, whether in a method folder, which name.
+  /// Sorts as the search goes: position in the list, whether in a method folder, index of the name.
   using Order = std::tuple<std::ptrdiff_t, bool, std::size_t>;
   struct Seen {
     Order order;

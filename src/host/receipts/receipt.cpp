@@ -32,14 +32,14 @@ bool IsSame(const ReceiptBody& body, const AskedQuestion& question,
              body.TextOf(body.PlaceAt(question.place).canonical());
 }
 
-/// Precondition: it is below the number of questions.
+/// Precondition: `question` is below the number of questions.
 std::uint32_t Number(std::size_t question) { return static_cast<std::uint32_t>(question); }
 
 boost::optional<FoundItem> AskAgain(const Environment& environment, const Lookup& lookup) {
   try {
     return environment.Find(lookup);
   } catch (const current_working_folder::FailedToAbsolutizeException&) {
-    return boost::none;  // nobody asks from a folder that is gone
+    return boost::none;  // the folder that asks is gone
   }
 }
 
@@ -140,7 +140,7 @@ std::vector<NameChange> Receipt::Verify(const Environment& environment) const {
   return changes;
 }
 
-/// Whether the environment has the folders of the path when the receipt was made.
+/// Whether the path of the environment has the folders that it had when the receipt was made.
 bool Receipt::IsSamePath(const Environment& environment) const {
   const auto& folders = environment.view->GetFolderPath().GetMainFolders();
   const auto places = body->ListAt(0);

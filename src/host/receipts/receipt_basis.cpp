@@ -31,7 +31,8 @@ class BasisCollector {
     for (const std::uint32_t place : body.ListAt(list).first(asked)) AddPlace(place);
   }
 
-  /// What matters for single questions that isWanted(number), and for the whole path.
+  /// Adds what matters besides lists and answers, for each question of which isWanted(number) is
+  /// true; the number is `kNone` for what matters to the whole path.
   template <class IsWanted>
   [[nodiscard]] AnswerBasis Finish(const IsWanted& isWanted) {
     for (const auto* further : *body.Get().further()) {
@@ -45,7 +46,7 @@ class BasisCollector {
     return std::move(basis);
   }
 
-  /// Where more than its presence counts.
+  /// Adds the file of the answer where more than its presence counts.
   void AddAnswer(const AskedQuestion& question) {
     const auto counted = static_cast<LookupRules::Files>(body.Get().path()->rules()->files());
     if (question.place == kNone || counted == LookupRules::Files::Regular) return;

@@ -15,7 +15,7 @@ namespace Corvane::PathManagement::host {
 
 namespace {
 
-constexpr flatbuffers::uoffset_t kDeepestTables = 8;  // tables in tables; the format has two
+constexpr flatbuffers::uoffset_t kDeepestTables = 8;  // nested tables; the format has two
 
 [[noreturn]] void RefuseReceipt(const std::string& why) {
   throw InvalidListingException("it is malformed: " + why);
@@ -25,7 +25,7 @@ std::string_view ViewOf(const receipts::Receipt& receipt, const receipts::Text& 
   return {reinterpret_cast<const char*>(receipt.texts()->data()) + text.begin(), text.size()};
 }
 
-/// Checks that whatever refers to something refers to a part of the receipt.
+/// Checks that every number and every range in a receipt refers to something in it.
 class ReceiptContentCheck {
  public:
   explicit ReceiptContentCheck(const receipts::Receipt& checked)
@@ -54,8 +54,8 @@ class ReceiptContentCheck {
   }
 
  private:
-  /// Of what a verified list holds, only its length is known to be aligned. Nothing is aligned for the
-  /// sake of an empty one.
+  /// The verifier checks that the length of a list is aligned, but not that its items are. An empty
+  /// list need not be aligned for items.
   template <class Item>
   static void CheckAlignment(const flatbuffers::Vector<const Item*>& items) {
     if (items.size() > 0 && reinterpret_cast<std::uintptr_t>(items.Data()) % alignof(Item) != 0) {
@@ -74,7 +74,7 @@ class ReceiptContentCheck {
     }
   }
 
-  /// Of something that becomes a location.
+  /// Checks a path of which a location is made.
   void CheckLocation(const receipts::Text& path) const {
     const std::string_view bytes = ViewOf(receipt, path);
     if (!bytes.starts_with('/') || bytes.find('\0') != bytes.npos)
@@ -130,7 +130,7 @@ class ReceiptContentCheck {
     if (place >= receipt.places()->size()) RefuseReceipt("a place is not in the file");
   }
 
-  /// There may be a great many questions, so nothing is decided before the last one.
+  /// There may be a great many questions, so faults are reported after each loop, not within it.
   void CheckQuestions() const {
     const auto& ends = *receipt.name_ends();
     std::uint32_t misfits = 0;  // a number, so that compilers compare several at once
@@ -146,7 +146,7 @@ class ReceiptContentCheck {
     CheckRuns();
   }
 
-  /// Likewise within a run.
+  /// Reports faults of questions after each run.
   void CheckRuns() const {
     const auto& asked = *receipt.asked();
     std::uint32_t begin = 0;
@@ -202,7 +202,7 @@ class ReceiptContentCheck {
   }
 
   const receipts::Receipt& receipt;
-  std::size_t bytesLeft;
+  std::size_t bytesLeft;  // of texts that may still be referred to
   std::vector<std::uint32_t> listSizes;
 };
 

@@ -12,10 +12,10 @@
 
 namespace Corvane::PathManagement::host {
 
-/// In a receipt: no answer, or no question.
+/// Instead of a place: there is no answer. Instead of a question: the whole path is concerned.
 inline constexpr std::uint32_t kNone = std::numeric_limits<std::uint32_t>::max();
 
-/// A question of a receipt, which holds the texts.
+/// A question of a receipt. Views the receipt.
 struct AskedQuestion {
   std::string_view name;
   std::string_view file;  // of the answer; its name in the folder
@@ -30,7 +30,7 @@ struct AskedQuestion {
 /// Threads: immutable.
 class ReceiptBody {
  public:
-  /// Errors: `InvalidListingException`.
+  /// Errors: `InvalidListingException` when `content` is malformed.
   explicit ReceiptBody(ListingBody content);
 
   [[nodiscard]] const receipts::Receipt& Get() const noexcept { return *receipt; }
@@ -50,7 +50,7 @@ class ReceiptBody {
 
   /// The places of a list, in the order in which they are asked.
   [[nodiscard]] std::span<const std::uint32_t> ListAt(std::uint32_t list) const;
-  /// The extensions of a kind.
+  /// The extensions that questions of a kind try.
   [[nodiscard]] std::span<const receipts::Text> ExtensionsOf(std::uint32_t kind) const;
 
  private:

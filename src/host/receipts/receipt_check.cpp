@@ -18,11 +18,11 @@ namespace Corvane::PathManagement::host {
 
 namespace {
 
-// Of places in one folder: from how many on the folder is opened, and how many one thread asks for.
+// Of places in one folder: how many are needed to open it for them, and how many one thread takes.
 constexpr std::uint32_t kFewestNeighbours = 4;
 constexpr std::uint32_t kMostNeighbours = 64;
 
-/// Of an absolute path, with the separator.
+/// The folder in an absolute path, with the separator at its end.
 std::string_view FolderPart(std::string_view path) {
   path.remove_suffix(LastPart(path).size());
   return path;
@@ -41,8 +41,8 @@ ReceiptCheck::ReceiptCheck(const ReceiptBody& receipt)
   CheckAnswers();
 }
 
-/// Places that stand in one folder, one after the other, are asked for there: the way to that folder is
-/// most of what asking by path costs.
+/// Places in the same folder that follow one another are asked for relative to that folder: when
+/// they are asked for by path, the way to it costs most.
 void ReceiptCheck::CheckPlaces() {
   const std::uint32_t count = body.Get().places()->size();
   std::vector<std::uint32_t> ends;
@@ -62,10 +62,11 @@ void ReceiptCheck::CheckNeighbours(std::uint32_t begin, std::uint32_t end) {
   DiskPatience::Limit limit;
   if (timeout >= 0) limit = std::chrono::milliseconds(timeout);
   Descriptor folder(-1);
+  // Opening it may take any time, so not where there is a limit.
   if (!limit && end - begin >= kFewestNeighbours) {
     folder = OpenPath(std::string(FolderPart(body.PathAt(begin))), O_PATH | O_DIRECTORY);
   }
-  std::string name;  // its memory serves one after the other
+  std::string name;  // out here to use its memory again
   for (std::uint32_t number = begin; number < end; ++number) {
     const std::string_view place = body.PathAt(number);
     if (folder.IsOpen()) {
@@ -95,11 +96,11 @@ void ReceiptCheck::CheckLists() {
     firstChanged.push_back(static_cast<std::size_t>(found - places.begin()));
     any = any || found != places.end();
   }
-  // A folder that came in one of them is searched as well.
+  // A changed folder may hold a new one, which is on a recursive path as well.
   path = path || (body.Get().path()->recursive() && firstChanged[0] < body.ListAt(0).size());
 }
 
-/// What questions rest on besides their lists.
+/// Checks what questions rest on besides their lists.
 void ReceiptCheck::CheckFiles() {
   for (const std::uint32_t question : *body.Get().uncertain()) Mark(question);
   for (const auto* further : *body.Get().further()) {
@@ -123,7 +124,7 @@ void ReceiptCheck::CheckFiles() {
   }
 }
 
-/// Rights change without a change of the folder.
+/// Checks the files of answers: their rights may change without a change of the folder.
 void ReceiptCheck::CheckAnswers() {
   const auto counted = static_cast<LookupRules::Files>(body.Get().path()->rules()->files());
   if (counted == LookupRules::Files::Regular) return;

@@ -18,11 +18,12 @@ class ReceiptCheck {
 
   /// Whether nothing has changed.
   [[nodiscard]] bool IsFresh() const noexcept { return !all && !path && !any; }
-  /// Whether everything is to be asked again.
+  /// Whether all questions are to be asked again.
   [[nodiscard]] bool ConcernsAll() const noexcept { return all; }
-  /// Whether there may be other folders on the path. If there are, everything is to be asked again.
+  /// Whether other folders may be on the path now. If they are, all questions are to be asked
+  /// again.
   [[nodiscard]] bool ConcernsPath() const noexcept { return path; }
-  /// Whether the question is to be asked again in any case.
+  /// Whether the question is to be asked again, whatever the two above say.
   [[nodiscard]] bool Concerns(std::uint32_t question) const;
 
  private:
@@ -39,9 +40,9 @@ class ReceiptCheck {
   bool all;
   bool path;
   bool any = false;
-  std::vector<std::uint8_t> changedPlaces;  // of each place: whether it is another now
+  std::vector<std::uint8_t> changedPlaces;  // of each place: 1 if changed; bytes, for threads
   std::vector<std::size_t> firstChanged;    // of each list: the position of the first changed place
-  std::vector<bool> changedQuestions;  // for another reason than a list; empty when there are none
+  std::vector<bool> changedQuestions;  // for other reasons than lists; empty when there are none
 };
 
 }  // namespace Corvane::PathManagement::host

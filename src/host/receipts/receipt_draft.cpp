@@ -21,7 +21,7 @@ namespace Corvane::PathManagement::host {
 namespace {
 
 constexpr std::chrono::nanoseconds kSecond = std::chrono::seconds(1);
-constexpr std::chrono::nanoseconds kCoarseGrain = 2 * kSecond;  // of some file systems' times
+constexpr std::chrono::nanoseconds kCoarseGrain = 2 * kSecond;  // of times in some file systems
 
 /// How far the time that the kernel gives to files may be behind the clock.
 std::chrono::nanoseconds GetTick() {
@@ -30,11 +30,12 @@ std::chrono::nanoseconds GetTick() {
   return std::chrono::seconds(tick.tv_sec) + std::chrono::nanoseconds(tick.tv_nsec);
 }
 
-/// Whether a change since `begun` would show in what is seen now. A folder whose modification time has
-/// been set back shows it by the time at which that was done, if its file system keeps that finely.
+/// Whether any change since `begun` shows in what is seen now. When a modification time has been
+/// set back, only the change time shows that, so it must be early enough, too.
 bool IsCertain(const FolderSight& sight, std::chrono::nanoseconds begun) {
   static const std::chrono::nanoseconds tick = GetTick();
   if (sight.error != 0) return sight.error == ENOENT || sight.error == ENOTDIR;
+  // Whole seconds may be all that the file system keeps.
   const bool isCoarse = sight.stamp.changed % kSecond.count() == 0;
   return sight.stamp.modified <= (begun - kCoarseGrain).count() &&
          sight.stamp.changed <= (begun - (isCoarse ? kCoarseGrain : tick)).count();
@@ -55,7 +56,7 @@ receipts::Text ReceiptDraft::AddText(const ustring& text) {
 }
 
 std::uint32_t ReceiptDraft::AddName(const ustring& name) {
-  NameKey bytes;  // makes no string of a usual name
+  NameKey bytes;  // saves making a string of a usual name
   if (bytes.Set(name)) {
     names.append(bytes.View());
   } else {
@@ -84,7 +85,7 @@ std::uint32_t ReceiptDraft::AddPlace(std::string_view path) {
   return place;
 }
 
-/// Leaves the places that questions have reached, and numbers them anew.
+/// Keeps only the places that questions have reached, and numbers them anew.
 void ReceiptDraft::DropIdlePlaces() {
   std::vector<std::uint32_t> numbers(paths.size(), kNone);
   std::deque<std::string> kept;
@@ -137,13 +138,13 @@ void ReceiptDraft::LookAtPlaces(DiskPatience::Limit limit,
   }
 }
 
-/// The text of where a path leads, which is mostly that of the path.
+/// The text of `target`, where `path` leads; mostly that is `path` itself, and is not added again.
 receipts::Text ReceiptDraft::AddTarget(const receipts::Text& path, const std::string& target) {
   return TextOf(path) == target ? path : AddText(std::string_view(target));
 }
 
-/// What decides where places are, given where they were found to be: the folders that hold them, and
-/// what links there are on the way.
+/// The paths whose links decide where places lead: the folders that hold them, and the places whose
+/// canonical path is another.
 std::set<std::string> ReceiptDraft::FindWays(const std::vector<std::string>& canonical) const {
   std::set<std::string> found;
   for (std::size_t place = 0; place < paths.size(); ++place) {
@@ -154,7 +155,8 @@ std::set<std::string> ReceiptDraft::FindWays(const std::vector<std::string>& can
   return found;
 }
 
-/// Most questions are of the first kind and were answered with a file of that name, or not at all.
+/// Usual questions are of the first kind, and are answered either with the file of that name in the
+/// last place asked, or not at all. All others are exceptions.
 ReceiptDraft::Written ReceiptDraft::WriteQuestions() const {
   Written written;
   written.nameEnds.reserve(questions.size());
@@ -163,15 +165,15 @@ ReceiptDraft::Written ReceiptDraft::WriteQuestions() const {
     const auto number = static_cast<std::uint32_t>(written.asked.size());
     const auto& list = lists[question.list].places;
     const bool isAnswered = question.place != kNone;
-    const bool isLast = isAnswered
-                            ? question.asked > 0 && list[question.asked - 1] == question.place
-                            : question.asked == list.size();
-    if (question.kind != 0 || question.file.size() > 0 || !isLast) {
+    const bool endsAsUsual = isAnswered
+                                 ? question.asked > 0 && list[question.asked - 1] == question.place
+                                 : question.asked == list.size();
+    if (question.kind != 0 || question.file.size() > 0 || !endsAsUsual) {
       written.exceptions.emplace_back(number, question.kind, question.asked, question.place,
                                       question.file);
     }
     written.nameEnds.push_back(question.nameEnd);
-    written.asked.push_back(isAnswered && isLast ? question.asked : 0);
+    written.asked.push_back(isAnswered && endsAsUsual ? question.asked : 0);
     const bool goesOn = !written.runs.empty() && written.runs.back().list() == question.list;
     if (goesOn) written.runs.pop_back();
     written.runs.emplace_back(number + 1, question.list);

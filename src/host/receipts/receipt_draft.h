@@ -25,11 +25,11 @@ class ReceiptDraft {
  public:
   struct List {
     std::vector<std::uint32_t> places;
-    std::size_t asked = 0;  // how many of them some question has asked
+    std::size_t asked = 0;  // how many, from the beginning, some question has asked
   };
   struct Question {
-    std::uint32_t nameEnd = 0;
-    receipts::Text file = {};     // of the answer; empty for the last part of the name
+    std::uint32_t nameEnd = 0;    // in the names of all questions
+    receipts::Text file = {};     // of the answer; empty when it is the last part of the name
     std::uint32_t place = kNone;  // of the answer; kNone when there is none
     std::uint32_t kind = 0;
     std::uint32_t list = 0;
@@ -45,17 +45,17 @@ class ReceiptDraft {
   [[nodiscard]] std::uint32_t AddName(const ustring& name);
   /// The name of the file that a question was answered with.
   [[nodiscard]] std::string_view FileOf(std::uint32_t question) const;
-  /// The number of the place at a native path.
+  /// The number of the place at a native path, which is added when it is new.
   [[nodiscard]] std::uint32_t AddPlace(std::string_view path);
-  /// The same; empty when it has not been added.
+  /// The number of the place at a native path; empty when it has not been added.
   [[nodiscard]] std::optional<std::uint32_t> FindPlace(std::string_view path) const;
   [[nodiscard]] const std::string& PathOf(std::uint32_t place) const { return paths[place]; }
 
-  /// Asks the disk about the places that matter, and puts all together. A place is certain when its times
-  /// say that it had come to rest by `begun`, before any question was asked: they are as coarse as file
-  /// systems and the kernel's clock make them.
+  /// Asks the disk about the places that matter, and puts all together; called once. `begun` is
+  /// before the first question. A place is certain when its times prove that it has not changed
+  /// since, however coarsely file systems and the kernel keep them.
   ///
-  /// Errors: `std::length_error`.
+  /// Errors: `std::length_error` when the receipt would be too long.
   [[nodiscard]] std::shared_ptr<const ReceiptBody> Finish(
       const EnvironmentOptions& options, std::chrono::system_clock::time_point begun);
 
@@ -86,7 +86,7 @@ class ReceiptDraft {
 
   std::string texts;
   std::string names;              // of the questions, one after the other
-  std::deque<std::string> paths;  // stay where they are
+  std::deque<std::string> paths;  // of the places; a deque, since placesByPath views them
   boost::unordered_flat_map<std::string_view, std::uint32_t, NameBytesHash> placesByPath;
   std::vector<receipts::Place> places;
   std::vector<receipts::Way> ways;

@@ -19,8 +19,8 @@ namespace Corvane::PathManagement::host {
 
 namespace {
 
-/// The lengths of the names of files and folders that may decide a question; all when they are not known
-/// without making the names.
+/// The lengths of the names of files and folders that may decide a question; all lengths when it
+/// would take the names themselves to know.
 NameLengths LengthsOf(const Lookup& lookup) {
   const std::u16string_view file = LastPart(lookup.name);
   const bool isAscii =
@@ -28,7 +28,7 @@ NameLengths LengthsOf(const Lookup& lookup) {
   NameLengths lengths;
   if (lookup.extensions.empty() && isAscii) {
     lengths.Add(file.size());
-    lengths.Add(file.size() + 1);  // "@" is before the name of a folder
+    lengths.Add(file.size() + 1);  // a method folder, which begins with "@"
   } else {
     lengths.AddAll();
   }
@@ -53,7 +53,7 @@ class ReceiptRecorder::State {
   [[nodiscard]] std::shared_ptr<const ReceiptBody> Finish();
 
  private:
-  /// The number of how the question is asked.
+  /// The number of the question's kind, which is added when it is new.
   [[nodiscard]] std::uint32_t KindOf(const Lookup& lookup);
   [[nodiscard]] std::uint32_t PlaceOf(const FoundItem& file);
   [[nodiscard]] receipts::Text FileOf(const FoundItem& file, const Lookup& lookup);
@@ -130,14 +130,15 @@ std::uint32_t ReceiptRecorder::State::PlaceOf(const FoundItem& file) {
 
 /// The name of the file in its folder; empty when it is the last part of the name that was asked for.
 receipts::Text ReceiptRecorder::State::FileOf(const FoundItem& file, const Lookup& lookup) {
-  // Then it is, and looking at it would take as long as all else.
+  // Then the two are equal; comparing them would take as long as the rest of `Add`.
   if (lookup.extensions.empty() && lookup.policy != FilenameMatchingPolicy::IgnoreCase) return {};
   const PathItem& item = *file.GetPathItem();
   const ustring name = item.GetName() + item.GetExtension();
   return name == LastPart(lookup.name) ? receipts::Text() : draft.AddText(name);
 }
 
-/// How many places were asked up to the answer. One in a method folder is found at the folder above.
+/// How many places were asked up to the answer. An answer in a method folder is found at the folder
+/// above that.
 std::size_t ReceiptRecorder::State::CountAsked(const AskedList& list, std::uint32_t answer) const {
   const std::size_t size = list.GetPlaces().size();
   std::size_t position = list.PositionOf(answer);
@@ -150,7 +151,7 @@ std::size_t ReceiptRecorder::State::CountAsked(const AskedList& list, std::uint3
   return std::min(position + 1, size);
 }
 
-/// What decides which folders are on the path.
+/// Notes what decides which folders are on the path.
 void ReceiptRecorder::State::NotePath() {
   const EnvironmentOptions& options = *environment.options;
   draft.pathIsUncertain = options.packages || !environment.view->GetUnlocated().empty();
@@ -164,7 +165,7 @@ void ReceiptRecorder::State::NotePath() {
   }
   const bool isRecursive = options.expansion == FolderExpansion::Recursive;
   if (!isRecursive && !draft.pathIsUncertain) return;
-  ReceiptDraft::List& path = draft.lists.front();
+  ReceiptDraft::List& path = draft.lists.front();  // all of which matters now
   path.asked = path.places.size();
   if (!isRecursive) return;
   const auto& folders = environment.view->GetFolderPath().GetMainFolders();
@@ -174,7 +175,8 @@ void ReceiptRecorder::State::NotePath() {
   }
 }
 
-/// Of a folder whose subfolders are searched: a link may come to lead to a folder, or cease to.
+/// Notes the links in a folder whose subfolders are searched: each may come to lead to a folder, or
+/// cease to.
 void ReceiptRecorder::State::NoteLinks(std::uint32_t place, const FolderListing& listing) {
   for (const auto& link : listing.links) {
     const auto standing =
@@ -187,7 +189,7 @@ void ReceiptRecorder::State::NoteLinks(std::uint32_t place, const FolderListing&
   }
 }
 
-/// The options, with which other processes search the same path.
+/// The options with which a process in any working folder searches the same path.
 EnvironmentOptions ReceiptRecorder::State::OptionsAnywhere() const {
   EnvironmentOptions options = *environment.options;
   try {

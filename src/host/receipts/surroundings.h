@@ -8,14 +8,14 @@
 
 namespace Corvane::PathManagement::host {
 
-// What decides about the folders of a path without being seen in them.
+// What decides which files a path has, but does not show in its folders.
 
 using foundation::storage::vfs::detail::LinkResolver;
 
-/// A number for what this process may do, as far as that decides which files it finds.
+/// A hash of the effective user and the groups of this process, which decide what it may search.
 [[nodiscard]] std::uint64_t RightsOfProcess();
 
-/// `path` as `links` resolves it; itself where that fails.
+/// `path` as `links` resolves it; `path` itself where that fails.
 [[nodiscard]] std::string WithoutLinks(LinkResolver& links, const std::string& path);
 
 }  // namespace Corvane::PathManagement::host
