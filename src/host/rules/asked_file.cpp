@@ -12,7 +12,7 @@ namespace {
 
 using Files = LookupRules::Files;
 
-/// What the kernel is asked about.
+/// The arguments by which `fstatat` and `faccessat` know a file.
 struct Asked {
   int folder;
   const char* path;
@@ -31,11 +31,11 @@ Standing LookAt(const Asked& asked, Files files) {
   struct stat status = {};
   if (fstatat(asked.folder, asked.path, &status, asked.flags) != 0) return StandingOfFailure(errno);
   if (S_ISDIR(status.st_mode)) {
-    // Compilers open it before they see what it is.
+    // Compilers open a folder like a file before they see what it is.
     return files == Files::Readable && !asked.MayBeUsed(R_OK) ? Standing::NotReadable
                                                               : Standing::Folder;
   }
-  // A device such as /dev/null takes the place of an empty header.
+  // A character device may count: /dev/null serves as an empty header.
   if (files == Files::Readable && (S_ISREG(status.st_mode) || S_ISCHR(status.st_mode))) {
     return asked.MayBeUsed(R_OK) ? Standing::Counts : Standing::NotReadable;
   }

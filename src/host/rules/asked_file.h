@@ -8,29 +8,30 @@
 
 namespace Corvane::PathManagement::host {
 
-/// What stands where a file is looked for.
+/// What a look at a path on disk finds.
 enum class Standing : std::uint8_t {
-  Counts,         ///< a file that counts
+  Counts,         ///< a file that counts by `LookupRules::Files`
   Absent,         ///< nothing, or a link that leads nowhere
   Folder,         ///< a folder
   OtherType,      ///< a device, a socket or the like
   NotExecutable,  ///< a file that this process may not execute
-  NotReadable,    ///< a file that this process may not read, or something that cannot be opened
-  NotReachable,   ///< unknown: the system refuses to look there
+  NotReadable,    ///< where readable files count: what may not be read, a socket or the like
+  NotReachable,   ///< unknown: the look failed, as in a folder that may not be searched
 };
 
-/// Looks at `path` with the effective rights of this process.
+/// What stands at `path`, judged with the effective rights of this process. `files` says what
+/// counts.
 ///
-/// Cost: one system call where nothing stands, and one more for a right that counts.
+/// Cost: one system call, and a second one where a right decides.
 [[nodiscard]] Standing LookAtFile(const std::string& path, LookupRules::Files files);
 
-/// The same of a file that is open, perhaps for its path alone.
+/// As above, of an open file; `O_PATH` is enough.
 [[nodiscard]] Standing LookAtFile(int descriptor, LookupRules::Files files);
 
 /// Whether a link stands at `path` that leads nowhere.
 [[nodiscard]] bool IsBrokenLink(const std::string& path);
 
-/// Whether what stands somewhere ends the search, so that no later folder is asked.
+/// Whether the search ends without an answer where it meets `standing`; see `LookupRules::Files`.
 [[nodiscard]] inline bool EndsSearch(Standing standing, LookupRules::Files files) noexcept {
   return files == LookupRules::Files::Readable &&
          (standing == Standing::NotReadable || standing == Standing::NotReachable);

@@ -16,9 +16,9 @@ using current_working_folder::AbsolutizeError;
 using Match = RelativeFolder::Match;
 
 constexpr unsigned kMostSingleLooks = 8;
-constexpr std::size_t kFewRoots = 8;  // more threads would not pay
+constexpr std::size_t kFewRoots = 8;  // listing them with several threads would not pay
 
-// What a record says when no root has a file that counts.
+// What a record holds for an answer without a file: none counts, or the search ended before one.
 const Match& NoMatch() {
   static const Match none{0, FoundItem(nullptr, nullptr)};
   return none;
@@ -39,7 +39,8 @@ const Match& MatchOf(const RelativeFolder::Answer& answer) {
   return answer.match == nullptr ? NoMatch() : *answer.match;
 }
 
-bool StandsNowhere(const FolderListing& listing) {
+/// Whether there was no folder to list.
+bool IsOfNoFolder(const FolderListing& listing) {
   return listing.problem == AbsolutizeError::Absent ||
          listing.problem == AbsolutizeError::BrokenLink ||
          listing.problem == AbsolutizeError::NotAFolder;
@@ -91,7 +92,7 @@ void RelativeFolder::List() {
   }
   for (std::size_t root = 0; root < roots.size(); ++root) AddToTable(root);
   for (const auto& [asked, sight] : seen) {
-    // Asked again in the order of the roots, of which this one has answered already.
+    // What was seen stays so whatever the listing has: the name is looked for from this root on.
     const auto [known, isNew] = table.emplace(asked.first, nullptr);
     if (isNew) known->second = &records.emplace_back(asked.second);
     known->second->firstRoot = std::min(known->second->firstRoot, asked.second);
@@ -105,8 +106,8 @@ void RelativeFolder::AddToTable(std::size_t root) {
     return;
   }
   const FolderListing& listing = StateOf(*entries[root]).Listing();
-  if (StandsNowhere(listing)) {
-    entries[root] = nullptr;  // most folders stand below few roots
+  if (IsOfNoFolder(listing)) {
+    entries[root] = nullptr;  // saves memory: most relative folders stand below few roots
     return;
   }
   const std::string path = roots.PathOf(root, name);
@@ -121,8 +122,8 @@ void RelativeFolder::AddToTable(std::size_t root) {
   if (files == LookupRules::Files::Readable) LookAtOtherNames(root, listing);
 }
 
-/// Looks at what counts or ends the search though it is no file to a listing: devices behind links,
-/// what may not be opened.
+/// Looks at names that are no files in the listing, but may count or end the search: devices behind
+/// links, folders that may not be opened.
 void RelativeFolder::LookAtOtherNames(std::size_t root, const FolderListing& listing) {
   const auto look = [&](const std::string& file) { static_cast<void>(LookInLocked(root, file)); };
   for (const auto& link : listing.links) {
@@ -162,9 +163,10 @@ RelativeFolder::Sight RelativeFolder::LookInLocked(std::size_t root, std::string
   if (const auto known = seen.find(key); known != seen.end()) return known->second;
   Sight sight{FindStanding(root, file), nullptr};
   if (sight.standing == Standing::Counts) sight.match = &Keep(root, file);
-  // That a listing does not have a file need not be kept.
-  const bool isCertain = isListed && !IsAlwaysAsked(root) && sight.standing == Standing::Absent;
-  if (!isCertain) seen.emplace(std::move(key), sight);
+  // What a listing shows to be absent need not be kept.
+  const bool isAbsentInListing =
+      isListed && !IsAlwaysAsked(root) && sight.standing == Standing::Absent;
+  if (!isAbsentInListing) seen.emplace(std::move(key), sight);
   return sight;
 }
 
@@ -180,7 +182,7 @@ Standing RelativeFolder::FindStanding(std::size_t root, std::string_view file) c
         return LookAtFile(path, counted);
       });
   if (!standing) return Standing::Absent;
-  // A root that is no folder here is left out of the path, whatever keeps it from being one.
+  // A root that is not seen to be a folder counts as left out of the path: it ends no search.
   return standing == Standing::NotReachable && !roots.IsFolder(root) ? Standing::Absent : *standing;
 }
 

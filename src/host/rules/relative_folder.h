@@ -25,9 +25,9 @@ namespace Corvane::PathManagement::host {
 
 /// The folders of one relative name, such as "sys", below all roots of a path.
 ///
-/// The first eight questions for a file ask the disk for that file alone, one root after the other.
-/// The ninth lists the folders and makes a table of their files. What was answered before stays
-/// answered. Folders that may be searched but not listed are always asked.
+/// The first eight calls of `FindFirst` ask the disk for the wanted file alone, one root after the
+/// other. The ninth lists the folders and makes a table of their files. Earlier answers stay as
+/// they are. In folders that may be searched but not listed, the disk is asked for every name.
 ///
 /// Threads: all operations, from any thread. A question that has been answered before takes no lock
 /// once there is a table.
@@ -41,15 +41,15 @@ class RelativeFolder {
   /// What came of asking one root.
   struct Sight {
     Standing standing;
-    const Match* match;  // of a file that counts; lives as long as the folder
+    const Match* match;  // null unless a file counts; lives as long as the `RelativeFolder`
   };
   /// What came of asking one root after the other.
   struct Answer {
-    const Match* match = nullptr;
-    bool ended = false;  // by something that ends the search
+    const Match* match = nullptr;  // null when no file was found
+    bool ended = false;            // whether something ended the search; see `EndsSearch`
   };
 
-  /// Precondition: `searchRoots` outlive this object.
+  /// `folderName` is as `GetName` returns it. Precondition: `searchRoots` outlives this object.
   RelativeFolder(const SearchRoots& searchRoots, LookupRules::Files countedFiles,
                  std::string folderName)
       : roots(searchRoots), files(countedFiles), name(std::move(folderName)) {}
@@ -57,10 +57,10 @@ class RelativeFolder {
   RelativeFolder& operator=(const RelativeFolder&) = delete;
   ~RelativeFolder() = default;
 
-  /// Empty for the roots themselves, else without "/" at its end.
+  /// The relative name: empty for the roots themselves, else without "/" at its end.
   [[nodiscard]] const std::string& GetName() const noexcept { return name; }
 
-  /// The first file of that name, in the order of the roots.
+  /// The first file of that name that counts, in the order of the roots.
   [[nodiscard]] Answer FindFirst(std::string_view file);
   /// What stands at that name below one root.
   [[nodiscard]] Sight LookIn(std::size_t root, std::string_view file);
@@ -69,16 +69,16 @@ class RelativeFolder {
   [[nodiscard]] bool IsListed() const noexcept { return isListed.load(std::memory_order_acquire); }
   // Precondition of what follows: there is a table.
 
-  /// What stands below one root; null where that is always asked.
+  /// The listing of the folder below one root; null where the disk is asked for every name.
   [[nodiscard]] const FolderListing* FindListing(std::size_t root) const;
-  /// The first root that may have the file.
+  /// The first root that may have the file; the number of roots when none may.
   [[nodiscard]] std::size_t FirstRootToAsk(std::string_view file) const;
 
  private:
   /// A name that some root lists, or that has been asked for before there was a table.
   struct Record {
     std::size_t firstRoot;
-    std::atomic<const Match*> answer = nullptr;  // null until it has been found out
+    std::atomic<const Match*> answer = nullptr;  // null until it is known
 
     explicit Record(std::size_t root) : firstRoot(root) {}
   };
@@ -105,7 +105,7 @@ class RelativeFolder {
   std::vector<std::size_t> unlisted;  // the roots that cannot be listed, in order
 
   std::mutex mutex;                                           // guards what follows
-  std::vector<std::shared_ptr<const FolderEntry>> entries;    // of the roots, null until needed
+  std::vector<std::shared_ptr<const FolderEntry>> entries;    // of the folders; null until needed
   std::map<std::pair<std::string, std::size_t>, Sight> seen;  // by file and root
   std::deque<Match> matches;
   std::deque<Record> records;

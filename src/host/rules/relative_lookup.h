@@ -16,8 +16,8 @@ namespace Corvane::PathManagement::host {
 /// Finds files by their names relative to the folders of a path: "a/b.h" below each of them.
 ///
 /// Threads: all operations, from any thread.
-/// Cost: two hash probes, however many folders there are, once a relative folder has been asked
-/// often; see `RelativeFolder`. Names of relative folders that were asked for are kept.
+/// Cost: once a relative folder, such as "a", has been asked often, two hash probes, however many
+/// roots there are; see `RelativeFolder`. Relative folders that were asked for are kept.
 class RelativeLookup {
  public:
   RelativeLookup(SearchRoots searchRoots, LookupRules::Files countedFiles)
@@ -28,16 +28,16 @@ class RelativeLookup {
 
   [[nodiscard]] const SearchRoots& GetRoots() const noexcept { return roots; }
 
-  /// The first file of that relative name, in the order of the roots.
+  /// The first file of that relative name that counts, in the order of the roots.
   [[nodiscard]] RelativeFolder::Answer FindFirst(std::string_view relative);
   /// What stands at that relative name below one root.
   [[nodiscard]] RelativeFolder::Sight LookIn(std::size_t root, std::string_view relative);
-  /// The folders of that relative name; null unless they are listed.
+  /// The folders of that relative name; null unless they have been listed.
   [[nodiscard]] const RelativeFolder* FindListed(std::string_view folder) const;
 
  private:
-  /// Open addressing over atomic pointers: readers take no lock. A full table is replaced by a larger
-  /// one and kept for those who still read it.
+  /// A hash table with open addressing over atomic pointers, so that readers take no lock. When it
+  /// is too full, a larger one replaces it; the old one is kept for threads that still read it.
   struct Table {
     explicit Table(std::size_t size)
         : mask(size - 1), slots(std::make_unique<std::atomic<RelativeFolder*>[]>(size)) {}
@@ -53,8 +53,8 @@ class RelativeLookup {
 
   const SearchRoots roots;
   const LookupRules::Files files;
-  std::atomic<Table*> current = nullptr;
-  std::mutex mutex;  // guards what follows
+  std::atomic<Table*> current = nullptr;  // the last of tables
+  std::mutex mutex;                       // guards what follows
   std::vector<std::unique_ptr<Table>> tables;
   std::vector<std::unique_ptr<RelativeFolder>> folders;
 };

@@ -31,7 +31,8 @@ SearchRoots RootOfFileSystem() {
           nullptr};
 }
 
-/// The native path of a folder relative to the root of the file system, ended by "/".
+/// The native path of a folder relative to the root of the file system, ended by "/"; empty for the
+/// root. A location that is not on disk becomes /dev/null, below which nothing is found.
 std::string BelowRoot(const AbsoluteIRI& folder) {
   std::string path = fl::filesystem::detail::NativeBytes(folder).value_or("/dev/null");
   path.erase(0, path.find_first_not_of('/'));
@@ -39,7 +40,7 @@ std::string BelowRoot(const AbsoluteIRI& folder) {
   return path;
 }
 
-/// Calls use(name) for each relative name that `target` may mean, the preferred one first.
+/// Calls use(name) for each file name that `target` may mean, the preferred one first.
 template <class Use>
 void ForEachSpelling(const PathManagement::detail::SearchTarget& target, const Use& use) {
   NameKey name;
@@ -61,7 +62,8 @@ std::optional<AbsolutizeError> AskReason(const std::string& path) {
   return ReasonFor({errno, std::generic_category()}, path);
 }
 
-/// The same of a folder at or below a folder of the path, which may be given up.
+/// As `AskReason`, for a folder at or below `onPath`; `NoAnswer` if the disk does not answer in
+/// time.
 std::optional<AbsolutizeError> FindReason(const FolderEntry& onPath, const AbsoluteIRI& folder) {
   const auto path = fl::filesystem::detail::NativeBytes(folder);
   if (!path) return AbsolutizeError::InvalidText;
@@ -109,8 +111,8 @@ std::vector<FoundItem> RuledPath::FindAll(const Target& target, const Asker& ask
   return FindFiles(target, asker, false);
 }
 
-/// The first file of each name below the path. Of several names, the one that is found in the
-/// earliest folder wins, and within one folder the preferred one.
+/// The answer to a question that concerns the path alone. Of several names, the one that is found
+/// in the earliest folder wins, and within one folder the preferred one.
 boost::optional<FoundItem> RuledPath::FindAtOnce(const Target& target) const {
   const RelativeFolder::Match* best = nullptr;
   bool ended = false;
@@ -121,7 +123,7 @@ boost::optional<FoundItem> RuledPath::FindAtOnce(const Target& target) const {
       best = answer.match;
     }
   });
-  if (ended && best != nullptr) {  // which of the two comes first?
+  if (ended && best != nullptr) {  // only asking in order shows which of the two comes first
     const auto files = FindFiles(target, {}, true);
     if (!files.empty()) return files.front();
   } else if (best != nullptr) {
@@ -134,14 +136,14 @@ boost::optional<FoundItem> RuledPath::FindAtOnce(const Target& target) const {
 std::vector<FoundItem> RuledPath::FindFiles(const Target& target, const Asker& asker,
                                             bool firstOnly) const {
   std::vector<FoundItem> files;
-  CountingPlaces counting(*view);
+  PlaceFilter filter(*view);
   const auto names = NamesOf(target);
   for (const Place& place : FindPlaces(target, asker)) {
     for (const std::string& name : names) {
       const Sight sight = LookIn(place, name);
       if (sight.standing == Standing::Absent) continue;
-      // Asked only where something stands: a repeat holds what the folder that it repeats holds.
-      if (!counting.Counts(place)) break;
+      // Only now, since it costs more: a repeat cannot hold anything that its first folder lacks.
+      if (!filter.Counts(place)) break;
       if (sight.match != nullptr) files.push_back(sight.match->file);
       if (EndsSearch(sight.standing, rules.files) || (firstOnly && !files.empty())) return files;
     }
@@ -205,12 +207,13 @@ void RuledPath::AddPlaces(RelativeLookup& lookup, std::vector<Place>& places) {
   }
 }
 
-/// Leaves the places behind `folder`, without those that repeat one up to it: compilers drop repeats
-/// within the folders for names in quotes, and within the others. All stay when there is no such
-/// place.
+/// Removes the first place at `folder`, all before it, and those after it that repeat a place of
+/// the same list: compilers drop repeats among the quote folders, and among the folders of the
+/// path. Removes nothing when no place is at `folder`.
 void RuledPath::RemoveUpTo(const AbsoluteIRI& folder, std::vector<Place>& places) const {
   const AbsoluteIRI wanted = CreateMainFolder(folder, nullptr)->GetCanonicalAbsoluteIRI();
-  // What cannot be reached, such as "locked/../include", is no folder that another one could repeat.
+  // A place that cannot be reached, such as "locked/../include", may have the canonical location of
+  // another folder, but is not that folder.
   const auto isFolder = [](const Place& place) {
     return place.lookup->GetRoots().IsFolder(place.root);
   };
@@ -219,10 +222,11 @@ void RuledPath::RemoveUpTo(const AbsoluteIRI& folder, std::vector<Place>& places
   });
   if (found == places.end()) return;
   const RelativeLookup* const list = found->lookup;
-  CountingPlaces counting(*view);
+  PlaceFilter filter(*view);
   const auto isRepeat = [&](const Place& place) {
-    return place.lookup == list && isFolder(place) && counting.FindCounting(place) != place.folder;
+    return place.lookup == list && isFolder(place) && filter.FindFirst(place) != place.folder;
   };
+  // The filter has to take the places that go, since those that stay may repeat them.
   std::for_each(places.begin(), found + 1, isRepeat);
   places.erase(places.begin(), found + 1);
   std::erase_if(places, isRepeat);
@@ -251,14 +255,15 @@ std::optional<AbsolutizeError> RuledPath::FindProblem(const Place& place) {
 
 PathEntries RuledPath::FindFolders(const ustring& name) const {
   PathEntries found;
-  CountingPlaces counting(*view);
+  PlaceFilter filter(*view);
   const bool isFull = name.starts_with(u'/');
+  // Used for a full name only; "/" stands in for others, since it can always be located.
   const AbsoluteIRI full = CreateMainFolder(WorkingFolder().Locate(isFull ? name : u"/"), nullptr)
                                ->GetCanonicalAbsoluteIRI();
   std::string relative(Trimmed(BytesFromText(name).value_or("")));
   while (relative.ends_with('/')) relative.pop_back();
   for (const Place& place : GetPlacesOnPath()) {
-    if (!counting.Counts(place)) continue;
+    if (!filter.Counts(place)) continue;
     if (isFull) {
       if (place.folder->GetCanonicalAbsoluteIRI() == full) found.push_back(place.folder);
     } else if (rules.separator == Separator::FileBelow && !relative.empty()) {
@@ -277,16 +282,16 @@ void RuledPath::CheckFolder(const AbsoluteIRI& folder) {
 
 std::vector<FolderProblem> RuledPath::FindProblems() const {
   std::vector<FolderProblem> problems = view->GetUnlocated();
-  CountingPlaces counting(*view);
+  PlaceFilter filter(*view);
   for (const Place& place : GetPlacesOnPath()) {
     const auto reason = FindProblem(place);
-    if (!reason || !counting.Counts(place)) continue;
+    if (!reason || !filter.Counts(place)) continue;
     problems.push_back({GetStringFromIRI(place.folder->GetAbsoluteIRI()), *reason});
   }
   return problems;
 }
 
-std::shared_ptr<const FolderEntry> CountingPlaces::FindCounting(const RuledPath::Place& place) {
+std::shared_ptr<const FolderEntry> PlaceFilter::FindFirst(const RuledPath::Place& place) {
   if (!view.DropsRepeats()) return place.folder;
   return seen.emplace(place.folder->GetCanonicalAbsoluteIRI(), place.folder).first->second;
 }

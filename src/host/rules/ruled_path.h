@@ -25,40 +25,40 @@ namespace Corvane::PathManagement::host {
 /// The folders of a path, searched by rules under which folders have no meaning.
 ///
 /// Threads: all operations, from any thread.
-/// Cost: `Find` makes one system call for each folder up to the answer; see `RelativeLookup` for
-/// what it costs from then on.
+/// Cost: at first, `Find` makes one system call for each folder up to the answer; see
+/// `RelativeLookup` for what it costs after a few calls.
 class RuledPath {
  public:
   using Target = PathManagement::detail::SearchTarget;
 
-  /// Who asks; see `Lookup`.
+  /// Who asks.
   struct Asker {
-    std::optional<AbsoluteIRI> from = {};
-    std::optional<AbsoluteIRI> after = {};
+    std::optional<AbsoluteIRI> from = {};   // `Lookup::fromFolder`
+    std::optional<AbsoluteIRI> after = {};  // `Lookup::afterFolder`
   };
 
-  /// A folder that a question asks.
+  /// A folder in which the names of a question are looked for.
   struct Place {
     std::shared_ptr<const FolderEntry> folder;
-    bool isOnPath;  // if not, it is the asker's or that of the file that was named
+    bool isOnPath;  // or a quote folder; if not, it is the asker's or that of the file named
     RelativeLookup* lookup;
-    std::size_t root;
-    std::string before;  // the names that are asked for, relative to the root, begin with this
+    std::size_t root;    // of lookup
+    std::string before;  // put in front of a name, to make it relative to the root
   };
 
-  /// `quoteFolders` are asked before the others when a file asks. Listings come from `source`; from
-  /// the disk when that is null. Names of files are relative to `folder`.
+  /// `quoteFolders` are asked before the path when a file asks. Listings come from `source`; from
+  /// the disk when that is null. A relative name for which `IsThatFile` is true begins at `folder`.
   RuledPath(std::shared_ptr<const PathView> pathView, const LookupRules& lookupRules,
             FolderEntries quoteFolders, const std::shared_ptr<const ListingSource>& source,
             const WorkingFolder& folder);
 
   [[nodiscard]] const LookupRules& GetRules() const noexcept { return rules; }
   [[nodiscard]] const PathView& GetView() const noexcept { return *view; }
-  /// What stands below the folders of the path.
+  /// The folders below those of the path.
   [[nodiscard]] RememberedTree& GetTree() const noexcept { return *tree; }
   /// The folders of the path, as they were given.
   [[nodiscard]] const SearchRoots& GetRoots() const noexcept { return onPath->GetRoots(); }
-  /// Files by their names below them.
+  /// The look-up of files by their names relative to `GetRoots`.
   [[nodiscard]] const RelativeLookup& GetOnPath() const noexcept { return *onPath; }
 
   /// The folders that are asked before those of the path when a file asks.
@@ -66,26 +66,26 @@ class RuledPath {
     return quoted->GetRoots().GetFolders();
   }
 
-  /// The file that the name means.
+  /// The file that the name means; empty when there is none.
   [[nodiscard]] boost::optional<FoundItem> Find(const Target& target, const Asker& asker) const;
   /// That file, and those that it hides.
   [[nodiscard]] std::vector<FoundItem> FindAll(const Target& target, const Asker& asker) const;
 
-  /// Whether the name is that of one file, and the path is not searched.
+  /// Whether the name itself says which file is meant, so that the path is not searched.
   [[nodiscard]] bool IsThatFile(const ustring& name) const;
   /// The folders that a question asks, in order; repeats and hidden ones among them.
   [[nodiscard]] std::vector<Place> FindPlaces(const Target& target, const Asker& asker) const;
   /// The folders of the path, as places.
   [[nodiscard]] std::vector<Place> GetPlacesOnPath() const;
-  /// The names that a question asks each place for, the preferred one first.
+  /// The names that are looked for in each place, the preferred one first.
   [[nodiscard]] static std::vector<std::string> NamesOf(const Target& target);
   /// What stands at one of these names in a place.
   [[nodiscard]] static RelativeFolder::Sight LookIn(const Place& place, const std::string& name);
 
-  /// The native path of what a place is asked for.
+  /// The native path of `name` in a place.
   [[nodiscard]] static std::string PathOf(const Place& place, const std::string& name);
 
-  /// The folder in which a place is asked for `name`.
+  /// The folder in which `name` stands in a place: for "a/b.h", the folder "a" below it.
   [[nodiscard]] static std::shared_ptr<const FolderEntry> FolderOf(const Place& place,
                                                                    const std::string& name);
 
@@ -98,15 +98,16 @@ class RuledPath {
   /// Errors: `FailedToAbsolutizeException` when there is no folder at `folder` that can be searched.
   static void CheckFolder(const AbsoluteIRI& folder);
 
-  /// The folders that a name denotes, in path order: those of that relative name below folders of the
-  /// path, where names with a separator are searched below them; for a name that begins with a
-  /// separator, the folder of the path at that location.
+  /// The folders that a name denotes, in path order. A name that begins with a separator denotes
+  /// the folder of the path at that location. Any other denotes the folders of that relative name
+  /// below those of the path, or none unless names with a separator are searched there.
   [[nodiscard]] PathEntries FindFolders(const ustring& name) const;
 
-  /// Why folders of the path cannot be searched, in path order. Folders that may be searched but not
-  /// listed are none.
+  /// Why folders of the path cannot be searched, in path order. A folder that may be searched but
+  /// not listed is no problem.
   [[nodiscard]] std::vector<FolderProblem> FindProblems() const;
-  /// Those that matter for what was asked so far: once a name was not found, all.
+  /// The problems that matter for what was asked so far: all once a name was not found; until then,
+  /// folders without a location.
   [[nodiscard]] std::vector<FolderProblem> GetProblemsMet() const {
     return hasMissed.load(std::memory_order_relaxed) ? FindProblems() : view->GetUnlocated();
   }
@@ -124,21 +125,23 @@ class RuledPath {
   const WorkingFolder workingFolder;
   std::unique_ptr<RelativeLookup> onPath;
   std::unique_ptr<RelativeLookup> quoted;
-  std::unique_ptr<RelativeLookup> everywhere;  // its only root is that of the file system
+  std::unique_ptr<RelativeLookup> everywhere;  // its only root is "/"
   const std::unique_ptr<RememberedTree> tree = std::make_unique<RememberedTree>();
   mutable std::atomic<bool> hasMissed = false;  // whether a name was not found
 };
 
-/// Takes places one after the other, and finds those that do not count.
-class CountingPlaces {
+/// Takes places one after the other, and tells those that do not count: hidden ones and, where the
+/// path drops repeats, those that repeat a place taken before.
+class PlaceFilter {
  public:
-  explicit CountingPlaces(const PathView& pathView) : view(pathView) {}
+  explicit PlaceFilter(const PathView& pathView) : view(pathView) {}
 
-  /// The folder that counts in place of `place`; that of `place` itself when it does.
-  [[nodiscard]] std::shared_ptr<const FolderEntry> FindCounting(const RuledPath::Place& place);
+  /// Takes `place`. Returns the folder that it repeats, or its own when it repeats none.
+  [[nodiscard]] std::shared_ptr<const FolderEntry> FindFirst(const RuledPath::Place& place);
+  /// Takes `place`, unless it is hidden. Returns whether it counts.
   [[nodiscard]] bool Counts(const RuledPath::Place& place) {
     return (!view.HidesFolders() || view.FindHider(*place.folder) == nullptr) &&
-           FindCounting(place) == place.folder;
+           FindFirst(place) == place.folder;
   }
 
  private:

@@ -17,7 +17,7 @@ SearchRoots::SearchRoots(FolderEntries rootFolders,
   paths.reserve(folders.size());
   for (const auto& folder : folders) {
     const auto bytes = fl::filesystem::detail::NativeBytes(StateOf(*folder).Location());
-    // Nothing stands below a device, as nothing does below a location that is not on disk.
+    // A location that is not on disk becomes /dev/null, below which nothing is found.
     std::string& path = paths.emplace_back(bytes.value_or("/dev/null"));
     if (!path.ends_with('/')) path.push_back('/');
   }

@@ -12,7 +12,7 @@ namespace Corvane::PathManagement::host {
 
 class ListingSource;
 
-/// The folders below which relative names are looked up, in order.
+/// The folders below which relative names are looked up, in order. A root is the index of one.
 class SearchRoots {
  public:
   /// Listings come from `listingSource`; from the disk when that is null.
@@ -24,10 +24,11 @@ class SearchRoots {
   /// The native path of the folder, or file, called `relative` below a root.
   [[nodiscard]] std::string PathOf(std::size_t root, std::string_view relative) const;
 
-  /// Whether there is a folder at a root, which may not be searchable.
+  /// Whether there is a folder at a root, searchable or not.
   [[nodiscard]] bool IsFolder(std::size_t root) const;
 
-  /// An entry for the folder called `relative` below a root; the root's own when that is empty.
+  /// An entry for the folder called `relative` below a root; the root's own entry when
+  /// `relative` is empty.
   [[nodiscard]] std::shared_ptr<const FolderEntry> CreateFolder(std::size_t root,
                                                                 std::string_view relative) const;
 

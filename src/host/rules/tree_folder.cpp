@@ -61,7 +61,7 @@ std::vector<TreeFolder> RememberedTree::Below(const TreeFolder& folder) {
     const auto found = known.find(folder.entry);
     if (found != known.end()) return found->second;
   }
-  auto below = folder.FindBelow();  // lists the folder, which others need not wait for
+  auto below = folder.FindBelow();  // without the lock: others need not wait for the disk
   const std::lock_guard lock(mutex);
   return known.emplace(folder.entry, std::move(below)).first->second;
 }

@@ -12,29 +12,30 @@
 
 namespace Corvane::PathManagement::host {
 
-/// A folder below a folder of a path, and the links on the way to it.
+/// A folder of a path, or one below it, and the links on the way to it.
 struct TreeFolder {
   struct Link {
-    AbsoluteIRI target;  // canonical
-    std::shared_ptr<const Link> before;
+    AbsoluteIRI target;                  // canonical
+    std::shared_ptr<const Link> before;  // the one above it on the way; null for the first
   };
 
   std::shared_ptr<const FolderEntry> entry;
-  std::shared_ptr<const Link> links;  // null when there are none
+  std::shared_ptr<const Link> links;  // the last one on the way; null when there is none
 
-  /// The folders directly below, whatever their names are, in the order of the bytes of their names.
-  /// A link that leads back to a folder on the way to it is left out. Lists the folder.
+  /// The folders directly below, special ones too, in the order of the bytes of their names. A link
+  /// to a folder on the way here, or above one, is left out: a walk would go in circles. Lists the
+  /// folder.
   [[nodiscard]] std::vector<TreeFolder> FindBelow() const;
-  /// Its own name.
+  /// The last part of its location, in bytes.
   [[nodiscard]] std::string GetName() const;
 };
 
-/// Remembers what stands below folders, so that a tree which is walked again is the same one.
+/// Remembers the folders below folders, so that every walk meets the same tree.
 ///
 /// Threads: all operations, from any thread.
 class RememberedTree {
  public:
-  /// As `TreeFolder::FindBelow` when it was first asked for.
+  /// What `folder.FindBelow()` returned when it was first needed here.
   [[nodiscard]] std::vector<TreeFolder> Below(const TreeFolder& folder);
 
  private:

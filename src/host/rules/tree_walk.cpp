@@ -13,11 +13,11 @@ namespace Corvane::PathManagement::host {
 
 namespace {
 
-bool DescendsInto(const RuledPath& path) {
+bool SearchesBelow(const RuledPath& path) {
   return path.GetRules().separator == LookupRules::Separator::FileBelow;
 }
 
-/// The folders directly below, merged by their names.
+/// The folders directly below those of `above`, merged by their names and listed.
 std::vector<MergedFolder> FindMergedBelow(const RuledPath& path, const MergedFolder& above,
                                           bool sharedOnly) {
   std::map<std::string, std::vector<TreeFolder>> byName;
@@ -38,10 +38,10 @@ std::vector<MergedFolder> FindMergedBelow(const RuledPath& path, const MergedFol
 }  // namespace
 
 std::vector<TreeFolder> FindRoots(const RuledPath& path) {
-  CountingPlaces counting(path.GetView());
+  PlaceFilter filter(path.GetView());
   std::vector<TreeFolder> roots;
   for (const RuledPath::Place& place : path.GetPlacesOnPath()) {
-    if (counting.Counts(place)) roots.push_back({place.folder, nullptr});
+    if (filter.Counts(place)) roots.push_back({place.folder, nullptr});
   }
   return roots;
 }
@@ -53,7 +53,7 @@ bool WalkTrees(const RuledPath& path, const std::function<bool(const TreeFolder&
     const TreeFolder folder = std::move(pending.back());
     pending.pop_back();
     if (visit(folder)) return true;
-    if (!DescendsInto(path)) continue;
+    if (!SearchesBelow(path)) continue;
     auto below = path.GetTree().Below(folder);
     std::move(below.rbegin(), below.rend(), std::back_inserter(pending));
   }
@@ -69,7 +69,7 @@ void WalkMerged(const RuledPath& path, bool sharedOnly,
     std::vector<std::vector<MergedFolder>> below(level.size());
     ForEachInParallel(level.size(), [&](std::size_t at) {
       visit(level[at]);
-      if (DescendsInto(path)) below[at] = FindMergedBelow(path, level[at], sharedOnly);
+      if (SearchesBelow(path)) below[at] = FindMergedBelow(path, level[at], sharedOnly);
     });
     level.clear();
     for (auto& folders : below)

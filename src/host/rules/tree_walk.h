@@ -19,12 +19,14 @@ struct MergedFolder {
 /// The folders of `path` that count, in order: neither hidden nor repeats.
 [[nodiscard]] std::vector<TreeFolder> FindRoots(const RuledPath& path);
 
-/// Calls visit(folder) for each root and, where names with a separator are searched below it, for
-/// each folder below it, in the order of the roots and then of the names, until it returns true.
+/// Calls visit(folder) for each folder of `FindRoots` and, where names with a separator are
+/// searched below the path, for all folders below it. Goes in the order of the path, then of the
+/// names of folders, until a visit returns true. Returns whether one did.
 bool WalkTrees(const RuledPath& path, const std::function<bool(const TreeFolder&)>& visit);
 
-/// Calls visit(folder) for each relative folder, on all processors; names that stand below one root
-/// alone are left out when `sharedOnly` is set.
+/// Merges the folders that `WalkTrees` visits by their relative names, and calls visit(merged) for
+/// each name, from several threads at once. `sharedOnly` leaves out names of folders that stand
+/// below one root alone.
 void WalkMerged(const RuledPath& path, bool sharedOnly,
                 const std::function<void(const MergedFolder&)>& visit);
 
