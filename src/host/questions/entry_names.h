@@ -22,9 +22,9 @@ class EntryNames {
   /// Lists a folder on disk.
   explicit EntryNames(std::shared_ptr<const IPathEntry> namedEntry);
 
-  /// Valid as long as this object is where it is.
+  /// Valid until this object is moved or destroyed.
   [[nodiscard]] const NameBlock& Get() const noexcept;
-  /// The file of that name, by its number.
+  /// The file whose name has this index.
   [[nodiscard]] FoundItem At(std::size_t index) const;
 
  private:
@@ -34,7 +34,7 @@ class EntryNames {
   PathItems items;
 };
 
-/// Those of all `entries`, which are listed on all processors.
+/// The names of each of `entries`, in their order. Lists them on all processors.
 [[nodiscard]] std::vector<EntryNames> NamesOf(const PathEntries& entries);
 
 }  // namespace Corvane::PathManagement::host

@@ -91,7 +91,7 @@ DecidingRule RuleFor(const std::vector<FoundItem>& all, const std::vector<AskedF
   return beatsMethod ? DecidingRule::FolderBeforeMethod : DecidingRule::FirstFolder;
 }
 
-/// Says of a folder without an answer that such a file stands below it where it is not searched.
+/// Marks folders without an answer below which such a file stands where nobody searches for it.
 class UnsearchedFolders {
  public:
   UnsearchedFolders(const SearchTarget& searchTarget, FilenameMatchingPolicy matchingPolicy,
@@ -117,7 +117,7 @@ class UnsearchedFolders {
   boost::unordered_flat_set<AbsoluteIRI, HeldHash> asked;
 };
 
-/// Finds, for folders that are asked, which are not shown by a path, and why.
+/// Marks folders that were asked but that the path does not show, and says why it does not.
 class UnseenFolders {
  public:
   /// Of two entries for one folder, the one that holds a file of the answer `all` counts.
@@ -141,7 +141,7 @@ class UnseenFolders {
   }
 
  private:
-  /// The entry that counts for the folder.
+  /// Returns the entry that counts for the folder: the first one added.
   std::shared_ptr<const IPathEntry> Add(const std::shared_ptr<const IPathEntry>& entry) {
     if (!view.DropsRepeats()) return entry;
     return counting.emplace(entry->GetCanonicalAbsoluteIRI(), entry).first->second;
@@ -151,7 +151,7 @@ class UnseenFolders {
   boost::unordered_flat_map<AbsoluteIRI, std::shared_ptr<const IPathEntry>, HeldHash> counting;
 };
 
-/// Adds the main entries below which a file stands at that place and is not searched.
+/// Adds the main entries below which a file for `target` stands where it is not searched for.
 void AddHoldersOf(const SearchTarget& target, FilenameMatchingPolicy policy, const PathView& view,
                   std::vector<AskedFolder>& asked) {
   const auto mainEntries = view.GetPath()->GetMainEntries();
@@ -207,7 +207,8 @@ Explanation ExplainLookup(const PathView& view, const std::optional<AbsoluteIRI>
   auto files = FindAllFiles(view, asker, target, policy, &record);
   UnseenFolders unseen(view, files);
   OtherCases otherCases(view, asker, target);
-  // A partial pathname asks the folders that match it; those that are not searched never do.
+  // A partial pathname asks only folders that match it, which unsearched ones never do. When it
+  // asks none, main entries are named instead.
   if (record.asked.empty()) AddHoldersOf(target, policy, view, record.asked);
   const UnsearchedFolders unsearched(target, policy, record.asked);
   for (AskedFolder& folder : record.asked) {

@@ -29,11 +29,11 @@ class ComparedFile {
   /// Its status on disk; null when there is none, or when it is no regular file (any more).
   [[nodiscard]] const struct stat* GetStatus();
 
-  /// The bytes from `offset` on, as many as the block takes unless the file ends; empty optional
+  /// The bytes from `offset` on, as many as the block takes unless the file ends before; no value
   /// when they cannot be read. Views the block.
   [[nodiscard]] std::optional<std::string_view> Read(std::uint64_t offset, Block& block);
 
-  /// Why it could not be asked or read.
+  /// Why its status or its bytes could not be had; no error if they could.
   [[nodiscard]] std::error_code GetError() const noexcept { return error; }
 
  private:

@@ -35,19 +35,18 @@ PathEntries AskedEntries(const IPath& path, SearchScope scope, const SearchTarge
   return entry == nullptr ? PathEntries() : PathEntries{entry};
 }
 
-/// As `FindAllInScope`, for a path that cannot be watched while it looks: the answer is its own, and
-/// each file of it is reported with the entry that holds it.
+/// As `FindAllInScope`, for a path that does not report to observers itself: its answer is taken,
+/// and each file in it is reported with the entry that holds the file.
 std::vector<FoundItem> FindObserved(const IPath& path, SearchScope scope,
                                     const SearchTarget& target, FilenameMatchingPolicy policy,
                                     ILookupObserver& observer) {
   auto all = path.FindAllInScope(scope, target, policy);
   PathEntries asked = AskedEntries(path, scope, target, policy);
   boost::unordered_flat_map<const IPathEntry*, std::vector<FoundItem>> held;
-  for (const auto& entry : asked) held[entry.get()];
   for (const FoundItem& file : all) {
     const auto entry = file.GetPathEntry();
     auto& here = held[entry.get()];
-    // One that the path did not name beforehand.
+    // An entry that the path did not name beforehand.
     const bool isNew = here.empty() && std::ranges::find(asked, entry) == asked.end();
     if (isNew) asked.push_back(entry);
     here.push_back(file);
@@ -65,8 +64,8 @@ std::shared_ptr<const IPathEntry> FindPrivateFolder(const PathView& view,
   return entry != nullptr ? entry->GetSingleSubfolderEntryA() : nullptr;
 }
 
-/// One look-up. When it is observed, it asks the folders that the path does not show as well, and
-/// takes their files out of the answer.
+/// One look-up. When it is observed, it asks even the folders that the path does not show, and
+/// leaves their files out of the answer.
 class FileSearch {
  public:
   FileSearch(const PathView& searchView, const SearchTarget& searchTarget,
@@ -130,7 +129,7 @@ class FileSearch {
   }
 
   const PathView& view;
-  const IPath& path;  // with all folders
+  const IPath& path;  // with repeats and hidden folders
   const SearchTarget& target;
   FilenameMatchingPolicy policy;
   ILookupObserver* observer;  // may be null

@@ -15,15 +15,16 @@ namespace Corvane::PathManagement::host {
 class PathView;
 
 /// Every file that `target` could mean to code in the folder `asker`, or to any code when that is
-/// empty: the file that it means, then the files that this one hides, in path order. `observer` may
-/// be null. It hears of repeated and hidden folders too, with the files that they hold; the answer
-/// leaves those files out.
+/// empty: the file that it means, then the files that this one hides, in path order. `observer`,
+/// which may be null, hears of repeated and hidden folders, too, with the files that they hold; the
+/// answer leaves those files out.
 [[nodiscard]] std::vector<FoundItem> FindAllFiles(
     const PathView& view, const std::optional<AbsoluteIRI>& asker,
     const PathManagement::detail::SearchTarget& target, FilenameMatchingPolicy policy,
     ILookupObserver* observer);
 
-/// The entries in which `FindAllFiles` looks for `target`, in the order asked, but for method entries.
+/// The entries in which `FindAllFiles` looks for `target`, except method entries, in the order
+/// asked.
 [[nodiscard]] PathEntries FindAskedEntries(const PathView& view,
                                            const std::optional<AbsoluteIRI>& asker,
                                            const PathManagement::detail::SearchTarget& target,

@@ -30,7 +30,7 @@ PathEntries EntryAt(const IPath& path, const FolderLookup& lookup) try {
 PathEntries FindFoldersNamed(const IPath& path, const WorkingFolder& workingFolder,
                              const FolderLookup& lookup) {
   if (IsNotOnDisk(lookup.name)) return EntryAt(path, lookup);
-  // Only a partial pathname can be read in two ways.
+  // Whether a name is taken literally makes a difference to partial pathnames alone.
   const bool isPartial = !lookup.name.empty() &&
                          !fl::filesystem::detail::is_absolute_path_when_expanded(lookup.name, true);
   if (!lookup.isLiteral || !isPartial) {

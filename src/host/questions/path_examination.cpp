@@ -33,7 +33,7 @@ using PathManagement::detail::WalkEntries;
 
 ustring PathOf(const IPathEntry& folder) { return GetStringFromIRI(folder.GetAbsoluteIRI()); }
 
-/// Looks at every folder of a path that is not hidden.
+/// Looks at every folder of a path, except hidden ones.
 class Examiner {
  public:
   Examiner(const PathView& pathView, const Examination& examination)
@@ -59,7 +59,7 @@ class Examiner {
     const auto folders = view.GetWholePath().GetMainEntries();
     ForEachInParallel(folders->size(), [&](std::size_t at) {
       const auto visit = [](const Entry& folder, std::size_t /*depth*/) {
-        static_cast<void>(EntryNames(folder));
+        static_cast<void>(EntryNames(folder));  // lists it
         return false;
       };
       if (!IsHidden(*(*folders)[at])) WalkEntries((*folders)[at], visit);
@@ -120,7 +120,7 @@ class Examiner {
     });
   }
 
-  /// What only a folder on disk can have.
+  /// Adds findings that only a folder on disk can have.
   void ExamineListing(const FolderEntry& folder, const ustring& origin) {
     for (const FolderProblem& problem : folder.GetProblems()) AddProblem(problem, origin);
     const auto time = StateOf(folder).ListingTime();
@@ -185,11 +185,10 @@ class Examiner {
   const PathView& view;
   std::chrono::nanoseconds slow;
   std::vector<PathFinding> findings;
-  // By canonical location: special folders with the main entry that they hang below, main entries
-  // that have been examined, all that have been.
-  boost::unordered_flat_map<AbsoluteIRI, Entry, HeldHash> specialFolders;
-  boost::unordered_flat_map<AbsoluteIRI, Entry, HeldHash> mainFolders;
-  boost::unordered_flat_set<AbsoluteIRI, HeldHash> examined;
+  // By canonical location:
+  boost::unordered_flat_map<AbsoluteIRI, Entry, HeldHash> specialFolders;  // the main entry above
+  boost::unordered_flat_map<AbsoluteIRI, Entry, HeldHash> mainFolders;     // those examined so far
+  boost::unordered_flat_set<AbsoluteIRI, HeldHash> examined;               // main and special ones
 };
 
 }  // namespace
@@ -206,7 +205,7 @@ bool IsUtf8(std::string_view name) {
                   [](char byte) { return static_cast<unsigned char>(byte) < 0x80; })) {
     return true;
   }
-  // A byte that is none becomes the second half of a pair, without the first.
+  // In the text, a byte that is not UTF-8 is the second half of a surrogate pair without the first.
   char16_t before = 0;
   for (const char16_t unit : TextFromBytes(name)) {
     if (U16_IS_TRAIL(unit) && !U16_IS_LEAD(before)) return false;

@@ -54,7 +54,7 @@ class MatchingNames {
     }
   }
 
-  /// Each with find(target), without those for which that finds nothing.
+  /// Each name with the files that find(target) returns for it, without names that have none.
   template <class Find>
   [[nodiscard]] std::vector<MatchingName> TakeWithFiles(const Find& find) {
     std::vector<MatchingName> all;

@@ -12,11 +12,11 @@ namespace Corvane::PathManagement::host {
 
 class PathView;
 
-// The names that match the name of `target`, with each of its extensions, in the order in which the
-// path holds them first and, within a folder, of their bytes. Their files are those that `FindAll`
-// finds.
+// The names that match the pattern `target` with one of its extensions: in the order of the folders
+// that hold them first and, within a folder, of their bytes. Each has the files that `FindAll`
+// finds for it, of which there is at least one.
 //
-// Errors: `std::invalid_argument` when a folder in that name is a pattern.
+// Errors: `std::invalid_argument` when a folder in the name of `target` is a pattern.
 
 /// By the rules of the environment, for code in the folder `asker` if there is one.
 [[nodiscard]] std::vector<MatchingName> FindMatchingNames(

@@ -18,6 +18,7 @@ namespace {
 
 using Files = LookupRules::Files;
 
+/// Whether a file that was listed counts. Listings do not show who may execute it.
 bool Counts(const FoundItem& file, Files files) {
   return files != Files::Executable ||
          LookAtFile(fl::filesystem::detail::NativeBytes(GetNativePath(file)), files) ==

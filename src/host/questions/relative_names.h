@@ -9,9 +9,9 @@
 
 namespace Corvane::PathManagement::host {
 
-/// Visits every file that counts below the folders of `path`, those that others hide among them: in
-/// the order of the path, then of the relative names of folders, then of names. Returns whether a
-/// visit returned true, which ends it.
+/// Calls visit(file) for every file that counts in and below the folders of `path`, hidden by
+/// others or not: in the order of the path, then of the relative names of folders, then of names.
+/// Ends when a visit returns true; returns whether one did.
 ///
 /// Cost: lists all folders.
 bool ForEachFileByRules(const RuledPath& path, const std::function<bool(const FoundItem&)>& visit);

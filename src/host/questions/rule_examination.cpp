@@ -20,7 +20,7 @@ namespace {
 using Place = RuledPath::Place;
 using Files = LookupRules::Files;
 
-/// Whether a file begins as a script or a program does.
+/// Whether a file begins like a script or a program.
 bool LooksLikeProgram(const std::string& path) {
   std::array<char, 4> begin = {};
   std::ifstream(path, std::ios::binary).read(begin.data(), begin.size());
@@ -67,10 +67,9 @@ class RuleExaminer {
     } else if (!text.starts_with(u'/')) {
       Add(FindingKind::RelativePart, place);
     }
-    const auto first = seen.emplace(place.folder->GetCanonicalAbsoluteIRI(), place.folder);
-    if (!first.second) {
-      Add(FindingKind::Repeat, place).other =
-          GetStringFromIRI(first.first->second->GetAbsoluteIRI());
+    const auto [first, isNew] = seen.emplace(place.folder->GetCanonicalAbsoluteIRI(), place.folder);
+    if (!isNew) {
+      Add(FindingKind::Repeat, place).other = GetStringFromIRI(first->second->GetAbsoluteIRI());
       return;
     }
     ExamineListing(place);

@@ -11,7 +11,7 @@ namespace {
 
 using Place = RuledPath::Place;
 
-/// Why something that stands at the name is no answer.
+/// Why what stands at a name is no answer.
 FolderOutcome OutcomeFor(Standing standing) {
   switch (standing) {
     case Standing::Folder:
@@ -33,7 +33,7 @@ FolderOutcome OutcomeFor(Standing standing) {
 class RuleExplainer {
  public:
   RuleExplainer(const RuledPath& ruledPath, const RuledPath::Target& target)
-      : path(ruledPath), names(RuledPath::NamesOf(target)), counting(path.GetView()) {}
+      : path(ruledPath), names(RuledPath::NamesOf(target)), filter(path.GetView()) {}
 
   Explanation Run(const std::vector<Place>& places) {
     for (const Place& place : places) {
@@ -44,7 +44,7 @@ class RuleExplainer {
   }
 
  private:
-  /// Returns whether the search ends here.
+  /// Asks one place; returns whether the search ends there.
   bool Ask(const Place& place) {
     AskedFolder asked{
         .folder = place.folder, .outcome = FolderOutcome::Absent, .files = {}, .origin = {}};
@@ -65,14 +65,14 @@ class RuleExplainer {
     return hasEnded;
   }
 
-  /// Marks a folder that does not count; returns whether it is one.
+  /// Marks a folder that is hidden or a repeat; returns whether it is.
   bool MarkUnseen(const Place& place, AskedFolder& asked) {
     if (const ustring* hider = path.GetView().FindHider(*place.folder)) {
       asked.outcome = FolderOutcome::FilteredOut;
       asked.hider = *hider;
       return true;
     }
-    const auto first = counting.FindCounting(place);
+    const auto first = filter.FindFirst(place);
     if (first == place.folder) return false;
     asked.outcome = FolderOutcome::DroppedAsRepeat;
     asked.repeated = first;
@@ -117,7 +117,7 @@ class RuleExplainer {
 
   const RuledPath& path;
   const std::vector<std::string> names;
-  CountingPlaces counting;
+  PlaceFilter filter;
   Explanation explanation = {};
   bool hasEnded = false;
 };

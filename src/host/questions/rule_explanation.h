@@ -8,7 +8,7 @@ namespace Corvane::PathManagement::host {
 
 /// The look-up of `RuledPath::FindAll`, explained.
 ///
-/// Cost: looks at the disk again for what keeps a folder from having an answer.
+/// Cost: asks the disk again why a folder has no answer.
 [[nodiscard]] Explanation ExplainByRules(const RuledPath& path, const RuledPath::Target& target,
                                          const RuledPath::Asker& asker);
 

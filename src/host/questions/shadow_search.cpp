@@ -30,7 +30,7 @@ namespace Corvane::PathManagement::host {
 
 namespace {
 
-/// A file of an answer, to be compared.
+/// A file of an answer that is compared with the others.
 struct Contender {
   explicit Contender(const FoundItem& found)
       : file(found),
@@ -53,7 +53,7 @@ ShadowKind KindOf(FileRelation relation) {
   return kKinds[static_cast<std::size_t>(relation)];
 }
 
-/// Two files that are not both on disk, so that nobody here can read them.
+/// Judges two files that are not both on disk: what is not cannot be read here.
 HiddenFile JudgeUnread(const Contender& winner, const Contender& hidden) {
   if (GetLocationText(winner.file) == GetLocationText(hidden.file)) {
     return {hidden.file, ShadowKind::SameFile};
@@ -132,7 +132,7 @@ std::vector<Candidate> AllCandidates(const PathView& view, const ShadowLookup& l
   return candidates;
 }
 
-/// The bytes of names; of a text that stands for no bytes the empty name, which no file has.
+/// The bytes of names. A text that stands for no bytes becomes the empty name, which no file has.
 std::vector<std::string> BytesOf(const std::vector<ustring>& names) {
   std::vector<std::string> all;
   all.reserve(names.size());
@@ -149,7 +149,7 @@ std::vector<Candidate> CandidatesFor(const std::vector<ustring>& names) {
 bool HasExtension(const std::string& name, const std::vector<ustring>& extensions) {
   return extensions.empty() ||
          std::any_of(extensions.begin(), extensions.end(), [&](const ustring& extension) {
-           return name.ends_with(BytesFromText(extension).value_or("/"));
+           return name.ends_with(BytesFromText(extension).value_or("/"));  // which ends no name
          });
 }
 
@@ -207,6 +207,7 @@ ShadowReport Collect(const std::vector<Candidate>& candidates, const FindFiles& 
   for (std::size_t at = 0; at < answers.size(); ++at) {
     auto& [shadow, isUnknown, isAllowed] = answers[at];
     if (shadow) report.shadows.push_back(std::move(*shadow));
+    // When names were given, they are the candidates.
     if (isUnknown && !asked.empty()) report.unknown.push_back(lookup.names[at]);
     if (isAllowed) hiding.push_back(candidates[at].name);
   }
@@ -259,7 +260,7 @@ ShadowReport CollectShadowsByRules(const RuledPath& path, const ShadowLookup& lo
 
 ShadowSummary GetSummary(const std::vector<Shadow>& shadows) {
   ShadowSummary summary;
-  // By winner and hidden: where the two stand in the list.
+  // Of each pair of folders, the winner's and the hidden file's: the index in summary.folders.
   boost::unordered_flat_map<std::pair<const IPathEntry*, const IPathEntry*>, std::size_t> indices;
   for (const Shadow& shadow : shadows) {
     const auto winner = shadow.winner.GetPathEntry();

@@ -11,8 +11,8 @@ class RuledPath;
 /// As `Environment::FindShadows`.
 [[nodiscard]] ShadowReport CollectShadows(const PathView& view, const ShadowLookup& lookup);
 
-/// The same by the rules of `path`, which compares names relative to its folders. With extensions, of
-/// files that have one of them; a name has its extension.
+/// As above, by the rules of `path`: compares names relative to its folders, each with its
+/// extension. Extensions of `lookup` restrict the search to the files that have one of them.
 [[nodiscard]] ShadowReport CollectShadowsByRules(const RuledPath& path, const ShadowLookup& lookup);
 
 }  // namespace Corvane::PathManagement::host

@@ -110,7 +110,8 @@ class SimilarFiles {
  public:
   explicit SimilarFiles(std::size_t limit) : most(limit) {}
 
-  /// Whether a file of that name is wanted: the first of its name, and one of the first so similar.
+  /// Whether a file is wanted: it is the first of its name, and among the first so similar.
+  /// Remembers its name if so.
   [[nodiscard]] bool Wants(std::string_view name, Similarity similarity) {
     return OfSimilarity(similarity).size() < most && names.emplace(name).second;
   }

@@ -24,11 +24,11 @@ bool IsUnsearched(PathEntryType kind) {
   return kind == PathEntryType::PrivateFolder || kind == PathEntryType::ResourcesFolder;
 }
 
-/// An entry of a path, and what is known to stand below it.
+/// An entry of any path; used like `TreeFolder`, which is for folders on disk.
 struct AnyFolder {
   std::shared_ptr<const IPathEntry> entry;
 
-  /// In the order of the bytes of their names, as on disk.
+  /// The entries below, in the order of the bytes of their names.
   [[nodiscard]] std::vector<AnyFolder> FindBelow() const {
     std::vector<AnyFolder> folders;
     for (const auto& below : PathManagement::detail::EntriesBelow(*entry)) {
@@ -55,8 +55,8 @@ std::optional<UnsearchedFile> FindIn(const Folder& folder, const SearchTarget& t
                         kind};
 }
 
-/// Anywhere below `folder`, or in itself unless it is private: the files of a private folder have
-/// names of their own, such as private/plot.zt.
+/// Finds the file below `folder`, or in `folder` unless it is private: files in a private folder
+/// are found by names of their own, such as private/plot.zt.
 template <class Folder>
 std::optional<UnsearchedFile> FindAnywhere(const Folder& folder, const SearchTarget& target,
                                            FilenameMatchingPolicy policy) {
@@ -75,7 +75,8 @@ std::optional<UnsearchedFile> FindAnywhere(const Folder& folder, const SearchTar
   return std::nullopt;
 }
 
-/// In the folder that stands below `folder` as the parts in front of the name say.
+/// Finds the file where the parts of its name say, below `folder`; no file unless one of the parts
+/// is private or resources.
 template <class Folder>
 std::optional<UnsearchedFile> FindAt(Folder folder, const SearchTarget& target,
                                      FilenameMatchingPolicy policy) {
@@ -95,7 +96,7 @@ std::optional<UnsearchedFile> FindAt(Folder folder, const SearchTarget& target,
   return kind ? FindIn(folder, file, policy, *kind) : std::nullopt;
 }
 
-/// Calls makeFolder(entry) for entries below `top`.
+/// Finds the file below `top`. makeFolder(entry) makes an `AnyFolder` or a `TreeFolder`.
 template <class MakeFolder>
 std::optional<UnsearchedFile> FindBelow(const std::shared_ptr<const IPathEntry>& top,
                                         const SearchTarget& target, FilenameMatchingPolicy policy,

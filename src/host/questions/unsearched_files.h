@@ -18,9 +18,10 @@ struct UnsearchedFile {
   PathEntryType kind;  // of the folder that is not searched: private or resources
 };
 
-/// The first such file below `top`, which is on the path: for a plain name in any folder below
-/// but the private folder directly there, for a partial pathname at exactly that place. Below an entry
-/// that is no folder on disk there are the special folders alone.
+/// The first such file below `top`, which is on the path; empty when there is none. A plain name is
+/// looked for everywhere below the private and the resources folder of `top`, and in the latter. A
+/// partial pathname is looked for only where it says. An entry that is no folder on disk has
+/// nothing but special folders below it.
 ///
 /// Cost: for a plain name, lists all folders below the private and the resources folder of `top`.
 [[nodiscard]] std::optional<UnsearchedFile> FindUnsearchedFile(
