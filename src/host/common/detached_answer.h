@@ -13,19 +13,20 @@
 
 namespace Corvane::PathManagement::host {
 
-/// An answer that a thread of its own asks the disk for, so that nobody has to wait for it.
+/// The answer to a question that a separate thread asks the disk, so that nobody has to wait.
 ///
-/// A thread that waits for a disk in the kernel cannot be stopped. Nobody joins this one: it owns its
-/// question, shares the place for the answer, and knows of nothing else. When nobody wants the answer
-/// any more, the thread drops it and ends; if the disk never answers, it ends with the process.
+/// A thread that waits for a disk in the kernel cannot be stopped. So nobody joins the thread: it
+/// owns the question, shares the place for the answer, and uses nothing else. If nobody wants the
+/// answer any more, the thread drops it and ends; if the disk never answers, the thread ends with
+/// the process.
 ///
 /// Threads: not synchronised.
 template <class Result>
 class DetachedAnswer {
  public:
-  /// Calls ask() at once. Precondition: `ask` owns all that it uses, and uses nothing that is
-  /// destroyed when the process exits, since it may still run then. On this thread when the system
-  /// grants no other.
+  /// Calls ask() at once: on a new thread, or on this one when the system grants no other.
+  /// Precondition: `ask` owns all that it uses, and uses nothing that is destroyed when the process
+  /// exits, since it may still run then.
   template <class Call>
   explicit DetachedAnswer(Call ask) {
     auto work = [shared = place, ask = std::move(ask)]() noexcept { shared->Fill(ask); };
@@ -36,7 +37,9 @@ class DetachedAnswer {
     }
   }
 
-  /// The answer, once; empty when there is none at `limit` after the start. Raises what ask() did.
+  /// Waits for the answer; without a `limit`, as long as it takes. Empty when the answer has not
+  /// come within `limit` after the construction. Throws what ask() threw.
+  /// Precondition: no earlier call has returned the answer.
   [[nodiscard]] std::optional<Result> Take(std::optional<std::chrono::milliseconds> limit) {
     std::unique_lock lock(place->mutex);
     const auto isFilled = [this] { return place->result || place->failure != nullptr; };

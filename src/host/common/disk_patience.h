@@ -12,15 +12,16 @@
 
 namespace Corvane::PathManagement::host {
 
-/// How long the disk is waited for where it is asked about one folder. A folder for which an answer
-/// comes too late is given up: the disk is not asked about it again.
+/// How long to wait for the answers of the disk about one folder. Once an answer comes too late,
+/// the folder is given up: the disk is not asked about it again.
 ///
 /// Threads: all operations, from any thread.
 class DiskPatience {
  public:
   using Limit = std::optional<std::chrono::milliseconds>;
 
-  /// Without a limit the disk is waited for, on the thread that asks.
+  /// Waits up to `longest` for each answer. Without a limit, asks on the calling thread and waits
+  /// as long as it takes.
   explicit DiskPatience(Limit longest = {}) : limit(longest) {
     constexpr std::chrono::milliseconds forever = std::chrono::years(1);
     if (limit) limit = std::clamp(*limit, std::chrono::milliseconds(0), forever);
@@ -29,8 +30,8 @@ class DiskPatience {
   [[nodiscard]] Limit GetLimit() const noexcept { return limit; }
   [[nodiscard]] bool HasGivenUp() const noexcept { return hasGivenUp; }
 
-  /// What ask() returns; empty when the folder is given up. Precondition: as for a
-  /// `DetachedAnswer`, which makes the call where there is a limit.
+  /// What ask() returns; empty when the folder is given up. Precondition: that of a
+  /// `DetachedAnswer`, which calls ask() where there is a limit.
   template <class Call, class Result = std::invoke_result_t<const Call&>>
   [[nodiscard]] std::optional<Result> Ask(Call ask) {
     if (hasGivenUp) return std::nullopt;
@@ -38,7 +39,7 @@ class DiskPatience {
     return Await(DetachedAnswer<Result>(std::move(ask)));
   }
 
-  /// The same for an answer that has been asked for before.
+  /// As `Ask`, for a question that is under way already.
   template <class Result>
   [[nodiscard]] std::optional<Result> Await(DetachedAnswer<Result> answer) {
     auto result = hasGivenUp ? std::nullopt : answer.Take(limit);

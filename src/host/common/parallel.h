@@ -16,20 +16,20 @@
 
 namespace Corvane::PathManagement::host {
 
-/// How many threads ask a slow disk at once.
+/// The most threads that ask a slow disk at once.
 inline constexpr std::size_t kMostThreads = 64;
 
-/// Threads that do the same work. The work may start further ones.
+/// Threads that all do the same work, which may itself call `Start` for more of them.
 class Helpers {
  public:
   /// `helperWork` raises no exception.
   explicit Helpers(std::function<void()> helperWork) : work(std::move(helperWork)) {}
   Helpers(const Helpers&) = delete;
   Helpers& operator=(const Helpers&) = delete;
-  /// Waits for all, also for those that are started meanwhile.
+  /// Waits for all threads, also for those that are started meanwhile.
   ~Helpers() {
     for (;;) {
-      std::jthread last;
+      std::jthread last;  // joined after the unlock: the thread may be starting others
       const std::lock_guard lock(mutex);
       if (running.empty()) return;
       last = std::move(running.back());
@@ -37,14 +37,14 @@ class Helpers {
     }
   }
 
-  /// Starts `count` more, up to `most` in all; fewer when the system grants no more.
+  /// Starts `count` more threads, up to `most` in all; fewer when the system grants no more.
   void Start(std::size_t count, std::size_t most) {
     const std::lock_guard lock(mutex);
     try {
       for (; count > 0 && started < most; --count, ++started)
         running.emplace_back([this] { work(); });
     } catch (const std::system_error&) {
-      // Those that run do all the work.
+      // The threads that run do all the work.
     }
   }
 
@@ -56,8 +56,9 @@ class Helpers {
 };
 
 /// Calls stop(i) for each i below `count` until one call returns true; returns whether one did. The
-/// calls are made by `threads` threads, and by more once a call has had to wait for the disk. After
-/// an exception no further calls begin, and the first one is thrown to the caller.
+/// calls are made on this thread and `threads` - 1 others, and on up to `kMostThreads` once a call
+/// has had to wait for the disk. After an exception no further calls begin, and the first exception
+/// is thrown to the caller.
 template <class Stop>
 bool AnyInParallel(std::size_t count, const Stop& stop,
                    std::size_t threads = std::thread::hardware_concurrency()) {
@@ -99,7 +100,7 @@ bool AnyInParallel(std::size_t count, const Stop& stop,
   return found;
 }
 
-/// Calls work(i) for each i below `count`. Threads and exceptions: as above.
+/// Calls work(i) for each i below `count`. Threads and exceptions: as for `AnyInParallel`.
 template <class Work>
 void ForEachInParallel(std::size_t count, const Work& work,
                        std::size_t threads = std::thread::hardware_concurrency()) {

@@ -6,21 +6,21 @@
 
 namespace Corvane::PathManagement::host {
 
-// Native paths as bytes; nobody asks the disk.
+// Native paths as bytes. None of these functions asks the disk.
 
-/// Where `name` stands in `folder`.
+/// The path of `name` in `folder`.
 [[nodiscard]] std::string PathBelow(std::string_view folder, std::string_view name);
 
-/// What stands behind the last separator; all of `path` when it has none.
+/// What follows the last separator; all of `path` when it has none.
 [[nodiscard]] inline std::string_view LastPart(std::string_view path) {
-  return path.substr(path.rfind('/') + 1);  // from 0 on when there is none
+  return path.substr(path.rfind('/') + 1);  // npos + 1 is 0
 }
-/// The same of a text.
+/// The same for a path as text.
 [[nodiscard]] inline std::u16string_view LastPart(std::u16string_view path) {
   return path.substr(path.rfind(u'/') + 1);
 }
 
-/// The folder that holds what the absolute `path` names; the root of the file system for itself.
+/// The parent folder of the absolute `path`. The root is its own parent.
 [[nodiscard]] std::string FolderAbove(std::string_view path);
 
 }  // namespace Corvane::PathManagement::host

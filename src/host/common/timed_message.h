@@ -17,8 +17,8 @@ class TimedMessage {
     if (isHeard) start = std::chrono::steady_clock::now();
   }
 
-  /// Writes the text that getText() returns, and the time. Does not call it when nobody receives
-  /// messages.
+  /// Writes the text that getText() returns, and the time. getText() is not called when nobody
+  /// receives messages.
   template <class GetText>
   void Write(foundation::log::Severity severity, const GetText& getText) const {
     if (!isHeard) return;

@@ -8,19 +8,19 @@
 
 namespace Corvane::PathManagement::host {
 
-/// Notices when the thread that made it has to wait for the disk: then more threads get more done,
-/// since a disk that takes its time for one question mostly takes several at once.
+/// Notices when the thread that made it has to wait for the disk. Then more threads get more done:
+/// a disk that takes long over one question mostly answers several at once.
 class WaitWatch {
  public:
-  /// Whether two milliseconds or more have gone by since the last call, in which this thread has
-  /// waited. One that was kept from running by others has not.
+  /// Whether two milliseconds or more have gone by since the last call, and this thread has waited.
+  /// A thread that is kept from running by other threads does not wait.
   [[nodiscard]] bool HasWaited() noexcept {
     const auto now = Clock::now();
-    const bool isLong = now - since >= std::chrono::milliseconds(2);
-    since = now;
-    if (!isLong) return false;
-    const long before = std::exchange(waits, CountWaits());
-    return waits != before;
+    const bool isLong = now - lastCall >= std::chrono::milliseconds(2);
+    lastCall = now;
+    if (!isLong) return false;  // spares the system call that counts
+    const long before = std::exchange(waitCount, CountWaits());
+    return waitCount != before;
   }
 
  private:
@@ -32,8 +32,8 @@ class WaitWatch {
     return usage.ru_nvcsw;
   }
 
-  Clock::time_point since = Clock::now();
-  long waits = CountWaits();
+  Clock::time_point lastCall = Clock::now();
+  long waitCount = CountWaits();
 };
 
 }  // namespace Corvane::PathManagement::host

@@ -46,7 +46,7 @@ void AddFolder(FolderListing& listing, std::string_view name, bool isLink) {
   folders.push_back({.name = std::string(name), .kind = kind, .isLink = isLink});
 }
 
-/// By kind (private, resources, "+", "@"), and by name within a kind.
+/// Sorts by kind (private, resources, "+", "@"), and by name within a kind.
 void SortFolders(std::vector<FolderListing::Subfolder>& folders) {
   const auto rank = [](PathEntryType kind) {
     switch (kind) {
@@ -66,13 +66,15 @@ void SortFolders(std::vector<FolderListing::Subfolder>& folders) {
   });
 }
 
-/// What a thread that may be left alone reads of a folder.
+/// What is read of a folder on a thread that nobody may be waiting for any more. Such a thread may
+/// still run when the process exits, which destroys the names that tell the kind of a folder: so
+/// folders are kept as bare names.
 struct Pass {
   FolderListing listing;             // without its folders
   std::vector<std::string> folders;  // those that are not behind links
 };
 
-/// Returns why the folder could not be read to its end.
+/// Returns why the folder could not be read to its end; no error when it could.
 std::error_code ReadItems(const Directory& directory, Pass& pass) {
   for (;;) {
     errno = 0;
@@ -90,8 +92,8 @@ std::error_code ReadItems(const Directory& directory, Pass& pass) {
   }
 }
 
-/// The stamp of the open folder. To be taken before the folder is read, so that a change while it
-/// is being read shows.
+/// The stamp of the open folder. To be taken before the folder is read, so that a change during the
+/// reading shows.
 std::optional<FolderStamp> Stamp(int folder) {
   timespec now = {};
   struct stat status = {};
@@ -189,8 +191,8 @@ void AskLinks(const std::string& path, FolderListing& listing, DiskPatience& pat
 void AddLinked(FolderListing& listing) {
   for (const auto& link : listing.links) {
     if (link.target == LinkTarget::File) listing.files.Add(link.name);
-    // A folder whose type the file system does not report counts as one behind a link, too: its
-    // location is then resolved, which takes time but finds the same.
+    // A folder whose type the file system does not report counts as behind a link, too. Its
+    // location is then resolved, which takes time but changes nothing.
     if (link.target == LinkTarget::Folder) AddFolder(listing, link.name, true);
   }
   SortFolders(listing.specialFolders);

@@ -15,25 +15,27 @@ namespace Corvane::PathManagement::host {
 
 /// Lists the folder at `location` with one pass of directory reads: regular files and folders, also
 /// those behind links. The disk is asked further only about links and about names whose type the
-/// file system does not report. A folder that cannot be opened is empty; one that cannot be read to
-/// its end holds what was read, and so is one that is given up.
+/// file system does not report. The listing has a problem, and is empty, when the folder cannot be
+/// opened or is given up. When the folder cannot be read to its end, the listing has a problem, and
+/// holds what was read.
 [[nodiscard]] FolderListing ListFolder(const AbsoluteIRI& location, DiskPatience& patience);
 
-// For listings that do not come from the disk:
+// The next three complete a listing that does not come from the disk.
 
-/// Adds a folder that is not behind a link.
+/// Adds a subfolder that is not behind a link.
 void AddSubfolder(FolderListing& listing, std::string_view name);
 
-/// Finds out anew where the links in `listing` lead, which is that of the folder at the native path.
+/// Asks the disk anew where the links in `listing` lead. `path` is the native path of the folder
+/// that was listed. When the folder is given up, `listing` stays as it is.
 void AskLinks(const std::string& path, FolderListing& listing, DiskPatience& patience);
 
-/// Adds the files and folders behind the links, and puts the folders in order: the last step.
+/// The last step: adds the files and folders behind the links, and puts the folders in order.
 void AddLinked(FolderListing& listing);
 
 /// Whether `name` is "." or "..".
 [[nodiscard]] bool IsDots(const char* name) noexcept;
 
-/// Why the folder at `path` could not be opened or read, from the error of the system.
+/// Why the folder at `path` could not be opened or read, when the system reports `error`.
 [[nodiscard]] current_working_folder::AbsolutizeError ReasonFor(std::error_code error,
                                                                 const std::string& path);
 

@@ -22,6 +22,7 @@ std::shared_ptr<const FolderEntry> CreateMainFolder(const AbsoluteIRI& location,
 void IdentifyAll(const FolderEntries& folders) {
   const auto links = std::make_shared<LinkResolver>();
   const auto identify = [&](std::size_t folder) {
+    // The state keeps its identity.
     static_cast<void>(StateOf(*folders[folder]).Identity(links));
   };
   ForEachInParallel(folders.size(), identify, 1);

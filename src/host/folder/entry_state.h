@@ -8,25 +8,27 @@
 
 namespace Corvane::PathManagement::host {
 
-// Entries and what stands behind them, for the parts of the host that work on many at once.
+// The states behind entries, for the parts of the host that work on many entries at once.
 
-/// What is known of the folder of `entry`, which owns it.
+/// The state of the folder of `entry`; the entry owns it.
 [[nodiscard]] inline FolderState& StateOf(const FolderEntry& entry) noexcept {
   return *entry.state;
 }
 
-/// An entry for the folder that `state` describes. Its special folders are `specialFolders`, or
-/// those of `state` when that is null.
+/// An entry for the folder that `state` describes, with these entries for its special folders. When
+/// `specialFolders` is null, they are made from `state` when they are first asked for.
 [[nodiscard]] std::shared_ptr<const FolderEntry> CreateEntry(
     std::unique_ptr<FolderState> state, std::unique_ptr<FolderEntries> specialFolders = nullptr);
 
-/// An entry for a folder that is put on a path, as `FolderEntry::Create` makes it, with the listings
-/// of `source`; null means the disk. `limit` says how long the disk is waited for.
+/// An entry for a folder that is put on a path, like those of `FolderEntry::Create`. Its listings
+/// come from `source`; from the disk when that is null. `limit` says how long to wait for the disk:
+/// see `DiskPatience`.
 [[nodiscard]] std::shared_ptr<const FolderEntry> CreateMainFolder(
     const AbsoluteIRI& location, std::shared_ptr<const ListingSource> source,
     DiskPatience::Limit limit = {});
 
-/// Resolves the links of all folders where that has not been done; what they have in common once.
+/// Resolves the locations of all folders where that has not been done. What the locations have in
+/// common is resolved once.
 void IdentifyAll(const FolderEntries& folders);
 
 }  // namespace Corvane::PathManagement::host

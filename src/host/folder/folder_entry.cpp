@@ -16,8 +16,8 @@ namespace {
 
 using PathManagement::detail::SearchTarget;
 
-/// Releases folders one after the other, however deep they nest: a destructor that runs inside this
-/// function hands its folders over instead of going deeper.
+/// Releases folders one after the other, so that however deep they nest, the stack does not grow: a
+/// destructor that this function runs hands its folders over to the loop.
 void ReleaseInALoop(FolderEntries& folders) noexcept {
   thread_local std::vector<FolderEntries>* running = nullptr;
   std::vector<FolderEntries> pending;
@@ -26,7 +26,7 @@ void ReleaseInALoop(FolderEntries& folders) noexcept {
   try {
     running->push_back(std::move(folders));
   } catch (const std::bad_alloc&) {
-    folders.clear();  // without room for the list, one level deeper
+    folders.clear();  // no memory to hand them over: releases them here, deeper on the stack
   }
   if (!isOutermost) return;
   while (!pending.empty()) {
@@ -152,7 +152,7 @@ PathItems FolderEntry::FindItems(const SearchTarget& target, FilenameMatchingPol
   std::vector<std::size_t> files;
   const auto add = [&](const ustring& name) {
     for (const std::size_t index : listed.FilesNamed(name, policy)) {
-      // Two extensions of the list may be the same one but for case.
+      // Two extensions of the list may differ in case alone.
       if (std::find(files.begin(), files.end(), index) == files.end()) files.push_back(index);
     }
   };
@@ -188,7 +188,7 @@ const FolderEntries& FolderEntry::GetSpecialFolders() const {
   if (const FolderEntries* known = specialFolders.load(std::memory_order_acquire)) return *known;
   auto made = std::make_unique<FolderEntries>(CreateAll(ListedState().MakeSpecialFolders()));
   FolderEntries* known = nullptr;
-  // When two threads make them at once, one of them wins and both get its entries.
+  // When two threads make them at once, both get the entries of the first to store them.
   if (specialFolders.compare_exchange_strong(known, made.get(), std::memory_order_acq_rel)) {
     known = made.release();
   }

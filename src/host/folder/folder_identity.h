@@ -10,12 +10,12 @@
 
 namespace Corvane::PathManagement::host {
 
-/// Which folder an entry stands for, and the way to it from the path, which shows whether a link
-/// leads back up. Links divide the way into pieces. Within a piece each folder is directly below
-/// the one before, so the top and the bottom are all that is kept of a piece.
+/// Which folder an entry stands for, and the way to it from a main folder of the path. The way
+/// shows whether a link leads back up. Links divide it into pieces. Within a piece each folder is
+/// directly below the one before, so only the top and the bottom of a piece are kept.
 class FolderIdentity {
  public:
-  /// A folder that is on the path itself.
+  /// A main folder of the path.
   explicit FolderIdentity(AbsoluteIRI canonicalLocation)
       : canonical(std::move(canonicalLocation)), top(canonical) {}
 
@@ -37,7 +37,7 @@ class FolderIdentity {
     return behind;
   }
 
-  /// Whether this folder is `folder`, or was reached through it.
+  /// Whether this folder is `folder`, or the way to it leads through `folder`.
   [[nodiscard]] bool HasComeThrough(const AbsoluteIRI& folder) const {
     return IsBetween(top, folder, canonical) ||
            std::any_of(aboveLinks.begin(), aboveLinks.end(), [&folder](const auto& piece) {
@@ -45,7 +45,8 @@ class FolderIdentity {
            });
   }
 
-  /// Whether stop(folder) is true for this folder or for one that holds a link on the way to it.
+  /// Calls stop(folder) for this folder, then for each folder on the way that holds a link of the
+  /// way, until it returns true; returns whether it did.
   template <class Stop>
   [[nodiscard]] bool AnyBottom(const Stop& stop) const {
     return stop(canonical) ||
@@ -67,8 +68,8 @@ class FolderIdentity {
   }
 
   AbsoluteIRI canonical;
-  AbsoluteIRI top;                                              // of the piece behind the last link
-  std::vector<std::pair<AbsoluteIRI, AbsoluteIRI>> aboveLinks;  // top and bottom of each piece
+  AbsoluteIRI top;  // of the last piece, which ends at this folder
+  std::vector<std::pair<AbsoluteIRI, AbsoluteIRI>> aboveLinks;  // top and bottom of earlier pieces
 };
 
 }  // namespace Corvane::PathManagement::host

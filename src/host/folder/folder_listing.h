@@ -15,7 +15,7 @@
 
 namespace Corvane::PathManagement::host {
 
-/// What a link leads to, or led to when the folder was listed.
+/// What a link leads to, or led to when the folder was listed. `Neither`: to no file or folder.
 enum class LinkTarget : std::uint8_t { Neither = 0, File = 1, Folder = 2 };
 
 /// What one pass over a folder found.
@@ -31,28 +31,29 @@ struct FolderListing {
     LinkTarget target;
   };
 
-  NameBlock files;                         // in the order of the disk, those behind links last
+  NameBlock files;                         // in the order of the disk; those behind links last
   std::vector<Subfolder> specialFolders;   // in path order
-  std::vector<Subfolder> ordinaryFolders;  // in the order of their bytes
-  std::vector<Link> links;                 // what they lead to is in the lists above as well
+  std::vector<Subfolder> ordinaryFolders;  // in the order of the bytes of their names
+  std::vector<Link> links;                 // those to files and folders are in the lists above, too
   /// Taken before the pass; empty if a later change could leave the folder with the same stamp.
   std::optional<FolderStamp> stamp;
+  /// Why the folder could not be listed, or not to its end.
   std::optional<current_working_folder::AbsolutizeError> problem;
 };
 
-/// Where entries take the listings of their folders from, when that is not the disk alone.
+/// Gives entries the listings of their folders, when these do not come from the disk alone.
 ///
 /// Threads: immutable.
 class ListingSource {
  public:
   virtual ~ListingSource() = default;
 
-  /// The listing of the folder at `location`. It may view memory of this object, which must outlive
-  /// it.
+  /// The listing of the folder at `location`. May view memory of this source, which must outlive
+  /// the listing.
   [[nodiscard]] virtual FolderListing List(const AbsoluteIRI& location,
                                            DiskPatience& patience) const = 0;
 
-  /// Whether a listing shows a folder as it is, not as it was when the listing was saved.
+  /// Whether listings show folders as they are now, not as they were when a listing was saved.
   [[nodiscard]] virtual bool FollowsTheDisk() const noexcept = 0;
 
   /// The stamp of a saved listing of the folder; empty when there is none.

@@ -15,8 +15,8 @@ namespace Corvane::PathManagement::host {
 namespace {
 
 constexpr std::int64_t kSecond = 1'000'000'000;      // in nanoseconds
-constexpr std::int64_t kGrain = 2 * kSecond;         // the times of some file systems are so coarse
-constexpr std::int64_t kLastSecond = 9'000'000'000;  // whose nanoseconds fit into 64 bits
+constexpr std::int64_t kGrain = 2 * kSecond;         // of the coarsest file times there are
+constexpr std::int64_t kLastSecond = 9'000'000'000;  // up to here, nanoseconds fit into 64 bits
 
 /// Whether `Nanoseconds` of this time fits into 64 bits.
 bool HasNanoseconds(const timespec& time) {
@@ -29,7 +29,7 @@ std::int64_t NanosecondsAtMost(const timespec& time) {
   return HasNanoseconds(time) ? Nanoseconds(time) : std::numeric_limits<std::int64_t>::max();
 }
 
-/// Asks about what `path` names; returns the number of the error.
+/// Fills `status` with what the disk says about `path`; returns the errno, 0 for success.
 int AskStatus(const std::string& path, struct stat& status) {
   // A longer path has to be opened piece by piece, which takes more calls.
   if (path.size() < PATH_MAX) return stat(path.c_str(), &status) == 0 ? 0 : errno;
@@ -38,7 +38,7 @@ int AskStatus(const std::string& path, struct stat& status) {
   return fstat(folder.Get(), &status) == 0 ? 0 : errno;
 }
 
-/// Empty when there is no folder, or none that can be reached.
+/// The status of the folder at `path`; empty when there is no folder, or none that can be reached.
 std::optional<struct stat> StatusOf(const std::string& path) {
   struct stat status = {};
   if (AskStatus(path, status) != 0 || !S_ISDIR(status.st_mode)) return std::nullopt;

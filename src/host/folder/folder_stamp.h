@@ -12,8 +12,8 @@
 
 namespace Corvane::PathManagement::host {
 
-/// What differs between a folder and a later state of it, or another folder in its place. No device
-/// number, since that changes when the machine is started anew.
+/// Tells a folder from a later state of it, and from another folder in its place. Holds no device
+/// number: that may change when the machine is started anew.
 struct FolderStamp {
   std::int64_t modified;  // when a name was last added, removed or changed; nanoseconds since 1970
   std::int64_t changed;   // when modified or any attribute was last set, likewise
@@ -23,30 +23,33 @@ struct FolderStamp {
                                        const FolderStamp& right) noexcept = default;
 };
 
-/// What stands where a folder is looked for.
+/// What was found where a folder should be.
 struct FolderSight {
-  int error = 0;           // why there is no folder; 0 when there is one
-  FolderStamp stamp = {};  // of the folder
+  int error = 0;           // an errno: why there is no folder; 0 when there is one
+  FolderStamp stamp = {};  // of the folder, if there is one
 
   [[nodiscard]] friend bool operator==(const FolderSight& left,
                                        const FolderSight& right) noexcept = default;
 };
 
-/// Looks at the native path. Times that do not fit into a stamp become the latest that do.
+/// Looks at the folder at the native `path`. Times that do not fit into a stamp become the latest
+/// that do.
 ///
 /// Cost: one question to the disk.
 [[nodiscard]] FolderSight LookAtFolder(const std::string& path);
 
-/// The same for the `name` in a folder that is open, perhaps for its path alone. The disk is not asked
-/// about the folders above.
+/// The same for `name` in the open folder with the descriptor `folder`, for which O_PATH is enough.
+/// The disk is not asked about the folders above.
 [[nodiscard]] FolderSight LookAtFolder(int folder, const char* name);
 
-/// The stamp of a folder that is read from `now` on. Empty when the folder was changed less than two
-/// seconds before, or in the future: the times of some file systems are so coarse that a later
-/// change could have the same one.
+/// The stamp of a folder with `status` that will be read after the time `now`. Empty when the
+/// folder was changed less than two seconds before `now`, or in the future: the times of some file
+/// systems are so coarse that a later change could leave the same stamp. Also empty when a time
+/// does not fit.
 [[nodiscard]] std::optional<FolderStamp> StampOf(const struct stat& status, const timespec& now);
 
-/// Whether the folder at the native path still has the stamp; `Unknown` without a stamp.
+/// Whether the folder at the native `path` still has `stamp`; `Unknown` without a stamp. `Gone`
+/// also when the folder may not be listed.
 ///
 /// Cost: one question to the disk.
 [[nodiscard]] Freshness AskFreshness(const std::string& path,

@@ -18,8 +18,9 @@ namespace {
 
 using current_working_folder::AbsolutizeError;
 
-/// How often a folder is asked for single names before it is listed: to open it and to ask costs an
-/// eighth of listing 100 files, and a look-up asks for a file and for a method entry.
+/// How often a folder is asked for single names before it is listed. Opening it and asking costs an
+/// eighth of listing 100 files; twice eight, since a look-up asks for a file and for a method
+/// entry.
 constexpr unsigned kMostQuestions = 16;
 
 /// The native path without links; empty when it cannot be resolved. `links` may be null.
@@ -77,20 +78,20 @@ const FolderIdentity& FolderState::Identity(const std::shared_ptr<LinkResolver>&
   return *identity;
 }
 
-/// The location without links. One that cannot be resolved stays as it is; listing the folder will
-/// say what is wrong with it.
+/// The location of `folder` without links. A location that cannot be resolved stays as it is;
+/// listing the folder will say what is wrong.
 AbsoluteIRI FolderState::Resolved(const AbsoluteIRI& folder,
                                   const std::shared_ptr<LinkResolver>& links) {
   const auto path = NativeBytes(folder);
   if (!path) return GetCanonicalIRI(folder);
   const auto resolved =
       patience.Ask([path = *path, links] { return WithoutLinks(path, links.get()); });
-  // Most folders are not behind links: no location has to be made.
+  // Most folders are not behind links: then no new location has to be made.
   if (!resolved || !*resolved || *resolved == path) return folder;
   return foundation::storage::vfs::toAbsoluteIRI(u"file", TextFromBytes(**resolved));
 }
 
-/// The problem that the folder has for `reason`, which may be none.
+/// The problem of the folder: `reason`, or that it is given up; none when neither applies.
 std::vector<FolderProblem> FolderState::ProblemOf(std::optional<AbsolutizeError> reason) const {
   if (!reason && patience.HasGivenUp()) reason = AbsolutizeError::NoAnswer;
   if (!reason) return {};
@@ -98,7 +99,7 @@ std::vector<FolderProblem> FolderState::ProblemOf(std::optional<AbsolutizeError>
 }
 
 std::vector<FolderProblem> FolderState::Problems() {
-  // A saved listing knows more than opening the folder would show, and mostly for less.
+  // A saved listing says more than opening the folder would show, and mostly costs less.
   if (source != nullptr) List();
   if (!IsListed()) return ProblemOf(ProbeFolder(location, patience));
   auto problems = ProblemOf(listing.problem);
@@ -117,7 +118,7 @@ Freshness FolderState::AskFreshness() {
   }
   const auto ask = [path = *std::move(path), stamp] { return host::AskFreshness(path, stamp); };
   const Freshness freshness = patience.Ask(ask).value_or(Freshness::Unknown);
-  // What could not be listed then can be now.
+  // The folder could not be listed then, but can be now.
   const bool isThereAgain =
       IsListed() && listing.problem && freshness == Freshness::Unknown && !patience.HasGivenUp();
   return isThereAgain ? Freshness::Stale : freshness;
@@ -136,7 +137,7 @@ std::unique_ptr<FolderState> FolderState::CopyUnlisted() {
 }
 
 FolderState::Answer FolderState::Ask(const NameQuestion& question) {
-  if (auto answer = AskDisk(question)) return *std::move(answer);
+  if (auto answer = AnswerByNames(question)) return *std::move(answer);
   List();
   const auto itemNamed = [this](const std::string& name) {
     const auto file = FileNamed(name);
@@ -149,8 +150,8 @@ FolderState::Answer FolderState::Ask(const NameQuestion& question) {
   });
 }
 
-/// Empty when the folder is to be listed.
-std::optional<FolderState::Answer> FolderState::AskDisk(const NameQuestion& question) {
+/// Answers without a listing; empty when the folder is listed, or has to be.
+std::optional<FolderState::Answer> FolderState::AnswerByNames(const NameQuestion& question) {
   if (IsListed()) return std::nullopt;
   const std::lock_guard lock(answersMutex);
   if (!AsksNames()) return std::nullopt;
@@ -191,7 +192,7 @@ bool FolderState::AsksNames() const noexcept {
   return !listingHasBegun && source == nullptr && questionCount < kMostQuestions;
 }
 
-/// What the disk says. Precondition: answersMutex is held.
+/// What the disk says about `unanswered`. Precondition: answersMutex is held.
 NameAnswers::FromDisk FolderState::AskFor(const NameAnswers::Unanswered& unanswered) {
   if (answers.GetProblem()) return {};
   auto path = NativeBytes(location);
@@ -205,7 +206,8 @@ NameAnswers::FromDisk FolderState::AskFor(const NameAnswers::Unanswered& unanswe
   return *std::move(said);
 }
 
-/// What has been asked ahead; empty when that was something else, or the disk does not answer.
+/// The answer that was asked for ahead; empty when that was about other names, or the disk does not
+/// answer.
 std::optional<NameAnswers::FromDisk> FolderState::TakeAhead(
     const NameAnswers::Unanswered& unanswered) {
   if (!ahead || ahead->unanswered.names != unanswered.names) return std::nullopt;
@@ -214,7 +216,7 @@ std::optional<NameAnswers::FromDisk> FolderState::TakeAhead(
 }
 
 void FolderState::AskAhead(const NameQuestion& question) {
-  // Who holds the mutex asks the disk, or lists.
+  // Whoever holds the mutex is asking the disk or listing the folder: no need to ask ahead.
   const std::unique_lock lock(answersMutex, std::try_to_lock);
   if (!lock || !AsksNames() || answers.GetProblem() || patience.HasGivenUp()) return;
   const auto path = NativeBytes(location);

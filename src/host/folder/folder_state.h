@@ -27,8 +27,8 @@ using foundation::storage::vfs::detail::LinkResolver;
 /// The item of the file called `file` in `folder`.
 [[nodiscard]] PathItem CreateItem(AbsoluteIRI folder, std::string_view file);
 
-/// What is known of a folder: where it stands, which one it is, what it holds. Knows nothing of
-/// entries.
+/// What is known of a folder: where it is, which folder that is once links are resolved, and
+/// what it holds. Knows nothing of entries.
 ///
 /// Threads: all operations, from any thread.
 class FolderState {
@@ -36,8 +36,8 @@ class FolderState {
   using Folders = std::vector<std::unique_ptr<FolderState>>;
 
   /// A folder that is put on a path. Its listing, and those of the folders below it, come from
-  /// `listingSource`; from the disk when that is null. For each of them the disk is waited for as
-  /// long as `limit` says.
+  /// `listingSource`; from the disk when that is null. `limit` says how long to wait for the disk,
+  /// for each of these folders: see `DiskPatience`.
   FolderState(AbsoluteIRI folderLocation, std::shared_ptr<const ListingSource> listingSource,
               DiskPatience::Limit limit = {})
       : FolderState(std::move(folderLocation), PathEntryType::Ordinary, std::move(listingSource),
@@ -48,9 +48,9 @@ class FolderState {
 
   [[nodiscard]] const AbsoluteIRI& Location() const noexcept { return location; }
   [[nodiscard]] PathEntryType Kind() const noexcept { return kind; }
-  /// Found out when first asked for: on a long path, most folders may never be.
+  /// Resolves the links on the first call: on a long path, it is never called for most folders.
   [[nodiscard]] const FolderIdentity& Identity() { return Identity(nullptr); }
-  /// Makes `links` resolve the location if that has not been done.
+  /// The same; `links`, unless it is null, resolves them. Many folders may share it.
   [[nodiscard]] const FolderIdentity& Identity(const std::shared_ptr<LinkResolver>& links);
   [[nodiscard]] const AbsoluteIRI& Canonical() { return Identity().Canonical(); }
 
@@ -61,18 +61,19 @@ class FolderState {
 
   [[nodiscard]] bool IsListed() const noexcept { return listedOnce.IsBuilt(); }
   [[nodiscard]] DiskPatience::Limit GetLimit() const noexcept { return patience.GetLimit(); }
-  /// What ask() says of something in or below the folder; empty when the folder is given up. As for
-  /// `DiskPatience::Ask`.
+  /// What ask() returns about something in or below the folder; empty when the folder is given up.
+  /// Precondition: that of `DiskPatience::Ask`.
   template <class Call>
   [[nodiscard]] auto AskDisk(Call ask) {
     return patience.Ask(std::move(ask));
   }
   [[nodiscard]] bool IsGivenUp() const noexcept { return patience.HasGivenUp(); }
-  /// Whether listing the folder, which has not been done, will show it as it is then.
+  /// Whether the folder has yet to be listed, and its listing will show it as it is at that time.
   [[nodiscard]] bool ShowsTheDisk() const noexcept {
     return !listingHasBegun && (source == nullptr || source->FollowsTheDisk());
   }
-  /// Whether nobody has asked for what the folder holds, and listing it will show it as it is then.
+  /// Whether nothing has been asked about what the folder holds, and its listing will show it as it
+  /// is at that time.
   [[nodiscard]] bool IsUntouched();
   /// The same folder, to be listed from the disk.
   [[nodiscard]] std::unique_ptr<FolderState> CopyUnlisted();
@@ -80,17 +81,16 @@ class FolderState {
   /// What a look-up learns of the folder.
   struct Answer {
     std::vector<const PathItem*> items = {};  // the first file that is here, or all that are wanted
-    bool hasFolder = false;                   // false where that does not matter
+    bool hasFolder = false;                   // false also where the question leaves this open
   };
-  /// Answers a single question. The disk is asked for the names alone as long as the folder has
-  /// been asked little. After that, and whenever the listing comes from a cache, the folder is
-  /// listed.
+  /// Answers a question. For the first questions the disk is asked about their names alone. For
+  /// later ones, and whenever the listing comes from a cache, the folder is listed.
   [[nodiscard]] Answer Ask(const NameQuestion& question);
-  /// Has a thread of its own ask the disk, so that the answer to the same question may be there by
-  /// the time it is asked. Nobody waits for one that is never asked.
+  /// Asks the disk on a separate thread, so that the answer may be there by the time `Ask` is
+  /// called with the same question. If it never is, nobody waits for the thread.
   void AskAhead(const NameQuestion& question);
 
-  /// The problems that questions have come upon so far.
+  /// The problems that questions have met so far. Does not ask the disk.
   [[nodiscard]] std::vector<FolderProblem> ProblemsMet();
 
   /// Lists the folder unless that has been done.
@@ -98,7 +98,7 @@ class FolderState {
 
   // Precondition of all that follows: the folder has been listed.
 
-  /// Without the special folders whose links lead back.
+  /// Without the special folders that are links to a folder above.
   [[nodiscard]] const FolderListing& Listing() const noexcept { return listing; }
   [[nodiscard]] const NameBlock& Files() const noexcept { return listing.files; }
   /// How long listing the folder took.
@@ -108,13 +108,13 @@ class FolderState {
   [[nodiscard]] Folders MakeSpecialFolders();
   [[nodiscard]] Folders MakeOrdinaryFolders();
 
-  /// The item of the file at `index`: always the same object, kept as long as this one.
+  /// The item of the file at `index`: always the same object, kept as long as this state.
   [[nodiscard]] const PathItem& ItemAt(std::size_t index);
 
-  /// The file of exactly this name.
+  /// The index of the file of exactly this name; empty when there is none.
   [[nodiscard]] std::optional<std::size_t> FileNamed(std::string_view name) const;
-  /// The files called `name`, the very name first, then, under `IgnoreCase`, the others by their
-  /// bytes.
+  /// The indices of the files called `name`: first the exact name, then, under `IgnoreCase`, the
+  /// others in the order of their bytes.
   [[nodiscard]] std::vector<std::size_t> FilesNamed(const ustring& name,
                                                     FilenameMatchingPolicy policy) const;
 
@@ -135,7 +135,7 @@ class FolderState {
         patience(limit),
         identity(std::move(knownIdentity)) {}
 
-  /// An answer to a question that may come.
+  /// An answer that is asked for before its question comes.
   struct Ahead {
     NameAnswers::Unanswered unanswered;
     DetachedAnswer<NameAnswers::FromDisk> answer;
@@ -150,7 +150,7 @@ class FolderState {
   [[nodiscard]] std::vector<FolderProblem> ProblemOf(
       std::optional<current_working_folder::AbsolutizeError> reason) const;
   void FollowSpecialLinks();
-  [[nodiscard]] std::optional<Answer> AskDisk(const NameQuestion& question);
+  [[nodiscard]] std::optional<Answer> AnswerByNames(const NameQuestion& question);
   template <class ItemNamed, class HasFolder>
   [[nodiscard]] static Answer MakeAnswer(const NameQuestion& question, const ItemNamed& itemNamed,
                                          const HasFolder& hasFolder);
@@ -167,16 +167,16 @@ class FolderState {
   PathManagement::detail::OnceFlag identifiedOnce;  // guards identity
   std::optional<FolderIdentity> identity;
 
-  std::mutex answersMutex;  // guards what follows up to the flag
+  std::mutex answersMutex;  // guards what follows, up to listedOnce
   NameAnswers answers;
   std::optional<Ahead> ahead;
   unsigned questionCount = 0;
-  std::atomic<bool> listingHasBegun = false;    // from then on there are no more single answers
+  std::atomic<bool> listingHasBegun = false;    // then the disk is asked for no more single names
   PathManagement::detail::OnceFlag listedOnce;  // guards what follows
   FolderListing listing;
   std::chrono::nanoseconds listingTime = {};
   std::vector<AbsoluteIRI> linkTargets;  // of the special folders that are links, in their order
-  std::vector<FolderProblem> cutLinks;   // that lead back
+  std::vector<FolderProblem> cutLinks;   // special links to a folder above, which are left out
   ItemStore items;
 };
 

@@ -15,15 +15,15 @@ namespace Corvane::PathManagement::host {
 
 namespace {
 
-/// Whether `folder` stands behind a link in `parent`.
+/// Whether `folder` is reached through a link in `parent`.
 bool IsBehindLink(const FolderEntry& parent, const FolderEntry& folder) {
   const AbsoluteIRI target = folder.GetCanonicalAbsoluteIRI();
   return !target.hasParent() || target.getName() != folder.GetAbsoluteIRI().getName() ||
          !(target.getParent() == static_cast<const AbsoluteIRI&>(parent.GetCanonicalAbsoluteIRI()));
 }
 
-/// Walks a tree in two passes, first without links and then through them, so that a folder is taken at a
-/// link only if nothing else leads to it.
+/// Walks a tree first without following links, then through the links, so that a folder is taken at
+/// a link only if no way without links leads to it.
 class TreeWalk {
  public:
   explicit TreeWalk(std::shared_ptr<const FolderEntry> root) {
@@ -49,7 +49,7 @@ class TreeWalk {
   struct Node {
     std::shared_ptr<const FolderEntry> folder;
     std::vector<std::size_t> below;  // in the order of their names
-    bool isTaken = false;            // the first node of its folder
+    bool isTaken = false;            // the first node reached for its folder; others are left out
   };
 
   void WalkWithoutLinks(std::size_t top) {
@@ -74,10 +74,10 @@ class TreeWalk {
     }
   }
 
-  std::vector<Node> nodes;  // the root first
-  std::vector<std::size_t> links;
+  std::vector<Node> nodes;         // the root first
+  std::vector<std::size_t> links;  // nodes behind links, to be walked in this order
   std::size_t nextLink = 0;
-  boost::unordered_flat_set<AbsoluteIRI, HeldHash> seen;
+  boost::unordered_flat_set<AbsoluteIRI, HeldHash> seen;  // canonical locations
 };
 
 }  // namespace

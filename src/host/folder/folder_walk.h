@@ -10,7 +10,8 @@ namespace Corvane::PathManagement::host {
 using PathManagement::detail::IsInScope;
 using PathManagement::detail::ReachesBelowMainEntries;
 
-/// As `WalkEntries`, for folders on disk.
+/// As `WalkEntries`: visits `top` and the special folders below it, at any depth, but no ordinary
+/// ones. Lists each folder after its visit.
 template <class Folder, class Visit>
 bool WalkFolders(const std::shared_ptr<const Folder>& top, const Visit& visit) {
   return PathManagement::detail::WalkEntries(

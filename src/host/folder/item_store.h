@@ -10,20 +10,20 @@
 
 namespace Corvane::PathManagement::host {
 
-/// An item of `folder`, for handing out. It shares the owners of the entry and keeps it alive: so
-/// an item has no count of owners of its own, and a look-up changes no other count than that of the
-/// entry, which it changes anyway.
+/// A pointer to `item`, an item of the entry `folder`, that keeps the entry alive. So an item needs
+/// no reference count of its own, and a look-up changes only that of the entry, which it changes
+/// anyway.
 template <class Folder>
 [[nodiscard]] std::shared_ptr<const PathItem> ShareItem(const std::shared_ptr<Folder>& folder,
                                                         const PathItem& item) {
   return {folder, &item};
 }
 
-/// The items of a folder, each made when it is first asked for, so that the same file is always the
-/// same object.
+/// The items of a folder. Each is made when it is first asked for and then kept, so that the same
+/// file is always the same object.
 ///
 /// Threads: `Get` from any thread, without a lock.
-/// Ownership: owns the items, which must not outlive the entry: see `ShareItem`.
+/// Ownership: owns the items. Whoever gets one keeps the entry alive: see `ShareItem`.
 /// Cost: one pointer for each file, from the first `Get` on.
 class ItemStore {
  public:
@@ -55,7 +55,8 @@ class ItemStore {
     return *winner;
   }
 
-  /// Stores an item that was made before the files were counted, for `index`, which has none.
+  /// Stores at `index` an item that was made before the files were counted. Precondition: there is
+  /// none at `index`.
   void Put(std::size_t index, std::unique_ptr<const PathItem> item) {
     Slots()[index].store(item.release(), std::memory_order_release);
   }

@@ -15,7 +15,7 @@ namespace Corvane::PathManagement::host {
 
 namespace {
 
-/// Whether some folder could hold the name.
+/// Whether a folder could hold something of this name.
 bool IsFileName(std::string_view name) {
   return !name.empty() && name.find('/') == name.npos && name.find('\0') == name.npos;
 }
@@ -27,10 +27,10 @@ std::optional<std::size_t> IndexOf(const NameBlock& names, std::string_view name
   return std::nullopt;
 }
 
-NameBlock Without(const NameBlock& names, std::size_t left) {
+NameBlock Without(const NameBlock& names, std::size_t omitted) {
   NameBlock others;
   for (std::size_t index = 0; index < names.size(); ++index) {
-    if (index != left) others.Add(names[index]);
+    if (index != omitted) others.Add(names[index]);
   }
   others.ShrinkToFit();
   return others;

@@ -16,22 +16,24 @@
 
 namespace Corvane::PathManagement::host {
 
-/// What one look-up wants to know of a folder, in bytes.
+/// What one look-up asks about a folder. Names are in bytes.
 struct NameQuestion {
   NameQuestion() = default;
-  /// The files that `target` may mean.
+  /// Asks for the files that `target` may mean.
   explicit NameQuestion(const PathManagement::detail::SearchTarget& target);
 
-  /// Adds the folder called `name`. It does not matter where a file is found, unless all are wanted.
+  /// Asks also whether there is a folder called `name`. This is left open when a file is found,
+  /// unless all files are wanted.
   void AddFolder(const ustring& name);
 
   std::vector<std::string> files;  // the preferred one first
-  bool wantsAllFiles = false;      // and not the first that is there
+  bool wantsAllFiles = false;      // false: only the first that is there
   std::optional<std::string> folder;
 };
 
-/// What the disk has answered about single names of a folder that is not listed. An answer
-/// stays: a name is asked once, and a listing that is made later is made to agree with the answers.
+/// What the disk has answered about single names of a folder that is not listed. An answer is
+/// final: each name is asked for once, and a listing that is made later is made to agree with the
+/// answers.
 ///
 /// Threads: not synchronised.
 class NameAnswers {
@@ -41,25 +43,29 @@ class NameAnswers {
   /// The names of a question that have no answer yet.
   struct Unanswered {
     std::vector<std::string> names;  // files, then the folder
-    std::size_t fileCount = 0;  // no name is asked for behind the first of these that is a file
+    /// One file among the first so many names is enough: names behind it are not asked for. 0 when
+    /// all files are wanted.
+    std::size_t fileCount = 0;
   };
-  /// What the disk says about them.
+  /// What the disk says about these names.
   struct FromDisk {
     std::optional<current_working_folder::AbsolutizeError> problem = {};  // why it says nothing
-    std::vector<Kind> kinds = {};  // of the first names, which are all that matter
-    bool isClear = true;           // false when only a listing can tell about the next
+    std::vector<Kind> kinds = {};  // of the names in order, as far as they were asked for
+    bool isClear = true;           // false: only a listing can tell what the next name is
   };
 
-  /// What remains to be asked for an answer to `question`.
+  /// What remains to be asked before `question` can be answered.
   [[nodiscard]] Unanswered FindUnanswered(const NameQuestion& question) const;
 
-  /// Asks the disk. The folder is opened as for listing, so that one which may not be listed answers
-  /// no name either. Knows nothing but its arguments.
+  /// Asks the disk about the folder at `path`. The folder is opened as for listing, so that a
+  /// folder that may not be listed answers for no name either. Uses nothing but its arguments, as a
+  /// `DetachedAnswer` requires.
   ///
   /// Cost: two system calls, and one for each name; one more for a link.
   [[nodiscard]] static FromDisk AskDisk(const std::string& path, const Unanswered& unanswered);
 
-  /// Takes in what the disk says. Returns false when only a listing can tell.
+  /// Takes in what the disk says about `unanswered`. Returns false when only a listing can tell the
+  /// rest.
   [[nodiscard]] bool Add(const Unanswered& unanswered, const FromDisk& fromDisk);
 
   /// Precondition: the name has been asked for.
@@ -80,9 +86,10 @@ class NameAnswers {
   }
   [[nodiscard]] bool IsEmpty() const noexcept { return answers.empty() && !problem; }
 
-  /// Puts the files that were found into the listing, and takes out what was not there.
+  /// Makes the listing agree: adds the files that were found, and removes what was not there.
   void ApplyTo(FolderListing& listing) const;
-  /// Hands the items that were made to `items`, which are those of `files`.
+  /// Hands the items that were made over to `items`, whose indices are those of `files`.
+  /// Precondition: `files` has been made to agree.
   void MoveItemsTo(ItemStore& items, const NameBlock& files);
 
  private:
@@ -94,7 +101,7 @@ class NameAnswers {
 
   [[nodiscard]] const Answer* Find(std::string_view name) const;
 
-  std::vector<Answer> answers;  // few: a folder that is asked much is listed
+  std::vector<Answer> answers;  // few: a folder that is asked often is listed
   std::optional<current_working_folder::AbsolutizeError> problem;
 };
 

@@ -12,7 +12,8 @@ namespace Corvane::PathManagement::host {
 OpenedPath OpenPath(const std::string& path, int flags) {
   constexpr int piece = O_PATH | O_DIRECTORY | O_CLOEXEC;
   Descriptor folder(AT_FDCWD);
-  // The kernel takes less than PATH_MAX bytes at once, so each piece but the last ends there.
+  // The kernel takes less than PATH_MAX bytes at once: each piece but the last ends at the last
+  // separator within that length.
   std::size_t begin = 0;
   while (path.size() - begin >= PATH_MAX) {
     const std::size_t end = path.rfind('/', begin + PATH_MAX - 1);

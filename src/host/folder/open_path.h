@@ -16,22 +16,22 @@ using fl::filesystem::detail::NativeBytes;
 /// What was opened, or the reason why it could not be opened.
 class OpenedPath : public Descriptor {
  public:
-  /// Of the result of a system call that opens; a failure is the one that errno holds.
+  /// Takes over `opened`, the result of a call such as open(); when it failed, errno says why.
   explicit OpenedPath(int opened) noexcept
       : Descriptor(opened), error(IsOpen() ? 0 : errno, std::generic_category()) {}
 
-  /// False when it is open.
+  /// Why the path could not be opened; no error when it is open.
   [[nodiscard]] std::error_code GetError() const noexcept { return error; }
 
  private:
   std::error_code error;
 };
 
-/// Opens a path that may be longer than the kernel takes at once, piece by piece, the last piece
-/// with `flags`. Holds two descriptors at most.
+/// Opens `path` with `flags`. A path that is longer than the kernel takes at once is opened piece
+/// by piece. Holds two descriptors at most.
 [[nodiscard]] OpenedPath OpenPath(const std::string& path, int flags);
 
-/// The same for a folder that is to be read.
+/// Opens a folder, of any length of path, so that it can be read.
 [[nodiscard]] OpenedPath OpenFolder(const std::string& path);
 
 }  // namespace Corvane::PathManagement::host

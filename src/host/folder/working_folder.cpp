@@ -24,7 +24,7 @@ namespace {
 using current_working_folder::AbsolutizeError;
 using current_working_folder::FailedToAbsolutizeException;
 
-/// The home folder of `user`, or of whoever runs this process when it is empty.
+/// The home folder of `user`; when `user` is empty, of whoever runs this process.
 ustring HomeOf(const std::string& user) {
   std::vector<char> buffer(1024);
   passwd entry = {};
@@ -38,6 +38,7 @@ ustring HomeOf(const std::string& user) {
   return TextFromBytes(found->pw_dir);
 }
 
+/// `text` with the "~" or "~user" at its beginning replaced by the home folder.
 ustring WithHomeExpanded(const ustring& text) {
   const std::size_t userEnd = std::min(text.find(u'/'), text.size());
   const auto user = BytesFromText(std::u16string_view(text).substr(1, userEnd - 1));

@@ -6,7 +6,8 @@
 
 namespace Corvane::PathManagement::host {
 
-/// The folded form of `name`: the same for all names that differ in case alone. Views `buffer`.
+/// The folded form of `name`: the same for all names that differ in case alone. It is written to
+/// `buffer`, which the result views.
 [[nodiscard]] std::string_view FoldName(std::string_view name, std::string& buffer);
 
 }  // namespace Corvane::PathManagement::host

@@ -9,10 +9,10 @@
 
 namespace Corvane::PathManagement::host {
 
-/// Names as the disk gives them, one behind the other in one block, each ended by a NUL. The block
-/// is this object's own, or one that it only views and that outlives it; adding a name to a viewed
-/// block copies it first. `kSlack` bytes behind the last name may be read as well, so that names
-/// are compared a word at a time.
+/// Names as the disk gives them, one behind the other in one block, each ended by a NUL. This
+/// object either owns the block or views one that outlives it; adding a name to a viewed block
+/// copies the block first. `kSlack` bytes behind the last name may be read as well, so that names
+/// can be compared a word at a time.
 class NameBlock {
  public:
   static constexpr std::size_t kSlack = 7;
@@ -26,7 +26,7 @@ class NameBlock {
       : NameBlock({other.bytes, other.byteCount}, other.begins, other.count) {
     if (other.IsOwner()) TakeOver();
   }
-  // The bytes of a block that is moved stay where they are, so views of them stay valid.
+  // Moving leaves the bytes where they are, so views of the names stay valid.
   NameBlock(NameBlock&&) noexcept = default;
   NameBlock& operator=(NameBlock other) noexcept {
     std::swap(ownBytes, other.ownBytes);
@@ -82,7 +82,7 @@ class NameBlock {
   std::vector<std::uint32_t> ownBegins;
   const char* bytes = nullptr;
   std::size_t byteCount = 0;
-  const std::uint32_t* begins = nullptr;  // where each name begins in bytes
+  const std::uint32_t* begins = nullptr;  // for each name, where it begins in `bytes`
   std::size_t count = 0;
 };
 

@@ -11,8 +11,8 @@ namespace {
 
 constexpr std::size_t kMostFolders = std::size_t{1} << 31U;  // as many as a cursor can number
 
-/// The memory for so many files is fetched before they are linked: waiting for it is more than half
-/// of the cost of a large index otherwise.
+/// How many files ahead of the linking their memory is fetched. Waiting for it would be more than
+/// half of the cost of a large index.
 constexpr std::size_t kAhead = 32;
 
 }  // namespace
@@ -36,14 +36,14 @@ NameIndex::NameIndex(const std::vector<const NameBlock*>& folders, FilenameMatch
     if (count >= kNone) throw std::length_error("more files than an index takes");
   }
   nextRecords.resize(count);
-  // Half full: when two slots in three were taken, one group in six was full, and a miss cost half
-  // as much again.
+  // At most half of the slots are taken: with two in three, one group in six was full, and a miss
+  // cost half as much again.
   groups.resize(2 * count / kGroup + 1);
   slots.resize(groups.size() * kGroup);
   LinkAll(folders);
 }
 
-/// From the last file to the first, so that each slot ends up with the first file of its name.
+/// Links the last file first, so that each slot ends up with the first file of its name.
 void NameIndex::LinkAll(const std::vector<const NameBlock*>& folders) {
   std::array<Pending, kAhead> pending = {};
   std::size_t count = 0;
@@ -57,7 +57,8 @@ void NameIndex::LinkAll(const std::vector<const NameBlock*>& folders) {
               .folder = static_cast<std::uint32_t>(folder),
               .record = firstRecords[folder] + static_cast<std::uint32_t>(file)};
       __builtin_prefetch(&groups[FirstGroupOf(next.hash)], 1);
-      // By now its group has arrived.
+      // For a file whose group, fetched half the ring ago, has arrived by now. At the start there
+      // is none yet; fetching for its zero hash does no harm.
       FetchSlot(pending[(count + kAhead / 2) % kAhead].hash);
     }
   }
@@ -66,7 +67,7 @@ void NameIndex::LinkAll(const std::vector<const NameBlock*>& folders) {
   }
 }
 
-/// Fetches the slot that a name with that hash will most likely take.
+/// Fetches the memory of the slot that a name with that hash will most likely take.
 void NameIndex::FetchSlot(std::uint64_t hash) const noexcept {
   const std::size_t group = FirstGroupOf(hash);
   const std::uint64_t empty = ~groups[group] & kTaken;
@@ -84,10 +85,10 @@ void NameIndex::Link(const Pending& file) {
   nextRecords[file.record] = second.record;
 }
 
-/// What is linked already under the name of `file`.
+/// The first file linked so far that has the same name as `file`.
 NameIndex::Found NameIndex::FindSame(const Pending& file) const {
   return FindSlot(file.hash, [&](const char* name) {
-    // Most names are written as they fold, and comparing bytes is the faster question.
+    // Bytes first: that is faster, and decides wherever a name is spelled in one way alone.
     return std::strcmp(name, file.name) == 0 || (foldsCase && KeyOf(file.name).IsFoldOf(name));
   });
 }
@@ -96,8 +97,8 @@ NameIndex::Cursor NameIndex::Next(Cursor cursor) const noexcept {
   Cursor next;
   next.record = nextRecords[cursor.record];
   if (!next) return next;
-  // The last of the folders that begin at or before the record: one that begins there and is not
-  // the last is empty.
+  // The last folder that begins at or before the record holds it: other folders that begin at the
+  // same record are empty.
   const auto after = std::upper_bound(firstRecords.begin(), firstRecords.end(), next.record);
   next.folder = static_cast<std::uint32_t>(after - firstRecords.begin() - 1) & 0x7FFFFFFFU;
   return next;

@@ -14,9 +14,9 @@
 
 namespace Corvane::PathManagement::host {
 
-/// Finds a file name among the names of many folders in a number of steps that does not depend on
-/// how many there are: a hash table leads from a name to the first file in path order that has it,
-/// and each file to the next one of the same name.
+/// Finds a file name among the names of many folders, in a number of steps that does not depend on
+/// how many names or folders there are: a hash table leads from a name to the first file in path
+/// order that has it, and from each file a link leads to the next file of the same name.
 ///
 /// Threads: immutable once made.
 /// Ownership: views the name blocks, which must outlive it.
@@ -33,19 +33,20 @@ class NameIndex {
     std::uint32_t file;    // which of that folder's files
   };
 
-  /// Runs through the matches of one name in path order; false after the last.
+  /// Stands at a match of one name; `Next` goes on in path order. False without a match, or after
+  /// the last.
   class Cursor {
    public:
     [[nodiscard]] explicit operator bool() const noexcept { return record != kNone; }
     [[nodiscard]] std::uint32_t GetFolder() const noexcept { return folder; }
-    /// Whether the next match is in the same folder, where names that differ in case are the same.
-    /// Precondition: `Find` returned this; `Next` does not keep the answer.
+    /// Whether the next match is in the same folder, which happens only where case is ignored.
+    /// Precondition: this cursor comes from `Find`; those from `Next` do not know.
     [[nodiscard]] bool HasSibling() const noexcept { return sibling != 0; }
 
    private:
     friend class NameIndex;
-    std::uint32_t record = kNone;  // of all files, in path order
-    // In one word, which passes through a register: as two members they cost 4 ns a question.
+    std::uint32_t record = kNone;  // the number of the file among all files, in path order
+    // In one word, so that a cursor passes through a register: two words cost 4 ns a question.
     std::uint32_t folder : 31 = 0;
     std::uint32_t sibling : 1 = 0;
   };
@@ -53,7 +54,7 @@ class NameIndex {
   /// The first match of a name in path order, and the number of the name, less than `SlotCount`.
   struct Found {
     Cursor first;
-    std::size_t slot = 0;  // means nothing without a match
+    std::size_t slot = 0;  // the number of the name; means nothing without a match
   };
 
   /// Under `IgnoreCase`, names that differ in case alone are the same name.
@@ -74,8 +75,8 @@ class NameIndex {
   }
 
  private:
-  // The tags of eight slots are compared at once. Slots tried one after the other cost 10 ns a
-  // question, since the processor cannot foresee at which one the search ends.
+  // The tags of eight slots are compared at once. Trying one slot after the other cost 10 ns a
+  // question, since the processor cannot foresee at which slot the search ends.
   static constexpr std::size_t kGroup = 8;
   static constexpr std::uint64_t kEachTag = 0x0101010101010101U;
   static constexpr std::uint64_t kTaken = 0x80 * kEachTag;
@@ -86,26 +87,29 @@ class NameIndex {
   };
   struct Pending;
 
-  /// Seven bits of the hash from its middle, the best mixed, and one that marks a slot as taken.
+  /// A byte: seven bits from the middle of the hash, which are mixed best, and the highest bit,
+  /// which marks a slot as taken.
   static std::uint64_t TagOf(std::uint64_t hash) noexcept { return (hash >> 32U & 0x7FU) | 0x80U; }
   /// The group where the search for a hash begins, by the hash's upper half.
   [[nodiscard]] std::size_t FirstGroupOf(std::uint64_t hash) const noexcept {
     return static_cast<std::size_t>(((hash >> 32U) * groups.size()) >> 32U);
   }
-  /// The slot of a group that the lowest of `marks` is for. Precondition: there is one.
+  /// The number, within its group, of the slot that the lowest bit of `marks` stands for.
+  /// Precondition: a bit is set.
   static std::size_t LowestOf(std::uint64_t marks) noexcept {
     return static_cast<std::size_t>(std::countr_zero(marks)) / 8 % kGroup;
   }
 
-  /// The name with that hash for which isName(name) returns true. Compiled in: the call would cost
-  /// a tenth of a question.
+  /// The name with that hash for which isName(name) returns true. In the header, to be inlined: a
+  /// call would cost a tenth of a question.
   template <class IsName>
   [[nodiscard]] Found FindSlot(std::uint64_t hash, const IsName& isName) const {
     const std::uint64_t tags = TagOf(hash) * kEachTag;
     std::size_t group = FirstGroupOf(hash);
     for (;;) {
-      // A byte becomes zero, and is marked, where the tag is the same. The byte above it may be
-      // marked by mistake, which comparing the names finds out; an empty slot is never marked.
+      // Where the tag is the same, the byte of `differences` is zero, and is marked. The byte above
+      // may be marked by mistake: comparing the names finds that out. An empty slot is never
+      // marked.
       const std::uint64_t differences = groups[group] ^ tags;
       std::uint64_t marks = (differences - kEachTag) & ~differences & kTaken;
       for (; marks != 0; marks &= marks - 1) {
@@ -126,9 +130,9 @@ class NameIndex {
   [[nodiscard]] NameKey KeyOf(std::string_view name) const;
 
   bool foldsCase;
-  std::vector<std::uint32_t> firstRecords;  // of each folder; a record is a file, in path order
-  std::vector<std::uint32_t> nextRecords;   // of the same name; kNone at the end
-  std::vector<std::uint64_t> groups;  // each has the tags of eight slots, a byte each; zero: empty
+  std::vector<std::uint32_t> firstRecords;  // by folder: the record of its first file
+  std::vector<std::uint32_t> nextRecords;   // by record: the next of the same name, kNone if last
+  std::vector<std::uint64_t> groups;  // the tags of eight slots each, a byte a tag; zero: empty
   std::vector<Slot> slots;
 };
 

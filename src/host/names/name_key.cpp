@@ -16,13 +16,13 @@ void NameKey::SetFolded(const NameKey& name) {
   for (std::size_t at = 0; at <= size; at += kWord) {  // with the NUL
     const Word word = name.Load(at);
     seen |= word;
-    // In each byte of the two, the highest bit says that the character is 'A' or later, or after
-    // 'Z'.
+    // The highest bit of each byte says: in fromA, that the character is 'A' or later; in afterZ,
+    // that it is later than 'Z'.
     const Word fromA = (word & ~high) + (0x80 - 'A') * each;
     const Word afterZ = (word & ~high) + (0x7F - 'Z') * each;
     Store(at, word | (fromA & ~afterZ & high) >> 2U);
   }
-  if ((seen & high) == 0) return;
+  if ((seen & high) == 0) return;  // all ASCII
   std::string folded;
   Set(FoldName(name.View(), folded));
 }
@@ -46,7 +46,7 @@ bool NameKey::IsFoldOf(const char* name) const {
 }
 
 bool NameKey::SetJoined(std::u16string_view name, std::u16string_view extension) {
-  // Joined first: the two may meet within one character.
+  // Joined before they become bytes: a surrogate pair may be split between the two.
   const auto joined = BytesFromText(std::u16string(name).append(extension));
   if (!joined || joined->find('\0') != std::string::npos) return false;
   Set(*joined);

@@ -11,11 +11,12 @@
 
 namespace Corvane::PathManagement::host {
 
-/// The bytes of a file name and a NUL, ready to be looked up: they stand in whole words, the last
-/// of which is filled up with zeros.
+/// A file name in bytes with a NUL, ready to be looked up. The bytes fill whole words, the last of
+/// which is padded with zeros.
 ///
-/// A name is narrowed from text, hashed and folded a word at a time. When it was written byte by
-/// byte and read back in words, the processor waited for its own stores: a fifth of a warm look-up.
+/// A name is narrowed from text, hashed and folded a word at a time. Writing it byte by byte and
+/// reading it back in words made the processor wait for its own stores: a fifth of the time of a
+/// look-up in an index.
 class NameKey {
  public:
   /// Takes a name. Returns whether it can be a file name at all; when it cannot, the key must not
@@ -24,12 +25,12 @@ class NameKey {
     Resize(name.size());
     return Fill(name) || SetJoined(name, {});
   }
-  /// Takes a name and an extension, joined; otherwise the same.
+  /// The same for a name and an extension, joined.
   [[nodiscard]] bool Set(std::u16string_view name, std::u16string_view extension) {
     Resize(name.size() + extension.size());
     return (Fill(name) && Append(name.size(), extension)) || SetJoined(name, extension);
   }
-  /// Takes the bytes of a file name.
+  /// Takes the bytes of a file name. Precondition: they hold no NUL.
   void Set(std::string_view name) {
     Resize(name.size());
     std::memcpy(bytes.data(), name.data(), size);
@@ -40,13 +41,13 @@ class NameKey {
   /// by `SetFolded`. Cost: most names differ in the first character.
   [[nodiscard]] bool IsFoldOf(const char* name) const;
 
-  /// Whether this is the name of a `NameBlock` that begins at `name`.
+  /// Whether this is the same name as `name`, which lies in a `NameBlock`.
   [[nodiscard]] bool Is(const char* name) const noexcept {
     std::size_t at = 0;
     for (; at + kWord <= size; at += kWord) {
       if (LoadFrom(name + at) != Load(at)) return false;
     }
-    // What stands behind the NUL in the same word is of another name.
+    // The shift drops the bytes behind the NUL, which belong to another name.
     const Word differences = LoadFrom(name + at) ^ Load(at);
     return differences << 8 * (kWord - 1 - (size - at)) == 0;
   }
@@ -55,8 +56,8 @@ class NameKey {
   [[nodiscard]] std::string_view View() const noexcept { return {bytes.data(), size}; }
 
   [[nodiscard]] std::uint64_t Hash() const noexcept {
-    // Multiples of the golden ratio's fraction spread over the upper bits, which are then let into
-    // the lower ones, so that every word changes all bits of the next product.
+    // The product with the golden ratio's fraction mixes a word into the upper bits, and the shift
+    // brings these into the lower ones. So every word changes all bits of the next product.
     constexpr Word factor = 0x9E3779B97F4A7C15U;
     Word hash = 0;
     for (std::size_t at = 0; at < size; at += kWord) {
@@ -69,7 +70,8 @@ class NameKey {
  private:
   using Word = std::uint64_t;
 
-  /// Makes room for a name, and puts zeros behind it. A name that is appended fills whole words.
+  /// Makes room for a name, and clears the word in which it ends. The second word of room is for
+  /// `Append`, which stores whole words.
   void Resize(std::size_t length) {
     size = length;
     bytes.resize(length + 2 * kWord, boost::container::default_init);
@@ -77,7 +79,7 @@ class NameKey {
   }
 
   static constexpr std::size_t kWord = sizeof(Word);
-  // As many units as a word has bytes; compilers make vectors of the processor of these.
+  // As many UTF-16 units as a word has bytes. The compiler keeps these types in vector registers.
   using Units = std::uint16_t __attribute__((vector_size(2 * kWord)));
   using Words = Word __attribute__((vector_size(2 * kWord)));
   using Bytes = std::uint8_t __attribute__((vector_size(kWord)));
@@ -97,8 +99,8 @@ class NameKey {
     return std::endian::native == std::endian::big ? __builtin_bswap64(word) : word;
   }
 
-  /// What a text consists of, eight units at once. A NUL or a character beyond ASCII leaves one of
-  /// the bits that `IsAscii` tests.
+  /// Notes what a text consists of, eight units at a time. A NUL or a character beyond ASCII sets
+  /// one of the bits that `IsAscii` tests.
   class Seen {
    public:
     void Add(Units eight) noexcept { bits |= eight | (eight - 1); }
@@ -120,9 +122,9 @@ class NameKey {
     seen.Add(eight);
     return LowestFirst(std::bit_cast<Word>(__builtin_convertvector(eight, Bytes)));
   }
-  /// The last `count` characters of `text`, 1 to 7.
+  /// The last `count` units of `text`, 1 to 7, as bytes; the rest of the word is zero.
   static Word NarrowLast(std::u16string_view text, std::size_t count, Seen& seen) noexcept {
-    // Reading a whole word that ends there needs no loop, whose length the processor cannot
+    // Reading the last eight units at once needs no loop, whose length the processor could not
     // foresee.
     if (text.size() >= kWord) {
       return NarrowEight(text.data() + text.size() - kWord, seen) >> 8U * (kWord - count);
@@ -132,8 +134,8 @@ class NameKey {
     return NarrowEight(filled, seen) & ((Word{1} << 8 * count) - 1);
   }
 
-  /// Puts `text` at the begin. Returns whether it is ASCII without a NUL; if not, the key must not
-  /// be used.
+  /// Puts `text` at the beginning. Returns whether it is ASCII without a NUL; if not, the key must
+  /// not be used.
   [[nodiscard]] bool Fill(std::u16string_view text) noexcept {
     Seen seen;
     std::size_t at = 0;
@@ -141,7 +143,7 @@ class NameKey {
     if (at < text.size()) Store(at, NarrowLast(text, text.size() - at, seen));
     return seen.IsAscii();
   }
-  /// Puts `text` behind the first `before` bytes; otherwise the same.
+  /// The same, but puts `text` behind the first `before` bytes.
   [[nodiscard]] bool Append(std::size_t before, std::u16string_view text) noexcept {
     const std::size_t shift = 8 * (before % kWord);
     std::size_t to = before - before % kWord;
@@ -158,10 +160,11 @@ class NameKey {
     if (shift != 0) Store(to, begun);
     return seen.IsAscii();
   }
+  /// As `Set`, also for text that is not ASCII.
   [[nodiscard]] bool SetJoined(std::u16string_view name, std::u16string_view extension);
 
-  boost::container::small_vector<char, 256> bytes;  // whole words
-  std::size_t size = 0;                             // of the name
+  boost::container::small_vector<char, 256> bytes;  // has room for whole words
+  std::size_t size = 0;                             // of the name, without the NUL
 };
 
 }  // namespace Corvane::PathManagement::host

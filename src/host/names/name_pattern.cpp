@@ -27,7 +27,7 @@ char32_t TakeCharacter(std::u16string_view text, std::size_t& at) {
   return isPair ? 0x10000U + ((unit & 0x3FFU) << 10U) + (text[at++] & 0x3FFU) : unit;
 }
 
-/// The class at the beginning of `rest`, "[:alpha:]", which is taken off; empty when there is none.
+/// Takes a class, such as "[:alpha:]", off the beginning of `rest`; empty when there is none.
 std::optional<Ranges> TakeClass(std::u16string_view& rest) {
   static const std::vector<std::pair<std::u16string_view, Ranges>> classes = {
       {u"[:alnum:]", {{U'0', U'9'}, {U'A', U'Z'}, {U'a', U'z'}}},
@@ -49,7 +49,7 @@ std::optional<Ranges> TakeClass(std::u16string_view& rest) {
   return found->second;
 }
 
-/// A character in brackets, which is taken off `rest`; empty at the end of the pattern.
+/// Takes a character in brackets off the beginning of `rest`; empty at the end of the pattern.
 std::optional<char32_t> TakeMember(std::u16string_view& rest) {
   std::size_t at = rest.starts_with(u'\\') ? 1 : 0;
   if (at >= rest.size()) return std::nullopt;
@@ -58,7 +58,8 @@ std::optional<char32_t> TakeMember(std::u16string_view& rest) {
   return member;
 }
 
-/// The ranges up to the "]", which are taken off `rest`; empty when there is no "]".
+/// Takes the ranges up to the "]", and the "]", off the beginning of `rest`; empty when there is no
+/// "]". A "]" that comes first is a character.
 std::optional<Ranges> TakeRanges(std::u16string_view& rest) {
   Ranges ranges;
   for (bool isFirst = true; isFirst || !rest.starts_with(u']'); isFirst = false) {
@@ -103,13 +104,13 @@ NamePattern::Part NamePattern::TakePart(std::u16string_view& rest) {
   }
   std::size_t at = 0;
   char32_t character = TakeCharacter(rest, at);
-  const bool isPlain = character == U'\\' && at < rest.size();
-  const bool isLast = character == U'\\' && !isPlain;
-  if (isPlain) character = TakeCharacter(rest, at);
+  const bool isEscaped = character == U'\\' && at < rest.size();
+  const bool isLoneBackslash = character == U'\\' && !isEscaped;
+  if (isEscaped) character = TakeCharacter(rest, at);
   rest.remove_prefix(at);
-  if (isLast) return {};
-  if (!isPlain && character == U'*') return {Kind::AnyCharacters};
-  if (!isPlain && character == U'?') return {Kind::AnyCharacter};
+  if (isLoneBackslash) return {};  // which no name matches
+  if (!isEscaped && character == U'*') return {Kind::AnyCharacters};
+  if (!isEscaped && character == U'?') return {Kind::AnyCharacter};
   return {Kind::Character, {{character, character}}};
 }
 
@@ -122,8 +123,8 @@ bool NamePattern::Part::Accepts(char32_t character) const {
   return isAmong == (kind != Kind::NoneOf);
 }
 
-/// Of several "*", the last one reached alone takes more and more: whatever those before it took, it
-/// could have taken as well.
+/// When a match fails, only the last "*" reached takes one more character: whatever an earlier "*"
+/// could take in addition, the last one can take as well.
 template <class Text>
 bool NamePattern::MatchText(const Text& name) const {
   std::size_t part = 0;

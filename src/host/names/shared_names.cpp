@@ -10,8 +10,9 @@ namespace Corvane::PathManagement::host {
 
 namespace {
 
-/// The length of `extension` at the end of `file`; npos when the file has another end. Where case
-/// is ignored, `extension` is folded, and the length is that of what folds to it.
+/// The length of `extension` at the end of `file`; npos when `file` does not end with it. Where
+/// case is ignored, `extension` is folded, and the length is that of the end of `file` that folds
+/// to it.
 std::size_t LengthAtEnd(std::string_view file, std::string_view extension, bool foldsCase) {
   if (!foldsCase) return file.ends_with(extension) ? extension.size() : std::string_view::npos;
   // The folded form of a name is at least a third as long as the name.
@@ -24,8 +25,8 @@ std::size_t LengthAtEnd(std::string_view file, std::string_view extension, bool 
 }
 
 /// Whether a look-up of the plain `name` tries extensions, by the rule of
-/// `CreateSearchTargetWithExtensionInFilenamePreferred`: not with a name that has an extension,
-/// which begins at a dot after the first character, and not with a name that ends with a dot.
+/// `CreateSearchTargetWithExtensionInFilenamePreferred`: not for a name that has an extension,
+/// which begins at a dot after the first character, and not for a name that ends with a dot.
 bool IsTriedWithExtensions(std::string_view name) {
   const std::size_t dot = name.rfind('.');
   return dot == std::string_view::npos || (dot == 0 && name.size() > 1);
@@ -38,7 +39,7 @@ SharedNames::SharedNames(const std::vector<ustring>& extensionList, FilenameMatc
       foldsCase(policy == FilenameMatchingPolicy::IgnoreCase) {
   std::string buffer;
   for (const ustring& extension : extensionList) {
-    // No file ends with a text that cannot become bytes.
+    // No file name ends with a text that cannot become bytes.
     const auto bytes = BytesFromText(extension);
     if (bytes) extensions.emplace_back(foldsCase ? FoldName(*bytes, buffer) : *bytes);
   }
@@ -58,7 +59,7 @@ bool SharedNames::IsName(std::string_view name) const {
   return isWhole;
 }
 
-/// Calls use(name) for each name that `file` is looked up by; often for none.
+/// Calls use(name) for each name by which `file` can be looked up; for many files there is none.
 template <class Use>
 void SharedNames::ForEachName(std::string_view file, const Use& use) const {
   if (!hasExtensions) use(file);
@@ -75,8 +76,8 @@ void SharedNames::Add(std::string_view name) {
   const std::string_view key = foldsCase ? FoldName(name, buffer) : name;
   const auto found = names.find(key);
   if (found == names.end()) {
-    const bool isName = key == name;
-    const std::string_view kept = isName ? name : foldedKeys.emplace_back(key);
+    const bool isFolded = key == name;
+    const std::string_view kept = isFolded ? name : foldedKeys.emplace_back(key);
     names.emplace(kept, Name{.spelling = name, .folder = folderCount});
     return;
   }

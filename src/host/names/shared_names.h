@@ -17,25 +17,26 @@ namespace Corvane::PathManagement::host {
 
 class NameBlock;
 
-/// Collects the plain names by which the files of a path can be looked up, to find those that
+/// Collects the plain names by which the files of a path can be looked up, and finds the names that
 /// several files share.
 ///
 /// Ownership: views the name blocks, which must outlive it.
 class SharedNames {
  public:
-  /// With `extensionList`, names are those that a look-up tries with these extensions; see
-  /// `Lookup`.
+  /// Without extensions, files are looked up by their whole names. Otherwise, by the names that a
+  /// look-up tries with the extensions of `extensionList`; see `Lookup`.
   SharedNames(const std::vector<ustring>& extensionList, FilenameMatchingPolicy policy);
 
   /// Adds the files of the next folder in path order.
   void AddFolder(const NameBlock& files);
 
-  /// Whether a file can be looked up by `name`: a name that extensions are tried with, or a whole
-  /// file name.
+  /// Whether a file can be looked up by `name`: it is tried with extensions, or is a whole file
+  /// name that ends with one.
   [[nodiscard]] bool IsName(std::string_view name) const;
 
-  /// The names that several files share, in no order. A name that is spelled in several ways is
-  /// spelled as in the first folder that has it, in the way that is first by its bytes.
+  /// The names that several files share, in no order; also those that one file has by several
+  /// extensions. Of several spellings, gives one from the first folder that has the name: the first
+  /// in the order of bytes.
   [[nodiscard]] std::vector<std::string> GetShared() const;
   /// Those of `GetShared` that are spelled in several ways.
   [[nodiscard]] std::vector<std::string> GetRespelled() const;
@@ -43,7 +44,7 @@ class SharedNames {
  private:
   struct Name {
     std::string_view spelling;
-    std::size_t folder;  // the first that has it, by number
+    std::size_t folder;  // the number of the first folder that has it
     bool isShared = false;
     bool isRespelled = false;
   };
@@ -59,7 +60,7 @@ class SharedNames {
   std::size_t folderCount = 0;
   boost::unordered_flat_map<std::string_view, Name, NameBytesHash>
       names;                           // by the name, folded when case is ignored
-  std::deque<std::string> foldedKeys;  // holds the keys that differ from the name as written
+  std::deque<std::string> foldedKeys;  // owns the keys that differ from the name as written
 };
 
 }  // namespace Corvane::PathManagement::host
