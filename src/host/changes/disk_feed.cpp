@@ -33,20 +33,21 @@ using storage::filefolderobserver::FrozenInclusion;
 struct Burst {
   LocationSet changed;
   bool mayLeadElsewhere = false;           // locations may lead to other folders: watch anew first
-  bool isIncomplete = false;               // anything may have changed
-  std::optional<Clock::time_point> first;  // empty: there are no changes
-  Clock::time_point last;
+  bool isIncomplete = false;               // changes were missed: anything may have changed
+  std::optional<Clock::time_point> first;  // when the first change was seen; empty: none was
+  Clock::time_point last;                  // when the last change was seen
 
+  /// A change was seen now.
   void Extend() {
     last = Clock::now();
     if (!first) first = last;
   }
 };
 
-/// What other threads ask of the one that watches.
+/// What other threads ask the watching thread to do.
 struct Requests {
   WakeUp wakeUp;
-  std::atomic<bool> checkPath = false;  // it is a new one
+  std::atomic<bool> checkPath = false;  // the path has changed: watch its folders if they differ
   std::atomic<bool> scanAgain = false;
   std::atomic<bool> end = false;
 
@@ -112,8 +113,8 @@ class DiskFeed::State {
         Gather();
         if (burst.first && Clock::now() >= DueTime()) Publish();
       } catch (...) {
-        // No memory, or a subscriber failed: some changes may be lost, so all folders are published
-        // after the poll interval.
+        // There was no memory, or a subscriber failed: some changes may be lost, so all folders are
+        // published after the poll interval.
         burst = Burst();
         burst.isIncomplete = true;
         burst.first = burst.last = Clock::now() + options.pollInterval;
@@ -125,16 +126,17 @@ class DiskFeed::State {
     std::array<pollfd, 2> sources = {
         {{.fd = requests->wakeUp.GetDescriptor(), .events = POLLIN, .revents = 0},
          {.fd = watches.GetDescriptor(), .events = POLLIN, .revents = 0}}};
-    int timeout = -1;  // none
+    int timeout = -1;  // in milliseconds; negative: wait until something comes
     if (const auto next = NextTime()) {
       const auto left = std::chrono::ceil<std::chrono::milliseconds>(*next - Clock::now());
       timeout = static_cast<int>(std::clamp<std::int64_t>(left.count(), 0, 60'000));
     }
+    // Whatever ended the wait, `Gather` looks at all sources.
     static_cast<void>(poll(sources.data(), sources.size(), timeout));
     requests->wakeUp.Clear();
   }
 
-  /// When to publish or poll next, if nothing wakes the thread before.
+  /// When to publish or poll next, if nothing wakes the thread before; empty: never.
   [[nodiscard]] std::optional<Clock::time_point> NextTime() const {
     std::optional<Clock::time_point> next;
     if (burst.first) next = DueTime();
@@ -142,6 +144,7 @@ class DiskFeed::State {
     return next;
   }
 
+  /// When to publish the burst. Precondition: it has changes.
   [[nodiscard]] Clock::time_point DueTime() const {
     return std::min(burst.last + options.quietTime, *burst.first + options.longestDelay);
   }
@@ -171,11 +174,12 @@ class DiskFeed::State {
     AddToBurst(changed, !changed.empty(), false);
   }
 
-  /// Watches what is on the path now, each folder before it is listed. In the first round a folder
-  /// that had been listed before is reported unless its times say that it has not changed since.
-  /// In later rounds, every folder that is watched for the first time is reported: a program that
-  /// keeps all folders of a tree on the path may have looked into it before it was watched, and now
-  /// looks again.
+  /// Watches what is on the path now, each folder before it is listed. In the first round, a folder
+  /// that has answered questions already is reported, unless it was listed and its times say that
+  /// it has not changed since. In later rounds, a folder is reported when its location leads to
+  /// another folder than before, and when it is watched for the first time: a program that keeps
+  /// all folders of a tree on the path may have looked into the folder before it was watched, and
+  /// now looks again. A file is reported when its location leads to another path than before.
   void WatchPath(Round round) {
     const auto path = manager.GetPath();
     LocationSet doubtful;

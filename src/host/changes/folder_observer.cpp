@@ -45,7 +45,7 @@ class FolderObserver::State {
   State& operator=(const State&) = delete;
   ~State() = default;
 
-  /// Called by publishers, who are not to fail for what happens here.
+  /// Called by publishers, who must not see a failure of the observer.
   void Gather(const Event& event) noexcept {
     const auto* const changed = dynamic_cast<const FileFolderChangedEvent*>(&event);
     if (changed == nullptr) return;
@@ -55,13 +55,13 @@ class FolderObserver::State {
     } catch (const foundation::storage::vfs::InvalidIRIException&) {
       return;  // no folder has such a location
     } catch (const std::bad_alloc&) {
-      next.hasAllFolders = true;  // takes no memory
+      next.hasAllFolders = true;  // since this takes no memory
     }
     stateChanged.notify_all();
   }
 
-  /// Called once, with a pointer that owns this object: the subscription shares it during each
-  /// call, so a publisher may still be calling when the observer is destroyed.
+  /// Called once; `owner` owns this object. The subscription shares this object during each call,
+  /// so a publisher may still be calling when the observer is destroyed.
   void Start(const std::shared_ptr<State>& owner, EventMgr& events) {
     subscription = events.subscribe([gatherer = std::weak_ptr<State>(owner)](const Event& event) {
       if (const auto gathering = gatherer.lock()) gathering->Gather(event);
@@ -102,7 +102,7 @@ class FolderObserver::State {
     }
   }
 
-  /// Returns what was raised.
+  /// Returns the exception that was raised; null when there was none.
   [[nodiscard]] std::exception_ptr Refresh(Batch& batch) noexcept {
     try {
       if (!failed.IsEmpty()) failed.Refresh(manager);
@@ -110,7 +110,8 @@ class FolderObserver::State {
       batch.Refresh(manager);
       return nullptr;
     } catch (...) {
-      // Perhaps only a listener failed, after the refresh; perhaps nothing was refreshed at all.
+      // Perhaps only a listener failed, after the refresh; perhaps nothing was refreshed at all. So
+      // the next batch refreshes these folders once more.
       if (failed.IsEmpty()) {
         failed = std::move(batch);
       } else {
@@ -124,10 +125,10 @@ class FolderObserver::State {
   Batch failed;  // the folders whose refresh failed; used by the thread alone
 
   std::mutex mutex;                      // guards next, isRefreshing, failure and isEnding
-  std::condition_variable stateChanged;  // notified when one of these has changed
+  std::condition_variable stateChanged;  // notified when what `mutex` guards has changed
   Batch next;                            // gathered for the next refresh
   bool isRefreshing = false;
-  std::exception_ptr failure;  // the first that `Settle` has not raised yet
+  std::exception_ptr failure;  // the first one that `Settle` has not raised yet; null: none
   bool isEnding = false;
 
   Subscription subscription;

@@ -13,7 +13,7 @@ namespace Corvane::PathManagement::host {
 
 namespace {
 
-constexpr std::int64_t kCoarsestTimes = 2;  // in seconds; some file systems keep no finer ones
+constexpr std::int64_t kCoarsestTimes = 2;  // in seconds; the steps of some file systems' times
 
 }  // namespace
 
@@ -36,7 +36,7 @@ void FolderPoll::Set(const std::vector<AbsoluteIRI>& locations) {
   auto old = std::exchange(states, {});
   for (const AbsoluteIRI& location : locations) {
     const auto known = old.find(location);
-    // It may have changed between its listing and now.
+    // A new location may have changed between its listing and now, so the next poll reports it.
     states.try_emplace(location,
                        known == old.end() ? State{.facts = {}, .isYoung = true} : known->second);
   }

@@ -12,24 +12,25 @@
 
 namespace Corvane::PathManagement::host {
 
-/// Finds changed folders and files by comparing their times with those of the poll before.
+/// Finds changed folders and files by comparing their times with those of the previous poll.
 ///
 /// Threads: not synchronised.
 class FolderPoll {
  public:
-  /// Polls these from now on. Those that were polled before are still compared with their last
-  /// times.
+  /// Polls `locations` from now on, and no others. One that was polled before is still compared
+  /// with its last times; a new one counts as changed at the next poll.
   void Set(const std::vector<AbsoluteIRI>& locations);
 
   [[nodiscard]] bool IsEmpty() const noexcept { return states.empty(); }
 
-  /// Those that may have changed since they were polled before. One that had changed less than two
-  /// seconds before that poll is among them: its times may be too coarse to show a further change.
+  /// The locations that may have changed since the previous poll. A location that had changed less
+  /// than two seconds before that poll is among them: its times may be too coarse to show a further
+  /// change.
   [[nodiscard]] std::vector<AbsoluteIRI> Poll();
 
  private:
   struct State {
-    std::array<std::int64_t, 6> facts;  // device, inode, times; if it cannot be asked, the error
+    std::array<std::int64_t, 6> facts;  // device, inode, times; or an error number alone
     bool isYoung;                       // changed shortly before it was polled
 
     [[nodiscard]] static State Of(const AbsoluteIRI& location);

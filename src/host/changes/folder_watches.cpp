@@ -20,9 +20,10 @@ using foundation::storage::vfs::detail::LinkWalk;
 
 constexpr std::uint32_t kRouteEvents =
     IN_CREATE | IN_DELETE | IN_MOVED_FROM | IN_MOVED_TO | IN_DELETE_SELF | IN_MOVE_SELF;
-// Attributes: a folder or a file may become readable, or cease to be.
+// Attributes are watched since a folder or a file may become readable, or cease to be.
 constexpr std::uint32_t kFolderEvents = kRouteEvents | IN_ATTRIB;
 constexpr std::uint32_t kFileEvents = kFolderEvents | IN_CLOSE_WRITE;
+// The watched folder itself is gone from where it was.
 constexpr std::uint32_t kGoneEvents = IN_IGNORED | IN_UNMOUNT | IN_DELETE_SELF | IN_MOVE_SELF;
 
 bool IsAbsence(const std::error_code& error) {
@@ -47,7 +48,7 @@ FolderWatches::Comparison FolderWatches::Watch(const AbsoluteIRI& location) {
   Route route = Follow(location);
   KernelWatches::Added added;
   if (route.destination) added = Add(*route.destination, kFolderEvents);
-  // Where there is no folder, watching the route is enough.
+  // Where there is no folder, watching the route is enough: nothing has to be polled.
   if (!route.isWatched || (added.error && !IsAbsence(added.error))) polled.push_back(location);
   if (added.watch) watches[*added.watch].locations.push_back(location);
   return Record(location, {.path = std::move(route.destination), .watch = added.watch});
@@ -89,7 +90,7 @@ FolderWatches::Report FolderWatches::Read() {
 void FolderWatches::AddTo(Report& report, const inotify_event& event, const char* name) const {
   if ((event.mask & IN_Q_OVERFLOW) != 0) report.isIncomplete = true;
   const auto found = watches.find(event.wd);
-  if (found == watches.end()) return;  // from before the last round
+  if (found == watches.end()) return;  // of a watch that the last round ended
   const Watched& watched = found->second;
   if ((event.mask & kGoneEvents) != 0) report.mayLeadElsewhere = true;
   if (*name != '\0') {
@@ -101,7 +102,7 @@ void FolderWatches::AddTo(Report& report, const inotify_event& event, const char
     if (file != watched.files.end()) {
       report.changed.insert(report.changed.end(), file->second.begin(), file->second.end());
     }
-    // New contents of what is in a folder do not change the folder.
+    // A file that was written does not change the folder that holds it.
     if ((event.mask & IN_CLOSE_WRITE) != 0) return;
     if (watched.leading.contains(name)) report.mayLeadElsewhere = true;
   }
@@ -134,7 +135,8 @@ const FolderWatches::Seen& FolderWatches::LookAt(const std::string& path) {
   return found;
 }
 
-/// Each name on the route, those in links too, can come to lead elsewhere.
+/// Watches each folder on the route, those that links lead through as well: any name on the route
+/// may come to lead elsewhere.
 FolderWatches::Route FolderWatches::Follow(const AbsoluteIRI& location) {
   Route route;
   const auto path = NativeBytes(location);

@@ -18,32 +18,34 @@ namespace Corvane::PathManagement::host {
 
 /// Locations that are watched, with every folder and link that leads to them.
 ///
-/// Which these are is said in rounds: `Begin`, `Watch` for each location, `End`. A round watches
-/// each folder before it looks into it, so a change made meanwhile is reported afterwards, and that
-/// report asks for another round.
+/// The caller sets the locations in rounds: `Begin`, `Watch` or `WatchFile` for each location,
+/// `End`. A round watches each folder before it looks into it, so a change made meanwhile is
+/// reported afterwards, and that report asks for another round.
 ///
 /// Threads: not synchronised.
 class FolderWatches {
  public:
-  /// How a location compares with the round before.
+  /// How a location compares with the previous round.
   enum class Comparison : std::uint8_t {
     Same,   ///< the same folder, watched all the time; or still no folder
-    New,    ///< it was not watched
-    Other,  ///< another folder, or the first one there, or none any more
+    New,    ///< the previous round did not have this location
+    Other,  ///< another folder or watch, or the first one there, or none any more
   };
 
-  /// What has changed since the report before.
+  /// What has changed since the previous report.
   struct Report {
-    std::vector<AbsoluteIRI> changed;  // locations in which something came or went; some repeated
-    bool mayLeadElsewhere = false;     // locations may lead to other folders: a round is needed
-    bool isIncomplete = false;         // the kernel dropped events
-    bool hasNewPermissions = false;    // something in a location, or a file, has
+    /// Folders in which something came or went, and files that came, went or were written. A
+    /// location may be repeated.
+    std::vector<AbsoluteIRI> changed;
+    bool mayLeadElsewhere = false;   // locations may lead to other folders: a round is needed
+    bool isIncomplete = false;       // the kernel dropped events
+    bool hasNewPermissions = false;  // of a watched file, or of something in a watched folder
   };
 
   /// With `watchesNothing` every location has to be polled.
   explicit FolderWatches(bool watchesNothing) : kernel(watchesNothing) {}
 
-  /// As `KernelWatches`.
+  /// As `KernelWatches::GetDescriptor`.
   [[nodiscard]] int GetDescriptor() const noexcept { return kernel.GetDescriptor(); }
 
   void Begin();
@@ -51,20 +53,21 @@ class FolderWatches {
   [[nodiscard]] Comparison Watch(const AbsoluteIRI& location);
   /// Watches a file: it has changed when it comes, goes or has been written.
   [[nodiscard]] Comparison WatchFile(const AbsoluteIRI& location);
-  /// Ends the watches that this round did not ask for.
+  /// Ends the watches of locations that this round did not have.
   void End();
 
+  /// What has changed since the last call; does not wait.
   [[nodiscard]] Report Read();
 
   /// The locations that cannot be watched and have to be polled.
   [[nodiscard]] const std::vector<AbsoluteIRI>& GetPolled() const noexcept { return polled; }
 
  private:
-  /// What a watch of the kernel is for.
+  /// Why the kernel watches a folder.
   struct Watched {
     boost::unordered_flat_set<std::string> leading;  // names in it that lead to locations
-    std::vector<AbsoluteIRI> locations;              // that are this folder
-    std::unordered_map<std::string, std::vector<AbsoluteIRI>> files;  // watched, by name
+    std::vector<AbsoluteIRI> locations;              // those that lead to this folder
+    std::unordered_map<std::string, std::vector<AbsoluteIRI>> files;  // watched in it, by name
   };
   /// What stands at a path.
   struct Seen {
@@ -72,10 +75,10 @@ class FolderWatches {
     bool isUnknown = false;                      // the disk does not say whether it exists
     std::optional<std::string> linkTarget = {};  // empty: no link
   };
-  /// The folder that a location leads to.
+  /// The folder or file that a location leads to.
   struct Destination {
     std::optional<std::string> path;  // without links; empty when nothing is there
-    std::optional<int> watch;
+    std::optional<int> watch;         // of the folder; empty when it has none, and for a file
 
     [[nodiscard]] friend bool operator==(const Destination& left,
                                          const Destination& right) = default;
@@ -84,11 +87,12 @@ class FolderWatches {
   struct Route {
     std::optional<std::string> destination;  // without links; empty when nothing is there
     std::string folder;                      // in which the last name was looked up
-    std::string name;                        // that name
-    bool isWatched = true;                   // whether each folder on it is
+    std::string name;                        // the last name
+    bool isWatched = true;                   // whether each folder on the route is watched
   };
 
   [[nodiscard]] KernelWatches::Added Add(const std::string& folder, std::uint32_t events);
+  /// Null when `folder` cannot be watched.
   [[nodiscard]] Watched* WatchOnRoute(const std::string& folder);
   [[nodiscard]] Route Follow(const AbsoluteIRI& location);
   [[nodiscard]] const Seen& LookAt(const std::string& path);
@@ -96,7 +100,7 @@ class FolderWatches {
   void AddTo(Report& report, const inotify_event& event, const char* name) const;
 
   KernelWatches kernel;
-  std::unordered_map<int, Watched> watches;
+  std::unordered_map<int, Watched> watches;  // by the number of the watch
   boost::unordered_flat_map<AbsoluteIRI, Destination, HeldHash> destinations;
   std::vector<AbsoluteIRI> polled;
 

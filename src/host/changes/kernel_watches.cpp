@@ -13,7 +13,7 @@ namespace Corvane::PathManagement::host {
 
 namespace {
 
-/// Whether others may change the folder without this kernel's knowing.
+/// Whether other machines or processes may change the folder without this kernel's knowing.
 bool IsRemote(const std::string& folder) {
   struct statfs status = {};
   if (statfs(folder.c_str(), &status) != 0) return false;

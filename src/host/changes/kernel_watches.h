@@ -23,23 +23,23 @@ class KernelWatches {
     std::optional<int> watch;
     std::error_code error;
   };
-  /// Takes an event; `name` is that of the file or folder in the watched one, "" for the watched
-  /// folder itself.
+  /// Takes an event. `name` is the name of a file or folder in the watched folder, or "" for the
+  /// watched folder itself.
   using EventVisitor = std::function<void(const inotify_event& event, const char* name)>;
 
   /// With `watchesNothing` no folder can be watched.
   explicit KernelWatches(bool watchesNothing);
 
-  /// Readable when there are events; negative when nothing can be watched.
+  /// A descriptor that is readable when there are events; negative when nothing can be watched.
   [[nodiscard]] int GetDescriptor() const noexcept { return queue.Get(); }
 
-  /// Watches `folder` for `events`, `IN_CREATE` and its like, beside those that it is watched for
-  /// already: one folder has one number, whatever its path. A folder that other machines or
-  /// processes may change without this kernel's knowing cannot be watched.
+  /// Watches `folder` for `events`, a sum of `IN_CREATE` and the like, and still for those of
+  /// earlier calls. A folder has one number, by whatever path it is added. A folder on a network or
+  /// user-space file system cannot be watched: it may change without this kernel's knowing.
   [[nodiscard]] Added Add(const std::string& folder, std::uint32_t events) const;
   void Remove(int watch) const;
 
-  /// Visits the events that have come since the last call.
+  /// Visits the events that have come since the last call; does not wait.
   void ForEachEvent(const EventVisitor& visitor) const;
 
  private:

@@ -22,18 +22,18 @@ namespace {
 using ComparisonFilter = PathEntryVectorDifferentiator::ComparisonFilter;
 using Packages = std::vector<KnownPackage>;
 
-/// The path and what follows from it, from one change to the next.
+/// The path, from one change to the next, and what is derived from it.
 struct Version {
   std::shared_ptr<const FolderPath> path;
   std::shared_ptr<const std::vector<AbsoluteIRI>> locations;
   std::shared_ptr<const Packages> knownPackages;
-  std::shared_ptr<const std::vector<ComponentIdentifier>> packages;  // those on the path
+  std::shared_ptr<const std::vector<ComponentIdentifier>> packages;  // known ones on the path
 };
 
 std::vector<ComponentIdentifier> FindPackagesOn(const FolderEntries& folders,
                                                 const Packages& known) {
   std::vector<ComponentIdentifier> packages;
-  if (known.empty()) return packages;  // then the folders' links need not be resolved
+  if (known.empty()) return packages;  // without resolving the folders' links for nothing
   boost::unordered_flat_set<AbsoluteIRI, HeldHash> onPath;
   for (const auto& folder : folders) onPath.insert(folder->GetCanonicalAbsoluteIRI());
   const auto isOnPath = [&](const AbsoluteIRI& folder) { return onPath.contains(folder); };
@@ -59,7 +59,7 @@ std::shared_ptr<const Version> MakeVersion(FolderEntries folders,
 
 using Path = std::shared_ptr<const FolderPath>;
 
-/// The differences that a change made, each computed when it is first asked for.
+/// The differences that a change made, computed for each filter when first asked for.
 class LazyDifferences {
  public:
   LazyDifferences(const Path& pathBefore, const Path& pathAfter)
@@ -83,7 +83,7 @@ class LazyDifferences {
   std::optional<PathEntryVectorDifferentiator> withSubfolders;
 };
 
-/// The subscribed listeners, which their subscriptions own.
+/// The subscribed listeners. Each is owned by its subscription and expires with it.
 class Listeners {
  public:
   using Listener = std::function<void(LazyDifferences&)>;
@@ -96,6 +96,7 @@ class Listeners {
     return added;
   }
 
+  /// Calls all listeners, and then raises the first exception that one of them raised.
   void Call(const Path& before, const Path& after) const {
     std::exception_ptr failure;
     LazyDifferences differences(before, after);
@@ -114,7 +115,7 @@ class Listeners {
  private:
   using Subscribed = std::vector<std::weak_ptr<const Listener>>;
 
-  /// No lock is held while they are called: they may subscribe others.
+  /// For calling the listeners without a lock: they may subscribe others.
   [[nodiscard]] Subscribed Copy() const {
     const std::lock_guard lock(mutex);
     return all;
@@ -136,7 +137,8 @@ class MainSearchPathManager::State {
     return version;
   }
 
-  /// Makes make(current version) current and calls the listeners when its folders are others.
+  /// Makes make(current version) the current version. Calls the listeners if the main folders
+  /// differ from those before.
   template <class Make>
   void Change(const Make& make) {
     const ChangeUnderWay underWay(*this);
@@ -150,8 +152,8 @@ class MainSearchPathManager::State {
     listeners.Call(before->path, after->path);
   }
 
-  /// The same for the folders alone, which become refresh(current version). Without a difference
-  /// the path object stays, and with it the index that it may have built.
+  /// The same for the main folders alone, which become refresh(current version). If they do not
+  /// differ, the path object stays, and with it the index that it may have built.
   template <class Refresh>
   void ChangeFolders(const Refresh& refresh) {
     Change([&](const std::shared_ptr<const Version>& current) {
@@ -165,11 +167,11 @@ class MainSearchPathManager::State {
   Listeners listeners;
 
  private:
-  /// Lets one change wait for another, and refuses one that is made from within another.
+  /// Makes changes wait for each other, and refuses a change from within another one.
   class ChangeUnderWay {
    public:
     explicit ChangeUnderWay(State& changed) : state(changed) {
-      // Only this thread can have stored its own id, so no other store matters.
+      // Only this thread stores its own id, so what other threads store meanwhile does not matter.
       if (state.changer == std::this_thread::get_id()) throw RecursivePathChangeException();
       lock = std::unique_lock(state.changeMutex);
       state.changer = std::this_thread::get_id();
@@ -185,8 +187,8 @@ class MainSearchPathManager::State {
 
   mutable std::mutex versionMutex;  // guards version
   std::shared_ptr<const Version> version;
-  std::mutex changeMutex;  // held throughout a change
-  std::atomic<std::thread::id> changer = std::thread::id();
+  std::mutex changeMutex;                                    // held throughout a change
+  std::atomic<std::thread::id> changer = std::thread::id();  // makes a change; no id: none does
 };
 
 MainSearchPathManager::MainSearchPathManager(FolderEntries folders)

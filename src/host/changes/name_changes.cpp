@@ -28,14 +28,14 @@ enum Side : std::uint8_t { Before, After };
 
 /// A file of a path, by its numbers.
 struct File {
-  std::uint32_t folder;  // of the path
+  std::uint32_t folder;  // of the path's main folders
   std::uint32_t index;   // of the folder's files
 };
 
-/// The names that may have changed, each with the first file of both paths that has it.
+/// The names that may have changed, each with the first file of that name on either path.
 class NameTable {
  public:
-  /// The folders have been listed.
+  /// Precondition: the folders have been listed.
   NameTable(const FolderEntries& before, const FolderEntries& after) : paths{&before, &after} {
     const FolderEntries same =
         LongestCommonSubsequence<Folder, FolderEntries>::Compute(before, after);
@@ -60,9 +60,9 @@ class NameTable {
   }
 
  private:
-  /// Adds the names in the folders of a path that are not in `same`. No other name can have changed
-  /// its meaning: the folders of `same` stand on both paths in one order, so the first of them that
-  /// has a name is the same on both.
+  /// Adds the names of the files in those folders of a path that are not in `same`. No other name
+  /// can have changed its meaning: only folders of `same` have it, and these are on both paths in
+  /// the same order, so the first one that has it is the same on both.
   void AddNamesOutsideOf(const FolderEntries& same, Side side) {
     auto next = same.begin();
     for (const Folder& folder : *paths.at(side)) {
@@ -117,8 +117,8 @@ class NameTable {
 
   std::array<const FolderEntries*, 2> paths;
   boost::unordered_flat_map<std::string_view, std::uint32_t, NameBytesHash>
-      names;                                               // to their numbers
-  std::array<std::vector<std::optional<File>>, 2> firsts;  // by number
+      names;                                               // each with its number
+  std::array<std::vector<std::optional<File>>, 2> firsts;  // by side, then by a name's number
 };
 
 }  // namespace

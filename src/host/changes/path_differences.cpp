@@ -17,8 +17,8 @@ using ComparisonFilter = PathEntryVectorDifferentiator::ComparisonFilter;
 class Positions {
  public:
   struct Position {
-    std::size_t main = 0;   // the number of the main folder
-    std::size_t order = 0;  // among all entries here
+    std::size_t main = 0;   // the number of the main entry that the entry is or belongs to
+    std::size_t order = 0;  // the entry's own number, in the order in which entries were added
   };
 
   explicit Positions(const PathEntries& mainEntries) : mainCount(mainEntries.size()) {
@@ -30,11 +30,12 @@ class Positions {
     return found == positions.end() ? nullptr : &found->second;
   }
 
-  /// What is below unchanged main entries is not compared, and need not be listed.
+  /// Adds what is below the changed main entries. What is below unchanged ones is not compared, and
+  /// need not be listed.
   void AddBelow(const PathEntries& changedEntries) {
     for (const Entry& changed : changedEntries) {
       const Position* const position = Find(changed);
-      // A special folder is added with the main entry that it belongs to, which has changed, too.
+      // Special folders are skipped: they are added with their main entry, which has changed, too.
       if (position == nullptr || position->order >= mainCount) continue;
       changed->ForEachEntryInScope(kAllKindsAndResourcesScope,
                                    [this, main = position->main](const Entry& below) {
@@ -49,7 +50,9 @@ class Positions {
     positions.try_emplace(entry.get(), Position{main, positions.size()});
   }
 
-  std::size_t mainCount;  // at least as many as there are different main entries
+  // Main entries have orders below this. Where main entries are repeated, some special folders have
+  // such orders, too; `AddBelow` then visits what is below these once more, and adds nothing.
+  std::size_t mainCount;
   boost::unordered_flat_map<const IPathEntry*, Position> positions;
 };
 
@@ -100,7 +103,7 @@ class Differences {
 
   Positions positionsBefore;
   Positions positionsAfter;
-  std::vector<std::pair<Positions::Position, FolderDifference>> found;  // and where it is listed
+  std::vector<std::pair<Positions::Position, FolderDifference>> found;  // by position on a path
 };
 
 }  // namespace

@@ -24,13 +24,13 @@ bool AreSameFolder(const FolderEntry& left, const FolderEntry& right) {
   return folder == static_cast<const AbsoluteIRI&>(right.GetCanonicalAbsoluteIRI());
 }
 
-/// Compares a folder and all below it with an earlier version, from the top down, and takes over
-/// the old entries of what is unchanged, from the bottom up. In loops, since folders nest deeper
-/// than stacks.
+/// Compares a folder and all special folders below it with an earlier version, from the top down.
+/// Then takes over the old entries of what is unchanged, from the bottom up. Does not recurse,
+/// since folders may nest deeper than the stack allows.
 class FolderMerge {
  public:
-  /// FolderEntries that `changedFolders` does not contain are as they were; without it, all may
-  /// have changed.
+  /// Folders that `changedFolders` does not contain are taken to be unchanged. When it is null, all
+  /// may have changed.
   FolderMerge(const Folder& fresh, const Folder& old,
               const ChangedFolders* changedFolders = nullptr)
       : changed(changedFolders) {
@@ -50,12 +50,12 @@ class FolderMerge {
 
  private:
   struct Node {
-    Folder fresh;  // the old one where that is as it was
+    Folder fresh;  // the old entry itself where nothing can have changed
     Folder old;
     std::size_t parent = 0;
     std::size_t index = 0;     // among the folders directly below the parent
-    bool isUnchanged = false;  // with all below it, as far as that has been compared
-    FolderEntries below = {};  // of the fresh entry; empty when they need no comparison
+    bool isUnchanged = false;  // so far: all below it has to be unchanged as well
+    FolderEntries below = {};  // directly below the fresh entry; empty when not to be compared
   };
 
   void Compare(std::size_t at) {
@@ -73,7 +73,7 @@ class FolderMerge {
     AddBelow(at, oldBelow);
   }
 
-  /// The entry to compare with the old one: that itself where nothing can have changed.
+  /// The entry to compare with `old`, or `old` itself where nothing can have changed.
   [[nodiscard]] Folder ToCompare(const Folder& fresh, const Folder& old) const {
     if (changed == nullptr || !AreSameFolder(*fresh, *old)) return fresh;
     if (!changed->Contains(*old)) return old;
@@ -102,11 +102,11 @@ class FolderMerge {
                        std::make_unique<FolderEntries>(std::move(node.below)));
   }
 
-  const ChangedFolders* changed;  // null: all
-  std::vector<Node> nodes;        // each behind the one above it
+  const ChangedFolders* changed;  // null: all folders may have changed
+  std::vector<Node> nodes;        // a parent comes before the folders below it
 };
 
-/// Finds the entries of a path by a key, each once.
+/// Hands out the entries of a path by a key, each entry once.
 class Counterparts {
  public:
   template <class KeyOf>
@@ -133,11 +133,11 @@ class Counterparts {
   }
 
  private:
-  using Index = std::optional<std::size_t>;  // empty: no further one
+  using Index = std::optional<std::size_t>;  // in `folders`; empty: no further entry
 
-  FolderEntries folders;  // null where it was taken
+  FolderEntries folders;  // null where an entry was taken
   boost::unordered_flat_map<AbsoluteIRI, Index, HeldHash> firsts;
-  std::vector<Index> next;  // with the same key
+  std::vector<Index> next;  // of each entry: the next one with the same key
 };
 
 AbsoluteIRI LocationOf(const FolderEntry& folder) { return folder.GetAbsoluteIRI(); }
@@ -168,13 +168,13 @@ FolderEntries RefreshFolders(const FolderEntries& oldFolders) {
 
 FolderEntries RefreshFolders(const FolderEntries& oldFolders, const ChangedFolders& changed) {
   FolderEntries refreshed = oldFolders;
-  std::vector<std::size_t> asked;
+  std::vector<std::size_t> affected;
   for (std::size_t at = 0; at < refreshed.size(); ++at) {
-    if (changed.Affect(*refreshed[at])) asked.push_back(at);
+    if (changed.Affect(*refreshed[at])) affected.push_back(at);
   }
-  ForEachInParallel(asked.size(), [&](std::size_t index) {
-    Folder& folder = refreshed[asked[index]];
-    // A new entry, since a link on the way to it may lead elsewhere by now.
+  ForEachInParallel(affected.size(), [&](std::size_t index) {
+    Folder& folder = refreshed[affected[index]];
+    // A changed folder gets a new entry, since a link on the way to it may lead elsewhere by now.
     const Folder fresh =
         changed.Contains(*folder) ? FolderEntry::Create(folder->GetAbsoluteIRI()) : folder;
     folder = FolderMerge(fresh, folder, &changed).Result();
@@ -208,7 +208,8 @@ ChangedFolders::ChangedFolders(const AbsoluteIRIRange& changed) {
     try {
       AddChangedFolder(added->all, GetCanonicalIRI(location));
     } catch (const foundation::storage::vfs::Exception&) {
-      // The canonical location of an entry whose links cannot be resolved is its location.
+      // An entry whose links cannot be resolved has its location as its canonical location, and
+      // that has been added.
     }
   }
   locations = added;

@@ -15,11 +15,12 @@ WakeUp::WakeUp() : descriptor(eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK)) {
 WakeUp::~WakeUp() { close(descriptor); }
 
 void WakeUp::Set() const noexcept {
-  static_cast<void>(eventfd_write(descriptor, 1));  // fails only where it is set already
+  // Fails only when the counter is full, and then the descriptor is readable already.
+  static_cast<void>(eventfd_write(descriptor, 1));
 }
 
 void WakeUp::Clear() const noexcept {
-  eventfd_t count = 0;
+  eventfd_t count = 0;  // of no interest
   static_cast<void>(eventfd_read(descriptor, &count));
 }
 

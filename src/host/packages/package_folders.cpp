@@ -11,7 +11,8 @@ namespace {
 
 using current_working_folder::AbsolutizeError;
 
-/// The folder of `package` whose links cannot be resolved, and why.
+/// The folder of `package` whose links cannot be resolved, and why. If all can be resolved by now,
+/// the package's own folder, for another reason.
 FolderProblem ProblemOf(const Corvane::PackageRegistry::IPackage& package) {
   DiskPatience patience;
   for (const auto& each : package.GetFolders()) {
@@ -32,7 +33,7 @@ GivenFolders WithPackageFolders(GivenFolders given, const PackageRegistry* regis
   if (const auto& problem = registry->GetRootProblem()) given.unlocated.push_back(*problem);
   for (const ComponentIdentifier& package : registry->GetIdentifiers()) {
     try {
-      // One package at a time: the answer does not say which folder belongs to which package.
+      // One package at a time, since the folders returned do not say which package they belong to.
       for (const AbsoluteIRI& folder : GetPathFoldersForPackages(*registry, {&package, 1})) {
         given.folders.push_back({{FolderSource::Package, GetStringFromIRI(folder), package},
                                  {CreateMainFolder(folder, source, timeout)}});

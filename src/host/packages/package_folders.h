@@ -11,14 +11,15 @@
 
 namespace Corvane::PathManagement::host {
 
-/// `given`, followed by the folders that the packages of `registry`, which may be null, put on the
-/// path, package by package. A package with a folder that leads into a loop of links puts no folder
-/// there, and that folder is reported as a problem. For `source` and `timeout` see `FolderState`.
+/// `given`, followed by the folders that the packages of `registry` put on the path, package by
+/// package; `given` alone when `registry` is null. A package with a folder whose links cannot be
+/// resolved puts no folder on the path, and that folder is added to those without a location. For
+/// `source` and `timeout` see the constructor of `FolderState`.
 [[nodiscard]] GivenFolders WithPackageFolders(GivenFolders given, const PackageRegistry* registry,
                                               const std::shared_ptr<const ListingSource>& source,
                                               DiskPatience::Limit timeout);
 
-/// The packages that put folders into `given`, in its order, each with its folders.
+/// The packages that put folders into `given`, in the order of `given`, each with its folders.
 [[nodiscard]] std::vector<KnownPackage> FindKnownPackages(
     const std::vector<GivenFolders::Given>& given);
 

@@ -54,11 +54,12 @@ class Package final : public IPackage {
   Properties properties;
 };
 
-/// What is wrong with a manifest beside its JSON.
+/// Refuses a manifest for a fault that is not one of JSON texts.
 [[noreturn]] void Refuse(const Field& field, PackageFault fault, ustring detail = {}) {
   throw ManifestException(fault, field.value.line, field.name, std::move(detail));
 }
 
+/// The location that `field` names: an IRI, or a pathname below `packageFolder`.
 AbsoluteIRI LocationIn(const Field& field, const ustring& packageFolder) try {
   namespace vfs = foundation::storage::vfs;
   const ustring& text = field.AsText();
@@ -87,6 +88,7 @@ std::vector<PackageFolder> FoldersOf(const Field& field, const ustring& packageF
       folders.push_back({LocationIn(folder, packageFolder), onPath});
       continue;
     }
+    // Refuses what is neither; `CheckMembers` would ask for an object alone.
     static_cast<void>(folder.As<LocatedJson::Object>(u"a text or an object"));
     folder.CheckMembers({u"folder", u"tags"});
     const auto tags = folder.Find(u"tags");
@@ -99,7 +101,7 @@ std::vector<PackageFolder> FoldersOf(const Field& field, const ustring& packageF
 PropertyValue PropertyOf(const Field& field) {
   return std::visit(
       [&field]<class Content>(const Content& content) -> PropertyValue {
-        // A null pointer would convert to a text.
+        // JSON's null is a null pointer here, from which a text could be constructed.
         constexpr bool isNull = std::is_null_pointer_v<Content>;
         if constexpr (!isNull && std::is_constructible_v<PropertyValue, Content>) return content;
         field.Refuse(JsonFault::WrongType, u"a truth value, number or text");
@@ -112,7 +114,7 @@ Properties PropertiesOf(const Field& field) {
   const auto& members = field.As<LocatedJson::Object>(u"an object");
   for (const JsonMember& member : members) {
     const Field property{member.value, json::FieldBelow(field.name, member.name)};
-    // These two decide which folders are put on the path, and have to be true or false there.
+    // `GetPathFoldersForPackages` reads these two, and expects truth values.
     if (member.name == u"IsQRX" || member.name == u"ManualInstall") {
       static_cast<void>(property.AsTruth());
     }

@@ -16,12 +16,12 @@
 
 namespace Corvane::PathManagement::host {
 
-/// The faults of JSON texts are among those of packages from here on, in the same order.
+/// The value of `PackageFault` from which on it has the faults of `JsonFault`, in the same order.
 constexpr int kFirstJsonFault = static_cast<int>(PackageFault::NotUtf8);
 static_assert(kFirstJsonFault + static_cast<int>(json::JsonFault::OutOfRange) ==
               static_cast<int>(PackageFault::OutOfRange));
 
-/// A manifest cannot be used. Its members are as in `PackageProblem`, which adds the file.
+/// A manifest cannot be used. The members are those of `PackageProblem` without the file.
 class ManifestException : public std::exception {
  public:
   ManifestException(PackageFault itsFault, std::optional<std::size_t> itsLine, ustring itsField,
@@ -34,15 +34,15 @@ class ManifestException : public std::exception {
   ustring detail;
 };
 
-/// The smallest size that is refused, in bytes.
+/// The smallest size of a manifest that is refused, in bytes.
 constexpr std::size_t kTooLargeManifest = (std::size_t{1} << 20) + 1;
 
 /// The content of a manifest.
 struct PackageManifest {
   ZentraComponents::ComponentIdentifier identifier;
-  std::size_t nameLine;
+  std::size_t nameLine;  // of the field "name"
   std::shared_ptr<const Corvane::PackageRegistry::IPackage> package;
-  std::size_t memory;  // what it takes, roughly, in bytes
+  std::size_t memory;  // what the package takes, roughly, in bytes
 };
 
 /// Reads the manifest of the package whose own folder is `folder`.

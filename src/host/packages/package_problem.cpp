@@ -6,7 +6,7 @@ namespace Corvane::PathManagement::host {
 
 namespace {
 
-/// Where a detail follows, they lead to it.
+/// The words for `fault`. The detail, if there is one, comes directly after them.
 const char16_t* WordsOf(PackageFault fault) {
   switch (fault) {
     case PackageFault::Unreadable:

@@ -29,6 +29,7 @@ constexpr const char16_t* kManifestName = u"/searchpath.json";
 constexpr std::size_t kMostMemory = std::size_t{64} << 20;  // in bytes
 constexpr std::size_t kMostProblems = 1000;
 
+/// `error` is the number of a system error.
 [[noreturn]] void RefuseFile(int error) {
   throw ManifestException(PackageFault::Unreadable, {}, {},
                           TextFromBytes(std::generic_category().message(error)));
@@ -40,7 +41,7 @@ std::optional<Descriptor> OpenFile(const std::string& path) {
   Descriptor file = fl::filesystem::detail::OpenRegularFile(
       [&path](int flags) { return OpenPath(path, flags); }, error);
   if (file.IsOpen()) return file;
-  // A link that leads nowhere is a manifest that cannot be read.
+  // A link that leads nowhere is there, but is a manifest that cannot be read.
   const bool isAbsent = error == std::errc::no_such_file_or_directory;
   if (isAbsent && !OpenPath(path, O_PATH | O_NOFOLLOW).IsOpen()) return std::nullopt;
   if (error == std::errc::is_a_directory || error == std::errc::invalid_argument) {
@@ -49,7 +50,7 @@ std::optional<Descriptor> OpenFile(const std::string& path) {
   RefuseFile(error.value());
 }
 
-/// The first bytes of `file`, one more than a manifest may have at most.
+/// The content of `file`, but no more than `kTooLargeManifest` bytes: those are refused.
 std::string ReadBytes(const Descriptor& file) {
   constexpr std::size_t blockSize = 4096;  // more than nearly every manifest has
   std::string bytes;
@@ -66,7 +67,7 @@ std::string ReadBytes(const Descriptor& file) {
   return bytes;
 }
 
-/// The names of the folders directly below `root`, in the order of their bytes.
+/// The names of the folders in `listing`, in the order of their bytes.
 std::vector<std::string> NamesBelow(FolderListing listing) {
   std::vector<std::string> names;
   for (auto* folders : {&listing.specialFolders, &listing.ordinaryFolders}) {
@@ -81,12 +82,13 @@ std::vector<std::string> NamesBelow(FolderListing listing) {
 struct PackageRegistry::State {
   struct Known {
     std::shared_ptr<const IPackage> package;
-    ustring file;
+    ustring file;  // the manifest
   };
 
   State(const ustring& root, const WorkingFolder& workingFolder);
 
   void AddAll(const AbsoluteIRI& root);
+  /// Adds the package in `folder`, or its problem; nothing when there is no manifest.
   void Add(const AbsoluteIRI& folder);
   void Add(PackageManifest manifest, const ustring& file);
 
@@ -96,9 +98,9 @@ struct PackageRegistry::State {
 
   std::vector<ComponentIdentifier> identifiers;
   std::map<std::pair<ustring, ustring>, Known> packages;
-  std::size_t memory = 0;  // what they take, in bytes
+  std::size_t memory = 0;  // what the packages take, roughly, in bytes
   std::optional<FolderProblem> rootProblem;
-  std::vector<PackageProblem> problems;
+  std::vector<PackageProblem> problems;  // the first kMostProblems
   std::size_t problemCount = 0;
 };
 

@@ -1,6 +1,7 @@
 #include "host/saved/checksum.h"
 
-// Not compiled in: the library chooses the widest registers that the processor has.
+// The hash is linked, not compiled in here (XXH_INLINE_ALL): the dispatching version in the library
+// chooses the widest registers that the processor has.
 #include <xxhash.h>
 #ifdef SEARCHPATH_XXHASH_CHOOSES
 #include <xxh_x86dispatch.h>

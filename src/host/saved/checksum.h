@@ -6,9 +6,9 @@
 
 namespace Corvane::PathManagement::host {
 
-/// XXH3 with 64 bits and without a seed, as the formats of saved files fix it.
+/// XXH3 with 64 bits and without a seed, as the formats of saved files prescribe it.
 ///
-/// Cost: that of `ShortHash` for names; half of it for megabytes.
+/// Cost: for names that of `ShortHash`, for megabytes half of that.
 [[nodiscard]] std::uint64_t Checksum(std::string_view bytes) noexcept;
 
 }  // namespace Corvane::PathManagement::host

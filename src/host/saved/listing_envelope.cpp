@@ -27,9 +27,9 @@ static_assert(std::endian::native == std::endian::little, "numbers are read as t
 constexpr std::size_t kMostVersionDigits = 9;
 constexpr std::size_t kFirstBlock = std::size_t{1} << 20U;  // in bytes
 
-using Numbers = std::array<std::uint64_t, 2>;  // length and checksum
+using Numbers = std::array<std::uint64_t, 2>;  // length and checksum of the body
 
-/// Returns how many bytes there were, up to `size`. Sets no state of the stream.
+/// Reads up to `size` bytes and returns how many there were. Does not change the stream's state.
 std::size_t ReadBytes(std::istream& stream, char* bytes, std::size_t size) try {
   return static_cast<std::size_t>(stream.rdbuf()->sgetn(bytes, static_cast<std::streamsize>(size)));
 } catch (const std::ios_base::failure& failure) {
@@ -44,6 +44,7 @@ void CheckFormat(std::istream& stream, std::string_view format) {
   begin.resize(ReadBytes(stream, begin.data(), begin.size()));
   if (begin.empty()) throw InvalidListingException("it is empty");
   if (begin != format) {
+    // Without the space in front of the version.
     throw InvalidListingException("its first line is not \"" +
                                   std::string(format.substr(0, format.size() - 1)) +
                                   "\" and a version");
@@ -68,8 +69,8 @@ void CheckVersion(std::istream& stream, std::uint32_t expected) {
       (version > expected ? ": a newer program wrote it; write it again with this one" : " only"));
 }
 
-/// How many bytes the stream still holds, at most as many as a body may have; 0 if it does not
-/// know.
+/// How many bytes the stream still holds, or `kMostBodyBytes` if there are more; 0 if the stream
+/// does not know, as with a pipe.
 std::size_t RemainingBytes(std::istream& stream) {
   auto& buffer = *stream.rdbuf();
   const auto here = buffer.pubseekoff(0, std::ios_base::cur, std::ios_base::in);
@@ -81,8 +82,8 @@ std::size_t RemainingBytes(std::istream& stream) {
   return end < here ? 0 : std::min(static_cast<std::size_t>(end - here), kMostBodyBytes);
 }
 
-/// Reads `size` bytes, or as many as there are. The size may be wrong: if the stream does not know
-/// how many bytes it holds, memory grows with those that have been read.
+/// Reads `size` bytes, or as many as there are. The size may be wrong, so if the stream does not
+/// know how many bytes it holds, memory is taken step by step, as they are read.
 ListingBody ReadBody(std::istream& stream, std::size_t size) {
   std::size_t capacity = std::min(size, std::max(RemainingBytes(stream), kFirstBlock));
   ListingBody body{std::make_unique_for_overwrite<char[]>(capacity + NameBlock::kSlack), 0};

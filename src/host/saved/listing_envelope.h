@@ -12,30 +12,32 @@
 
 namespace Corvane::PathManagement::host {
 
-// What surrounds the body of a saved file: a line that names the format and its version, the length
-// of the body and its XXH3 checksum, each in 64 bits, the lowest first.
+// What a saved file has in front of its body: a line that names the format and its version, the
+// length of the body and its XXH3 checksum, each in 64 bits, the lowest byte first.
 
 struct SavedFormat {
-  std::string_view begin;  // of the file, in every version
-  std::uint32_t version;
+  std::string_view begin;  // what a file of any version begins with
+  std::uint32_t version;   // the one that this program writes and reads
 };
 
 /// Of caches and saved listings.
 inline constexpr SavedFormat kListingFormat = {.begin = "searchpath listing ", .version = 1};
 inline constexpr SavedFormat kReceiptFormat = {.begin = "searchpath receipt ", .version = 3};
 
-/// The most bytes that a body may have: its offsets are signed numbers of 32 bits.
+/// The most bytes that a body may have: offsets in it are signed numbers of 32 bits.
 inline constexpr std::size_t kMostBodyBytes = 0x7FFFFFFE;
 
 struct ListingBody {
-  std::unique_ptr<char[]> bytes;  // aligned for any type; more than size, see NameBlock::kSlack
+  std::unique_ptr<char[]> bytes;  // aligned for any type; NameBlock::kSlack more than size
   std::size_t size = 0;
 };
 
-/// Errors: `InvalidListingException` when `stream`, which reads `file`, is not open; it says why.
+/// Checks that `stream`, which reads `file`, is open.
+///
+/// Errors: `InvalidListingException` when it is not, with the reason.
 void CheckOpen(const fl::filesystem::ifstream& stream, const fl::filesystem::path& file);
 
-/// Reads `stream` to its end, and returns the body if all that surrounds it is right for `format`.
+/// Reads `stream` to its end, checks that it is a whole file of `format`, and returns the body.
 ///
 /// Errors: `InvalidListingException`.
 /// Cost: memory for at most twice the bytes that the stream really holds, whatever its header says.

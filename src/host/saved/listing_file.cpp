@@ -15,7 +15,8 @@ namespace {
 /// The folder that holds `file`.
 AbsoluteIRI FolderOf(const fl::filesystem::path& file) {
   ustring folder = fl::filesystem::detail::extract_parent_path(file);
-  if (!folder.starts_with(u'/')) folder.insert(0, u"./");  // "~" is a name here
+  // "~" is an ordinary name here, which "./" in front of it shows.
+  if (!folder.starts_with(u'/')) folder.insert(0, u"./");
   return WorkingFolder().Locate(folder);
 }
 

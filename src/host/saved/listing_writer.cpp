@@ -22,9 +22,9 @@ namespace {
 using flatbuffers::Offset;
 using foundation::storage::vfs::detail::HasDoubleDots;
 
-constexpr std::size_t kRoomForTables = 1024;  // for one folder without its names, in bytes
+constexpr std::size_t kRoomForTables = 1024;  // more than a folder takes beside its names, in bytes
 
-/// The location of a folder as it is saved.
+/// The location of a folder as it is saved; `bytes` depends on `place` as docs/formats.md says.
 struct Location {
   saved::Place place;
   std::string bytes;
@@ -57,7 +57,7 @@ class NamesToWrite {
     return bytes.size() + begins.size() * sizeof(std::uint32_t);
   }
 
-  /// Null when there are none.
+  /// Null when there are no names.
   [[nodiscard]] Offset<saved::Names> Write(flatbuffers::FlatBufferBuilder& builder) const {
     if (begins.empty()) return 0;
     const auto block =
@@ -92,17 +92,17 @@ class ListingWriter {
   }
 
  private:
-  /// Writes the folder unless that has been done; returns its index.
+  /// Writes the folder, listed, unless that has been done; returns its index in `folders`.
   std::uint32_t Add(const FolderEntry& folder) {
     FolderState& state = StateOf(folder);
     const auto [known, isNew] =
-        places.try_emplace(state.Location(), static_cast<std::uint32_t>(folders.size()));
-    const std::uint32_t place = known->second;
+        indexes.try_emplace(state.Location(), static_cast<std::uint32_t>(folders.size()));
+    const std::uint32_t index = known->second;
     if (isNew) {
       state.List();
       folders.push_back(WriteFolder(state.Location(), state.Listing()));
     }
-    return place;
+    return index;
   }
 
   Offset<saved::Folder> WriteFolder(const AbsoluteIRI& folder, const FolderListing& listing) {
@@ -116,7 +116,7 @@ class ListingWriter {
         links.Add(link.name);
         targets.push_back(static_cast<std::uint8_t>(link.target));
       }
-      // Those behind links come last.
+      // The files behind links come last, and are not saved here: `links` has them.
       const auto linked = static_cast<std::size_t>(
           std::ranges::count(targets, static_cast<std::uint8_t>(LinkTarget::File)));
       for (std::size_t at = 0; at + linked < listing.files.size(); ++at)
@@ -157,7 +157,7 @@ class ListingWriter {
     return folder.Finish();
   }
 
-  /// The builder does not check this itself, except in debug builds.
+  /// The builder checks its size in debug builds alone.
   void CheckRoomFor(std::size_t bytes) const {
     const std::size_t lists = (folders.size() + path.size() + 2) * sizeof(std::uint32_t);
     if (builder.GetSize() + bytes + lists + kRoomForTables > kMostBodyBytes) {
@@ -168,8 +168,8 @@ class ListingWriter {
   const AbsoluteIRI& root;
   flatbuffers::FlatBufferBuilder builder;
   std::vector<Offset<saved::Folder>> folders;
-  std::vector<std::uint32_t> path;
-  boost::unordered_flat_map<AbsoluteIRI, std::uint32_t, HeldHash> places;
+  std::vector<std::uint32_t> path;  // the main folders, as indexes of `folders`
+  boost::unordered_flat_map<AbsoluteIRI, std::uint32_t, HeldHash> indexes;  // by location
 };
 
 }  // namespace

@@ -8,8 +8,8 @@
 
 namespace Corvane::PathManagement::host {
 
-/// Does what `PathEntryFactory::WriteEntries` describes, for `mainFolders`, and writes the listings of
-/// `furtherFolders` beside theirs.
+/// Writes what `PathEntryFactory::WriteEntries` describes, with `mainFolders` as the main folders,
+/// and the listings of `furtherFolders`, without those of folders below them.
 void WriteListings(std::ostream& stream, const AbsoluteIRI& root, const FolderEntries& mainFolders,
                    const FolderEntries& furtherFolders = {});
 

@@ -25,8 +25,8 @@ void PathEntryFactory::ReadEntries(std::istream& stream, const AbsoluteIRI& root
   FolderEntries made;
   const auto mainFolders = read->MainFolders();
   made.reserve(mainFolders.size());
-  for (const std::uint32_t place : mainFolders) {
-    made.push_back(CreateMainFolder(read->Locations()[place], source));
+  for (const std::uint32_t index : mainFolders) {
+    made.push_back(CreateMainFolder(read->Locations()[index], source));
   }
   folders = std::move(made);
   saved = std::move(read);

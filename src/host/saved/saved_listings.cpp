@@ -23,7 +23,7 @@ const foundation::log::basic_diagnostic_logger kCacheLogger("searchpath::host::c
 using current_working_folder::AbsolutizeError;
 using Bytes = flatbuffers::Vector<std::uint8_t>;
 
-constexpr flatbuffers::uoffset_t kDeepest = 8;  // tables in tables; the format has three
+constexpr flatbuffers::uoffset_t kDeepest = 8;  // levels of nested tables; the format has three
 
 [[noreturn]] void Refuse(const std::string& why) {
   throw InvalidListingException("it is malformed: " + why);
@@ -40,9 +40,9 @@ NameBlock ViewNames(const saved::Names* names) {
 
 /// Checks the meaning of the content; the verification of the tables knows only their structure.
 ///
-/// Tables may share parts, so that a small file could hold a huge number of names. Files of our own
-/// share nothing: the sizes of all parts together may not exceed that of the file, or checking them
-/// could take for ever.
+/// Tables may share parts, so a small file could hold so many names that checking them would take
+/// for ever. Files that this program writes share nothing. So the sizes of all parts together may
+/// not exceed the size of the file.
 class ContentCheck {
  public:
   explicit ContentCheck(std::size_t bodySize) : bytesLeft(bodySize) {}
@@ -81,8 +81,8 @@ class ContentCheck {
     const auto* begins = names->begins()->data();
     const std::size_t count = names->begins()->size();
     Count(block.size() + count * sizeof(*begins));
-    // Together with the loop below: one name begins at the start and one behind each NUL but the
-    // last, so that no name is left out and none holds a NUL.
+    // This and the loop below make sure that one name begins at the start of the block and one
+    // behind each NUL but the last. So no name is left out, and none holds a NUL.
     if (count == 0 || block.empty() || begins[0] != 0 || block.back() != '\0' ||
         static_cast<std::size_t>(std::count(block.begin(), block.end(), '\0')) != count) {
       Refuse("names do not end where they should");
@@ -101,7 +101,7 @@ class ContentCheck {
     }
   }
 
-  /// Nested folders with repeated names would make a tree out of all proportion to the file.
+  /// With repeated names in nested folders, a small file would make a huge tree.
   static void CheckRepeats(const saved::Folder& folder) {
     std::vector<std::string_view> all;
     for (const auto* names : {folder.folders(), folder.links()}) {
@@ -115,7 +115,7 @@ class ContentCheck {
   std::size_t bytesLeft;
 };
 
-/// Makes the locations of folders, which stand below `root` or elsewhere.
+/// Makes the locations of folders from what was saved, which may be relative to `root`.
 class LocationMaker {
  public:
   explicit LocationMaker(const AbsoluteIRI& rootLocation) : root(rootLocation) {
@@ -167,17 +167,17 @@ SavedListings::SavedListings(std::istream& stream, const AbsoluteIRI& root, List
 void SavedListings::CheckFolders(const AbsoluteIRI& root) {
   const std::size_t count = listing->folders()->size();
   locations.reserve(count);
-  places.reserve(count);
+  indexes.reserve(count);
   ContentCheck check(body.size);
   const LocationMaker locationMaker(root);
   for (const saved::Folder* folder : *listing->folders()) {
     check.CheckFolder(*folder);
-    const auto place = static_cast<std::uint32_t>(locations.size());
+    const auto index = static_cast<std::uint32_t>(locations.size());
     locations.push_back(locationMaker.Make(*folder));
-    if (!places.emplace(locations.back(), place).second) Refuse("a folder occurs twice");
+    if (!indexes.emplace(locations.back(), index).second) Refuse("a folder occurs twice");
   }
   if (std::any_of(listing->path()->begin(), listing->path()->end(),
-                  [count](std::uint32_t place) { return place >= count; })) {
+                  [count](std::uint32_t index) { return index >= count; })) {
     Refuse("the path has a folder that is not in the file");
   }
 }
@@ -187,8 +187,8 @@ std::vector<std::uint32_t> SavedListings::MainFolders() const {
 }
 
 std::optional<std::uint32_t> SavedListings::Find(const AbsoluteIRI& location) const {
-  const auto found = places.find(location);
-  if (found == places.end()) return std::nullopt;
+  const auto found = indexes.find(location);
+  if (found == indexes.end()) return std::nullopt;
   return found->second;
 }
 
@@ -218,9 +218,9 @@ std::optional<FolderListing> SavedListings::FindListing(std::uint32_t folder,
   for (std::size_t index = 0; index < folders.size(); ++index) AddSubfolder(made, folders[index]);
   const NameBlock links = ViewNames(known.links());
   for (std::size_t index = 0; index < links.size(); ++index) {
-    const auto place = static_cast<flatbuffers::uoffset_t>(index);
+    const auto at = static_cast<flatbuffers::uoffset_t>(index);
     made.links.push_back({.name = std::string(links[index]),
-                          .target = static_cast<LinkTarget>(known.targets()->Get(place))});
+                          .target = static_cast<LinkTarget>(known.targets()->Get(at))});
   }
   // What a link leads to may change without any change of the folder that holds the link.
   if (!asSaved && !made.links.empty()) AskLinks(*path, made, patience);

@@ -21,46 +21,52 @@ namespace saved {
 struct Listing;
 }  // namespace saved
 
-/// The content of a cache or saved listing, kept as the bytes that were read. Listings view these
-/// bytes; nothing is copied.
+/// The content of a cache or saved listing, kept as the bytes that were read. In the listings that
+/// it returns, file names view these bytes; names of folders and links are copies.
 ///
 /// Threads: immutable once made.
 class SavedListings {
  public:
-  /// Reads and verifies all of `stream`, which begins with the first line of the format.
+  /// Reads and verifies all of `stream`, which begins with the first line of the format. `root` is
+  /// the folder to which locations in the file may be relative.
   ///
   /// Errors: `InvalidListingException`.
   /// Cost: memory for at most twice the bytes of the stream; one pass over them for the checksum
   /// and one for the names.
   SavedListings(std::istream& stream, const AbsoluteIRI& root, ListingUse listingUse);
 
-  /// Whether listings of folders that have changed since are left out.
+  /// Whether a listing is left out when its folder has changed since it was made.
   [[nodiscard]] bool FollowsTheDisk() const noexcept { return use == ListingUse::WhileFresh; }
 
-  /// All folders, in the order of the file.
+  /// The locations of all folders, in the order of the file. Other members take a folder as an
+  /// index of these.
   [[nodiscard]] const std::vector<AbsoluteIRI>& Locations() const noexcept { return locations; }
 
   /// The main folders in path order, as indexes of `Locations`.
   [[nodiscard]] std::vector<std::uint32_t> MainFolders() const;
 
-  /// The index of the folder at `location`.
+  /// The index of the folder at `location`; empty when the file has no such folder.
   [[nodiscard]] std::optional<std::uint32_t> Find(const AbsoluteIRI& location) const;
 
+  /// The stamp of a folder's listing; empty when it was saved without one.
   [[nodiscard]] std::optional<FolderStamp> FindStamp(std::uint32_t folder) const;
 
-  /// The listing of a folder, which views this object. If `FollowsTheDisk`, empty for a folder that
-  /// could not be listed or has changed since.
+  /// The listing of a folder, which views this object. If `FollowsTheDisk`, it is empty unless the
+  /// folder was listed and is certain not to have changed since; the disk is asked anew where its
+  /// links lead. Otherwise it is as saved, and never empty: the listing of a folder that could not
+  /// be listed holds the problem alone.
   [[nodiscard]] std::optional<FolderListing> FindListing(std::uint32_t folder,
                                                          DiskPatience& patience) const;
 
  private:
+  /// Fills `locations` and `indexes`.
   void CheckFolders(const AbsoluteIRI& root);
 
   ListingUse use;
   ListingBody body;
   const saved::Listing* listing = nullptr;  // in body
   std::vector<AbsoluteIRI> locations;
-  boost::unordered_flat_map<AbsoluteIRI, std::uint32_t, HeldHash> places;
+  boost::unordered_flat_map<AbsoluteIRI, std::uint32_t, HeldHash> indexes;  // of `locations`
 };
 
 }  // namespace Corvane::PathManagement::host

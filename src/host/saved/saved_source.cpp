@@ -11,7 +11,7 @@ FolderListing SavedSource::List(const AbsoluteIRI& location, DiskPatience& patie
     const auto folder = listings->Find(location);
     if (!folder) continue;
     if (auto listing = listings->FindListing(*folder, patience)) return std::move(*listing);
-    break;  // those of later caches do not count
+    break;  // listings of the folder in later caches do not count
   }
   return ListFolder(location, patience);
 }

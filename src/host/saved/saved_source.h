@@ -11,8 +11,8 @@
 
 namespace Corvane::PathManagement::host {
 
-/// Takes listings from saved ones, and from the disk where these have none that may be used. What
-/// it returns may view the saved listings and is valid as long as this object.
+/// Takes the listing of a folder from saved listings, or from the disk where these have none that
+/// may be used. What it returns may view the saved listings, and is valid as long as this object.
 class SavedSource : public ListingSource {
  public:
   explicit SavedSource(std::vector<std::shared_ptr<const SavedListings>> listings)
@@ -24,8 +24,8 @@ class SavedSource : public ListingSource {
   [[nodiscard]] std::optional<FolderStamp> FindStamp(const AbsoluteIRI& location) const override;
 
  private:
-  std::vector<std::shared_ptr<const SavedListings>>
-      saved;  // of several for one folder the first counts
+  // For each folder, the first of these that has it counts.
+  std::vector<std::shared_ptr<const SavedListings>> saved;
 };
 
 }  // namespace Corvane::PathManagement::host
