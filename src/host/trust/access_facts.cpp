@@ -20,7 +20,7 @@ using fl::filesystem::detail::Descriptor;
 
 constexpr const char* kAttribute = "system.posix_acl_access";
 
-/// A number that stands in the attribute with its lowest byte first.
+/// The number of `size` bytes at `begin`, the lowest byte first.
 std::uint32_t NumberAt(std::string_view bytes, std::size_t begin, std::size_t size) {
   std::uint32_t number = 0;
   for (std::size_t at = begin + size; at > begin; --at) {
@@ -44,7 +44,7 @@ std::optional<AccessEntry::Kind> KindOfTag(std::uint32_t tag) {
   }
 }
 
-/// Reads the attribute with get(buffer, size).
+/// Reads the attribute with get(buffer, size); empty when there is none or it cannot be read.
 template <class Get>
 std::optional<std::string> ReadAttribute(const Get& get) {
   std::string bytes(1024, '\0');
@@ -58,8 +58,8 @@ std::optional<std::string> ReadAttribute(const Get& get) {
   return bytes;
 }
 
-/// What is open for its path alone is not asked for attributes, so the kernel's name for it is.
-/// Where that is not mounted, it is opened once more.
+/// A descriptor that is open for its path alone gives no attributes, so they are read by its name
+/// in /proc. Where /proc is not mounted, the object is opened once more, by its own name.
 AccessList ReadAccessList(const Descriptor& object, const Descriptor& folder,
                           const std::string& name) {
   const std::string kernelName = "/proc/self/fd/" + std::to_string(object.Get());

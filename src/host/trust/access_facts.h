@@ -18,7 +18,7 @@ struct AccessEntry {
   enum class Kind : std::uint8_t { OwningGroup, User, Group, Mask };
 
   Kind kind;
-  std::uint32_t id;  // of the user or the group
+  std::uint32_t id;  // of the User or Group; means nothing for the other kinds
   unsigned rights;   // a sum of R_OK, W_OK and X_OK
 
   friend bool operator==(const AccessEntry&, const AccessEntry&) = default;
@@ -40,10 +40,12 @@ struct AccessFacts {
   }
 };
 
-/// The entries of the attribute in which the kernel hands out a list; none when it is not whole.
+/// The entries of an access-control list, from the attribute in which the kernel hands it out; none
+/// when the attribute is damaged.
 [[nodiscard]] AccessList ParseAccessList(std::string_view attribute);
 
-/// The facts about what is open, perhaps for its path alone. `folder` and `name` say where it stands.
+/// Reads the facts about `object`, which may be open for its path alone and stands in `folder` as
+/// `name`. When that fails, sets `error`; otherwise leaves it as it is.
 [[nodiscard]] AccessFacts ReadAccessFacts(const fl::filesystem::detail::Descriptor& object,
                                           const fl::filesystem::detail::Descriptor& folder,
                                           const std::string& name, std::error_code& error);

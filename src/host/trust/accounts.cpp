@@ -29,7 +29,7 @@ void AskForUser(const std::string& name, const Use& use) {
 }
 
 std::vector<Suspect> ReadUsers() {
-  // The database has one place where it is read on.
+  // The process has one reading position in the database.
   static std::mutex mutex;
   const std::lock_guard lock(mutex);
   std::vector<Suspect> users;
@@ -43,6 +43,7 @@ std::vector<Suspect> ReadUsers() {
 
 }  // namespace
 
+// The first suspect has no id: whatever that one may do, everyone may do.
 Accounts::Accounts(uid_t user) : trusted(user), suspects(1), knownUsers({0, user}) {
   for (Suspect& suspect : ReadUsers()) {
     if (knownUsers.insert(suspect.id.value()).second) suspects.push_back(std::move(suspect));
@@ -51,6 +52,7 @@ Accounts::Accounts(uid_t user) : trusted(user), suspects(1), knownUsers({0, user
 
 void Accounts::Know(const AccessFacts& facts) {
   KnowUser(facts.owner);
+  // Asking for a group adds its members to the suspects.
   static_cast<void>(GroupOf(facts.group));
   for (const AccessEntry& entry : facts.list) {
     if (entry.kind == AccessEntry::Kind::User) KnowUser(entry.id);
@@ -65,7 +67,8 @@ PermissionSeeker Accounts::GetSeeker(const Suspect& suspect) {
           }};
 }
 
-/// A file may belong to a user whom the database does not list, and even to one without an account.
+/// A file may belong to a user whom the database does not list though it knows the id, or to an id
+/// without an account. Such an id has no primary group, which -1 stands for.
 void Accounts::KnowUser(uid_t user) {
   if (!knownUsers.insert(user).second) return;
   Suspect suspect{user, static_cast<gid_t>(-1), std::to_string(user)};

@@ -18,7 +18,7 @@ namespace Corvane::PathManagement::host {
 /// A user who is not trusted.
 struct Suspect {
   std::optional<uid_t> id;  // empty for one who has no account and no group
-  gid_t primaryGroup = 0;
+  gid_t primaryGroup = 0;   // of one with an id
   std::string name = {};
 };
 
@@ -37,30 +37,32 @@ class Accounts {
 
   [[nodiscard]] bool IsTrusted(uid_t user) const noexcept { return user == 0 || user == trusted; }
 
-  /// Adds the suspects that `facts` name as owner, in a list, or as members of a group.
+  /// Adds the suspects whom `facts` concern: the owner, users in the list, and the members of the
+  /// groups.
   void Know(const AccessFacts& facts);
 
-  /// All who are known by now; pointers to them stay valid.
+  /// All suspects who are known by now. More may be added at the end while somebody goes through
+  /// them; pointers to them stay valid.
   [[nodiscard]] const std::list<Suspect>& GetSuspects() const noexcept { return suspects; }
 
-  /// For use as long as these accounts and `suspect` live.
+  /// `suspect` as `FindPermission` takes users. Valid as long as these accounts and `suspect` live.
   [[nodiscard]] PermissionSeeker GetSeeker(const Suspect& suspect);
 
-  /// Its number where the group has no name.
+  /// The name of the group, or its number when it has none.
   [[nodiscard]] std::string GetGroupName(gid_t group) { return GroupOf(group).name; }
 
  private:
   struct Group {
     std::string name;
-    std::set<std::string> members;  // but for those whose primary group it is
+    std::set<std::string> members;  // without users who have it as their primary group alone
   };
 
   void KnowUser(uid_t user);
   Group& GroupOf(gid_t id);
 
-  uid_t trusted;
+  uid_t trusted;  // beside root
   std::list<Suspect> suspects;
-  std::set<uid_t> knownUsers;
+  std::set<uid_t> knownUsers;  // the trusted ones as well
   std::map<gid_t, Group> groups;
 };
 

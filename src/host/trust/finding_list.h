@@ -12,21 +12,24 @@
 
 namespace Corvane::PathManagement::host {
 
-/// Names that a finding could take over.
+/// The names that a finding could take over.
 struct NameScope {
-  std::size_t fromFolder = 0;  // names that an earlier folder of the path answers are out of reach
-  std::string prefix = {};     // ended by "/", or else one name; "" for all names
+  std::size_t fromFolder = 0;  // a number; names that an earlier folder answers are out of reach
+  std::string prefix = {};     // "lib/": all names below it; "lib": that one name; "": all names
 };
 
-/// Which folder of the path answers each name: its number in path order.
+/// Each name with the number, in path order, of the folder that answers it.
 using AnsweredNames = std::map<std::string, std::size_t, std::less<>>;
 
-/// Gathers findings. Within a part of the path, each object is reported once in each way.
+/// Gathers findings. Within a part of the path, each object is reported once for each kind.
 class FindingList {
  public:
+  /// What is added from now on comes from the part of the path called `text`.
   void BeginPart(ustring text);
 
-  /// Does nothing when there is nobody.
+  /// Adds that those in `who` can do `kind` to `object`, which matters for the searched `folder`
+  /// and the names in `scopes`. If this part has a finding of that kind for the object, only adds
+  /// `scopes` to it. If `who` is empty, does nothing. An `object` of "" is the root.
   void Add(TrustKind kind, const std::string& folder, const std::string& object,
            const std::vector<Intruder>& who, const std::vector<NameScope>& scopes);
 

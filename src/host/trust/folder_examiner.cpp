@@ -19,6 +19,7 @@ namespace Corvane::PathManagement::host {
 
 namespace {
 
+/// The way to what `folder` holds; `itself` is that folder as a walk reached it.
 std::vector<SearchedFolder::Identity> WayBelow(const SearchedFolder& folder,
                                                const PassedFolder& itself) {
   std::vector<SearchedFolder::Identity> way = folder.way;
@@ -68,7 +69,9 @@ void FolderExaminer::ExamineTree(std::string path) {
   ReportFoundThroughLoops();
 }
 
-/// Where a link leads back, a name may go round, and no earlier folder hides what it means then.
+/// A link that leads back to a folder above it gives the files below that folder further names:
+/// "back/area.zt" for "area.zt". An earlier folder of the path that hides the file by its shorter
+/// name does not hide it by these.
 void FolderExaminer::ReportFoundThroughLoops() {
   for (const HiddenFile& file : std::exchange(hidden, {})) {
     const bool isFound = std::any_of(file.way.begin(), file.way.end(), [&](const Identity& each) {
@@ -95,7 +98,7 @@ void FolderExaminer::Examine(const SearchedFolder& folder) {
   std::reverse(pending.begin() + static_cast<std::ptrdiff_t>(before), pending.end());
 }
 
-/// What leads nowhere needs no look.
+/// What leads nowhere is no failure: there is nothing to examine.
 void FolderExaminer::NoteFailure(std::error_code error, const std::string& path) {
   if (!error || error == std::errc::no_such_file_or_directory ||
       error == std::errc::not_a_directory || error == std::errc::too_many_symbolic_link_levels) {
@@ -129,7 +132,8 @@ void FolderExaminer::ExamineName(const SearchedFolder& folder, const WalkedPath&
   }
 }
 
-/// Whether what stands at `path` counts. No later folder answers for `relative` then.
+/// Whether what stands at `path` counts as a file. If it does, or ends the search, notes that this
+/// folder answers the name `relative`, unless an earlier one does.
 bool FolderExaminer::Answers(const std::string& path, const std::string& relative) {
   const Standing standing = LookAtFile(path, rules.files);
   if (standing == Standing::Counts || EndsSearch(standing, rules.files)) {
@@ -138,23 +142,25 @@ bool FolderExaminer::Answers(const std::string& path, const std::string& relativ
   return standing == Standing::Counts;
 }
 
-/// Whether nothing that a link could lead to would be found.
+/// Whether a link in `folder` need not be followed: whatever it led to, no search would find it.
 bool FolderExaminer::IsIdleLink(const SearchedFolder& folder, const std::string& name,
                                 bool isHidden) const {
   return folder.holdsFiles ? isHidden && !Descends() : !IsSpecialName(name);
 }
 
-/// Whether nobody but those who are trusted can change it, so that it need not be opened.
+/// Whether what is no link need not be looked at further: it is no regular file, or only trusted
+/// users can change it.
 bool FolderExaminer::IsSafe(const struct stat& status) const {
   const bool isClosed = (status.st_mode & (S_IWGRP | S_IWOTH)) == 0;
-  return !S_ISREG(status.st_mode) || (isClosed && known.IsTrusted(status.st_uid));
+  return !S_ISREG(status.st_mode) || (isClosed && accounts.IsTrusted(status.st_uid));
 }
 
 bool FolderExaminer::Descends() const noexcept {
   return !rules.foldersHaveMeaning && rules.separator == LookupRules::Separator::FileBelow;
 }
 
-/// A folder directly below `above`, which is examined next where names are searched below folders.
+/// Where names are searched below folders, has the folder `name` in `above` examined next, or notes
+/// that a link leads back to it. `in` is `above` as a walk reached it.
 void FolderExaminer::AddBelow(const SearchedFolder& above, const std::string& name,
                               const PassedFolder& in, const Identity& identity) {
   if (!Descends()) return;

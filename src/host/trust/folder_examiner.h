@@ -20,36 +20,45 @@ struct SearchedFolder {
   using Identity = std::pair<dev_t, ino_t>;
 
   std::string path;
-  std::string prefix = {};         // of the names of its files: "" or ended by "/"
+  std::string prefix = {};         // that the names of its files begin with: "", or ends in "/"
   bool holdsFiles = true;          // otherwise only special folders in it are searched
-  std::vector<Identity> way = {};  // of the folders that it was reached through
+  std::vector<Identity> way = {};  // the folders of its tree that led to it, the top first
 };
 
-/// Examines folders, one after the other in path order: the way to each, itself, and what stands in it.
+/// Examines folders, one after the other in path order: the way to each folder, the folder itself,
+/// and what it holds.
 class FolderExaminer {
  public:
-  /// `number` is the first folder's on the path. Precondition: `lookupRules` and `accounts` outlive this
-  /// object.
-  FolderExaminer(const LookupRules& lookupRules, Accounts& accounts, std::size_t number)
-      : rules(lookupRules), report(accounts, findings), known(accounts), folderNumber(number) {}
+  /// `firstNumber` is the number on the path of the folder that is examined first.
+  ///
+  /// Precondition: `lookupRules` and `knownAccounts` outlive this object.
+  FolderExaminer(const LookupRules& lookupRules, Accounts& knownAccounts, std::size_t firstNumber)
+      : rules(lookupRules),
+        report(knownAccounts, findings),
+        accounts(knownAccounts),
+        folderNumber(firstNumber) {}
   FolderExaminer(const FolderExaminer&) = delete;
   FolderExaminer& operator=(const FolderExaminer&) = delete;
   ~FolderExaminer() = default;
 
+  /// As `FindingList::BeginPart`.
   void BeginPart(ustring text) { report.BeginPart(std::move(text)); }
-  /// The part of the path, `text`, is `folder` by the working folder alone.
+  /// Reports, as `kind`, that the working folder decides which folder the part `text` of the path
+  /// means; at present it means `folder`.
   void ReportPart(TrustKind kind, const std::string& folder, const std::string& text);
 
   void Examine(const SearchedFolder& folder);
-  /// The folder and, where names are searched below folders, those below it.
+  /// Examines the folder at `path` and, where names are searched below folders, those below it.
   void ExamineTree(std::string path);
 
   /// What is examined from now on belongs to the next folder of the path.
   void GoToNext() noexcept { ++folderNumber; }
+  /// The number of the folder that is examined now, or next.
   [[nodiscard]] std::size_t GetNumber() const noexcept { return folderNumber; }
 
-  /// The names that the folders answer.
+  /// The names that the folders examined so far answer.
   [[nodiscard]] const AnsweredNames& GetAnswered() const noexcept { return answered; }
+  /// What could not be looked at, and why.
   [[nodiscard]] const std::vector<FolderProblem>& GetUnexamined() const noexcept {
     return unexamined;
   }
@@ -66,7 +75,7 @@ class FolderExaminer {
     PathStep step;
     std::string folder;
     bool counts = false;
-    std::vector<Identity> way;
+    std::vector<Identity> way;  // the folders of its tree that led to the file, the top first
   };
 
   void ExamineName(const SearchedFolder& folder, const WalkedPath& in, const std::string& name);
@@ -83,14 +92,14 @@ class FolderExaminer {
   const LookupRules& rules;
   FindingList findings;
   StepReport report;
-  const Accounts& known;
+  const Accounts& accounts;
   std::vector<FolderProblem> unexamined;
   AnsweredNames answered;
-  std::size_t folderNumber;  // of the folder of the path that is examined
+  std::size_t folderNumber;  // on the path, of the folder that is examined
   // Of the tree that is examined:
-  std::vector<SearchedFolder> pending;
+  std::vector<SearchedFolder> pending;  // the next one last
   std::vector<HiddenFile> hidden;
-  std::vector<Identity> loops;  // where links lead back to
+  std::vector<Identity> loops;  // folders that links below them lead back to
 };
 
 }  // namespace Corvane::PathManagement::host

@@ -16,7 +16,7 @@ constexpr unsigned kToPass = X_OK;
 constexpr unsigned kToWrite = W_OK;
 constexpr unsigned kToMakeNames = W_OK | X_OK;
 
-/// Whether `seeker` comes past `folder` and those above it.
+/// Whether `seeker` can pass `folder` and those above it.
 bool Passes(const PermissionSeeker& seeker, const PassedFolder* folder) {
   for (; folder != nullptr; folder = folder->above.get()) {
     if (!FindPermission(folder->facts, seeker, kToPass)) return false;
@@ -38,9 +38,9 @@ Intruders IntruderSearch::FindCreators(const PassedFolder& folder) const {
 
 Intruders IntruderSearch::FindReplacers(const PassedFolder& folder,
                                         const AccessFacts& object) const {
-  accounts.Know(object);  // its owner may have no account
+  accounts.Know(object);  // its owner may not be a suspect yet
   std::vector<Able> able = FindAble(folder.above.get(), folder.facts, kToMakeNames);
-  if ((folder.facts.mode & S_ISVTX) != 0) {
+  if ((folder.facts.mode & S_ISVTX) != 0) {  // only these two owners may then rename or remove
     std::erase_if(able, [&](const Able& one) {
       return one.suspect->id != object.owner && one.suspect->id != folder.facts.owner;
     });
@@ -52,12 +52,13 @@ Intruders IntruderSearch::FindWriters(const PassedFolder& folder, const AccessFa
   return Describe(FindAble(&folder, file, kToWrite));
 }
 
-/// Those who come past the folders from `above` on and have the rights `wanted` to `object`.
+/// Those who can pass `above` and the folders above that, and have the rights `wanted` to `object`.
+/// `above` is null for the root.
 std::vector<IntruderSearch::Able> IntruderSearch::FindAble(const PassedFolder* above,
                                                            const AccessFacts& object,
                                                            unsigned wanted) const {
   const bool isClosed = (object.mode & (S_IWGRP | S_IWOTH)) == 0;
-  if (isClosed && accounts.IsTrusted(object.owner)) return {};  // as nearly everything is
+  if (isClosed && accounts.IsTrusted(object.owner)) return {};  // the usual case
   accounts.Know(object);
   for (const PassedFolder* folder = above; folder != nullptr; folder = folder->above.get()) {
     accounts.Know(folder->facts);

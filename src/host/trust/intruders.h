@@ -9,30 +9,31 @@
 
 namespace Corvane::PathManagement::host {
 
-/// Those who are not trusted and can do something.
+/// Those who are not trusted and can do something to an object.
 struct Intruders {
-  std::vector<Intruder> owners;  // as they own the object
-  std::vector<Intruder> others;  // as they may write it
+  std::vector<Intruder> owners;  // who can because they own the object
+  std::vector<Intruder> others;  // who can because they may write it
 
-  /// All of them.
+  /// The owners and the others.
   [[nodiscard]] std::vector<Intruder> Join() const;
 };
 
 /// Finds out who can do what, from facts alone: it asks the disk nothing.
 ///
-/// Who does not come past a folder above cannot do anything; the owner of a folder can get any right
-/// to it.
+/// Users who cannot pass each folder above an object can do nothing to it. The owner of a folder
+/// can get any right to it.
 class IntruderSearch {
  public:
   /// Precondition: `knownAccounts` outlives this object.
   explicit IntruderSearch(Accounts& knownAccounts) : accounts(knownAccounts) {}
 
-  /// Who can make names in `folder`.
+  /// Who can make names in `folder`: owners are those of the folder.
   [[nodiscard]] Intruders FindCreators(const PassedFolder& folder) const;
-  /// Who can rename or remove `object`, which stands in `folder`, and put another one in its place.
+  /// Who can rename or remove `object`, which stands in `folder`, and put something else in its
+  /// place: owners are those of the folder.
   [[nodiscard]] Intruders FindReplacers(const PassedFolder& folder,
                                         const AccessFacts& object) const;
-  /// Who can write to a file in `folder`.
+  /// Who can write to `file`, which stands in `folder`: owners are those of the file.
   [[nodiscard]] Intruders FindWriters(const PassedFolder& folder, const AccessFacts& file) const;
 
  private:

@@ -23,7 +23,8 @@ using fl::filesystem::detail::NativeBytes;
 using fl::filesystem::detail::PathError;
 using fl::filesystem::detail::WithoutInterruption;
 
-/// Opens what `walked` ended at, for reading. The name is opened anew, and has to be the same file.
+/// Opens the file that `walked` ended at, for reading. That opens the name anew, which has to lead
+/// to the same file. When the result is not open, errno says why.
 Descriptor OpenEnd(const WalkedPath& walked) {
   constexpr int kFlags = O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_NOCTTY | O_CLOEXEC;
   const PathStep& last = walked.steps.back();
@@ -41,8 +42,8 @@ Descriptor OpenEnd(const WalkedPath& walked) {
 struct OpenedFile::State {
   FoundItem item;
   std::string folder;   // in which the name was searched
-  WalkedPath toFolder;  // its way
-  WalkedPath toFile;    // from there on
+  WalkedPath toFolder;  // from the root to that folder
+  WalkedPath toFile;    // from that folder to the file
   Descriptor descriptor = Descriptor(-1);
 };
 
@@ -57,7 +58,7 @@ OpenedFile::OpenedFile(const FoundItem& item, LookupRules::Files files) {
   if (toFolder.end == nullptr) throw PathError(toFolder.error.value(), "cannot open", path);
   WalkedPath toFile = WalkPath(toFolder.end, toFolder.object, path.substr(folderEnd + 1));
   if (toFile.error) throw PathError(toFile.error.value(), "cannot open", path);
-  // Looked at before it is opened: to open a device may already do something.
+  // The file is looked at before it is opened: opening a device may already have an effect.
   if (LookAtFile(toFile.object.Get(), files) != Standing::Counts || toFile.end != nullptr) {
     throw PathError(EACCES, "cannot open", path, ", which has changed");
   }
@@ -65,7 +66,7 @@ OpenedFile::OpenedFile(const FoundItem& item, LookupRules::Files files) {
   if (!descriptor.IsOpen()) throw PathError(errno, "cannot open", path);
   state = std::make_unique<State>(State{item, std::move(folder), std::move(toFolder),
                                         std::move(toFile), std::move(descriptor)});
-  // What was passed is closed; what it was is kept.
+  // The walks are over: their descriptors are closed, the facts about their steps are kept.
   for (WalkedPath* walked : {&state->toFolder, &state->toFile}) {
     walked->object = Descriptor(-1);
     walked->holder = Descriptor(-1);

@@ -24,7 +24,7 @@ constexpr int kLookAlone = O_PATH | O_NOFOLLOW | O_CLOEXEC;
 std::error_code LastError() { return {errno, std::generic_category()}; }
 
 Descriptor OpenName(const Descriptor& folder, const std::string& name) {
-  // As a folder first: that has the system mount what is mounted when it is needed.
+  // As a folder first: that makes the system mount a file system that is mounted on demand.
   Descriptor opened(openat(folder.Get(), name.c_str(), kLookAlone | O_DIRECTORY));
   if (opened.IsOpen() || errno != ENOTDIR) return opened;
   return Descriptor(openat(folder.Get(), name.c_str(), kLookAlone));
@@ -92,8 +92,9 @@ class Walker {
     }
   }
 
-  /// Goes back to the folder called `path`, which is this one or stands above it. It has to be the
-  /// one that was passed on the way here: this one may have been moved since.
+  /// Goes back to the folder at `path`, the present one or one above it. Each folder on the way up
+  /// has to be the one that was passed on the way down, for the present one may have been moved
+  /// meanwhile. When that fails, sets the error and returns false.
   bool GoUpTo(std::string_view path) {
     while (folder->path != path) {
       current = Descriptor(openat(current.Get(), "..", kLookAlone | O_DIRECTORY));

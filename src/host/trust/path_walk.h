@@ -32,7 +32,7 @@ struct PassedFolder {
 struct PathStep {
   std::shared_ptr<const PassedFolder> folder;  // in which the name stands
   std::string name;
-  std::optional<AccessFacts> object;  // empty when nothing stands there
+  std::optional<AccessFacts> object;  // what has the name; empty when nothing has
 
   [[nodiscard]] std::string GetPath() const { return folder->GetPathOf(name); }
 };
@@ -40,27 +40,28 @@ struct PathStep {
 /// What a walk came to.
 struct WalkedPath {
   std::vector<PathStep> steps = {};  // in the order in which they decided where the path leads
-  /// Where it ended, when that is a folder.
+  /// The folder that the walk ended at; null when it ended at something else, or failed.
   std::shared_ptr<const PassedFolder> end = nullptr;
-  /// What it ended at, open for its path alone; not open when the walk did not reach the end.
+  /// What the walk ended at, open for its path alone; not open when the walk failed.
   Descriptor object = Descriptor(-1);
-  /// The folder in which that stands, when it is no folder itself.
+  /// The folder that holds `object`; not open when `object` is a folder itself.
   Descriptor holder = Descriptor(-1);
-  std::error_code error = {};
+  std::error_code error = {};  // why the walk failed
 
+  /// Whether the walk ended at a regular file.
   [[nodiscard]] bool EndsAtFile() const;
 };
 
 /// Walks an absolute path from the root, name by name and link by link. Each name is opened in the
-/// folder opened before it, and no link is followed but by its text: what `steps` say is true of the
-/// very objects by which the end was reached, whatever is renamed meanwhile.
+/// folder opened before it, and each link is followed by its text. So `steps` describe the very
+/// objects by which the end was reached, whatever is renamed meanwhile.
 ///
-/// Errors: what ended the walk stands in the result. Folders with more than 2,048 above them are too
-/// deep: no path that the kernel takes at once names them.
-/// Cost: three system calls a name. Holds three descriptors at most.
+/// Errors: `WalkedPath::error`. A folder with more than 2,048 folders above it is too deep: no path
+/// that the kernel takes at once names it.
+/// Cost: about three system calls for each name. Holds three descriptors at most.
 [[nodiscard]] WalkedPath WalkPath(std::string_view path);
 
-/// The same from `folder` on, which `descriptor` has open.
+/// The same for a path that begins in `folder`, which `descriptor` has open.
 [[nodiscard]] WalkedPath WalkPath(std::shared_ptr<const PassedFolder> folder,
                                   const Descriptor& descriptor, std::string_view path);
 

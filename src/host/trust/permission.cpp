@@ -12,15 +12,16 @@ using Kind = AccessEntry::Kind;
 
 bool Grants(unsigned rights, unsigned wanted) { return (wanted & ~rights) == 0; }
 
-/// What a list says to those whom one of its entries is for.
+/// What an access-control list says about a user.
 struct ListAnswer {
-  bool concerns = false;  // otherwise the rights of the others count
-  std::optional<Permission> permission = {};
+  bool concerns = false;  // whether an entry is for the user; otherwise the others' rights count
+  std::optional<Permission> permission = {};  // empty: those entries do not grant what is wanted
 };
 
 ListAnswer AskList(const AccessFacts& facts, const PermissionSeeker& seeker, unsigned wanted) {
   const auto mask = std::find_if(facts.list.begin(), facts.list.end(),
                                  [](const auto& entry) { return entry.kind == Kind::Mask; });
+  // What any entry grants at most; without a mask, everything.
   const unsigned most = mask == facts.list.end() ? 7U : mask->rights;
   ListAnswer answer;
   for (const AccessEntry& entry : facts.list) {  // users come first in every list
@@ -33,7 +34,7 @@ ListAnswer AskList(const AccessFacts& facts, const PermissionSeeker& seeker, uns
       answer.permission =
           isUser ? Permission{Capacity::NamedUser} : Permission{Capacity::Group, group};
     }
-    // One entry has to grant it all, and that of the user is the only one that is asked.
+    // One entry has to grant all that is wanted. After an entry for the user, no group is asked.
     if (isUser || answer.permission) break;
   }
   return answer;

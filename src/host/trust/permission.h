@@ -9,22 +9,23 @@
 
 namespace Corvane::PathManagement::host {
 
-/// What a user has a right as.
+/// In which capacity a user has a right. A `NamedUser` is named in an access-control list.
 enum class Capacity : std::uint8_t { Owner, NamedUser, Group, Others };
 
 struct Permission {
   Capacity capacity = Capacity::Others;
-  gid_t group = 0;  // of capacity Group: which one
+  gid_t group = 0;  // by which the user has the right; of capacity Group alone
 };
 
-/// A user as permissions know users.
+/// Somebody whose permissions are in question.
 struct PermissionSeeker {
-  std::optional<uid_t> user;  // empty for one whom no file names
-  std::function<bool(gid_t)> isIn;
+  std::optional<uid_t> user;        // empty for one whom no owner or list entry can name
+  std::function<bool(gid_t)> isIn;  // whether the user is in a group
 };
 
-/// How `seeker` has, or can get, all the rights `wanted`: a sum of R_OK, W_OK and X_OK. The owner can
-/// get any. Decides as the kernel does, from the facts alone.
+/// How `seeker` has, or can get, all the rights `wanted`, a sum of R_OK, W_OK and X_OK; empty when
+/// that is impossible. The owner can get any right; others have those that the kernel would grant
+/// by `facts`. Asks the disk nothing.
 [[nodiscard]] std::optional<Permission> FindPermission(const AccessFacts& facts,
                                                        const PermissionSeeker& seeker,
                                                        unsigned wanted);

@@ -27,13 +27,13 @@ void StepReport::ReportSteps(const std::vector<PathStep>& steps, const std::stri
 
 void StepReport::ReportFolder(const PassedFolder& searched, const std::string& folder,
                               const std::vector<NameScope>& scopes,
-                              const std::vector<NameScope>& ofOthers) {
+                              const std::vector<NameScope>& scopesIfSticky) {
   searchedFolders.insert(searched.path);
   const Intruders creators = search.FindCreators(searched);
   const bool isSticky = (searched.facts.mode & S_ISVTX) != 0;
   findings.Add(TrustKind::Owner, folder, searched.path, creators.owners, scopes);
   findings.Add(TrustKind::Writable, folder, searched.path, creators.others,
-               isSticky ? ofOthers : scopes);
+               isSticky ? scopesIfSticky : scopes);
 }
 
 void StepReport::ReportFile(const PathStep& file, const std::string& folder, bool counts,

@@ -11,32 +11,37 @@
 
 namespace Corvane::PathManagement::host {
 
-/// Reports what somebody can do to the steps of walks.
+/// Reports what those who are not trusted can do to the steps of walks. In all operations, `folder`
+/// is the searched folder that the walk is for, as users read it, and `scopes` are the names that
+/// could be taken over.
 class StepReport {
  public:
   StepReport(Accounts& accounts, FindingList& list) : search(accounts), findings(list) {}
 
+  /// As `FindingList::BeginPart`.
   void BeginPart(ustring text);
 
-  /// What stands at each step can be replaced, or made. `folder` is the searched folder that the walk
-  /// is for. Steps in searched folders are left out, since these are reported themselves.
+  /// Reports who can replace what stands at each step, or make it when nothing stands there. Leaves
+  /// out steps in folders that `ReportFolder` has reported in this part.
   void ReportSteps(const std::vector<PathStep>& steps, const std::string& folder,
                    const std::vector<NameScope>& scopes);
 
-  /// Names can be made in a searched folder, called `folder`. `ofOthers` are the scopes where files
-  /// that are there already cannot be replaced.
+  /// Reports who owns the folder `searched`, as the walk reached it, and who else can make names in
+  /// it. In a sticky folder these others cannot replace files that are there: for them
+  /// `scopesIfSticky` holds instead of `scopes`.
   void ReportFolder(const PassedFolder& searched, const std::string& folder,
-                    const std::vector<NameScope>& scopes, const std::vector<NameScope>& ofOthers);
+                    const std::vector<NameScope>& scopes,
+                    const std::vector<NameScope>& scopesIfSticky);
 
-  /// The file at a step can be changed. Whether it `counts` as it is says whether that matters for
-  /// those who can only write to it; its owner can make it count.
+  /// Reports who owns `file` and who else can write to it. The others are left out unless the file
+  /// `counts` by the lookup rules as it is now; its owner could make it count.
   void ReportFile(const PathStep& file, const std::string& folder, bool counts,
                   const std::vector<NameScope>& scopes);
 
  private:
   IntruderSearch search;
   FindingList& findings;
-  std::set<std::string> searchedFolders;  // of this part, without links
+  std::set<std::string> searchedFolders;  // reported in this part: paths without links
 };
 
 }  // namespace Corvane::PathManagement::host

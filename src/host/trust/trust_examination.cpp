@@ -25,7 +25,7 @@ namespace {
 using Folder = std::shared_ptr<const FolderEntry>;
 using fl::filesystem::detail::NativeBytes;
 
-/// Whether the part of the path means another folder where the working folder is another one.
+/// Whether the part of the path would mean another folder if the working folder were another one.
 bool DependsOnWorkingFolder(const FolderOrigin& origin, const LookupRules& rules) {
   const ustring& text = origin.folder;
   if (origin.source == FolderSource::Package || text.starts_with(u'/')) return false;
@@ -33,7 +33,7 @@ bool DependsOnWorkingFolder(const FolderOrigin& origin, const LookupRules& rules
   return !(isExpanded && rules.expandsParts);
 }
 
-/// What stands for a special folder in front of a name: "geometry/" for "+geometry".
+/// How the special folder is written in front of a name: "geometry/" for "+geometry".
 std::string NameInFront(const FolderEntry& folder) {
   const std::string name = BytesFromText(folder.GetAbsoluteIRI().getName()).value_or("");
   return name.substr(std::min(name.find_first_not_of("+@"), name.size())) + '/';
@@ -84,7 +84,8 @@ void ExaminePart(const PathView& view, const LookupRules& rules, const GivenFold
 TrustReport ExamineTrustOf(const PathView& view, const RuledPath* ruled, const LookupRules& rules,
                            const TrustLookup& lookup) {
   Accounts accounts(lookup.user.value_or(geteuid()));
-  // Folders for names in quotes come first, and hide nothing from other questions.
+  // Folders that only names in quotes are searched in come first. They have an examiner of their
+  // own, since they hide nothing from other names.
   FolderExaminer quoted(rules, accounts, 0);
   for (const Folder& folder : ruled == nullptr ? FolderEntries() : ruled->GetQuoteFolders()) {
     quoted.BeginPart(GetStringFromIRI(folder->GetAbsoluteIRI()));

@@ -9,7 +9,8 @@ namespace Corvane::PathManagement::host {
 class PathView;
 class RuledPath;
 
-/// As `Environment::ExamineTrust`. `ruled` is null for the rules of the environment.
+/// As `Environment::ExamineTrust`, for the path of `view`. `ruled` is the same path under `rules`;
+/// null where `rules.foldersHaveMeaning`.
 [[nodiscard]] TrustReport ExamineTrustOf(const PathView& view, const RuledPath* ruled,
                                          const LookupRules& rules, const TrustLookup& lookup);
 
