@@ -10,15 +10,15 @@ namespace Corvane::PathManagement::tool {
 
 class CommandLine;
 
-/// Which files about the answers find writes.
+/// The options with which find writes files about its answers; empty ones write nothing.
 struct RecordOptions {
   std::optional<std::string> receipt;
   std::optional<std::string> depfile;
-  std::optional<std::string> target;  // of the rule in the depfile
+  std::optional<std::string> target;  // what the rule in the depfile is for
 
   void AddTo(CommandLine& commandLine);
 
-  /// Errors: `UsageError` when options that belong together are not given together.
+  /// Errors: `UsageError` when `depfile` or `target` is given without the other.
   void Check() const;
 
   [[nodiscard]] bool WriteAnything() const { return receipt || depfile; }
@@ -29,9 +29,10 @@ struct RecordOptions {
 /// Errors: `UsageError`, which says what is wrong with the file.
 [[nodiscard]] host::Receipt ReadReceipt(const std::string& file);
 
-/// Writes what the options ask for.
+/// Writes the files that the options name. Reports paths that a depfile cannot hold.
 ///
-/// Errors: `std::system_error`; `UsageError` when the target cannot be written.
+/// Precondition: `options.Check()` has passed.
+/// Errors: `std::system_error`; `UsageError` when a depfile cannot hold the name of the target.
 void WriteRecord(const RecordOptions& options, const host::Receipt& receipt);
 
 }  // namespace Corvane::PathManagement::tool

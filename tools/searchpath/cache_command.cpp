@@ -87,13 +87,14 @@ struct CheckedFolder {
   host::Freshness freshness;
 };
 
+// Why the folder is not fresh; empty when it is.
 std::optional<std::string> GetReason(const CheckedFolder& folder) {
   using enum host::Freshness;
   if (folder.freshness == Fresh) return std::nullopt;
   if (folder.freshness == Stale) return "changed since it was listed";
   if (folder.freshness == Unknown) return "changed less than two seconds before it was listed";
   const auto problems = host::FolderEntry::Create(folder.entry->GetAbsoluteIRI())->GetProblems();
-  // The folder may have come back meanwhile.
+  // There is no problem any more when the folder has come back meanwhile.
   return problems.empty() ? "could not be read" : problems.front().GetText();
 }
 
@@ -158,7 +159,7 @@ Outcome Verify(const Arguments& arguments) {
 }  // namespace
 
 Outcome RunCache(const Arguments& arguments) {
-  if (arguments.describe) {
+  if (arguments.describe) {  // of both; neither runs
     static_cast<void>(Write(arguments));
     return Verify(arguments);
   }

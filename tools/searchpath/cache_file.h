@@ -7,8 +7,9 @@
 
 namespace Corvane::PathManagement::tool {
 
-// Caches and saved listings, by the names given on the command line.
+// Caches and saved listings, which have the same format. `file` is a name as it was typed.
 
+/// Whether `file` begins as such a file does, in any version.
 [[nodiscard]] bool IsListing(const std::string& file);
 
 /// Errors: `UsageError`, which says what is wrong with the file.

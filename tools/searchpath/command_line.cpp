@@ -12,9 +12,9 @@ namespace Corvane::PathManagement::tool {
 
 namespace {
 
-constexpr std::size_t kHelpColumn = 22;  // where the texts on options begin
+constexpr std::size_t kHelpColumn = 22;  // where the descriptions of options begin
 
-// `argument` as it is typed in a shell.
+// `argument`, quoted for a shell if necessary.
 std::string GetShellWord(const std::string& argument) {
   const auto isPlain = [](char c) {
     return (c >= '0' && c <= '9') || (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') ||
@@ -26,7 +26,7 @@ std::string GetShellWord(const std::string& argument) {
   return word + '\'';
 }
 
-// For "--path=" the parser would take the next argument as the value.
+// Splits "--path=" into "--path" and "": the parser would take the next argument as its value.
 std::vector<std::string> SplitEmptyValues(const std::vector<std::string>& arguments) {
   std::vector<std::string> split;
   bool onlyOperands = false;
@@ -41,7 +41,7 @@ std::vector<std::string> SplitEmptyValues(const std::vector<std::string>& argume
   return split;
 }
 
-// "-a,--all" as two names.
+// Splits "-a,--all" into two names.
 std::vector<std::string> SplitNames(const std::string& names) {
   const std::size_t comma = names.find(',');
   if (comma == std::string::npos) return {names};
@@ -87,6 +87,7 @@ void CommandLine::AddFlagForOperands(const std::string& name, bool& value,
 void CommandLine::AddValue(const std::string& name, const char* valueName,
                            std::optional<std::string>& value, const std::string& help,
                            std::vector<std::string> words) {
+  // The parser calls this with all values that were typed.
   const auto take = [&value](const CLI::results_t& results) {
     value = results.back();
     return true;
@@ -112,7 +113,7 @@ void CommandLine::AddValues(const std::string& name, const char* valueName,
                      .isRepeated = true});
 }
 
-// -h lists itself alone.
+// Of these options, the help lists -h alone.
 void CommandLine::AddHelp() {
   AddFlag("-h", asksForBriefHelp, "this help; --help adds examples and rules");
   AddFlag("--help", asksForFullHelp, "the help with examples and rules");
@@ -132,7 +133,7 @@ bool CommandLine::Parse(const Arguments& arguments) {
   std::reverse(reversed.begin(), reversed.end());  // the order that the parser expects
   try {
     app->parse(std::move(reversed));
-  } catch (const CLI::ArgumentMismatch&) {
+  } catch (const CLI::ArgumentMismatch&) {  // any word that follows would have been the value
     throw UsageError(typed.back() + " needs a value after it; see searchpath " + text.name + " -h");
   } catch (const CLI::ParseError& error) {
     throw UsageError(std::string(error.what()) + "; see searchpath " + text.name + " -h");
@@ -145,8 +146,8 @@ bool CommandLine::Parse(const Arguments& arguments) {
   return true;
 }
 
-// The operands are what the parser leaves over. As an option of the parser, they would be read as lists,
-// and "-1" would be one of them.
+// The operands are what the parser leaves over. If it knew them as an option, it would read "[a,b]"
+// as a list, and "-1" as an operand.
 void CommandLine::TakeOperands() {
   bool onlyOperands = false;
   for (const std::string& argument : app->remaining()) {

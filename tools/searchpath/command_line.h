@@ -28,21 +28,22 @@ class UsageError : public std::runtime_error {
   using std::runtime_error::runtime_error;
 };
 
-/// The help of a command, but for its options.
+/// The texts of a command's help, other than those on its options.
 struct CommandText {
   const char* name;
-  const char* operands;  ///< "NAME...", or "[NAME...]" where there may be none
+  const char* operands;  ///< "NAME..."; "[NAME...]" if they may be left out; "" for no operands
   const char* purpose;
   const char* examples;
-  const char* notes;  ///< what --help says at its end
+  const char* notes;  ///< further paragraphs, which --help shows and -h does not
 };
 
 class CommandLine;
 
-/// What stands behind the name of a command.
+/// What follows the name of a command on the command line.
 struct Arguments {
   std::vector<std::string> words = {};
-  /// When this is set, it is called with what the command takes, and the command is not run.
+  /// If set, `CommandLine::Parse` only calls this with the options and texts of the command, which
+  /// then does not run.
   std::function<void(const CommandLine& commandLine)> describe = {};
 };
 
@@ -51,9 +52,9 @@ struct OptionText {
   std::vector<std::string> names;  ///< "-a", "--all"
   std::string valueName;           ///< empty for a flag
   std::string help;
-  std::vector<std::string> words = {};  ///< all that it takes, where these are few
-  bool isRepeated = false;              ///< whether several values count, not the last one alone
-  bool isBrief = true;                  ///< whether -h lists it
+  std::vector<std::string> words = {};  ///< values for completion, if some can be named
+  bool isRepeated = false;              ///< whether all its values count, not only the last
+  bool isBrief = true;                  ///< whether -h and --help list it
 };
 
 /// The options, the operands and the help of one command.
@@ -64,28 +65,34 @@ class CommandLine {
   CommandLine& operator=(const CommandLine&) = delete;
   ~CommandLine();
 
-  // `Parse` sets the variables. When a value is given twice, the last one counts.
+  // `Parse` sets the variables of the options that were typed; they have to outlive it. `names` is
+  // "--all" or "-a,--all".
   void AddFlag(const std::string& names, bool& value, const std::string& help);
-  // `words`, where there are few, are for completion.
+  // For an option with a value; the last one typed counts. `words` are values that completion
+  // offers; others are not refused.
   void AddValue(const std::string& name, const char* valueName, std::optional<std::string>& value,
                 const std::string& help, std::vector<std::string> words = {});
+  // The same for an option whose values all count.
   void AddValues(const std::string& name, const char* valueName, std::vector<std::string>& values,
                  const std::string& help, std::vector<std::string> words = {});
 
-  /// As `AddFlag`, for a flag that replaces the operands.
+  /// As `AddFlag`, for the one flag with which the operands are read from standard input, and none
+  /// may be typed.
   void AddFlagForOperands(const std::string& name, bool& value, const std::string& help);
 
-  /// Does `work` at the end of `Parse`, when all variables are set; in the order of these calls.
+  /// Has `Parse` call `work` at its end, when all variables are set. Several are called in the
+  /// order in which they were added.
   void AfterParse(std::function<void()> work) { afterParse.push_back(std::move(work)); }
 
-  /// Adds text at the end of --help.
+  /// Adds text to the notes, which --help shows.
   void AddNotes(const char* more) { notes += more; }
 
-  /// Returns false when the arguments ask for help or the version, and writes it; or for what the
-  /// command takes.
+  /// Sets the variables and the operands. Returns false when the command is not to run: the
+  /// arguments ask for help or the version, which this writes, or for `Arguments::describe`.
   ///
-  /// Errors: `UsageError`, also when the operands are missing, or given beside a flag that replaces
-  /// them; what the work of `AfterParse` throws.
+  /// Precondition: called once.
+  /// Errors: `UsageError`, also when operands are missing, or typed beside the flag of
+  /// `AddFlagForOperands`; what the work of `AfterParse` throws.
   [[nodiscard]] bool Parse(const Arguments& arguments);
 
   [[nodiscard]] const std::vector<std::string>& GetOperands() const noexcept { return operands; }
@@ -94,7 +101,8 @@ class CommandLine {
   [[nodiscard]] const std::string& GetNotes() const noexcept { return notes; }
   [[nodiscard]] const std::vector<OptionText>& GetOptions() const noexcept { return options; }
 
-  /// The command line as it was typed, with `addition` behind the command.
+  /// The command line as it was typed, quoted for a shell, with `addition` right behind the name of
+  /// the command.
   [[nodiscard]] std::string GetLineWith(const std::string& addition) const;
 
  private:
@@ -114,11 +122,11 @@ class CommandLine {
   bool asksForFullHelp = false;
   bool asksForVersion = false;
   std::string flagForOperands;
-  const bool* operandsAreElsewhere = nullptr;  // the variable of that flag
+  const bool* operandsAreElsewhere = nullptr;  // the variable of that flag; null when there is none
   std::vector<std::string> operands;
 };
 
-/// Words and what they mean.
+/// The words that an option takes, each with its meaning.
 template <class Meaning>
 using WordList = std::vector<std::pair<std::string, Meaning>>;
 
@@ -130,7 +138,8 @@ template <class Meaning>
   return known;
 }
 
-/// The meaning of the word `value`. Errors: `UsageError` when it is not among `words`.
+/// The meaning of the word `value`. Errors: `UsageError`, which names `option`, when it is not
+/// among `words`.
 template <class Meaning>
 [[nodiscard]] Meaning ChooseValue(const std::string& option, const std::string& value,
                                   const WordList<Meaning>& words) {
@@ -140,7 +149,7 @@ template <class Meaning>
   throw UsageError(option + " is one of " + Join(GetWords(words), ", ") + ", not \"" + value + '"');
 }
 
-/// The number that `text` is; empty when it is not exactly one number of this type.
+/// `text` as a number; empty unless the whole text is a number of this type.
 template <class Number>
 [[nodiscard]] std::optional<Number> ParseNumber(const std::string& text) {
   Number number{};
@@ -149,19 +158,19 @@ template <class Number>
   return error == std::errc() && last == end ? std::optional(number) : std::nullopt;
 }
 
-/// The milliseconds that were typed for `option`; empty when it was not given. Errors: `UsageError`
-/// when they are no number.
+/// The value `typed` for `option`; empty when there is none. Errors: `UsageError` when it is not a
+/// whole number from 0 to 2^32 - 1.
 [[nodiscard]] std::optional<std::chrono::milliseconds> GetMilliseconds(
     const std::string& option, const std::optional<std::string>& typed);
 
 /// Words of the command line as texts.
 [[nodiscard]] std::vector<ustring> GetTexts(const std::vector<std::string>& words);
 
-/// The variables of the environment that count, for help.
+/// The paragraph of the help on environment variables.
 extern const char* const kEnvironmentNotes;
 
-/// Answers -h, --help, -V and --version where a command is expected. Returns whether `word` is one of
-/// them.
+/// Answers -h, --help, -V and --version, typed where a command is expected: -h with `help`, --help
+/// with `examples` as well. Returns whether `word` is one of these.
 [[nodiscard]] bool AnswerHelp(const std::string& word, const std::string& help,
                               const char* examples);
 

@@ -11,7 +11,7 @@
 namespace Corvane::PathManagement::tool {
 
 struct Command {
-  std::string_view usage;    ///< its name and its operands
+  std::string_view usage;    ///< its name, then its operands
   std::string_view purpose;  ///< in a few words, for the list of all commands
   Outcome (*run)(const Arguments& arguments);
 
@@ -21,7 +21,8 @@ struct Command {
 /// All commands, in the order of the help.
 [[nodiscard]] std::span<const Command> GetCommands();
 
-/// Errors: `UsageError` when there is no command of that name; it says which one may be meant.
+/// The command called `name`. Errors: `UsageError` when there is none; the message suggests a
+/// similar name.
 [[nodiscard]] const Command& GetCommand(const std::string& name);
 
 }  // namespace Corvane::PathManagement::tool

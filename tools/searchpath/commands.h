@@ -7,8 +7,8 @@ namespace Corvane::PathManagement::tool {
 
 struct Arguments;
 
-// Each runs one command with the arguments that follow its name.
-// Errors: `UsageError`, and any exception that keeps it from answering.
+// Each function runs one command with the arguments that follow its name.
+// Errors: `UsageError`, and any exception that keeps the command from answering.
 
 /// Which files do names mean?
 [[nodiscard]] Outcome RunFind(const Arguments& arguments);
@@ -43,10 +43,10 @@ struct Arguments;
 /// How do two paths differ?
 [[nodiscard]] Outcome RunDiff(const Arguments& arguments);
 
-/// What changes on the path, while it does?
+/// What changes on the path, reported as it changes?
 [[nodiscard]] Outcome RunWatch(const Arguments& arguments);
 
-/// Saves the listings of the path, or checks those that were saved.
+/// Saves what the folders of the path hold, or checks what was saved.
 [[nodiscard]] Outcome RunCache(const Arguments& arguments);
 
 /// Which answers of a receipt have changed?

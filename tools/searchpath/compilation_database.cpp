@@ -31,7 +31,8 @@ std::vector<std::string> ReadWords(const Field& command) {
   return words;
 }
 
-// As compilers do: what cannot be read stays a word. Each file is read once, so that a circle ends.
+// As for compilers, "@FILE" stays a word if there is no such file. Each file is read only once,
+// since it may include itself.
 void ReplaceFilesOfArguments(CompileCommand& command) {
   std::set<std::string> read;
   for (std::size_t i = 0; i < command.words.size();) {
@@ -44,6 +45,7 @@ void ReplaceFilesOfArguments(CompileCommand& command) {
       ++i;
       continue;
     }
+    // The next word to look at is the first of these, which may be a file of arguments, too.
     const std::vector<std::string> more = SplitShellWords(*text);
     const auto place = command.words.erase(command.words.begin() + static_cast<std::ptrdiff_t>(i));
     command.words.insert(place, more.begin(), more.end());
@@ -56,7 +58,8 @@ std::vector<CompileCommand> ReadCompilationDatabase(const std::string& file) {
   const auto bytes = ReadBytes(file);
   if (!bytes) throw UsageError("there is no compilation database " + Quoted(file));
   std::vector<CompileCommand> commands;
-  // Of a large project it has millions of words. There are fewer values than bytes.
+  // A large project has millions of words. No text exceeds the limit: each value takes a byte at
+  // least.
   ReadJson(file, *bytes, bytes->size(), [&](const Field& all) {
     for (const Field& each : all.GetElements()) {
       CompileCommand command = {.folder = GetBytes(each.Get(u"directory").AsText()),

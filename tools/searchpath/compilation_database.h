@@ -8,18 +8,19 @@ namespace Corvane::PathManagement::tool {
 
 /// How one file is compiled.
 struct CompileCommand {
-  std::string folder;  // where the compiler runs
-  std::string file;    // from there, unless it is absolute
-  std::vector<std::string> words;
+  std::string folder;              // where the compiler runs
+  std::string file;                // relative to `folder`, unless it is absolute
+  std::vector<std::string> words;  // the compiler, then its arguments
 };
 
-/// Reads a compilation database in JSON, as build tools write it for other tools. Files of arguments,
-/// "@FILE", are replaced by what they hold.
+/// Reads a compilation database in JSON, as build tools write it for other tools. An argument
+/// "@FILE" is replaced by the arguments in that file, if there is one.
 ///
-/// Errors: `UsageError`, which names the file, the line and the field.
+/// Errors: `UsageError`, also for such a file that cannot be read; for a fault in the database it
+/// names the file, the line and the field.
 [[nodiscard]] std::vector<CompileCommand> ReadCompilationDatabase(const std::string& file);
 
-/// `name` as it is called from anywhere, if it is a name within `folder`.
+/// `name`, with `folder` in front of it unless it is absolute.
 [[nodiscard]] std::string GetAbsoluteName(const std::string& folder, const std::string& name);
 
 }  // namespace Corvane::PathManagement::tool

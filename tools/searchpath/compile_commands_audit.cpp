@@ -26,21 +26,22 @@ void CheckOptions(const PathOptions& path) {
   }
 }
 
-// Names that are left over in every list are left over.
-class LeftOver {
+// The names that every list reports: one that is unknown in a list may be known in another.
+class CommonNames {
  public:
-  void Add(std::vector<ustring> names) {
-    if (isFirst) all = names;
+  // Takes the names that the next list reports.
+  void Add(const std::vector<ustring>& names) {
+    if (isFirst) common = names;
     isFirst = false;
-    std::erase_if(all, [&](const ustring& name) {
+    std::erase_if(common, [&](const ustring& name) {
       return std::find(names.begin(), names.end(), name) == names.end();
     });
   }
-  [[nodiscard]] const std::vector<ustring>& Get() const { return all; }
+  [[nodiscard]] const std::vector<ustring>& Get() const { return common; }
 
  private:
   bool isFirst = true;
-  std::vector<ustring> all;
+  std::vector<ustring> common;
 };
 
 void WriteListObject(const Output& output, const HeaderList& list, std::size_t number) {
@@ -76,7 +77,7 @@ class Audit {
       folders.folders.insert(folders.folders.end(), texts.begin(), texts.end());
     }
     if (output.IsJson()) WriteListObject(output, list, number);
-    if (folders.folders.empty()) return;  // without the compiler's own
+    if (folders.folders.empty()) return;  // as with -nostdinc
     const host::Environment environment = OpenSource(folders, "--compile-commands", path);
     host::ShadowReport report =
         WithProgress(path.quiet, [&] { return environment.FindShadows(lookup); });
@@ -105,8 +106,8 @@ class Audit {
   const ShadowFormat& format;
   const Output& output;
   std::size_t number = 0;
-  LeftOver unknown;
-  LeftOver idle;
+  CommonNames unknown;
+  CommonNames idle;
   bool failed = false;
   bool hasFindings = false;
 };

@@ -9,12 +9,16 @@
 
 namespace Corvane::PathManagement::tool {
 
-/// Prints which headers hide others in each distinct list of folders of a compilation database, and
-/// which files are compiled with that list. The folders for headers in quotes come before the
-/// others, as they do for such headers.
+/// Asks the compilers of a compilation database which folders they search. Prints, for each
+/// distinct list of folders, which headers hide others and which files are compiled with it. Each
+/// list begins with the folders for headers in quotes, since these are looked for there first.
 ///
-/// `path` says what to report. Errors: `UsageError` when it names a path, or rules other than
-/// include, or when `database` cannot be used.
+/// `path` has the other options on the search and on what is reported. Returns `Findings` when
+/// headers are hidden; `Failed` when a compiler did not answer, or with --strict when a folder
+/// cannot be searched.
+///
+/// Errors: `UsageError` when `path` names folders, or rules other than include, or when `database`
+/// cannot be used.
 [[nodiscard]] Outcome AuditCompileCommands(const std::string& database, PathOptions path,
                                            const host::ShadowLookup& lookup,
                                            const ShadowFormat& format, const Output& output);

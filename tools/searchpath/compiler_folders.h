@@ -9,20 +9,21 @@ namespace Corvane::PathManagement::tool {
 
 /// A compiler of the C family, and how it is called.
 struct CompilerCall {
-  std::vector<std::string> words;          // the program, and words that always stand behind it
-  std::vector<std::string> flags = {};     // those that change which folders are searched
-  std::string language = {};               // as -x names it
-  std::string advice = {};                 // what to do when it does not answer, for messages
+  std::vector<std::string> words;          // the program, then any arguments that it always gets
+  std::vector<std::string> flags = {};     // further arguments, which change the folders searched
+  std::string language = {};               // as -x takes it: "c++"
+  std::string advice = {};                 // what to do when it does not answer; ends the message
   std::optional<std::string> folder = {};  // where it runs; empty for the working folder
 };
 
-/// The folders in which a compiler looks for headers, in their order and as it writes them.
+/// The folders in which a compiler looks for headers, in that order, as the compiler prints them.
 struct CompilerFolders {
   std::vector<std::string> quoted;  // only for #include "...", before the others
   std::vector<std::string> searched;
 };
 
-/// Errors: `UsageError` when the compiler does not name them.
+/// Runs the compiler, which prints its folders. Errors: `UsageError` when it does not run or print
+/// them.
 [[nodiscard]] CompilerFolders AskCompiler(const CompilerCall& call);
 
 }  // namespace Corvane::PathManagement::tool

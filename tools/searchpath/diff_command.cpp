@@ -77,10 +77,10 @@ void CheckOptions(const DiffOptions& options, const std::vector<std::string>& op
 std::vector<host::FolderProblem> FindProblems(const host::Environment& before,
                                               const host::Environment& after) {
   std::vector<host::FolderProblem> problems = before.FindProblems();
-  const std::size_t old = problems.size();
+  const std::size_t countBefore = problems.size();
   for (host::FolderProblem& problem : after.FindProblems()) {
     const bool isKnown =
-        std::any_of(problems.begin(), problems.begin() + static_cast<std::ptrdiff_t>(old),
+        std::any_of(problems.begin(), problems.begin() + static_cast<std::ptrdiff_t>(countBefore),
                     [&](const host::FolderProblem& known) {
                       return known.folder == problem.folder && known.reason == problem.reason;
                     });
@@ -100,6 +100,7 @@ bool WriteDifferences(const Output& output, const DiffOptions& options,
     return !names.empty();
   }
   const host::FolderPath before(old.GetMainFolders());
+  // The comparison takes folders as unchanged when their entries are the same objects.
   const host::FolderPath after(
       host::ShareUnchangedFolders(now.GetMainFolders(), before.GetMainFolders()));
   const auto filter = options.subfolders ? Filter::IncludeSubfolders : Filter::TopLevelOnly;

@@ -16,8 +16,15 @@ namespace Corvane::PathManagement::tool {
 
 namespace {
 
-constexpr std::size_t kChangeWidth = 9;     // of "refreshed"
-constexpr std::size_t kPositionsWidth = 8;  // of "10 -> 12"
+constexpr std::size_t kFolderChangeWidth = 9;  // of "refreshed"
+constexpr std::size_t kNameChangeWidth = 7;    // of "changed"
+constexpr std::size_t kPositionsWidth = 8;     // of "10 -> 12"
+
+// The first column. Colour takes no width, so `change` is filled up by its own length.
+std::string GetChangeColumn(const Output& output, const std::string& change, Paint paint,
+                            std::size_t width) {
+  return output.GetPainted(change, paint) + std::string(width - change.size(), ' ') + "  ";
+}
 
 Paint GetPaint(host::FolderChange change) {
   using host::FolderChange;
@@ -48,10 +55,10 @@ void WriteDifference(const Output& output, const host::FolderDifference& differe
   const IPathEntry& folder = *(difference.after ? difference.after : difference.before);
   const std::string change = GetWord(difference.change);
   if (!output.IsJson()) {
-    output.WriteLine(output.GetPainted(change, GetPaint(difference.change)) +
-                     std::string(kChangeWidth + 2 - change.size(), ' ') +
-                     GetPadded(GetPositions(difference), kPositionsWidth) + "  " +
-                     output.GetShown(GetNativePath(folder)));
+    output.WriteLine(
+        GetChangeColumn(output, change, GetPaint(difference.change), kFolderChangeWidth) +
+        GetPadded(GetPositions(difference), kPositionsWidth) + "  " +
+        output.GetShown(GetNativePath(folder)));
     return;
   }
   nlohmann::ordered_json object = {{"change", change}};
@@ -70,10 +77,10 @@ void WriteDifference(const Output& output, const host::NameChange& name) {
     const auto shown = [&](const FoundItem& file) {
       return output.GetShown(host::GetNativePath(file));
     };
-    output.WriteLine(
-        output.GetPainted(change, paint) + std::string(kChangeWidth - change.size(), ' ') +
-        (name.before ? shown(*name.before) : "") + (name.before && name.after ? " -> " : "") +
-        (name.after ? shown(*name.after) : ""));
+    output.WriteLine(GetChangeColumn(output, change, paint, kNameChangeWidth) +
+                     (name.before ? shown(*name.before) : "") +
+                     (name.before && name.after ? " -> " : "") +
+                     (name.after ? shown(*name.after) : ""));
     return;
   }
   nlohmann::ordered_json object = {{"change", change}};

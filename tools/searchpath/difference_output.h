@@ -8,10 +8,11 @@ namespace Corvane::PathManagement::tool {
 
 class Output;
 
-/// A line, or a JSON object, with the change of a folder, its positions, counted from 1, and its path.
+/// Writes, as a line or a JSON object, how a folder has changed, its positions on both paths,
+/// counted from 1, and its location.
 void WriteDifference(const Output& output, const host::FolderDifference& difference);
 
-/// The same with the file that a name meant and the file that it means now.
+/// The same for a name, with the file that it meant and the file that it means now.
 void WriteDifference(const Output& output, const host::NameChange& name);
 
 }  // namespace Corvane::PathManagement::tool

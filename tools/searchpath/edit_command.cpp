@@ -68,7 +68,7 @@ struct EditOptions {
   }
 };
 
-// Edits a path. Its messages say which folders could not be added or removed.
+// Edits a path. Returns messages on the folders that could not be added or removed.
 using Edit = std::function<Notification(IMainSearchPathManager&)>;
 
 void WriteDifferences(const Output& output, const host::FolderPath& before,
@@ -86,13 +86,13 @@ Notification Change(const EditOptions& options, const Output& output, const Edit
   Notification notification;
   host::MainSearchPathManager manager;
   const auto change = [&](const std::vector<AbsoluteIRI>& folders) {
-    manager.SetFolderIRIs(folders, notification);
+    manager.SetFolderIRIs(folders, notification);  // never adds a message
     const auto before = manager.GetPath();
     notification = edit(manager);
     if (options.dryRun) WriteDifferences(output, *before, *manager.GetPath());
     return *manager.GetFolderIRIs();
   };
-  if (options.dryRun) {
+  if (options.dryRun) {  // nothing is stored
     static_cast<void>(change(stored.Read().value_or(std::vector<AbsoluteIRI>())));
   } else {
     stored.Change(change);

@@ -19,14 +19,14 @@ namespace Corvane::PathManagement::tool {
 
 namespace {
 
-// A line about a folder that was asked. Its parts can be printed as they are.
+// A line about a folder in which the name was looked for. Its parts are harmless for a terminal.
 struct AskedLine {
   std::string outcome;
   std::string folder;
   std::string remark;  // may be empty
 };
 
-// Why a folder of that kind is not searched.
+// Why a folder of this kind is not searched, in parentheses; "" for no kind.
 const char* GetRule(std::optional<PathEntryType> kind) {
   if (!kind) return "";
   return *kind == PathEntryType::ResourcesFolder
@@ -38,7 +38,7 @@ std::string GetRemark(const Output& output, const host::Environment& environment
                       const host::Explanation& explanation, const host::AskedFolder& asked) {
   std::vector<std::string> remarks;
   for (const FoundItem& file : asked.files) {
-    if (file == explanation.files.front()) continue;
+    if (file == explanation.files.front()) continue;  // the first line has it
     const bool isBest = file == asked.files.front();
     remarks.push_back((isBest ? "holds " : "also holds ") +
                       output.GetShown(host::GetNativePath(file)));

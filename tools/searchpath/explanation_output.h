@@ -9,7 +9,8 @@ namespace Corvane::PathManagement::tool {
 
 class Output;
 
-/// Why `name` means its file: lines in words, or one JSON object with the same facts.
+/// Writes why `name` means its file, or no file: in words, or as one JSON object. `environment`
+/// is the one that made `explanation`.
 void WriteExplanation(const Output& output, const host::Environment& environment,
                       const std::string& name, const host::Explanation& explanation);
 

@@ -50,12 +50,13 @@ struct FilesOptions {
   }
 };
 
-// Each extension once: a file would be found once for each time that the list has its extension.
+// Each extension once: with a repeated one, its files would be found again.
 std::vector<ustring> GetExtensions(const FilesOptions& options) {
   const MatchingOptions& matching = options.matching;
   std::vector<ustring> extensions;
   for (ustring& extension : matching.GetExtensions(options.path.GetExtensions())) {
-    if (extension.starts_with(u'/')) continue;  // names no file, but one in a folder of that name
+    // "/main.zt" is no extension: a NAME then means the file main.zt in a folder NAME.
+    if (extension.starts_with(u'/')) continue;
     const bool isRepeated =
         std::any_of(extensions.begin(), extensions.end(), [&](const ustring& earlier) {
           return host::AreSameFilename(earlier, extension, matching.GetPolicy());
@@ -80,7 +81,7 @@ bool HasExtension(const FoundItem& file, const std::vector<ustring>& extensions)
                                          file.GetPathItem()->GetExtension()) != extensions.end();
 }
 
-// Lines that are written as files are met. Until the first one, progress is shown.
+// Writes each file as soon as it is found. Until the first one, progress is shown.
 class FileLines {
  public:
   FileLines(const Output& whereTo, bool quiet) : output(whereTo), progress(std::in_place, quiet) {}
@@ -98,7 +99,7 @@ class FileLines {
   bool hasAny = false;
 };
 
-// By rules under which folders have no meaning. Returns whether there is a file.
+// As `WriteFiles`, for rules under which no folder is special.
 bool WriteFilesByRules(const Output& output, const host::Environment& environment,
                        const FilesOptions& options, const std::vector<ustring>& extensions) {
   if (options.all || options.from ||
@@ -109,11 +110,12 @@ bool WriteFilesByRules(const Output& output, const host::Environment& environmen
   FileLines lines(output, options.path.quiet);
   environment.ForEachFile([&](const FoundItem& file) {
     if (HasExtension(file, extensions)) lines.Write(file);
-    return false;
+    return false;  // go on
   });
   return lines.AreThereAny();
 }
 
+// The folder of --from.
 std::shared_ptr<const IPathEntry> GetFolder(const host::Environment& environment,
                                             const std::string& typed) {
   try {
@@ -128,7 +130,7 @@ std::shared_ptr<const IPathEntry> GetFolder(const host::Environment& environment
                    " is not on the path; searchpath list shows the path");
 }
 
-// Visits the folders whose files are asked for.
+// Visits the folders whose files are to be written.
 void ForEachFolder(const host::Environment& environment, const FilesOptions& options,
                    const PathEntryVisitor& visitor) {
   if (!options.from) {
@@ -140,14 +142,14 @@ void ForEachFolder(const host::Environment& environment, const FilesOptions& opt
   if (options.all) {
     const auto& path = environment.GetPath();
     folder->ForEachEntryInScope(kAllKindsAndResourcesScope, [&](const auto& entry) {
-      return path->IsEntryOnPath(*entry) && visitor(entry);
+      return path->IsEntryOnPath(*entry) && visitor(entry);  // --without hides some
     });
   } else {
-    visitor(folder);
+    visitor(folder);  // whether to go on does not matter
   }
 }
 
-// Returns whether there is a file.
+// Writes the files that the options ask for; returns whether there are any.
 bool WriteFiles(const Output& output, const host::Environment& environment,
                 const FilesOptions& options, const std::vector<ustring>& extensions) {
   FileLines lines(output, options.path.quiet);
@@ -155,7 +157,7 @@ bool WriteFiles(const Output& output, const host::Environment& environment,
     for (const FoundItem& file : GetFiles(folder, extensions, options.matching.GetPolicy())) {
       lines.Write(file);
     }
-    return false;
+    return false;  // go on
   });
   return lines.AreThereAny();
 }

@@ -76,7 +76,7 @@ struct FindOptions {
   PathOptions path;
   MatchingOptions matching;
   OutputOptions output;
-  AnswerOptions answers = {.suggestsGlob = true};  // manyNames: they come from standard input
+  AnswerOptions answers = {.suggestsGlob = true};  // `manyNames` is --stdin
   bool follow = false;
   std::optional<std::string> from;
   std::optional<std::string> after;
@@ -103,7 +103,7 @@ struct FindOptions {
   }
 };
 
-// Options that mean nothing under the rules.
+// Refuses options that mean nothing under the rules of the path.
 void CheckRules(const FindOptions& options) {
   const host::LookupRules rules = options.path.GetRules();
   if (rules.foldersHaveMeaning) {
@@ -147,7 +147,7 @@ void CheckOptions(const FindOptions& options, const std::vector<std::string>& na
   CheckRules(options);
 }
 
-// The part of the question that is the same for all names.
+// All but the name, which `Finder` sets.
 host::Lookup GetLookup(const FindOptions& options) {
   host::Lookup lookup;
   lookup.extensions = options.matching.GetExtensions(options.path.GetExtensions());
@@ -157,12 +157,12 @@ host::Lookup GetLookup(const FindOptions& options) {
   return lookup;
 }
 
-// The path that is asked.
-struct AskedPath {
+// The path that is searched. One of the two is set.
+struct SearchedPath {
   std::optional<host::Environment> once;
-  std::optional<host::FollowedEnvironment> followed;
+  std::optional<host::FollowedEnvironment> followed;  // for --follow
 
-  AskedPath(const FindOptions& options, const CommandLine& commandLine) {
+  SearchedPath(const FindOptions& options, const CommandLine& commandLine) {
     if (options.follow) {
       followed.emplace([&] { return OpenFollowed(options.path, commandLine, options.from); });
     } else {
@@ -173,8 +173,8 @@ struct AskedPath {
   [[nodiscard]] const host::Environment& Get() const { return once ? *once : followed->Get(); }
 };
 
-// Returns false when a line of standard input was empty.
-bool AnswerInput(AskedPath& path, Finder& finder, const FindOptions& options,
+// Answers the names on standard input; returns false when one of them was empty.
+bool AnswerInput(SearchedPath& path, Finder& finder, const FindOptions& options,
                  const Output& output) {
   const char end = options.output.print0 ? '\0' : '\n';
   if (!path.followed) {
@@ -197,7 +197,7 @@ Outcome RunFind(const Arguments& arguments) {
   CheckOptions(options, names);
   const Output output(options.output);
   host::Lookup lookup = GetLookup(options);
-  AskedPath path(options, commandLine);
+  SearchedPath path(options, commandLine);
   Finder finder(options.answers, options.path, output, path.Get(), std::move(lookup));
   const bool failed = options.path.strict && ReportProblems(path.Get(), options.path);
   std::optional<host::ReceiptRecorder> recorder;
@@ -214,6 +214,7 @@ Outcome RunFind(const Arguments& arguments) {
     if (!answeredAll || failed) return Outcome::Failed;
     return finder.FoundAll() ? Outcome::Found : Outcome::NotFound;
   } catch (const current_working_folder::FailedToAbsolutizeException& error) {
+    // Only the folder of one of these two options leads here; --after counts alone.
     RefuseFrom(options.after ? "--after" : "--from",
                *(options.after ? options.after : options.from), error);
   }

@@ -28,7 +28,6 @@ Finder::Finder(const AnswerOptions& answerOptions, const PathOptions& pathOption
       lookup(std::move(commonLookup)),
       reportsProblems(!pathOptions.strict) {}
 
-/// Writes what is asked for; returns whether anything was found.
 bool Finder::Ask(const std::string& name) const {
   if (options.glob) return FindMatching(name);
   return options.explain ? Explain(name) : Find(name);
@@ -40,7 +39,8 @@ void Finder::Answer(const std::string& name) {
   if (options.manyNames && output.IsJson() && !options.explain) CloseAnswer(name, found);
   if (found) return;
   foundAll = false;
-  // All folders have been asked. Of very many names the next may be another matter.
+  // This name was looked for in all folders, so their problems are known. With --stdin the caller
+  // reports them at the end.
   if (!options.manyNames) ReportProblems();
   ReportMiss(name);
 }

@@ -15,39 +15,43 @@ class Output;
 struct AnswerOptions {
   bool all = false;           ///< the file that a name means, then those that it hides
   bool glob = false;          ///< names are patterns
-  bool suggestsGlob = false;  ///< whether a pattern that is no name may be meant as one
-  bool explain = false;       ///< each folder asked, and the rule that decided
-  bool manyNames = false;  ///< so many that nothing may be done for one that reads the whole path
+  bool suggestsGlob = false;  ///< for a pattern that is not found as a name, suggest --glob
+  bool explain = false;       ///< each folder that was searched, and the rule that decided
+  bool manyNames = false;     ///< from standard input; a name not found gets no "did you mean"
 };
 
-/// Answers one name after the other on standard output, and reports those that mean no file.
+/// Prints what names mean, one after the other, and reports those that mean no file.
 class Finder {
  public:
-  /// `commonLookup` is the part of the question that is the same for all names.
+  /// `commonLookup` holds what is the same for all names. `pathOptions`, `whereTo` and
+  /// `searchedPath` have to outlive this object.
   Finder(const AnswerOptions& answerOptions, const PathOptions& pathOptions, const Output& whereTo,
          const host::Environment& searchedPath, host::Lookup commonLookup);
 
-  /// From now on, answers go into `receipt`, too.
+  /// From now on, answers go into `receipt`, too. It has to exist while names are answered.
   void RecordIn(host::ReceiptRecorder& receipt) { recorder = &receipt; }
 
+  /// Errors: as `Environment::Find`; those of `Output`.
   void Answer(const std::string& name);
 
-  /// The file that `name` means; writes and reports nothing.
+  /// The file that `name` means; empty when there is none. Prints and reports nothing.
   [[nodiscard]] std::optional<FoundItem> FindFirst(const std::string& name);
 
-  /// Once: the folders that the look-ups have met and cannot search. With --strict all folders have
-  /// been looked at before.
+  /// Reports the folders that look-ups have come upon and could not search; does nothing when
+  /// called again. With --strict it does nothing at all: the caller has reported all folders.
   void ReportProblems();
 
+  /// Whether all names that were answered mean a file.
   [[nodiscard]] bool FoundAll() const noexcept { return foundAll; }
 
  private:
+  // These print an answer and return whether there is one.
   [[nodiscard]] bool Ask(const std::string& name) const;
   [[nodiscard]] bool Explain(const std::string& name) const;
   [[nodiscard]] bool Find(const std::string& name) const;
   [[nodiscard]] bool FindMatching(const std::string& pattern) const;
   void ReportMiss(const std::string& name) const;
-  /// For programs that wait for the answer to each name.
+  // Writes the JSON objects by which a program sees that the answer is complete.
   void CloseAnswer(const std::string& name, bool found) const;
   void Record(const boost::optional<FoundItem>& file) const;
 

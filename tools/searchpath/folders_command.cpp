@@ -51,7 +51,7 @@ void WriteFolders(const Output& output, const std::string& name, const Folders& 
   }
 }
 
-// The first folders as a list, with `last` before the last of them.
+// The first three folders as a list: "A, B or C", where `last` is "or".
 std::string GetList(const Folders& folders, const std::string& last) {
   constexpr std::size_t kMost = 3;
   std::vector<std::string> list;

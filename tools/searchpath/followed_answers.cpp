@@ -21,7 +21,7 @@ namespace Corvane::PathManagement::tool {
 
 namespace {
 
-/// How long changes that the kernel does not announce may take to show.
+/// How often to look for changes when the kernel does not announce all of them.
 constexpr int kPollInterval = 2000;  // milliseconds
 
 bool AreSameFile(const std::optional<FoundItem>& before, const std::optional<FoundItem>& after) {
@@ -29,7 +29,7 @@ bool AreSameFile(const std::optional<FoundItem>& before, const std::optional<Fou
   return host::GetNativePath(*before) == host::GetNativePath(*after);
 }
 
-/// Adds the root of packages, whose manifests decide which folders are on the path.
+/// Adds `root` and the manifests of its packages: they decide which folders are on the path.
 void AddPackages(const std::string& root, host::OpenedEnvironment& opened) {
   const host::WorkingFolder workingFolder;
   const AbsoluteIRI location = workingFolder.Locate(TextFromBytes(root));
@@ -48,9 +48,11 @@ host::OpenedEnvironment OpenFollowed(const PathOptions& options, const CommandLi
                                      const std::optional<std::string>& from) {
   host::OpenedEnvironment opened{
       .environment = OpenPath(options, commandLine), .folders = {}, .files = FindLists(options)};
-  host::EnvironmentOptions asker{.folders = options.GetQuoteFolders(), .rules = options.GetRules()};
-  if (from) asker.folders.push_back(TextFromBytes(*from));
-  for (const auto& folder : host::Environment(asker).FindSearchedFolders()) {
+  // Searched besides the path, for the code that asks.
+  host::EnvironmentOptions besides{.folders = options.GetQuoteFolders(),
+                                   .rules = options.GetRules()};
+  if (from) besides.folders.push_back(TextFromBytes(*from));
+  for (const auto& folder : host::Environment(besides).FindSearchedFolders()) {
     opened.folders.push_back(folder->GetAbsoluteIRI());
   }
   if (options.packages) AddPackages(*options.packages, opened);
@@ -73,9 +75,10 @@ void FollowedAnswers::Wait() {
   enum Source : std::uint8_t { Input, Changes, Reader };
   std::array<pollfd, 3> sources = {};
   sources[Input] = {.fd = STDIN_FILENO, .events = POLLIN, .revents = 0};
+  // A negative descriptor is ignored.
   sources[Changes] = {
       .fd = output.IsJson() ? followed.GetDescriptor() : -1, .events = POLLIN, .revents = 0};
-  sources[Reader] = {.fd = STDOUT_FILENO, .events = 0, .revents = 0};
+  sources[Reader] = {.fd = STDOUT_FILENO, .events = 0, .revents = 0};  // for errors alone
   const int timeout = output.IsJson() && !followed.WatchesAll() ? kPollInterval : -1;
   do {
     FinishData();

@@ -15,22 +15,26 @@ class Finder;
 class Output;
 struct PathOptions;
 
-/// The path of `options` as it is now, with what it was read from, for questions from the folder `from`.
+/// Opens the path of `options` as it is now. The result names what the answers depend on besides
+/// the path: the files that it was read from, and other folders that are searched, such as `from`,
+/// the folder of --from, if given.
+///
+/// Errors: as `OpenPath`.
 [[nodiscard]] host::OpenedEnvironment OpenFollowed(const PathOptions& options,
                                                    const CommandLine& commandLine,
                                                    const std::optional<std::string>& from);
 
-/// Answers one name after the other from a path that is kept as the disk is. In JSON it also writes,
-/// without being asked, which of these names mean another file now.
+/// Answers one name after the other on a path that follows the disk. In JSON it also writes,
+/// without being asked, which of these names have come to mean another file.
 class FollowedAnswers {
  public:
-  /// `finder` asks the environment of `path`.
+  /// Precondition: `finder` searches `path.Get()`. All three outlive this object.
   FollowedAnswers(host::FollowedEnvironment& path, Finder& finder, const Output& whereTo);
 
   void Answer(const std::string& name);
 
-  /// Waits until standard input can be read, and writes changes meanwhile. Ends the program when nobody
-  /// reads its output any more.
+  /// Waits until standard input can be read; in JSON, writes changes meanwhile. Ends the program,
+  /// by SIGPIPE, when nobody reads its output any more.
   void Wait();
 
  private:
@@ -40,8 +44,9 @@ class FollowedAnswers {
   host::FollowedEnvironment& followed;
   Finder& answers;
   const Output& output;
-  std::vector<std::string> asked;  // each name once
-  std::unordered_map<std::string, std::optional<FoundItem>> files;
+  // In JSON only:
+  std::vector<std::string> asked;  // each name once, in the order of their answers
+  std::unordered_map<std::string, std::optional<FoundItem>> files;  // what each of them meant last
 };
 
 }  // namespace Corvane::PathManagement::tool

@@ -10,20 +10,21 @@ namespace Corvane::PathManagement::tool {
 
 class Output;
 
-/// A line with the path of `file`, or an object with its path, folder and kind of folder.
+/// Writes a line with the path of `file`; in JSON, an object with its path, its folder and the kind
+/// of that folder.
 void WriteFile(const Output& output, const FoundItem& file);
 
-/// The same for an answer to `name`, which the object holds too.
+/// The same for a file that `name` means or could mean; the object begins with the name.
 void WriteAnswer(const Output& output, const std::string& name, const FoundItem& file);
 
-/// The same for a file called `name`, which matches `pattern`.
+/// The same for a file called `name`, which matches `pattern`; the object begins with both.
 void WriteMatch(const Output& output, const std::string& pattern, const ustring& name,
                 const FoundItem& file);
 
-/// An object which says that `name` means no file.
+/// Writes an object, in JSON only, which says that `name` means no file.
 void WriteMiss(const Output& output, const std::string& name);
 
-/// An object which says that there are no further answers to `name`.
+/// Writes an object, in JSON only, which says that there are no further answers to `name`.
 void WriteEnd(const Output& output, const std::string& name);
 
 }  // namespace Corvane::PathManagement::tool

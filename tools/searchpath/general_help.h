@@ -5,7 +5,7 @@
 
 namespace Corvane::PathManagement::tool {
 
-// The help on searchpath itself, where no command is named.
+// The help that searchpath gives when no command is named.
 
 /// What the program does, in a sentence.
 inline constexpr const char* kGeneralPurpose =
@@ -14,7 +14,7 @@ inline constexpr const char* kGeneralPurpose =
 /// Lines of examples.
 extern const char* const kGeneralExamples;
 
-/// Its usage and all commands.
+/// The usage of searchpath and the list of all commands.
 [[nodiscard]] std::string GetGeneralHelp();
 
 }  // namespace Corvane::PathManagement::tool

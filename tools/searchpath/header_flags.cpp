@@ -10,25 +10,26 @@ namespace Corvane::PathManagement::tool {
 
 namespace {
 
-// Flags with a value, joined or as the next word. What begins as another one comes first.
-constexpr std::array<std::string_view, 20> kWithValue = {
+// Flags that change the folders; their value is joined to them, or is the next word.
+constexpr std::array<std::string_view, 20> kFolderFlags = {
     "-iquote",         "-isystem-after",     "-isystem",     "-idirafter", "-isysroot",
     "-iwithsysroot",   "-iwithprefixbefore", "-iwithprefix", "-iprefix",   "-imultilib",
     "-iframework",     "-stdlib++-isystem",  "-cxx-isystem", "--sysroot",  "--include-directory",
     "--gcc-toolchain", "-resource-dir",      "-I",           "-B",         "-F"};
-// Flags whose value, if any, is always joined. -m... chooses among the folders of several machines.
-constexpr std::array<std::string_view, 10> kAlone = {
+// Flags that change the folders, too; their value, if any, is always joined. -m... chooses the
+// machine, and so its folders.
+constexpr std::array<std::string_view, 10> kOneWordFolderFlags = {
     "-nostdinc", "-nostdlibinc", "-nobuiltininc", "-stdlib=",       "--target=",
     "-specs=",   "--specs=",     "--config=",     "--driver-mode=", "-m"};
-// Flags whose next word is not a flag, whatever it looks like.
-constexpr std::array<std::string_view, 15> kOthersWithValue = {"-Xclang",     "-Xpreprocessor",
-                                                               "-Xassembler", "-Xlinker",
-                                                               "-mllvm",      "-o",
-                                                               "-D",          "-U",
-                                                               "-MF",         "-MT",
-                                                               "-MQ",         "-include",
-                                                               "-imacros",    "-arch",
-                                                               "-L"};
+// Other flags, whose next word is their value, even if it looks like a flag.
+constexpr std::array<std::string_view, 15> kOtherFlags = {"-Xclang",     "-Xpreprocessor",
+                                                          "-Xassembler", "-Xlinker",
+                                                          "-mllvm",      "-o",
+                                                          "-D",          "-U",
+                                                          "-MF",         "-MT",
+                                                          "-MQ",         "-include",
+                                                          "-imacros",    "-arch",
+                                                          "-L"};
 
 template <std::size_t Count>
 bool StartsWithAny(std::string_view word, const std::array<std::string_view, Count>& starts) {
@@ -64,12 +65,12 @@ std::string GetLanguage(const CompileCommand& command, const std::string& compil
   const std::string name = GetLastPart(command.file);
   const auto found = languages.find(name.substr(name.rfind('.') + 1));
   if (found == languages.end()) return "";
-  // The driver for C++ takes files of C as C++, too.
-  const bool isForBoth = GetLastPart(compiler).find("++") != std::string::npos;
-  return found->second == "c" && isForBoth ? "c++" : found->second;
+  // A driver for C++, such as c++, compiles C files as C++.
+  const bool isCxxDriver = GetLastPart(compiler).find("++") != std::string::npos;
+  return found->second == "c" && isCxxDriver ? "c++" : found->second;
 }
 
-// Takes the flags out of the words, one after the other.
+// Picks the language and the flags that change the folders out of the words of a command.
 class FlagReader {
  public:
   explicit FlagReader(const std::vector<std::string>& itsWords) : words(itsWords) {}
@@ -77,15 +78,15 @@ class FlagReader {
   void Read(CompilerCall& call) {
     for (; at < words.size() && words[at] != "--"; ++at) {
       const std::string& word = words[at];
-      if (word == "-I-") continue;  // taken back by those who had it
+      if (word == "-I-") continue;  // obsolete: compilers refuse it now
       if (word.starts_with("-x")) {
         const std::string language = word == "-x" ? TakeNext() : word.substr(2);
         if (language != "none") call.language = language;
-      } else if (IsAny(word, kOthersWithValue)) {
+      } else if (IsAny(word, kOtherFlags)) {
         ++at;
-      } else if (word == "-target" || IsAny(word, kWithValue)) {
+      } else if (word == "-target" || IsAny(word, kFolderFlags)) {  // -target is never joined
         if (at + 1 < words.size()) call.flags.insert(call.flags.end(), {word, TakeNext()});
-      } else if (StartsWithAny(word, kWithValue) || StartsWithAny(word, kAlone)) {
+      } else if (StartsWithAny(word, kFolderFlags) || StartsWithAny(word, kOneWordFolderFlags)) {
         call.flags.push_back(word);
       }
     }
@@ -95,7 +96,7 @@ class FlagReader {
   std::string TakeNext() { return at + 1 < words.size() ? words[++at] : ""; }
 
   const std::vector<std::string>& words;
-  std::size_t at = 1;
+  std::size_t at = 1;  // word 0 is the compiler
 };
 
 std::vector<std::string> WithoutLauncher(const std::vector<std::string>& words) {

@@ -8,9 +8,11 @@
 
 namespace Corvane::PathManagement::tool {
 
-/// The compiler of `command`, and those of its flags that change in which folders it looks for
-/// headers; without a launcher that caches or distributes compilations. Empty when the file is in no
-/// language of the C family.
+/// How `command` calls the compiler: the program, without a launcher that caches or distributes
+/// compilations, and those flags that change the folders in which it looks for headers. Empty when
+/// the file is in no language of the C family.
+///
+/// Precondition: `command.words` is not empty.
 [[nodiscard]] std::optional<CompilerCall> FindCompilerCall(const CompileCommand& command);
 
 }  // namespace Corvane::PathManagement::tool

@@ -14,7 +14,7 @@ namespace Corvane::PathManagement::tool {
 
 namespace {
 
-// Puts each file to the list that it is compiled with.
+// Adds each file to the list of folders with which it is compiled.
 class Collector {
  public:
   explicit Collector(const std::string& databaseFile)
@@ -33,25 +33,25 @@ class Collector {
   HeaderLists Take() { return std::move(found); }
 
  private:
-  // Empty when the compiler did not answer.
+  // The index of the list for this call; empty when the compiler did not answer.
   std::optional<std::size_t> FindList(CompilerCall call) {
-    const auto [asked, isNew] = listOfCall.try_emplace(
+    const auto [known, isNew] = listOfCall.try_emplace(
         std::tuple(call.words, call.flags, call.language, *call.folder), std::nullopt);
-    if (!isNew) return asked->second;
+    if (!isNew) return known->second;
     call.advice = advice;
     try {
       CompilerFolders folders = AskCompiler(call);
-      for (auto* list : {&folders.quoted, &folders.searched}) {
-        for (std::string& folder : *list) folder = GetAbsoluteName(*call.folder, folder);
+      for (auto* part : {&folders.quoted, &folders.searched}) {
+        for (std::string& folder : *part) folder = GetAbsoluteName(*call.folder, folder);
       }
-      const auto [place, isFirst] = listOfFolders.try_emplace(
+      const auto [list, isFirst] = listOfFolders.try_emplace(
           std::pair(folders.quoted, folders.searched), found.lists.size());
       if (isFirst) found.lists.push_back({std::move(folders), {}});
-      asked->second = place->second;
+      known->second = list->second;
     } catch (const UsageError& error) {
       found.problems.emplace_back(error.what());
     }
-    return asked->second;
+    return known->second;
   }
 
   using Words = std::vector<std::string>;

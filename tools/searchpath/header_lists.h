@@ -9,23 +9,24 @@
 
 namespace Corvane::PathManagement::tool {
 
-/// In which folders a compiler looks for the headers of some files.
+/// The folders in which a compiler looks for headers, and the files that it compiles with them.
 struct HeaderList {
-  CompilerFolders folders;         // in full
-  std::vector<std::string> files;  // in full, in the order of the database
+  CompilerFolders folders;         // absolute
+  std::vector<std::string> files;  // absolute, in the order of the database
 };
 
-/// The distinct lists of a compilation database, in the order of the files that come first.
+/// The distinct lists of folders of a compilation database, in the order of their first files.
 struct HeaderLists {
   std::vector<HeaderList> lists;
-  std::vector<std::string> problems;    // why compilers did not answer, each once
+  std::vector<std::string> problems;    // why compilers did not answer, for messages
   std::vector<std::string> otherFiles;  // in no language of the C family
 };
 
-/// Asks each compiler once for each set of flags that may change its folders, in each folder where it
-/// runs, and takes the order that it names: which repeats it drops is its own affair.
+/// Asks the compilers in `database` for their folders, once for each combination of compiler,
+/// language, flags that may change the folders, and folder in which it runs. The answer is kept as
+/// it is, since the compiler itself decides on the order and on which repeats it drops.
 ///
-/// Errors: `UsageError` when `database` cannot be used.
+/// Errors: `UsageError` when the file `database` cannot be used.
 [[nodiscard]] HeaderLists ReadHeaderLists(const std::string& database);
 
 }  // namespace Corvane::PathManagement::tool

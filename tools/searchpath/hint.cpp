@@ -12,7 +12,7 @@ std::string GetHint(const host::Environment& environment, const host::Lookup& lo
   if (similar.empty()) return "";
   std::vector<std::string> files;
   for (const auto& [file, similarity] : similar) {
-    // Where case is ignored, the name means the first of these files.
+    // With --policy ignore-case, the name would mean the first of these files.
     const bool isMeant = files.empty() && similarity == host::Similarity::OtherCase &&
                          environment.GetRules().foldersHaveMeaning;
     files.push_back(Quoted(host::GetNativePath(file)) + " (" + host::GetText(similarity) +

@@ -7,8 +7,8 @@
 
 namespace Corvane::PathManagement::tool {
 
-/// "; did you mean ...?" with the files that are similar to a name that was not found; empty when
-/// there are none.
+/// "; did you mean ...?", to be appended to the message that the name of `lookup` was not found; it
+/// lists the files with similar names. Empty when there are none.
 [[nodiscard]] std::string GetHint(const host::Environment& environment, const host::Lookup& lookup);
 
 }  // namespace Corvane::PathManagement::tool
