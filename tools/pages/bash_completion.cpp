@@ -6,7 +6,8 @@ namespace Corvane::PathManagement::tool {
 
 namespace {
 
-// How the words are cut depends on COMP_WORDBREAKS: "--path=a:b" is one word, or up to five.
+// COMP_WORDBREAKS says where bash splits words: "--path=a:b" is one word, or up to five. The text
+// SECOND is replaced by the commands of two words.
 constexpr const char* kBashBegin = R"(# Completion of searchpath for bash. Needs nothing but bash.
 
 _searchpath() {
@@ -100,13 +101,13 @@ std::string GetCase(const DescribedCommand& command, const std::string& allComma
 
 std::string GetBashCompletion(const std::vector<DescribedCommand>& commands) {
   std::vector<std::string> first;
-  std::vector<std::string> two;
+  std::vector<std::string> twoWords;
   std::string cases;
   for (const auto& [word, purpose] : GetFirstWords()) {
     first.push_back(word);
     const auto second = GetSecondWords(commands, word);
     for (const std::string& each : second) {
-      two.push_back(Join({"\"" + word, each + '"'}, " "));
+      twoWords.push_back(Join({"\"" + word, each + '"'}, " "));
     }
     if (second.empty()) continue;
     cases += "    " + word + ") operands=words words='" + Join(second, " ") +
@@ -115,7 +116,7 @@ std::string GetBashCompletion(const std::vector<DescribedCommand>& commands) {
   const std::string all = Join(first, " ");
   for (const DescribedCommand& command : commands) cases += GetCase(command, all);
   std::string begin = kBashBegin;
-  begin.replace(begin.find("SECOND"), 6, Join(two, "|"));
+  begin.replace(begin.find("SECOND"), 6, Join(twoWords, "|"));
   return begin + "  case $command in\n    '') operands=words words='" + all +
          "' options='-h --help -V --version' ;;\n" + cases + "  esac\n" + kBashEnd;
 }

@@ -6,6 +6,7 @@ namespace Corvane::PathManagement::tool {
 
 namespace {
 
+// `kind` is what the help calls a value or an operand.
 Completion GetCompletion(const std::string& kind) {
   if (kind == "FILE" || kind == "TEXT") return Completion::File;
   if (kind == "FOLDER" || kind == "DIR") return Completion::Folder;
@@ -22,12 +23,13 @@ bool DescribedCommand::Takes(const std::string& kind) const {
 
 std::vector<DescribedCommand> DescribeCommands() {
   std::vector<DescribedCommand> described;
-  const Arguments question = {.describe = [&](const CommandLine& commandLine) {
+  const Arguments request = {.describe = [&](const CommandLine& commandLine) {
     const CommandText& text = commandLine.GetText();
     described.push_back({text.name, text.operands, text.purpose, text.examples,
                          commandLine.GetNotes(), commandLine.GetOptions()});
   }};
-  for (const Command& command : GetCommands()) static_cast<void>(command.run(question));
+  // With such arguments a command is not run, so that its result means nothing.
+  for (const Command& command : GetCommands()) static_cast<void>(command.run(request));
   return described;
 }
 

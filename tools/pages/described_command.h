@@ -9,7 +9,7 @@
 
 namespace Corvane::PathManagement::tool {
 
-/// What a command takes, with all of its help.
+/// A command with its operands, its options and all of its help.
 struct DescribedCommand {
   std::string name;  ///< "find", "cache write"
   std::string operands;
@@ -18,24 +18,33 @@ struct DescribedCommand {
   std::string notes;
   std::vector<OptionText> options;
 
-  /// Whether the operands are of that kind: "FILE", "FOLDER".
+  /// Whether `kind`, such as "FILE", is what the help calls the first operand.
   [[nodiscard]] bool Takes(const std::string& kind) const;
 };
 
 /// All commands, in the order of the help.
 [[nodiscard]] std::vector<DescribedCommand> DescribeCommands();
 
-/// What may stand in the place of a value or an operand.
-enum class Completion : std::uint8_t { Nothing, Words, File, Folder, Path, Program, Command };
+/// What a shell offers for the value of an option, or for an operand.
+enum class Completion : std::uint8_t {
+  Nothing,
+  Words,  ///< those of `OptionText::words`
+  File,
+  Folder,
+  Path,  ///< a list of folders, "A:B", or "@FILE"
+  Program,
+  Command  ///< of searchpath
+};
 
 [[nodiscard]] Completion GetCompletion(const OptionText& option);
 [[nodiscard]] Completion GetCompletion(const DescribedCommand& command);
 
-/// The first words of the commands, each once, with what they are for.
+/// The first word of a command, or of several, and what it is for.
 struct FirstWord {
   std::string word;
   std::string purpose;
 };
+/// Each first word once, in the order of the help.
 [[nodiscard]] std::vector<FirstWord> GetFirstWords();
 
 /// The second words of the commands that begin with `word`; usually none.

@@ -36,7 +36,8 @@ std::string Quote(const std::string& text) {
   return quoted + '\'';
 }
 
-// What is completed, of `words` where those are all that there is; "" for nothing.
+// The arguments of `complete` that say what is offered; "" for nothing. `words` are all that there
+// is for `Words` and `Command`.
 std::string GetCandidates(Completion completion, const std::string& words) {
   switch (completion) {
     case Completion::Words:
@@ -63,7 +64,7 @@ std::string GetLine(const DescribedCommand& command, const OptionText& option) {
   }
   if (!option.valueName.empty()) {
     const Completion completion = GetCompletion(option);
-    line += completion == Completion::File ? " -r" : " -x";  // other words than files are refused
+    line += completion == Completion::File ? " -r" : " -x";  // -r: has a value; -x: also no files
     line += GetCandidates(completion, Join(option.words, " "));
   }
   return line + " -d " + Quote(option.help) + '\n';

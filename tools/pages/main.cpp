@@ -1,5 +1,5 @@
-// searchpath_pages FOLDER: writes the pages of the manual and what shells read for completion into
-// FOLDER, as they stand below share/ where the tool is installed.
+// searchpath_pages FOLDER: deletes FOLDER, then writes the pages of the manual and the files that
+// shells read for completion into it. The layout is that of share/ where the tool is installed.
 #include "completions.h"
 #include "man_page.h"
 
@@ -21,7 +21,7 @@ void Write(const std::filesystem::path& file, const std::string& text) {
 
 void WriteAll(const std::filesystem::path& folder) {
   const auto commands = DescribeCommands();
-  std::filesystem::remove_all(folder);  // also the pages of commands that are no more
+  std::filesystem::remove_all(folder);  // with pages of commands that no longer exist
   Write(folder / "man/man1/searchpath.1", GetMainManPage(commands));
   for (const DescribedCommand& command : commands) {
     Write(folder / "man/man1" / (GetPageName(command) + ".1"), GetManPage(command));

@@ -10,7 +10,7 @@ namespace Corvane::PathManagement::tool {
 
 namespace {
 
-// `text` as roff shows it unchanged, to be copied from the page.
+// `text` escaped, so that roff shows it unchanged, and users can copy it from the page.
 std::string Escape(std::string_view text) {
   std::string escaped;
   for (const char c : text) {
@@ -40,6 +40,7 @@ std::string Escape(std::string_view text) {
         escaped += c;
     }
   }
+  // A line that begins with a dot would be a request to roff.
   return escaped.starts_with('.') ? "\\&" + escaped : escaped;
 }
 
@@ -61,7 +62,7 @@ std::string GetHeading(std::string title) {
   return ".SH \"" + Escape(title) + "\"\n";
 }
 
-// Lines that stand as they are.
+// Lines whose breaks roff keeps.
 std::string GetLines(const std::vector<std::string>& lines) {
   std::string text = ".nf\n";
   for (const std::string& line : lines) text += Escape(line) + '\n';

@@ -11,7 +11,7 @@ namespace Corvane::PathManagement::tool {
 /// The page of one command, in roff with the macros "man".
 [[nodiscard]] std::string GetManPage(const DescribedCommand& command);
 
-/// The page of searchpath itself, which names the others.
+/// The page of searchpath itself, which names the pages of the commands.
 [[nodiscard]] std::string GetMainManPage(const std::vector<DescribedCommand>& commands);
 
 /// The name of a page: "searchpath-find".

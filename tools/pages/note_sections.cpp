@@ -29,7 +29,7 @@ bool NoteSection::IsTable() const {
 
 std::vector<NoteSection> SplitNotes(std::string_view notes) {
   std::vector<NoteSection> sections;
-  bool isOpen = false;  // whether a line without a title goes on with the section
+  bool isOpen = false;  // whether a line that is not indented continues the section
   for (std::string_view line : SplitLines(notes)) {
     const bool isIndented = line.starts_with(kIndentation);
     const bool isExit = line.starts_with(kExit);

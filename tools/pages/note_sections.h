@@ -7,19 +7,20 @@
 
 namespace Corvane::PathManagement::tool {
 
-/// A part of the rules that --help shows.
+/// A section of the notes that --help shows.
 struct NoteSection {
   std::string title;  ///< empty for a paragraph without one
   std::vector<std::string> lines;
 
-  /// Whether lines stand below one another in columns.
+  /// Whether the breaks of lines matter, since there are columns or JSON.
   [[nodiscard]] bool IsTable() const;
 };
 
-/// The parts of `notes`. A part begins with a line that ends with ":", or with "Exit:".
+/// The sections of `notes`. A section begins with a title, which is a line that is not indented and
+/// ends with ":"; with "Exit: "; or, without a title, with a paragraph that is not indented.
 [[nodiscard]] std::vector<NoteSection> SplitNotes(std::string_view notes);
 
-/// The lines of `text`, without their first two blanks.
+/// The lines of `text`, without the two blanks with which they begin.
 [[nodiscard]] std::vector<std::string> SplitIndented(std::string_view text);
 
 }  // namespace Corvane::PathManagement::tool

@@ -17,7 +17,7 @@ _searchpath() {
   local -a commands
 )";
 
-// `text` within single quotes, as `_arguments` and `_describe` take it.
+// `text` escaped for `_arguments` and `_describe`, and for the single quotes around it.
 std::string EscapeForZsh(const std::string& text) {
   std::string escaped;
   for (const char c : text) {
@@ -67,9 +67,10 @@ std::string GetCase(const DescribedCommand& command) {
     text += " \\\n        " + GetArgument(option);
   }
   if (!command.operands.empty()) {
-    // Behind an operand with a blank for its action, no option would be completed.
+    // If the action of an operand were a blank, zsh would offer no options after it.
     const Completion completion = GetCompletion(command);
     const std::string action = completion == Completion::Nothing ? "()" : GetAction(completion, {});
+    // Double quotes, so that zsh expands "$commands".
     const bool isExpanded = action.starts_with("($");
     text += std::string(" \\\n        ") + (isExpanded ? "\"" : "'") +
             "*:" + EscapeForZsh(command.operands) + ':' + action + (isExpanded ? "\"" : "'");

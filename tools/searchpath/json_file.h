@@ -10,15 +10,16 @@
 
 namespace Corvane::PathManagement::tool {
 
-/// The bytes of a regular file; empty when there is none of that name.
+/// The bytes of the regular file `file`; empty when it does not exist.
 ///
 /// Errors: `UsageError` when it cannot be read.
 [[nodiscard]] std::optional<std::string> ReadBytes(const std::string& file);
 
-/// Hands the value of the JSON text `bytes` to `read`. It may hold `most` values.
+/// Parses the JSON text `bytes`, the content of `file`, and calls `read` with its root. A text of
+/// more than `most` values is refused.
 ///
-/// Errors: `UsageError` for a `JsonException`, with `file`, the line and the field; and what `read`
-/// throws.
+/// Errors: `UsageError`, which names `file`, the line and the field, when the text is refused or
+/// `read` throws a `JsonException`; any other exception of `read`.
 void ReadJson(const std::string& file, const std::string& bytes, std::size_t most,
               const std::function<void(const json::Field&)>& read);
 

@@ -39,14 +39,14 @@ constexpr CommandText kListText = {
     "Exit: 0 the folders are printed or saved, 2 wrong usage or failure.\n"
     "\n"};
 
-constexpr std::size_t kNumberWidth = 7;  // digits that stay in line
+constexpr std::size_t kNumberWidth = 7;  // longer numbers shift their line to the right
 constexpr std::size_t kCountWidth = kNumberWidth + std::string_view(" files").size();
 constexpr std::size_t kKindWidth = 9;  // of "resources"
 
-void WriteWords(const Output& output, const host::Environment& environment,
-                const IPathEntry& folder) {
+void WriteLong(const Output& output, const host::Environment& environment,
+               const IPathEntry& folder) {
   const std::string count = GetCounted(GetItemCount(folder), "file");
-  // The numbers end in one column.
+  // The numbers are right-aligned.
   const std::string blanks(kNumberWidth - std::min(kNumberWidth, count.find(' ')), ' ');
   const char* problem = host::FindProblemText(folder);
   const std::string origin =
@@ -71,11 +71,11 @@ void WriteObject(const Output& output, const host::Environment& environment,
 }
 
 void WriteFolder(const Output& output, const host::Environment& environment,
-                 const IPathEntry& folder, bool inWords) {
+                 const IPathEntry& folder, bool isLong) {
   if (output.IsJson()) {
     WriteObject(output, environment, folder);
-  } else if (inWords) {
-    WriteWords(output, environment, folder);
+  } else if (isLong) {
+    WriteLong(output, environment, folder);
   } else {
     output.WritePath(GetNativePath(folder));
   }
@@ -88,8 +88,8 @@ Outcome RunList(const Arguments& arguments) {
   PathOptions path;
   path.AddTo(commandLine);
   OutputOptions outputOptions;
-  bool inWords = false;
-  commandLine.AddFlag("--long", inWords, "add the number of files, the kind and what is wrong");
+  bool isLong = false;
+  commandLine.AddFlag("--long", isLong, "add the number of files, the kind and what is wrong");
   std::optional<std::string> saveTo;
   commandLine.AddValue("--save", "FILE", saveTo,
                        "write a cache of the path to FILE, for --path @FILE");
@@ -102,8 +102,8 @@ Outcome RunList(const Arguments& arguments) {
   const bool failed = ReportProblems(environment, path);
   environment.GetPath()->ForEachEntry(kAllKindsAndResourcesScope,
                                       [&](const std::shared_ptr<const IPathEntry>& folder) {
-                                        WriteFolder(output, environment, *folder, inWords);
-                                        return false;
+                                        WriteFolder(output, environment, *folder, isLong);
+                                        return false;  // do not stop
                                       });
   return failed ? Outcome::Failed : Outcome::Found;
 }

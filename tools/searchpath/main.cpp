@@ -28,7 +28,7 @@ Outcome Run(const std::vector<std::string>& arguments) {
   return GetCommand(word).run({.words = {arguments.begin() + 1, arguments.end()}});
 }
 
-// In the environment, since every command would need an option for it.
+// A variable turns the log on, since an option would be needed in every command.
 void StartLogIfAsked() {
   const char* const log = std::getenv("SEARCHPATH_LOG");
   if (log == nullptr || *log == '\0') return;
@@ -43,11 +43,13 @@ void StartLogIfAsked() {
 
 int main(int count, char** words) {
   using namespace Corvane::PathManagement::tool;
-  // The program ends when its reader is gone, even if it was started with this signal ignored.
+  // The program ends when nobody reads its output any more, even if it was started with this signal
+  // ignored.
   std::signal(SIGPIPE, SIG_DFL);
-  std::ios::sync_with_stdio(false);  // otherwise standard input hides its errors
+  std::ios::sync_with_stdio(false);  // otherwise std::cin hides errors of reading
   try {
     StartLogIfAsked();
+    // A caller may leave out even the name of the program.
     const Outcome outcome = Run({words + (count > 0 ? 1 : 0), words + count});
     FinishData();
     return static_cast<int>(outcome);

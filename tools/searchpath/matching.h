@@ -12,22 +12,25 @@ namespace Corvane::PathManagement::tool {
 
 class CommandLine;
 
+/// Adds --policy.
 void AddPolicyTo(CommandLine& commandLine, std::optional<std::string>& policy);
 
-/// The policy with this name; file-system when there is none. Errors: `UsageError`.
+/// The policy called `policy`; when it is empty, that of the file system. Errors: `UsageError` when
+/// no policy has that name.
 [[nodiscard]] FilenameMatchingPolicy GetPolicy(const std::optional<std::string>& policy);
 
-/// Which file names match.
+/// The options --ext and --policy: which file names match.
 struct MatchingOptions {
   std::vector<std::string> extensions;
   std::optional<std::string> policy;
 
   void AddTo(CommandLine& commandLine, const std::string& helpOnExtensions);
 
-  /// Each with its dot; `otherwise` when none is given. Errors: `UsageError`.
+  /// The values of --ext, each with its dot; `otherwise` when there are none. Errors: `UsageError`
+  /// when one is empty.
   [[nodiscard]] std::vector<ustring> GetExtensions(const std::vector<ustring>& otherwise) const;
 
-  /// Errors: `UsageError`.
+  /// The policy of --policy. Errors: as `tool::GetPolicy`.
   [[nodiscard]] FilenameMatchingPolicy GetPolicy() const { return tool::GetPolicy(policy); }
 };
 

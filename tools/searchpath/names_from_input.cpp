@@ -16,9 +16,9 @@ namespace Corvane::PathManagement::tool {
 
 namespace {
 
-constexpr std::size_t kMostAtOnce = std::size_t{1} << 16U;  // what a pipe holds
+constexpr std::size_t kMostAtOnce = std::size_t{1} << 16U;  // bytes: what a pipe holds
 
-/// Whether something can be read, the end included, or never will be.
+/// Whether reading would not block: there are bytes, the end or an error.
 bool IsInputReady() {
   pollfd input = {.fd = STDIN_FILENO, .events = POLLIN, .revents = 0};
   return poll(&input, 1, 0) != 0;
@@ -41,16 +41,16 @@ bool ReadInput(std::string& bytes) {
   return length > 0;
 }
 
-/// Visits the names on standard input that are not empty, and counts all.
+/// Visits the names that are not empty. Counts all names, for the message about an empty one.
 class NameVisits {
  public:
   NameVisits(char nameEnd, const std::function<void(const std::string&)>& nameVisitor)
       : end(nameEnd), visitor(nameVisitor) {}
 
-  [[nodiscard]] bool AllNamed() const noexcept { return allNamed; }
+  [[nodiscard]] bool NoneEmpty() const noexcept { return noneEmpty; }
 
-  /// Visits the names that have come to their end, and removes them from `bytes`.
-  void VisitWhole(std::string& bytes) {
+  /// Visits the names in `bytes` that are complete, and removes them from it.
+  void VisitComplete(std::string& bytes) {
     std::size_t begin = 0;
     for (std::size_t at = 0; (at = bytes.find(end, begin)) != std::string::npos; begin = at + 1) {
       Visit(bytes.substr(begin, at - begin));
@@ -64,7 +64,7 @@ class NameVisits {
       visitor(name);
       return;
     }
-    allNamed = false;
+    noneEmpty = false;
     Report(std::string(end == '\0' ? "name " : "line ") + std::to_string(number) +
            " of standard input is empty, which means no file");
   }
@@ -73,7 +73,7 @@ class NameVisits {
   char end;
   const std::function<void(const std::string&)>& visitor;
   std::size_t number = 0;
-  bool allNamed = true;
+  bool noneEmpty = true;
 };
 
 }  // namespace
@@ -83,11 +83,11 @@ bool ForEachNameFromInput(char end, const std::function<void(const std::string&)
   NameVisits visits(end, visitor);
   std::string bytes;
   do {
-    visits.VisitWhole(bytes);
+    visits.VisitComplete(bytes);
     if (!IsInputReady()) wait();
   } while (ReadInput(bytes));
-  if (!bytes.empty()) visits.Visit(bytes);
-  return visits.AllNamed();
+  if (!bytes.empty()) visits.Visit(bytes);  // the last name may lack its end
+  return visits.NoneEmpty();
 }
 
 }  // namespace Corvane::PathManagement::tool

@@ -6,11 +6,12 @@
 
 namespace Corvane::PathManagement::tool {
 
-/// Calls `visitor` with each name on standard input; each ends with `end`. Empty names are skipped and
-/// reported. Returns whether there were none.
+/// Calls `visitor` with each name on standard input, where each ends with `end`. Empty names are
+/// skipped and reported. Returns whether no name was empty.
 ///
-/// Before it waits for input it calls `wait`, which may wait for it, too: whoever writes one name at a
-/// time gets its answer at once, and whoever writes many is not slowed down.
+/// Calls `wait` whenever no input is ready, before it waits for more. `wait` is the time to flush
+/// the answers, so that a program that writes one name at a time gets each answer at once, and one
+/// that writes many names is not slowed down. `wait` may itself wait for input.
 ///
 /// Errors: `UsageError` when standard input cannot be read.
 [[nodiscard]] bool ForEachNameFromInput(char end,

@@ -7,7 +7,8 @@ namespace Corvane::PathManagement::tool {
 
 namespace {
 
-// Whether `folder` is what `typed` denotes. What rules do not expand denotes no folder here.
+// Whether `typed` denotes `folder`. False when `typed` has no location, as for "~nobody": some
+// rules take that as a plain name.
 bool IsDenotedBy(const IPathEntry& folder, const ustring& typed,
                  const host::Environment& environment) {
   try {

@@ -10,8 +10,8 @@ namespace Corvane::PathManagement::tool {
 namespace {
 
 struct OtherName {
-  std::string_view name;
-  std::string_view here;
+  std::string_view name;  // in another tool
+  std::string_view here;  // in this one; perhaps with more words
 };
 
 // What shells, package managers, version control and other tools for paths call these things.
@@ -127,10 +127,11 @@ std::string FindCommandMeant(std::string_view typed, const std::vector<std::stri
 
 std::string FindOptionMeant(std::string_view typed, const std::vector<std::string>& options) {
   const std::string_view here = FindHere(typed, kOtherOptions);
-  const auto isOne = [&](const std::string& option) {
+  // `here` may have a value behind the option, and the command may lack the option.
+  const auto isHere = [&](const std::string& option) {
     return here.substr(0, here.find(' ')) == option;
   };
-  if (std::ranges::any_of(options, isOne)) return std::string(here);
+  if (std::ranges::any_of(options, isHere)) return std::string(here);
   if (!typed.starts_with("--")) return "";
   std::vector<std::string> names;
   for (const std::string& option : options) {

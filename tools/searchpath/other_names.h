@@ -7,14 +7,15 @@
 
 namespace Corvane::PathManagement::tool {
 
-// What was probably meant by a word that is not known; empty when nothing is likely.
+// What the user probably meant by an unknown word; empty when nothing is likely.
 
-/// A command, perhaps with an option. Knows what other tools call the commands; `commands` are the
-/// names here.
+/// The command, perhaps with an option: "find --explain" for "why". Known are the names in
+/// `commands`, and what other tools call them.
 [[nodiscard]] std::string FindCommandMeant(std::string_view typed,
                                            const std::vector<std::string>& commands);
 
-/// An option, perhaps with a value. `options` are those of the command, as they are typed.
+/// The option, perhaps with a value: "--policy ignore-case" for "-i". `options` are the names of
+/// all options of the command, with their dashes.
 [[nodiscard]] std::string FindOptionMeant(std::string_view typed,
                                           const std::vector<std::string>& options);
 

@@ -75,20 +75,25 @@ void Output::WriteField(std::string_view label, const std::string& value) const 
 
 void Output::WriteObject(const nlohmann::ordered_json& object) const {
   std::string line = json::GetLine(object);
-  if (toTerminal && GetTextForTerminal(line) != line) line = json::GetLine(object, true);
+  // The escapes are those of JSON, so that the line remains JSON.
+  if (toTerminal && GetTextForTerminal(line) != line) {
+    line = json::GetLine(object, /*asciiOnly=*/true);
+  }
   WriteData(line + '\n');
 }
 
 std::string Output::GetPainted(std::string_view text, Paint paint) const {
-  // In the order of `Paint`.
+  // In the order of the enumerators of `Paint`.
   constexpr std::array kStarts = {"\x1b[1m", "\x1b[32m", "\x1b[31m", "\x1b[33m"};
   if (!color) return std::string(text);
   return kStarts.at(static_cast<std::size_t>(paint)) + std::string(text) + "\x1b[0m";
 }
 
 std::size_t GetWidth(std::string_view text) {
-  const auto begins = [](char byte) { return (static_cast<unsigned char>(byte) & 0xC0U) != 0x80; };
-  return static_cast<std::size_t>(std::count_if(text.begin(), text.end(), begins));
+  const auto beginsCharacter = [](char byte) {
+    return (static_cast<unsigned char>(byte) & 0xC0U) != 0x80;
+  };
+  return static_cast<std::size_t>(std::count_if(text.begin(), text.end(), beginsCharacter));
 }
 
 std::string GetPadded(std::string text, std::size_t width) {

@@ -19,7 +19,8 @@ namespace Corvane::PathManagement::tool {
 class CommandLine;
 class SilentStreams;
 
-/// The exit code: of a question, or of a check.
+/// The exit code of a command. A question has the outcomes Found and NotFound, a check Clean and
+/// Findings.
 enum class Outcome : std::uint8_t {
   Found = 0,
   NotFound = 1,
@@ -31,17 +32,17 @@ enum class Outcome : std::uint8_t {
 /// What the colour of a word expresses.
 enum class Paint : std::uint8_t { Emphasis, Good, Bad, Notice };
 
-/// The options on how data is written.
+/// The options that say how data is written.
 struct OutputOptions {
   bool json = false;
   bool print0 = false;
   std::optional<std::string> color;
   bool exitCodeOnly = false;
-  std::shared_ptr<const SilentStreams> silence =
-      {};  // as long as these options, if they ask for it
+  std::shared_ptr<const SilentStreams> silence = {};  // set by --exit-code; null without it
 
   void AddTo(CommandLine& commandLine);
-  /// For a command whose exit code is an answer. A failure is reported all the same.
+  /// Adds --exit-code, for a command whose exit code is an answer. With it, nothing
+  /// is written while these options live; an exception outlives them and is still reported.
   void AddExitCodeTo(CommandLine& commandLine);
 };
 
@@ -54,20 +55,20 @@ class Output {
 
   [[nodiscard]] bool IsJson() const noexcept { return json; }
 
-  /// `bytes` as they are printed: on a terminal, made harmless.
+  /// `bytes` as they are printed: unchanged, or on a terminal as `GetTextForTerminal`.
   [[nodiscard]] std::string GetShown(const std::string& bytes) const;
   [[nodiscard]] std::string GetShown(const ustring& text) const { return GetShown(GetBytes(text)); }
 
   /// `text` in colour, if the output has colour.
   [[nodiscard]] std::string GetPainted(std::string_view text, Paint paint) const;
 
-  /// A line with a path, its last part emphasised.
+  /// Writes a line with `path`, its last part emphasised.
   void WritePath(const ustring& path) const;
-  /// A line of other data, in which names are shown as `GetShown` has them.
+  /// Writes a line of other data. Names in `text` must come from `GetShown`.
   void WriteLine(std::string_view text) const;
-  /// A line "label: value".
+  /// Writes the line "label: value"; `value` need not come from `GetShown`.
   void WriteField(std::string_view label, const std::string& value) const;
-  /// An object on a line.
+  /// Writes `object` as JSON on one line.
   void WriteObject(const nlohmann::ordered_json& object) const;
 
  private:
@@ -77,10 +78,10 @@ class Output {
   bool color;
 };
 
-/// How many characters `text` has.
+/// How many characters `text`, in UTF-8, has.
 [[nodiscard]] std::size_t GetWidth(std::string_view text);
 
-/// `text` with blanks up to `width`.
+/// `text`, with blanks behind it up to `width` characters.
 [[nodiscard]] std::string GetPadded(std::string text, std::size_t width);
 
 using json::AddText;

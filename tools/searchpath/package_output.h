@@ -12,7 +12,8 @@ namespace Corvane::PathManagement::tool {
 /// "geometry 1.2", as bytes.
 [[nodiscard]] std::string GetText(const ZentraComponents::ComponentIdentifier& package);
 
-/// Errors: `UsageError` when `root`, the value of `option`, cannot be read.
+/// Checks that the folder `root`, the value of `option`, could be read for `registry`. Errors:
+/// `UsageError` when it could not.
 void CheckRoot(const std::string& option, const std::string& root,
                const host::PackageRegistry& registry);
 

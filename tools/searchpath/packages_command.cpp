@@ -43,7 +43,7 @@ struct FolderLine {
   std::optional<bool> isOnPath;  // empty when no path was given
 };
 
-// A package and the folders that it has.
+// A package and its folders.
 struct PackageLines {
   ComponentIdentifier identifier;
   std::shared_ptr<const Corvane::PackageRegistry::IPackage> package;
@@ -71,10 +71,10 @@ PackageLines GetLines(const host::PackageRegistry& registry, const ComponentIden
     lines.folders.push_back({folder, tags, isForPath, isOnPath});
     return isForPath;
   };
-  std::size_t found = 0;
-  for (const auto& each : lines.package->GetFolders()) found += add(each.folder, *each.tags);
-  // A package may put its own folder on the path, which need not be one of its folders.
-  if (found == 0 && !forPath.empty()) add(lines.package->GetMetadata().rootFolder, {});
+  std::size_t countForPath = 0;
+  for (const auto& each : lines.package->GetFolders()) countForPath += add(each.folder, *each.tags);
+  // What a package puts on the path may be its root folder, which need not be among its folders.
+  if (countForPath == 0 && !forPath.empty()) add(lines.package->GetMetadata().rootFolder, {});
   return lines;
 }
 

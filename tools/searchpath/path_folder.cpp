@@ -7,7 +7,7 @@ namespace Corvane::PathManagement::tool {
 
 namespace {
 
-// All paths of this program are made of such folders.
+// Every folder on a path of this program is a `FolderEntry`.
 const host::FolderEntry& GetOnDisk(const IPathEntry& folder) {
   return dynamic_cast<const host::FolderEntry&>(folder);
 }

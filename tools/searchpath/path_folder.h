@@ -10,10 +10,10 @@ namespace Corvane::PathManagement::tool {
 
 // Facts about a folder of the path.
 
-/// How many files `folder` holds.
+/// How many files `folder` holds. Cost: lists it, if that has not been done.
 [[nodiscard]] std::size_t GetItemCount(const IPathEntry& folder);
 
-/// The location of `folder` as users read it.
+/// The location of `folder` as users read it, rather than as an IRI.
 [[nodiscard]] ustring GetNativePath(const IPathEntry& folder);
 
 }  // namespace Corvane::PathManagement::tool

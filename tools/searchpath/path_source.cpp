@@ -39,7 +39,8 @@ SourcedPath AskForHeaders(const std::string& source, const std::vector<std::stri
   return {GetTexts(folders.searched), GetTexts(folders.quoted), {}};
 }
 
-// What stands before each NUL of `output`. An empty text ends the first list, if `lists` is 2.
+// The texts in `output`, each of which ends with NUL, as up to `lists` lists. An empty text ends a
+// list; in the last one it is a text as any other.
 std::vector<std::vector<ustring>> SplitAtNul(const std::string& output, std::size_t lists) {
   std::vector<std::vector<ustring>> split(1);
   for (std::size_t begin = 0, end = 0; (end = output.find('\0', begin)) != std::string::npos;) {
@@ -53,7 +54,7 @@ std::vector<std::vector<ustring>> SplitAtNul(const std::string& output, std::siz
   return split;
 }
 
-// The program prints `lists` lists, of which the last is its path.
+// Runs `program`, which must print `lists` lists for `SplitAtNul`; the last one is its path.
 std::vector<std::vector<ustring>> AskInterpreter(const std::string& program,
                                                  const std::vector<std::string>& arguments,
                                                  std::size_t lists) {
@@ -69,13 +70,14 @@ std::vector<std::vector<ustring>> AskInterpreter(const std::string& program,
 }
 
 SourcedPath AskPerl() {
-  // What is no text is a hook, which may find anything.
+  // References in @INC are left out: they are hooks, which may find anything.
   constexpr const char* kProgram = "binmode STDOUT; print map { \"$_\\0\" } grep { !ref } @INC";
   return {AskInterpreter("perl", {"-e", kProgram}, 1).back(), {}, {}};
 }
 
 SourcedPath AskPython() {
-  // Within a folder, a package comes before a module; of both, an extension module comes first.
+  // Prints the suffixes in the order of the attempts in a folder, an empty text, then the folders.
+  // A package comes before a module; of each, an extension module comes before source text.
   constexpr const char* kProgram =
       "import os, sys\n"
       "from importlib.machinery import EXTENSION_SUFFIXES, SOURCE_SUFFIXES, BYTECODE_SUFFIXES\n"

@@ -14,11 +14,12 @@ namespace Corvane::PathManagement::tool {
 /// What --path-of takes, for messages and help.
 inline constexpr const char* kPathSources = "PATH, another variable, cc, c++, perl or python";
 
-/// The path of another program.
+/// The path that another program or a variable names.
 struct SourcedPath {
   std::vector<ustring> folders;
-  std::vector<ustring> quoteFolders;  // only for headers in quotes, before the others
-  /// What the program appends to a name, in its order; empty where it has no such rule.
+  std::vector<ustring> quoteFolders;  // searched before `folders`, but only for headers in quotes
+  /// What the program appends to a name to find its file, in the order of its attempts; empty for a
+  /// program that appends nothing.
   std::vector<ustring> suffixes;
 };
 
@@ -28,13 +29,15 @@ struct SourcedPath {
 /// Whether `source` is a compiler, which takes flags.
 [[nodiscard]] bool IsCompiler(std::string_view source);
 
-/// Whether the suffixes of the path of `source` are known.
+/// Whether `ReadPathSource` reads `SourcedPath::suffixes` for `source`.
 [[nodiscard]] inline bool HasSuffixes(std::string_view source) { return source == "python"; }
 
-/// The rules, by name, by which programs search that path; empty where that is not known.
+/// The name of the rules by which programs search the path of `source`, as --as takes it; empty
+/// when they are not known.
 [[nodiscard]] std::optional<std::string> GetUsualRules(std::string_view source);
 
-/// Reads an environment variable, to be cut as `rules` have it, or asks a program.
+/// Reads the path of `source`: asks a compiler, which gets the `flags`, or an interpreter; any
+/// other source is an environment variable, which is split as `SplitFolders` does by `rules`.
 ///
 /// Precondition: `IsPathSource(source)`.
 /// Errors: `UsageError` when the variable is not set, or the program does not answer.
@@ -42,8 +45,9 @@ struct SourcedPath {
                                          const std::vector<std::string>& flags,
                                          const host::LookupRules& rules);
 
-/// A list of folders as the rules have it. Programs other than the environment cut it at ":" alone,
-/// and an empty part may mean something to them.
+/// The folders in `list`, which is split by `rules`. Those of the environment split at ":" and ";"
+/// and drop empty parts. All others split at ":" alone and keep empty parts, which may have a
+/// meaning.
 [[nodiscard]] std::vector<ustring> SplitFolders(const std::string& list,
                                                 const host::LookupRules& rules);
 

@@ -9,10 +9,10 @@ namespace Corvane::PathManagement::tool {
 
 // Parts of sentences.
 
-/// "1 file", "2 files".
+/// "1 file", "2 files" for the `thing` "file".
 [[nodiscard]] std::string GetCounted(std::size_t count, const std::string& thing);
 
-/// The parts with `separator` between them, and `last` before the last one.
+/// The parts with `separator` between them, but `last` before the last part.
 [[nodiscard]] std::string Join(const std::vector<std::string>& parts, const std::string& separator,
                                const std::string& last);
 [[nodiscard]] std::string Join(const std::vector<std::string>& parts, const std::string& separator);

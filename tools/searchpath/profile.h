@@ -7,23 +7,25 @@
 
 namespace Corvane::PathManagement::tool {
 
-/// A name for a path, for the rules by which it is searched, and for how names are written.
+/// A named path, the rules by which it is searched, and how names are written for it. At most one
+/// of `path`, `folders` and `pathOf` says what the path is.
 struct Profile {
   std::string name = {};
-  /// As for --path A:B.
+  /// The path as --path takes it: "A:B".
   std::optional<std::string> path = {};
-  /// Or folder by folder, where they hold a ":".
+  /// The path folder by folder, so that a folder may hold a ":".
   std::vector<std::string> folders = {};
-  /// Or who names the path, as for --path-of.
+  /// The program or variable that names the path, as --path-of takes it.
   std::optional<std::string> pathOf = {};
-  std::vector<std::string> flags = {};  // for a compiler
-  /// As --as names them; empty for those of the environment.
+  std::vector<std::string> flags = {};  // for the compiler that `pathOf` names
+  /// The name of the rules, as --as takes it; empty for those of the environment.
   std::optional<std::string> rules = {};
-  /// Each with its dot; empty when they are those of `pathOf`, if it has any.
+  /// What is appended to names; each begins with "." or "/". When empty, it is what `pathOf`
+  /// appends, if anything.
   std::optional<std::vector<std::string>> extensions = {};
-  /// What stands between the parts of a name; "" when it is "/" or nothing.
+  /// What separates the parts of a name, such as "." in "a.b"; "" when it is "/".
   std::string moduleSeparator = {};
-  /// The file that it comes from; "" when it is built in.
+  /// The file that defines this profile; "" when it is built in.
   std::string file = {};
 };
 

@@ -19,7 +19,7 @@ using json::JsonFault;
 
 constexpr std::size_t kMostValues = 10'000;
 
-std::string GetFile() {
+std::string GetProfilesFile() {
   const std::string storedPath = GetBytes(host::StoredPath::GetDefaultFile().native());
   return storedPath.substr(0, storedPath.rfind('/') + 1) + "profiles.json";
 }
@@ -32,7 +32,7 @@ std::vector<std::string> ReadTexts(const Field& field) {
   return texts;
 }
 
-[[noreturn]] void Expect(const Field& field, const std::string& expected) {
+[[noreturn]] void RefuseExpecting(const Field& field, const std::string& expected) {
   field.Refuse(JsonFault::WrongType, TextFromBytes(expected));
 }
 
@@ -43,7 +43,7 @@ std::string ReadRules(const Field& field) {
     if (rules.name == name) return name;
     known += (known.empty() ? "" : ", ") + std::string(rules.name);
   }
-  Expect(field, "one of " + known);
+  RefuseExpecting(field, "one of " + known);
 }
 
 void ReadPath(const Field& all, Profile& profile) {
@@ -51,19 +51,22 @@ void ReadPath(const Field& all, Profile& profile) {
     if (std::holds_alternative<ustring>(path->value.content)) {
       profile.path = ReadText(*path);
     } else {
+      // Refuses a value that is neither.
       static_cast<void>(path->As<json::LocatedJson::Array>(u"a text or a list of texts"));
       profile.folders = ReadTexts(*path);
-      if (profile.folders.empty()) Expect(*path, "a folder at least");
+      if (profile.folders.empty()) RefuseExpecting(*path, "a folder at least");
     }
   }
   if (const auto source = all.Find(u"pathOf")) {
     profile.pathOf = ReadText(*source);
-    if (all.Find(u"path")) Expect(*source, "either \"path\" or \"pathOf\"");
-    if (!IsPathSource(*profile.pathOf)) Expect(*source, kPathSources);
+    if (all.Find(u"path")) RefuseExpecting(*source, "either \"path\" or \"pathOf\"");
+    if (!IsPathSource(*profile.pathOf)) RefuseExpecting(*source, kPathSources);
   }
   if (const auto flags = all.Find(u"flags")) {
     profile.flags = ReadTexts(*flags);
-    if (!IsCompiler(profile.pathOf.value_or(""))) Expect(*flags, "\"pathOf\" to be cc or c++");
+    if (!IsCompiler(profile.pathOf.value_or(""))) {
+      RefuseExpecting(*flags, "\"pathOf\" to be cc or c++");
+    }
   }
 }
 
@@ -89,7 +92,7 @@ Profile ReadProfile(const std::string& name, const Field& all) {
 }  // namespace
 
 std::vector<Profile> ReadProfiles() {
-  const std::string file = GetFile();
+  const std::string file = GetProfilesFile();
   const auto bytes = ReadBytes(file);
   return bytes ? ParseProfiles(file, *bytes) : std::vector<Profile>();
 }
@@ -101,7 +104,7 @@ std::vector<Profile> ParseProfiles(const std::string& file, const std::string& b
     const Field named = all.Get(u"profiles");
     for (const json::JsonMember& member : named.As<json::LocatedJson::Object>(u"an object")) {
       const Field field{member.value, json::FieldBelow(named.name, member.name)};
-      if (member.name.empty()) Expect(field, "a name that is not empty");
+      if (member.name.empty()) RefuseExpecting(field, "a name that is not empty");
       profiles.push_back(ReadProfile(GetBytes(member.name), field));
       profiles.back().file = file;
     }

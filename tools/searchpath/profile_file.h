@@ -8,12 +8,13 @@
 
 namespace Corvane::PathManagement::tool {
 
-/// The profiles in "profiles.json", which stands beside the stored path; none when there is no file.
+/// The profiles in "profiles.json", which is in the folder of the stored path's file; none when it
+/// does not exist.
 ///
 /// Errors: `UsageError`, which names the file, the line and the field.
 [[nodiscard]] std::vector<Profile> ReadProfiles();
 
-/// The profiles in a file of these bytes. Errors: as above.
+/// The profiles in `bytes`, the content of `file`. Errors: as above.
 [[nodiscard]] std::vector<Profile> ParseProfiles(const std::string& file, const std::string& bytes);
 
 }  // namespace Corvane::PathManagement::tool

@@ -8,13 +8,13 @@
 
 namespace Corvane::PathManagement::tool {
 
-/// All profiles: those that are built in, then the user's own. An own one takes the place of a
-/// built-in one of that name.
+/// All profiles: those that are built in, then the user's own. A profile of the user replaces the
+/// built-in one of the same name, in its place.
 ///
-/// Errors: `UsageError` when the file of profiles cannot be used.
+/// Errors: `UsageError` when the user's file of profiles cannot be used.
 [[nodiscard]] std::vector<Profile> GetProfiles();
 
-/// The profile of that name. Errors: also `UsageError` when there is none.
+/// The profile called `name`. Errors: as `GetProfiles`, and `UsageError` when there is none.
 [[nodiscard]] Profile GetProfile(const std::string& name);
 
 }  // namespace Corvane::PathManagement::tool

@@ -48,6 +48,7 @@ std::string GetPathText(const Profile& profile) {
   return text;
 }
 
+// Whether only the interpreter knows the extensions; it is not asked here.
 bool AsksForExtensions(const Profile& profile) {
   return !profile.extensions && HasSuffixes(profile.pathOf.value_or(""));
 }
@@ -59,7 +60,7 @@ std::string GetExtensionText(const Profile& profile) {
 
 std::string GetRulesName(const Profile& profile) { return profile.rules.value_or("environment"); }
 
-// One column of the words: the texts of all profiles, and how wide the widest is.
+// A column of the table: how to get its text for a profile, and the width of its widest text.
 struct Column {
   std::string (*getText)(const Profile& profile) = nullptr;
   std::size_t width = 0;

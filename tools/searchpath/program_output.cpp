@@ -29,33 +29,33 @@ using Clock = std::chrono::steady_clock;
 constexpr std::chrono::seconds kLongest(10);
 constexpr std::size_t kMostOutput = std::size_t{16} << 20;  // of each stream, in bytes
 
-// Both ends of a pipe. A program that is started has a copy of the one that it is given.
+// Both ends of a pipe. A started program inherits neither, only the copy that it is given.
 struct Pipe {
   Pipe() {
     std::array<int, 2> ends{};
     if (pipe2(ends.data(), O_CLOEXEC) != 0) {
       throw std::system_error(errno, std::generic_category(), "cannot make a pipe");
     }
-    out = Descriptor(ends[0]);
-    in = Descriptor(ends[1]);
+    readEnd = Descriptor(ends[0]);
+    writeEnd = Descriptor(ends[1]);
   }
 
-  Descriptor out{-1};
-  Descriptor in{-1};
+  Descriptor readEnd{-1};
+  Descriptor writeEnd{-1};
 };
 
-// What is done between the two halves of starting a program.
+// How a program is started: its streams, its folder and its process group.
 class SpawnActions {
  public:
   SpawnActions(const ProgramQuestion& question, const Pipe& out, const Pipe& error) {
     posix_spawn_file_actions_init(&actions);
     posix_spawn_file_actions_addopen(&actions, STDIN_FILENO, "/dev/null", O_RDONLY, 0);
-    posix_spawn_file_actions_adddup2(&actions, out.in.Get(), STDOUT_FILENO);
-    posix_spawn_file_actions_adddup2(&actions, error.in.Get(), STDERR_FILENO);
+    posix_spawn_file_actions_adddup2(&actions, out.writeEnd.Get(), STDOUT_FILENO);
+    posix_spawn_file_actions_adddup2(&actions, error.writeEnd.Get(), STDERR_FILENO);
     if (question.folder) {
       posix_spawn_file_actions_addchdir_np(&actions, question.folder->c_str());
     }
-    // A group of its own, so that what it starts ends with it.
+    // A process group of its own, so that it can be killed with all that it starts.
     posix_spawnattr_init(&attributes);
     posix_spawnattr_setflags(&attributes, POSIX_SPAWN_SETPGROUP);
     posix_spawnattr_setpgroup(&attributes, 0);
@@ -71,7 +71,7 @@ class SpawnActions {
   int Start(const ProgramQuestion& question, pid_t& process) const {
     std::vector<char*> words;
     words.reserve(question.words.size() + 1);
-    // The interface lacks the const, not the promise.
+    // `posix_spawnp` takes `char*`, but does not change the words.
     for (const std::string& word : question.words) words.push_back(const_cast<char*>(word.c_str()));
     words.push_back(nullptr);
     std::string locale = "LC_ALL=C";
@@ -88,15 +88,16 @@ class SpawnActions {
   posix_spawnattr_t attributes{};
 };
 
-// A program that runs. It is ended with this object.
+// A program that runs. The destructor kills it, unless `Wait` has seen its end.
 class RunningProgram {
  public:
   explicit RunningProgram(const ProgramQuestion& itsQuestion) : question(itsQuestion) {
     const int error = SpawnActions(question, out, errors).Start(question, process);
     if (error == ENOENT) RefuseAnswer(question, "there is no such program");
     if (error != 0) RefuseAnswer(question, std::generic_category().message(error));
-    out.in = Descriptor(-1);
-    errors.in = Descriptor(-1);
+    // Closed here, so that the streams end as soon as the program has closed them, too.
+    out.writeEnd = Descriptor(-1);
+    errors.writeEnd = Descriptor(-1);
   }
   RunningProgram(const RunningProgram&) = delete;
   RunningProgram& operator=(const RunningProgram&) = delete;
@@ -106,12 +107,13 @@ class RunningProgram {
     waitpid(process, nullptr, 0);
   }
 
-  // All that it writes, until it ends.
+  // All that the program writes, until both streams end.
   ProgramOutput Read() {
     ProgramOutput output;
     const std::array<std::string*, 2> texts = {&output.out, &output.error};
-    std::array<pollfd, 2> streams = {{{.fd = out.out.Get(), .events = POLLIN, .revents = 0},
-                                      {.fd = errors.out.Get(), .events = POLLIN, .revents = 0}}};
+    std::array<pollfd, 2> streams = {
+        {{.fd = out.readEnd.Get(), .events = POLLIN, .revents = 0},
+         {.fd = errors.readEnd.Get(), .events = POLLIN, .revents = 0}}};
     while (streams[0].fd >= 0 || streams[1].fd >= 0) {
       WaitFor(streams);
       for (std::size_t i = 0; i < streams.size(); ++i) {
@@ -122,7 +124,7 @@ class RunningProgram {
     return output;
   }
 
-  // How it ended, as `waitpid` has it.
+  // Waits until the program has ended. Returns its status, as `waitpid` gives it.
   int Wait() {
     int status = 0;
     std::array<pollfd, 0> nothing{};
@@ -130,7 +132,7 @@ class RunningProgram {
       const pid_t ended = waitpid(process, &status, WNOHANG);
       if (ended == process) break;
       RefuseIfLate();
-      poll(nothing.data(), 0, 1);
+      poll(nothing.data(), 0, 1);  // sleeps for a millisecond
     }
     hasEnded = true;
     return status;
@@ -169,7 +171,8 @@ class RunningProgram {
   bool hasEnded = false;
 };
 
-// The line that says best what went wrong: compilers say more after it, interpreters before it.
+// ": " and the line that best says what went wrong: the first one with "error:", as of compilers,
+// or else the last one, as of interpreters. Empty when nothing was written.
 std::string GetComplaint(const std::string& errors) {
   std::string last;
   for (std::size_t begin = 0; begin < errors.size();) {

@@ -10,8 +10,8 @@ namespace Corvane::PathManagement::tool {
 /// A program that is to be asked for the folders that it searches.
 struct ProgramQuestion {
   std::string program;                     // as messages name it
-  std::vector<std::string> words;          // it and its arguments, as `execvp` takes them
-  std::string advice;                      // what to do when it does not answer, for messages
+  std::vector<std::string> words;          // the program and its arguments
+  std::string advice;                      // for messages: what to do when it does not answer
   std::optional<std::string> folder = {};  // where it runs; empty for the working folder
 };
 
@@ -21,12 +21,13 @@ struct ProgramOutput {
   std::string error;
 };
 
-/// Runs a program, which speaks as in the C locale and has nothing to read, for at most 10 seconds.
+/// Runs the program in the C locale, with empty standard input, for at most 10 seconds.
 ///
-/// Errors: `UsageError` when it does not end with success in that time, or writes more than 16 MiB.
+/// Errors: `UsageError` when it cannot be started, does not end with success in that time, or
+/// writes more than 16 MiB to one stream; `std::system_error` when no pipe can be made.
 [[nodiscard]] ProgramOutput AskProgram(const ProgramQuestion& question);
 
-/// Reports that the program did not answer: `why`, and what to do.
+/// Errors: always `UsageError`, which says that the program did not answer, `why`, and what to do.
 [[noreturn]] void RefuseAnswer(const ProgramQuestion& question, const std::string& why);
 
 }  // namespace Corvane::PathManagement::tool

@@ -18,7 +18,7 @@ namespace {
 using Clock = std::chrono::steady_clock;
 using std::chrono::seconds;
 
-constexpr std::chrono::milliseconds kLong(200);  // before progress is shown
+constexpr std::chrono::milliseconds kDelay(200);  // before progress is shown
 
 void Show(const std::string& text) {
   const std::string line = '\r' + text + "\x1b[K";
@@ -30,13 +30,14 @@ bool WaitUntil(Clock::time_point time, const std::stop_token& stop) {
   std::mutex mutex;
   std::condition_variable_any stopped;
   std::unique_lock lock(mutex);
+  // The predicate is never true: only the time or a request to stop ends the wait.
   stopped.wait_until(lock, stop, time, [] { return false; });
   return stop.stop_requested();
 }
 
 void ShowProgress(const std::stop_token& stop) {
   const Clock::time_point start = Clock::now();
-  if (WaitUntil(start + kLong, stop)) return;
+  if (WaitUntil(start + kDelay, stop)) return;
   seconds elapsed(0);
   do {
     Show("searchpath: reading folders… " + std::to_string(elapsed.count()) + " s");

@@ -5,17 +5,18 @@
 
 namespace Corvane::PathManagement::tool {
 
-/// Shows on the terminal that folders are read, once it has existed for a while. Nothing else may be
-/// written during its life; at its end the line is gone. Without a terminal it shows nothing.
+/// Shows on the terminal for how long folders have been read. It appears only after a moment, and
+/// its destructor erases it. Nothing else may be written to the terminal during its life. Shows
+/// nothing when `quiet`, or without a terminal.
 class Progress {
  public:
   explicit Progress(bool quiet);
 
  private:
-  std::jthread thread;  // none where there is nobody to read it
+  std::jthread thread;  // not running when nothing is shown
 };
 
-/// What `read` returns, with progress shown meanwhile.
+/// Returns what `read` returns, and shows progress while it runs.
 template <class Read>
 [[nodiscard]] auto WithProgress(bool quiet, const Read& read) {
   const Progress progress(quiet);

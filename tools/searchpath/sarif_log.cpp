@@ -15,7 +15,7 @@ namespace {
 
 using nlohmann::ordered_json;
 
-/// The "file" URI of a native path, in ASCII.
+/// The "file" URI of the native path of `file`, in ASCII.
 std::string GetUri(const FoundItem& file) {
   constexpr std::string_view plain =
       "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789-._~/";
@@ -37,7 +37,7 @@ ordered_json GetLocation(const FoundItem& file) {
   return {{"physicalLocation", {{"artifactLocation", {{"uri", GetUri(file)}}}}}};
 }
 
-/// How much a code host makes of a hidden file.
+/// How serious a hidden file is, in the words of the format.
 const char* GetLevel(host::ShadowKind kind) {
   const bool matters = kind == host::ShadowKind::Different || kind == host::ShadowKind::OtherCase;
   return matters ? "warning" : "note";
@@ -77,7 +77,7 @@ void SarifLog::Write() const {
   const ordered_json log = {{"$schema", "https://json.schemastore.org/sarif-2.1.0.json"},
                             {"version", "2.1.0"},
                             {"runs", ordered_json::array({run})}};
-  // Names may hold bytes that are not UTF-8.
+  // Names may hold bytes that are not UTF-8; those are replaced.
   WriteData(log.dump(2, ' ', false, ordered_json::error_handler_t::replace) + '\n');
 }
 

@@ -10,12 +10,13 @@
 namespace Corvane::PathManagement::tool {
 
 /// The shadows of one run in the Static Analysis Results Interchange Format, version 2.1.0, which
-/// hosts of code read: a result for each hidden file, at that file, related to the file that hides it.
+/// code hosts read. Each hidden file is one result, located at that file; the file that hides it is
+/// the related location.
 class SarifLog {
  public:
   void Add(const std::vector<host::Shadow>& shadows);
 
-  /// Writes the whole log to standard output.
+  /// Writes the whole log to standard output. Errors: as `WriteData`.
   void Write() const;
 
  private:

@@ -13,7 +13,8 @@ bool SavePath(const host::Environment& environment, const PathOptions& options,
               const std::string& file) {
   try {
     const Progress progress(options.quiet);
-    // Folders that have a meaning are saved with the folder that they belong to.
+    // The main folders are saved with their special folders. Some rules search other folders below
+    // them, too.
     host::SaveListing(TextFromBytes(file), environment.GetMainFolders(),
                       environment.FindSearchedFolders());
   } catch (const std::exception& failure) {

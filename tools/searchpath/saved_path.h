@@ -7,10 +7,10 @@
 
 namespace Corvane::PathManagement::tool {
 
-/// Saves the listings of the whole path and reports folders that cannot be searched. Returns whether
-/// they make the command fail.
+/// Saves the listings of all folders of the path in `file`, and reports as `ReportProblems`.
+/// Returns whether the command must fail.
 ///
-/// Errors: `UsageError` when the file cannot be written.
+/// Errors: `UsageError` when `file` cannot be written.
 [[nodiscard]] bool SavePath(const host::Environment& environment, const PathOptions& options,
                             const std::string& file);
 

@@ -76,9 +76,10 @@ constexpr const char* kSourceNotes =
     "  --profile NAME is a path, its rules and its extensions in one; what --path,\n"
     "  --as and --ext say beside it counts. See searchpath profiles --help.\n";
 
-// `what` says what is read, for messages.
+// The lines of `list`; `what` says what is read, for messages.
 std::vector<ustring> ReadList(std::istream& list, const std::string& what) {
   std::vector<ustring> folders;
+  // Standard input that an earlier part has read to its end has failed, but is open.
   const bool isOpen = !list.fail() || list.eof();
   if (isOpen) folders = host::ReadFolderList(list);
   if (!folders.empty() && folders.front().starts_with(u"searchpath listing ")) {
@@ -88,8 +89,8 @@ std::vector<ustring> ReadList(std::istream& list, const std::string& what) {
   throw UsageError("cannot read " + what + ": " + std::generic_category().message(errno));
 }
 
-// `where` is the option or operand that the part was given for. A cache among the parts goes into
-// `caches`.
+// The folders that `part` denotes; `where` is the option or operand that it belongs to, for
+// messages. If it is a cache, that is added to `caches`, too.
 std::vector<ustring> ReadPart(const std::string& part, const std::string& where,
                               const host::LookupRules& rules,
                               std::vector<host::PathEntryFactory>& caches) {
@@ -103,7 +104,8 @@ std::vector<ustring> ReadPart(const std::string& part, const std::string& where,
                                           " (for a folder of that name write ./" + part + ')');
 }
 
-// The cache of --cache. One that cannot be used is reported and left out if there is a --path.
+// The cache of --cache, if it is given. Beside --path, a cache that cannot be used is reported and
+// left out.
 std::vector<host::PathEntryFactory> ReadCache(const PathOptions& options) {
   if (!options.cache) return {};
   try {
@@ -115,11 +117,11 @@ std::vector<host::PathEntryFactory> ReadCache(const PathOptions& options) {
   }
 }
 
-// Folders and their source.
+// Folders, and where they come from.
 struct NamedFolders {
   std::vector<ustring> folders;
   host::FolderSource source;
-  std::string where;  // for the message that there are none
+  std::string where;  // the same in words, for messages
   std::vector<host::PathEntryFactory> caches;
   std::vector<ustring> quoteFolders = {};
 };
@@ -135,18 +137,19 @@ host::Environment Open(NamedFolders named, const PathOptions& options) {
     throw UsageError(named.where + " names no folder; write . for the working folder");
   }
   const Progress progress(options.quiet);
-  host::EnvironmentOptions made = {.folders = std::move(named.folders),
-                                   .source = named.source,
-                                   .expansion = options.recursive ? host::FolderExpansion::Recursive
-                                                                  : host::FolderExpansion::Alone,
-                                   .keepDuplicates = options.keepDuplicates,
-                                   .without = GetTexts(options.without),
-                                   .caches = std::move(named.caches),
-                                   .rules = rules,
-                                   .quoteFolders = std::move(named.quoteFolders),
-                                   .timeout = GetMilliseconds("--timeout", options.timeout)};
-  if (options.packages) made.packages = TextFromBytes(*options.packages);
-  const host::Environment environment(made);
+  host::EnvironmentOptions environmentOptions = {
+      .folders = std::move(named.folders),
+      .source = named.source,
+      .expansion =
+          options.recursive ? host::FolderExpansion::Recursive : host::FolderExpansion::Alone,
+      .keepDuplicates = options.keepDuplicates,
+      .without = GetTexts(options.without),
+      .caches = std::move(named.caches),
+      .rules = rules,
+      .quoteFolders = std::move(named.quoteFolders),
+      .timeout = GetMilliseconds("--timeout", options.timeout)};
+  if (options.packages) environmentOptions.packages = TextFromBytes(*options.packages);
+  const host::Environment environment(environmentOptions);
   if (options.packages) CheckRoot("--packages", *options.packages, *environment.GetPackages());
   return environment;
 }
@@ -239,7 +242,12 @@ void PathOptions::CheckSources() const {
 void PathOptions::ReadSources() {
   CheckSources();
   Profile chosen;
-  if (pathOf) chosen = {.pathOf = pathOf, .rules = GetUsualRules(*pathOf), .extensions = {{}}};
+  // --path-of alone adds no extensions, unlike a profile.
+  if (pathOf) {
+    chosen = {.pathOf = pathOf,
+              .rules = GetUsualRules(*pathOf),
+              .extensions = std::vector<std::string>()};
+  }
   if (profile) chosen = GetProfile(*profile);
   const std::string source = chosen.pathOf.value_or("");
   if (!flags.empty() && !IsCompiler(source)) {
@@ -250,6 +258,7 @@ void PathOptions::ReadSources() {
   moduleSeparator = TextFromBytes(chosen.moduleSeparator);
   isNamed = parts.empty() && (chosen.pathOf || chosen.path || !chosen.folders.empty());
   const bool takesSuffixes = HasSuffixes(source) && !chosen.extensions;
+  // With --path, an interpreter is asked only for its suffixes.
   if (chosen.pathOf && (isNamed || takesSuffixes)) {
     named = ReadPathSource(source, chosen.flags, GetRules());
   } else if (chosen.path) {
@@ -354,7 +363,8 @@ host::Environment OpenVersion(const std::string& part, const std::string& where,
 
 namespace {
 
-/// What is wrong beside the folders themselves. Returns whether it makes the command fail.
+/// Reports what is wrong, other than with folders of the path. Returns whether the command must
+/// fail.
 bool ReportOtherProblems(const host::Environment& environment, const PathOptions& options) {
   if (!options.quiet) ReportIdleExclusions(environment);
   const host::PackageRegistry* const packages = environment.GetPackages().get();
@@ -366,7 +376,7 @@ bool ReportOtherProblems(const host::Environment& environment, const PathOptions
 }  // namespace
 
 bool ReportProblems(const host::Environment& environment, const PathOptions& options) {
-  // Looking for problems opens every folder; finding a name may not.
+  // Then nobody needs the problems, and looking for them would open every folder.
   if (options.quiet && !options.strict) return false;
   const auto problems = WithProgress(options.quiet, [&] { return environment.FindProblems(); });
   const bool failed = ReportProblems(problems, options);
@@ -397,8 +407,8 @@ void ReadFolders(const host::Environment& environment, const PathOptions& option
   const Progress progress(options.quiet);
   const host::FolderPath folders(environment.GetMainFolders());
   folders.ConcurrentForEachEntry(kAllKindsAndResourcesScope, [](const auto& folder) {
-    [[maybe_unused]] const auto count = GetItemCount(*folder);
-    return false;
+    static_cast<void>(GetItemCount(*folder));  // lists the folder
+    return false;                              // do not stop
   });
 }
 

@@ -12,44 +12,48 @@ namespace Corvane::PathManagement::tool {
 
 class CommandLine;
 
-/// The options on the path that a command works on.
+/// The options that say on which path a command works.
 struct PathOptions {
-  std::vector<std::string> parts;     // of --path, in order
-  std::optional<std::string> pathOf;  // who names the path instead
-  std::vector<std::string> flags;     // for the compiler that does
+  std::vector<std::string> parts;     // the values of --path
+  std::optional<std::string> pathOf;  // the program or variable that names the path instead
+  std::vector<std::string> flags;     // for the compiler of `pathOf` or of the profile
   std::optional<std::string> profile;
   std::optional<std::string> as;  // the name of the rules
   std::optional<std::string> cache;
   bool recursive = false;
   std::vector<std::string> without;
-  std::optional<std::string> packages;  // the root of packages whose folders are added
+  std::optional<std::string> packages;  // the folder of packages whose folders are added
   bool keepDuplicates = false;
   std::optional<std::string> timeout;  // in milliseconds
   bool quiet = false;
   bool strict = false;
 
+  /// Adds all of these options.
   void AddTo(CommandLine& commandLine);
 
-  /// For a command that examines the path itself.
+  /// Adds those that say what the path is, but for --packages and --keep-duplicates, and not those
+  /// on reporting.
   void AddFoldersTo(CommandLine& commandLine);
   void AddPackagesTo(CommandLine& commandLine);
 
-  /// For a command whose paths are operands.
+  /// Adds --as, --recursive, --quiet and --strict: for a command whose paths are operands.
   void AddReadingTo(CommandLine& commandLine);
 
   /// Whether these options name a path. Otherwise the stored one is meant.
   [[nodiscard]] bool NameAPath() const { return !parts.empty() || cache || isNamed; }
 
-  /// The extensions of the profile, each with its dot.
+  /// The extensions of the profile; each begins with "." or "/".
   [[nodiscard]] const std::vector<ustring>& GetExtensions() const { return named.suffixes; }
 
-  /// The folders that are asked before the others for a header in quotes.
+  /// The folders that are searched before the others for a header in quotes.
   [[nodiscard]] const std::vector<ustring>& GetQuoteFolders() const { return named.quoteFolders; }
 
-  /// The file name of `name`, which may be written as the programs of the profile write it.
+  /// The file name of `name`, in which "/" takes the place of the profile's separator: "a/b" for
+  /// "a.b". A name that has a "/" stays as it is.
   [[nodiscard]] ustring GetFileName(const std::string& name) const;
 
-  /// Errors: `UsageError` when --as names none.
+  /// The rules of --as or else of --path-of or --profile; otherwise those of the environment.
+  /// Errors: `UsageError` when there are none of that name.
   [[nodiscard]] host::LookupRules GetRules() const;
 
  private:
@@ -57,56 +61,63 @@ struct PathOptions {
 
   void AddSourcesTo(CommandLine& commandLine);
   void CheckSources() const;
-  /// Takes what --path-of and --profile mean, unless another option says it.
+  /// Sets what --path-of or --profile stands for, as far as --path and --as do not say otherwise.
   void ReadSources();
   void AddRulesTo(CommandLine& commandLine);
   void AddRecursiveTo(CommandLine& commandLine);
   void AddReportingTo(CommandLine& commandLine);
 
-  bool isNamed = false;     // by --path-of or --profile
-  SourcedPath named;        // by --path-of or --profile
+  bool isNamed = false;     // whether --path-of or --profile names the path
+  SourcedPath named;        // the path and the suffixes that they name
   ustring moduleSeparator;  // of the profile; "" for none
 };
 
-/// Errors: `UsageError` when there is no path, or a list or a root of packages that cannot be read.
+/// Opens the path that `options` name, or else the stored one; `commandLine` is for messages.
+///
+/// Errors: `UsageError` when there is no path, or when a list or the folder of --packages cannot be
+/// read.
 [[nodiscard]] host::Environment OpenPath(const PathOptions& options,
                                          const CommandLine& commandLine);
 
-/// The files that the path is read from.
+/// The files that hold the list of folders: each @FILE of --path, or that of the stored path.
 [[nodiscard]] std::vector<AbsoluteIRI> FindLists(const PathOptions& options);
 
-/// The path of another program; `where` is the option that named it, for messages.
+/// Opens the path of another program; `where` is the option that named it, for messages.
 ///
 /// Errors: as `OpenPath`.
 [[nodiscard]] host::Environment OpenSource(const SourcedPath& source, const std::string& where,
                                            const PathOptions& options);
 
-/// The path that `part` denotes, in the syntax of --path; `where` is the operand, for messages. The
-/// folders of a saved listing are as they were when it was saved.
+/// Opens the path that `part` denotes, in the syntax of --path; `where` is the operand, for
+/// messages. If `part` is a cache, "@FILE", its folders are as they were when it was saved.
 ///
 /// Errors: as `OpenPath`.
 [[nodiscard]] host::Environment OpenVersion(const std::string& part, const std::string& where,
                                             const PathOptions& options);
 
-/// Reads all folders of the path, special ones too, and shows progress.
+/// Lists all folders of the path, also special ones, in parallel, and shows progress.
 void ReadFolders(const host::Environment& environment, const PathOptions& options);
 
-/// Reports which folders cannot be searched, which packages cannot be used, and which --without hide
-/// nothing. Returns whether they make the command fail.
+/// Reports, unless --quiet is given, which folders cannot be searched, which packages cannot be
+/// used, and which folders of --without hide nothing. Returns whether the command must fail: with
+/// --strict, when there are such folders or packages; folders of --without do not count.
 [[nodiscard]] bool ReportProblems(const host::Environment& environment, const PathOptions& options);
+/// The same, but reports only these folders.
 [[nodiscard]] bool ReportProblems(const std::vector<host::FolderProblem>& problems,
                                   const PathOptions& options);
-/// The same of the folders that questions have come upon so far, without --strict.
+/// As the first one, but of the folders reports only those that earlier look-ups could not search.
 void ReportProblemsMet(const host::Environment& environment, const PathOptions& options);
 
-/// The lines of the file `name`; `what` says what they are, for messages. Errors: `UsageError` when
-/// the file cannot be read.
+/// The lines of the file `name`; `what` says what they are, for messages.
+///
+/// Errors: `UsageError` when the file cannot be read.
 [[nodiscard]] std::vector<ustring> ReadListFile(const std::string& name, const std::string& what);
 
-/// Reports which --without hide nothing.
+/// Reports which folders of --without hide nothing.
 void ReportIdleExclusions(const host::Environment& environment);
 
-/// Reports that the folder of `option`, such as --from, cannot be used.
+/// Errors: always `UsageError`, which says that `folder`, the value of `option`, such as --from,
+/// cannot be used.
 [[noreturn]] void RefuseFrom(const std::string& option, const std::string& folder,
                              const current_working_folder::FailedToAbsolutizeException& error);
 

@@ -17,26 +17,28 @@ class SarifLog;
 
 /// Which hidden files are printed, and how.
 struct ShadowFormat {
-  bool isSummary = false;                 // how many files each folder hides, rather than which
-  std::set<host::ShadowKind> kinds = {};  // empty for all
-  SarifLog* sarif = nullptr;              // where they go instead, if it is not null
+  bool isSummary = false;                 // print how many files each folder hides, not which
+  std::set<host::ShadowKind> kinds = {};  // of hidden files to print; empty for all
+  SarifLog* sarif = nullptr;  // not null: gets the shadows, and nothing is printed; not owned
 };
 
-/// Takes out what is not among `kinds`; nothing when there are none.
+/// Removes hidden files of other kinds than `kinds`, and names that then hide nothing. When `kinds`
+/// is empty, removes nothing.
 void KeepOnly(const std::set<host::ShadowKind>& kinds, std::vector<host::Shadow>& shadows);
 
-/// Prints the shadows. In JSON, the objects begin with the
-/// number of the `list` of folders that was searched, if it is one of several.
+/// Prints the shadows as `format` says. `list` is the number of the list of folders that was
+/// searched, if there are several lists; in JSON, each object begins with it.
 void WriteShadows(const Output& output, const std::vector<host::Shadow>& shadows,
                   const ShadowFormat& format, std::optional<std::size_t> list = {});
 
-/// Reports each file that could not be read, once.
+/// Reports each file that could not be compared because it, or the file that hides it, could not be
+/// read; each once.
 void ReportUnread(const std::vector<host::Shadow>& shadows);
 
-/// Reports that no file has a name that was asked for; `hint` follows.
+/// Reports that no file on the path is called `name`; `hint` is appended to the message.
 void ReportUnknown(const ustring& name, const std::string& hint = "");
 
-/// Reports that names which may hide files hide none.
+/// Reports `names`: those of --allow that hide no file.
 void ReportIdleAllowances(const std::vector<ustring>& names);
 
 }  // namespace Corvane::PathManagement::tool

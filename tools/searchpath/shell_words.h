@@ -7,8 +7,9 @@
 
 namespace Corvane::PathManagement::tool {
 
-/// The words of `line` as a POSIX shell splits it, with its quotes and backslashes; nothing else has
-/// a meaning. A quote without its end ends with the line.
+/// The words into which a POSIX shell splits `line`. Blanks, line breaks, quotes and backslashes
+/// have their meaning; nothing else, such as "$" or "*", has one. A quote that is not closed ends
+/// with the line.
 [[nodiscard]] std::vector<std::string> SplitShellWords(std::string_view line);
 
 }  // namespace Corvane::PathManagement::tool

@@ -21,11 +21,11 @@ void Check(bool written) {
   }
 }
 
-// Makes `descriptor` lead nowhere. Returns a copy of what it was.
+// Makes `descriptor` lead to /dev/null. Returns a copy of the former one; -1 when it was closed.
 int Silence(int descriptor) {
   const int before = fcntl(descriptor, F_DUPFD_CLOEXEC, STDERR_FILENO + 1);
   const int nowhere = open("/dev/null", O_WRONLY | O_CLOEXEC);
-  if (nowhere != descriptor) {
+  if (nowhere != descriptor) {  // a closed descriptor may have been opened just now
     dup2(nowhere, descriptor);
     close(nowhere);
   }
@@ -57,7 +57,7 @@ void Report(std::string_view message) {
 SilentStreams::SilentStreams() : output(Silence(STDOUT_FILENO)), error(Silence(STDERR_FILENO)) {}
 
 SilentStreams::~SilentStreams() {
-  std::fflush(stdout);  // while what it holds still leads nowhere
+  std::fflush(stdout);  // drops what is buffered, as it still leads to /dev/null
   Restore(STDOUT_FILENO, output);
   Restore(STDERR_FILENO, error);
 }

@@ -8,16 +8,19 @@
 
 namespace Corvane::PathManagement::tool {
 
-/// Writes `bytes` to standard output as they are. Errors: `std::system_error` when they cannot be written.
+/// Writes `bytes` to standard output as they are.
+///
+/// Errors: `std::system_error` when they cannot be written.
 void WriteData(std::string_view bytes);
 
-/// Flushes standard output. Errors: as `WriteData`, also for what was buffered before.
+/// Flushes standard output. Errors: as `WriteData`, also for bytes that were only buffered before.
 void FinishData();
 
-/// Writes `message` to standard error, made harmless for a terminal, so that it is one line.
+/// Writes "searchpath: " and `message` to standard error, as one line that is harmless on a
+/// terminal.
 void Report(std::string_view message);
 
-/// During its life nothing reaches standard output and standard error.
+/// During its life, what is written to standard output and standard error is dropped.
 class SilentStreams {
  public:
   SilentStreams();
@@ -26,11 +29,12 @@ class SilentStreams {
   ~SilentStreams();
 
  private:
-  int output;  // what they were before; -1 where it was closed
+  // Copies of the former descriptors; -1 where one was closed.
+  int output;
   int error;
 };
 
-/// Whether a terminal would understand control sequences, as for colour.
+/// Whether the terminal understands control sequences, such as those for colour, by $TERM.
 [[nodiscard]] bool TerminalTakesCommands();
 
 /// The bytes of a text that came from the command line or the disk.

@@ -8,7 +8,7 @@ namespace Corvane::PathManagement::tool {
 
 namespace {
 
-// How many characters must be added, taken away or replaced.
+// How many bytes must be added, removed or replaced to turn `left` into `right`.
 std::size_t GetDistance(std::string_view left, std::string_view right) {
   std::vector<std::size_t> row(right.size() + 1);
   std::iota(row.begin(), row.end(), std::size_t{0});

@@ -9,6 +9,7 @@ namespace {
 
 bool IsControl(char16_t unit) { return unit < 0x20 || (unit >= 0x7F && unit < 0xA0); }
 
+// Separators of lines and paragraphs, and marks that change the direction of writing.
 bool BreaksLineOrDirection(char16_t unit) {
   return unit == 0x061C || unit == 0x200E || unit == 0x200F || (unit >= 0x2028 && unit <= 0x202E) ||
          (unit >= 0x2066 && unit <= 0x2069);
@@ -30,6 +31,7 @@ std::string GetTextForTerminal(std::string_view bytes) {
   ustring harmless;
   for (std::size_t i = 0; i < text.size(); ++i) {
     const char16_t unit = text[i];
+    // `IsByteAt`: the unit stands for a byte that is not UTF-8.
     if (detail::IsByteAt(text, i) || (unit < 0x80 && IsControl(unit))) {
       harmless += GetEscape(u'x', unit, 2);
     } else if (IsControl(unit) || BreaksLineOrDirection(unit)) {

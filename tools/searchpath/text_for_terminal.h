@@ -7,8 +7,9 @@
 
 namespace Corvane::PathManagement::tool {
 
-/// `bytes` as one line that a terminal neither obeys as a control sequence nor shows in another order:
-/// controls, line breaks and direction characters as "\u202E", bytes that are not UTF-8 as "\xFF".
+/// `bytes` as one line in which a terminal finds no control sequence, and which it does not
+/// reorder. ASCII control characters, such as a line break, and bytes that are not UTF-8 become
+/// "\x0A"; other control characters, line separators and direction characters become "\u202E".
 [[nodiscard]] std::string GetTextForTerminal(std::string_view bytes);
 
 }  // namespace Corvane::PathManagement::tool

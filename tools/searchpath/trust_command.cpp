@@ -14,7 +14,7 @@ namespace Corvane::PathManagement::tool {
 
 namespace {
 
-constexpr CommandText kText = {
+constexpr CommandText kTrustText = {
     "trust", "", "Prints who, beside root and you, could make a name mean another file.",
     "  searchpath trust --path-of PATH\n"
     "  searchpath trust --path \"$PATH\" --as program --user alice\n"
@@ -89,7 +89,7 @@ host::TrustLookup GetLookup(const std::optional<std::string>& user, bool names) 
 }  // namespace
 
 Outcome RunTrust(const Arguments& arguments) {
-  CommandLine commandLine(kText);
+  CommandLine commandLine(kTrustText);
   PathOptions path;
   path.AddTo(commandLine);
   std::optional<std::string> user;

@@ -13,6 +13,8 @@ namespace Corvane::PathManagement::tool {
 
 namespace {
 
+constexpr bool kQuiet = false;  // there is no --quiet
+
 constexpr CommandText kVerifyReceiptText = {
     "verify", "FILE", "Prints which answers in the receipt FILE have changed since find kept them.",
     "  searchpath find plot.zt --path mine:lib --receipt plot.receipt\n"
@@ -33,6 +35,7 @@ constexpr CommandText kVerifyReceiptText = {
     "Exit: 0 all is as it was, 1 something has changed, 2 wrong usage, or FILE is\n"
     "damaged or cannot be read. With --update: 0 FILE is right now, 2 failure.\n"};
 
+// `Parse` has made sure that there is an operand.
 const std::string& GetReceiptFile(const CommandLine& commandLine) {
   const auto& files = commandLine.GetOperands();
   if (files.size() == 1) return files.front();
@@ -52,13 +55,13 @@ Outcome RunVerify(const Arguments& arguments) {
   const Output output(outputOptions);
   const std::string& file = GetReceiptFile(commandLine);
   const host::Receipt receipt = ReadReceipt(file);
-  if (WithProgress(false, [&] { return receipt.IsFresh(); })) return Outcome::Clean;
+  if (WithProgress(kQuiet, [&] { return receipt.IsFresh(); })) return Outcome::Clean;
   const host::Environment environment(receipt.GetOptions());
-  const auto changes = WithProgress(false, [&] { return receipt.Verify(environment); });
+  const auto changes = WithProgress(kQuiet, [&] { return receipt.Verify(environment); });
   for (const host::NameChange& change : changes) WriteDifference(output, change);
   if (changes.empty()) return Outcome::Clean;
   if (!update) return Outcome::Findings;
-  const auto renewed = WithProgress(false, [&] { return receipt.Renew(environment); });
+  const auto renewed = WithProgress(kQuiet, [&] { return receipt.Renew(environment); });
   renewed.Save(TextFromBytes(file));
   return Outcome::Clean;
 }

@@ -97,7 +97,8 @@ struct WatchOptions {
   }
 };
 
-// Where standard output is closed, a descriptor that is opened later would take its number.
+// If standard output were closed, the next file that is opened would take its descriptor, and get
+// the output.
 void CheckStandardOutput() {
   if (fcntl(STDOUT_FILENO, F_GETFD) < 0) {
     throw std::system_error(errno, std::generic_category(), "cannot write standard output");
@@ -149,7 +150,7 @@ void ReadAgain(host::MainSearchPathManager& manager, const WatchOptions& options
   manager.SetFolderIRIs(folders, notification);
 }
 
-// The names that mean another file than when they were printed last.
+// Finds the names that mean another file than when they were printed last.
 class PrintedNames {
  public:
   PrintedNames(const WatchOptions& watchOptions, const CommandLine& typed,
@@ -159,6 +160,7 @@ class PrintedNames {
   [[nodiscard]] std::vector<host::NameChange> FindChanges(const host::FolderPath& before,
                                                           const host::FolderPath& after) {
     if (printed.GetRules().foldersHaveMeaning) return host::FindNameChanges(before, after);
+    // Other rules look names up below folders, too; a `FolderPath` knows nothing of those.
     const host::Environment now = OpenPath(options.path, commandLine);
     auto changes = now.FindNameChangesSince(printed);
     printed = now;
@@ -184,6 +186,7 @@ Outcome Watch(host::MainSearchPathManager& manager, PrintedNames& names,
     const auto isChanged = [&](const AbsoluteIRI& list) {
       return list.toString() == changed->GetLocation();
     };
+    // Then folders below the path count, so that every event may change the path.
     const bool readsAll = options.path.recursive || !options.path.GetRules().foldersHaveMeaning;
     if (!readsAll && std::none_of(lists.begin(), lists.end(), isChanged)) return;
     mustReadAgain = true;
@@ -227,7 +230,7 @@ Outcome RunWatch(const Arguments& arguments) {
     const auto manager = environment.CreateManager();
     return Watch(*manager, names, options, output, commandLine);
   }
-  // Listed as it is now, so that what changes from here on shows.
+  // Only lists the folders as they are now, to compare with later. The result is empty.
   static_cast<void>(WithProgress(options.path.quiet,
                                  [&] { return environment.FindNameChangesSince(environment); }));
   host::MainSearchPathManager manager(environment.FindSearchedFolders());
