@@ -11,38 +11,39 @@
 
 namespace Corvane::PathManagement {
 
-/// Several paths seen as one: the entries of the first part, then those of the second, and so on.
-/// The parts are asked in order, and the earliest that answers wins. An entry that two parts hold
+/// Several paths, the parts, seen as one: the entries of the first part, then those of the second,
+/// and so on. Every operation calls the same operation of the parts, in their order. Where there
+/// can be only one answer, the first part that has one decides. An entry that is on two parts
 /// occurs twice.
 ///
-/// The list of main entries is built from the parts at the first `GetMainEntries` and kept; every
-/// other question asks the parts afresh.
+/// The first `GetMainEntries` builds the list of main entries, which is then kept. All other
+/// answers come from the parts each time.
 ///
-/// Precondition: no part is null. `GetMainEntryForEntry` and `GetParentEntryForEntry` are asked
-/// only for entries that some part holds (asserted in debug builds, unchecked in release). While a
-/// part is asked for its main entries, it must not ask this path for those: both would wait for
-/// ever.
+/// Precondition: no part is null. `GetMainEntryForEntry` and `GetParentEntryForEntry` are called
+/// only with entries that are on some part (asserted in debug builds, unchecked in release). The
+/// `GetMainEntries` of a part must not call that of this path: both would wait for ever.
 /// Threads: as safe as the parts are; the list of main entries is built once.
 /// Ownership: shares the parts.
-/// Errors: exceptions of a part or a visitor pass through unchanged and change nothing; a list of
-/// main entries whose building failed is built at the next call.
-/// Cost: one virtual call for each part asked. While a list is made, the answers of all parts are
-/// in memory as well; the list that is returned has no spare capacity.
+/// Errors: exceptions of a part or a visitor pass through unchanged and change nothing. When
+/// building the list of main entries fails, the next call tries again.
+/// Cost: one virtual call for each part. While a list is made, the answers of all parts are also in
+/// memory; the returned list has no spare capacity.
 class SEARCHPATH_EXPORT ConcatenatedPath : public IPath {
  public:
-  /// Precondition: neither is null.
+  /// Joins two parts. Precondition: neither is null.
   ConcatenatedPath(const std::shared_ptr<const IPath>& first,
                    const std::shared_ptr<const IPath>& second);
-  /// Takes the vector over, which is empty afterwards.
+  /// Takes over `pathParts`, which is empty afterwards.
   explicit ConcatenatedPath(std::vector<std::shared_ptr<const IPath>>&& pathParts);
-  /// Without it, `ConcatenatedPath({p, q})` could mean two parts, a vector, or a path to copy.
+  /// The parts in a list. Without this constructor, `ConcatenatedPath({p, q})` would be ambiguous:
+  /// two parts, a vector, or a path to copy.
   ConcatenatedPath(std::initializer_list<std::shared_ptr<const IPath>> pathParts);
 
-  /// Shares the parts, and the list of main entries when it is built. While another thread builds
-  /// it, the copy does not wait: it will build a list of its own.
+  /// Shares the parts, and the list of main entries if it is already built. Does not wait for
+  /// another thread that is building the list: the copy will build its own.
   ConcatenatedPath(const ConcatenatedPath& other);
-  /// Copies the parts and takes the list of main entries over: a source whose list was built
-  /// answers `GetMainEntries` with null from then on. May raise, since the parts are copied.
+  /// Copies the parts and takes over the list of main entries: if the list of `other` was built,
+  /// its `GetMainEntries` returns null from then on. May raise, since the parts are copied.
   ConcatenatedPath(ConcatenatedPath&& other);
   ConcatenatedPath& operator=(const ConcatenatedPath&) = delete;
   ~ConcatenatedPath() override;
@@ -59,7 +60,7 @@ class SEARCHPATH_EXPORT ConcatenatedPath : public IPath {
       const IPathEntry& entry) const override;
   [[nodiscard]] std::shared_ptr<const IPathEntry> GetPathEntryFromAbsoluteIRI(
       const CanonicalAbsoluteIRI& iri) const override;
-  /// Looks `iri` up exactly, as a canonical location, before any part is asked to apply `policy`.
+  /// Looks in all parts for `iri` as an exact canonical location, and only then under `policy`.
   [[nodiscard]] std::shared_ptr<const IPathEntry> GetPathEntryFromAbsoluteIRI(
       const AbsoluteIRI& iri, FilenameMatchingPolicy policy) const override;
   [[nodiscard]] boost::optional<FoundItem> FindFirstInScope(
@@ -69,9 +70,9 @@ class SEARCHPATH_EXPORT ConcatenatedPath : public IPath {
                                                       const detail::SearchTarget& target,
                                                       FilenameMatchingPolicy policy) const override;
   bool ForEachEntry(SearchScope scope, const PathEntryVisitor& visitor) const override;
-  /// Each part may visit its entries concurrently; the parts follow one another.
+  /// Each part may visit its entries concurrently; one part is visited after the other.
   bool ConcurrentForEachEntry(SearchScope scope, const PathEntryVisitor& visitor) const override;
-  /// The first part that holds either entry decides.
+  /// The first part that either entry is on decides.
   [[nodiscard]] bool FirstEntryIsBeforeSecondOnPath(const IPathEntry& first,
                                                     const IPathEntry& second) const override;
   [[nodiscard]] bool IsEntryOnPath(const IPathEntry& entry) const override;
@@ -79,7 +80,7 @@ class SEARCHPATH_EXPORT ConcatenatedPath : public IPath {
  protected:
   const std::vector<std::shared_ptr<const IPath>> parts;  ///< in path order, none null
   mutable detail::OnceFlag mainEntriesOnce;               ///< guards mainEntries
-  /// Null until it is built; a derived class may build its own list.
+  /// Null until the list is built; a derived class may build it in its own way.
   mutable std::shared_ptr<const PathEntries> mainEntries;
 
  private:

@@ -11,15 +11,16 @@ namespace Corvane::PathManagement {
 
 /// Whether two file names are the same under `policy`. `FileSystemDefault` is case-sensitive here.
 ///
-/// Cost: ASCII names that ignore case are compared without tables.
+/// Errors: `std::length_error` for names beyond ASCII of 2^31 units or more, when case is ignored.
+/// Cost: when case is ignored, ASCII names are compared without Unicode tables.
 [[nodiscard]] SEARCHPATH_EXPORT bool AreSameFilename(std::u16string_view left,
                                                      std::u16string_view right,
                                                      FilenameMatchingPolicy policy);
 
-/// The folded form of a file name: the same for all names that differ in case alone. As a key, it
-/// stands for a name that is looked up without regard to case.
+/// The folded form of a file name, which is the same for all names that differ only in case: a key
+/// for tables in which case is ignored.
 ///
-/// Errors: `std::length_error` for a name of more than 2^31 units.
+/// Errors: `std::length_error` for a name beyond ASCII of more than 2^31 / 3 units.
 [[nodiscard]] SEARCHPATH_EXPORT ustring FoldFilename(std::u16string_view name);
 
 }  // namespace Corvane::PathManagement

@@ -10,29 +10,29 @@
 
 namespace Corvane::PathManagement {
 
-/// A path without the entries that another path holds: an entry is shown unless `IsEntryOnPath` of
-/// the other path, the entry filter, says that it holds it. Nothing is added and the order stays.
-/// So the filter decides what counts as the same entry: one that answers by folder, as `IPath`
-/// asks, hides every entry of its folders, whichever object that is; one that compares objects
-/// hides only the very objects that it holds.
+/// A path, the source, without the entries that are on another path, the hidden path: an entry is
+/// shown unless `IsEntryOnPath` of the hidden path returns true for it. Nothing is added, and the
+/// order stays the same. The hidden path decides which entries count as the same: when it compares
+/// folders, as `IPath` demands, it hides every entry for these folders, whichever object that is;
+/// when it compares objects, it hides only these objects.
 ///
-/// The list of main entries is built at the first `GetMainEntries` and kept; every other question
-/// asks both paths afresh. The order of two entries is the source's own, shown or not.
+/// The first `GetMainEntries` builds the list of main entries, which is then kept. All other
+/// answers come from both paths each time.
 ///
-/// Precondition: neither path is null; the source's traversals visit no null entry and its files
-/// are in no null entry. A null entry in one of its lists is left out. While either path is asked
-/// for its main entries or about an entry, it must not ask this path for its main entries: both
+/// Precondition: neither path is null; the source's traversals visit no null entry, and no file
+/// that it finds has a null entry. A null entry in one of its lists is left out. Neither
+/// `GetMainEntries` nor `IsEntryOnPath` of either path may call `GetMainEntries` of this path: it
 /// would wait for ever.
 /// Threads: as safe as both paths are; the list of main entries is built once. A concurrent
-/// traversal asks the entry filter from the threads that the source visits on.
+/// traversal calls the hidden path on the threads on which the source visits.
 /// Ownership: shares both paths. Neither copied nor moved.
-/// Errors: exceptions of either path or a visitor pass through unchanged and change nothing; a list
-/// of main entries whose building failed is built at the next call.
-/// Cost: the source's, and one question to the entry filter for each entry of its answer; a list
-/// that is returned has no spare capacity.
+/// Errors: exceptions of either path or a visitor pass through unchanged and change nothing. When
+/// building the list of main entries fails, the next call tries again.
+/// Cost: the source's, and one `IsEntryOnPath` of the hidden path for each entry of its answer; a
+/// returned list has no spare capacity.
 class SEARCHPATH_EXPORT FilteredPath : public IPath {
  public:
-  /// Shows `sourcePath` without the entries of `hiddenPath`.
+  /// Shows `sourcePath` without the entries that are on `hiddenPath`.
   FilteredPath(std::shared_ptr<const IPath> sourcePath, std::shared_ptr<const IPath> hiddenPath);
   FilteredPath(const FilteredPath&) = delete;
   FilteredPath& operator=(const FilteredPath&) = delete;
@@ -50,12 +50,12 @@ class SEARCHPATH_EXPORT FilteredPath : public IPath {
   /// Null also when the parent is hidden.
   [[nodiscard]] std::shared_ptr<const IPathEntry> GetParentEntryForEntry(
       const IPathEntry& entry) const override;
-  /// Null when the source's first such entry is hidden, even if it holds another.
+  /// Null when the first such entry of the source is hidden, even if the source has another one.
   [[nodiscard]] std::shared_ptr<const IPathEntry> GetPathEntryFromAbsoluteIRI(
       const CanonicalAbsoluteIRI& iri) const override;
   [[nodiscard]] std::shared_ptr<const IPathEntry> GetPathEntryFromAbsoluteIRI(
       const AbsoluteIRI& iri, FilenameMatchingPolicy policy) const override;
-  /// Asks the source for every match only when its first one is hidden.
+  /// The first match that is not hidden. Asks the source for all matches if its first is hidden.
   [[nodiscard]] boost::optional<FoundItem> FindFirstInScope(
       SearchScope scope, const detail::SearchTarget& target,
       FilenameMatchingPolicy policy) const override;
@@ -64,7 +64,7 @@ class SEARCHPATH_EXPORT FilteredPath : public IPath {
                                                       FilenameMatchingPolicy policy) const override;
   bool ForEachEntry(SearchScope scope, const PathEntryVisitor& visitor) const override;
   bool ConcurrentForEachEntry(SearchScope scope, const PathEntryVisitor& visitor) const override;
-  /// The source's answer, also for entries that are hidden.
+  /// The answer of the source, even for hidden entries.
   [[nodiscard]] bool FirstEntryIsBeforeSecondOnPath(const IPathEntry& first,
                                                     const IPathEntry& second) const override;
   [[nodiscard]] bool IsEntryOnPath(const IPathEntry& entry) const override;

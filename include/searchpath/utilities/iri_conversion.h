@@ -7,11 +7,11 @@
 
 namespace Corvane::PathManagement {
 
-// Text becomes an IRI, and an IRI text, here and nowhere else.
+// Turns texts into IRIs, and IRIs into texts.
 //
 // Threads: stateless.
-// Errors: `foundation::storage::vfs::InvalidIRIException` for a text or an IRI that has no answer,
-// `foundation::storage::vfs::Exception` from the disk.
+// Errors: `foundation::storage::vfs::InvalidIRIException` for a text that is neither an IRI nor an
+// absolute path, `foundation::storage::vfs::Exception` for an error of the disk.
 
 /// The IRI that `text` means: the text of an IRI ("file:///usr/lib", "http://host/lib"), which is
 /// normalised, or else an absolute native path, which is taken character for character.
@@ -23,8 +23,8 @@ namespace Corvane::PathManagement {
 /// `GetCanonicalIRI` of `GetIRIFromString`.
 [[nodiscard]] SEARCHPATH_EXPORT CanonicalAbsoluteIRI GetCanonicalIRIFromString(const ustring& text);
 
-/// `iri` as users read it: the native path of a "file" IRI, from which `GetIRIFromString` makes the
-/// same IRI again; the decoded text of any other, which is no way back.
+/// `iri` as users read it. For a "file" IRI this is the native path, from which `GetIRIFromString`
+/// makes the same IRI again. For any other it is the decoded text, which may not lead back to it.
 [[nodiscard]] SEARCHPATH_EXPORT ustring GetStringFromIRI(const AbsoluteIRI& iri);
 
 }  // namespace Corvane::PathManagement

@@ -12,26 +12,26 @@ namespace Corvane::PathManagement {
 
 class IPath;
 
-/// A folder that is not on disk, or not looked for there: what an archive, a database or a virtual
-/// file system says that it holds.
+/// A folder whose content is given as a list, for example by an archive, a database or a virtual
+/// file system. It is not looked for on disk.
 struct ListedFolder {
-  /// Where it is, of any scheme; its last name says what kind of folder it is.
+  /// Where the folder is, an IRI of any scheme. Below another folder, its last name gives its kind.
   AbsoluteIRI location;
   /// The names of its files, in any order, with their extensions.
   std::vector<ustring> files = {};
-  /// The folders directly below. Private, resources, "+" and "@" folders hang below this one; an
-  /// ordinary folder is not searched, as on disk. To search it, list it beside this one.
+  /// The private, resources, "+" and "@" folders directly below. An ordinary folder in this list is
+  /// not searched, as on disk: to search it, list it beside this one instead.
   std::vector<ListedFolder> folders = {};
 };
 
-/// A search path of listed folders, in the order given. It answers as folders on disk with these
-/// names do: the folders of the list are ordinary ones, whatever they are called, and those below
-/// are of the kind that their name says.
+/// A search path of `folders`, in the order given. It answers as a path of folders on disk with
+/// these names would: `folders` themselves are ordinary, whatever their names are, and the folders
+/// below them are of the kind that their name gives.
 ///
 /// Threads: all operations of the path, from any thread.
-/// Cost: an index of all names is built when the first plain name is looked up, one for each way to
-/// compare names; a look-up is then one hash probe for each extension, however many folders there
-/// are.
+/// Cost: the first look-up of a plain name builds an index of all files, one for each way to
+/// compare names. After that, a look-up is one hash probe for each extension, however many folders
+/// there are.
 [[nodiscard]] SEARCHPATH_EXPORT std::shared_ptr<const IPath> CreateListedPath(
     std::vector<ListedFolder> folders);
 

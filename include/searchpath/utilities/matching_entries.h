@@ -15,16 +15,17 @@ namespace Corvane::PathManagement {
 
 class IPath;
 
-/// The entries of `path` that the name of a folder, as a user types it, denotes.
+/// The entries of `path` that `name` denotes, the name of a folder as a user types it.
 ///
-/// An absolute name denotes one folder: the answer is `path`'s entry for it under `policy`, or
-/// nothing; `scope` does not matter. Any other name is a partial pathname, and the answer is what
-/// `path` has in `scope` for it: that name is not looked for below `workingFolder`. A name that
-/// begins with two separators is absolute on every file system. An empty name denotes nothing.
+/// An absolute name denotes one folder: the answer is the entry of `path` for that folder under
+/// `policy`, or nothing; `scope` does not matter. Any other name is a partial pathname: the answer
+/// is `GetPartiallyMatchingEntries` of `path`, and the name is not looked for below
+/// `workingFolder`. A name that begins with two separators counts as absolute. An empty name
+/// denotes nothing.
 ///
 /// Threads: stateless; as safe as `path` and `workingFolder` are.
-/// Errors: a name that `workingFolder` cannot make absolute denotes nothing; all other exceptions
-/// pass through.
+/// Errors: when `workingFolder` cannot make an absolute name into a location, the answer is empty;
+/// all other exceptions pass through.
 [[nodiscard]] SEARCHPATH_EXPORT PathEntries
 GetMatchingEntries(SearchScope scope, const ustring& name, const IPath& path,
                    const current_working_folder::ICurrentWorkingFolder& workingFolder,

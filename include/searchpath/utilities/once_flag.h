@@ -7,15 +7,15 @@
 
 namespace Corvane::PathManagement::detail {
 
-/// Guards a value that is built once, on first use, and never changes afterwards. Unlike the
-/// standard flag it can be copied, and a build that throws leaves it as it was.
+/// Guards a value that is built once, on first use, and never changes afterwards. Unlike
+/// `std::once_flag` it can be copied. When a build throws, the next call builds again.
 ///
 /// Threads: `Call` and `IsBuilt` from any thread, also while the flag is being copied. Once `Call`
 /// has returned, or `IsBuilt` has returned true, what `build` wrote may be read without a lock.
 class OnceFlag {
  public:
   OnceFlag() = default;
-  /// Takes over whether `other` is built; a build that is under way does not count.
+  /// Built if `other` is; a build that is still under way does not count.
   OnceFlag(const OnceFlag& other) noexcept : built(other.IsBuilt()) {}
   OnceFlag& operator=(const OnceFlag&) = delete;
   ~OnceFlag() = default;

@@ -11,25 +11,24 @@
 
 namespace Corvane::PathManagement {
 
-// What packages have to do with the search path. Nothing here changes the path.
+// Tells which packages and which of their folders are on the search path. Changes nothing.
 //
 // Threads: stateless; as safe as the manager, the registry and the packages are.
-// Errors: their exceptions pass through.
+// Errors: exceptions of the manager, the registry and the packages pass through.
 
-/// Whether `package`, in this very version, is among the packages that `manager` has on the path.
+/// Whether `package`, in exactly this version, is on the path of `manager`.
 [[nodiscard]] SEARCHPATH_EXPORT bool PackageIsOnPath(
     const ZentraComponents::ComponentIdentifier& package, const IMainSearchPathManager& manager);
 
-/// The folders that `packages` put on the path, package by package, with all repeats. A package
+/// The folders that `packages` put on the path, package by package; repeats are kept. A package
 /// that is not installed, or whose metadata keeps it off the path, has none.
 ///
-/// A package that checks for installation by hand has its root folder when its property
-/// "ManualInstall" is true, else none. Any other has its root folder alone when its property
-/// "IsQRX" is true, else the folders that are tagged as folders of the path: those without tags
-/// (null) are not.
+/// A package with `checksManualInstall` has its root folder when its property "ManualInstall" is
+/// true, else none. Any other package has only its root folder when its property "IsQRX" is true,
+/// else its folders with the tag 0. A property that is absent counts as false.
 ///
-/// Errors: `std::bad_variant_access` when the property has a value that is not a bool; the disk's,
-/// for a folder whose canonical location cannot be determined.
+/// Errors: `std::bad_variant_access` when one of these properties is not a bool;
+/// `foundation::storage::vfs::Exception` when a canonical location cannot be determined.
 [[nodiscard]] SEARCHPATH_EXPORT std::vector<CanonicalAbsoluteIRI> GetPathFoldersForPackages(
     const Corvane::PackageRegistry::IPackageRegistry& registry,
     std::span<const ZentraComponents::ComponentIdentifier> packages);

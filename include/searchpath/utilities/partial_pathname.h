@@ -20,23 +20,23 @@ class IPathEntry;
 // A partial pathname gives only the last folders of a location: "pkg/cls" for ".../lib/+pkg/@cls".
 // These functions tell whether its folders match the end of a folder.
 //
-// The loose form lets "+" and "@" be left out of the partial pathname and refuses a match that
-// begins inside a "+" folder: whoever names something in a package names the package as well. "@",
-// private and resources folders in front of a match are passed over. The strict form lets only "@"
-// be left out, compares special folders unit by unit, and wants an ordinary folder, or nothing, in
-// front of the match.
+// In the loose form, "+" and "@" may be left out of the partial pathname. A match must not begin
+// inside a "+" folder: whoever names something in a package has to name the package as well. To
+// decide that, "@", private and resources folders directly before the match are skipped. In the
+// strict form, only "@" may be left out, "+", "@" and private folders are compared unit by unit,
+// and the folder directly before the match must be ordinary, or absent.
 //
 // `equal` and the comparators of entries are called as equal(part of the partial pathname, folder
 // name), except where said otherwise.
 //
 // Precondition: no entry is null.
 // Threads: stateless; as safe as the entries are.
-// Errors: an empty predicate raises `std::bad_function_call`; those of IRIs and entries pass
+// Errors: an empty `equal` raises `std::bad_function_call`; exceptions of IRIs and entries pass
 // through.
 // Cost: stops at the first mismatch; names that fit a short string do not touch the heap.
 
-/// The folders of `text`, which `Constants::PathnameSeparatorStr` separates; empty ones are
-/// dropped. Up to eight stand in place, without an allocation.
+/// The parts of `text` between separators (`Constants::PathnameSeparatorStr`), without empty ones.
+/// Up to eight are kept in the vector itself, without an allocation.
 [[nodiscard]] SEARCHPATH_EXPORT boost::container::small_vector<ustring, 8> SplitPartialPathname(
     std::u16string_view text);
 
@@ -61,15 +61,15 @@ class IPathEntry;
     const BidirectionalUstringRange& partial, const IPathEntry& entry,
     const FilenameMatchingPolicy& policy);
 
-/// Whether `partial` matches `entry` and the entries above it on `path`, in the loose form. At the
-/// topmost entry, all that is left of `partial` must match the end of its location as well,
-/// compared plainly and as comparator(folder name, part of the partial pathname): a topmost "+pkg"
-/// is not matched by "pkg". An empty `partial` matches every entry that is no "+" folder and stands
-/// below none.
+/// Whether `partial` matches `entry` and the entries above it on `path`, in the loose form. What is
+/// left of `partial` at the topmost entry must also match the end of that entry's location without
+/// leaving anything out: a topmost "+pkg" is not matched by "pkg". This comparison is called as
+/// comparator(folder name, part of the partial pathname). An empty `partial` matches every entry
+/// that neither is a "+" folder nor is below one.
 ///
-/// Precondition: `entry` and all that `path` gives as its parent, the parent of that, and so on are
-/// on `path`, which is asked for the parent of each. The composite paths assert that in debug
-/// builds; in release builds the behaviour is undefined.
+/// Precondition: `entry` is on `path`, and so are its parent on `path`, the parent of that, and so
+/// on: `path` is asked for the parent of each. The composite paths assert that in debug builds; in
+/// release builds the behaviour is undefined.
 [[nodiscard]] SEARCHPATH_EXPORT bool DoesPartialPathnameMatchPathEntryIRI(
     const IPath& path, const BidirectionalUstringRange& partial,
     std::shared_ptr<const IPathEntry> entry, const FilenameMatchingPolicy& policy);

@@ -8,19 +8,19 @@
 
 namespace Corvane::PathManagement {
 
-/// A base class for paths of one's own: who answers `GetMainEntries` has a path. Every other
-/// operation asks these entries, and may be overridden where there is a quicker way,
+/// A base class for paths of your own: a derived class needs to implement only `GetMainEntries`.
+/// All other operations work on these entries. Override them where you have a quicker way,
 /// `FindFirstInScope` and `FindAllInScope` first of all.
 ///
-/// Precondition: `GetMainEntries` returns the same entries every time.
-/// A name with separators is a partial pathname, looked up in the entries that its folders match;
-/// one that begins with a separator names a folder of the "file" scheme in full.
+/// A file name with separators is a partial pathname, and is looked up in the entries that its
+/// folders match. One that begins with a separator is an absolute pathname of the "file" scheme.
 ///
-/// Threads: all operations, from any thread, when those of the derived class are.
-/// Ownership: keeps the entries, in a table that is made when a question first needs it.
-/// Cost: files are looked up by asking one entry after the other. Questions about parents, order,
-/// membership, locations, method entries and partial pathnames walk every entry once, when the first
-/// of them comes, and are answered from a table afterwards.
+/// Precondition: `GetMainEntries` returns the same entries every time.
+/// Threads: all operations, from any thread, when those of the derived class are thread-safe.
+/// Ownership: keeps the entries in a table, once it is made.
+/// Cost: files are looked up in one entry after the other. The first operation on parents, order,
+/// membership, locations, method entries or partial pathnames walks all entries once and makes the
+/// table, from which these operations are then answered.
 class SEARCHPATH_EXPORT PathBase : public IPath {
  public:
   PathBase(const PathBase&) = delete;
@@ -38,7 +38,7 @@ class SEARCHPATH_EXPORT PathBase : public IPath {
       const IPathEntry& entry) const override;
   [[nodiscard]] std::shared_ptr<const IPathEntry> GetPathEntryFromAbsoluteIRI(
       const CanonicalAbsoluteIRI& iri) const override;
-  /// Compares with the canonical locations; resolves no links.
+  /// Compares `iri` as it is with the canonical locations: links in `iri` are not resolved.
   [[nodiscard]] std::shared_ptr<const IPathEntry> GetPathEntryFromAbsoluteIRI(
       const AbsoluteIRI& iri, FilenameMatchingPolicy policy) const override;
   [[nodiscard]] boost::optional<FoundItem> FindFirstInScope(

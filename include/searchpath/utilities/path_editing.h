@@ -13,59 +13,60 @@
 
 namespace Corvane::PathManagement {
 
-// Adding folders to the main search path and taking them off it.
+// Adds folders to the main search path, and removes folders from it.
 //
-// Each operation reads the manager's list of folders once and replaces it in one call at the very
-// end, or leaves it alone. It returns a message for each problem with a single folder:
+// Each operation reads the manager's list of folders once, and replaces the list in one call at the
+// very end or leaves it alone. It returns a message for each problem with a single folder:
 // path_messages.h lists the messages, and `foundation::core::except::GetText` turns them into
 // sentences.
 //
-// Threads: stateless; it is for the manager to keep two changes from overlapping, since one that
-// comes between reading and replacing is lost.
-// Errors: a manager that is being changed further up the call stack refuses the new list with
-// `RecursivePathChangeException`: the path stays as it is, and the messages so far are returned.
-// All else that the manager or the working folder throws passes through.
+// Threads: stateless. The manager has to keep two changes from overlapping: a change that another
+// thread makes between the reading and the replacing is lost.
+// Errors: when the manager refuses the new list with `RecursivePathChangeException`, since it is
+// being changed further up the call stack, the path stays as it is and the messages so far are
+// returned. Other exceptions of the manager or the working folder pass through.
 // Cost: linear in the folders given and those on the path; each given range is walked once.
 
 /// Where added folders go. Any other value means `End`.
 enum class Position : std::uint32_t {
-  Begin = 0,  ///< before all that are on the path
-  End = 1,    ///< behind them
+  Begin = 0,  ///< before the folders that are on the path
+  End = 1,    ///< after them
 };
 
-/// The locations of `folders`, in their order. Each is converted before the next is looked at. A
-/// folder that cannot be used is left out, and a message of `PathMessages::FolderCatalogue` about
-/// it is appended to `notification`. The vector has room for as many as were given.
+/// The locations of `folders`, in the same order, as `cwf` gives them. Each folder is converted
+/// before the next is looked at. A folder that cannot be used is left out, and a message of
+/// `PathMessages::FolderCatalogue` about it is appended to `notification`. The capacity of the
+/// vector is at least the number of `folders`.
 ///
-/// Errors: a failure that is not the folder's own (no working folder, an I/O error, an error of
-/// unknown kind) reaches the caller as it was thrown, a `FailedToAbsolutizeException`.
+/// Errors: a failure that is not the folder's own (no working folder, an I/O error, no answer in
+/// time, an unknown error) passes through: it is the `FailedToAbsolutizeException` of `cwf`.
 [[nodiscard]] SEARCHPATH_EXPORT std::vector<AbsoluteIRI> ConvertUstringRangeToAbsoluteIRIs(
     const UstringRange& folders, const current_working_folder::ICurrentWorkingFolder& cwf,
     foundation::core::except::Notification& notification);
 
-/// As `AddIRIsToZentraPath`, for folders as users type them. When one of them cannot be used, none
-/// is added and the manager is not asked.
+/// As `AddIRIsToZentraPath`, for folders as users type them, which `cwf` makes absolute. When one
+/// of them cannot be used, none is added and the manager is not called.
 [[nodiscard]] SEARCHPATH_EXPORT foundation::core::except::Notification AddFoldersToZentraPath(
     const UstringRange& folders, const current_working_folder::ICurrentWorkingFolder& cwf,
     IMainSearchPathManager& manager, Position position);
 
-/// Puts `iris` in front of the path or behind it, in their order, a repeated one at its first place
-/// only. A folder that is on the path already is moved.
+/// Puts `iris` before or after the folders of the path, in the order given; of a folder that is
+/// given several times, only the first counts. A folder that is already on the path is moved.
 [[nodiscard]] SEARCHPATH_EXPORT foundation::core::except::Notification AddIRIsToZentraPath(
     const AbsoluteIRIRange& iris, IMainSearchPathManager& manager, Position position);
 
-/// As `RemoveIRIsFromZentraPath`, for folders as users type them. When one of them cannot be used,
-/// none is removed and the manager is not asked.
+/// As `RemoveIRIsFromZentraPath`, for folders as users type them, which `cwf` makes absolute. When
+/// one of them cannot be used, none is removed and the manager is not called.
 [[nodiscard]] SEARCHPATH_EXPORT foundation::core::except::Notification RemoveFoldersFromZentraPath(
     const UstringRange& folders, const current_working_folder::ICurrentWorkingFolder& cwf,
     IMainSearchPathManager& manager);
 
-/// Takes each of `iris` off the path, wherever it occurs. One that is not on the path as it is
-/// given is looked for by its canonical location; if that is not there either, the message
-/// `PathMessages::NotOnPath` reports it, and the others are removed.
+/// Removes each of `iris` from the path, wherever it occurs. A folder that is not on the path as
+/// given is looked for by its canonical location. If that is not on the path either, the message
+/// `PathMessages::NotOnPath` reports it, and the others are still removed.
 ///
-/// Errors: the disk's, for a folder whose canonical location cannot be determined.
-/// Cost: a question to the disk for each folder that is not on the path as it is given.
+/// Errors: `foundation::storage::vfs::Exception` when a canonical location cannot be determined.
+/// Cost: accesses the disk for each folder that is not on the path as given.
 [[nodiscard]] SEARCHPATH_EXPORT foundation::core::except::Notification RemoveIRIsFromZentraPath(
     const AbsoluteIRIRange& iris, IMainSearchPathManager& manager);
 

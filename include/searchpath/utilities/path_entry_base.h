@@ -8,25 +8,25 @@
 
 namespace Corvane::PathManagement {
 
-/// A base class for entries of one's own: who answers where the folder is (`GetAbsoluteIRI`) and
-/// which files it holds (`GetItems`) has an entry, and who answers `GetFoldersBelow` as well has one
-/// with special folders. Every other operation follows from these three and may be overridden where
-/// there is a quicker way, `FindItem` and `FindItems` first of all.
+/// A base class for entries of your own. A derived class implements where the folder is
+/// (`GetAbsoluteIRI`) and which files it holds (`GetItems`) and, if it has special folders,
+/// `GetFoldersBelow`. All other operations use these three. Override them where you have a quicker
+/// way, `FindItem` and `FindItems` first of all.
 ///
 /// Precondition: entries are made with `std::make_shared`, since a traversal hands them out.
-/// Threads: all operations, from any thread, when those of the derived class are.
-/// Cost: as much as the operations of the derived class; nothing is kept.
+/// Threads: all operations, from any thread, when those of the derived class are thread-safe.
+/// Cost: that of the operations of the derived class, on every call: nothing is kept.
 class SEARCHPATH_EXPORT PathEntryBase : public IPathEntry,
                                         public std::enable_shared_from_this<PathEntryBase> {
  public:
   ~PathEntryBase() override;
 
-  /// The kind that the name of the folder says. A folder on the path itself is `Ordinary` whatever
-  /// it is called; an entry for one whose name says otherwise overrides this.
+  /// The kind that the name of the folder gives. A main entry has to be `Ordinary` whatever its
+  /// name: override this where the name gives another kind.
   [[nodiscard]] PathEntryType GetPathEntryType() const override;
-  /// The location itself: override where a folder has several.
+  /// `GetAbsoluteIRI`. Override this where a folder can have several locations.
   [[nodiscard]] CanonicalAbsoluteIRI GetCanonicalAbsoluteIRI() const override;
-  // The folders below, each to the slot of its kind.
+  // Each selects the folders of its kind from `GetFoldersBelow`; C has those that no other selects.
   [[nodiscard]] std::shared_ptr<const IPathEntry> GetSingleSubfolderEntryA() const override;
   [[nodiscard]] std::shared_ptr<const IPathEntry> GetSingleSubfolderEntryB() const override;
   [[nodiscard]] std::shared_ptr<const PathEntries> GetSubfolderEntriesA() const override;
@@ -35,15 +35,15 @@ class SEARCHPATH_EXPORT PathEntryBase : public IPathEntry,
   /// The first of `FindItems`.
   [[nodiscard]] std::shared_ptr<const PathItem> FindItem(
       const detail::SearchTarget& target, FilenameMatchingPolicy policy) const override;
-  /// In the order of the extensions, then the very name before those that differ in case, then in
-  /// the order of the items.
+  /// The matches are ordered by extension, then the exact name before names that differ in case,
+  /// then in the order of the items.
   [[nodiscard]] PathItems FindItems(const detail::SearchTarget& target,
                                     FilenameMatchingPolicy policy) const override;
   bool ForEachEntryInScope(SearchScope scope, const PathEntryVisitor& visitor) const override;
   /// On the calling thread, in order.
   bool ConcurrentForEachEntryInScope(SearchScope scope,
                                      const PathEntryVisitor& visitor) const override;
-  /// `AreSameFilename`.
+  /// Compares with `AreSameFilename`.
   [[nodiscard]] std::shared_ptr<std::function<bool(const ustring&, const ustring&)>>
   GetFilenameComparator(FilenameMatchingPolicy policy) const override;
 
@@ -52,7 +52,7 @@ class SEARCHPATH_EXPORT PathEntryBase : public IPathEntry,
   PathEntryBase(const PathEntryBase&) = default;
   PathEntryBase& operator=(const PathEntryBase&) = default;
 
-  /// The special folders directly below, in path order within each kind; none unless overridden.
+  /// The special folders directly below, in path order within each kind. None unless overridden.
   [[nodiscard]] virtual PathEntries GetFoldersBelow() const;
 };
 

@@ -11,15 +11,14 @@ namespace Corvane::PathManagement {
 
 /// Tells what changed between two versions of a list of entries.
 ///
-/// An entry object that both lists hold is unchanged, or reordered when it is not part of their
-/// longest common subsequence. All others are compared by folder, that is by canonical IRI as
-/// `AbsoluteIRI`: those with a counterpart among the changed entries of the other list are
-/// refreshed, in pairs; the rest is removed or added. An object or a folder that a list holds
-/// several times is matched one for one.
+/// An entry object that is in both lists is unchanged if it is part of their longest common
+/// subsequence, else reordered. The other entries are compared by folder, that is by canonical IRI
+/// as `AbsoluteIRI`. An old and a new entry for one folder are refreshed, as a pair; the rest is
+/// removed or added. Objects and folders that a list holds several times are matched one for one.
 ///
-/// Results accumulate in five lists that copies of an object share: a comparison made by one copy
-/// appends to the lists of all, those that a getter has returned included. For fresh results make a
-/// new object. A moved-from object holds no lists: its getters answer null.
+/// Results accumulate in five lists, which copies of an object share: a comparison made by one copy
+/// appends to the lists of all copies, and so to the lists that getters have returned. For fresh
+/// results make a new object. A moved-from object holds no lists: its getters return null.
 ///
 /// Threads: an object and its copies are used by one thread at a time. `Compare` sorts long lists
 /// on several threads, and asks entries for their canonical IRIs on each of them.
@@ -47,14 +46,13 @@ class SEARCHPATH_EXPORT PathEntryVectorDifferentiator {
   /// one level below, and so on. Below the first level nothing is reordered.
   ///
   /// Precondition: not moved from; no entry is null, and the canonical IRI of each stays the same
-  /// throughout. With `IncludeSubfolders`, no entry hangs below itself: that never ends (asserted
-  /// in debug builds, unchecked in release).
-  /// Errors: what an entry raises passes through, the first such exception when several threads
-  /// raise. After a failure each list holds the beginning of what it would have held, and the two
-  /// lists of refreshed entries are of the same length.
-  /// Cost: n log n in the lengths of the lists, plus what the longest common subsequence costs when
-  /// they hold one object many times. Only changed entries are asked for anything. Depth costs no
-  /// stack.
+  /// throughout. With `IncludeSubfolders`, no entry is below itself, or the comparison never ends
+  /// (asserted in debug builds, unchecked in release).
+  /// Errors: an exception of an entry passes through; when several threads raise, the first one.
+  /// After a failure each list holds the beginning of what it would have held, and the two lists of
+  /// refreshed entries have the same length.
+  /// Cost: n log n in the lengths of the lists, and more when they hold one object many times. Only
+  /// changed entries are asked for anything. The depth of the folders costs no stack.
   void Compare(PathEntries before, PathEntries after, ComparisonFilter filter);
 
   /// The new entries without a counterpart: their folders have come, or now occur more often.
@@ -63,13 +61,13 @@ class SEARCHPATH_EXPORT PathEntryVectorDifferentiator {
   /// The old entries without a counterpart: their folders have gone, or now occur less often.
   [[nodiscard]] std::shared_ptr<PathEntries> GetRemoved() const;
 
-  /// Entries that stand in both lists, but not in the same order as those that stayed.
+  /// The entries that are in both lists, but moved relative to the unchanged ones.
   [[nodiscard]] std::shared_ptr<PathEntries> GetReordered() const;
 
-  /// The old entries of folders that got a new one.
+  /// The old entries of the folders that have a new entry.
   [[nodiscard]] std::shared_ptr<PathEntries> GetRefreshedBefore() const;
 
-  /// The new entries of these folders, each at the place of the old one.
+  /// The new entries of these folders, each at the index of its old entry in `GetRefreshedBefore`.
   [[nodiscard]] std::shared_ptr<PathEntries> GetRefreshedAfter() const;
 
  private:

@@ -3,11 +3,11 @@
 
 namespace Corvane::PathManagement {
 
-/// The messages that editing the search path appends to a `Notification`: an interface for whoever
-/// words them in another language. Each has one argument, a `ustring`: the folder.
+/// The messages that editing the search path appends to a `Notification`, for those who translate
+/// them. Each message has one argument, a `ustring`: the folder.
 ///
 /// A folder that cannot be used, whether it was to be added or removed, is reported in
-/// `FolderCatalogue`, as it was typed. Which key depends on the number that
+/// `FolderCatalogue`, as it was typed. The key depends on the number that
 /// `FailedToAbsolutizeException::GetErrorCode` returns:
 ///
 /// | number | `AbsolutizeError` | key |
@@ -16,12 +16,12 @@ namespace Corvane::PathManagement {
 /// | 3 | `PermissionDenied` | `PermissionDenied` |
 /// | 4, 5, 6, 7 | `Absent`, `NotAFolder`, `BrokenLink`, `LinkLoop` | `NoSuchFolder` |
 /// | 9 | `NameTooLong` | `NameTooLong` |
-/// | 1, 2, 8, above 9 | `NoWorkingFolder`, `InputOutput`, `Other` | none: the exception is let out |
+/// | 1, 2, 8, above 9 | `NoWorkingFolder`, `InputOutput`, `Other`, `NoAnswer` | none: thrown |
 ///
-/// A folder that was to be removed and is not on the path is reported in `RemovalCatalogue` under
-/// `NotOnPath`, as `GetStringFromIRI` writes it.
+/// A folder that was to be removed but is not on the path is reported in `RemovalCatalogue` with
+/// the key `NotOnPath`, as `GetStringFromIRI` writes it.
 struct PathMessages {
-  /// Of problems with folders that were to be added.
+  /// The catalogue of folders that cannot be used.
   static constexpr char16_t FolderCatalogue[] = u"ZENTRA:mpath";
   static constexpr char16_t InvalidLocation[] = u"invalidLocation";             ///< for number 0
   static constexpr char16_t PermissionDenied[] = u"directoryPermissionDenied";  ///< for number 3
@@ -29,9 +29,9 @@ struct PathMessages {
   static constexpr char16_t NoSuchFolder[] = u"nameNonexistentOrNotADirectory";
   static constexpr char16_t NameTooLong[] = u"directoryNameTooLong";  ///< for number 9
 
-  /// Of problems with folders that were to be removed.
+  /// The catalogue of folders that were to be removed but are not on the path.
   static constexpr char16_t RemovalCatalogue[] = u"ZENTRA:rmpath";
-  static constexpr char16_t NotOnPath[] = u"DirNotFound";  ///< its one argument is the folder
+  static constexpr char16_t NotOnPath[] = u"DirNotFound";
 };
 
 }  // namespace Corvane::PathManagement

@@ -12,7 +12,7 @@
 
 namespace Corvane::PathManagement {
 
-/// A cache could not be opened or read back. Scan the folders, and write a new one.
+/// Raised when a cache cannot be opened or read back. Scan the folders, and write a new cache.
 class SEARCHPATH_EXPORT ToolboxCacheWrongFormatException : public std::exception {
  public:
   ToolboxCacheWrongFormatException() = default;
@@ -21,12 +21,12 @@ class SEARCHPATH_EXPORT ToolboxCacheWrongFormatException : public std::exception
   ~ToolboxCacheWrongFormatException() override;
 };
 
-/// A cache could not be written or put in place. `boost::current_exception` and
-/// `boost::rethrow_exception` keep its type.
+/// Raised when a cache cannot be written or put in place. `boost::current_exception` and
+/// `boost::rethrow_exception` keep the type of this exception.
 class SEARCHPATH_EXPORT UnableToSaveToolboxCacheException
     : public foundation::core::except::Exception<foundation::core::except::IInternalException,
                                                  std::exception>,
-      // Virtual, as Boost's own wrappers have it: one base, whoever wraps this.
+      // Virtual, as in Boost's own wrappers, so that a wrapped exception has this base only once.
       public virtual boost::exception_detail::clone_base {
  public:
   UnableToSaveToolboxCacheException() = default;
@@ -39,26 +39,25 @@ class SEARCHPATH_EXPORT UnableToSaveToolboxCacheException
   void rethrow() const override;
 };
 
-/// Replaces `cacheFile` by what `factory` writes when it is given the IRI of `root`. At every
-/// moment, also after a kill or a power cut, a reader finds either all of the old cache or all of
-/// the new one.
+/// Replaces `cacheFile` by what `factory` writes for the IRI of `root`. At every moment, even after
+/// a kill or a power cut, a reader finds either all of the old cache or all of the new one.
 ///
-/// The new file takes over the permissions of a regular file; a link is replaced, not followed; a
-/// folder, FIFO or device is refused. During the write a file called "tmpcache_*.xml" stands beside
-/// the cache; one that a kill has left there may be removed.
+/// The new file takes over the permissions of the regular file that it replaces. A link is
+/// replaced, not followed. A folder, FIFO or device is refused. During the write there is a file
+/// "tmpcache_*.xml" beside the cache; one that a killed process has left there may be removed.
 ///
-/// Threads: several writers of one cache at once need no lock, the last one wins.
-/// Errors: `UnableToSaveToolboxCacheException` for every failure, those of the factory and a `root`
-/// that is no absolute path included; the old cache is then unchanged.
-/// Cost: besides the factory's, waits for the disk.
+/// Threads: several writers of one cache at once need no lock; the last one wins.
+/// Errors: `UnableToSaveToolboxCacheException` for every failure, even one of the factory, or when
+/// `root` is not an absolute path; the old cache is then unchanged.
+/// Cost: that of the factory; also waits for the disk.
 SEARCHPATH_EXPORT void WriteToolboxPathCache(const fl::filesystem::path& cacheFile,
                                              const fl::filesystem::path& root,
                                              const IPathEntryFactory& factory);
 
-/// Lets `factory` read `cacheFile`, giving it the IRI of `root`. The factory is asked even when the
-/// file is absent, unreadable or not a regular one; its stream has then failed.
+/// Lets `factory` read `cacheFile`, for the IRI of `root`. The factory is called even when the file
+/// is absent, unreadable or not a regular file: it then gets a stream that has failed.
 ///
-/// Errors: `ToolboxCacheWrongFormatException` for every failure, the factory's included, and
+/// Errors: `ToolboxCacheWrongFormatException` for every failure, even one of the factory, and
 /// whenever the file could not be opened; the factory may then hold some of the entries.
 SEARCHPATH_EXPORT void LoadToolboxPathCache(const fl::filesystem::path& cacheFile,
                                             const fl::filesystem::path& root,
