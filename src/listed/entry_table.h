@@ -16,7 +16,7 @@
 
 namespace Corvane::PathManagement::detail {
 
-/// All entries of a path in path order, and where each stands.
+/// All entries of a path in path order, one row each, which is found by object or by location.
 ///
 /// Threads: immutable once filled.
 template <class Entry>
@@ -28,11 +28,12 @@ class EntryTable {
     std::uint32_t main;    // the row of the main entry that it belongs to
   };
 
-  /// Adds the next main entry and all below it, which `entriesBelow` returns for an entry.
+  /// Adds `top`, the next main entry, and all entries below it. entriesBelow(entry) returns those
+  /// directly below an entry.
   template <class Below>
   void Add(const std::shared_ptr<const Entry>& top, const Below& entriesBelow) {
     const auto main = static_cast<std::uint32_t>(rows.size());
-    std::vector<std::uint32_t> lastAtDepth;  // the chain of rows above the one that is added
+    std::vector<std::uint32_t> lastAtDepth;  // the rows above the added one, from `top` down
     const auto visit = [&](const auto& entry, std::size_t depth) {
       const auto row = static_cast<std::uint32_t>(rows.size());
       lastAtDepth.resize(depth);
@@ -47,16 +48,17 @@ class EntryTable {
 
   [[nodiscard]] const std::vector<Row>& Rows() const noexcept { return rows; }
 
-  /// The entry above that of `row`; null for a main entry.
+  /// The entry above the one in `row`; null for a main entry.
   [[nodiscard]] std::shared_ptr<const Entry> Parent(std::uint32_t row) const {
     return rows[row].parent == row ? nullptr : rows[rows[row].parent].entry;
   }
 
-  /// The first row of that very object, or else of that folder; empty when it is not on the path.
+  /// The first row that holds the object `entry`, or else the first for its folder; empty when the
+  /// folder is not on the path.
   [[nodiscard]] std::optional<std::uint32_t> Find(const IPathEntry& entry) const {
     const auto found = byObject.find(&entry);
     if (found != byObject.end()) return found->second;
-    // Compared as `AbsoluteIRI`: the further text of a canonical IRI does not tell folders apart.
+    // As `AbsoluteIRI`, without the further text of a canonical IRI: only the folder matters.
     return Find(static_cast<const AbsoluteIRI&>(entry.GetCanonicalAbsoluteIRI()));
   }
   [[nodiscard]] std::optional<std::uint32_t> Find(const AbsoluteIRI& canonical) const {
@@ -71,7 +73,8 @@ class EntryTable {
     return rows[*row].entry;
   }
 
-  /// The first entry that `canonical` names when locations are compared under `policy`.
+  /// The first entry whose canonical location is `canonical` when compared under `policy`; null
+  /// when there is none.
   [[nodiscard]] std::shared_ptr<const Entry> FindNamed(const AbsoluteIRI& canonical,
                                                        FilenameMatchingPolicy policy) const {
     if (policy == FilenameMatchingPolicy::IgnoreCase) {

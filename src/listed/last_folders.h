@@ -11,32 +11,32 @@
 
 namespace Corvane::PathManagement::detail {
 
-/// The entries of a path by the name of the folder, the last one of the location: a partial
-/// pathname is compared only with those that its last folder may mean.
+/// Finds the entries of a path by folder name, the last component of the location. A partial
+/// pathname need then be compared only with the entries that its last folder may mean.
 ///
 /// Threads: immutable once filled.
 class LastFolders {
  public:
   struct Row {
-    std::uint32_t number;
-    bool isWhole;  // whether the name has nothing in front in the location
+    std::uint32_t number;  // of a row in the table
+    bool isWhole;          // whether the folder has exactly this name, without "+" or "@" in front
   };
 
+  /// `table` is an `EntryTable`.
   template <class Table>
   explicit LastFolders(const Table& table) {
     for (const auto& row : table.Rows()) Add(row.entry->GetCanonicalAbsoluteIRI().getName());
   }
 
-  /// The rows of the table whose folder is called `name`, or that with "+" or "@" in front, in path
-  /// order.
+  /// The rows whose folder is called `name`, or `name` with "+" or "@" in front, in path order.
   [[nodiscard]] const std::vector<Row>& RowsOf(const ustring& name) const;
 
  private:
   void Add(const ustring& name);
 
-  std::uint32_t count = 0;  // of the rows
+  std::uint32_t count = 0;  // rows added so far
   boost::unordered_flat_map<ustring, std::vector<Row>, TextHash> rows;
-  const std::vector<Row> none;
+  const std::vector<Row> none;  // what `RowsOf` returns for an unknown name
 };
 
 }  // namespace Corvane::PathManagement::detail

@@ -1,5 +1,6 @@
 #include "searchpath/utilities/listed_path.h"
 
+#include "listed/entry_walk.h"
 #include "model/short_hash.h"
 #include "searchpath/model/byte_text.h"
 #include "searchpath/model/search_scope.h"
@@ -27,7 +28,7 @@ namespace {
 using detail::ItemOfFile;
 using detail::SearchTarget;
 
-/// In the order in which folders on disk give their names: that of the bytes.
+/// `items` in the order of the bytes of their names, in which folders on disk are listed, too.
 template <class Item, class NameOf>
 std::vector<Item> SortedByBytes(std::vector<Item> items, NameOf nameOf) {
   using Bytes = decltype(BytesFromText(ustring()));
@@ -79,10 +80,10 @@ class ListedEntry : public PathEntryBase {
   PathEntries below;
 };
 
-/// Where a file is: which of the main entries, which of its items.
+/// Where a file is.
 struct Place {
-  std::uint32_t folder;
-  std::uint32_t file;
+  std::uint32_t folder;  // index of the main entry
+  std::uint32_t file;    // index among the items of that entry
 
   friend bool operator==(const Place&, const Place&) = default;
 };
@@ -102,7 +103,8 @@ class FileIndex {
     }
   }
 
-  /// The files of that name in path order; within one folder the very name first.
+  /// The files called `name` in path order; within one folder, the exact name before names that
+  /// differ in case.
   [[nodiscard]] std::vector<Place> Find(const ustring& name) const {
     const auto found = places.find(KeyOf(name));
     if (found == places.end()) return {};
@@ -144,7 +146,7 @@ std::vector<Place> FindIn(const FileIndex& index, const SearchTarget& target) {
   std::vector<Place> all;
   for (const ustring& extension : target.GetExtensions()) {
     for (const Place& place : index.Find(target.GetName() + extension)) {
-      // Two extensions of the list may be the same one but for case.
+      // Extensions that differ only in case may find the same file.
       if (std::ranges::find(all, place) == all.end()) all.push_back(place);
     }
   }
@@ -192,8 +194,10 @@ class ListedPath : public PathBase {
     std::unique_ptr<const FileIndex> index;  // guarded by once
   };
 
+  /// Whether an index can answer: it holds only the files of main entries, by plain name.
   static bool IsIndexed(SearchScope scope, const SearchTarget& target) {
-    return scope.size() == 1 && *scope.data() == 0 && !detail::HasSeparator(target.GetName());
+    return scope.size() == 1 && detail::IsInScope(scope, PathEntryType::Ordinary) &&
+           !detail::HasSeparator(target.GetName());
   }
 
   [[nodiscard]] const FileIndex& IndexFor(FilenameMatchingPolicy policy) const {

@@ -10,31 +10,31 @@
 
 namespace Corvane::PathManagement::detail {
 
-/// A target whose name has separators, taken apart.
+/// A target whose name has separators, cut behind the last one.
 struct PartialTarget {
-  ustring folder;  // up to the last separator, with it
-  SearchTarget file;
+  ustring folder;     // ends with the last separator
+  SearchTarget file;  // the rest of the name, with all extensions
 };
 
-/// Empty for a plain name.
+/// The parts of `target`; empty when its name has no separator.
 [[nodiscard]] std::optional<PartialTarget> SplitTarget(const SearchTarget& target);
 
-/// The entry for the folder that a full pathname names, one that begins with a separator; null also
-/// for a name that no folder can have.
+/// The entry for the folder at `pathname`, which begins with a separator. Null when there is none,
+/// or when no folder can have this pathname.
 [[nodiscard]] std::shared_ptr<const IPathEntry> EntryNamed(const IPath& path,
                                                            const ustring& pathname,
                                                            FilenameMatchingPolicy policy);
 
 [[nodiscard]] bool BeginsAtRoot(const ustring& pathname);
 
-/// Calls ask(entry, file) for the entries of `path` in which `target`, whose name has separators, is
-/// to be looked for, until it returns true. forEachMatch(folders, visit) visits those that a partial
-/// pathname matches.
+/// Calls ask(entry, target.file) for each entry of `path` in which `target` is to be looked for,
+/// until it returns true. forEachMatch(names, visit) has to call visit(entry), until it returns
+/// true, for the entries that the partial pathname with these folder names matches.
 template <class ForEachMatch, class Ask>
 void AskMatchingFolders(const IPath& path, SearchScope scope, const PartialTarget& target,
                         FilenameMatchingPolicy policy, const ForEachMatch& forEachMatch,
                         const Ask& ask) {
-  if (target.file.GetName().empty()) return;  // the name of a folder, and folders are no files
+  if (target.file.GetName().empty()) return;  // it names a folder, and folders are no files
   if (BeginsAtRoot(target.folder)) {
     const auto entry = EntryNamed(path, target.folder, policy);
     if (entry != nullptr && IsInScope(scope, entry->GetPathEntryType())) ask(entry, target.file);

@@ -28,10 +28,11 @@ struct PathBase::State {
     return *row;
   }
 
-  /// Visits the rows of the folders that may be called `name`, or that with "+" or "@" in front, in
-  /// path order until `visit` returns true.
+  /// Visits, in path order until `visit` returns true, all rows whose folder is called `name`, or
+  /// `name` with "+" or "@" in front. May visit others, too: when case is ignored, it visits all.
   template <class Visit>
   void ForEachNamed(const ustring& name, FilenameMatchingPolicy policy, const Visit& visit) const {
+    // `any_of` is used for the loop, which `visit` can stop; its result does not matter.
     if (policy == FilenameMatchingPolicy::IgnoreCase) {
       static_cast<void>(std::ranges::any_of(table.Rows(), visit));
     } else {
@@ -41,8 +42,8 @@ struct PathBase::State {
     }
   }
 
-  /// Visits the entries in `scope` of `path`, whose state this is, that `partial` matches, in path
-  /// order until `visit` returns true.
+  /// Visits the entries in `scope` that the partial pathname `partial` matches, in path order until
+  /// `visit` returns true. `path` is the path that owns this state.
   template <class Partial, class Visit>
   void ForEachMatch(const IPath& path, SearchScope scope, const Partial& partial,
                     FilenameMatchingPolicy policy, const Visit& visit) const {
@@ -90,7 +91,7 @@ PathEntries PathBase::GetMethodEntriesByName(SearchScope scope, const ustring& n
   ready.ForEachNamed(folderName, policy, [&](const State::Table::Row& row) {
     const auto& above = ready.table.Rows()[row.parent].entry;
     const bool isMeant = row.entry->GetPathEntryType() == PathEntryType::AtFolder &&
-                         above != row.entry &&
+                         above != row.entry &&  // a main entry has none above it
                          detail::IsInScope(scope, above->GetPathEntryType()) &&
                          AreSameFilename(row.entry->GetAbsoluteIRI().getName(), folderName, policy);
     if (isMeant) methods.push_back(row.entry);
@@ -133,7 +134,8 @@ std::shared_ptr<const IPathEntry> PathBase::GetPathEntryFromAbsoluteIRI(
 namespace {
 
 /// Calls ask(entry, file) for the entries in which `target` is to be looked for, in path order,
-/// until it returns true. forEachMatch(folders, visit) visits those that a partial pathname matches.
+/// until it returns true; `file` is `target` without folders. `forEachMatch` is as for
+/// `AskMatchingFolders`.
 template <class ForEachMatch, class Ask>
 void AskFolders(const IPath& path, SearchScope scope, const SearchTarget& target,
                 FilenameMatchingPolicy policy, const ForEachMatch& forEachMatch, const Ask& ask) {
@@ -176,7 +178,7 @@ bool PathBase::ForEachEntry(SearchScope scope, const PathEntryVisitor& visitor) 
   const auto mainEntries = GetMainEntries();
   const bool descends = detail::ReachesBelowMainEntries(scope);
   return std::ranges::any_of(*mainEntries, [&](const auto& entry) {
-    // Main entries are asked for what is below them only where that may be in the scope.
+    // Asking an entry for the entries below it may be expensive, so it is done only when needed.
     if (descends) return entry->ForEachEntryInScope(scope, visitor);
     return detail::IsInScope(scope, entry->GetPathEntryType()) && visitor(entry);
   });

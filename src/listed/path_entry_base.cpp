@@ -27,7 +27,7 @@ std::shared_ptr<const IPathEntry> FirstOfKind(PathEntries folders, PathEntryType
   return found->empty() ? nullptr : found->front();
 }
 
-bool HasSlotOfItsOwn(PathEntryType kind) {
+bool HasOwnGetter(PathEntryType kind) {
   return kind == PathEntryType::PrivateFolder || kind == PathEntryType::ResourcesFolder ||
          kind == PathEntryType::PlusFolder || kind == PathEntryType::AtFolder;
 }
@@ -64,7 +64,7 @@ std::shared_ptr<const PathEntries> PathEntryBase::GetSubfolderEntriesB() const {
 
 std::shared_ptr<const PathEntries> PathEntryBase::GetSubfolderEntriesC() const {
   return std::make_shared<const PathEntries>(
-      Select(GetFoldersBelow(), [](PathEntryType kind) { return !HasSlotOfItsOwn(kind); }));
+      Select(GetFoldersBelow(), [](PathEntryType kind) { return !HasOwnGetter(kind); }));
 }
 
 std::shared_ptr<const PathItem> PathEntryBase::FindItem(const detail::SearchTarget& target,
@@ -86,7 +86,7 @@ PathItems PathEntryBase::FindItems(const detail::SearchTarget& target,
       if ((*equal)(name, candidate)) (candidate == name ? exact : others).push_back(item);
     }
     exact.insert(exact.end(), others.begin(), others.end());
-    // Two extensions of the list may be the same one but for case.
+    // Extensions that differ only in case may find the same file.
     std::ranges::copy_if(exact, std::back_inserter(found), [&](const auto& item) {
       return std::ranges::find(found, item) == found.end();
     });

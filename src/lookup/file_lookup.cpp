@@ -12,7 +12,7 @@ namespace Corvane::PathManagement {
 
 namespace {
 
-/// Has one result, which is built where the caller wants it: moving it there cost 3 of 70 ns.
+/// All returns are of one variable, so that it is built in place: moving it took 3 of 70 ns.
 boost::optional<FoundItem> FindPlainName(const IPath& path, const detail::SearchTarget& target,
                                          FilenameMatchingPolicy policy) {
   auto found = path.FindFirstInScope(kMainScope, target, policy);

@@ -6,15 +6,15 @@
 // How a plain name is looked up in method entries beside the ordinary folders.
 namespace Corvane::PathManagement::detail {
 
-/// The method entries directly below ordinary folders that have the name of `target`. They are
-/// looked up under the policy of the file system, whatever policy the question has.
+/// The method entries directly below ordinary folders that have the name of `target`. This name is
+/// compared as the file system does, whatever policy the look-up has for files.
 inline PathEntries GetMethodEntriesFor(const IPath& path, const SearchTarget& target) {
   return path.GetMethodEntriesByName(kMainScope, target.GetName(),
                                      FilenameMatchingPolicy::FileSystemDefault);
 }
 
-/// Whether a file in `method` is meant rather than one in the ordinary folder `ordinary`: when it
-/// comes first on the path. On a tie the ordinary folder wins.
+/// Whether a file in the method entry `method` wins over one of that name in the ordinary folder
+/// `ordinary`: when `method` comes first on `path`. On a tie the ordinary folder wins.
 inline bool MethodEntryWins(const IPath& path, const IPathEntry& method,
                             const IPathEntry& ordinary) {
   return path.FirstEntryIsBeforeSecondOnPath(method, ordinary);

@@ -37,14 +37,13 @@ bool MatchStrictly(const ustring& partial, const ustring& folder, const Equal& e
   return equal(partial, folder);
 }
 
-/// How far a comparison from both ends came: how many folder components are left in front of the
-/// match, and whether all of the partial pathname is matched.
+/// The result of `MatchEnds`.
 struct EndMatch {
-  std::size_t unmatchedFolders;
-  bool isWhole;
+  std::size_t unmatchedFolders;  // components of the folder before the match
+  bool isWhole;                  // whether all of the partial pathname is matched
 };
 
-/// Compares [begin, at) of a partial pathname with `folder`, both from their ends.
+/// Compares [begin, at) of a partial pathname with `folder`, from their last components backwards.
 template <class Iterator>
 EndMatch MatchEnds(const Iterator& begin, Iterator at, const Components& folder, const Equal& equal,
                    ComponentMatch matches) {
@@ -57,8 +56,8 @@ EndMatch MatchEnds(const Iterator& begin, Iterator at, const Components& folder,
   return {left, at == begin};
 }
 
-/// Whether [begin, at) of a partial pathname is the end of `path`. This counts above the topmost
-/// entry of a path: no prefix may be left out, and the folder comes first.
+/// Whether [begin, at) of a partial pathname is the end of `path`, for names above the topmost
+/// entry: here no prefix may be left out, and `equal` takes the name of the folder first.
 template <class Iterator>
 bool IsEndOf(std::u16string_view path, const Iterator& begin, Iterator at, const Equal& equal) {
   const ustring& separators = Constants::PathnameSeparatorStr;
@@ -72,9 +71,9 @@ bool IsEndOf(std::u16string_view path, const Iterator& begin, Iterator at, const
   return true;
 }
 
-/// Whether a match may begin behind the first `count` components: not inside a "+" folder, also not
-/// across "@", private and resources folders.
-bool MayBeginBehind(const Components& folder, std::size_t count) {
+/// Whether a match may begin after the first `count` components: not when the last of them is a "+"
+/// folder. To decide that, "@", private and resources folders are skipped.
+bool MayBeginAfter(const Components& folder, std::size_t count) {
   for (; count > 0; --count) {
     const PathEntryType type = GetPathEntryTypeFromBaseName(folder[count - 1]);
     if (type == PathEntryType::Ordinary) return true;
@@ -83,6 +82,7 @@ bool MayBeginBehind(const Components& folder, std::size_t count) {
   return true;
 }
 
+/// Whether `entry`, which may be null, or an entry above it is a "+" folder.
 bool HasPlusFolderFrom(const IPath& path, std::shared_ptr<const IPathEntry> entry) {
   for (; entry != nullptr; entry = path.GetParentEntryForEntry(*entry)) {
     if (entry->GetPathEntryType() == PathEntryType::PlusFolder) return true;
@@ -105,10 +105,10 @@ bool DoesPartialPathnameMatchPathString(const BidirectionalUstringRange& partial
   auto [unmatched, isWhole] =
       MatchEnds(partial.begin(), partial.end(), components, equal, MatchLoosely);
   if (!isWhole) return false;
-  // An empty partial pathname matches in the folder, so its own kind does not matter.
+  // The match of an empty partial pathname counts as the folder itself, so its kind is not checked.
   const bool nothingMatched = unmatched == components.size();
   if (nothingMatched && unmatched > 0) --unmatched;
-  return MayBeginBehind(components, unmatched);
+  return MayBeginAfter(components, unmatched);
 }
 
 bool DoesPartialPathnameStrictlyMatchPathString(const BidirectionalUstringRange& partial,
@@ -147,8 +147,8 @@ bool DoesPartialPathnameMatchPathEntryIRI(const IPath& path,
     if (!MatchLoosely(*std::prev(at), location.getName(), *equal)) return false;
     auto parent = path.GetParentEntryForEntry(*entry);
     if (parent == nullptr) {
-      // The names above the topmost entry are no entries: compared plainly, and with the topmost
-      // entry's own name once more.
+      // There are no entries above, so the rest is compared with the location of the topmost entry.
+      // That includes its own name again, now with any "+" or "@".
       return IsEndOf(location.getPath(), begin, at, *equal);
     }
     --at;

@@ -13,7 +13,7 @@ namespace {
 
 using Parts = std::vector<std::shared_ptr<const IPath>>;
 
-/// What `ask` answers for each part, one answer behind the other.
+/// The elements of ask(part) for all `parts`, in their order.
 template <class Element, class Ask>
 std::vector<Element> Concatenate(const Parts& parts, const Ask& ask) {
   std::vector<std::vector<Element>> answers;
@@ -22,7 +22,7 @@ std::vector<Element> Concatenate(const Parts& parts, const Ask& ask) {
   return detail::Join(std::move(answers));
 }
 
-/// The main entries of all `parts`. A composite that was moved from hands out null.
+/// The main entries of all `parts`. A part that was moved from returns null, and counts as empty.
 PathEntries ConcatenateMainEntries(const Parts& parts) {
   std::vector<std::shared_ptr<const PathEntries>> lists;
   lists.reserve(parts.size());
@@ -51,7 +51,8 @@ ConcatenatedPath::ConcatenatedPath(std::vector<std::shared_ptr<const IPath>>&& p
 ConcatenatedPath::ConcatenatedPath(std::initializer_list<std::shared_ptr<const IPath>> pathParts)
     : parts(pathParts) {}
 
-// The flag is copied before the list is looked at: it says "built" only once the list stands.
+// The flag is copied first: another thread may still be building the list of `other`, which may be
+// read only when the copied flag says that it is built.
 ConcatenatedPath::ConcatenatedPath(const ConcatenatedPath& other)
     : IPath(other),
       parts(other.parts),

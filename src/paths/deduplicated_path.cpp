@@ -25,8 +25,8 @@ const foundation::log::basic_diagnostic_logger kLogger("searchpath::utilities::d
 /// The folders that the answer to one question holds so far.
 class SeenFolders {
  public:
-  /// Makes room for the folders of the first list, most of which are new. The table grows by itself
-  /// for those of later ones.
+  /// Makes room for the folders of the first list, most of which are new. Later lists may repeat
+  /// them, so for those the table grows as needed.
   void Expect(std::size_t count) {
     if (folders.empty()) folders.reserve(count);
   }
@@ -47,7 +47,7 @@ class SeenFiles {
   [[nodiscard]] bool IsFirst(const PathItem& item) { return files.insert(&item).second; }
 
  private:
-  // The cut between the two texts is no part of the key: "a" + "bc" is the file "ab" + "c".
+  // Where a file name is cut in two does not matter: "a" + "bc" and "ab" + "c" are the same.
   static auto FileName(const PathItem& item) {
     return boost::range::join(item.GetName(), item.GetExtension());
   }
@@ -73,14 +73,14 @@ class SeenFiles {
   boost::unordered_flat_set<const PathItem*, Hash, Equal> files;
 };
 
-/// Those of `entries` that are the first for their folder: copied from a const list, else moved.
+/// The entries that are the first for their folder. They are moved, or copied if `List` is const.
 template <class List>
 PathEntries FirstIn(List& entries, SeenFolders& seen) {
   PathEntries kept;
   kept.reserve(entries.size());
   seen.Expect(entries.size());
   for (std::size_t at = 0; at < entries.size(); ++at) {
-    // Entries lie anywhere in memory: those ahead are fetched while this one is asked.
+    // Entries lie anywhere in memory: some are prefetched while an earlier one is asked.
     constexpr std::size_t ahead = 8;
     if (entries.size() - at > ahead) __builtin_prefetch(entries[at + ahead].get());
     if (seen.IsFirst(*entries[at])) kept.push_back(std::move(entries[at]));
@@ -91,12 +91,12 @@ PathEntries FirstIn(List& entries, SeenFolders& seen) {
 PathEntries FirstOf(PathEntries entries, SeenFolders& seen) { return FirstIn(entries, seen); }
 
 PathEntries FirstOf(const std::shared_ptr<const PathEntries>& entries, SeenFolders& seen) {
-  // Null from a composite that was moved from.
+  // Null when the part was moved from.
   return entries == nullptr ? PathEntries() : FirstIn(*entries, seen);
 }
 
-/// What is the first for its folder in the lists that `ask` answers for each part. Each entry is
-/// asked for its folder before the next part is asked.
+/// The first entry for each folder in the lists that ask(part) returns for `parts`. All entries of
+/// a list are asked for their folders before the next part is asked.
 template <class Ask>
 PathEntries CollectFirst(const Parts& parts, const Ask& ask) {
   std::vector<PathEntries> kept;
@@ -150,7 +150,7 @@ std::vector<FoundItem> DeduplicatedPath::FindAllInScope(SearchScope scope,
   SeenFiles seen;
   for (const auto& part : parts) {
     kept.push_back(part->FindAllInScope(scope, target, policy));
-    // The items that are seen live in the files that are kept.
+    // `seen` points to items of files that are kept, so they live as long.
     std::erase_if(kept.back(),
                   [&](const FoundItem& found) { return !seen.IsFirst(*found.GetPathItem()); });
   }
@@ -158,7 +158,7 @@ std::vector<FoundItem> DeduplicatedPath::FindAllInScope(SearchScope scope,
 }
 
 bool DeduplicatedPath::ForEachEntry(SearchScope scope, const PathEntryVisitor& visitor) const {
-  // The list may be looked at only once the flag says that it stands.
+  // Another thread may be building the list: it may be read only once the flag says "built".
   if (mainEntriesOnce.IsBuilt() && mainEntries != nullptr && !mainEntries->empty()) {
     return std::ranges::any_of(*mainEntries, [&](const auto& entry) {
       return entry->ForEachEntryInScope(scope, visitor);

@@ -23,7 +23,7 @@ class FilteredPath::EntryFilter {
     return (*this)(*found.GetPathEntry());
   }
 
-  /// The entry itself, null when it is hidden.
+  /// `entry` itself, or null when it is hidden.
   [[nodiscard]] std::shared_ptr<const IPathEntry> Shown(
       std::shared_ptr<const IPathEntry> entry) const {
     return (*this)(entry) ? std::move(entry) : nullptr;
@@ -36,6 +36,7 @@ class FilteredPath::EntryFilter {
     return detail::Fit(std::move(list));
   }
 
+  /// `visitor`, called for shown entries only. It must outlive the result.
   [[nodiscard]] auto Wrap(const PathEntryVisitor& visitor) const {
     return [*this, &visitor](const std::shared_ptr<const IPathEntry>& entry) {
       return (*this)(*entry) && visitor(entry);
@@ -59,7 +60,7 @@ FilteredPath::EntryFilter FilteredPath::GetEntryFilter() const noexcept {
 std::shared_ptr<const PathEntries> FilteredPath::GetMainEntries() const {
   mainEntriesOnce.Call([this] {
     PathEntries shown;
-    // Null from a composite that was moved from.
+    // Null when the source is a composite that was moved from.
     if (const auto entries = source->GetMainEntries()) {
       shown.reserve(entries->size());
       std::ranges::copy_if(*entries, std::back_inserter(shown), GetEntryFilter());

@@ -8,15 +8,15 @@
 
 namespace Corvane::PathManagement::detail {
 
-/// `list` without spare room. Unlike `shrink_to_fit`, raises when there is no memory for that.
+/// `list` without spare room. Unlike `shrink_to_fit`, raises when there is no memory for the copy.
 template <class Element>
 std::vector<Element> Fit(std::vector<Element> list) {
   if (list.size() == list.capacity()) return list;
   return {std::make_move_iterator(list.begin()), std::make_move_iterator(list.end())};
 }
 
-/// The elements of all `lists` one behind the other, without spare room. They are moved once,
-/// however many lists there are; growing with each list would move the first ones every time.
+/// The elements of all `lists`, one list after the other, without spare room. Each element is moved
+/// only once; a vector that grew with each list would move the first elements again and again.
 template <class Element>
 std::vector<Element> Join(std::vector<std::vector<Element>> lists) {
   if (lists.size() == 1) return Fit(std::move(lists.front()));

@@ -21,7 +21,7 @@ bool IsSeparator(char16_t unit) {
 bool IsAbsolute(const ustring& name) {
   namespace files = fl::filesystem::detail;
   if (files::is_absolute_path_when_expanded(files::make_native_form(name, true), true)) return true;
-  // A network share, which not every file system knows as absolute.
+  // A network share: `is_absolute_path_when_expanded` need not know these on every platform.
   return name.size() >= 2 && IsSeparator(name[0]) && IsSeparator(name[1]);
 }
 
@@ -32,7 +32,7 @@ PathEntries EntryForFolder(const ustring& folder, const IPath& path,
     auto entry = path.GetPathEntryFromAbsoluteIRI(workingFolder.absolutize(folder), policy);
     if (entry != nullptr) return {std::move(entry)};
   } catch (const FailedToAbsolutizeException&) {
-    // What is no folder is on no path.
+    // It is no folder, so no path has an entry for it.
   }
   return {};
 }
