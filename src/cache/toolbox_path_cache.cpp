@@ -14,17 +14,17 @@ ToolboxCacheWrongFormatException::~ToolboxCacheWrongFormatException() = default;
 UnableToSaveToolboxCacheException::~UnableToSaveToolboxCacheException() = default;
 
 const boost::exception_detail::clone_base* UnableToSaveToolboxCacheException::clone() const {
-  return new UnableToSaveToolboxCacheException(*this);  // the caller's, as Boost has it
+  return new UnableToSaveToolboxCacheException(*this);  // the caller deletes it, as Boost expects
 }
 
 void UnableToSaveToolboxCacheException::rethrow() const { throw *this; }
 
 namespace {
 
-/// To be called first in a `catch (...)`. That also catches the unwinding of a thread that is
-/// cancelled in a factory. This is no exception, and throwing another in its place would end the
-/// process.
-void GoOnIfCancelled() {
+/// To be called first in a `catch (...)`, which also catches the unwinding of a thread that is
+/// cancelled in a factory. The unwinding is no exception, and has to go on: to throw an exception
+/// instead would end the process.
+void RethrowIfCancelled() {
   if (std::current_exception() == nullptr) throw;
 }
 
@@ -36,7 +36,7 @@ void WriteToolboxPathCache(const fl::filesystem::path& cacheFile, const fl::file
   factory.WriteEntries(writer.Stream(), toAbsoluteIRI(u"file", root));
   writer.Commit();
 } catch (...) {
-  GoOnIfCancelled();
+  RethrowIfCancelled();
   throw UnableToSaveToolboxCacheException();
 }
 
@@ -47,7 +47,7 @@ void LoadToolboxPathCache(const fl::filesystem::path& cacheFile, const fl::files
   // A factory may have taken an error of the disk for the end of the file.
   if (!stream.is_open() || stream.bad()) throw ToolboxCacheWrongFormatException();
 } catch (...) {
-  GoOnIfCancelled();
+  RethrowIfCancelled();
   throw ToolboxCacheWrongFormatException();
 }
 

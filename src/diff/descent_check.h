@@ -7,12 +7,13 @@
 
 namespace Corvane::PathManagement::detail {
 
-/// Notices when entries hang below themselves, for assertions. Each entry of a level hangs below
-/// one of the level before, so a chain of entries leads to it that is as long as there were levels.
-/// With more levels than entries, some entry is in its chain twice.
+/// For assertions: notices when an entry is below itself. Each entry of a level is below an entry
+/// of the level before, so a chain with one entry for each level leads down to it. When there have
+/// been more levels than entries, some entry is in the chain twice.
 class DescentCheck {
  public:
-  /// Called with the entries of each level; false when there were more levels than entries.
+  /// To be called with the entries of each level, which are in `before` and `after`. False when
+  /// there have been more levels than different entries.
   template <class List>
   [[nodiscard]] bool MayGoBelow(const List& before, const List& after) {
     for (const List* const entries : {&before, &after}) {

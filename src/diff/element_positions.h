@@ -9,44 +9,45 @@
 
 namespace Corvane::PathManagement::detail {
 
-/// Where each element of a sequence stands in it, by the address of its object. Positions count
-/// from 1, so that 0 says "nowhere".
+/// Finds the positions of an element in a sequence. Elements are the same when they point to the
+/// same object. Positions count from 1, so that 0 can mean that the element is not there.
 ///
-/// Ownership: refers to the sequence.
-/// Cost: 16 to 32 bytes an element; four more once an element occurs twice.
+/// Ownership: refers to the sequence, which must outlive this.
+/// Cost: 16 to 32 bytes for each element; four more for each when any element occurs twice.
 template <class Element>
 class ElementPositions {
  public:
   explicit ElementPositions(std::span<const Element> sequence)
       : elements(sequence), slots(std::bit_ceil(2 * sequence.size() + 2)) {
+    // Backwards, so that a slot ends up with the smallest position of its element.
     for (std::size_t position = elements.size(); position > 0; --position) {
-      if (position > kAhead) Fetch(elements[position - 1 - kAhead]);
+      if (position > kAhead) Prefetch(elements[position - 1 - kAhead]);
       Add(static_cast<std::uint32_t>(position));
     }
   }
 
-  /// Calls visit(index, position) for each of `others` that the sequence holds, in order, with its
-  /// index in `others` and its smallest position.
+  /// For each of `others` that the sequence holds, in order, calls visit(index, position) with its
+  /// index in `others` and its smallest position in the sequence.
   template <class Visit>
   void ForEachShared(std::span<const Element> others, const Visit& visit) const {
     for (std::size_t index = 0; index < others.size(); ++index) {
-      if (others.size() - index > kAhead) Fetch(others[index + kAhead]);
+      if (others.size() - index > kAhead) Prefetch(others[index + kAhead]);
       const std::uint32_t position = slots[Find(others[index])].position;
       if (position != 0) visit(static_cast<std::uint32_t>(index), position);
     }
   }
 
-  /// For each position, the next one of the same element or 0; empty when no element occurs twice.
+  /// By position: the next position of the same element, or 0. Empty when no element occurs twice.
   [[nodiscard]] const std::vector<std::uint32_t>& Following() const { return following; }
 
  private:
   struct Slot {
-    std::uint32_t tag = 0;  // of the element's hash: spares most looks at the sequence
+    std::uint32_t tag = 0;  // some bits of the hash: if they differ, so does the element
     std::uint32_t position = 0;
   };
 
-  // So many elements ahead their slots are fetched: waiting for the memory is half of the cost of a
-  // long list otherwise.
+  // How many elements ahead slots are prefetched: otherwise, half of the cost of a long list is
+  // waiting for memory.
   static constexpr std::size_t kAhead = 16;
 
   static std::uint64_t Hash(const Element& element) {
@@ -57,9 +58,11 @@ class ElementPositions {
   [[nodiscard]] std::size_t FirstSlot(std::uint64_t hash) const {
     return hash >> std::countl_zero(slots.size() - 1);
   }
-  void Fetch(const Element& element) const { __builtin_prefetch(&slots[FirstSlot(Hash(element))]); }
+  void Prefetch(const Element& element) const {
+    __builtin_prefetch(&slots[FirstSlot(Hash(element))]);
+  }
 
-  /// The slot that holds the element or, when it is nowhere, would.
+  /// The slot that holds the element, or else the free slot in which it would be put.
   [[nodiscard]] std::size_t Find(const Element& element) const {
     const std::uint64_t hash = Hash(element);
     for (std::size_t at = FirstSlot(hash);; at = (at + 1) & (slots.size() - 1)) {

@@ -8,20 +8,21 @@
 
 namespace Corvane::PathManagement::detail {
 
-/// Sorts lists of entries, long ones on several threads. As pointers to functions, since the code
-/// may be in a module that is opened at the first sort, see `FindInModule`.
+/// Functions that sort lists of entries, long ones on several threads. They are called through
+/// pointers, since their code may be in a module that is opened at the first sort, see
+/// `FindInModule`.
 struct EntrySort {
   using Order = bool (*)(const std::shared_ptr<const IPathEntry>& left,
                          const std::shared_ptr<const IPathEntry>& right);
 
   void (*byAddress)(PathEntries& entries);
-  /// Whatever `comesBefore` raises is raised to the caller.
+  /// An exception of `comesBefore` passes through.
   void (*inOrder)(PathEntries& entries, Order comesBefore);
 };
 
-/// Never null; a pointer, since functions with C linkage return no reference.
+/// The functions. Never null: only since it has C linkage does this not return a reference.
 ///
-/// Errors: `std::runtime_error` when it is in a module that cannot be opened.
+/// Errors: `std::runtime_error` when they are in a module that cannot be opened.
 extern "C" SEARCHPATH_EXPORT const EntrySort* SearchpathEntrySort();
 
 }  // namespace Corvane::PathManagement::detail

@@ -5,7 +5,8 @@
 
 namespace Corvane::PathManagement::detail {
 
-/// Orders things by a key, which `functor` makes anew for each comparison, of the left thing first.
+/// Compares things by a key, which `functor` computes from a thing: for each comparison again, for
+/// the left thing first.
 template <class Functor>
 class LessThanByFunctorImpl {
  public:

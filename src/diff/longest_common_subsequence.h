@@ -11,33 +11,35 @@
 #include <span>
 #include <vector>
 
-/// The longest run of elements that two sequences hold in the same order, by the method of Hunt and
-/// Szymanski: the first sequence is walked once, and for each length the candidate is kept that
-/// ends earliest in the second. Elements are shared pointers, the same when they point to the same
-/// object.
+/// The longest common subsequence: the most elements that two sequences hold in the same order, not
+/// necessarily side by side. Elements are shared pointers, the same when they point to the same
+/// object. By the method of Hunt and Szymanski: the first sequence is walked once. For each length,
+/// a candidate is kept: of the common subsequences of this length found so far, the one that ends
+/// earliest in the second sequence.
 ///
-/// Which of several longest runs it is follows from these rules: each element of the first sequence
-/// takes its positions in the second in descending order; position j becomes the end of the
-/// shortest candidate that ends at or after j, or of a new, longest one, and continues the
-/// candidate that is one shorter, as that stands; a candidate that ends at j already stays.
+/// These rules decide which of several longest ones is found. Each element of the first sequence
+/// takes its positions in the second in descending order. At position j, the shortest candidate
+/// that ends at or after j is replaced by one that ends at j; if there is none, a new, longest
+/// candidate is made. The candidate that ends at j continues the present candidate that is one
+/// shorter. A candidate that already ends at j is not replaced.
 template <class Element, class Container>
 class LongestCommonSubsequence {
  public:
-  /// A link of a candidate. Links stand in one vector and name one another by their places there;
-  /// at place 0 is the one that every candidate begins with and that stands for no element.
+  /// A node of a candidate, which is a linked list. All nodes are in one vector and refer to one
+  /// another by number, the index there. Every candidate begins with node 0, which is no element.
   struct IndexNode {
-    std::uint32_t index;       // in the first sequence
-    std::uint32_t previous;    // the link before this one
-    std::uint32_t references;  // by candidates and by links after this one
+    std::uint32_t index;       // of the element in the first sequence
+    std::uint32_t previous;    // the number of the node before this one
+    std::uint32_t references;  // by candidates that end here, and by nodes after this one
   };
 
-  /// The run, as elements of `first` in its order.
+  /// The longest common subsequence, as elements of `first`.
   ///
   /// Precondition: each sequence has fewer than 2^32 - 1 elements.
   /// Cost: with n and m the lengths and c the number of times that a candidate comes to end
   /// earlier, n + (m + c) log m; c is at most n when no element occurs twice in `second`. An equal
-  /// front or back costs little more than its part of the result. Some 50 bytes an element, and the
-  /// links of the candidates.
+  /// front or back costs little more than its part of the result. Memory: some 50 bytes for each
+  /// element, and the nodes of the candidates.
   static Container Compute(const Container& first, const Container& second) {
     const std::span<const Element> all(first);
     const std::span<const Element> others(second);
@@ -57,19 +59,20 @@ class LongestCommonSubsequence {
  private:
   using Sequence = std::span<const Element>;
 
-  // An equal front is the front of the result, and what the rules give for the rest follows it:
-  // when it has been walked the candidates end at its positions, as early as can be, so that none
-  // of them changes any more and all that is longer continues the longest of them.
+  // An equal front is the front of the result, and can be set apart: the result for the rest
+  // follows it. Once the front has been walked, the candidates end at its positions, as early as
+  // possible. So none of them changes any more, and all longer ones continue the longest of them.
   //
-  // An equal back is the back of the result if its first element, x, does not stand before it in
-  // the first sequence. Let L be the length for what is before the backs. The candidates of length
-  // L + 1, L + 2, … can only end at the positions of the back one by one, each continuing the one
-  // before; ends in the back do not touch the candidates up to L; and x continues the candidate of
-  // length L when it is first met, that is after all that is before the back. Met sooner, x would
-  // continue an earlier candidate, and that one could be made of other elements.
+  // An equal back is the back of the result, and can be set apart, if its first element, x, does
+  // not occur before it in the first sequence. Let L be the length of the result for what is before
+  // the backs. The candidates of length L + 1, L + 2, … can only end at the first, the second, …
+  // position of the back, and each continues the one before it. They leave the candidates up to
+  // length L as they are. Since x is first met after all that is before the back, it continues the
+  // final candidate of length L. Met sooner, it would continue an earlier one, which could consist
+  // of other elements.
 
-  /// The length of the equal front. Elements are compared by blocks, without a branch for each:
-  /// that halves what equal sequences cost beyond the copying.
+  /// The length of the equal front. Elements are compared in blocks, without a branch for each one:
+  /// this halves the cost of equal sequences, apart from the copying.
   static std::size_t FrontLength(Sequence first, Sequence second) {
     constexpr std::size_t block = 16;
     const std::size_t most = std::min(first.size(), second.size());
@@ -83,8 +86,8 @@ class LongestCommonSubsequence {
     return length;
   }
 
-  /// The number of elements to set apart at the end: the equal back, if it is so long that it pays
-  /// for the look at what is before it.
+  /// The length of the equal back if it can be set apart, else 0. Also 0 for a short back, which
+  /// would save less than the search for its first element in what is before it costs.
   static std::size_t BackLength(Sequence first, Sequence second) {
     const auto [before, unused] =
         std::mismatch(first.rbegin(), first.rend(), second.rbegin(), second.rend());
@@ -94,7 +97,7 @@ class LongestCommonSubsequence {
     return static_cast<std::size_t>(first.end() - back);
   }
 
-  /// The indices in `first` of the run's elements.
+  /// The longest common subsequence, as indices in `first`.
   static std::vector<std::uint32_t> ComputeMiddle(Sequence first, Sequence second) {
     if (first.empty() || second.empty()) return {};
     const Corvane::PathManagement::detail::ElementPositions<Element> positions(second);
@@ -117,23 +120,24 @@ class LongestCommonSubsequence<Element, Container>::Candidates {
   Candidates(const std::vector<std::uint32_t>& following, std::size_t positionCount,
              std::size_t maximalLength)
       : ends(static_cast<std::uint32_t>(positionCount + 1)),
-        links(positionCount + 1),
+        lastNodes(positionCount + 1),
         repeated(following) {
     nodes.reserve(maximalLength + 1);
     nodes.push_back({.index = 0, .previous = 0, .references = 1});
   }
 
-  /// Walks over the element at `index` of the first sequence, whose first position this is.
+  /// Takes the next element of the first sequence that the second holds: the one at `index`.
+  /// `position` is its first position in the second.
   void Meet(std::uint32_t index, std::uint32_t position) {
     const std::uint32_t firstPlace = repeated.Place(position);
     if (firstPlace == 0) {
       if (!ends.Contains(position)) EndCandidate(index, position, EndBefore(position));
       return;
     }
-    // Only the smallest position between two ends matters: the rules let the others end the same
-    // candidate before it does. From the last to the first, so that each continues a candidate that
-    // this element has not changed; positions at which a candidate ends are passed over in one
-    // step.
+    // Of the element's positions between two ends, only the smallest matters: by the rules, each of
+    // the others would make a candidate that is replaced at once. The walk goes from the last
+    // position to the first, so that each continues a candidate that this element has not changed.
+    // In one step, `FreeBefore` passes over positions at which candidates end.
     std::uint32_t place = repeated.FreeBefore(repeated.PlacesEnd(firstPlace));
     for (; place >= firstPlace; place = repeated.FreeBefore(place)) {
       const std::uint32_t before = EndBefore(repeated.Position(place));
@@ -145,14 +149,15 @@ class LongestCommonSubsequence<Element, Container>::Candidates {
   /// The indices of the elements of the longest candidate.
   [[nodiscard]] std::vector<std::uint32_t> Longest() const {
     std::vector<std::uint32_t> indices(length);
-    const IndexNode* node = &nodes[links[lastEnd]];
+    const IndexNode* node = &nodes[lastNodes[lastEnd]];
     for (std::size_t at = length; at > 0; node = &nodes[node->previous])
       indices[--at] = node->index;
     return indices;
   }
 
  private:
-  // Lists that are almost the same or almost turned round meet most positions outside of all ends.
+  // In lists that are almost equal or almost reversed, most positions are before or after all ends,
+  // where no search in the set is needed.
   [[nodiscard]] std::uint32_t EndBefore(std::uint32_t position) const {
     if (position > lastEnd) return lastEnd;
     return position < firstEnd ? 0 : ends.Before(position);
@@ -161,12 +166,12 @@ class LongestCommonSubsequence<Element, Container>::Candidates {
     return position < firstEnd ? firstEnd : ends.After(position);
   }
 
-  /// Lets the candidate that ends next after `before` end at `position`; at the end of all, a new
-  /// one.
+  /// Makes a candidate that ends at `position` with the element at `index` and continues the one
+  /// that ends at `before`. It replaces the one that ends next after `position`, if there is one.
   void EndCandidate(std::uint32_t index, std::uint32_t position, std::uint32_t before) {
     ends.Insert(position);
     repeated.Occupy(position);
-    links[position] = AddLink(index, links[before]);
+    lastNodes[position] = AddNode(index, lastNodes[before]);
     const bool isLongest = position > lastEnd;
     const std::uint32_t replaced = isLongest ? 0 : EndAfter(position);
     if (before == 0) firstEnd = position;
@@ -178,42 +183,42 @@ class LongestCommonSubsequence<Element, Container>::Candidates {
     if (replaced == lastEnd) lastEnd = position;
     ends.Erase(replaced);
     repeated.Vacate(replaced);
-    Release(links[replaced]);
+    Release(lastNodes[replaced]);
   }
 
-  /// The place of a new link, held by one candidate.
-  std::uint32_t AddLink(std::uint32_t index, std::uint32_t previous) {
+  /// Makes a node to which one candidate refers, and returns its number.
+  std::uint32_t AddNode(std::uint32_t index, std::uint32_t previous) {
     ++nodes[previous].references;
     const IndexNode node = {.index = index, .previous = previous, .references = 1};
     if (spare == 0) {
       nodes.push_back(node);
       return static_cast<std::uint32_t>(nodes.size() - 1);
     }
-    const std::uint32_t place = spare;
-    spare = nodes[place].previous;
-    nodes[place] = node;
-    return place;
+    const std::uint32_t number = spare;
+    spare = nodes[number].previous;
+    nodes[number] = node;
+    return number;
   }
 
-  /// Gives up a reference to the link, and with the last one the link: a loop, since what a link
-  /// alone held may be as long as the sequences.
-  void Release(std::uint32_t place) {
-    while (--nodes[place].references == 0) {
-      const std::uint32_t previous = nodes[place].previous;
-      nodes[place].previous = spare;
-      spare = place;
-      place = previous;
+  /// Drops a reference to a node. A node without references becomes spare, and drops its reference
+  /// to the node before it: in a loop, since such a chain may be as long as the sequences.
+  void Release(std::uint32_t number) {
+    while (--nodes[number].references == 0) {
+      const std::uint32_t previous = nodes[number].previous;
+      nodes[number].previous = spare;
+      spare = number;
+      number = previous;
     }
   }
 
   Corvane::PathManagement::detail::PositionSet ends;            // of all candidates
-  std::vector<std::uint32_t> links;                             // by end: the candidate's last link
-  std::uint32_t firstEnd = 0;                                   // the smallest but 0
-  std::uint32_t lastEnd = 0;                                    // the largest of ends
+  std::vector<std::uint32_t> lastNodes;                         // of candidates, by their end
+  std::uint32_t firstEnd = 0;                                   // the smallest end but 0
+  std::uint32_t lastEnd = 0;                                    // the largest end
   std::size_t length = 0;                                       // of the longest candidate
-  Corvane::PathManagement::detail::RepeatedPositions repeated;  // free: no candidate ends there
+  Corvane::PathManagement::detail::RepeatedPositions repeated;  // free where no candidate ends
   std::vector<IndexNode> nodes;
-  std::uint32_t spare = 0;  // the first link given up, which names the next; 0 when there is none
+  std::uint32_t spare = 0;  // a node for reuse, whose `previous` is the next such node; 0: none
 };
 
 #endif  // SEARCHPATH_SRC_DIFF_LONGEST_COMMON_SUBSEQUENCE_H

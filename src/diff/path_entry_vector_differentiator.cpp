@@ -16,14 +16,14 @@ namespace {
 
 using Entry = std::shared_ptr<const IPathEntry>;
 
-// As `AbsoluteIRI`, since the further text of a canonical IRI does not tell folders apart.
+// As `AbsoluteIRI`, without the further text of a canonical IRI: only the folder matters.
 bool ComesBefore(const Entry& left, const Entry& right) {
   static constexpr detail::LessThanByFunctorImpl kOrder(
       [](const Entry& entry) -> AbsoluteIRI { return entry->GetCanonicalAbsoluteIRI(); });
   return kOrder(left, right);
 }
 
-/// What is left of `all` without the elements of `part`, which it holds in the same order.
+/// `all` without the elements of `part`, which is a subsequence of it.
 PathEntries Without(PathEntries all, const PathEntries& part) {
   PathEntries left;
   auto next = part.begin();
@@ -43,7 +43,7 @@ struct Division {
   PathEntries common;
 };
 
-/// Divides the entries of two lists that are sorted by address; all stay so.
+/// Divides the entries of two lists, which are sorted by address. So are the results.
 Division DivideByIdentity(PathEntries before, PathEntries after) {
   Division division;
   auto removed = before.begin();
@@ -119,17 +119,17 @@ void PathEntryVectorDifferentiator::Compare(PathEntries before, PathEntries afte
   CompareHelper(std::move(before), std::move(after), filter, true);
 }
 
-// A round for each level, so that no number of levels overflows the stack.
+// One round for each level of folders: a recursion would overflow the stack on deep folders.
 void PathEntryVectorDifferentiator::CompareHelper(PathEntries&& before, PathEntries&& after,
                                                   ComparisonFilter filter, bool computeReordered) {
   assert(added != nullptr);
   [[maybe_unused]] detail::DescentCheck descent;
-  // The same objects in the same order differ in nothing, which ends the descent, too.
+  // The same objects in the same order differ in nothing. Two empty lists end the descent.
   while (before != after) {
     const detail::EntrySort& sort = *detail::SearchpathEntrySort();
     if (computeReordered) {
-      // What stays in place is unchanged, and the rest is little: sorting all cost three times as
-      // much as finding the subsequence.
+      // What stays in place is unchanged and is left out. Little remains to be sorted: sorting all
+      // entries took three times as long as finding the subsequence.
       const auto inPlace = LongestCommonSubsequence<Entry, PathEntries>::Compute(before, after);
       before = Without(std::move(before), inPlace);
       after = Without(std::move(after), inPlace);

@@ -9,15 +9,15 @@
 
 namespace Corvane::PathManagement::detail {
 
-/// A set of positions below a bound, with the neighbours of any position at hand. Position 0 is in
-/// it from the start and stays, so that every other position has one before it.
+/// A set of positions below a bound, which quickly finds the nearest one before or after a given
+/// position. Position 0 is always in the set, so that every other position has one before it.
 ///
-/// Cost: at most one step for every six bits of the bound; memory of little over one bit a
-/// position.
+/// Cost: at most one step up and one down for every six bits of the bound. Memory: little over one
+/// bit for each position below the bound.
 class PositionSet {
  public:
   explicit PositionSet(std::uint32_t bound) {
-    std::size_t count = bound;  // of the bits of a level
+    std::size_t count = bound;  // of the bits in a level
     std::size_t words = 0;
     do {
       count = count / kBits + 1;
@@ -94,9 +94,10 @@ class PositionSet {
     return tree[offsets[level] + position / kBits];
   }
 
-  // A bit of the first level for each position, above it a bit for each word that is not empty.
+  // Levels of bits. The first level has a bit for each position; every other level has a bit for
+  // each word of the level before, set while that word is not 0.
   std::vector<std::uint64_t> tree;
-  std::array<std::size_t, 6> offsets = {};  // of the levels in tree
+  std::array<std::size_t, 6> offsets = {};  // where each level begins; 6 levels suffice for 32 bits
   std::size_t depth = 0;                    // levels in use
 };
 

@@ -9,15 +9,16 @@
 
 namespace Corvane::PathManagement::detail {
 
-/// The positions of the elements that occur more than once, and which of them are free. Those of an
-/// element have consecutive places, in ascending order; places count from 1.
+/// The positions of the elements that occur more than once in a sequence, and which of them are
+/// free. Each such position has a place: its number, from 1 on, in a list in which the positions of
+/// an element are side by side, in ascending order.
 class RepeatedPositions {
  public:
-  /// All are free until `Occupy` takes them. `following`: for each position, the next one of the
-  /// same element or 0; may be empty when there is none.
+  /// All positions are free at first. `following` has for each position the next position of the
+  /// same element, or 0; it may be empty when no element occurs twice.
   explicit RepeatedPositions(const std::vector<std::uint32_t>& following)
       : places(following.size()),
-        ordered(1),
+        ordered(1),  // no position has place 0
         free(static_cast<std::uint32_t>(following.size() + 1)) {
     for (std::uint32_t first = 0; first < following.size(); ++first) {
       if (following[first] == 0 || places[first] != 0) continue;
@@ -40,14 +41,14 @@ class RepeatedPositions {
     return ordered[place].position;
   }
 
-  /// Past the last place of the element whose first place is `first`.
+  /// One past the last place of the element whose first place is `first`.
   [[nodiscard]] std::uint32_t PlacesEnd(std::uint32_t first) const { return ordered[first].end; }
 
-  /// The last free place before `place`, of whatever element; 0 when there is none.
+  /// The last free place before `place`, perhaps of another element; 0 when there is none.
   [[nodiscard]] std::uint32_t FreeBefore(std::uint32_t place) const { return free.Before(place); }
 
-  /// The first of the places `first` to `last`, of one element, with a position after `position`.
-  /// Precondition: there is one.
+  /// The first of the places from `first` to `last` whose position is after `position`.
+  /// Precondition: there is one, and all these places are those of one element.
   [[nodiscard]] std::uint32_t FirstAfter(std::uint32_t position, std::uint32_t first,
                                          std::uint32_t last) const {
     const auto begin = ordered.begin() + first;
@@ -57,9 +58,11 @@ class RepeatedPositions {
     return first + static_cast<std::uint32_t>(found - begin);
   }
 
+  /// `position` is no longer free. Ignored when its element occurs once.
   void Occupy(std::uint32_t position) {
     if (const std::uint32_t place = Place(position)) free.Erase(place);
   }
+  /// `position` is free again. Ignored when its element occurs once.
   void Vacate(std::uint32_t position) {
     if (const std::uint32_t place = Place(position)) free.Insert(place);
   }
@@ -67,12 +70,13 @@ class RepeatedPositions {
  private:
   struct Repeated {
     std::uint32_t position;
-    std::uint32_t end;  // at the first place of an element: past its last
+    std::uint32_t end;  // only at the first place of an element: one past its last place
   };
 
-  std::vector<std::uint32_t> places;  // by position; empty when there is none
-  std::vector<Repeated> ordered;      // by place
-  PositionSet free;                   // places
+  std::vector<std::uint32_t>
+      places;                     // by position; 0: its element occurs once; empty: all occur once
+  std::vector<Repeated> ordered;  // by place
+  PositionSet free;               // the free places
 };
 
 }  // namespace Corvane::PathManagement::detail

@@ -8,9 +8,8 @@
 
 namespace Corvane::PathManagement::detail {
 
-/// Compares as another comparator does until that raises for the first time. What it raised is
-/// kept. From then on all elements count as equal, so that the sort comes to an end within the
-/// list.
+/// Compares as another comparator does until that raises an exception, which is kept. From then on
+/// all elements count as equal, so that the sort ends and never leaves the bounds of the list.
 ///
 /// Threads: all operations but `Rethrow`, from any thread.
 template <class Compare>
@@ -29,7 +28,7 @@ class FailureKeepingComparator {
     }
   }
 
-  /// Raises what was kept, if there is anything. Not while comparisons are under way.
+  /// Raises the kept exception, if there is one. Not while comparisons are under way.
   void Rethrow() const {
     if (failure != nullptr) std::rethrow_exception(failure);
   }
@@ -40,8 +39,9 @@ class FailureKeepingComparator {
   std::exception_ptr failure;  // written by the thread that sets hasFailed, read after the sort
 };
 
-/// Sorts `list` on several threads when it is long. Whatever `comesBefore` raises is raised again:
-/// the sort itself drops an exception that comes when it has just found the list out of order.
+/// Sorts `list`, on several threads when it is long. An exception of `comesBefore` passes through:
+/// it is kept, since `parallel_sort` drops one that is raised just when it has found the list out
+/// of order.
 template <class List, class Compare>
 void SortInParallel(List& list, const Compare& comesBefore) {
   FailureKeepingComparator comparator(comesBefore);

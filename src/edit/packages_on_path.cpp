@@ -18,7 +18,7 @@ bool IsPathFolder(const PackageFolder& folder) {
   return folder.tags != nullptr && folder.tags->contains(kPathFolderTag);
 }
 
-/// Whether the property is there and true. Raises for a value that is not a bool.
+/// Whether the property exists and is true. Raises when its value is not a bool.
 bool IsTrue(const IPackage& package, std::u16string_view key) {
   const auto value = package.GetProperty(key);
   return value && std::get<bool>(*value);
@@ -28,7 +28,7 @@ void AppendPathFolders(const IPackage& package, std::vector<CanonicalAbsoluteIRI
   const std::vector<PackageFolder>& all = package.GetFolders();
   const auto count = std::ranges::count_if(all, IsPathFolder);
   const std::size_t needed = folders.size() + static_cast<std::size_t>(count);
-  // Once for the package, and doubled, lest many packages of one folder each copy all before them.
+  // At least doubled: otherwise each of many small packages would copy all folders so far.
   if (needed > folders.capacity()) folders.reserve(std::max(needed, 2 * folders.capacity()));
   for (const PackageFolder& each : all) {
     if (IsPathFolder(each)) folders.push_back(GetCanonicalIRI(each.folder));

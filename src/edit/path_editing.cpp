@@ -23,7 +23,7 @@ using foundation::core::except::MessageRecord;
 
 namespace {
 
-// Their keys are of type `AbsoluteIRI`, so canonical IRIs, too, are compared as such.
+// The keys are of type `AbsoluteIRI`: a canonical IRI is compared without its further text.
 using IRISet = boost::unordered_flat_set<AbsoluteIRI, detail::HeldHash, std::equal_to<>>;
 using IRIFlags = boost::unordered_flat_map<AbsoluteIRI, bool, detail::HeldHash, std::equal_to<>>;
 
@@ -55,7 +55,7 @@ void SetFolders(IMainSearchPathManager& manager, const std::vector<AbsoluteIRI>&
   try {
     manager.SetFolderIRIs(folders, notification);
   } catch (const RecursivePathChangeException&) {
-    // The change that is under way stands; this one gives way to it.
+    // The change that is under way has precedence; this one is dropped.
   }
 }
 
@@ -64,8 +64,8 @@ void SetFolders(IMainSearchPathManager& manager, const std::vector<AbsoluteIRI>&
 std::vector<AbsoluteIRI> ConvertUstringRangeToAbsoluteIRIs(const UstringRange& folders,
                                                            const ICurrentWorkingFolder& cwf,
                                                            Notification& notification) {
-  // Counted and converted in one walk: an adaptor with a state of its own loses elements in a
-  // second one, and an iterator may hold the one element that it is at.
+  // Counted and converted in one walk: a second walk over a range that consumes its input would
+  // miss elements, and a reference may be valid only until its iterator moves on.
   std::vector<AbsoluteIRI> converted;
   std::size_t count = 0;
   for (const ustring& folder : folders) {
@@ -78,7 +78,7 @@ std::vector<AbsoluteIRI> ConvertUstringRangeToAbsoluteIRIs(const UstringRange& f
       notification.Append(*std::move(message));
     }
   }
-  std::vector<AbsoluteIRI> iris;
+  std::vector<AbsoluteIRI> iris;  // with the capacity that is promised
   iris.reserve(count);
   std::move(converted.begin(), converted.end(), std::back_inserter(iris));
   return iris;
@@ -125,12 +125,12 @@ Notification RemoveIRIsFromZentraPath(const AbsoluteIRIRange& iris,
                                       IMainSearchPathManager& manager) {
   Notification notification;
   const auto current = manager.GetFolderIRIs();
-  IRIFlags isRemoved;  // by the folders of the path
+  IRIFlags isRemoved;  // for each folder of the path
   isRemoved.reserve(current->size());
   for (const AbsoluteIRI& folder : *current) isRemoved.try_emplace(folder, false);
   for (const AbsoluteIRI& iri : iris) {
     auto found = isRemoved.find(iri);
-    // The canonical location costs questions to the disk, so it comes second.
+    // The canonical location comes second, since it takes access to the disk.
     if (found == isRemoved.end()) found = isRemoved.find(GetCanonicalIRI(iri));
     if (found == isRemoved.end()) {
       notification.Append({.catalogue = PathMessages::RemovalCatalogue,

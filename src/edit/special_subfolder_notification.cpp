@@ -25,7 +25,7 @@ void PublishUpwards(AbsoluteIRI location) {
     publish();
     location = location.getParent();
   };
-  // A dot makes it a file, or a folder that is asked about like one.
+  // A name with a dot is taken for that of a file; a folder with such a name is treated alike.
   if (location.getName().find(u'.') != ustring::npos) publishAndAscend();
   while (GetPathEntryTypeFromBaseName(location.getName()) != PathEntryType::Ordinary) {
     publishAndAscend();
@@ -38,7 +38,7 @@ void PublishUpwards(AbsoluteIRI location) {
 void NotifyUpstreamPathEntriesOfPossibleSpecialSubfolderChanges(const AbsoluteIRI& location) try {
   PublishUpwards(location.getResolvedIRI());
 } catch (const foundation::storage::vfs::InvalidIRIException&) {
-  // Nobody can have an entry for it.
+  // No path can have an entry for a location that is not valid.
 }
 
 void NotifyUpstreamPathEntriesOfPossibleSpecialSubfolderChangesAndCanonicalize(
