@@ -8,14 +8,14 @@
 
 namespace Corvane::PathManagement::c {
 
-/// Says in `error`, which may be null, what is wrong, and returns what to return.
+/// Writes `message` to `error`, which may be null, and returns `status`.
 searchpath_status Fail(searchpath_status status, const char* message, searchpath_error* error);
 
-/// What to return for the exception that is being handled.
+/// The status for the exception that is being handled. Writes its message to `error`.
 searchpath_status FailByException(searchpath_error* error);
 
-/// Does it. No exception gets any further, but the unwinding of a thread that is cancelled does: it is no
-/// exception.
+/// Calls `action`, and turns an exception into a status. The unwinding of a cancelled thread is no
+/// exception, and passes through.
 template <class Action>
 searchpath_status Do(searchpath_error* error, const Action& action) try {
   action();
@@ -25,7 +25,7 @@ searchpath_status Do(searchpath_error* error, const Action& action) try {
   return FailByException(error);
 }
 
-/// Hands out what make() returns in a unique pointer.
+/// Sets `*handle` to the object that make() returns in a unique pointer, or to null on failure.
 template <class Handle, class Make>
 searchpath_status HandOut(Handle** handle, searchpath_error* error, const Make& make) {
   if (handle == nullptr) return Fail(SEARCHPATH_INVALID, "nowhere to hand the result out", error);

@@ -7,10 +7,10 @@
 #include <string>
 #include <vector>
 
-// What stands behind the handles that are handed out. All texts are bytes already.
+// The objects behind the handles. Their texts are bytes already, so that callers can view them.
 
 struct searchpath_environment {
-  Corvane::PathManagement::host::EnvironmentOptions options;  // to make it anew
+  Corvane::PathManagement::host::EnvironmentOptions options;  // from which a watch makes it again
   Corvane::PathManagement::host::Environment environment;
 };
 
@@ -19,7 +19,7 @@ struct searchpath_files {
 };
 
 struct searchpath_explanation {
-  struct Asked {
+  struct Asked {  // a folder that was searched
     std::string folder;
     std::string outcome;
     std::string origin;
@@ -36,7 +36,7 @@ struct searchpath_shadows {
   struct Shadow {
     std::string name;
     searchpath_files files;
-    std::vector<std::string> kinds;  // of the files; the first has none
+    std::vector<std::string> kinds;  // of `files`; "" for the first, which hides the others
   };
 
   std::vector<Shadow> shadows;

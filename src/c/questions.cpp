@@ -24,7 +24,8 @@ host::LookupRules RulesNamed(const char* name) {
   return *rules;
 }
 
-/// Empty where the process has none any more: then relative folders are nowhere.
+/// Empty when the working folder of the process has been removed: relative folders then cannot be
+/// found.
 std::optional<paths::AbsoluteIRI> FindWorkingFolder() {
   try {
     return host::WorkingFolder().Locate(".");
@@ -150,17 +151,17 @@ searchpath_status searchpath_find_shadows(const searchpath_environment* environm
                                           const searchpath_lookup* lookup,
                                           searchpath_shadows** shadows, searchpath_error* error) {
   return HandOut(shadows, error, [&] {
-    host::ShadowLookup asked;
+    host::ShadowLookup question;
     if (lookup != nullptr) {
-      asked.extensions = TextsOf(lookup->extensions, lookup->extension_count);
-      if (lookup->ignore_case != 0) asked.policy = paths::FilenameMatchingPolicy::IgnoreCase;
+      question.extensions = TextsOf(lookup->extensions, lookup->extension_count);
+      if (lookup->ignore_case != 0) question.policy = paths::FilenameMatchingPolicy::IgnoreCase;
     }
     auto made = std::make_unique<searchpath_shadows>();
-    for (const auto& shadow : environment->environment.FindShadows(asked).shadows) {
+    for (const auto& shadow : environment->environment.FindShadows(question).shadows) {
       auto& added = made->shadows.emplace_back();
       added.name = BytesOf(shadow.name);
       added.files = FilesOf({shadow.winner});
-      added.kinds.emplace_back();
+      added.kinds.emplace_back();  // of the winner
       for (const auto& hidden : shadow.hidden) {
         added.files.paths.push_back(BytesOf(host::GetLocationText(hidden.file)));
         added.kinds.emplace_back(host::GetText(hidden.kind));

@@ -18,7 +18,7 @@ using paths::c::HandOut;
 using paths::c::LookupOf;
 using paths::c::View;
 
-using Path = std::optional<std::string>;
+using Path = std::optional<std::string>;  // of the file that a name means; empty: none
 
 Path PathOf(const std::optional<paths::FoundItem>& file) {
   if (!file) return std::nullopt;
@@ -56,7 +56,7 @@ struct searchpath_changes {
 
   std::vector<Change> changes;
   host::Receipt verified;
-  std::optional<host::Environment> now;  // empty while all is as it was
+  std::optional<host::Environment> now;  // empty when nothing had changed
 };
 
 searchpath_status searchpath_find_with_receipt(const searchpath_environment* environment,

@@ -7,20 +7,20 @@
 #include <cstddef>
 #include <string>
 
-// What goes in and out, as the host has it and as callers in C have it.
+// Converts between the types of callers in C and those of the host.
 
 namespace Corvane::PathManagement::c {
 
-/// Errors: `std::invalid_argument` for a null among them.
+/// Errors: `std::invalid_argument` when one of the `count` texts is null.
 [[nodiscard]] AnyTexts TextsOf(const char* const* texts, std::size_t count);
 
-/// Errors: `std::invalid_argument` for one without a name.
+/// Errors: `std::invalid_argument` when `lookup`, its name or an extension is null.
 [[nodiscard]] host::Lookup LookupOf(const searchpath_lookup* lookup);
 
-/// The bytes of a text that stands for a name.
+/// The bytes of the name or path `text`; "" when it stands for none, see `BytesFromText`.
 [[nodiscard]] std::string BytesOf(const ustring& text);
 
-/// Shows the text as long as it lives.
+/// A view of `text`, which must outlive it.
 [[nodiscard]] searchpath_text View(const std::string& text);
 
 }  // namespace Corvane::PathManagement::c

@@ -18,6 +18,7 @@ struct searchpath_watch {
         }) {}
 
   host::EnvironmentOptions options;
+  // Callers have a const handle, since threads may share it.
   mutable std::mutex oneAtATime;
   mutable host::FollowedEnvironment followed;
 };

@@ -20,11 +20,11 @@ enum class JsonFault : std::uint8_t {
   RepeatedField,
   MissingField,
   UnknownField,
-  WrongType,  ///< the detail says what was expected
+  WrongType,  ///< `JsonException::detail` says what was expected
   OutOfRange,
 };
 
-/// The fault in words. Where a detail follows, they lead to it.
+/// The fault in words, to be followed by `JsonException::detail`.
 [[nodiscard]] const char16_t* GetWords(JsonFault fault);
 
 /// "FILE:LINE: FIELD: what", without the parts that are empty.
@@ -39,9 +39,9 @@ class JsonException : public std::exception {
       : fault(itsFault), line(itsLine), field(std::move(itsField)), detail(std::move(itsDetail)) {}
 
   JsonFault fault;
-  std::optional<std::size_t> line;  // from 1; empty when it concerns the text as a whole
-  ustring field;                    // as "folders[1].tags", counted from 0; "" for no field
-  ustring detail;
+  std::optional<std::size_t> line;  // from 1; empty when the text as a whole is at fault
+  ustring field;                    // such as "folders[1].tags", counted from 0; "" for none
+  ustring detail;                   // the end of the message; "" for most faults
 };
 
 }  // namespace Corvane::PathManagement::json

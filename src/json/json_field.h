@@ -15,9 +15,10 @@
 
 namespace Corvane::PathManagement::json {
 
-/// A value of a JSON text and its name for messages. What is not as a reader expects is a fault.
+/// A value of a JSON text, and its name in messages.
 ///
-/// Errors: `JsonException`.
+/// Ownership: refers to the value.
+/// Errors: `JsonException` when the value is not what an operation expects.
 struct Field {
   const LocatedJson& value;
   ustring name;
@@ -26,6 +27,7 @@ struct Field {
     throw JsonException(fault, value.line, name, std::move(detail));
   }
 
+  /// The content; `expected` is its type in words, for the message about a value of another type.
   template <class Content>
   [[nodiscard]] const Content& As(const char16_t* expected) const {
     const auto* content = std::get_if<Content>(&value.content);
@@ -63,6 +65,7 @@ struct Field {
     if (const auto found = Find(key)) return *found;
     throw JsonException(JsonFault::MissingField, value.line, FieldBelow(name, key));
   }
+  /// Refuses a member that is not called like one of `known`.
   void CheckMembers(std::initializer_list<std::u16string_view> known) const {
     for (const JsonMember& member : As<LocatedJson::Object>(u"an object")) {
       if (std::ranges::find(known, member.name) != known.end()) continue;

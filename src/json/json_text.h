@@ -9,11 +9,11 @@
 
 namespace Corvane::PathManagement::json {
 
-/// Adds `text` to `object` under `key`, with U+FFFD for bytes that are not UTF-8. If there are any, it
-/// also adds the bytes in Base64: "pathBytes" beside "path".
+/// Adds `text` to `object` under `key`. In JSON, bytes that are not UTF-8 become U+FFFD. If there
+/// are any, all bytes of `text` are also added in Base64: "pathBytes" beside "path".
 void AddText(nlohmann::ordered_json& object, const std::string& key, const ustring& text);
 
-/// An object without line breaks. `asciiOnly` escapes all other characters.
+/// `object` as JSON in one line. `asciiOnly` escapes all characters that are not ASCII.
 [[nodiscard]] std::string GetLine(const nlohmann::ordered_json& object, bool asciiOnly = false);
 
 }  // namespace Corvane::PathManagement::json

@@ -16,13 +16,13 @@ namespace {
 
 constexpr std::size_t kMostLevels = 32;
 
-/// Counts the lines of a text while it is parsed: the parser does not say where a value stands.
+/// Counts the lines of a text while it is parsed: the parser does not report the line of a value.
 class Lines {
  public:
   explicit Lines(std::string_view bytes) : text(bytes) {}
 
-  /// The line of the token that has just been read. A number ends only with the byte behind it,
-  /// which may be a line break and does not count.
+  /// The line of the token that has just been read. The last byte read does not count: the parser
+  /// reads the byte behind a number, too, which may be a line break.
   std::size_t GetLine() {
     const std::size_t end = std::max<std::size_t>(read, 1) - 1;
     const auto from = text.begin() + static_cast<std::ptrdiff_t>(counted);
@@ -32,7 +32,7 @@ class Lines {
     return line;
   }
 
-  /// An iterator over the text that keeps `read`.
+  /// An iterator over the text that keeps `read` up to date.
   class Iterator {
    public:
     using iterator_category = std::input_iterator_tag;
@@ -61,11 +61,11 @@ class Lines {
  private:
   std::string_view text;
   std::size_t read = 0;     // bytes that the parser has taken
-  std::size_t counted = 0;  // bytes whose line breaks are in line
+  std::size_t counted = 0;  // bytes whose line breaks are counted in `line`
   std::size_t line = 1;
 };
 
-/// Takes the events of the parser, which fixes the names of these operations.
+/// Builds the tree from the events of the parser, which prescribes the names of its handlers.
 class TreeBuilder {
  public:
   TreeBuilder(Lines& textLines, std::size_t most) : lines(textLines), mostValues(most) {}
@@ -78,8 +78,8 @@ class TreeBuilder {
     return Add(static_cast<std::int64_t>(value));
   }
   bool number_float(double value, const std::string& digits) {
-    // An integer too large for 64 bits comes as a double, too, and would lose digits. Looking for
-    // the decimal point would not do: here it is that of the locale.
+    // An integer too large for 64 bits comes as a double, too, and would lose digits. It is not
+    // recognised by the missing decimal point, since that of the locale is used in `digits`.
     const bool isInteger = digits.find_first_not_of("-0123456789") == std::string::npos;
     if (isInteger) Fail(JsonFault::OutOfRange);
     return Add(value);
@@ -90,7 +90,7 @@ class TreeBuilder {
   bool start_object(std::size_t /*unknown*/) { return Open(LocatedJson::Object()); }
   bool start_array(std::size_t /*unknown*/) { return Open(LocatedJson::Array()); }
   bool key(const std::string& name) {
-    // Before its value is known, so that a problem with the value can name the field.
+    // Added before its value is known, so that a message about the value can name the field.
     Members().push_back({TextFromBytes(name), {lines.GetLine(), nullptr}});
     return true;
   }
@@ -110,13 +110,14 @@ class TreeBuilder {
   [[nodiscard]] LocatedJson::Object& Members() const {
     return std::get<LocatedJson::Object>(open.back()->content);
   }
+  /// The name of the value that was added last, for messages.
   [[nodiscard]] ustring Field() const;
   [[noreturn]] void Fail(JsonFault fault) {
-    MakeRoom();  // an element of an array is counted, too
+    MakeRoom();  // so that `Field` names this value if it is an element of an array
     throw JsonException(fault, lines.GetLine(), Field());
   }
 
-  /// The place for the value that comes now, in the container that is open.
+  /// Where the next value belongs: in the innermost open container, or at the root.
   LocatedJson& MakeRoom();
   template <class Content>
   bool Add(Content content) {
@@ -138,7 +139,7 @@ class TreeBuilder {
 
   Lines& lines;
   LocatedJson root = {1, nullptr};
-  std::vector<LocatedJson*> open;  // containers, each in the one before it
+  std::vector<LocatedJson*> open;  // the open containers, each in the one before it
   std::size_t values = 0;
   std::size_t mostValues;
 };
@@ -201,7 +202,8 @@ bool IsWord(const ustring& name) {
 }  // namespace
 
 ustring FieldBelow(const ustring& object, const ustring& name) {
-  // Quoted, other names cannot be taken for a part of the message, and long ones are cut.
+  // Names that are no words are quoted, lest they be taken for a part of the message. This also
+  // shortens long names.
   return object + (object.empty() ? u"" : u".") +
          (IsWord(name) ? name : TextFromBytes(PathManagement::detail::QuotedText(name)));
 }
@@ -214,6 +216,7 @@ LocatedJson ParseJson(std::string_view bytes, std::size_t most) {
   CheckUtf8(bytes);
   Lines lines(bytes);
   TreeBuilder builder(lines, most);
+  // The result does not matter: the builder throws on errors.
   static_cast<void>(nlohmann::json::sax_parse(lines.Begin(), lines.End(), &builder));
   return builder.TakeRoot();
 }

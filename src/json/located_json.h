@@ -14,7 +14,7 @@ namespace Corvane::PathManagement::json {
 
 struct JsonMember;
 
-/// A value of a JSON text, and the line on which it stands.
+/// A value of a JSON text, and its line in the text.
 struct LocatedJson {
   using Array = std::vector<LocatedJson>;
   using Object = std::vector<JsonMember>;  // in the order of the text; no name is repeated
@@ -31,11 +31,11 @@ struct JsonMember {
 /// How messages name a member of an object: "folders[1].tags" for "tags" of "folders[1]". The
 /// object "" is the whole text.
 [[nodiscard]] ustring FieldBelow(const ustring& object, const ustring& name);
-/// The same for an element of an array: "folders[1]" for 1 of "folders".
+/// The same for an element of an array: "folders[1]" for element 1 of "folders".
 [[nodiscard]] ustring FieldBelow(const ustring& array, std::size_t index);
 
-/// Parses `bytes`. More than 32 levels or `most` values are refused, so that the tree can be destroyed
-/// by recursion and takes little memory.
+/// Parses `bytes`. A text of more than 32 levels or `most` values is refused: the tree is destroyed
+/// by recursion, and should take little memory.
 ///
 /// Errors: `JsonException`.
 [[nodiscard]] LocatedJson ParseJson(std::string_view bytes, std::size_t most = 10'000);

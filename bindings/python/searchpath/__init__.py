@@ -4,9 +4,9 @@
     >>> environment.find("plot.zt")
     '/home/me/mine/plot.zt'
 
-Everything is answered by the library `libsearchpath-c`, which C programs and the tool `searchpath` ask as
-well. Environment variable SEARCHPATH_C_LIBRARY: where it is, if neither beside this module nor where the
-loader looks.
+The answers come from the library `libsearchpath-c`, and are those of C programs and of the tool
+`searchpath`. The environment variable SEARCHPATH_C_LIBRARY says where this library is. Without the
+variable, it is looked for beside this module, then where the loader looks.
 """
 
 from ._environment import Environment, Watch

@@ -23,19 +23,21 @@ class Environment(Handle):
     """A search path, and what names mean on it.
 
     `folders` are searched in their order, with all folders below them where `recursive` is true.
-    `rules` are "environment", "plain", "program" or "include". What is relative is below the working
-    folder at the time of this call. A folder that cannot be searched counts as empty.
+    `rules` are "environment", "plain", "program" or "include". Relative folders and names, also in
+    later calls, are below the working folder at the time when the environment is made. A folder
+    that cannot be searched counts as empty.
 
-    A `name` is a file name or a partial pathname, tried with each of the `extensions`, with or without
-    their dot. For code in `from_folder`, the files of its private folder come first.
+    A `name` is a file name or a partial pathname. It is tried with each of the `extensions`, which
+    are given with or without their dot. With `from_folder`, the folder of the code that asks, the
+    files of its private folder come first.
 
-    Texts are str, bytes or os.PathLike; paths come back as `os.fsdecode` has them. A folder is looked
-    into when it is first asked, and what changes later need not be seen: see `watch`.
+    Texts are str, bytes or os.PathLike; paths are returned as `os.fsdecode` decodes them. A folder
+    is read when it is first searched; whether later changes are seen is not certain: see `watch`.
 
-    Threads may share it, and go on while one of them is answered.
+    Threads may share an environment. While it answers one of them, the others keep running.
 
-    Raises ValueError for what means nothing, OSError for a `from_folder` that cannot be used, and where
-    the system has no memory, descriptor or thread left.
+    Raises ValueError for an argument that is not valid; OSError for a `from_folder` that cannot be
+    used, and when the system has no memory, descriptor or thread left.
     """
 
     _free = staticmethod(c.environment_free)
@@ -91,8 +93,8 @@ class Environment(Handle):
         from_folder: Optional[Text] = None,
         ignore_case: bool = False,
     ) -> Dict[str, Any]:
-        """Which folders were asked, in order, what came of each, and the rule that decided: the object
-        that `searchpath find --explain --json` prints."""
+        """The folders that were searched, in order, what was found in each, and the rule that
+        decided: the object that `searchpath find --explain --json` prints."""
         explanation = self._ask(c.explain, lookup(name, extensions, from_folder, ignore_case))
         try:
             text = c.explanation_json(explanation).bytes
@@ -120,7 +122,7 @@ class Environment(Handle):
         from_folder: Optional[Text] = None,
         ignore_case: bool = False,
     ) -> Receipt:
-        """The answers of `find` to all these names, with what they rest on."""
+        """The answers of `find` for all these names, kept so that they can be verified later."""
         tried = listed(extensions, "extensions")
         asked = [lookup(each, tried, from_folder, ignore_case) for each in listed(names, "names")]
         receipt, error = ctypes.c_void_p(), c.Error()
@@ -135,7 +137,7 @@ class Environment(Handle):
         return Receipt(receipt)
 
     def watch(self) -> Watch:
-        """Follows the path on the disk: `with environment.watch() as watch`."""
+        """Watches the disk for changes to the path: `with environment.watch() as watch`."""
         return Watch(self)
 
     def _ask(self, question: Any, asked: c.Lookup) -> ctypes.c_void_p:
@@ -146,9 +148,9 @@ class Environment(Handle):
 
 
 class Watch:
-    """An environment for a program that runs on: follows the path of another one on the disk.
+    """Watches the disk for changes to the path of an environment, for programs that keep running.
 
-    Threads may share it; the one that closes it waits for those that ask it for the environment.
+    Threads may share a watch. `close` waits for calls of `environment` in other threads.
     """
 
     def __init__(self, environment: Environment) -> None:
@@ -158,8 +160,8 @@ class Watch:
         self._lock = threading.Lock()
 
     def environment(self) -> Environment:
-        """The path as the disk is now. Takes a system call while nothing has changed; otherwise all
-        folders are listed again."""
+        """An environment for the path as the disk is now. Takes one system call when nothing has
+        changed; otherwise all folders are listed again."""
         with self._lock:
             made = Environment.__new__(Environment)
             Handle.__init__(made, ctypes.c_void_p())
@@ -169,13 +171,15 @@ class Watch:
             return made
 
     def fileno(self) -> int:
-        """For `select`, `selectors` and event loops: readable when something may have changed, until the
-        environment is asked for. The kernel reports nothing on network file systems; with folders
-        there, ask for the environment now and then as well. Negative when it reports nothing at all."""
+        """A descriptor for `select`, `selectors` and event loops: readable from when something may
+        have changed until the next call of `environment`. The kernel reports no changes on network
+        file systems: with folders there, call `environment` from time to time as well. Negative
+        when the kernel reports no changes at all."""
         return int(c.watch_descriptor(self._open()._handle))
 
     def wait(self, timeout: Optional[float] = None) -> bool:
-        """Whether something may have changed, by the end of `timeout` seconds if there is one."""
+        """Waits until something may have changed, for at most `timeout` seconds; None means without
+        a limit. Returns whether something may have changed."""
         waiting = select.poll()
         waiting.register(self.fileno(), select.POLLIN)
         return bool(waiting.poll(None if timeout is None else timeout * 1000))
@@ -207,7 +211,8 @@ class _Watched(Handle):
 
 
 def _with_names(found: Dict[str, Any]) -> Dict[str, Any]:
-    """File names as Python has them. JSON holds bytes that are not UTF-8 in Base64 beside the text."""
+    """Decodes the texts of `found`, which may be file names, as `os.fsdecode` does. Where a text is
+    not UTF-8, JSON has its bytes in Base64 as well: "pathBytes" beside "path"."""
     exact = {key[:-5]: binascii.a2b_base64(found.pop(key)) for key in [*found] if key[-5:] == "Bytes"}
     for key, value in found.items():
         if isinstance(value, str):
@@ -221,7 +226,7 @@ def _paths(files: Any) -> List[str]:
 
 def _shadow(shadows: Any, at: int) -> Dict[str, Any]:
     winner, *hidden = _paths(c.shadows_files(shadows, at))
-    # The words of JSON are those for people without blanks.
+    # JSON has the same words, with hyphens for blanks.
     kinds = [c.shadows_kind(shadows, at, file + 1).bytes.decode() for file in range(len(hidden))]
     return {
         "name": _decode(c.shadows_name(shadows, at).bytes),

@@ -1,4 +1,4 @@
-"""The C interface as Python calls it: where its library is, and what each function takes and returns."""
+"""The C interface for Python: loads its library, and declares the types of its functions."""
 
 from __future__ import annotations
 
@@ -11,7 +11,7 @@ NAME = "libsearchpath-c.so.0"
 LEAST_VERSION = 2
 VARIABLE = "SEARCHPATH_C_LIBRARY"
 
-INVALID = 1  # the status of arguments that mean nothing; all others say that the system failed
+INVALID = 1  # the status for an argument that is not valid; all others mean an OSError
 
 
 class Error(ctypes.Structure):
@@ -19,7 +19,7 @@ class Error(ctypes.Structure):
 
 
 class View(ctypes.Structure):
-    """A text; its bytes are None where C has none. What it shows is copied when it is read."""
+    """A text that belongs to the library. Reading `bytes` makes a copy; None where C has a null."""
 
     _fields_ = [("bytes", c_char_p), ("size", c_size_t)]
 
@@ -35,7 +35,8 @@ class Lookup(ctypes.Structure):
 
 
 def _places() -> List[str]:
-    """Where the library may be: as the user says, beside this module, or where the loader looks."""
+    """Where to look for the library, in this order. The user's choice is the only place; without
+    one, beside this module, then where the loader looks."""
     if os.environ.get(VARIABLE):
         return [os.environ[VARIABLE]]
     lib = os.path.normpath(os.path.join(os.path.dirname(os.path.abspath(__file__)), "../../.."))

@@ -1,4 +1,4 @@
-"""Answers that are kept together with what they rest on."""
+"""Answers that are kept so that they can be verified later."""
 
 from __future__ import annotations
 
@@ -21,17 +21,17 @@ class Change(NamedTuple):
 
 
 class Receipt(Handle):
-    """Names, the files that they mean, and what these answers rest on, so that it can be found out later
-    whether they still hold.
+    """Names, the files that they mean, and the state of the folders that were searched, which shows
+    later whether the answers are still right.
 
-    Threads may share it. It never changes. The files are those of `searchpath find --receipt`.
+    Threads may share a receipt; it never changes. It is saved as `searchpath find --receipt` does.
     """
 
     _free = staticmethod(c.receipt_free)
 
     @classmethod
     def load(cls, file: Text) -> Receipt:
-        """Raises OSError for what is no whole receipt, or cannot be read."""
+        """Reads a saved receipt. Raises OSError when it cannot be read or is not complete."""
         receipt, error = ctypes.c_void_p(), c.Error()
         check(c.receipt_load(encode(file), _byref(receipt), _byref(error)), error, file)
         return cls(receipt)
@@ -42,7 +42,7 @@ class Receipt(Handle):
         check(c.receipt_save(self._handle, encode(file), _byref(error)), error, file)
 
     def answers(self) -> List[Tuple[str, Optional[str]]]:
-        """The names in the order in which they were asked, and the files that they meant."""
+        """The names in the order in which they were asked for, each with the file that it meant."""
         answers, error = ctypes.c_void_p(), c.Error()
         check(c.receipt_answers(self._handle, _byref(answers), _byref(error)), error)
         try:
@@ -54,15 +54,15 @@ class Receipt(Handle):
             c.answers_free(answers)
 
     def verify(self) -> Changes:
-        """The names that mean another file now. As a rule it costs a question to the disk for each
-        folder."""
+        """Finds the names that mean another file now. When nothing has changed, this takes about
+        one question to the disk for each folder."""
         changes, error = ctypes.c_void_p(), c.Error()
         check(c.receipt_verify(self._handle, _byref(changes), _byref(error)), error)
         return Changes(changes)
 
 
 class Changes(List[Change]):
-    """What has changed since a receipt was made."""
+    """The names of a receipt that mean another file now."""
 
     def __init__(self, handle: ctypes.c_void_p) -> None:
         self._verified = _Verified(handle)
@@ -76,7 +76,7 @@ class Changes(List[Change]):
         )
 
     def renew(self) -> Receipt:
-        """The receipt of the same questions, with these changes."""
+        """A receipt for the same questions, with the changed answers."""
         receipt, error = ctypes.c_void_p(), c.Error()
         check(c.changes_renew(self._verified._handle, _byref(receipt), _byref(error)), error)
         return Receipt(receipt)

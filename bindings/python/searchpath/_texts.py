@@ -1,4 +1,4 @@
-"""What callers hand over, as C takes it, and what C says, as callers get it."""
+"""Turns the arguments of callers into those of C functions, and failures in C into exceptions."""
 
 from __future__ import annotations
 
@@ -13,7 +13,7 @@ Text = Union[str, bytes, "os.PathLike[str]", "os.PathLike[bytes]"]
 
 
 def encode(text: Text) -> bytes:
-    """The bytes of a name. One that holds NUL would mean another name in C."""
+    """The bytes of a name. NUL is refused: in C the name would end there."""
     encoded = os.fsencode(text)
     if b"\0" in encoded:
         raise ValueError(f"a name cannot hold NUL: {text!r}")
@@ -21,7 +21,7 @@ def encode(text: Text) -> bytes:
 
 
 def listed(texts: Iterable[Text], what: str) -> Tuple[Text, ...]:
-    """Several texts; one text is not taken for its letters."""
+    """The texts as a tuple. A single text, which is a list of letters, too, is refused."""
     if isinstance(texts, (str, bytes, os.PathLike)):
         raise TypeError(f"{what} are a list of texts, not the text {texts!r}")
     return tuple(texts)
@@ -31,7 +31,7 @@ def encode_all(texts: Tuple[Text, ...]) -> "ctypes.Array[ctypes.c_char_p]":
     return (ctypes.c_char_p * len(texts))(*map(encode, texts))
 
 
-_extensions = functools.lru_cache(maxsize=64)(encode_all)  # the same ones come again and again
+_extensions = functools.lru_cache(maxsize=64)(encode_all)  # most callers repeat the same few
 
 
 def lookup(
@@ -40,12 +40,12 @@ def lookup(
     if extensions == () and from_folder is None and not ignore_case:
         return c.Lookup(encode(name))
     tried = _extensions(listed(extensions, "extensions"))
-    asker = None if from_folder is None else encode(from_folder)
-    return c.Lookup(encode(name), tried, len(tried), asker, bool(ignore_case))
+    folder = None if from_folder is None else encode(from_folder)
+    return c.Lookup(encode(name), tried, len(tried), folder, bool(ignore_case))
 
 
 def check(status: int, error: c.Error, subject: Optional[Text] = None) -> None:
-    """Raises what a status other than 0 means. It is about `subject`, where there is one."""
+    """Raises the exception for a status other than 0. An OSError names `subject`, if given."""
     if status == 0:
         return
     message = os.fsdecode(error.message)
@@ -55,9 +55,9 @@ def check(status: int, error: c.Error, subject: Optional[Text] = None) -> None:
 
 
 class Handle:
-    """Owns something of the library's and frees it in the end."""
+    """Owns an object of the library, and frees it when it is itself destroyed."""
 
-    _free: Any = None  # a function of the library
+    _free: Any = None  # the library's function that frees such an object
 
     def __init__(self, handle: ctypes.c_void_p) -> None:
         self._handle = handle
