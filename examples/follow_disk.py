@@ -11,6 +11,6 @@ with searchpath.Environment(folders).watch() as watch:
     receipt = watch.environment().find_with_receipt([name])
     while not receipt.verify():
         watch.wait()
-        watch.environment()  # from then on, the next change is waited for
+        watch.environment()  # or else wait() would return at once from now on
     for change in receipt.verify():
         print("was", change.before, "and is", change.after)
