@@ -90,6 +90,18 @@ TEST_F(SlowDiskTest, AHitDoesNotWaitForAFolderBehindIt) {
   EXPECT_EQ(Found(environment, u"plot3.zt", tree), "f103/plot3.zt");
 }
 
+TEST_F(SlowDiskTest, AFolderThatWasAskedAheadForOneFileAnswersForAll) {
+  tree.Files({"f101/both.zt", "f150/both.c", "f150/both.zt"});
+  disk.Delay("/f100", milliseconds(5));  // then the others are asked ahead
+  options.keepDuplicates = true;
+  const Environment environment(options);
+  const PathManagement::detail::SearchTarget both(u"both", {u".c", u".zt"});
+  const auto policy = FilenameMatchingPolicy::FileSystemDefault;
+  EXPECT_TRUE(environment.GetPath()->FindFirstInScope(kMainScope, both, policy));
+  const auto all = environment.GetPath()->FindAllInScope(kMainScope, both, policy);
+  EXPECT_EQ(Shown(all, tree), "f101/both.zt f150/both.c f150/both.zt");
+}
+
 TEST_F(SlowDiskTest, FoldersThatDoNotAnswerInTimeAreReportedAndTheOthersAreRight) {
   options.timeout = milliseconds(500);
   disk.Silence("/f119");

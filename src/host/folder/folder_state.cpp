@@ -206,11 +206,11 @@ NameAnswers::FromDisk FolderState::AskFor(const NameAnswers::Unanswered& unanswe
   return *std::move(said);
 }
 
-/// The answer that was asked for ahead; empty when that was about other names, or the disk does not
+/// The answer that was asked for ahead; empty when that was another question, or the disk does not
 /// answer.
 std::optional<NameAnswers::FromDisk> FolderState::TakeAhead(
     const NameAnswers::Unanswered& unanswered) {
-  if (!ahead || ahead->unanswered.names != unanswered.names) return std::nullopt;
+  if (!ahead || ahead->unanswered != unanswered) return std::nullopt;
   auto asked = *std::exchange(ahead, std::nullopt);
   return patience.Await(std::move(asked.answer));
 }
@@ -221,7 +221,7 @@ void FolderState::AskAhead(const NameQuestion& question) {
   if (!lock || !AsksNames() || answers.GetProblem() || patience.HasGivenUp()) return;
   const auto path = NativeBytes(location);
   auto unanswered = answers.FindUnanswered(question);
-  const bool isAsked = ahead && ahead->unanswered.names == unanswered.names;
+  const bool isAsked = ahead && ahead->unanswered == unanswered;
   if (!path || isAsked || unanswered.names.empty()) return;
   const auto ask = [path = *path, unanswered] { return NameAnswers::AskDisk(path, unanswered); };
   ahead.emplace(Ahead{std::move(unanswered), DetachedAnswer<NameAnswers::FromDisk>(ask)});

@@ -46,6 +46,8 @@ class NameAnswers {
     /// One file among the first so many names is enough: names behind it are not asked for. 0 when
     /// all files are wanted.
     std::size_t fileCount = 0;
+
+    bool operator==(const Unanswered& other) const = default;
   };
   /// What the disk says about these names.
   struct FromDisk {
