@@ -210,13 +210,14 @@ TEST_F(ReceiptTest, ADepfileNamesFilesAndFoldersThatExist) {
   std::ostringstream stream;
   EXPECT_EQ(host::WriteDepfile(stream, u"out 1", receipt), std::vector{tree.Text("far/a;b")});
   const std::string root = tree.Path();
-  const std::string strange = root + "/far/a\\ $$\\#\\:b";
-  EXPECT_EQ(stream.str(), "out\\ 1: \\\n  " + strange + " \\\n  " + root + "/mine/own.zt \\\n  " +
-                              root + "/way/plot.zt \\\n  " + root + " \\\n  " + root +
-                              "/far \\\n  " + root + "/mine \\\n  " + root +
-                              "/mine/../else \\\n  " + root + "/nest/in \\\n  " + root +
-                              "/way\n\n" + strange + ":\n\n" + root + "/mine/own.zt:\n\n" + root +
-                              "/way/plot.zt:\n");
+  std::string inputs;
+  std::string rules;
+  for (const char* path : {"/far/a\\ $$\\#\\:b", "/mine/own.zt", "/way/plot.zt", "", "/far",
+                           "/mine", "/mine/../else", "/nest/in", "/way"}) {
+    inputs += " \\\n  " + root + path;
+    rules += '\n' + root + path + ":\n";
+  }
+  EXPECT_EQ(stream.str(), "out\\ 1:" + inputs + '\n' + rules);
   EXPECT_THROW(static_cast<void>(host::WriteDepfile(stream, u"a;b", receipt)),
                std::invalid_argument);
 }

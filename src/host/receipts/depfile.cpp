@@ -124,17 +124,14 @@ std::vector<ustring> WriteDepfile(std::ostream& stream, const ustring& target,
     const auto spelled = SpellingOf(path);
     if (!spelled) {
       unwritten.push_back(TextFromBytes(path));
-    } else {
-      stream << " \\\n  " << *spelled;
+      return false;
     }
-    return spelled;
+    stream << " \\\n  " << *spelled;
+    rules += '\n' + *spelled + ":\n";
+    return true;
   };
   for (const std::string& file : needed.files) {
-    if (const auto spelled = write(file)) {
-      rules += '\n' + *spelled + ":\n";
-    } else {
-      needed.folders.insert(FolderAbove(file));
-    }
+    if (!write(file)) needed.folders.insert(FolderAbove(file));
   }
   for (const std::string& folder : needed.folders) static_cast<void>(write(folder));
   stream << '\n' << rules;
