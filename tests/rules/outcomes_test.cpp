@@ -140,6 +140,7 @@ TEST(RuleOutcomesTest, EachFolderHasOneAndOneRuleDecides) {
          "closed/a.h"},
         {include, "a.h", "one closed two", Rule::FirstFolder, {HoldsIt, NotReadable}, "closed/a.h"},
         {include, "tool", "pipes run", Rule::SearchEnded, {NotReadable}, "pipes/tool"},
+        {include, "tool", "pipe run", Rule::SearchEnded, {NotReadable}, "pipe/tool"},
         {plain, tree.Path("one/a.h"), "two", Rule::ThatFile, {HoldsIt}, ""},
         {plain, "a.h", "listed one", Rule::FirstFolder, {Unreadable, HoldsIt}, ""},
         {plain,

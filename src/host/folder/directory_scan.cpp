@@ -86,7 +86,7 @@ std::error_code ReadItems(const Directory& directory, Pass& pass) {
       pass.listing.files.Add(item->d_name);
     } else if (item->d_type == DT_DIR) {
       pass.folders.emplace_back(item->d_name);
-    } else if (item->d_type == DT_LNK || item->d_type == DT_UNKNOWN) {
+    } else {
       pass.listing.links.push_back({.name = item->d_name, .target = LinkTarget::Neither});
     }
   }

@@ -25,7 +25,7 @@ struct FolderListing {
     PathEntryType kind;
     bool isLink;
   };
-  /// A link, or a name whose type the file system does not report.
+  /// A link, a device or the like, or a name whose type the file system does not report.
   struct Link {
     std::string name;
     LinkTarget target;

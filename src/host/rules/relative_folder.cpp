@@ -122,8 +122,8 @@ void RelativeFolder::AddToTable(std::size_t root) {
   if (files == LookupRules::Files::Readable) LookAtOtherNames(root, listing);
 }
 
-/// Looks at names that are no files in the listing, but may count or end the search: devices behind
-/// links, folders that may not be opened.
+/// Looks at names that are no files in the listing, but may count or end the search: devices, pipes,
+/// folders that may not be opened.
 void RelativeFolder::LookAtOtherNames(std::size_t root, const FolderListing& listing) {
   const auto look = [&](const std::string& file) { static_cast<void>(LookInLocked(root, file)); };
   for (const auto& link : listing.links) {
