@@ -21,7 +21,8 @@ OpenedPath OpenPath(const std::string& path, int flags) {
     OpenedPath next(openat(folder.Get(), path.substr(begin, end - begin).c_str(), piece));
     if (!next.IsOpen()) return next;
     folder = std::move(next);
-    begin = end + 1;
+    begin = path.find_first_not_of('/', end);  // a piece that begins with one would be absolute
+    if (begin == path.npos) return OpenPath(path.substr(0, end), flags);
   }
   return OpenedPath(openat(folder.Get(), path.c_str() + begin, flags | O_CLOEXEC));
 }
