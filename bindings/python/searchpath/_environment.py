@@ -4,6 +4,7 @@ from __future__ import annotations
 
 import binascii
 import ctypes
+import errno
 import json
 import os
 import select
@@ -175,13 +176,18 @@ class Watch:
         have changed until the next call of `environment`. The kernel reports no changes on network
         file systems: with folders there, call `environment` from time to time as well. Negative
         when the kernel reports no changes at all."""
-        return int(c.watch_descriptor(self._open()._handle))
+        with self._lock:
+            return int(c.watch_descriptor(self._open()._handle))
 
     def wait(self, timeout: Optional[float] = None) -> bool:
         """Waits until something may have changed, for at most `timeout` seconds; None means without
-        a limit. Returns whether something may have changed."""
+        a limit. Returns whether something may have changed. Raises `OSError` when the kernel reports
+        no changes: then call `environment` from time to time instead."""
+        descriptor = self.fileno()
+        if descriptor < 0:
+            raise OSError(errno.ENOTSUP, "the kernel reports no changes of folders here")
         waiting = select.poll()
-        waiting.register(self.fileno(), select.POLLIN)
+        waiting.register(descriptor, select.POLLIN)
         return bool(waiting.poll(None if timeout is None else timeout * 1000))
 
     def close(self) -> None:
