@@ -182,11 +182,19 @@ std::unique_ptr<MainSearchPathManager> Environment::CreateManager() const {
 
 boost::optional<FoundItem> Environment::FindNamed(std::u16string_view name) const {
   boost::optional<FoundItem> found;
-  if (ruled != nullptr || !view->FindIndexed(name, found)) found = Find(Lookup{.name = name});
+  if (ruled != nullptr || !view->FindIndexed(name, found)) found = FindAsAsked({.name = name});
   return found;
 }
 
 boost::optional<FoundItem> Environment::Find(Lookup lookup) const {
+  boost::optional<FoundItem> found;
+  const bool isName = ruled == nullptr && lookup.extensions.empty() && !lookup.fromFolder &&
+                      lookup.policy != FilenameMatchingPolicy::IgnoreCase;
+  if (!isName || !view->FindIndexed(lookup.name, found)) found = FindAsAsked(std::move(lookup));
+  return found;
+}
+
+boost::optional<FoundItem> Environment::FindAsAsked(Lookup lookup) const {
   if (ruled != nullptr) {
     const auto asker = AskerByRules(workingFolder, lookup);
     return ruled->Find(TargetOf(lookup), asker);

@@ -278,6 +278,7 @@ class SEARCHPATH_EXPORT Environment {
   friend class ReceiptRecorder;
 
   [[nodiscard]] boost::optional<FoundItem> FindNamed(std::u16string_view name) const;
+  [[nodiscard]] boost::optional<FoundItem> FindAsAsked(Lookup lookup) const;
   [[nodiscard]] std::optional<AbsoluteIRI> AskerOf(const Lookup& lookup) const;
 
   std::chrono::system_clock::time_point begun = std::chrono::system_clock::now();
