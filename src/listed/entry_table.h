@@ -69,8 +69,12 @@ class EntryTable {
   /// The first entry whose canonical location is exactly `iri`; null when there is none.
   [[nodiscard]] std::shared_ptr<const Entry> FindExactly(const CanonicalAbsoluteIRI& iri) const {
     const auto row = Find(static_cast<const AbsoluteIRI&>(iri));
-    if (!row || !(rows[*row].entry->GetCanonicalAbsoluteIRI() == iri)) return nullptr;
-    return rows[*row].entry;
+    if (!row) return nullptr;
+    // Mostly the very first. Entries of one folder may differ in the further text.
+    const auto found = std::find_if(rows.begin() + *row, rows.end(), [&](const Row& each) {
+      return each.entry->GetCanonicalAbsoluteIRI() == iri;
+    });
+    return found == rows.end() ? nullptr : found->entry;
   }
 
   /// The first entry whose canonical location is `canonical` when compared under `policy`; null

@@ -244,5 +244,22 @@ TEST(PathBaseTest, AMainEntryIsNoMethodEntryOfItself) {
   EXPECT_EQ(MethodsOnly().GetMethodEntries().size(), 1U);
 }
 
+TEST(PathBaseTest, TheFurtherTextChoosesAmongEntriesOfOneFolder) {
+  struct TextEntry : OwnEntry {
+    explicit TextEntry(ustring further)
+        : OwnEntry({AbsoluteIRI(u"archive://lib.zt/a")}, true), text(std::move(further)) {}
+    CanonicalAbsoluteIRI GetCanonicalAbsoluteIRI() const override {
+      return {GetAbsoluteIRI(), text};
+    }
+    ustring text;
+  };
+  OwnPath path({});
+  path.mainEntries = std::make_shared<const PathEntries>(
+      PathEntries{std::make_shared<TextEntry>(u"x"), std::make_shared<TextEntry>(u"y")});
+  for (const auto& entry : *path.mainEntries) {
+    EXPECT_EQ(path.GetPathEntryFromAbsoluteIRI(entry->GetCanonicalAbsoluteIRI()), entry);
+  }
+}
+
 }  // namespace
 }  // namespace Corvane::PathManagement
