@@ -48,6 +48,8 @@ std::optional<std::string_view> ComparedFile::Read(std::uint64_t offset, Block& 
     }
     if (got == 0) break;
     size += static_cast<std::size_t>(got);
+    // Spares the question whether there is more. Files of the kernel may say that they have no bytes.
+    if (offset + size == static_cast<std::uint64_t>(status.st_size)) break;
   }
   return std::string_view(block.data(), size);
 }

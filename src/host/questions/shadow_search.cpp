@@ -105,11 +105,13 @@ bool HasMethodEntry(const std::vector<FoundItem>& files) {
 /// Adds the names of method entries directly below the main entries: files there may share them.
 void AddMethodNames(const PathEntries& mainEntries, const SharedNames& names,
                     std::vector<Candidate>& candidates) {
-  boost::unordered_flat_set<std::string> known;
-  for (const Candidate& candidate : candidates) known.insert(candidate.name);
+  boost::unordered_flat_set<std::string> known;  // filled once there is a method entry
   for (const auto& entry : mainEntries) {
     const auto methods = entry->GetSubfolderEntriesB();
     for (const auto& method : *methods) {
+      if (known.empty()) {
+        for (const Candidate& candidate : candidates) known.insert(candidate.name);
+      }
       std::string name = BytesFromText(method->GetAbsoluteIRI().getName().substr(1)).value_or("");
       if (names.IsName(name) && known.insert(name).second) {
         candidates.emplace_back(std::move(name), true);
