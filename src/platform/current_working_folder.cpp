@@ -7,8 +7,8 @@ namespace Corvane::current_working_folder {
 FailedToAbsolutizeException::~FailedToAbsolutizeException() = default;
 
 const char* FailedToAbsolutizeException::what() const noexcept {
-  // By the numbers of `AbsolutizeError`.
-  static constexpr std::array kTexts = {"not a pathname or an IRI that names a folder here",
+  // Indexed by `AbsolutizeError`.
+  static constexpr std::array kTexts = {"neither a pathname nor the IRI of a folder on disk",
                                         "relative, and there is no working folder",
                                         "input/output error",
                                         "permission denied",

@@ -201,8 +201,9 @@ TEST_F(ToolTest, ShadowsAndDoctorCheck) {
        "$T/loop: a loop of links\n$T/void: contains no file\n"
        "$T/odd/CASE.zt, $T/lib/Case.zt: names that are equal where case is ignored\n"},
       {"echo http://h/ >web; s doctor --json --path over:no --path @web --without over", 1, "",
-       "{`finding`:`unreadable`,`path`:`http://h/`,`origin`:`http://h/`,`problem`:`not a pathname "
-       "or an IRI that names a folder here`,`advice`:`correct this, or take the folder off the "
+       "{`finding`:`unreadable`,`path`:`http://h/`,`origin`:`http://h/`,`problem`:`neither a "
+       "pathname nor the IRI of a folder on disk`,`advice`:`correct this, or take the folder off "
+       "the "
        "path`}"
        "\n{`finding`:`missing`,`path`:`$T/no`,`origin`:`no`,`problem`:`no such folder`,"
        "`advice`:`create the folder, or take it off the path`}\n"},

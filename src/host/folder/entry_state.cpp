@@ -22,10 +22,10 @@ std::shared_ptr<const FolderEntry> CreateMainFolder(const AbsoluteIRI& location,
 void IdentifyAll(const FolderEntries& folders) {
   const auto links = std::make_shared<LinkResolver>();
   const auto identify = [&](std::size_t folder) {
-    // The state keeps its identity.
+    // The state stores the result.
     static_cast<void>(StateOf(*folders[folder]).Identity(links));
   };
-  ForEachInParallel(folders.size(), identify, 1);
+  ForEachInParallel(folders.size(), identify, 1);  // more threads once the disk turns out slow
 }
 
 }  // namespace Corvane::PathManagement::host

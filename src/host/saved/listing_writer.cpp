@@ -22,7 +22,8 @@ namespace {
 using flatbuffers::Offset;
 using foundation::storage::vfs::detail::HasDoubleDots;
 
-constexpr std::size_t kRoomForTables = 1024;  // more than a folder takes beside its names, in bytes
+constexpr std::size_t kRoomForTables =
+    1024;  // more than a folder takes besides its names, in bytes
 
 /// The location of a folder as it is saved; `bytes` depends on `place` as docs/formats.md says.
 struct Location {
@@ -30,7 +31,7 @@ struct Location {
   std::string bytes;
 };
 
-Location LocationBelow(const AbsoluteIRI& folder, const AbsoluteIRI& root) {
+Location SavedLocationOf(const AbsoluteIRI& folder, const AbsoluteIRI& root) {
   const auto bytes = [](const ustring& text) { return BytesFromText(text).value(); };
   if (folder.getScheme() != u"file") return {saved::Place::Elsewhere, bytes(folder.toString())};
   if (folder == root) return {saved::Place::BelowRoot, ""};
@@ -92,7 +93,7 @@ class ListingWriter {
   }
 
  private:
-  /// Writes the folder, listed, unless that has been done; returns its index in `folders`.
+  /// Lists and writes the folder unless that has been done; returns its index in `folders`.
   std::uint32_t Add(const FolderEntry& folder) {
     FolderState& state = StateOf(folder);
     const auto [known, isNew] =
@@ -106,7 +107,7 @@ class ListingWriter {
   }
 
   Offset<saved::Folder> WriteFolder(const AbsoluteIRI& folder, const FolderListing& listing) {
-    const Location location = LocationBelow(folder, root);
+    const Location location = SavedLocationOf(folder, root);
     NamesToWrite files;
     NamesToWrite subfolders;
     NamesToWrite links;
@@ -127,7 +128,8 @@ class ListingWriter {
         }
       }
     }
-    CheckRoomFor(files.Size() + subfolders.Size() + links.Size() + location.bytes.size());
+    CheckRoomFor(files.Size() + subfolders.Size() + links.Size() + targets.size() +
+                 location.bytes.size());
     return WriteTable(location, listing, files.Write(builder), subfolders.Write(builder),
                       links.Write(builder), targets);
   }
@@ -157,7 +159,7 @@ class ListingWriter {
     return folder.Finish();
   }
 
-  /// The builder checks its size in debug builds alone.
+  /// Refuses a listing that would be too large: the builder checks its size in debug builds only.
   void CheckRoomFor(std::size_t bytes) const {
     const std::size_t lists = (folders.size() + path.size() + 2) * sizeof(std::uint32_t);
     if (builder.GetSize() + bytes + lists + kRoomForTables > kMostBodyBytes) {

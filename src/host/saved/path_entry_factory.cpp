@@ -20,16 +20,16 @@ PathEntryFactory::~PathEntryFactory() = default;
 FolderEntries PathEntryFactory::GetFolders() const { return folders; }
 
 void PathEntryFactory::ReadEntries(std::istream& stream, const AbsoluteIRI& root) {
-  auto read = std::make_shared<const SavedListings>(stream, root, use);
-  const auto source = std::make_shared<const SavedSource>(std::vector{read});
+  auto listings = std::make_shared<const SavedListings>(stream, root, use);
+  const auto source = std::make_shared<const SavedSource>(std::vector{listings});
   FolderEntries made;
-  const auto mainFolders = read->MainFolders();
+  const auto mainFolders = listings->MainFolders();
   made.reserve(mainFolders.size());
   for (const std::uint32_t index : mainFolders) {
-    made.push_back(CreateMainFolder(read->Locations()[index], source));
+    made.push_back(CreateMainFolder(listings->Locations()[index], source));
   }
   folders = std::move(made);
-  saved = std::move(read);
+  saved = std::move(listings);
 }
 
 void PathEntryFactory::WriteEntries(std::ostream& stream, const AbsoluteIRI& root) const {
@@ -47,7 +47,7 @@ FolderEntries PathEntryFactory::CreateSavedFolders() const {
   FolderEntries all;
   if (saved == nullptr) return all;
   const auto source = std::make_shared<const SavedSource>(std::vector{saved});
-  for (const AbsoluteIRI& location : saved->Locations()) {
+  for (const AbsoluteIRI& location : saved->Locations()) {  // each as if it were on a path itself
     all.push_back(CreateMainFolder(location, source));
   }
   return all;
