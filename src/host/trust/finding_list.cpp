@@ -2,6 +2,7 @@
 
 #include "searchpath/model/byte_text.h"
 
+#include <algorithm>
 #include <set>
 
 namespace Corvane::PathManagement::host {
@@ -15,6 +16,28 @@ void AddNames(const NameScope& scope, const AnsweredNames& answered, std::set<st
        name != answered.end() && name->first.starts_with(scope.prefix); ++name) {
     if (isOne && name->first != scope.prefix) break;
     if (name->second >= scope.fromFolder) names.insert(name->first);
+  }
+}
+
+bool AreAlike(const Intruder& one, const Intruder& other) {
+  return one.kind == other.kind && one.name == other.name;
+}
+
+/// Adds those of `more` that `known` lacks; of a group, those members.
+void Merge(const std::vector<Intruder>& more, std::vector<Intruder>& known) {
+  for (const Intruder& added : more) {
+    const auto same = std::find_if(known.begin(), known.end(),
+                                   [&](const Intruder& each) { return AreAlike(each, added); });
+    if (same == known.end()) {
+      known.push_back(added);
+      continue;
+    }
+    for (std::size_t at = 0; at < added.members.size(); ++at) {
+      const auto& users = same->users;
+      if (std::find(users.begin(), users.end(), added.users[at]) != users.end()) continue;
+      same->users.push_back(added.users[at]);
+      same->members.push_back(added.members[at]);
+    }
   }
 }
 
@@ -37,8 +60,9 @@ void FindingList::Add(TrustKind kind, const std::string& folder, const std::stri
                     .origin = part},
                    {}});
   }
-  auto& gathered = all[known->second].scopes;
-  gathered.insert(gathered.end(), scopes.begin(), scopes.end());
+  Gathered& gathered = all[known->second];
+  if (!isNew) Merge(who, gathered.finding.who);
+  gathered.scopes.insert(gathered.scopes.end(), scopes.begin(), scopes.end());
 }
 
 std::vector<TrustFinding> FindingList::Take(const AnsweredNames& answered) && {

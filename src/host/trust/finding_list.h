@@ -28,8 +28,9 @@ class FindingList {
   void BeginPart(ustring text);
 
   /// Adds that those in `who` can do `kind` to `object`, which matters for the searched `folder`
-  /// and the names in `scopes`. If this part has a finding of that kind for the object, only adds
-  /// `scopes` to it. If `who` is empty, does nothing. An `object` of "" is the root.
+  /// and the names in `scopes`. If this part has a finding of that kind for the object, adds `who`
+  /// and `scopes` to it: what stands in a sticky folder can be replaced by its owner alone, so each
+  /// link there may add somebody. If `who` is empty, does nothing. An `object` of "" is the root.
   void Add(TrustKind kind, const std::string& folder, const std::string& object,
            const std::vector<Intruder>& who, const std::vector<NameScope>& scopes);
 
