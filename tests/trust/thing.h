@@ -14,9 +14,9 @@ namespace Corvane::PathManagement::test {
 
 inline std::string Bytes(const ustring& text) { return BytesFromText(text).value(); }
 
-/// A file, a folder or a link, with what decides who may do what with it.
+/// A file, a folder, a link or a character device, with what decides who may do what with it.
 struct Thing {
-  enum class Type { Folder, File, Link };
+  enum class Type { Folder, File, Link, Device };
 
   Type type;
   std::string path;         // without links
@@ -34,6 +34,8 @@ inline void Make(const Thing& thing) {
     MustBeZero(symlink(thing.target.c_str(), path));
   } else if (thing.type == Thing::Type::Folder) {
     MustBeZero(mkdir(path, 0700));
+  } else if (thing.type == Thing::Type::Device) {
+    MustBeZero(mknod(path, S_IFCHR | 0600, 0));  // the one device that takes no rights to make
   } else {
     std::ofstream(path) << "as it was";
   }

@@ -12,6 +12,7 @@ using test::Thing;
 constexpr auto kFolder = Thing::Type::Folder;
 constexpr auto kFile = Thing::Type::File;
 constexpr auto kLink = Thing::Type::Link;
+constexpr auto kDevice = Thing::Type::Device;
 
 std::string Line(const TrustFinding& finding) {
   constexpr std::array kKinds = {"writable",  "owner",    "parent-writable", "file-writable",
@@ -133,6 +134,10 @@ TEST(TrustTest, EachWayInIsReportedWithItsKind) {
            "owner /quoted /quoted user eve\n",
            kIncludeRules,
            {u"/quoted"}},
+          {{{kFolder, "/lib"}, {kDevice, "/lib/plot.h", "", test::kEve, 0, 0666}},
+           {u"/lib"},
+           "owner /lib /lib/plot.h user eve\nfile-writable /lib /lib/plot.h everyone\n",
+           kIncludeRules},
           {{{kFolder, "/part", "", 0, test::kBothGroup, 0750},
             {kFolder, "/part/lib", "", 0, 0, 0755, kNobodyInGroupMayWrite}},
            {u"/part/lib"},
@@ -164,6 +169,7 @@ TEST(TrustTest, WhatNobodyElseCanUseIsNotReported) {
           {{{kFolder, "/lib", "", 0, 0, 0755, kEveMayReadAlone}}, {u"/lib"}, ""},
           {{{kFolder, "/lib"}}, {u"~root/lib"}, "", kEnvironmentRules},
           {{{kFolder, "/lib"}, {kFile, "/lib/plot", "", 0, 0, 0666}}, {u"/lib"}, "", kProgramRules},
+          {{{kFolder, "/lib"}, {kDevice, "/lib/plot.h", "", test::kEve, 0, 0666}}, {u"/lib"}, ""},
           {{{kFolder, "/mine"},
             {kFile, "/mine/plot.zt"},
             {kFolder, "/lib"},
@@ -200,6 +206,16 @@ TEST(TrustTest, WhatIsTooDeepIsNotCalledSound) {
     const bool isRight = report.findings.empty() && report.unexamined.size() == 1;
     return isRight ? "" : "found " + std::to_string(report.unexamined.size());
   });
+}
+
+TEST(TrustTest, WhatIsWrittenToTheNullDeviceChangesNoAnswer) {
+  const test::TemporaryTree tree;
+  tree.Link("/dev/null", "lib/plot.h");
+  const Environment environment({.folders = {tree.Text("lib")}, .rules = kIncludeRules});
+  EXPECT_TRUE(environment.Find({.name = u"plot.h"}));
+  for (const TrustFinding& finding : environment.ExamineTrust().findings) {
+    EXPECT_NE(finding.kind, TrustKind::FileWritable) << Line(finding);
+  }
 }
 
 TEST(TrustTest, NamesThatAnEarlierFolderAnswersAreOutOfReach) {

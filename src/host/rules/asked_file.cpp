@@ -35,18 +35,20 @@ Standing LookAt(const Asked& asked, Files files) {
     return files == Files::Readable && !asked.MayBeUsed(R_OK) ? Standing::NotReadable
                                                               : Standing::Folder;
   }
-  // A character device may count: /dev/null serves as an empty header.
-  if (files == Files::Readable && (S_ISREG(status.st_mode) || S_ISCHR(status.st_mode))) {
-    return asked.MayBeUsed(R_OK) ? Standing::Counts : Standing::NotReadable;
-  }
-  if (!S_ISREG(status.st_mode)) {
+  if (!MayCount(status.st_mode, files)) {
     return files == Files::Readable ? Standing::NotReadable : Standing::OtherType;
   }
+  if (files == Files::Readable && !asked.MayBeUsed(R_OK)) return Standing::NotReadable;
   if (files == Files::Executable && !asked.MayBeUsed(X_OK)) return Standing::NotExecutable;
   return Standing::Counts;
 }
 
 }  // namespace
+
+bool MayCount(mode_t mode, Files files) noexcept {
+  // A character device may count: /dev/null serves as an empty header.
+  return S_ISREG(mode) || (files == Files::Readable && S_ISCHR(mode));
+}
 
 Standing LookAtFile(const std::string& path, Files files) {
   return LookAt({AT_FDCWD, path.c_str(), 0}, files);

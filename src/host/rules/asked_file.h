@@ -3,6 +3,8 @@
 
 #include "searchpath/host/lookup_rules.h"
 
+#include <sys/types.h>
+
 #include <cstdint>
 #include <string>
 
@@ -18,6 +20,9 @@ enum class Standing : std::uint8_t {
   NotReadable,    ///< where readable files count: what may not be read, a socket or the like
   NotReachable,   ///< unknown: the look failed, as in a folder that may not be searched
 };
+
+/// Whether something of this type may count, if this process has the right that `files` asks for.
+[[nodiscard]] bool MayCount(mode_t mode, LookupRules::Files files) noexcept;
 
 /// What stands at `path`, judged with the effective rights of this process. `files` says what
 /// counts.

@@ -2,6 +2,7 @@
 
 #include <fcntl.h>
 #include <sys/stat.h>
+#include <sys/sysmacros.h>
 #include <sys/xattr.h>
 
 #include <array>
@@ -104,7 +105,8 @@ AccessFacts ReadAccessFacts(const Descriptor& object, const Descriptor& folder,
                        .group = status.st_gid,
                        .mode = status.st_mode,
                        .device = status.st_dev,
-                       .inode = status.st_ino};
+                       .inode = status.st_ino,
+                       .isNullDevice = S_ISCHR(status.st_mode) && status.st_rdev == makedev(1, 3)};
   // With a list, the rights of the group are the most that any entry grants. The kernel asks the
   // list only when there are any.
   const bool mayHaveList = S_ISDIR(facts.mode) || S_ISREG(facts.mode);

@@ -34,6 +34,7 @@ struct AccessFacts {
   AccessList list = {};  // empty when the mode alone decides
   dev_t device = 0;
   ino_t inode = 0;
+  bool isNullDevice = false;  // /dev/null: what is written to it is never read
 
   [[nodiscard]] bool IsSameObject(const AccessFacts& other) const noexcept {
     return device == other.device && inode == other.inode;

@@ -124,7 +124,8 @@ void FolderExaminer::ExamineName(const SearchedFolder& folder, const WalkedPath&
   if (walked.end != nullptr) {
     AddBelow(folder, name, *in.end, {walked.end->facts.device, walked.end->facts.inode});
   }
-  if (!walked.EndsAtFile() || !folder.holdsFiles) return;
+  if (walked.end != nullptr || !walked.object.IsOpen() || !folder.holdsFiles) return;
+  if (!MayCount(walked.steps.back().object->mode, rules.files)) return;
   if (isHidden) {
     hidden.push_back({walked.steps.back(), folder.path, counts, WayBelow(folder, *in.end)});
   } else {
@@ -148,11 +149,11 @@ bool FolderExaminer::IsIdleLink(const SearchedFolder& folder, const std::string&
   return folder.holdsFiles ? isHidden && !Descends() : !IsSpecialName(name);
 }
 
-/// Whether what is no link need not be looked at further: it is no regular file, or only trusted
+/// Whether what is no link need not be looked at further: it can be no answer, or only trusted
 /// users can change it.
 bool FolderExaminer::IsSafe(const struct stat& status) const {
   const bool isClosed = (status.st_mode & (S_IWGRP | S_IWOTH)) == 0;
-  return !S_ISREG(status.st_mode) || (isClosed && accounts.IsTrusted(status.st_uid));
+  return !MayCount(status.st_mode, rules.files) || (isClosed && accounts.IsTrusted(status.st_uid));
 }
 
 bool FolderExaminer::Descends() const noexcept {

@@ -126,10 +126,6 @@ class Walker {
 
 }  // namespace
 
-bool WalkedPath::EndsAtFile() const {
-  return object.IsOpen() && end == nullptr && S_ISREG(steps.back().object->mode);
-}
-
 WalkedPath WalkPath(std::string_view path) { return Walker(nullptr, Descriptor(-1), path).Run(); }
 
 WalkedPath WalkPath(std::shared_ptr<const PassedFolder> folder, const Descriptor& descriptor,

@@ -47,9 +47,6 @@ struct WalkedPath {
   /// The folder that holds `object`; not open when `object` is a folder itself.
   Descriptor holder = Descriptor(-1);
   std::error_code error = {};  // why the walk failed
-
-  /// Whether the walk ended at a regular file.
-  [[nodiscard]] bool EndsAtFile() const;
 };
 
 /// Walks an absolute path from the root, name by name and link by link. Each name is opened in the

@@ -40,7 +40,7 @@ void StepReport::ReportFile(const PathStep& file, const std::string& folder, boo
                             const std::vector<NameScope>& scopes) {
   const Intruders writers = search.FindWriters(*file.folder, *file.object);
   findings.Add(TrustKind::Owner, folder, file.GetPath(), writers.owners, scopes);
-  if (!counts) return;
+  if (!counts || file.object->isNullDevice) return;
   findings.Add(TrustKind::FileWritable, folder, file.GetPath(), writers.others, scopes);
 }
 
