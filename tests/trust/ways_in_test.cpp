@@ -1,4 +1,5 @@
 #include "searchpath/host/environment.h"
+#include "support/refused_calls.h"
 #include "trust/thing.h"
 
 #include <array>
@@ -187,6 +188,18 @@ TEST(TrustTest, WhatNobodyElseCanUseIsNotReported) {
            ""},
       },
       false);
+}
+
+TEST(TrustTest, AFolderThatCannotBeReadToItsEndIsNotCalledSound) {
+  if (!test::CanBecomeOthers()) return;
+  test::InSmallMachine([] {
+    test::Make({kFolder, "/lib"});
+    const Environment environment({.folders = {u"/lib"}, .rules = kPlainRules});
+    test::Refusing(SYS_getdents64, 2, ~0U, EIO)();
+    const TrustReport report = environment.ExamineTrust({.user = test::kOwner});
+    const bool isRight = report.unexamined.size() == 1 && report.unexamined[0].folder == u"/lib";
+    return isRight ? "" : "found " + std::to_string(report.unexamined.size());
+  });
 }
 
 TEST(TrustTest, WhatIsTooDeepIsNotCalledSound) {

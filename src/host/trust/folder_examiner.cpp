@@ -27,7 +27,7 @@ std::vector<SearchedFolder::Identity> WayBelow(const SearchedFolder& folder,
   return way;
 }
 
-/// The names in a folder, in the order of their bytes.
+/// The names in a folder, in the order of their bytes: those that were read before an error, too.
 std::vector<std::string> ReadNames(const Descriptor& folder, std::error_code& error) {
   struct Close {
     void operator()(DIR* stream) const noexcept { closedir(stream); }
@@ -40,10 +40,13 @@ std::vector<std::string> ReadNames(const Descriptor& folder, std::error_code& er
     return names;
   }
   static_cast<void>(opened.Release());
+  errno = 0;  // `readdir` sets it when it fails, and leaves it as it is at the end
   while (const dirent* entry = readdir(stream.get())) {
     const std::string_view name = static_cast<const char*>(entry->d_name);
     if (name != "." && name != "..") names.emplace_back(name);
+    errno = 0;
   }
+  if (errno != 0) error = {errno, std::generic_category()};
   std::sort(names.begin(), names.end());
   return names;
 }
