@@ -1,9 +1,11 @@
 #include "host/trust/access_facts.h"
-#include "trust/access_list_bytes.h"
+#include "trust/thing.h"
 
-#include <gtest/gtest.h>
-
+#include <fcntl.h>
 #include <unistd.h>
+
+#include <cerrno>
+#include <utility>
 
 namespace Corvane::PathManagement::host {
 namespace {
@@ -28,6 +30,28 @@ TEST(AccessListTest, WhatIsNotWholeIsNoList) {
     EXPECT_EQ(ParseAccessList(whole.substr(0, size)).empty(), !isWholeEntry || size < 20) << size;
   }
   EXPECT_TRUE(ParseAccessList('\3' + whole.substr(1)).empty());
+}
+
+TEST(AccessListTest, WithoutProcItIsReadByNameFromTheSameObjectAlone) {
+  if (!test::CanBecomeOthers()) return;
+  test::InSmallMachine([] {
+    for (const char* path : {"/one", "/other"}) {
+      test::Make({test::Thing::Type::File, path, "", 0, 0, 0664});
+    }
+    test::Make({test::Thing::Type::Link, "/link", "one"});
+    const auto open = [](const char* path) {
+      return fl::filesystem::detail::Descriptor(::open(path, O_PATH | O_CLOEXEC));
+    };
+    const auto root = open("/"), one = open("/one");
+    std::string wrong;
+    for (const auto& [name, expected] : {std::pair("one", 0), std::pair("other", EAGAIN),
+                                         std::pair("none", EAGAIN), std::pair("link", EAGAIN)}) {
+      std::error_code error;
+      static_cast<void>(ReadAccessFacts(one, root, name, error));
+      if (error.value() != expected) wrong += name + (": " + error.message()) + '\n';
+    }
+    return wrong;
+  });
 }
 
 }  // namespace

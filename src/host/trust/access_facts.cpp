@@ -45,7 +45,8 @@ std::optional<AccessEntry::Kind> KindOfTag(std::uint32_t tag) {
   }
 }
 
-/// Reads the attribute with get(buffer, size); empty when there is none or it cannot be read.
+/// Reads the attribute with get(buffer, size); empty when there is none or it cannot be read, and
+/// errno then says which.
 template <class Get>
 std::optional<std::string> ReadAttribute(const Get& get) {
   std::string bytes(1024, '\0');
@@ -59,21 +60,38 @@ std::optional<std::string> ReadAttribute(const Get& get) {
   return bytes;
 }
 
+/// Reads the attribute from the object with these facts, which is opened once more. Fails with
+/// EAGAIN if `name` is not that of the object any more.
+std::optional<std::string> ReadByName(const Descriptor& folder, const std::string& name,
+                                      const AccessFacts& facts) {
+  constexpr int kFlags = O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_NOCTTY | O_CLOEXEC;
+  const Descriptor again(openat(folder.Get(), name.c_str(), kFlags));
+  struct stat status = {};
+  if (again.IsOpen() && fstat(again.Get(), &status) == 0) {
+    if (status.st_dev == facts.device && status.st_ino == facts.inode) {
+      return ReadAttribute(
+          [&](void* to, std::size_t size) { return fgetxattr(again.Get(), kAttribute, to, size); });
+    }
+    errno = EAGAIN;
+  }
+  if (errno == ENOENT || errno == ELOOP) errno = EAGAIN;  // it has gone, or is a link now
+  return std::nullopt;
+}
+
 /// A descriptor that is open for its path alone gives no attributes, so they are read by its name
 /// in /proc. Where /proc is not mounted, the object is opened once more, by its own name.
 AccessList ReadAccessList(const Descriptor& object, const Descriptor& folder,
-                          const std::string& name) {
+                          const std::string& name, const AccessFacts& facts,
+                          std::error_code& error) {
   const std::string kernelName = "/proc/self/fd/" + std::to_string(object.Get());
   auto bytes = ReadAttribute([&](void* to, std::size_t size) {
     return getxattr(kernelName.c_str(), kAttribute, to, size);
   });
-  if (!bytes && errno == ENOENT) {
-    constexpr int kFlags = O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_NOCTTY | O_CLOEXEC;
-    const Descriptor again(openat(folder.Get(), name.c_str(), kFlags));
-    bytes = ReadAttribute(
-        [&](void* to, std::size_t size) { return fgetxattr(again.Get(), kAttribute, to, size); });
-  }
-  return bytes ? ParseAccessList(*bytes) : AccessList();
+  if (!bytes && errno == ENOENT) bytes = ReadByName(folder, name, facts);
+  if (bytes) return ParseAccessList(*bytes);
+  // There is none, or the file system has no lists.
+  if (errno != ENODATA && errno != EOPNOTSUPP) error = {errno, std::generic_category()};
+  return {};
 }
 
 }  // namespace
@@ -110,7 +128,9 @@ AccessFacts ReadAccessFacts(const Descriptor& object, const Descriptor& folder,
   // With a list, the rights of the group are the most that any entry grants. The kernel asks the
   // list only when there are any.
   const bool mayHaveList = S_ISDIR(facts.mode) || S_ISREG(facts.mode);
-  if (mayHaveList && (facts.mode & S_IRWXG) != 0) facts.list = ReadAccessList(object, folder, name);
+  if (mayHaveList && (facts.mode & S_IRWXG) != 0) {
+    facts.list = ReadAccessList(object, folder, name, facts, error);
+  }
   return facts;
 }
 
