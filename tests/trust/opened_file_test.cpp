@@ -68,6 +68,16 @@ TEST_F(OpenTest, WhatHasChangedSinceTheAnswerIsAnError) {
   EXPECT_EQ(Open(environment, u"loop.zt"), "Too many levels of symbolic links");
 }
 
+TEST(OpenedFileTest, TheRootIsAFolderLikeAnyOther) {
+  if (!test::CanBecomeOthers()) return;
+  test::InSmallMachine([] {
+    test::Make({test::Thing::Type::File, "/plot.zt", "", test::kEve});
+    const auto file = Environment({u"/"}).Open({.name = u"plot.zt"});
+    const auto findings = file->ExamineTrust({.user = test::kOwner});
+    return findings.size() == 1 && findings[0].folder == u"/" ? "" : "not found in \"/\"";
+  });
+}
+
 TEST(OpenedFileTest, WhatWasCheckedIsWhatIsOpen) {
   if (!test::CanBecomeOthers()) return;
   test::InSmallMachine([] {

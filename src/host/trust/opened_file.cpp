@@ -10,7 +10,9 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
+#include <cstddef>
 #include <string>
 #include <system_error>
 #include <utility>
@@ -53,7 +55,7 @@ OpenedFile::OpenedFile(const FoundItem& item, LookupRules::Files files) {
     throw PathError(ENOTSUP, "cannot open", BytesFromText(GetLocationText(item)).value_or(""));
   }
   const std::size_t folderEnd = path.rfind('/');
-  std::string folder = path.substr(0, folderEnd);
+  std::string folder = path.substr(0, std::max<std::size_t>(folderEnd, 1));  // "/" is the root
   WalkedPath toFolder = WalkPath(folder);
   if (toFolder.end == nullptr) throw PathError(toFolder.error.value(), "cannot open", path);
   WalkedPath toFile = WalkPath(toFolder.end, toFolder.object, path.substr(folderEnd + 1));
