@@ -95,8 +95,15 @@ fl::filesystem::detail::Descriptor Lock(const std::string& file) {
 /// The absolute path of `file` without links. Makes the folders above it.
 std::string ResolveAndMakeFolders(const fl::filesystem::path& file) {
   // Made absolute first, since a name alone has no parent folder to make.
-  const std::filesystem::path real =
+  std::filesystem::path real =
       std::filesystem::weakly_canonical(std::filesystem::absolute(NativeBytes(file.native())));
+  // That stops at a link to what does not exist yet.
+  constexpr int kMostLinks = 40;  // the limit of the kernel
+  for (int links = 0; std::filesystem::is_symlink(real); ++links) {
+    if (links == kMostLinks) throw PathError(ELOOP, "cannot resolve", real.native());
+    real =
+        std::filesystem::weakly_canonical(real.parent_path() / std::filesystem::read_symlink(real));
+  }
   std::filesystem::create_directories(real.parent_path());
   return real;
 }

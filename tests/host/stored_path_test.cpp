@@ -90,6 +90,14 @@ TEST_F(StoredPathTest, AReaderThatHasTheListOpenKeepsTheOldOne) {
   EXPECT_FALSE(files::exists(tree.Path("list.lock")));
 }
 
+TEST_F(StoredPathTest, TheFileThatLinksLeadToIsMade) {
+  tree.Link("link", "list");
+  tree.Link("new/folder/list", "link");
+  Add("a");
+  EXPECT_TRUE(files::is_symlink(tree.Path("list")) && files::is_symlink(tree.Path("link")));
+  EXPECT_EQ(tree.Content("new/folder/list"), tree.Path("a") + '\n');
+}
+
 TEST_F(StoredPathTest, ItStandsBelowTheHomeThatIsKnownBest) {
   const passwd& user = *getpwuid(geteuid());
   const struct {
