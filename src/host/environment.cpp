@@ -87,13 +87,11 @@ std::shared_ptr<const RuledPath> ApplyRules(const WorkingFolder& workingFolder,
                                             const EnvironmentOptions& options,
                                             const std::shared_ptr<const PathView>& view) {
   if (options.rules.foldersHaveMeaning) return nullptr;
-  FolderEntries quoteFolders;
-  const EnvironmentOptions quote{.folders = options.quoteFolders, .rules = options.rules};
-  for (const auto& given : Locate(workingFolder, quote, nullptr).folders) {
-    quoteFolders.push_back(std::static_pointer_cast<const FolderEntry>(given.entries.front()));
-  }
-  return std::make_shared<const RuledPath>(view, options.rules, std::move(quoteFolders),
-                                           CreateSourceFrom(options.caches), workingFolder);
+  const EnvironmentOptions quote{
+      .folders = options.quoteFolders, .rules = options.rules, .timeout = options.timeout};
+  const auto source = CreateSourceFrom(options.caches);
+  return std::make_shared<const RuledPath>(
+      view, options.rules, Locate(workingFolder, quote, source), source, workingFolder);
 }
 
 std::shared_ptr<const PackageRegistry> ReadPackages(const std::optional<AnyText>& root,

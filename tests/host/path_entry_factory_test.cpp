@@ -1,6 +1,7 @@
 #include "saved_listing_generated.h"
 #include "searchpath/utilities/toolbox_path_cache.h"
 #include "support/counted_memory.h"
+#include "support/listings.h"
 #include "support/shown.h"
 
 #include <gtest/gtest.h>
@@ -165,6 +166,22 @@ TEST(PathEntryFactoryTest, AMovedTreeKeepsItsCacheAndIsNotReadAgain) {
       EXPECT_EQ(Shown(found, tree), root + "/lib/" + name);
     }
   }
+}
+
+TEST(PathEntryFactoryTest, QuoteFoldersAndThoseBelowComeFromACache) {
+  const TemporaryTree tree;
+  tree.Files({"quoted/f", "quoted/sub/f", "own/g", "own/sub/g"});
+  AgeAll(tree.Path());
+  const auto bytes = Written(FoldersIn(tree, {"quoted", "quoted/sub"}), tree.IRI());
+  const Environment environment({.caches = {Read(bytes, tree.IRI())},
+                                 .rules = kIncludeRules,
+                                 .quoteFolders = {tree.Text("quoted")}});
+  test::Listings listings(tree);
+  for (const char16_t* name : {u"*", u"sub/*"}) {
+    const Lookup lookup{.name = name, .extensions = {}, .fromFolder = tree.Text("own")};
+    EXPECT_EQ(environment.FindMatching(lookup).size(), 2U);
+  }
+  EXPECT_EQ(listings.Take(), "own own/sub");
 }
 
 TEST(PathEntryFactoryTest, FreshnessSaysWhatBecameOfAFolder) {

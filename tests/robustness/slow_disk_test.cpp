@@ -140,5 +140,17 @@ TEST_F(SlowDiskTest, RulesOfOtherProgramsWaitNoLonger) {
   }
 }
 
+TEST_F(SlowDiskTest, QuoteFoldersAreWaitedForNoLonger) {
+  options = {.folders = {tree.Text("f100")},
+             .rules = kIncludeRules,
+             .quoteFolders = {tree.Text("f119")},
+             .timeout = milliseconds(500)};
+  disk.Silence("/f119");
+  const Environment environment(options);
+  const Lookup lookup{.name = u"plot0.zt", .extensions = {}, .fromFolder = tree.Text("f101")};
+  EXPECT_EQ(environment.FindAll(lookup).size(), 1U);
+  EXPECT_EQ(Missing(environment.FindProblems()), "f119");
+}
+
 }  // namespace
 }  // namespace Corvane::PathManagement::host

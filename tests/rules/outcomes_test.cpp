@@ -215,5 +215,16 @@ TEST(RuleOutcomesTest, AMissReportsProblemsWhicheverSpellingEndsTheSearch) {
   EXPECT_EQ(environment.GetProblemsMet().size(), 1U);
 }
 
+TEST(RuleOutcomesTest, AQuoteFolderWithoutALocationIsAProblem) {
+  const ustring unknown = u"\xD800";
+  const Environment environment({.rules = kIncludeRules, .quoteFolders = {unknown}});
+  EXPECT_FALSE(environment.Find({.name = u"a.h", .extensions = {}, .fromFolder = u"/"}));
+  for (const auto& problems : {environment.GetProblemsMet(), environment.FindProblems(),
+                               environment.ExamineTrust().unexamined}) {
+    ASSERT_EQ(problems.size(), 1U);
+    EXPECT_EQ(problems[0].folder, unknown);
+  }
+}
+
 }  // namespace
 }  // namespace Corvane::PathManagement::host

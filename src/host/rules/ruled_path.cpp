@@ -31,6 +31,14 @@ SearchRoots RootOfFileSystem() {
           nullptr};
 }
 
+FolderEntries EntriesOf(const GivenFolders& given) {
+  FolderEntries entries;
+  for (const auto& folder : given.folders) {
+    entries.push_back(std::static_pointer_cast<const FolderEntry>(folder.entries.front()));
+  }
+  return entries;
+}
+
 /// The native path of a folder relative to the root of the file system, ended by "/"; empty for the
 /// root. A location that is not on disk becomes /dev/null, below which nothing is found.
 std::string BelowRoot(const AbsoluteIRI& folder) {
@@ -82,14 +90,15 @@ std::string_view Trimmed(std::string_view name) {
 }  // namespace
 
 RuledPath::RuledPath(std::shared_ptr<const PathView> pathView, const LookupRules& lookupRules,
-                     FolderEntries quoteFolders, const std::shared_ptr<const ListingSource>& source,
+                     GivenFolders quoteFolders, const std::shared_ptr<const ListingSource>& source,
                      const WorkingFolder& folder)
     : view(std::move(pathView)),
       rules(lookupRules),
       workingFolder(folder),
+      unlocatedQuotes(std::move(quoteFolders.unlocated)),
       onPath(std::make_unique<RelativeLookup>(
           SearchRoots(view->GetFolderPath().GetMainFolders(), source), rules.files)),
-      quoted(std::make_unique<RelativeLookup>(SearchRoots(std::move(quoteFolders), source),
+      quoted(std::make_unique<RelativeLookup>(SearchRoots(EntriesOf(quoteFolders), source),
                                               rules.files)),
       everywhere(std::make_unique<RelativeLookup>(RootOfFileSystem(), rules.files)) {}
 
@@ -280,8 +289,18 @@ void RuledPath::CheckFolder(const AbsoluteIRI& folder) {
   if (reason) throw current_working_folder::FailedToAbsolutizeException(*reason);
 }
 
+std::vector<FolderProblem> RuledPath::FindUnlocated() const {
+  std::vector<FolderProblem> all = view->GetUnlocated();
+  all.insert(all.end(), unlocatedQuotes.begin(), unlocatedQuotes.end());
+  return all;
+}
+
 std::vector<FolderProblem> RuledPath::FindProblems() const {
-  std::vector<FolderProblem> problems = view->GetUnlocated();
+  std::vector<FolderProblem> problems = FindUnlocated();
+  for (const auto& folder : GetQuoteFolders()) {
+    if (!StateOf(*folder).IsGivenUp()) continue;
+    problems.push_back({GetStringFromIRI(folder->GetAbsoluteIRI()), AbsolutizeError::NoAnswer});
+  }
   PlaceFilter filter(*view);
   for (const Place& place : GetPlacesOnPath()) {
     const auto reason = FindProblem(place);

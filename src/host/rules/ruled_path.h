@@ -49,7 +49,7 @@ class RuledPath {
   /// `quoteFolders` are asked before the path when a file asks. Listings come from `source`; from
   /// the disk when that is null. A relative name for which `IsThatFile` is true begins at `folder`.
   RuledPath(std::shared_ptr<const PathView> pathView, const LookupRules& lookupRules,
-            FolderEntries quoteFolders, const std::shared_ptr<const ListingSource>& source,
+            GivenFolders quoteFolders, const std::shared_ptr<const ListingSource>& source,
             const WorkingFolder& folder);
 
   [[nodiscard]] const LookupRules& GetRules() const noexcept { return rules; }
@@ -65,6 +65,9 @@ class RuledPath {
   [[nodiscard]] const FolderEntries& GetQuoteFolders() const noexcept {
     return quoted->GetRoots().GetFolders();
   }
+
+  /// The folders without a location: those given for the path, then quote folders.
+  [[nodiscard]] std::vector<FolderProblem> FindUnlocated() const;
 
   /// The file that the name means; empty when there is none.
   [[nodiscard]] boost::optional<FoundItem> Find(const Target& target, const Asker& asker) const;
@@ -103,13 +106,14 @@ class RuledPath {
   /// below those of the path, or none unless names with a separator are searched there.
   [[nodiscard]] PathEntries FindFolders(const ustring& name) const;
 
-  /// Why folders of the path cannot be searched, in path order. A folder that may be searched but
-  /// not listed is no problem.
+  /// Folders without a location; quote folders about which the disk has not answered in time; why
+  /// folders of the path cannot be searched, in path order. A folder that may be searched but not
+  /// listed is no problem.
   [[nodiscard]] std::vector<FolderProblem> FindProblems() const;
   /// The problems that matter for what was asked so far: all once a name was not found; until then,
   /// folders without a location.
   [[nodiscard]] std::vector<FolderProblem> GetProblemsMet() const {
-    return hasMissed.load(std::memory_order_relaxed) ? FindProblems() : view->GetUnlocated();
+    return hasMissed.load(std::memory_order_relaxed) ? FindProblems() : FindUnlocated();
   }
 
  private:
@@ -123,6 +127,7 @@ class RuledPath {
   const std::shared_ptr<const PathView> view;
   const LookupRules rules;
   const WorkingFolder workingFolder;
+  const std::vector<FolderProblem> unlocatedQuotes;
   std::unique_ptr<RelativeLookup> onPath;
   std::unique_ptr<RelativeLookup> quoted;
   std::unique_ptr<RelativeLookup> everywhere;  // its only root is "/"

@@ -98,7 +98,8 @@ TrustReport ExamineTrustOf(const PathView& view, const RuledPath* ruled, const L
   inQuotes.insert(onPath.GetAnswered().begin(), onPath.GetAnswered().end());
 
   const AnsweredNames none;
-  TrustReport report{quoted.TakeFindings(lookup.names ? inQuotes : none), view.GetUnlocated()};
+  TrustReport report{quoted.TakeFindings(lookup.names ? inQuotes : none),
+                     ruled == nullptr ? view.GetUnlocated() : ruled->FindUnlocated()};
   auto findings = onPath.TakeFindings(lookup.names ? onPath.GetAnswered() : none);
   std::move(findings.begin(), findings.end(), std::back_inserter(report.findings));
   for (const FolderExaminer* examiner : {&quoted, &onPath}) {
