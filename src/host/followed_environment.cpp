@@ -3,6 +3,7 @@
 #include "host/changes/folder_watches.h"
 #include "host/folder/folder_walk.h"
 #include "host/folder/open_path.h"
+#include "host/rules/ruled_path.h"
 #include "searchpath/model/byte_text.h"
 #include "searchpath/platform/iri_text.h"
 
@@ -40,9 +41,9 @@ class FollowedEnvironment::State {
   }
 
   bool Update() {
-    if (!MayHaveChanged()) return false;
-    Renew();
-    return true;
+    const bool mayHaveChanged = MayHaveChanged();
+    mayHaveChanged ? Renew() : ForgetOtherFolders();
+    return mayHaveChanged;
   }
 
   [[nodiscard]] const Environment& Get() const noexcept { return opened.environment; }
@@ -61,6 +62,13 @@ class FollowedEnvironment::State {
       opened = open();
       isOutdated = Watch();
     }
+  }
+
+  /// Has folders that are not on the path, such as those of code that asks, looked at anew: any
+  /// folder may be asked from, so not all of them are watched.
+  void ForgetOtherFolders() {
+    auto& ruled = opened.environment.ruled;
+    if (ruled != nullptr) ruled = ruled->WithOthersAnew();
   }
 
   [[nodiscard]] bool MayHaveChanged() {

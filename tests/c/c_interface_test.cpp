@@ -141,6 +141,24 @@ TEST_F(CInterfaceTest, AWatchBecomesReadableAndHasThePathAsItIsByAnyRules) {
   }
 }
 
+TEST_F(CInterfaceTest, AWatchHasFoldersOutsideThePathAsTheyAre) {
+  tree.Folder("own");
+  Open("include");
+  searchpath_watch* watch = nullptr;
+  ASSERT_EQ(searchpath_watch_open(environment, &watch, &error), SEARCHPATH_OK);
+  const std::string own = tree.Path("own");
+  const searchpath_lookup lookup = {"new.zt", nullptr, 0, own.c_str(), 0};
+  for (const char* found : {"", "own/new.zt"}) {
+    searchpath_environment_free(environment);
+    ASSERT_EQ(searchpath_watch_environment(watch, &environment, &error), SEARCHPATH_OK);
+    for (int question = 0; question < 40; ++question) {
+      EXPECT_EQ(Find(lookup), *found == '\0' ? "" : tree.Path(found));
+    }
+    tree.File("own/new.zt");
+  }
+  searchpath_watch_free(watch);
+}
+
 TEST_F(CInterfaceTest, AReceiptSaysWhichAnswersHaveChanged) {
   const std::string file = tree.Path("names.receipt");
   const searchpath_lookup lookups[] = {{"Other.zt", nullptr, 0, nullptr, 0},

@@ -59,7 +59,8 @@ class RandomChanges {
   std::string Name() { return std::string(1, "fgh"[Below(3)]); }
   std::string Place() {
     static const std::vector<std::string> kFolders = {
-        "a", "b", "t", "a/@f", "a/+pkg", "b/private", "b/+pkg", "b/+pkg/@g", "link"};
+        "a",      "b",         "t",    "a/@f",    "a/+pkg",      "b/private",
+        "b/+pkg", "b/+pkg/@g", "link", "outside", "outside/pkg", "quoted"};
     const std::string& folder = kFolders[Below(kFolders.size())];
     return Below(5) == 0 ? folder : folder + '/' + Name();
   }
@@ -76,11 +77,12 @@ TEST(FollowedEnvironmentTest, EveryAnswerIsThatOfAPathOpenedNow) {
   for (const auto& [name, rules] : kNamedRules) {
     SCOPED_TRACE(name);
     const TemporaryTree tree;
-    for (const char* folder : {"a", "b", "t"}) tree.Folder(folder);
+    for (const char* folder : {"a", "b", "t", "outside", "quoted"}) tree.Folder(folder);
     tree.Link("t", "link");
     const EnvironmentOptions options{
         .folders = {tree.Text("a"), tree.Text("missing"), tree.Text("link"), tree.Text("b")},
-        .rules = rules};
+        .rules = rules,
+        .quoteFolders = {tree.Text("quoted")}};
     FollowedEnvironment followed([&] {
       return OpenedEnvironment{.environment = Environment(options), .folders = {tree.IRI("b")}};
     });
@@ -95,10 +97,14 @@ TEST(FollowedEnvironmentTest, EveryAnswerIsThatOfAPathOpenedNow) {
       for (const char16_t* asked : {u"f", u"g", u"pkg/f", u"@f/f", u"private/h", u"h"}) {
         Lookup lookup{.name = asked, .extensions = {}};
         EXPECT_EQ(PathOf(followed.Get().Find(lookup)), PathOf(now.Find(lookup)));
-        if (!isAskedFrom || !fs::is_directory(fs::symlink_status(tree.Path("b")))) continue;
-        lookup.fromFolder = tree.Text("b");
-        EXPECT_EQ(PathOf(followed.Get().Find(lookup)), PathOf(now.Find(lookup)));
+        for (const char* asker : {"b", "outside"}) {
+          if (!isAskedFrom || !fs::is_directory(fs::symlink_status(tree.Path(asker)))) continue;
+          lookup.fromFolder = tree.Text(asker);
+          EXPECT_EQ(PathOf(followed.Get().Find(lookup)), PathOf(now.Find(lookup)));
+        }
       }
+      const Lookup full{.name = tree.Text("outside/f"), .extensions = {}};
+      EXPECT_EQ(PathOf(followed.Get().Find(full)), PathOf(now.Find(full)));
       if (testing::Test::HasFailure()) return;
     }
   }

@@ -38,6 +38,7 @@
 
 namespace Corvane::PathManagement::host {
 
+class FollowedEnvironment;
 class MainSearchPathManager;
 class OpenedFile;
 struct NameChange;
@@ -274,6 +275,7 @@ class SEARCHPATH_EXPORT Environment {
   [[nodiscard]] std::vector<ustring> FindIdleExclusions() const;
 
  private:
+  friend class FollowedEnvironment;
   friend class Receipt;
   friend class ReceiptRecorder;
 

@@ -26,7 +26,9 @@ struct OpenedEnvironment {
 /// The kernel watches all folders of the path, what the links in them lead to, and every folder and
 /// link on the way. After a change, the next `Update` opens the environment anew. Folders that the
 /// kernel cannot watch, such as those on network file systems, may have changed at any time: with
-/// one of them on the path, each `Update` opens the environment anew.
+/// one of them on the path, each `Update` opens the environment anew. Folders that are not on the
+/// path, such as `EnvironmentOptions::quoteFolders`, are looked at anew after each `Update`; the
+/// descriptor shows changes in them when they are among `OpenedEnvironment::folders`.
 ///
 /// Threads: one at a time.
 /// Errors: those of the `Open` function, from the constructor and `Update`. The environment then

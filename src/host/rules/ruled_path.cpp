@@ -96,11 +96,20 @@ RuledPath::RuledPath(std::shared_ptr<const PathView> pathView, const LookupRules
       rules(lookupRules),
       workingFolder(folder),
       unlocatedQuotes(std::move(quoteFolders.unlocated)),
-      onPath(std::make_unique<RelativeLookup>(
+      onPath(std::make_shared<RelativeLookup>(
           SearchRoots(view->GetFolderPath().GetMainFolders(), source), rules.files)),
-      quoted(std::make_unique<RelativeLookup>(SearchRoots(EntriesOf(quoteFolders), source),
+      quoted(std::make_shared<RelativeLookup>(SearchRoots(EntriesOf(quoteFolders), source),
                                               rules.files)),
-      everywhere(std::make_unique<RelativeLookup>(RootOfFileSystem(), rules.files)) {}
+      everywhere(std::make_shared<RelativeLookup>(RootOfFileSystem(), rules.files)) {}
+
+std::shared_ptr<const RuledPath> RuledPath::WithOthersAnew() const {
+  const auto anew = std::make_shared<RuledPath>(*this);
+  for (auto* lookup : {&anew->quoted, &anew->everywhere}) {
+    *lookup =
+        std::make_shared<RelativeLookup>((*lookup)->GetRoots().WithEntriesAnew(), rules.files);
+  }
+  return anew;
+}
 
 bool RuledPath::IsThatFile(const ustring& name) const {
   return name.starts_with(u'/') ||
@@ -112,7 +121,7 @@ boost::optional<FoundItem> RuledPath::Find(const Target& target, const Asker& as
   if (asksThePath && !IsThatFile(target.GetName())) return FindAtOnce(target);
   const auto files = FindFiles(target, asker, true);
   if (!files.empty()) return files.front();
-  hasMissed.store(true, std::memory_order_relaxed);
+  hasMissed->store(true, std::memory_order_relaxed);
   return boost::none;
 }
 
@@ -138,7 +147,7 @@ boost::optional<FoundItem> RuledPath::FindAtOnce(const Target& target) const {
   } else if (best != nullptr) {
     return best->file;
   }
-  hasMissed.store(true, std::memory_order_relaxed);
+  hasMissed->store(true, std::memory_order_relaxed);
   return boost::none;
 }
 

@@ -52,6 +52,10 @@ class RuledPath {
             GivenFolders quoteFolders, const std::shared_ptr<const ListingSource>& source,
             const WorkingFolder& folder);
 
+  /// The same path, except that nothing is remembered of folders that are not on it: quote folders,
+  /// those of askers, those of full names.
+  [[nodiscard]] std::shared_ptr<const RuledPath> WithOthersAnew() const;
+
   [[nodiscard]] const LookupRules& GetRules() const noexcept { return rules; }
   [[nodiscard]] const PathView& GetView() const noexcept { return *view; }
   /// The folders below those of the path.
@@ -113,7 +117,7 @@ class RuledPath {
   /// The problems that matter for what was asked so far: all once a name was not found; until then,
   /// folders without a location.
   [[nodiscard]] std::vector<FolderProblem> GetProblemsMet() const {
-    return hasMissed.load(std::memory_order_relaxed) ? FindProblems() : FindUnlocated();
+    return hasMissed->load(std::memory_order_relaxed) ? FindProblems() : FindUnlocated();
   }
 
  private:
@@ -128,11 +132,13 @@ class RuledPath {
   const LookupRules rules;
   const WorkingFolder workingFolder;
   const std::vector<FolderProblem> unlocatedQuotes;
-  std::unique_ptr<RelativeLookup> onPath;
-  std::unique_ptr<RelativeLookup> quoted;
-  std::unique_ptr<RelativeLookup> everywhere;  // its only root is "/"
-  const std::unique_ptr<RememberedTree> tree = std::make_unique<RememberedTree>();
-  mutable std::atomic<bool> hasMissed = false;  // whether a name was not found
+  // Shared with copies.
+  const std::shared_ptr<RelativeLookup> onPath;
+  std::shared_ptr<RelativeLookup> quoted;
+  std::shared_ptr<RelativeLookup> everywhere;  // its only root is "/"
+  const std::shared_ptr<RememberedTree> tree = std::make_shared<RememberedTree>();
+  const std::shared_ptr<std::atomic<bool>> hasMissed =
+      std::make_shared<std::atomic<bool>>(false);  // whether a name was not found
 };
 
 /// Takes places one after the other, and tells those that do not count: hidden ones and, where the

@@ -29,6 +29,17 @@ std::string SearchRoots::PathOf(std::size_t root, std::string_view relative) con
   return path.append(paths[root]).append(relative);
 }
 
+SearchRoots SearchRoots::WithEntriesAnew() const {
+  FolderEntries anew;
+  anew.reserve(folders.size());
+  for (const auto& folder : folders) {
+    const FolderState& state = StateOf(*folder);
+    anew.push_back(
+        state.IsGivenUp() ? folder : CreateMainFolder(state.Location(), source, state.GetLimit()));
+  }
+  return {std::move(anew), source};
+}
+
 bool SearchRoots::IsFolder(std::size_t root) const {
   struct stat status = {};
   return stat(paths[root].c_str(), &status) == 0 && S_ISDIR(status.st_mode);

@@ -24,6 +24,10 @@ class SearchRoots {
   /// The native path of the folder, or file, called `relative` below a root.
   [[nodiscard]] std::string PathOf(std::size_t root, std::string_view relative) const;
 
+  /// The same folders, with entries that have not been asked yet. A folder about which the disk has
+  /// not answered in time keeps its entry, so that nobody waits for it again.
+  [[nodiscard]] SearchRoots WithEntriesAnew() const;
+
   /// Whether there is a folder at a root, searchable or not.
   [[nodiscard]] bool IsFolder(std::size_t root) const;
 
