@@ -190,14 +190,18 @@ TEST_F(FolderObserverTest, FoldersThatCannotBeWatchedArePolled) {
 }
 
 TEST_F(FolderObserverTest, AScanPublishesAllFoldersAndFiles) {
-  tree.Files({"a/x", "b/+p/f", "c/x", "list"});
+  tree.Files({"a/x", "b/+p/f", "c/x", "lists/@list"});
   EXPECT_EQ(OnPath(), OnDisk());
-  DiskFeed feed(manager, events, {.files = {tree.IRI("list")}});
+  DiskFeed feed(manager, events, {.files = {tree.IRI("lists/@list")}});
   AwaitEvents({"a", "b", "b/+p", "c"});  // made just now, so perhaps after they were listed
   feed.ScanAgain();
-  AwaitEvents({"a", "b", "b/+p", "c", "list"});
-  tree.File("list");
-  AwaitEvents({"list"});
+  AwaitEvents({"a", "b", "b/+p", "c", "lists/@list"});
+  tree.File("lists/@list");
+  AwaitEvents({"lists/@list"});
+  tree.File("a/y");
+  std::unique_lock lock(mutex);
+  changed.wait_for(lock, std::chrono::minutes(1), [&] { return published.contains("a"); });
+  EXPECT_FALSE(published.contains("lists"));  // a list is no special folder
 }
 
 TEST_F(FolderObserverTest, WatchesEndWithTheFoldersOnThePath) {

@@ -219,7 +219,14 @@ class DiskFeed::State {
     if (burst.mayLeadElsewhere || burst.isIncomplete) WatchPath(Round::Later);
     const Burst published = std::exchange(burst, Burst());
     LocationSet changed;
-    for (const AbsoluteIRI& location : published.changed) AddChangedFolder(changed, location);
+    for (const AbsoluteIRI& location : published.changed) {
+      const auto& files = options.files;
+      if (std::find(files.begin(), files.end(), location) == files.end()) {
+        AddChangedFolder(changed, location);
+      } else {
+        changed.insert(location);  // the name of a file says nothing about the folder above it
+      }
+    }
     if (published.isIncomplete && watchedFolders) {
       changed.insert(watchedFolders->begin(), watchedFolders->end());
       changed.insert(options.files.begin(), options.files.end());
