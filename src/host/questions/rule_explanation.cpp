@@ -33,7 +33,10 @@ FolderOutcome OutcomeFor(Standing standing) {
 class RuleExplainer {
  public:
   RuleExplainer(const RuledPath& ruledPath, const RuledPath::Target& target)
-      : path(ruledPath), names(RuledPath::NamesOf(target)), filter(path.GetView()) {}
+      : path(ruledPath),
+        names(RuledPath::NamesOf(target)),
+        isThatFile(path.IsThatFile(target.GetName())),
+        filter(path.GetView()) {}
 
   Explanation Run(const std::vector<Place>& places) {
     for (const Place& place : places) {
@@ -103,7 +106,7 @@ class RuleExplainer {
 
   [[nodiscard]] DecidingRule RuleFor(const std::vector<Place>& places) const {
     const bool isByAsker = !places.empty() && !places.front().isOnPath;
-    if (isByAsker && places.size() == 1) return DecidingRule::ThatFile;
+    if (isThatFile) return DecidingRule::ThatFile;
     if (!explanation.files.empty()) {
       const bool isInFirst = !explanation.asked.front().files.empty();
       return isByAsker && isInFirst ? DecidingRule::AskersFolder : DecidingRule::FirstFolder;
@@ -117,6 +120,7 @@ class RuleExplainer {
 
   const RuledPath& path;
   const std::vector<std::string> names;
+  const bool isThatFile;  // the name says which file is meant
   PlaceFilter filter;
   Explanation explanation = {};
   bool hasEnded = false;
