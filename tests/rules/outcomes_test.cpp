@@ -197,6 +197,24 @@ TEST(RuleOutcomesTest, EachFolderHasOneAndOneRuleDecides) {
   });
 }
 
+TEST(RuleOutcomesTest, WhatEndsTheSearchIsNoMeaning) {
+  test::RunUnprivileged([] {
+    const TemporaryTree tree;
+    MakeFolders(tree);
+    const auto open = [&](const std::string& folders) {
+      return Environment({.folders = FoldersOf(tree, folders), .rules = kIncludeRules});
+    };
+    const Environment before = open("one"), after = open("closed one");
+    const auto changes = after.FindNameChangesSince(before);
+    ASSERT_EQ(changes.size(), 1U);
+    EXPECT_EQ(changes[0].name, u"a.h");
+    EXPECT_TRUE(changes[0].before && !changes[0].after);
+    EXPECT_TRUE(open("closed two").FindNameChangesSince(after).size() == 1);  // two/sub/a.h is new
+    EXPECT_FALSE(open("closed").ForEachFile([](const auto&) { return true; }));
+    for (const char* folder : {"shut", "listed"}) chmod(tree.Path(folder).c_str(), 0755);
+  });
+}
+
 TEST(RuleOutcomesTest, AFolderBelowTheRootOfTheFileSystemComesFromIt) {
   const TemporaryTree tree;
   tree.Files({"deep/sub/a.h"});

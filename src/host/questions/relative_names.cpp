@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <map>
 #include <mutex>
+#include <set>
 #include <string>
 #include <utility>
 
@@ -18,25 +19,30 @@ namespace {
 
 using Files = LookupRules::Files;
 
-/// Whether a file that was listed counts. Listings do not show who may execute it.
-bool Counts(const FoundItem& file, Files files) {
-  return files != Files::Executable ||
-         LookAtFile(fl::filesystem::detail::NativeBytes(GetNativePath(file)), files) ==
-             Standing::Counts;
+/// What a file that was listed is. Listings do not show who may execute or read it.
+Standing StandingOf(const FoundItem& file, Files files) {
+  if (files == Files::Regular) return Standing::Counts;
+  return LookAtFile(fl::filesystem::detail::NativeBytes(GetNativePath(file)), files);
 }
 
 /// The file that each relative name means.
 using Meanings = std::map<std::string, FoundItem, std::less<>>;
 
-/// Adds the first file of each name in `folder` that counts.
+/// Adds the first file of each name in `folder` that counts, unless the search ends before it.
 void AddMeanings(const MergedFolder& folder, Files files, Meanings& meanings) {
+  std::set<std::string, std::less<>> ended;  // the names whose search has ended without a file
   for (const TreeFolder& part : folder.folders) {
     FolderState& state = StateOf(*part.entry);
     for (std::size_t index = 0; index < state.Files().size(); ++index) {
       std::string name = folder.name + std::string(state.Files()[index]);
-      if (meanings.contains(name)) continue;
+      if (meanings.contains(name) || ended.contains(name)) continue;
       FoundItem file(ShareItem(part.entry, state.ItemAt(index)), part.entry);
-      if (Counts(file, files)) meanings.emplace(std::move(name), std::move(file));
+      const Standing standing = StandingOf(file, files);
+      if (standing == Standing::Counts) {
+        meanings.emplace(std::move(name), std::move(file));
+      } else if (EndsSearch(standing, files)) {
+        ended.insert(std::move(name));
+      }
     }
   }
 }
@@ -60,7 +66,7 @@ bool ForEachFileByRules(const RuledPath& path, const std::function<bool(const Fo
     const auto items = folder.entry->GetItems();
     return std::any_of(items->begin(), items->end(), [&](const auto& item) {
       const FoundItem file(item, folder.entry);
-      return Counts(file, path.GetRules().files) && visit(file);
+      return StandingOf(file, path.GetRules().files) == Standing::Counts && visit(file);
     });
   });
 }
