@@ -6,7 +6,9 @@
 #include <cstddef>
 #include <cstdint>
 #include <limits>
+#include <new>
 #include <stdexcept>
+#include <string>
 
 namespace Corvane::PathManagement::detail {
 
@@ -19,11 +21,21 @@ std::int32_t LengthOf(std::u16string_view text) {
   return static_cast<std::int32_t>(text.size());
 }
 
+/// Throws what `status` says went wrong. Lengths have been checked before.
+void CheckSuccess(UErrorCode status) {
+  if (status == U_MEMORY_ALLOCATION_ERROR) throw std::bad_alloc();
+  if (U_FAILURE(status)) {
+    throw std::runtime_error(std::string("cannot fold the case of a file name: ") +
+                             u_errorName(status));
+  }
+}
+
 bool AreSameFolded(std::u16string_view left, std::u16string_view right) {
   UErrorCode status = U_ZERO_ERROR;
   const std::int32_t order = u_strCaseCompare(left.data(), LengthOf(left), right.data(),
                                               LengthOf(right), U_FOLD_CASE_DEFAULT, &status);
-  return U_SUCCESS(status) && order == 0;
+  CheckSuccess(status);
+  return order == 0;
 }
 
 ustring Fold(const ustring& text) {
@@ -31,7 +43,7 @@ ustring Fold(const ustring& text) {
   UErrorCode status = U_ZERO_ERROR;
   const std::int32_t length = u_strFoldCase(folded.data(), LengthOf(folded), text.data(),
                                             LengthOf(text), U_FOLD_CASE_DEFAULT, &status);
-  if (U_FAILURE(status)) RefuseLength();
+  CheckSuccess(status);
   folded.resize(static_cast<std::size_t>(length));
   return folded;
 }

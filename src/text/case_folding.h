@@ -12,7 +12,8 @@ namespace Corvane::PathManagement::detail {
 /// since the code may be in a module that is opened at the first use, see `FindInModule`.
 ///
 /// Errors: `std::length_error` for texts that are too long to be compared (2^31 units or more) or
-/// to be folded (more than 2^31 / 3 units).
+/// to be folded (more than 2^31 / 3 units); `std::bad_alloc`; `std::runtime_error` when the
+/// Unicode library fails otherwise.
 struct CaseFolding {
   bool (*areSameFolded)(std::u16string_view left, std::u16string_view right);
   /// Keeps every lone surrogate.
