@@ -13,14 +13,15 @@ namespace {
 
 constexpr std::size_t kLongestQuoted = 200;  // in code units
 
-/// Whether `unit` could not be shown as itself: a control, a surrogate, or a mark that changes the
-/// writing direction of the text after it.
+/// Whether `unit` could not be shown as itself: a control, a surrogate, a mark that ends a line
+/// or paragraph, or one that changes the writing direction of the text after it.
 bool IsEscaped(char16_t unit) {
   const bool isControl = unit < 0x20 || (unit >= 0x7F && unit < 0xA0);
   const bool turnsDirection = unit == 0x061C || unit == 0x200E || unit == 0x200F ||
                               (unit >= 0x202A && unit <= 0x202E) ||
                               (unit >= 0x2066 && unit <= 0x2069);
-  return U16_IS_SURROGATE(unit) || isControl || turnsDirection;
+  const bool endsLine = unit == 0x2028 || unit == 0x2029;
+  return U16_IS_SURROGATE(unit) || isControl || turnsDirection || endsLine;
 }
 
 }  // namespace

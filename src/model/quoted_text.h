@@ -6,8 +6,9 @@
 
 namespace Corvane::PathManagement::detail {
 
-/// `text` for a message: UTF-8 in double quotes. Controls, marks of writing direction and lone
-/// surrogates are shown as escapes, and a text of more than 200 code units is cut.
+/// `text` for a message: UTF-8 in double quotes. Controls, marks that end a line, marks of
+/// writing direction and lone surrogates are shown as escapes, and a text of more than 200 code
+/// units is cut.
 [[nodiscard]] std::string QuotedText(std::u16string_view text);
 
 }  // namespace Corvane::PathManagement::detail

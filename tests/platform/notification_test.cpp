@@ -22,12 +22,14 @@ TEST(NotificationTest, EachMessageOfTheLibraryHasAText) {
       {{add, none, {u"a", 7, storage::vfs::AbsoluteIRI(u"file:///x")}},
        u"ZENTRA:mpath:DirNotFound \"a\" 7 \"file:///x\""},
       {{remove, none, {}}, u"ZENTRA:rmpath:DirNotFound"},
-      {{remove, none, {u"\u0080\u009F\u061C\u200E\u200F\u202A\u202E\u2066\u2069\x7F"}},
-       u"the folder \"\\u0080\\u009f\\u061c\\u200e\\u200f\\u202a\\u202e\\u2066\\u2069\\u007f\" is "
+      {{remove, none, {u"\u0080\u009F\u061C\u200E\u200F\u2028\u2029\u202A\u202E\u2066\u2069\x7F"}},
+       u"the folder "
+       u"\"\\u0080\\u009f\\u061c\\u200e\\u200f\\u2028\\u2029\\u202a\\u202e\\u2066\\u2069\\u007f\" "
+       u"is "
        u"not "
        u"on the path; name it as the path lists it"},
-      {{add, none, {u"\u00A0\u061B\u200D\u2010\u202F\u2065\u206A\U0001F600"}},
-       u"ZENTRA:mpath:DirNotFound \"\u00A0\u061B\u200D\u2010\u202F\u2065\u206A\U0001F600\""},
+      {{add, none, {u"\u00A0\u061B\u200D\u2010\u2027\u202F\u2065\u206A\U0001F600"}},
+       u"ZENTRA:mpath:DirNotFound \"\u00A0\u061B\u200D\u2010\u2027\u202F\u2065\u206A\U0001F600\""},
   };
   for (const auto& [message, text] : rows) EXPECT_EQ(GetText(message), text);
 }
