@@ -72,7 +72,7 @@ TEST_F(CompileCommandsTest, TheCompilerIsAskedWithTheFlagsThatMatter) {
   CheckAsked("f.c:my-c++-12 f.c", " c++\n");
   CheckAsked("f.s:cc -Imid f.s", "");
   tree.File("tree/one", "-I a @two\n'-I b'");
-  tree.File("tree/two", "-I'c d' @none @two");
+  tree.File("tree/two", "-I'c d' @none @lib @two");
   CheckAsked("f.c:cc @one -Ie", "-I|a|-Ic d|-I b|-Ie c\n");
 }
 
@@ -145,7 +145,11 @@ TEST_F(CompileCommandsTest, EachListIsExaminedOnceAndNamesItsFiles) {
        2, "searchpath: bad:3: [0].arguments[0]: expected a text\n", ""},
       {"printf '[{\"directory\": \"/\", \"file\": \"f.c\", \"command\": \" \"}]' >bad; s shadows "
        "--compile-commands bad",
-       2, "searchpath: bad:1: [0].command: expected the compiler at least\n", ""},
+       2, "searchpath: bad:1: [0].command: expected at least the compiler\n", ""},
+      {": >none; printf '[{\"directory\": \".\", \"file\": \"f.c\",\\n\"arguments\": "
+       "[\"@none\"]}]' >bad; "
+       "s shadows --compile-commands bad; rm none",
+       0, "searchpath: bad:2: [0].arguments: expected at least the compiler\n", ""},
       {"echo {} >bad; s shadows --compile-commands bad", 2, "searchpath: bad:1: expected a list\n",
        ""},
   });

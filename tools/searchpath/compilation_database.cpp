@@ -16,30 +16,21 @@ namespace {
 
 using json::Field;
 
-std::vector<std::string> ReadWords(const Field& command) {
-  if (const auto arguments = command.Find(u"arguments")) {
-    std::vector<std::string> words;
-    for (const Field& word : arguments->GetElements()) {
-      words.push_back(GetBytes(word.As<ustring>(u"a text")));
-    }
-    if (!words.empty()) return words;
-    arguments->Refuse(json::JsonFault::WrongType, u"the compiler at least");
-  }
-  const Field line = command.Get(u"command");
-  std::vector<std::string> words = SplitShellWords(GetBytes(line.AsText()));
-  if (words.empty()) line.Refuse(json::JsonFault::WrongType, u"the compiler at least");
-  return words;
+// As for compilers, "@FILE" stays a word if FILE cannot be read.
+std::optional<std::string> ReadFileOfArguments(const std::string& file) try {
+  return ReadBytes(file);
+} catch (const UsageError&) {
+  return std::nullopt;
 }
 
-// As for compilers, "@FILE" stays a word if there is no such file. Each file is read only once,
-// since it may include itself.
-void ReplaceFilesOfArguments(CompileCommand& command) {
+// Each file is read only once, since it may include itself.
+void ReplaceFilesOfArguments(std::vector<std::string>& words, const std::string& folder) {
   std::set<std::string> read;
-  for (std::size_t i = 0; i < command.words.size();) {
-    const std::string word = command.words[i];
+  for (std::size_t i = 0; i < words.size();) {
+    const std::string word = words[i];
     std::optional<std::string> text;
     if (word.starts_with('@') && read.insert(word).second) {
-      text = ReadBytes(GetAbsoluteName(command.folder, word.substr(1)));
+      text = ReadFileOfArguments(GetAbsoluteName(folder, word.substr(1)));
     }
     if (!text) {
       ++i;
@@ -47,9 +38,26 @@ void ReplaceFilesOfArguments(CompileCommand& command) {
     }
     // The next word to look at is the first of these, which may be a file of arguments, too.
     const std::vector<std::string> more = SplitShellWords(*text);
-    const auto place = command.words.erase(command.words.begin() + static_cast<std::ptrdiff_t>(i));
-    command.words.insert(place, more.begin(), more.end());
+    const auto place = words.erase(words.begin() + static_cast<std::ptrdiff_t>(i));
+    words.insert(place, more.begin(), more.end());
   }
+}
+
+// The words of a command that runs in `folder`; at least one.
+std::vector<std::string> ReadWords(const Field& command, const std::string& folder) {
+  const auto arguments = command.Find(u"arguments");
+  const Field source = arguments ? *arguments : command.Get(u"command");
+  std::vector<std::string> words;
+  if (arguments) {
+    for (const Field& word : source.GetElements()) {
+      words.push_back(GetBytes(word.As<ustring>(u"a text")));
+    }
+  } else {
+    words = SplitShellWords(GetBytes(source.AsText()));
+  }
+  ReplaceFilesOfArguments(words, folder);
+  if (words.empty()) source.Refuse(json::JsonFault::WrongType, u"at least the compiler");
+  return words;
 }
 
 }  // namespace
@@ -62,11 +70,11 @@ std::vector<CompileCommand> ReadCompilationDatabase(const std::string& file) {
   // least.
   ReadJson(file, *bytes, bytes->size(), [&](const Field& all) {
     for (const Field& each : all.GetElements()) {
-      CompileCommand command = {.folder = GetBytes(each.Get(u"directory").AsText()),
-                                .file = GetBytes(each.Get(u"file").AsText()),
-                                .words = ReadWords(each)};
-      ReplaceFilesOfArguments(command);
-      commands.push_back(std::move(command));
+      std::string folder = GetBytes(each.Get(u"directory").AsText());
+      std::string source = GetBytes(each.Get(u"file").AsText());
+      std::vector<std::string> words = ReadWords(each, folder);
+      commands.push_back(
+          {.folder = std::move(folder), .file = std::move(source), .words = std::move(words)});
     }
   });
   return commands;
