@@ -57,6 +57,7 @@ TEST_F(CompileCommandsTest, TheCompilerIsAskedWithTheFlagsThatMatter) {
       "--sysroot=/s|--sysroot|/t|-isysroot/u|-nostdinc|-stdlib=a|-target|b|-B|c c\n");
   CheckAsked("f.c:cc -I 'two words' -I\"a\\\"b\\c\" -Id\\ e ''",
              "-I|two words|-Ia\"b\\c|-Id e c\n");
+  CheckAsked("f.c:cc -I'a\\\\b' -I\"c\\\\d\"", "-Ia\\\\b|-Ic\\d c\n");
   CheckAsked("f.c:/usr/bin/ccache cc -c f.c", " c\n");
   for (const auto& [file, language] :
        std::vector<std::pair<std::string, std::string>>{{"f.cc", "c++"},
@@ -74,6 +75,8 @@ TEST_F(CompileCommandsTest, TheCompilerIsAskedWithTheFlagsThatMatter) {
   tree.File("tree/one", "-I a @two\n'-I b'");
   tree.File("tree/two", "-I'c d' @none @lib @two");
   CheckAsked("f.c:cc @one -Ie", "-I|a|-Ic d|-I b|-Ie c\n");
+  tree.File("tree/three", "-Ia \\\n -I\\\nb \\\n");
+  CheckAsked("f.c:cc @three -Ic", "-Ia|-Ib|-Ic c\n");
 }
 
 TEST_F(CompileCommandsTest, EachListIsExaminedOnceAndNamesItsFiles) {

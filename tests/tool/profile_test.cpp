@@ -71,6 +71,8 @@ TEST_F(ProfileTest, ThePathIsThatOfAProgram) {
        "$T/mid\n$T/a:b\nC -I x -y -E -v -x c /dev/null\n"},
       {". ../path; CXX=\"env 'A=b  c' cc -m32\" s list --path-of c++ --quiet; tail -n 1 ../asked",
        0, "", "$T/mid\n$T/a:b\nC -m32 -E -v -x c++ /dev/null\n"},
+      {". ../path; CC='cc \\\n -m64' s list --path-of cc --quiet; tail -n 1 ../asked", 0, "",
+       "$T/mid\n$T/a:b\nC -m64 -E -v -x c /dev/null\n"},
       {". ../path; cd odd; s list --path-of python", 0, "", "$T/odd\n$T/odd/../mid\n"},
       {". ../path; s list --path-of perl", 2,
        "cannot ask `perl` for its folders: it does not print them; install it, put it on PATH, or",

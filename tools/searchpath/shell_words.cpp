@@ -14,6 +14,10 @@ std::vector<std::string> SplitShellWords(std::string_view line) {
       isInWord = false;
       continue;
     }
+    if (quote == '\0' && line.substr(i, 2) == "\\\n") {  // as if neither were there
+      ++i;
+      continue;
+    }
     if (!isInWord) words.emplace_back();
     isInWord = true;
     // Within double quotes, a backslash stands for itself before most characters.
