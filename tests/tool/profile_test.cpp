@@ -73,6 +73,8 @@ TEST_F(ProfileTest, ThePathIsThatOfAProgram) {
        0, "", "$T/mid\n$T/a:b\nC -m32 -E -v -x c++ /dev/null\n"},
       {". ../path; CC='cc \\\n -m64' s list --path-of cc --quiet; tail -n 1 ../asked", 0, "",
        "$T/mid\n$T/a:b\nC -m64 -E -v -x c /dev/null\n"},
+      {". ../path; unset CC; env --ignore-signal=CHLD '" SEARCHPATH_TOOL "' list --path-of cc", 0,
+       "", "$T/mid\n$T/a:b\n"},
       {". ../path; cd odd; s list --path-of python", 0, "", "$T/odd\n$T/odd/../mid\n"},
       {". ../path; s list --path-of perl", 2,
        "cannot ask `perl` for its folders: it does not print them; install it, put it on PATH, or",

@@ -46,6 +46,8 @@ int main(int count, char** words) {
   // The program ends when nobody reads its output any more, even if it was started with this signal
   // ignored.
   std::signal(SIGPIPE, SIG_DFL);
+  // With this one ignored, nobody could wait for the programs that are asked for their folders.
+  std::signal(SIGCHLD, SIG_DFL);
   std::ios::sync_with_stdio(false);  // otherwise std::cin hides errors of reading
   try {
     StartLogIfAsked();
