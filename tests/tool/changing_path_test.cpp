@@ -38,6 +38,17 @@ TEST_F(ToolTest, DiffTellsFoldersOrNames) {
        "{`change`:`new`,`name`:`fn.zt`,`old`:null,`new`:`$T/over/fn.zt`}\n"
        "{`change`:`gone`,`name`:`fo.zt`,`old`:`$T/mid/fo.zt`,`new`:null}\n"
        "{`change`:`new`,`name`:`inner.zt`,`old`:null,`new`:`$T/lib/+pkg/inner.zt`}\n"},
+      {"s list --path lib --as include --save ../then; touch lib/sub/late; s diff --names --as "
+       "include @../then lib; s diff --names --as plain lib @../then; rm lib/sub/late; mv lib "
+       "gone; "
+       "s diff --as include @../then over; s diff --names --as include @../then gone | head -n 1; "
+       "mv gone lib",
+       0, "",
+       "new      $T/lib/sub/late\ngone     $T/lib/sub/late\n"
+       "removed    1         $T/lib\nadded      1         $T/over\n"
+       "changed  $T/lib/+pkg/@cls/cls.zt -> $T/gone/+pkg/@cls/cls.zt\n"},
+      {"s diff --names --as program lib @../then", 2,
+       "--names and --as program cannot be given together for a saved path, which does not", ""},
       {"s diff --names over lib --color always | head -n 1", 0, "",
        "\x1b[32mnew\x1b[0m      $T/lib/Case.zt\n"},
       {"s diff --strict lib:no mid:no", 2, "cannot search `$T/no`: no such folder\n",

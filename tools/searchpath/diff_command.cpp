@@ -73,12 +73,31 @@ void CheckOptions(const DiffOptions& options, const std::vector<std::string>& op
   }
 }
 
+// Whether the path was read from a file that list --save has written.
+bool IsSaved(const host::Environment& path) {
+  const auto folders = path.GetMainFolders();
+  return !folders.empty() && path.FindOrigin(*folders.front()).source == host::FolderSource::Cache;
+}
+
+void RefuseSavedPrograms(const host::Environment& before, const host::Environment& after) {
+  if (after.GetRules().files != host::LookupRules::Files::Executable) return;
+  if (!IsSaved(before) && !IsSaved(after)) return;
+  throw UsageError(
+      "--names and --as program cannot be given together for a saved path, which does not have "
+      "the rights of files; leave out --as program");
+}
+
+// Rules may ask the disk. But a saved folder is as it was, whatever has become of it.
+std::vector<host::FolderProblem> FindProblemsOf(const host::Environment& path) {
+  return IsSaved(path) ? host::Environment(path.GetPath()).FindProblems() : path.FindProblems();
+}
+
 // The folders of both paths that cannot be searched, each once.
 std::vector<host::FolderProblem> FindProblems(const host::Environment& before,
                                               const host::Environment& after) {
-  std::vector<host::FolderProblem> problems = before.FindProblems();
+  std::vector<host::FolderProblem> problems = FindProblemsOf(before);
   const std::size_t countBefore = problems.size();
-  for (host::FolderProblem& problem : after.FindProblems()) {
+  for (host::FolderProblem& problem : FindProblemsOf(after)) {
     const bool isKnown =
         std::any_of(problems.begin(), problems.begin() + static_cast<std::ptrdiff_t>(countBefore),
                     [&](const host::FolderProblem& known) {
@@ -122,6 +141,7 @@ Outcome RunDiff(const Arguments& arguments) {
   const Output output(options.output);
   const host::Environment before = OpenVersion(operands[0], "OLD", options.path);
   const host::Environment after = OpenVersion(operands[1], "NEW", options.path);
+  if (options.names) RefuseSavedPrograms(before, after);
   const auto problems =
       WithProgress(options.path.quiet, [&] { return FindProblems(before, after); });
   const bool failed = ReportProblems(problems, options.path);

@@ -356,7 +356,11 @@ host::Environment OpenSource(const SourcedPath& source, const std::string& where
 host::Environment OpenVersion(const std::string& part, const std::string& where,
                               const PathOptions& options) {
   if (part.starts_with('@') && IsListing(part.substr(1))) {
-    return host::Environment(ReadListing(part.substr(1), host::ListingUse::AsSaved));
+    const auto saved = ReadListing(part.substr(1), host::ListingUse::AsSaved);
+    return host::Environment(host::EnvironmentOptions{.folders = saved.GetFolderStrings(),
+                                                      .source = host::FolderSource::Cache,
+                                                      .caches = {saved},
+                                                      .rules = options.GetRules()});
   }
   return Open(ReadParts({part}, where, options.GetRules(), {}), options);
 }
