@@ -212,6 +212,12 @@ TEST_F(ToolTest, WatchTellsWhatChangesWhileItDoes) {
       {". ../watch; echo over >two; echo mid >>two; begin --path @two; rm two; read -r told <&3; "
        "echo ${told##*; }; echo mid >new; mv new two; seen 1; end",
        0, "", "the path stays as it was\nremoved    1         $T/over\n141\n"},
+      {". ../watch; mkdir -p two.d/in; echo two.d >list; begin --path @list --as plain; rm list; "
+       "read -r told <&3; echo ${told##*; }; touch two.d/in/x; seen 2 | sort; echo two.d/in >new; "
+       "mv new list; seen 3 | sort; end",
+       0, "",
+       "the path stays as it was\nnew      $T/two.d/in/x\nrefreshed  2         $T/two.d/in\n"
+       "gone     $T/two.d/in/x\nnew      $T/two.d/in/x\nremoved    1         $T/two.d\n141\n"},
       {"s watch --path over --count 0", 2, "--count is a number of lines, 1 or more, not `0`", ""},
       {"s watch --path - --recursive", 2, "standard input can be read only once; write the", ""},
       {"s watch --path no --strict", 2, "cannot search `$T/no`: no such folder\n", ""},

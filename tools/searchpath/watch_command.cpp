@@ -161,13 +161,29 @@ class PrintedNames {
                                                           const host::FolderPath& after) {
     if (printed.GetRules().foldersHaveMeaning) return host::FindNameChanges(before, after);
     // Other rules look names up below folders, too; a `FolderPath` knows nothing of those.
-    const host::Environment now = OpenPath(options.path, commandLine);
+    const host::Environment now = OpenNow();
     auto changes = now.FindNameChangesSince(printed);
     printed = now;
     return changes;
   }
 
  private:
+  // The path that the options mean now. If it cannot be read, which `ReadAgain` has reported: the
+  // folders of the former path, as they are now.
+  [[nodiscard]] host::Environment OpenNow() const try {
+    return OpenPath(options.path, commandLine);
+  } catch (const std::exception&) {
+    host::EnvironmentOptions former = {
+        .keepDuplicates = options.path.keepDuplicates,
+        .without = GetTexts(options.path.without),
+        .rules = printed.GetRules(),
+        .timeout = GetMilliseconds("--timeout", options.path.timeout)};
+    for (const auto& folder : printed.GetMainFolders()) {
+      former.folders.push_back(GetNativePath(*folder));
+    }
+    return host::Environment(former);
+  }
+
   const WatchOptions& options;
   const CommandLine& commandLine;
   host::Environment printed;
