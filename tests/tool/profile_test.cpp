@@ -208,8 +208,11 @@ END
       {". ../path; unset CC; s list --profile c --flag -y; tail -n 1 ../asked", 0, "",
        "$T/mid\n$T/a:b\nC -m32 -y -E -v -x c /dev/null\n"},
       {". ../path; cd odd; s list --profile python", 0, "", "$T/odd\n$T/odd/../mid\n"},
-      {"s add over; s list --profile names; s files --profile names", 0, "",
-       "$T/over\n$T/over/fn.zt\n$T/over/link\n"},
+      {"s add over mid; touch mid/x.zt mid/ax.zt; s list --profile names; s files --profile names",
+       0, "", "$T/over\n$T/mid\n$T/mid/x.zt\n"},
+      {"mkdir -p mid/in; touch mid/in/x.zt; s files --profile names --as plain --path mid; s files "
+       "--profile names --path over; s files --profile names --ext zt --path mid | wc -l",
+       0, "no such file on the path\n", "$T/mid/x.zt\n$T/mid/in/x.zt\n4\n"},
       {"s list --profile pearl", 2,
        "no profile `pearl`; the profiles are command, c, c++, perl, python, mine, list and names; "
        "did you mean "

@@ -9,7 +9,6 @@
 #include "searchpath/model/byte_text.h"
 #include "searchpath/model/path_entry.h"
 #include "searchpath/model/search_scope.h"
-#include "searchpath/utilities/file_lookup.h"
 
 #include <algorithm>
 #include <optional>
@@ -50,36 +49,37 @@ struct FilesOptions {
   }
 };
 
-// Each extension once: with a repeated one, its files would be found again.
-std::vector<ustring> GetExtensions(const FilesOptions& options) {
-  const MatchingOptions& matching = options.matching;
-  std::vector<ustring> extensions;
-  for (ustring& extension : matching.GetExtensions(options.path.GetExtensions())) {
-    // "/main.zt" is no extension: a NAME then means the file main.zt in a folder NAME.
-    if (extension.starts_with(u'/')) continue;
-    const bool isRepeated =
-        std::any_of(extensions.begin(), extensions.end(), [&](const ustring& earlier) {
-          return host::AreSameFilename(earlier, extension, matching.GetPolicy());
-        });
-    if (!isRepeated) extensions.push_back(std::move(extension));
+// Which files are wanted: all when neither an extension nor a name is.
+class WantedFiles {
+ public:
+  explicit WantedFiles(const FilesOptions& options) : policy(options.matching.GetPolicy()) {
+    for (ustring& extension : options.matching.GetExtensions(options.path.GetExtensions())) {
+      // "/main.zt" is no extension: a NAME then means the file main.zt in a folder NAME.
+      if (extension.starts_with(u'/')) {
+        names.push_back(extension.substr(extension.rfind(u'/') + 1));
+      } else {
+        extensions.push_back(std::move(extension));
+      }
+    }
   }
-  return extensions;
-}
 
-std::vector<FoundItem> GetFiles(const std::shared_ptr<const IPathEntry>& folder,
-                                const std::vector<ustring>& extensions,
-                                FilenameMatchingPolicy policy) {
-  if (!extensions.empty()) return FindFilesByExtensions(folder, extensions, policy);
-  std::vector<FoundItem> files;
-  const auto items = folder->GetItems();
-  for (const auto& item : *items) files.emplace_back(item, folder);
-  return files;
-}
+  [[nodiscard]] bool Have(const PathItem& file) const {
+    if (extensions.empty() && names.empty()) return true;
+    return IsAny(file.GetExtension(), extensions) ||
+           (!names.empty() && IsAny(file.GetName() + file.GetExtension(), names));
+  }
 
-bool HasExtension(const FoundItem& file, const std::vector<ustring>& extensions) {
-  return extensions.empty() || std::find(extensions.begin(), extensions.end(),
-                                         file.GetPathItem()->GetExtension()) != extensions.end();
-}
+ private:
+  [[nodiscard]] bool IsAny(const ustring& text, const std::vector<ustring>& known) const {
+    return std::any_of(known.begin(), known.end(), [&](const ustring& each) {
+      return host::AreSameFilename(each, text, policy);
+    });
+  }
+
+  FilenameMatchingPolicy policy;
+  std::vector<ustring> extensions;
+  std::vector<ustring> names;
+};
 
 // Writes each file as soon as it is found. Until the first one, progress is shown.
 class FileLines {
@@ -101,7 +101,7 @@ class FileLines {
 
 // As `WriteFiles`, for rules under which no folder is special.
 bool WriteFilesByRules(const Output& output, const host::Environment& environment,
-                       const FilesOptions& options, const std::vector<ustring>& extensions) {
+                       const FilesOptions& options, const WantedFiles& wanted) {
   if (options.all || options.from ||
       options.matching.GetPolicy() == FilenameMatchingPolicy::IgnoreCase) {
     throw UsageError("--all, --from and --policy ignore-case mean nothing with --as " +
@@ -109,7 +109,7 @@ bool WriteFilesByRules(const Output& output, const host::Environment& environmen
   }
   FileLines lines(output, options.path.quiet);
   environment.ForEachFile([&](const FoundItem& file) {
-    if (HasExtension(file, extensions)) lines.Write(file);
+    if (wanted.Have(*file.GetPathItem())) lines.Write(file);
     return false;  // go on
   });
   return lines.AreThereAny();
@@ -151,11 +151,12 @@ void ForEachFolder(const host::Environment& environment, const FilesOptions& opt
 
 // Writes the files that the options ask for; returns whether there are any.
 bool WriteFiles(const Output& output, const host::Environment& environment,
-                const FilesOptions& options, const std::vector<ustring>& extensions) {
+                const FilesOptions& options, const WantedFiles& wanted) {
   FileLines lines(output, options.path.quiet);
   ForEachFolder(environment, options, [&](const std::shared_ptr<const IPathEntry>& folder) {
-    for (const FoundItem& file : GetFiles(folder, extensions, options.matching.GetPolicy())) {
-      lines.Write(file);
+    const auto items = folder->GetItems();
+    for (const auto& item : *items) {
+      if (wanted.Have(*item)) lines.Write(FoundItem(item, folder));
     }
     return false;  // go on
   });
@@ -170,12 +171,12 @@ Outcome RunFiles(const Arguments& arguments) {
   options.AddTo(commandLine);
   if (!commandLine.Parse(arguments)) return Outcome::Found;
   const Output output(options.output);
-  const std::vector<ustring> extensions = GetExtensions(options);
+  const WantedFiles wanted(options);
   const host::Environment environment = OpenPath(options.path, commandLine);
   const bool failed = ReportProblems(environment, options.path);
   const bool foundAny = options.path.GetRules().foldersHaveMeaning
-                            ? WriteFiles(output, environment, options, extensions)
-                            : WriteFilesByRules(output, environment, options, extensions);
+                            ? WriteFiles(output, environment, options, wanted)
+                            : WriteFilesByRules(output, environment, options, wanted);
   if (!foundAny) Report("no such file on the path");
   if (failed) return Outcome::Failed;
   return foundAny ? Outcome::Found : Outcome::NotFound;
