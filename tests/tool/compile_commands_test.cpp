@@ -113,7 +113,8 @@ TEST_F(CompileCommandsTest, EachListIsExaminedOnceAndNamesItsFiles) {
        "searchpath: no file called `no` on the path\n"
        "searchpath: --allow `plain`: no file of that name is hidden\n",
        ""},
-      {". ../db; db <<'END'\n1.c:cc -Iover -Imid\n2.c:nothing -Ia\n3.c:cc -Ilib\nEND\n"
+      {". ../db; db <<'END'\n1.c:cc -Iover -Imid\n2.c:nothing -Ia\n2.cc:nothing -Ia\n3.c:cc "
+       "-Ilib\nEND\n"
        "s shadows --compile-commands db.json",
        2,
        "searchpath: cannot ask `nothing -Ia` for its folders: there is no such program; install "

@@ -5,6 +5,7 @@
 #include "header_flags.h"
 #include "standard_streams.h"
 
+#include <algorithm>
 #include <map>
 #include <optional>
 #include <tuple>
@@ -49,7 +50,9 @@ class Collector {
       if (isFirst) found.lists.push_back({std::move(folders), {}});
       known->second = list->second;
     } catch (const UsageError& error) {
-      found.problems.emplace_back(error.what());
+      // The same one again when the call differs only in its language or its folder.
+      const auto same = std::find(found.problems.begin(), found.problems.end(), error.what());
+      if (same == found.problems.end()) found.problems.emplace_back(error.what());
     }
     return known->second;
   }

@@ -18,7 +18,7 @@ struct HeaderList {
 /// The distinct lists of folders of a compilation database, in the order of their first files.
 struct HeaderLists {
   std::vector<HeaderList> lists;
-  std::vector<std::string> problems;    // why compilers did not answer, for messages
+  std::vector<std::string> problems;    // why compilers did not answer, each once
   std::vector<std::string> otherFiles;  // in no language of the C family
 };
 
