@@ -279,6 +279,7 @@ TEST_F(ToolTest, LinesEndWithNulWhereThatIsAskedFor) {
            {"doctor -0 --path no",
             "$T/no: no such folder; create the folder, or take it off the "
             "path|"},
+           {"find fn.zt -0 --color always --path lib", "$T/lib/fn.zt|"},
            {"iri -0 mid", "iri: file://$T/mid|canonical: file://$T/mid|path: $T/mid|"}}) {
     EXPECT_EQ(RunShell("s " + command + rows).out, Expand(out)) << command;
   }
