@@ -290,6 +290,7 @@ TEST_F(ToolTest, WrongUsageIsOneLineThatHelps) {
       {"s", 2, "no command; type: searchpath find NAME --path \"$PATH\", or", ""},
       {"s fnid x", 2, "there is no command \"fnid\"; did you mean find?", ""},
       {"s ab", 2, "there is no command \"ab\"; see searchpath -h", ""},
+      {"s ''", 2, "there is no command \"\"; see searchpath -h", ""},
       {"s where ls", 2, "there is no command \"where\"; did you mean which --all?", ""},
       {"s help dupes", 2, "there is no command \"dupes\"; did you mean shadows?", ""},
       {"s find -i x --path lib", 2, "\"-i\"; did you mean --policy ignore-case?", ""},

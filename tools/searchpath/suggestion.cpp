@@ -24,6 +24,7 @@ std::size_t GetDistance(std::string_view left, std::string_view right) {
 }
 
 bool IsNear(std::string_view typed, std::string_view known, std::size_t distance) {
+  if (typed.empty()) return false;  // every word starts with it
   return (distance <= 2 && 2 * distance <= std::max(typed.size(), known.size())) ||
          known.starts_with(typed) || typed.starts_with(known);
 }
