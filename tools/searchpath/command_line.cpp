@@ -26,21 +26,6 @@ std::string GetShellWord(const std::string& argument) {
   return word + '\'';
 }
 
-// Splits "--path=" into "--path" and "": the parser would take the next argument as its value.
-std::vector<std::string> SplitEmptyValues(const std::vector<std::string>& arguments) {
-  std::vector<std::string> split;
-  bool onlyOperands = false;
-  for (const std::string& argument : arguments) {
-    onlyOperands = onlyOperands || argument == "--";
-    if (!onlyOperands && argument.starts_with("--") && argument.find('=') == argument.size() - 1) {
-      split.insert(split.end(), {argument.substr(0, argument.size() - 1), ""});
-    } else {
-      split.push_back(argument);
-    }
-  }
-  return split;
-}
-
 // Splits "-a,--all" into two names.
 std::vector<std::string> SplitNames(const std::string& names) {
   const std::size_t comma = names.find(',');
@@ -122,6 +107,42 @@ void CommandLine::AddHelp() {
   options.back().isBrief = false;
 }
 
+const OptionText* CommandLine::FindOption(const std::string& name) const {
+  const auto found = std::find_if(options.begin(), options.end(), [&](const OptionText& option) {
+    return std::find(option.names.begin(), option.names.end(), name) != option.names.end();
+  });
+  return found == options.end() ? nullptr : &*found;
+}
+
+// The words as the parser takes them. "--path=" becomes "--path" and "": the parser would take the
+// next word as its value.
+std::vector<std::string> CommandLine::GetWordsForParser() const {
+  std::vector<std::string> words;
+  for (auto word = typed.begin(); word != typed.end(); ++word) {
+    if (*word == "--") {
+      words.insert(words.end(), word, typed.end());
+      break;
+    }
+    const std::size_t equals = word->find('=');
+    const std::string name = word->substr(0, equals);
+    const OptionText* const option = FindOption(name);
+    const bool takesValue = option != nullptr && !option->valueName.empty();
+    if (option != nullptr && !takesValue && equals != std::string::npos) {
+      throw UsageError(name + " takes no value; leave out " + Quoted(word->substr(equals)));
+    }
+    if (takesValue && equals == word->size() - 1) {
+      words.insert(words.end(), {name, ""});
+      continue;
+    }
+    words.push_back(*word);
+    // Its value comes next, even if that looks like an option.
+    if (takesValue && equals == std::string::npos && word + 1 != typed.end()) {
+      words.push_back(*++word);
+    }
+  }
+  return words;
+}
+
 bool CommandLine::Parse(const Arguments& arguments) {
   AddHelp();
   if (arguments.describe) {
@@ -129,7 +150,7 @@ bool CommandLine::Parse(const Arguments& arguments) {
     return false;
   }
   typed = arguments.words;
-  std::vector<std::string> reversed = SplitEmptyValues(typed);
+  std::vector<std::string> reversed = GetWordsForParser();
   std::reverse(reversed.begin(), reversed.end());  // the order that the parser expects
   try {
     app->parse(std::move(reversed));
@@ -183,10 +204,16 @@ void CommandLine::RefuseOption(const std::string& argument) const {
   for (const OptionText& option : options) {
     known.insert(known.end(), option.names.begin(), option.names.end());
   }
-  const std::string name = argument.substr(0, argument.find('='));
+  const bool hasName = !argument.starts_with("--=");
+  const std::string name = hasName ? argument.substr(0, argument.find('=')) : argument;
   const std::string meant = FindOptionMeant(name, known);
   if (!meant.empty()) {
     throw UsageError("unknown option " + Quoted(name) + "; did you mean " + meant + "?");
+  }
+  const auto place = std::find(typed.begin(), typed.end(), argument);
+  if (std::find(typed.begin(), place, "--flag") != place) {  // which takes one word only
+    throw UsageError("unknown option " + Quoted(name) +
+                     "; a flag for the compiler is typed as --flag " + GetShellWord(argument));
   }
   throw UsageError("unknown option " + Quoted(name) + "; see searchpath " + text.name +
                    " -h, and write -- before operands that begin with -");

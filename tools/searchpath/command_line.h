@@ -107,6 +107,9 @@ class CommandLine {
 
  private:
   void AddHelp();
+  /// Null when there is no option of that name.
+  [[nodiscard]] const OptionText* FindOption(const std::string& name) const;
+  [[nodiscard]] std::vector<std::string> GetWordsForParser() const;
   void TakeOperands();
   void CheckOperands() const;
   [[noreturn]] void RefuseOption(const std::string& argument) const;
