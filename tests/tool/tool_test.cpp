@@ -153,6 +153,9 @@ TEST_F(ToolTest, FoldersAreHiddenAndShownOnce) {
        "{`name`:`+pkg/cls`,`path`:`$T/lib/+pkg/@cls`,`kind`:`@`}\n"},
       {"s folders --literal pkg --path lib -0", 1, "without --literal it denotes `$T/lib/+pkg`\n",
        ""},
+      {"mkdir -p five/a/+pk five/b/+pk five/c/+pk five/d/+pk five/e/+pk; s folders --literal pk "
+       "--path five --recursive",
+       1, "denotes `$T/five/a/+pk`, `$T/five/b/+pk`, `$T/five/c/+pk` and 2 more\n", ""},
       {"s folders $PWD/no sbu --path lib:lib/sub", 1, "called `sbu`; did you mean `$T/lib/sub`?",
        ""},
       {"s folders lib --path lib:no --strict", 2, "cannot search `$T/no`: no such", "$T/lib\n"},

@@ -12,6 +12,7 @@
 
 #include <cstddef>
 #include <memory>
+#include <string>
 
 namespace Corvane::PathManagement::tool {
 
@@ -51,13 +52,14 @@ void WriteFolders(const Output& output, const std::string& name, const Folders& 
   }
 }
 
-// The first three folders as a list: "A, B or C", where `last` is "or".
+// The folders as a list: "A, B or C", where `last` is "or"; "A, B, C or 2 more".
 std::string GetList(const Folders& folders, const std::string& last) {
   constexpr std::size_t kMost = 3;
   std::vector<std::string> list;
   for (const auto& folder : folders) {
     if (list.size() < kMost) list.push_back(Quoted(GetNativePath(*folder)));
   }
+  if (folders.size() > kMost) list.push_back(std::to_string(folders.size() - kMost) + " more");
   return Join(list, ", ", ' ' + last + ' ');
 }
 
