@@ -109,6 +109,8 @@ TEST(FindSimilarTest, NamesTheMostSimilarFilesFirstAndEachOnce) {
       {{u"v1.2"}, 9, "b/v1.2.zt"},
       {{u"v2", {u".zt", u".z"}}, 2, "b/v2.Z a/v2.y"},
       {{u"plto.y"}, 9, "a/plto.zt a/plot.y"},  // but not the other file of that name
+      {{u"plot.y"}, 9, "b/plot"},              // but not the file of that very name
+      {{u"plot", {u".y", u".q"}}, 9, "b/plot"},
   };
   for (const auto& [lookup, most, expected] : rows) {
     std::vector<FoundItem> files;

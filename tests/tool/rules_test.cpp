@@ -22,6 +22,10 @@ TEST_F(RulesTest, WhichAnswersAsAShellDoes) {
       {"PATH=q:no:q s which -a draw", 0, "", "$T/q/draw\n$T/q/draw\n"},
       {"cd q; PATH= s which draw sub/tool ./draw", 0, "", "$T/q/draw\n$T/q/sub/tool\n$T/q/draw\n"},
       {"PATH=p:q s which gone pipe sub", 1, "no file called `gone` on the path", ""},
+      {"PATH=p:q/sub s which Draw draw", 1,
+       "no file called `Draw` on the path; did you mean `$T/p/draw` (another case)?\n"
+       "searchpath: no file called `draw` on the path; `$T/p/draw` may not be executed\n",
+       ""},
       {"PATH=p s which", 1, "", ""},
       {"PATH=p s which --strict x", 2, "unknown option", ""},
       {"mkdir @a '~'; cp -p q/draw @a; cp -p q/draw '~'/home; PATH=@a:~ s which draw; "
@@ -56,6 +60,8 @@ TEST_F(RulesTest, NamesAreRelativeToTheFoldersOfThePath) {
        "$T/p/sub/kind.h\n$T/q/sub/kind.h\n"},
       {"s find draw --as plain --path p:q --ext x --explain | sed -n '2d;p'", 0, "`draw`",
        "`draw` means no file\n  absent  $T/p\n  absent  $T/q\nwhy: no folder holds it\n"},
+      {"s find pipe --as include --path p:q", 1,
+       "no file called `pipe` on the path; `$T/p/pipe` cannot be read\n", ""},
       {"s find x --as plain --path no:p", 1, "cannot search `$T/no`: no such folder", ""},
       {"s files --as plain --path lib --ext zt", 0, "",
        "$T/lib/Case.zt\n$T/lib/fn.zt\n$T/lib/+pkg/inner.zt\n$T/lib/@shape/shape.zt\n"

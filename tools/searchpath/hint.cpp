@@ -7,7 +7,27 @@
 
 namespace Corvane::PathManagement::tool {
 
+namespace {
+
+// Why the first file of that very name does not count; empty when there is none.
+std::string FindRefusal(const host::Environment& environment, const host::Lookup& lookup) {
+  if (environment.GetRules().foldersHaveMeaning) return "";  // then no rights matter
+  for (const host::AskedFolder& asked : environment.Explain(lookup).asked) {
+    if (asked.outcome == host::FolderOutcome::NotExecutable) {
+      return "; " + Quoted(asked.instead) + " may not be executed";
+    }
+    if (asked.outcome == host::FolderOutcome::NotReadable) {
+      return "; " + Quoted(asked.instead) + " cannot be read";
+    }
+  }
+  return "";
+}
+
+}  // namespace
+
 std::string GetHint(const host::Environment& environment, const host::Lookup& lookup) {
+  std::string refusal = FindRefusal(environment, lookup);
+  if (!refusal.empty()) return refusal;
   const std::vector<host::SimilarFile> similar = environment.FindSimilar(lookup);
   if (similar.empty()) return "";
   std::vector<std::string> files;

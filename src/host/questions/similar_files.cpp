@@ -66,6 +66,8 @@ class WantedName {
     return std::nullopt;
   }
 
+  [[nodiscard]] bool Is(std::string_view bytes) const { return TextFromBytes(bytes) == name; }
+
  private:
   [[nodiscard]] bool MayResemble(std::string_view bytes) const {
     const auto folded = [](auto unit) { return static_cast<char16_t>(unit) | 0x20U; };
@@ -91,14 +93,16 @@ class WantedNames {
     }
   }
 
-  /// The closest similarity to any of them.
+  /// The closest similarity to any of them; empty for one of them itself: a file of that very name
+  /// was met, and does not count.
   [[nodiscard]] std::optional<Similarity> Compare(std::string_view bytes) const {
     std::optional<Similarity> closest;
     for (const WantedName& name : names) {
       const auto similarity = name.Compare(bytes);
       if (similarity && (!closest || *similarity < *closest)) closest = similarity;
     }
-    return closest;
+    const auto isIt = [&](const WantedName& name) { return name.Is(bytes); };
+    return closest && std::ranges::none_of(names, isIt) ? closest : std::nullopt;
   }
 
  private:
