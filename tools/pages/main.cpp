@@ -1,5 +1,6 @@
-// searchpath_pages FOLDER: deletes FOLDER, then writes the pages of the manual and the files that
-// shells read for completion into it. The layout is that of share/ where the tool is installed.
+// searchpath_pages FOLDER: writes the pages of the manual and the files that shells read for
+// completion into FOLDER. The layout is that of share/ where the tool is installed. Nothing there is
+// removed but former pages of the manual.
 #include "completions.h"
 #include "man_page.h"
 
@@ -7,6 +8,9 @@
 #include <filesystem>
 #include <fstream>
 #include <iostream>
+#include <stdexcept>
+#include <string>
+#include <system_error>
 
 namespace Corvane::PathManagement::tool {
 
@@ -19,9 +23,20 @@ void Write(const std::filesystem::path& file, const std::string& text) {
   if (!stream) throw std::runtime_error("cannot write " + file.string());
 }
 
+// Removes the pages of commands, since some may be of commands that no longer exist.
+void RemovePages(const std::filesystem::path& folder) {
+  std::error_code missing;  // then there are none
+  for (const auto& file : std::filesystem::directory_iterator(folder, missing)) {
+    const std::string name = file.path().filename();
+    if (name.starts_with("searchpath-") && name.ends_with(".1")) {
+      std::filesystem::remove(file.path());
+    }
+  }
+}
+
 void WriteAll(const std::filesystem::path& folder) {
   const auto commands = DescribeCommands();
-  std::filesystem::remove_all(folder);  // with pages of commands that no longer exist
+  RemovePages(folder / "man/man1");
   Write(folder / "man/man1/searchpath.1", GetMainManPage(commands));
   for (const DescribedCommand& command : commands) {
     Write(folder / "man/man1" / (GetPageName(command) + ".1"), GetManPage(command));
