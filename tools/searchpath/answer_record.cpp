@@ -19,8 +19,8 @@ constexpr const char* kRecordNotes =
     "  were asked up to each answer, so that searchpath verify FILE finds out later\n"
     "  which answers have changed. FILE is replaced in one step.\n"
     "  --depfile FILE --target NAME writes a rule for make or ninja: NAME depends on\n"
-    "  the files found, and on each folder in which another could come to be meant.\n"
-    "  See docs/builds.md.\n"
+    "  the files found, and on each folder in which a new file could change an\n"
+    "  answer. See docs/builds.md.\n"
     "\n";
 
 void WriteDepfile(const std::string& file, const std::string& target,

@@ -43,7 +43,7 @@ const char* const kEnvironmentNotes =
     "                   is not set, $HOME/.config has them\n"
     "  NO_COLOR         when set and not empty, no colour unless --color always\n"
     "  TERM             when empty or \"dumb\", no colour and no progress\n"
-    "  PATH             what which searches, and where programs are looked for\n"
+    "  PATH             where which and --path-of look for programs\n"
     "  CC, CXX          the compilers that --path-of cc and c++ ask\n"
     "  SEARCHPATH_LOG   a file, or - for standard error, for a log of what is read\n"
     "                   and how long that takes\n";

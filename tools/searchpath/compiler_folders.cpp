@@ -41,7 +41,7 @@ CompilerFolders AskCompiler(const CompilerCall& call) {
   const ProgramQuestion question = {
       .program = program, .words = words, .advice = call.advice, .folder = call.folder};
   if (auto folders = ParseFolders(AskProgram(question).error)) return *folders;
-  RefuseAnswer(question, "it does not print them with -E -v, as GCC and Clang do");
+  RefuseAnswer(question, "unlike GCC and Clang, it prints no folders with -E -v");
 }
 
 }  // namespace Corvane::PathManagement::tool

@@ -23,10 +23,10 @@ using foundation::core::except::Notification;
 
 constexpr const char* kEditNotes =
     "The stored path:\n"
-    "  Commands without --path search it. It stands in the file searchpath/path below\n"
-    "  $XDG_CONFIG_HOME, or else below ~/.config: one folder or \"file\" IRI a line.\n"
-    "  The file may be edited by hand. Several add and remove commands at once do not\n"
-    "  lose each other's changes.\n"
+    "  Commands without --path search it. It is kept in the file searchpath/path\n"
+    "  below $XDG_CONFIG_HOME, or else below ~/.config: one folder or \"file\" IRI a\n"
+    "  line. The file may be edited by hand. Several add and remove commands at once\n"
+    "  do not lose each other's changes.\n"
     "  --dry-run prints what would differ, as searchpath diff does: the folders, then\n"
     "  the names that would mean another file.\n";
 

@@ -19,7 +19,7 @@ namespace {
 constexpr CommandText kFindText = {
     "find", "NAME...", "Prints the path of the file that each NAME means.",
     "  searchpath find ls --path \"$PATH\"            which file does ls mean?\n"
-    "  searchpath find --all ls --path \"$PATH\"      which files does it hide?\n"
+    "  searchpath which -a ls                       which programs does it hide?\n"
     "  searchpath find --explain ls --path \"$PATH\"  why that file?\n"
     "  searchpath find --stdin --path \"$PATH\" <names.txt\n"
     "  searchpath find stdio.h --path /usr/include --recursive\n"
@@ -42,8 +42,8 @@ constexpr CommandText kFindText = {
     "  Write -- before a NAME that begins with \"-\".\n"
     "\n"
     "Patterns:\n"
-    "  With --glob, NAME is a pattern: the answer is the file that each name means\n"
-    "  which matches it, in the order of the path. * matches any characters, also a\n"
+    "  With --glob, NAME is a pattern: the answer is, for each name that matches, the\n"
+    "  file that it means, in the order of the path. * matches any characters, also a\n"
     "  dot at the beginning, ? one character, [a-c] one of these, [!a-c] any other;\n"
     "  \\ takes the meaning from the character behind it. The whole name has to match.\n"
     "  In geometry/*.zt, only the last part may be a pattern. --ext adds the\n"
@@ -92,7 +92,7 @@ struct FindOptions {
     commandLine.AddValue("--from", "FOLDER", from,
                          "as code in FOLDER sees it: private files first");
     commandLine.AddValue("--after", "FOLDER", after,
-                         "search behind this folder of the path only; with --as");
+                         "only folders behind this one of the path; with --as");
     matching.AddTo(commandLine, "add this extension to NAME; may be repeated");
     commandLine.AddFlagForOperands("--stdin", answers.manyNames,
                                    "read NAMEs from standard input, one a line");

@@ -10,8 +10,8 @@ namespace Corvane::PathManagement::tool {
 
 const char* const kGeneralExamples =
     "  searchpath which ls                          which program does ls start?\n"
+    "  searchpath which -a ls                       which programs does it hide?\n"
     "  searchpath find ls --path \"$PATH\"            which file does ls mean?\n"
-    "  searchpath find --all ls --path \"$PATH\"      which files does it hide?\n"
     "  searchpath find --explain ls --path \"$PATH\"  why that file?\n"
     "  searchpath list --path lib --recursive       which folders are searched?\n"
     "  searchpath shadows --path lib:src            which files hide others?\n"

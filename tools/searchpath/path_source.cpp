@@ -64,7 +64,7 @@ std::vector<std::vector<ustring>> AskInterpreter(const std::string& program,
   question.words.insert(question.words.end(), arguments.begin(), arguments.end());
   auto answer = SplitAtNul(AskProgram(question).out, lists);
   if (answer.size() != lists || answer.back().empty()) {
-    RefuseAnswer(question, "it does not print them");
+    RefuseAnswer(question, "it prints no folders");
   }
   return answer;
 }

@@ -54,7 +54,7 @@ void ReadPath(const Field& all, Profile& profile) {
       // Refuses a value that is neither.
       static_cast<void>(path->As<json::LocatedJson::Array>(u"a text or a list of texts"));
       profile.folders = ReadTexts(*path);
-      if (profile.folders.empty()) RefuseExpecting(*path, "a folder at least");
+      if (profile.folders.empty()) RefuseExpecting(*path, "at least one folder");
     }
   }
   if (const auto source = all.Find(u"pathOf")) {

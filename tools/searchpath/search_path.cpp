@@ -59,8 +59,8 @@ constexpr const char* kRulesNotes =
     "  An empty part of the path is the working folder, and a NAME with \"/\" is that\n"
     "  file itself.\n"
     "  --as include: the header that a C compiler would read. With --from FOLDER, for\n"
-    "  a file in FOLDER that includes it in quotes; with --after FOLDER, for one that\n"
-    "  asks for the next header of that name.\n"
+    "  a file in FOLDER that includes it in quotes; with --after FOLDER, for a header\n"
+    "  in FOLDER that includes the next one of that name (#include_next).\n"
     "  --path is then cut at \":\" alone, and nothing in it is expanded.\n";
 
 constexpr const char* kSourceNotes =

@@ -38,7 +38,7 @@ constexpr CommandText kShadowsText = {
     "  the list above, with \"-\" for the blank. The exit then depends on what is left.\n"
     "  With --as, other than environment, names are relative to the folders of the\n"
     "  path: sys/types.h; whole trees are compared.\n"
-    "  --sarif prints one report for hosts of code, at each hidden file.\n"
+    "  --sarif prints one report for code hosts, at each hidden file.\n"
     "  --allow FILE holds names that may hide files, one a line, as they are printed.\n"
     "  A name there that hides nothing is reported on standard error. So is a NAME\n"
     "  that no file has.\n"
@@ -77,8 +77,8 @@ struct ShadowsOptions {
     commandLine.AddValues("--only", "KIND", only, "only hidden files of this kind; may be repeated",
                           GetWords(GetKnownKinds()));
     commandLine.AddValue("--compile-commands", "FILE", compileCommands,
-                         "the headers of each file in this compilation database");
-    commandLine.AddFlag("--sarif", sarif, "one report in SARIF, which hosts of code read");
+                         "examine the header folders of a compilation database");
+    commandLine.AddFlag("--sarif", sarif, "one report in SARIF, which code hosts read");
     matching.AddTo(commandLine, "only files with this extension; may be repeated");
     output.AddTo(commandLine);
     output.AddExitCodeTo(commandLine);

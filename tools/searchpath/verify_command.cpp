@@ -32,8 +32,8 @@ constexpr CommandText kVerifyReceiptText = {
     "  --update keeps the new answers when there are any; otherwise FILE is not\n"
     "  touched, so that a build with restat ends there.\n"
     "\n"
-    "Exit: 0 all is as it was, 1 something has changed, 2 wrong usage, or FILE is\n"
-    "damaged or cannot be read. With --update: 0 FILE is right now, 2 failure.\n"};
+    "Exit: 0 no answer has changed, 1 some answer has changed, 2 wrong usage, or FILE\n"
+    "is damaged or cannot be read. With --update: 0 FILE is up to date, 2 failure.\n"};
 
 // `Parse` has made sure that there is an operand.
 const std::string& GetReceiptFile(const CommandLine& commandLine) {
