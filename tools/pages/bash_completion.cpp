@@ -6,21 +6,25 @@ namespace Corvane::PathManagement::tool {
 
 namespace {
 
-// COMP_WORDBREAKS says where bash splits words: "--path=a:b" is one word, or up to five. The text
-// SECOND is replaced by the commands of two words.
+// COMP_WORDBREAKS says where bash splits words: "--path=a:b" is one word, or up to five. From the word that
+// is completed, `at` goes back over separators, such as ":" or "=:", and the folders before them to the
+// option. The text SECOND is replaced by the commands of two words.
 constexpr const char* kBashBegin = R"(# Completion of searchpath for bash. Needs nothing but bash.
 
 _searchpath() {
-  local cur=${COMP_WORDS[COMP_CWORD]} at=$((COMP_CWORD - 1)) prefix= option command word next
+  local cur=${COMP_WORDS[COMP_CWORD]} at=$((COMP_CWORD - 1)) prefix= option command word
   local options= operands= kind= words= i
   COMPREPLY=()
-  case $cur in
-    : | =) at=$COMP_CWORD cur= ;;
-    --*=*) option=${cur%%=*} prefix=$option= cur=${cur#*=} ;;
-  esac
-  while ((at > 1)) && [[ ${COMP_WORDS[at]} == : ]]; do at=$((at - 2)); done
-  ((at > 1)) && [[ ${COMP_WORDS[at]} == = ]] && at=$((at - 1))
-  [[ $option ]] || option=${COMP_WORDS[at]}
+  if [[ $cur == +([=:]) ]]; then
+    at=$COMP_CWORD cur=
+  elif [[ $cur == --*=* ]]; then
+    option=${cur%%=*} prefix=$option= cur=${cur#*=}
+  fi
+  while ((at > 1)) && [[ ${COMP_WORDS[at]} == +([=:]) ]]; do
+    at=$((at - 1))
+    [[ ${COMP_WORDS[at]} == -* ]] || at=$((at - 1))
+  done
+  [[ $option ]] || option=${COMP_WORDS[at]%%=*}
   for ((i = 1; i < COMP_CWORD; ++i)); do
     word=${COMP_WORDS[i]}
     [[ $word == -* ]] && break
@@ -107,7 +111,7 @@ std::string GetBashCompletion(const std::vector<DescribedCommand>& commands) {
     first.push_back(word);
     const auto second = GetSecondWords(commands, word);
     for (const std::string& each : second) {
-      twoWords.push_back(Join({"\"" + word, each + '"'}, " "));
+      twoWords.push_back('"' + word + ' ' + each + '"');
     }
     if (second.empty()) continue;
     cases += "    " + word + ") operands=words words='" + Join(second, " ") +

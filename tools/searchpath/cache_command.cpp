@@ -44,8 +44,8 @@ constexpr CommandText kVerifyText = {
     "  stale   something in the folder was added, removed or renamed since, or\n"
     "          another folder is in its place\n"
     "  gone    the folder does not exist any more or cannot be read\n"
-    "  unsure  the folder had changed less than two seconds before it was read: a\n"
-    "          later change might not show in its times\n"
+    "  unsure  a later change might not show in its times: it had changed less than\n"
+    "          two seconds before it was read, or its times are in the future\n"
     "  Commands read such folders again. --json prints the fresh ones, too.\n"
     "\n"
     "Exit: 0 all folders are fresh, 1 some are not, 2 wrong usage, or FILE cannot be\n"
@@ -77,7 +77,7 @@ Outcome Write(const Arguments& arguments) {
   if (!commandLine.Parse(arguments)) return Outcome::Found;
   const std::string& file = GetFile(commandLine);
   const host::Environment environment = OpenPath(path, commandLine);
-  return SavePath(environment, path, file) ? Outcome::Failed : Outcome::Found;
+  return SavePath(environment, path, file);
 }
 
 // A folder of a cache, and whether it has changed.
@@ -92,7 +92,7 @@ std::optional<std::string> GetReason(const CheckedFolder& folder) {
   using enum host::Freshness;
   if (folder.freshness == Fresh) return std::nullopt;
   if (folder.freshness == Stale) return "changed since it was listed";
-  if (folder.freshness == Unknown) return "changed less than two seconds before it was listed";
+  if (folder.freshness == Unknown) return "its times may not show a later change";
   const auto problems = host::FolderEntry::Create(folder.entry->GetAbsoluteIRI())->GetProblems();
   // There is no problem any more when the folder has come back meanwhile.
   return problems.empty() ? "could not be read" : problems.front().GetText();
@@ -159,7 +159,7 @@ Outcome Verify(const Arguments& arguments) {
 }  // namespace
 
 Outcome RunCache(const Arguments& arguments) {
-  if (arguments.describe) {  // of both; neither runs
+  if (arguments.describe) {  // describes both, runs neither
     static_cast<void>(Write(arguments));
     return Verify(arguments);
   }

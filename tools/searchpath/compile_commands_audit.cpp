@@ -15,7 +15,7 @@ namespace Corvane::PathManagement::tool {
 namespace {
 
 void CheckOptions(const PathOptions& path) {
-  if (path.NameAPath() || path.packages || path.recursive) {
+  if (path.HasPath() || path.packages || path.recursive) {
     throw UsageError(
         "--compile-commands names the folders; leave out the options that name others");
   }

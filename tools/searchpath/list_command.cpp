@@ -97,7 +97,7 @@ Outcome RunList(const Arguments& arguments) {
   if (!commandLine.Parse(arguments)) return Outcome::Found;
   const Output output(outputOptions);
   const host::Environment environment = OpenPath(path, commandLine);
-  if (saveTo) return SavePath(environment, path, *saveTo) ? Outcome::Failed : Outcome::Found;
+  if (saveTo) return SavePath(environment, path, *saveTo);
   ReadFolders(environment, path);
   const bool failed = ReportProblems(environment, path);
   environment.GetPath()->ForEachEntry(kAllKindsAndResourcesScope,

@@ -20,7 +20,7 @@ namespace {
 constexpr CommandText kPackagesText = {
     "packages", "", "Prints the packages below a folder, and the folders of each package.",
     "  searchpath packages --root /opt/packages\n"
-    "  searchpath packages --root /opt/packages --path lib   are they on the path?\n"
+    "  searchpath packages --root /opt/packages --path lib   # are they on it?\n"
     "  searchpath find plot.zt --path src --packages /opt/packages\n",
     "The packages:\n"
     "  A package is a folder directly below DIR that holds a file searchpath.json:\n"
@@ -136,7 +136,7 @@ Outcome RunPackages(const Arguments& arguments) {
   CheckRoot("--root", *root, registry);
   std::optional<host::Environment> environment;
   bool failed = path.strict && registry.GetProblemCount() > 0;
-  if (path.NameAPath()) {
+  if (path.HasPath()) {
     environment.emplace(OpenPath(path, commandLine));
     failed = ReportProblems(*environment, path) || failed;
   }

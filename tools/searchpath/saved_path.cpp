@@ -9,8 +9,8 @@
 
 namespace Corvane::PathManagement::tool {
 
-bool SavePath(const host::Environment& environment, const PathOptions& options,
-              const std::string& file) {
+Outcome SavePath(const host::Environment& environment, const PathOptions& options,
+                 const std::string& file) {
   try {
     const Progress progress(options.quiet);
     // The main folders are saved with their special folders. Some rules search other folders below
@@ -20,7 +20,7 @@ bool SavePath(const host::Environment& environment, const PathOptions& options,
   } catch (const std::exception& failure) {
     throw UsageError("cannot write the cache: " + std::string(failure.what()));
   }
-  return ReportProblems(environment, options);
+  return ReportProblems(environment, options) ? Outcome::Failed : Outcome::Found;
 }
 
 }  // namespace Corvane::PathManagement::tool

@@ -1,6 +1,7 @@
 #ifndef SEARCHPATH_TOOLS_SEARCHPATH_SAVED_PATH_H
 #define SEARCHPATH_TOOLS_SEARCHPATH_SAVED_PATH_H
 
+#include "output.h"
 #include "search_path.h"
 
 #include <string>
@@ -8,11 +9,11 @@
 namespace Corvane::PathManagement::tool {
 
 /// Saves the listings of all folders of the path in `file`, and reports as `ReportProblems`.
-/// Returns whether the command must fail.
+/// Returns how the command ends.
 ///
 /// Errors: `UsageError` when `file` cannot be written.
-[[nodiscard]] bool SavePath(const host::Environment& environment, const PathOptions& options,
-                            const std::string& file);
+[[nodiscard]] Outcome SavePath(const host::Environment& environment, const PathOptions& options,
+                               const std::string& file);
 
 }  // namespace Corvane::PathManagement::tool
 

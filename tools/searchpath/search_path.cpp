@@ -336,7 +336,7 @@ host::Environment OpenPath(const PathOptions& options, const CommandLine& comman
 
 std::vector<AbsoluteIRI> FindLists(const PathOptions& options) {
   const host::WorkingFolder workingFolder;
-  if (!options.NameAPath()) {
+  if (!options.HasPath()) {
     return {workingFolder.Locate(host::StoredPath::GetDefaultFile().native())};
   }
   std::vector<AbsoluteIRI> lists;

@@ -40,7 +40,7 @@ struct PathOptions {
   void AddReadingTo(CommandLine& commandLine);
 
   /// Whether these options name a path. Otherwise the stored one is meant.
-  [[nodiscard]] bool NameAPath() const { return !parts.empty() || cache || isNamed; }
+  [[nodiscard]] bool HasPath() const { return !parts.empty() || cache || isNamed; }
 
   /// The extensions of the profile; each begins with "." or "/".
   [[nodiscard]] const std::vector<ustring>& GetExtensions() const { return named.suffixes; }
