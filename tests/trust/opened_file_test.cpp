@@ -7,7 +7,6 @@
 #include <sys/stat.h>
 
 #include <array>
-#include <atomic>
 #include <system_error>
 #include <thread>
 
@@ -87,9 +86,9 @@ TEST(OpenedFileTest, WhatWasCheckedIsWhatIsOpen) {
     test::Make({test::Thing::Type::Link, "/link", "lib"});
     for (const char* name : {"/lib/plot.zt", "/eves/plot.zt"}) std::ofstream(name) << name;
     const Environment environment({u"/link"});
-    std::atomic<bool> isOver = false;
-    const std::jthread exchange([&] {
-      while (!isOver) static_cast<void>(renameat2(0, "/lib", 0, "/eves", RENAME_EXCHANGE));
+    const std::jthread exchange([](const std::stop_token& end) {
+      while (!end.stop_requested())
+        static_cast<void>(renameat2(0, "/lib", 0, "/eves", RENAME_EXCHANGE));
     });
     std::array<int, 2> seen{};
     std::string wrong;
@@ -100,7 +99,6 @@ TEST(OpenedFileTest, WhatWasCheckedIsWhatIsOpen) {
       ++seen.at(isEves ? 1 : 0);
       if (file->ExamineTrust({.user = test::kOwner}).empty() == isEves) wrong = "not what is open";
     }
-    isOver = true;
     return wrong;
   });
 }

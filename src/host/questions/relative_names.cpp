@@ -19,10 +19,13 @@ namespace {
 
 using Files = LookupRules::Files;
 
-/// What a file that was listed is. Listings do not show who may execute or read it.
+/// What a file that was listed is. Listings do not show who may execute or read it. A file that has gone
+/// since counts if reading is all that is asked for: its folder may be known from a saved listing.
 Standing StandingOf(const FoundItem& file, Files files) {
   if (files == Files::Regular) return Standing::Counts;
-  return LookAtFile(fl::filesystem::detail::NativeBytes(GetNativePath(file)), files);
+  const Standing standing =
+      LookAtFile(fl::filesystem::detail::NativeBytes(GetNativePath(file)), files);
+  return files == Files::Readable && standing == Standing::Absent ? Standing::Counts : standing;
 }
 
 /// The file that each relative name means.

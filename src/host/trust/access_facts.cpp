@@ -60,12 +60,14 @@ std::optional<std::string> ReadAttribute(const Get& get) {
   return bytes;
 }
 
-/// Reads the attribute from the object with these facts, which is opened once more. Fails with
-/// EAGAIN if `name` is not that of the object any more.
-std::optional<std::string> ReadByName(const Descriptor& folder, const std::string& name,
-                                      const AccessFacts& facts) {
+/// Reads the attribute from the object with these facts, which is opened once more: a folder through
+/// itself, anything else by its name in `folder`. Fails with EAGAIN if that is the name of something
+/// else by now.
+std::optional<std::string> ReadOnceMore(const Descriptor& object, const Descriptor& folder,
+                                        const std::string& name, const AccessFacts& facts) {
   constexpr int kFlags = O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_NOCTTY | O_CLOEXEC;
-  const Descriptor again(openat(folder.Get(), name.c_str(), kFlags));
+  const Descriptor again(S_ISDIR(facts.mode) ? openat(object.Get(), ".", kFlags)
+                                             : openat(folder.Get(), name.c_str(), kFlags));
   struct stat status = {};
   if (again.IsOpen() && fstat(again.Get(), &status) == 0) {
     if (status.st_dev == facts.device && status.st_ino == facts.inode) {
@@ -79,7 +81,7 @@ std::optional<std::string> ReadByName(const Descriptor& folder, const std::strin
 }
 
 /// A descriptor that is open for its path alone gives no attributes, so they are read by its name
-/// in /proc. Where /proc is not mounted, the object is opened once more, by its own name.
+/// in /proc. Where /proc is not mounted, the object is opened once more.
 AccessList ReadAccessList(const Descriptor& object, const Descriptor& folder,
                           const std::string& name, const AccessFacts& facts,
                           std::error_code& error) {
@@ -87,7 +89,7 @@ AccessList ReadAccessList(const Descriptor& object, const Descriptor& folder,
   auto bytes = ReadAttribute([&](void* to, std::size_t size) {
     return getxattr(kernelName.c_str(), kAttribute, to, size);
   });
-  if (!bytes && errno == ENOENT) bytes = ReadByName(folder, name, facts);
+  if (!bytes && errno == ENOENT) bytes = ReadOnceMore(object, folder, name, facts);
   if (bytes) return ParseAccessList(*bytes);
   // There is none, or the file system has no lists.
   if (errno != ENODATA && errno != EOPNOTSUPP) error = {errno, std::generic_category()};
