@@ -31,7 +31,7 @@ struct PathMessages {
 
   /// The catalogue of folders that were to be removed but are not on the path.
   static constexpr char16_t RemovalCatalogue[] = u"ZENTRA:rmpath";
-  static constexpr char16_t NotOnPath[] = u"DirNotFound";
+  static constexpr char16_t NotOnPath[] = u"DirNotFound";  ///< the only key of that catalogue
 };
 
 }  // namespace Corvane::PathManagement
