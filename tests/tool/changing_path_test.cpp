@@ -209,7 +209,8 @@ TEST_F(ToolTest, WatchTellsWhatChangesWhileItDoes) {
       {". ../watch; s add over lib; begin; s remove over; seen 3; s add mid; seen 1; end", 0, "",
        "removed    1         $T/over\nchanged  $T/over/fn.zt -> $T/lib/fn.zt\n"
        "gone     $T/over/link\nadded      1         $T/mid\n141\n"},
-      {". ../watch; echo over >two; echo mid >>two; begin --path @two; rm two; read -r told <&3; "
+      {". ../watch; echo over >two; echo mid >>two; begin --path @$PWD/two; rm two; read -r told "
+       "<&3; "
        "echo ${told##*; }; echo mid >new; mv new two; seen 1; end",
        0, "", "the path stays as it was\nremoved    1         $T/over\n141\n"},
       {". ../watch; mkdir -p two.d/in; echo two.d >list; begin --path @list --as plain; rm list; "

@@ -79,7 +79,7 @@ constexpr const char* kSourceNotes =
 // The lines of `list`; `what` says what is read, for messages.
 std::vector<ustring> ReadList(std::istream& list, const std::string& what) {
   std::vector<ustring> folders;
-  // Standard input that an earlier part has read to its end has failed, but is open.
+  // Standard input has failed, but is open, after an earlier part has read it to its end.
   const bool isOpen = !list.fail() || list.eof();
   if (isOpen) folders = host::ReadFolderList(list);
   if (!folders.empty() && folders.front().starts_with(u"searchpath listing ")) {
@@ -89,8 +89,8 @@ std::vector<ustring> ReadList(std::istream& list, const std::string& what) {
   throw UsageError("cannot read " + what + ": " + std::generic_category().message(errno));
 }
 
-// The folders that `part` denotes; `where` is the option or operand that it belongs to, for
-// messages. If it is a cache, that is added to `caches`, too.
+// The folders that `part` denotes; `where` is its option or operand, for messages. If `part` is a
+// cache, the cache is added to `caches`, too.
 std::vector<ustring> ReadPart(const std::string& part, const std::string& where,
                               const host::LookupRules& rules,
                               std::vector<host::PathEntryFactory>& caches) {
@@ -121,7 +121,7 @@ std::vector<host::PathEntryFactory> ReadCache(const PathOptions& options) {
 struct NamedFolders {
   std::vector<ustring> folders;
   host::FolderSource source;
-  std::string where;  // the same in words, for messages
+  std::string where;  // the source in words, for messages
   std::vector<host::PathEntryFactory> caches;
   std::vector<ustring> quoteFolders = {};
 };
@@ -164,14 +164,14 @@ NamedFolders ReadParts(const std::vector<std::string>& parts, const std::string&
   return {std::move(folders), host::FolderSource::Given, where, std::move(caches)};
 }
 
-// No folders when no path is stored.
+// The folders of the stored path; none when no path is stored.
 NamedFolders ReadStoredPath() {
   const host::StoredPath stored(host::StoredPath::GetDefaultFile());
   std::vector<ustring> folders;
   for (const AbsoluteIRI& location : stored.Read().value_or(std::vector<AbsoluteIRI>())) {
     folders.push_back(GetStringFromIRI(location));
   }
-  return {std::move(folders), host::FolderSource::StoredPath, "the stored path", {}};
+  return {std::move(folders), host::FolderSource::StoredPath, "the stored path", /*caches=*/{}};
 }
 
 }  // namespace
@@ -315,6 +315,7 @@ host::Environment OpenPath(const PathOptions& options, const CommandLine& comman
     return Open(ReadParts(options.parts, "--path", options.GetRules(), std::move(caches)), options);
   }
   if (options.cache) {
+    // Without --path, `ReadCache` throws when it cannot read the cache, so that there is one.
     std::vector<ustring> folders = caches.front().GetFolderStrings();
     return Open({std::move(folders), host::FolderSource::Cache, "--cache", std::move(caches)},
                 options);
@@ -322,9 +323,9 @@ host::Environment OpenPath(const PathOptions& options, const CommandLine& comman
   if (options.isNamed) {
     const std::string where =
         options.profile ? "--profile " + *options.profile : "--path-of " + *options.pathOf;
-    return Open(
-        {options.named.folders, host::FolderSource::Given, where, {}, options.named.quoteFolders},
-        options);
+    return Open({options.named.folders, host::FolderSource::Given, where, /*caches=*/{},
+                 options.named.quoteFolders},
+                options);
   }
   NamedFolders stored = ReadStoredPath();
   if (stored.folders.empty() && !options.packages) {
@@ -342,7 +343,8 @@ std::vector<AbsoluteIRI> FindLists(const PathOptions& options) {
   std::vector<AbsoluteIRI> lists;
   for (const std::string& part : options.parts) {
     if (part.starts_with('@')) {
-      lists.push_back(workingFolder.Locate(u"./" + TextFromBytes(part.substr(1))));
+      const ustring file = TextFromBytes(part.substr(1));
+      lists.push_back(workingFolder.Locate(file.starts_with(u'/') ? file : u"./" + file));
     }
   }
   return lists;
@@ -350,7 +352,9 @@ std::vector<AbsoluteIRI> FindLists(const PathOptions& options) {
 
 host::Environment OpenSource(const SourcedPath& source, const std::string& where,
                              const PathOptions& options) {
-  return Open({source.folders, host::FolderSource::Given, where, {}, source.quoteFolders}, options);
+  return Open(
+      {source.folders, host::FolderSource::Given, where, /*caches=*/{}, source.quoteFolders},
+      options);
 }
 
 host::Environment OpenVersion(const std::string& part, const std::string& where,
@@ -362,13 +366,13 @@ host::Environment OpenVersion(const std::string& part, const std::string& where,
                                                       .caches = {saved},
                                                       .rules = options.GetRules()});
   }
-  return Open(ReadParts({part}, where, options.GetRules(), {}), options);
+  return Open(ReadParts({part}, where, options.GetRules(), /*caches=*/{}), options);
 }
 
 namespace {
 
-/// Reports what is wrong, other than with folders of the path. Returns whether the command must
-/// fail.
+/// Reports folders of --without that hide nothing, and packages that cannot be used. Returns
+/// whether the command must fail.
 bool ReportOtherProblems(const host::Environment& environment, const PathOptions& options) {
   if (!options.quiet) ReportIdleExclusions(environment);
   const host::PackageRegistry* const packages = environment.GetPackages().get();
@@ -380,7 +384,7 @@ bool ReportOtherProblems(const host::Environment& environment, const PathOptions
 }  // namespace
 
 bool ReportProblems(const host::Environment& environment, const PathOptions& options) {
-  // Then nobody needs the problems, and looking for them would open every folder.
+  // Nobody needs the problems then, and looking for them would open every folder.
   if (options.quiet && !options.strict) return false;
   const auto problems = WithProgress(options.quiet, [&] { return environment.FindProblems(); });
   const bool failed = ReportProblems(problems, options);
