@@ -6,9 +6,9 @@ namespace Corvane::PathManagement::tool {
 
 namespace {
 
-// COMP_WORDBREAKS says where bash splits words: "--path=a:b" is one word, or up to five. From the word that
-// is completed, `at` goes back over separators, such as ":" or "=:", and the folders before them to the
-// option. The text SECOND is replaced by the commands of two words.
+// COMP_WORDBREAKS says where bash splits words: "--path=a:b" is one word, or up to five. From the
+// word that is completed, `at` goes back over separators, such as ":" or "=:", and the folders
+// before them, and ends at the option. The text SECOND is replaced by the commands of two words.
 constexpr const char* kBashBegin = R"(# Completion of searchpath for bash. Needs nothing but bash.
 
 _searchpath() {
@@ -111,7 +111,7 @@ std::string GetBashCompletion(const std::vector<DescribedCommand>& commands) {
     first.push_back(word);
     const auto second = GetSecondWords(commands, word);
     for (const std::string& each : second) {
-      twoWords.push_back('"' + word + ' ' + each + '"');
+      twoWords.push_back(std::string("\"").append(word).append(" ").append(each).append("\""));
     }
     if (second.empty()) continue;
     cases += "    " + word + ") operands=words words='" + Join(second, " ") +
@@ -120,7 +120,8 @@ std::string GetBashCompletion(const std::vector<DescribedCommand>& commands) {
   const std::string all = Join(first, " ");
   for (const DescribedCommand& command : commands) cases += GetCase(command, all);
   std::string begin = kBashBegin;
-  begin.replace(begin.find("SECOND"), 6, Join(twoWords, "|"));
+  const std::string placeholder = "SECOND";
+  begin.replace(begin.find(placeholder), placeholder.size(), Join(twoWords, "|"));
   return begin + "  case $command in\n    '') operands=words words='" + all +
          "' options='-h --help -V --version' ;;\n" + cases + "  esac\n" + kBashEnd;
 }

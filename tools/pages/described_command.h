@@ -33,7 +33,7 @@ enum class Completion : std::uint8_t {
   Folder,
   Path,  ///< a list of folders, "A:B", or "@FILE"
   Program,
-  Command  ///< of searchpath
+  Command  ///< the first word of a command of searchpath
 };
 
 [[nodiscard]] Completion GetCompletion(const OptionText& option);

@@ -5,6 +5,8 @@ namespace Corvane::PathManagement::tool {
 
 namespace {
 
+// `__searchpath_is WORDS`: whether the command line begins with these words. `__searchpath_path`
+// offers folders for the last part of a list "A:B", and files after "@".
 constexpr const char* kFishBegin = R"(# Completion of searchpath for fish.
 
 function __searchpath_is
@@ -36,8 +38,8 @@ std::string Quote(const std::string& text) {
   return quoted + '\'';
 }
 
-// The arguments of `complete` that say what is offered; "" for nothing. `words` are all that there
-// is for `Words` and `Command`.
+// The arguments of `complete` that say what is offered; "" for nothing. `words` is the list for
+// `Words` and `Command`.
 std::string GetCandidates(Completion completion, const std::string& words) {
   switch (completion) {
     case Completion::Words:
@@ -64,7 +66,8 @@ std::string GetLine(const DescribedCommand& command, const OptionText& option) {
   }
   if (!option.valueName.empty()) {
     const Completion completion = GetCompletion(option);
-    line += completion == Completion::File ? " -r" : " -x";  // -r: has a value; -x: also no files
+    // -r: the option takes a value; -x: also, no files are offered for it.
+    line += completion == Completion::File ? " -r" : " -x";
     line += GetCandidates(completion, Join(option.words, " "));
   }
   return line + " -d " + Quote(option.help) + '\n';

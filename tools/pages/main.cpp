@@ -1,6 +1,6 @@
 // searchpath_pages FOLDER: writes the pages of the manual and the files that shells read for
-// completion into FOLDER. The layout is that of share/ where the tool is installed. Nothing there is
-// removed but former pages of the manual.
+// completion into FOLDER. The layout is that of share/ where the tool is installed. Only former
+// pages of the manual are removed there.
 #include "completions.h"
 #include "man_page.h"
 
@@ -25,7 +25,7 @@ void Write(const std::filesystem::path& file, const std::string& text) {
 
 // Removes the pages of commands, since some may be of commands that no longer exist.
 void RemovePages(const std::filesystem::path& folder) {
-  std::error_code missing;  // then there are none
+  std::error_code missing;  // when there is no folder, there are no pages
   for (const auto& file : std::filesystem::directory_iterator(folder, missing)) {
     const std::string name = file.path().filename();
     if (name.starts_with("searchpath-") && name.ends_with(".1")) {

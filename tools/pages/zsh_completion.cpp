@@ -5,6 +5,7 @@ namespace Corvane::PathManagement::tool {
 
 namespace {
 
+// In `_searchpath_path`, `compset -P` keeps what comes before the last folder of a list, or "@".
 constexpr const char* kZshBegin = R"(#compdef searchpath
 
 _searchpath_path() {
@@ -48,13 +49,14 @@ std::string GetAction(Completion completion, const std::vector<std::string>& wor
     case Completion::Nothing:
       break;
   }
-  return " ";
+  return " ";  // for `_arguments`: there is a value, but nothing to offer
 }
 
 std::string GetArgument(const OptionText& option) {
   const std::string help = '[' + EscapeForZsh(option.help) + ']';
   if (option.valueName.empty()) {
     if (option.names.size() == 1) return '\'' + option.names[0] + help + '\'';
+    // Either name excludes the other: '(-q --quiet)'{-q,--quiet}'[help]'.
     return "'(" + Join(option.names, " ") + ")'{" + Join(option.names, ",") + "}'" + help + '\'';
   }
   return std::string("'") + (option.isRepeated ? "*" : "") + option.names[0] + '=' + help + ':' +

@@ -21,6 +21,7 @@ struct RecordOptions {
   /// Errors: `UsageError` when `depfile` or `target` is given without the other.
   void Check() const;
 
+  /// Whether the options name a file to write.
   [[nodiscard]] bool WriteAnything() const { return receipt || depfile; }
 };
 

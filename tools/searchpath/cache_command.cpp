@@ -64,6 +64,7 @@ constexpr const char* kCacheExamples =
     "  searchpath find plot.zt --cache lib/cache\n"
     "  searchpath cache verify lib/cache\n";
 
+// The one operand. `Parse` has refused a command line without operands.
 const std::string& GetFile(const CommandLine& commandLine) {
   const auto& files = commandLine.GetOperands();
   if (files.size() == 1) return files.front();
@@ -93,13 +94,13 @@ std::optional<std::string> GetReason(const CheckedFolder& folder) {
   if (folder.freshness == Fresh) return std::nullopt;
   if (folder.freshness == Stale) return "changed since it was listed";
   if (folder.freshness == Unknown) return "its times may not show a later change";
+  // The folder is gone. A new entry says why, unless the folder has come back meanwhile.
   const auto problems = host::FolderEntry::Create(folder.entry->GetAbsoluteIRI())->GetProblems();
-  // There is no problem any more when the folder has come back meanwhile.
   return problems.empty() ? "could not be read" : problems.front().GetText();
 }
 
 std::vector<CheckedFolder> Check(const host::PathEntryFactory& cache) {
-  const Progress progress(false);
+  const Progress progress(/*quiet=*/false);
   std::vector<CheckedFolder> checked;
   for (auto& entry : cache.CreateSavedFolders()) {
     const std::size_t files = entry->GetItemCount();
@@ -159,7 +160,7 @@ Outcome Verify(const Arguments& arguments) {
 }  // namespace
 
 Outcome RunCache(const Arguments& arguments) {
-  if (arguments.describe) {  // describes both, runs neither
+  if (arguments.describe) {  // describes both commands and runs neither of them
     static_cast<void>(Write(arguments));
     return Verify(arguments);
   }

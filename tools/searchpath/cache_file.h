@@ -12,6 +12,8 @@ namespace Corvane::PathManagement::tool {
 /// Whether `file` begins as such a file does, in any version.
 [[nodiscard]] bool IsListing(const std::string& file);
 
+/// The listings in `file`, to be used as `use` says.
+///
 /// Errors: `UsageError`, which says what is wrong with the file.
 [[nodiscard]] host::PathEntryFactory ReadListing(
     const std::string& file, host::ListingUse use = host::ListingUse::WhileFresh);

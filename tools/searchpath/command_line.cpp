@@ -114,8 +114,8 @@ const OptionText* CommandLine::FindOption(const std::string& name) const {
   return found == options.end() ? nullptr : &*found;
 }
 
-// The words as the parser takes them. "--path=" becomes "--path" and "": the parser would take the
-// next word as its value.
+// The words as the parser takes them. "--path=" becomes "--path" and "", because the parser
+// would take the next word as the value of "--path=".
 std::vector<std::string> CommandLine::GetWordsForParser() const {
   std::vector<std::string> words;
   for (auto word = typed.begin(); word != typed.end(); ++word) {
@@ -135,7 +135,7 @@ std::vector<std::string> CommandLine::GetWordsForParser() const {
       continue;
     }
     words.push_back(*word);
-    // Its value comes next, even if that looks like an option.
+    // The next word is the value of the option, even if it looks like an option.
     if (takesValue && equals == std::string::npos && word + 1 != typed.end()) {
       words.push_back(*++word);
     }
@@ -154,7 +154,7 @@ bool CommandLine::Parse(const Arguments& arguments) {
   std::reverse(reversed.begin(), reversed.end());  // the order that the parser expects
   try {
     app->parse(std::move(reversed));
-  } catch (const CLI::ArgumentMismatch&) {  // any word that follows would have been the value
+  } catch (const CLI::ArgumentMismatch&) {  // only the last word can lack a value
     throw UsageError(typed.back() + " needs a value after it; see searchpath " + text.name + " -h");
   } catch (const CLI::ParseError& error) {
     throw UsageError(std::string(error.what()) + "; see searchpath " + text.name + " -h");
@@ -210,8 +210,9 @@ void CommandLine::RefuseOption(const std::string& argument) const {
   if (!meant.empty()) {
     throw UsageError("unknown option " + Quoted(name) + "; did you mean " + meant + "?");
   }
+  // --flag takes one word only, so further flags for the compiler come here.
   const auto place = std::find(typed.begin(), typed.end(), argument);
-  if (std::find(typed.begin(), place, "--flag") != place) {  // which takes one word only
+  if (std::find(typed.begin(), place, "--flag") != place) {
     throw UsageError("unknown option " + Quoted(name) +
                      "; a flag for the compiler is typed as --flag " + GetShellWord(argument));
   }

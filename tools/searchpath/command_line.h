@@ -42,8 +42,8 @@ class CommandLine;
 /// What follows the name of a command on the command line.
 struct Arguments {
   std::vector<std::string> words = {};
-  /// If set, `CommandLine::Parse` only calls this with the options and texts of the command, which
-  /// then does not run.
+  /// If set, `CommandLine::Parse` only calls this function, which reads the options and texts of
+  /// the command from its argument. The command then does not run.
   std::function<void(const CommandLine& commandLine)> describe = {};
 };
 
@@ -65,8 +65,8 @@ class CommandLine {
   CommandLine& operator=(const CommandLine&) = delete;
   ~CommandLine();
 
-  // `Parse` sets the variables of the options that were typed; they have to outlive it. `names` is
-  // "--all" or "-a,--all".
+  // `Parse` sets the variables of the options that were typed; all variables have to exist until
+  // then. `names` is "--all" or "-a,--all".
   void AddFlag(const std::string& names, bool& value, const std::string& help);
   // For an option with a value; the last one typed counts. `words` are values that completion
   // offers; others are not refused.
@@ -88,7 +88,7 @@ class CommandLine {
   void AddNotes(const char* more) { notes += more; }
 
   /// Sets the variables and the operands. Returns false when the command is not to run: the
-  /// arguments ask for help or the version, which this writes, or for `Arguments::describe`.
+  /// arguments ask for help or the version, which `Parse` writes, or `Arguments::describe` is set.
   ///
   /// Precondition: called once.
   /// Errors: `UsageError`, also when operands are missing, or typed beside the flag of

@@ -25,11 +25,11 @@ std::optional<std::string> ReadFileOfArguments(const std::string& file) try {
 
 // Each file is read only once, since it may include itself.
 void ReplaceFilesOfArguments(std::vector<std::string>& words, const std::string& folder) {
-  std::set<std::string> read;
+  std::set<std::string> seen;
   for (std::size_t i = 0; i < words.size();) {
     const std::string word = words[i];
     std::optional<std::string> text;
-    if (word.starts_with('@') && read.insert(word).second) {
+    if (word.starts_with('@') && seen.insert(word).second) {
       text = ReadFileOfArguments(GetAbsoluteName(folder, word.substr(1)));
     }
     if (!text) {
@@ -66,8 +66,8 @@ std::vector<CompileCommand> ReadCompilationDatabase(const std::string& file) {
   const auto bytes = ReadBytes(file);
   if (!bytes) throw UsageError("there is no compilation database " + Quoted(file));
   std::vector<CompileCommand> commands;
-  // A large project has millions of words. No text exceeds the limit: each value takes a byte at
-  // least.
+  // A large project has millions of words, so the limit on the number of values is one that no text
+  // exceeds: each value takes at least a byte.
   ReadJson(file, *bytes, bytes->size(), [&](const Field& all) {
     for (const Field& each : all.GetElements()) {
       std::string folder = GetBytes(each.Get(u"directory").AsText());

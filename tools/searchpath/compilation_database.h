@@ -14,10 +14,10 @@ struct CompileCommand {
 };
 
 /// Reads a compilation database in JSON, as build tools write it for other tools. An argument
-/// "@FILE" is replaced by the arguments in that file, if there is one.
+/// "@FILE" is replaced by the arguments in FILE, or stays as it is when FILE cannot be read.
 ///
-/// Errors: `UsageError`, also for such a file that cannot be read; for a fault in the database it
-/// names the file, the line and the field.
+/// Errors: `UsageError`, also when the database does not exist or cannot be read; for a fault in
+/// the database it names the file, the line and the field.
 [[nodiscard]] std::vector<CompileCommand> ReadCompilationDatabase(const std::string& file);
 
 /// `name`, with `folder` in front of it unless it is absolute.

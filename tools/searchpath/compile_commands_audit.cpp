@@ -21,8 +21,8 @@ void CheckOptions(const PathOptions& path) {
   }
   if (path.as.value_or("include") != "include") {
     throw UsageError("--compile-commands and --as " + *path.as +
-                     " cannot be given together; it is "
-                     "for headers, which are searched as include");
+                     " cannot be given together; "
+                     "it is for headers, which are searched as include");
   }
 }
 
@@ -61,6 +61,7 @@ void WriteListWords(const Output& output, const HeaderList& list) {
   output.WriteLine("in " + GetCounted(list.files.size(), "file") + ": " + Join(named, ", "));
 }
 
+// Searches the lists of folders one by one, and writes what is hidden on each.
 class Audit {
  public:
   Audit(PathOptions pathOptions, const host::ShadowLookup& shadowLookup,

@@ -10,12 +10,12 @@
 namespace Corvane::PathManagement::tool {
 
 /// Asks the compilers of a compilation database which folders they search. Prints, for each
-/// distinct list of folders, which headers hide others and which files are compiled with it. Each
+/// distinct list of folders, which headers hide others and which files use the list. Each
 /// list begins with the folders for headers in quotes, since these are looked for there first.
 ///
-/// `path` has the other options on the search and on what is reported. Returns `Findings` when
-/// headers are hidden; `Failed` when a compiler did not answer, or with --strict when a folder
-/// cannot be searched.
+/// `path` has the other options on the search and on what is reported. Returns `Failed` when a
+/// compiler did not answer, or with --strict when a folder cannot be searched; otherwise `Findings`
+/// when headers are hidden, and `Clean` when none are.
 ///
 /// Errors: `UsageError` when `path` names folders, or rules other than include, or when `database`
 /// cannot be used.

@@ -36,11 +36,12 @@ std::optional<CompilerFolders> ParseFolders(const std::string& printed) {
 CompilerFolders AskCompiler(const CompilerCall& call) {
   std::vector<std::string> words = call.words;
   words.insert(words.end(), call.flags.begin(), call.flags.end());
-  const std::string program = Join(words, " ");
+  const std::string program = Join(words, " ");  // for messages
   words.insert(words.end(), {"-E", "-v", "-x", call.language, "/dev/null"});
   const ProgramQuestion question = {
       .program = program, .words = words, .advice = call.advice, .folder = call.folder};
-  if (auto folders = ParseFolders(AskProgram(question).error)) return *folders;
+  const std::string printed = AskProgram(question).error;  // where -v prints
+  if (auto folders = ParseFolders(printed)) return *folders;
   RefuseAnswer(question, "unlike GCC and Clang, it prints no folders with -E -v");
 }
 

@@ -16,14 +16,15 @@ struct CompilerCall {
   std::optional<std::string> folder = {};  // where it runs; empty for the working folder
 };
 
-/// The folders in which a compiler looks for headers, in that order, as the compiler prints them.
+/// The folders in which a compiler looks for headers, in the order of its search, as the compiler
+/// prints them.
 struct CompilerFolders {
   std::vector<std::string> quoted;  // only for #include "...", before the others
   std::vector<std::string> searched;
 };
 
-/// Runs the compiler, which prints its folders. Errors: `UsageError` when it does not run or print
-/// them.
+/// Runs the compiler, which prints its folders. Errors: `UsageError` when the compiler does not
+/// run, or prints no folders.
 [[nodiscard]] CompilerFolders AskCompiler(const CompilerCall& call);
 
 }  // namespace Corvane::PathManagement::tool

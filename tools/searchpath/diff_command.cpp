@@ -73,13 +73,15 @@ void CheckOptions(const DiffOptions& options, const std::vector<std::string>& op
   }
 }
 
-// Whether the path was read from a file that list --save has written.
+// Whether the path was read from a file that list --save has written. If one folder comes from
+// there, all do.
 bool IsSaved(const host::Environment& path) {
   const auto folders = path.GetMainFolders();
   return !folders.empty() && path.FindOrigin(*folders.front()).source == host::FolderSource::Cache;
 }
 
 void RefuseSavedPrograms(const host::Environment& before, const host::Environment& after) {
+  // Both paths have the same rules.
   if (after.GetRules().files != host::LookupRules::Files::Executable) return;
   if (!IsSaved(before) && !IsSaved(after)) return;
   throw UsageError(
@@ -87,7 +89,8 @@ void RefuseSavedPrograms(const host::Environment& before, const host::Environmen
       "the rights of files; leave out --as program");
 }
 
-// Rules may ask the disk. But a saved folder is as it was, whatever has become of it.
+// A saved path is examined without its rules: these may ask the disk, but a saved folder counts as
+// it was, whatever has become of it.
 std::vector<host::FolderProblem> FindProblemsOf(const host::Environment& path) {
   return IsSaved(path) ? host::Environment(path.GetPath()).FindProblems() : path.FindProblems();
 }

@@ -117,7 +117,7 @@ Outcome RunDoctor(const Arguments& arguments) {
       .slow = GetMilliseconds("--slow", slow).value_or(host::Examination().slow)};
   const host::Environment environment = OpenPath(path, commandLine);
   const std::vector<host::PathFinding> findings =
-      WithProgress(false, [&] { return environment.Examine(examination); });
+      WithProgress(/*quiet=*/false, [&] { return environment.Examine(examination); });
   ReportIdleExclusions(environment);
   if (environment.GetPackages() != nullptr) ReportPackageProblems(*environment.GetPackages());
   for (const host::PathFinding& finding : findings) {

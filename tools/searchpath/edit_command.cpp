@@ -75,8 +75,10 @@ void WriteDifferences(const Output& output, const host::FolderPath& before,
                       const host::FolderPath& after) {
   using Filter = PathEntryVectorDifferentiator::ComparisonFilter;
   const auto folders = WithProgress(
-      false, [&] { return host::FindPathDifferences(before, after, Filter::TopLevelOnly); });
-  const auto names = WithProgress(false, [&] { return host::FindNameChanges(before, after); });
+      /*quiet=*/false,
+      [&] { return host::FindPathDifferences(before, after, Filter::TopLevelOnly); });
+  const auto names =
+      WithProgress(/*quiet=*/false, [&] { return host::FindNameChanges(before, after); });
   for (const auto& folder : folders) WriteDifference(output, folder);
   for (const host::NameChange& name : names) WriteDifference(output, name);
 }

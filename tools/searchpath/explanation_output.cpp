@@ -46,7 +46,7 @@ std::string GetRemark(const Output& output, const host::Environment& environment
   for (const FoundItem& file : asked.inOtherCase) {
     remarks.push_back("holds " + output.GetShown(host::GetNativePath(file)));
   }
-  if (!asked.instead.empty()) {
+  if (!asked.instead.empty()) {  // there is something of this name, but it does not count
     remarks.push_back(output.GetShown(asked.instead) + GetRule(asked.unsearchedKind));
   }
   if (const char* problem = host::FindProblemText(asked)) remarks.emplace_back(problem);

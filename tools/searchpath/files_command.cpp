@@ -49,7 +49,7 @@ struct FilesOptions {
   }
 };
 
-// Which files are wanted: all when neither an extension nor a name is.
+// The files that are wanted; all files when the options give neither extensions nor names.
 class WantedFiles {
  public:
   explicit WantedFiles(const FilesOptions& options) : policy(options.matching.GetPolicy()) {
@@ -63,7 +63,7 @@ class WantedFiles {
     }
   }
 
-  [[nodiscard]] bool Have(const PathItem& file) const {
+  [[nodiscard]] bool Contain(const PathItem& file) const {
     if (extensions.empty() && names.empty()) return true;
     return IsAny(file.GetExtension(), extensions) ||
            (!names.empty() && IsAny(file.GetName() + file.GetExtension(), names));
@@ -109,7 +109,7 @@ bool WriteFilesByRules(const Output& output, const host::Environment& environmen
   }
   FileLines lines(output, options.path.quiet);
   environment.ForEachFile([&](const FoundItem& file) {
-    if (wanted.Have(*file.GetPathItem())) lines.Write(file);
+    if (wanted.Contain(*file.GetPathItem())) lines.Write(file);
     return false;  // go on
   });
   return lines.AreThereAny();
@@ -142,10 +142,10 @@ void ForEachFolder(const host::Environment& environment, const FilesOptions& opt
   if (options.all) {
     const auto& path = environment.GetPath();
     folder->ForEachEntryInScope(kAllKindsAndResourcesScope, [&](const auto& entry) {
-      return path->IsEntryOnPath(*entry) && visitor(entry);  // --without hides some
+      return path->IsEntryOnPath(*entry) && visitor(entry);  // skips what --without hides
     });
   } else {
-    visitor(folder);  // whether to go on does not matter
+    visitor(folder);  // says whether to stop, but this folder is the only one
   }
 }
 
@@ -156,7 +156,7 @@ bool WriteFiles(const Output& output, const host::Environment& environment,
   ForEachFolder(environment, options, [&](const std::shared_ptr<const IPathEntry>& folder) {
     const auto items = folder->GetItems();
     for (const auto& item : *items) {
-      if (wanted.Have(*item)) lines.Write(FoundItem(item, folder));
+      if (wanted.Contain(*item)) lines.Write(FoundItem(item, folder));
     }
     return false;  // go on
   });

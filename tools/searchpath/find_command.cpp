@@ -173,7 +173,8 @@ struct SearchedPath {
   [[nodiscard]] const host::Environment& Get() const { return once ? *once : followed->Get(); }
 };
 
-// Answers the names on standard input; returns false when one of them was empty.
+// Answers the names on standard input, and makes the answers visible before each wait for more
+// names. Returns false when a name was empty.
 bool AnswerInput(SearchedPath& path, Finder& finder, const FindOptions& options,
                  const Output& output) {
   const char end = options.output.print0 ? '\0' : '\n';
@@ -214,7 +215,7 @@ Outcome RunFind(const Arguments& arguments) {
     if (!answeredAll || failed) return Outcome::Failed;
     return finder.FoundAll() ? Outcome::Found : Outcome::NotFound;
   } catch (const current_working_folder::FailedToAbsolutizeException& error) {
-    // Only the folder of one of these two options leads here; --after counts alone.
+    // Only the folder of --after or --from leads here; when both are given, --from is not used.
     RefuseFrom(options.after ? "--after" : "--from",
                *(options.after ? options.after : options.from), error);
   }

@@ -38,14 +38,15 @@ class Finder {
   [[nodiscard]] std::optional<FoundItem> FindFirst(const std::string& name);
 
   /// Reports the folders that look-ups have come upon and could not search; does nothing when
-  /// called again. With --strict it does nothing at all: the caller has reported all folders.
+  /// called again. With --strict it does nothing at all: the caller has reported all such folders.
   void ReportProblems();
 
   /// Whether all names that were answered mean a file.
   [[nodiscard]] bool FoundAll() const noexcept { return foundAll; }
 
  private:
-  // These print an answer and return whether there is one.
+  // These print an answer and return whether there is one. They search for `lookup.name`; `name` is
+  // the name as it was asked.
   [[nodiscard]] bool Ask(const std::string& name) const;
   [[nodiscard]] bool Explain(const std::string& name) const;
   [[nodiscard]] bool Find(const std::string& name) const;

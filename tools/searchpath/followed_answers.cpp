@@ -48,7 +48,7 @@ host::OpenedEnvironment OpenFollowed(const PathOptions& options, const CommandLi
                                      const std::optional<std::string>& from) {
   host::OpenedEnvironment opened{
       .environment = OpenPath(options, commandLine), .folders = {}, .files = FindLists(options)};
-  // Searched besides the path, for the code that asks.
+  // The folders that are searched besides the path, depending on which code asks.
   host::EnvironmentOptions besides{.folders = options.GetQuoteFolders(),
                                    .rules = options.GetRules()};
   if (from) besides.folders.push_back(TextFromBytes(*from));
@@ -79,6 +79,7 @@ void FollowedAnswers::Wait() {
   sources[Changes] = {
       .fd = output.IsJson() ? followed.GetDescriptor() : -1, .events = POLLIN, .revents = 0};
   sources[Reader] = {.fd = STDOUT_FILENO, .events = 0, .revents = 0};  // for errors alone
+  // -1 is no limit.
   const int timeout = output.IsJson() && !followed.WatchesAll() ? kPollInterval : -1;
   do {
     FinishData();

@@ -16,8 +16,8 @@ class Output;
 struct PathOptions;
 
 /// Opens the path of `options` as it is now. The result names what the answers depend on besides
-/// the path: the files that it was read from, and other folders that are searched, such as `from`,
-/// the folder of --from, if given.
+/// the path: the files that the path was read from, and other folders that are searched, such as
+/// `from`, the folder of --from, if given.
 ///
 /// Errors: as `OpenPath`.
 [[nodiscard]] host::OpenedEnvironment OpenFollowed(const PathOptions& options,
@@ -28,7 +28,8 @@ struct PathOptions;
 /// without being asked, which of these names have come to mean another file.
 class FollowedAnswers {
  public:
-  /// Precondition: `finder` searches `path.Get()`. All three outlive this object.
+  /// Precondition: `finder` searches `path.Get()`. `path`, `finder` and `whereTo` outlive this
+  /// object.
   FollowedAnswers(host::FollowedEnvironment& path, Finder& finder, const Output& whereTo);
 
   void Answer(const std::string& name);

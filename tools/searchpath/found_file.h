@@ -21,10 +21,10 @@ void WriteAnswer(const Output& output, const std::string& name, const FoundItem&
 void WriteMatch(const Output& output, const std::string& pattern, const ustring& name,
                 const FoundItem& file);
 
-/// Writes an object, in JSON only, which says that `name` means no file.
+/// For output in JSON only: writes an object which says that `name` means no file.
 void WriteMiss(const Output& output, const std::string& name);
 
-/// Writes an object, in JSON only, which says that there are no further answers to `name`.
+/// For output in JSON only: writes an object which says that `name` has no further answers.
 void WriteEnd(const Output& output, const std::string& name);
 
 }  // namespace Corvane::PathManagement::tool

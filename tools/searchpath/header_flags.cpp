@@ -44,6 +44,7 @@ bool IsAny(std::string_view word, const std::array<std::string_view, Count>& wor
 
 std::string GetLastPart(const std::string& path) { return path.substr(path.rfind('/') + 1); }
 
+// The language of the file, as -x takes it; "" when it is none of the C family.
 std::string GetLanguage(const CompileCommand& command, const std::string& compiler) {
   static const std::map<std::string, std::string> languages = {{"c", "c"},
                                                                {"h", "c"},
@@ -73,8 +74,9 @@ std::string GetLanguage(const CompileCommand& command, const std::string& compil
 // Picks the language and the flags that change the folders out of the words of a command.
 class FlagReader {
  public:
-  explicit FlagReader(const std::vector<std::string>& itsWords) : words(itsWords) {}
+  explicit FlagReader(const std::vector<std::string>& commandWords) : words(commandWords) {}
 
+  // Behind "--" come only names of files.
   void Read(CompilerCall& call) {
     for (; at < words.size() && words[at] != "--"; ++at) {
       const std::string& word = words[at];
@@ -99,6 +101,7 @@ class FlagReader {
   std::size_t at = 1;  // word 0 is the compiler
 };
 
+// `words`, from the compiler on.
 std::vector<std::string> WithoutLauncher(const std::vector<std::string>& words) {
   constexpr std::array<std::string_view, 5> kLaunchers = {"ccache", "sccache", "distcc", "icecc",
                                                           "buildcache"};

@@ -50,7 +50,7 @@ class Collector {
       if (isFirst) found.lists.push_back({std::move(folders), {}});
       known->second = list->second;
     } catch (const UsageError& error) {
-      // The same one again when the call differs only in its language or its folder.
+      // Calls that differ only in language or folder may fail with the same message.
       const auto same = std::find(found.problems.begin(), found.problems.end(), error.what());
       if (same == found.problems.end()) found.problems.emplace_back(error.what());
     }
@@ -60,6 +60,7 @@ class Collector {
   using Words = std::vector<std::string>;
 
   std::string advice;
+  // Both maps lead to indices in `found.lists`; the keys of the first are the parts of a call.
   std::map<std::tuple<Words, Words, std::string, std::string>, std::optional<std::size_t>>
       listOfCall;
   std::map<std::pair<Words, Words>, std::size_t> listOfFolders;

@@ -22,7 +22,7 @@ Outcome RunHelp(const Arguments& arguments) {
   if (!commandLine.Parse(arguments)) return Outcome::Found;
   std::vector<std::string> words = commandLine.GetOperands();
   if (words.empty()) {
-    // Its result says whether it knows the word "--help", which it does.
+    // The result says whether "--help" asks for help, which it does.
     static_cast<void>(AnswerHelp("--help", GetGeneralHelp(), kGeneralExamples));
     return Outcome::Found;
   }

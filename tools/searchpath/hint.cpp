@@ -9,9 +9,9 @@ namespace Corvane::PathManagement::tool {
 
 namespace {
 
-// Why the first file of that very name does not count; empty when there is none.
+// Why the first file of that very name does not count; empty when no such file is there.
 std::string FindRefusal(const host::Environment& environment, const host::Lookup& lookup) {
-  if (environment.GetRules().foldersHaveMeaning) return "";  // then no rights matter
+  if (environment.GetRules().foldersHaveMeaning) return "";  // rights do not matter
   for (const host::AskedFolder& asked : environment.Explain(lookup).asked) {
     if (asked.outcome == host::FolderOutcome::NotExecutable) {
       return "; " + Quoted(asked.instead) + " may not be executed";

@@ -43,7 +43,7 @@ void WriteIRI(const Output& output, const std::string& typed) {
   if (isNative) output.WriteField("path", GetBytes(GetStringFromIRI(iri)));
 }
 
-// An invalid text is reported, and the other texts are answered.
+// Reports an invalid text and returns false, so that the other texts can be answered.
 bool TryToWriteIRI(const Output& output, const std::string& typed) {
   try {
     WriteIRI(output, typed);

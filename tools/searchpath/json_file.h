@@ -10,7 +10,7 @@
 
 namespace Corvane::PathManagement::tool {
 
-/// The bytes of the regular file `file`; empty when it does not exist.
+/// The bytes of the regular file `file`; `nullopt` when it does not exist.
 ///
 /// Errors: `UsageError` when it cannot be read.
 [[nodiscard]] std::optional<std::string> ReadBytes(const std::string& file);

@@ -32,7 +32,7 @@ Outcome Run(const std::vector<std::string>& arguments) {
 void StartLogIfAsked() {
   const char* const log = std::getenv("SEARCHPATH_LOG");
   if (log == nullptr || *log == '\0') return;
-  const bool isFile = std::string_view(log) != "-";
+  const bool isFile = std::string_view(log) != "-";  // which is standard error
   host::StartDiagnosticLog(isFile ? std::optional<fl::filesystem::path>(TextFromBytes(log))
                                   : std::nullopt);
 }
@@ -46,7 +46,7 @@ int main(int count, char** words) {
   // The program ends when nobody reads its output any more, even if it was started with this signal
   // ignored.
   std::signal(SIGPIPE, SIG_DFL);
-  // With this one ignored, nobody could wait for the programs that are asked for their folders.
+  // If SIGCHLD stayed ignored, nobody could wait for the programs that are asked for their folders.
   std::signal(SIGCHLD, SIG_DFL);
   std::ios::sync_with_stdio(false);  // otherwise std::cin hides errors of reading
   try {

@@ -12,10 +12,10 @@ namespace Corvane::PathManagement::tool {
 
 class CommandLine;
 
-/// Adds --policy.
+/// Adds --policy, whose value goes into `policy`.
 void AddPolicyTo(CommandLine& commandLine, std::optional<std::string>& policy);
 
-/// The policy called `policy`; when it is empty, that of the file system. Errors: `UsageError` when
+/// The policy called `policy`; without a name, that of the file system. Errors: `UsageError` when
 /// no policy has that name.
 [[nodiscard]] FilenameMatchingPolicy GetPolicy(const std::optional<std::string>& policy);
 
@@ -26,8 +26,8 @@ struct MatchingOptions {
 
   void AddTo(CommandLine& commandLine, const std::string& helpOnExtensions);
 
-  /// The values of --ext, each with its dot; `otherwise` when there are none. Errors: `UsageError`
-  /// when one is empty.
+  /// The values of --ext, each with a dot before it; `otherwise` when there are none. Errors:
+  /// `UsageError` when a value is empty.
   [[nodiscard]] std::vector<ustring> GetExtensions(const std::vector<ustring>& otherwise) const;
 
   /// The policy of --policy. Errors: as `tool::GetPolicy`.

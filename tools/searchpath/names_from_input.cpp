@@ -21,23 +21,23 @@ constexpr std::size_t kMostAtOnce = std::size_t{1} << 16U;  // bytes: what a pip
 /// Whether reading would not block: there are bytes, the end or an error.
 bool IsInputReady() {
   pollfd input = {.fd = STDIN_FILENO, .events = POLLIN, .revents = 0};
-  return poll(&input, 1, 0) != 0;
+  return poll(&input, 1, /*timeout=*/0) != 0;
 }
 
 /// Appends what can be read to `bytes`; returns false at the end.
 bool ReadInput(std::string& bytes) {
-  std::vector<char> read(kMostAtOnce);
+  std::vector<char> buffer(kMostAtOnce);
   ssize_t length = -1;
-  while ((length = ::read(STDIN_FILENO, read.data(), read.size())) < 0) {
+  while ((length = read(STDIN_FILENO, buffer.data(), buffer.size())) < 0) {
     if (errno != EINTR && errno != EAGAIN) break;
     pollfd input = {.fd = STDIN_FILENO, .events = POLLIN, .revents = 0};
-    if (errno == EAGAIN) poll(&input, 1, -1);
+    if (errno == EAGAIN) poll(&input, 1, /*timeout=*/-1);
   }
   if (length < 0) {
     throw UsageError("cannot read standard input, the names of --stdin: " +
                      std::generic_category().message(errno));
   }
-  bytes.append(read.data(), static_cast<std::size_t>(length));
+  bytes.append(buffer.data(), static_cast<std::size_t>(length));
   return length > 0;
 }
 

@@ -13,8 +13,8 @@ class Output;
 
 // Who put a folder on the path.
 
-/// "from package geometry 1.2" and the like, as `output` shows it; `origin` is that of `folder`.
-/// Empty when the command line names the folder itself.
+/// The text "from package geometry 1.2" or the like, as `output` shows it, for the `origin` of
+/// `folder`. Empty when the command line names the folder itself.
 [[nodiscard]] std::string GetOriginText(const Output& output, const host::Environment& environment,
                                         const host::FolderOrigin& origin, const IPathEntry& folder);
 

@@ -9,8 +9,8 @@ namespace Corvane::PathManagement::tool {
 
 // What the user probably meant by an unknown word; empty when nothing is likely.
 
-/// The command, perhaps with an option: "find --explain" for "why". Known are the names in
-/// `commands`, and what other tools call them.
+/// The command, perhaps with an option: "find --explain" for "why". Knows the names in
+/// `commands`, and what other tools call these commands.
 [[nodiscard]] std::string FindCommandMeant(std::string_view typed,
                                            const std::vector<std::string>& commands);
 

@@ -62,9 +62,9 @@ std::string Output::GetShown(const std::string& bytes) const {
 
 void Output::WritePath(const ustring& path) const {
   const std::string shown = GetShown(path);
-  const std::size_t name = shown.rfind('/') + 1;
-  WriteLine(shown.substr(0, name) +
-            GetPainted(std::string_view(shown).substr(name), Paint::Emphasis));
+  const std::size_t nameBegin = shown.rfind('/') + 1;  // 0 without a "/"
+  WriteLine(shown.substr(0, nameBegin) +
+            GetPainted(std::string_view(shown).substr(nameBegin), Paint::Emphasis));
 }
 
 void Output::WriteLine(std::string_view text) const { WriteData(std::string(text) + lineEnd); }

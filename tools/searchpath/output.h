@@ -41,14 +41,14 @@ struct OutputOptions {
   std::shared_ptr<const SilentStreams> silence = {};  // set by --exit-code; null without it
 
   void AddTo(CommandLine& commandLine);
-  /// Adds --exit-code, for a command whose exit code is an answer. With it, nothing
-  /// is written while these options live; an exception outlives them and is still reported.
+  /// Adds --exit-code, for a command whose exit code is an answer. With --exit-code, nothing is
+  /// written while these options live; an exception outlives them and is still reported.
   void AddExitCodeTo(CommandLine& commandLine);
 };
 
 /// Writes data to standard output.
 ///
-/// Errors: `std::system_error` when it cannot be written.
+/// Errors: `std::system_error` when the data cannot be written.
 class Output {
  public:
   explicit Output(const OutputOptions& options);
@@ -78,10 +78,10 @@ class Output {
   bool color;
 };
 
-/// How many characters `text`, in UTF-8, has.
+/// How many characters the UTF-8 `text` has.
 [[nodiscard]] std::size_t GetWidth(std::string_view text);
 
-/// `text`, with blanks behind it up to `width` characters.
+/// `text`, filled up with blanks at its end to at least `width` characters.
 [[nodiscard]] std::string GetPadded(std::string text, std::size_t width);
 
 using json::AddText;

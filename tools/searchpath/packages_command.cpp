@@ -53,14 +53,15 @@ struct PackageLines {
 
 PackageLines GetLines(const host::PackageRegistry& registry, const ComponentIdentifier& identifier,
                       const std::optional<host::Environment>& environment) {
-  PackageLines lines{identifier, registry.GetPackage(identifier), {}, {}};
+  PackageLines lines{identifier, registry.GetPackage(identifier), /*folders=*/{}, /*problem=*/{}};
   std::set<CanonicalAbsoluteIRI> forPath;
   try {
-    const auto folders = GetPathFoldersForPackages(registry, {&identifier, 1});
+    const auto folders = GetPathFoldersForPackages(registry, {&identifier, /*count=*/1});
     forPath = {folders.begin(), folders.end()};
   } catch (const foundation::storage::vfs::Exception& error) {
     lines.problem = GetText(identifier) + " contributes nothing to the path: " + error.what();
   }
+  // Adds a line; returns whether its folder is for the path.
   const auto add = [&](const AbsoluteIRI& folder, const std::set<int>& tags) {
     const auto identity = host::FolderEntry::Create(folder)->GetCanonicalAbsoluteIRI();
     const bool isForPath = forPath.contains(identity);

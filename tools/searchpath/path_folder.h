@@ -10,7 +10,7 @@ namespace Corvane::PathManagement::tool {
 
 // Facts about a folder of the path.
 
-/// How many files `folder` holds. Cost: lists it, if that has not been done.
+/// How many files `folder` holds. Cost: lists `folder`, unless it has been listed before.
 [[nodiscard]] std::size_t GetItemCount(const IPathEntry& folder);
 
 /// The location of `folder` as users read it, rather than as an IRI.

@@ -24,7 +24,7 @@ SourcedPath ReadVariable(const std::string& name, const host::LookupRules& rules
   if (value == nullptr) {
     throw UsageError("the variable " + name + " is not set; export it, " + kOtherwise);
   }
-  return {SplitFolders(value, rules), {}, {}};
+  return {.folders = SplitFolders(value, rules)};
 }
 
 SourcedPath AskForHeaders(const std::string& source, const std::vector<std::string>& flags) {
@@ -36,11 +36,11 @@ SourcedPath AskForHeaders(const std::string& source, const std::vector<std::stri
                        .advice = "name a compiler in " + variable + ", " + kOtherwise};
   if (call.words.empty()) call.words = {source};
   const CompilerFolders folders = AskCompiler(call);
-  return {GetTexts(folders.searched), GetTexts(folders.quoted), {}};
+  return {.folders = GetTexts(folders.searched), .quoteFolders = GetTexts(folders.quoted)};
 }
 
 // The texts in `output`, each of which ends with NUL, as up to `lists` lists. An empty text ends a
-// list; in the last one it is a text as any other.
+// list; in the last list, an empty text is a text as any other.
 std::vector<std::vector<ustring>> SplitAtNul(const std::string& output, std::size_t lists) {
   std::vector<std::vector<ustring>> split(1);
   for (std::size_t begin = 0, end = 0; (end = output.find('\0', begin)) != std::string::npos;) {
@@ -72,7 +72,7 @@ std::vector<std::vector<ustring>> AskInterpreter(const std::string& program,
 SourcedPath AskPerl() {
   // References in @INC are left out: they are hooks, which may find anything.
   constexpr const char* kProgram = "binmode STDOUT; print map { \"$_\\0\" } grep { !ref } @INC";
-  return {AskInterpreter("perl", {"-e", kProgram}, 1).back(), {}, {}};
+  return {.folders = AskInterpreter("perl", {"-e", kProgram}, /*lists=*/1).back()};
 }
 
 SourcedPath AskPython() {
@@ -85,8 +85,8 @@ SourcedPath AskPython() {
       "texts = ['/__init__' + suffix for suffix in suffixes] + suffixes + ['']\n"
       "texts += [folder or '.' for folder in sys.path if isinstance(folder, str)]\n"
       "sys.stdout.buffer.write(b''.join(os.fsencode(text) + b'\\0' for text in texts))\n";
-  auto answer = AskInterpreter("python3", {"-c", kProgram}, 2);
-  return {std::move(answer.back()), {}, std::move(answer.front())};
+  auto answer = AskInterpreter("python3", {"-c", kProgram}, /*lists=*/2);
+  return {.folders = std::move(answer.back()), .suffixes = std::move(answer.front())};
 }
 
 bool IsVariable(std::string_view source) {

@@ -16,11 +16,12 @@ inline constexpr const char* kPathSources = "PATH, another variable, cc, c++, pe
 
 /// The path that another program or a variable names.
 struct SourcedPath {
-  std::vector<ustring> folders;
-  std::vector<ustring> quoteFolders;  // searched before `folders`, but only for headers in quotes
+  std::vector<ustring> folders = {};
+  /// Searched before `folders`, but only for headers in quotes.
+  std::vector<ustring> quoteFolders = {};
   /// What the program appends to a name to find its file, in the order of its attempts; empty for a
   /// program that appends nothing.
-  std::vector<ustring> suffixes;
+  std::vector<ustring> suffixes = {};
 };
 
 /// Whether `source` is something that --path-of takes.
@@ -32,12 +33,12 @@ struct SourcedPath {
 /// Whether `ReadPathSource` reads `SourcedPath::suffixes` for `source`.
 [[nodiscard]] inline bool HasSuffixes(std::string_view source) { return source == "python"; }
 
-/// The name of the rules by which programs search the path of `source`, as --as takes it; empty
-/// when they are not known.
+/// The value of --as that names the rules by which programs search the path of `source`; `nullopt`
+/// when these rules are not known.
 [[nodiscard]] std::optional<std::string> GetUsualRules(std::string_view source);
 
-/// Reads the path of `source`: asks a compiler, which gets the `flags`, or an interpreter; any
-/// other source is an environment variable, which is split as `SplitFolders` does by `rules`.
+/// Reads the path of `source`. A compiler is asked, with the `flags`, and so is an interpreter; any
+/// other source is an environment variable, whose value `SplitFolders` splits by `rules`.
 ///
 /// Precondition: `IsPathSource(source)`.
 /// Errors: `UsageError` when the variable is not set, or the program does not answer.
@@ -45,8 +46,8 @@ struct SourcedPath {
                                          const std::vector<std::string>& flags,
                                          const host::LookupRules& rules);
 
-/// The folders in `list`, which is split by `rules`. Those of the environment split at ":" and ";"
-/// and drop empty parts. All others split at ":" alone and keep empty parts, which may have a
+/// The folders in `list`, which is split by `rules`. The rules "environment" split at ":" and ";"
+/// and drop empty parts. All other rules split at ":" alone and keep empty parts, which may have a
 /// meaning.
 [[nodiscard]] std::vector<ustring> SplitFolders(const std::string& list,
                                                 const host::LookupRules& rules);

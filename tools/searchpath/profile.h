@@ -18,10 +18,10 @@ struct Profile {
   /// The program or variable that names the path, as --path-of takes it.
   std::optional<std::string> pathOf = {};
   std::vector<std::string> flags = {};  // for the compiler that `pathOf` names
-  /// The name of the rules, as --as takes it; empty for those of the environment.
+  /// The name of the rules, as --as takes it; `nullopt` for the rules "environment".
   std::optional<std::string> rules = {};
-  /// What is appended to names; each begins with "." or "/". When empty, it is what `pathOf`
-  /// appends, if anything.
+  /// What is appended to names; each begins with "." or "/". `nullopt` for what `pathOf` appends,
+  /// if anything; an empty list for nothing.
   std::optional<std::vector<std::string>> extensions = {};
   /// What separates the parts of a name, such as "." in "a.b"; "" when it is "/".
   std::string moduleSeparator = {};

@@ -46,23 +46,23 @@ std::string ReadRules(const Field& field) {
   RefuseExpecting(field, "one of " + known);
 }
 
-void ReadPath(const Field& all, Profile& profile) {
-  if (const auto path = all.Find(u"path")) {
+void ReadPath(const Field& object, Profile& profile) {
+  if (const auto path = object.Find(u"path")) {
     if (std::holds_alternative<ustring>(path->value.content)) {
       profile.path = ReadText(*path);
     } else {
-      // Refuses a value that is neither.
+      // Refuses a value that is neither a text nor a list.
       static_cast<void>(path->As<json::LocatedJson::Array>(u"a text or a list of texts"));
       profile.folders = ReadTexts(*path);
       if (profile.folders.empty()) RefuseExpecting(*path, "at least one folder");
     }
   }
-  if (const auto source = all.Find(u"pathOf")) {
+  if (const auto source = object.Find(u"pathOf")) {
     profile.pathOf = ReadText(*source);
-    if (all.Find(u"path")) RefuseExpecting(*source, "either \"path\" or \"pathOf\"");
+    if (object.Find(u"path")) RefuseExpecting(*source, "either \"path\" or \"pathOf\"");
     if (!IsPathSource(*profile.pathOf)) RefuseExpecting(*source, kPathSources);
   }
-  if (const auto flags = all.Find(u"flags")) {
+  if (const auto flags = object.Find(u"flags")) {
     profile.flags = ReadTexts(*flags);
     if (!IsCompiler(profile.pathOf.value_or(""))) {
       RefuseExpecting(*flags, "\"pathOf\" to be cc or c++");
@@ -70,20 +70,20 @@ void ReadPath(const Field& all, Profile& profile) {
   }
 }
 
-Profile ReadProfile(const std::string& name, const Field& all) {
-  all.CheckMembers({u"path", u"pathOf", u"flags", u"rules", u"extensions", u"moduleSeparator"});
+Profile ReadProfile(const std::string& name, const Field& object) {
+  object.CheckMembers({u"path", u"pathOf", u"flags", u"rules", u"extensions", u"moduleSeparator"});
   Profile profile;
   profile.name = name;
-  ReadPath(all, profile);
+  ReadPath(object, profile);
   if (profile.pathOf) profile.rules = GetUsualRules(*profile.pathOf);
-  if (const auto rules = all.Find(u"rules")) profile.rules = ReadRules(*rules);
-  if (const auto extensions = all.Find(u"extensions")) {
+  if (const auto rules = object.Find(u"rules")) profile.rules = ReadRules(*rules);
+  if (const auto extensions = object.Find(u"extensions")) {
     profile.extensions = ReadTexts(*extensions);
     for (std::string& extension : *profile.extensions) {
       if (!extension.starts_with('.') && !extension.starts_with('/')) extension.insert(0, 1, '.');
     }
   }
-  if (const auto separator = all.Find(u"moduleSeparator")) {
+  if (const auto separator = object.Find(u"moduleSeparator")) {
     profile.moduleSeparator = ReadText(*separator);
   }
   return profile;
@@ -99,9 +99,9 @@ std::vector<Profile> ReadProfiles() {
 
 std::vector<Profile> ParseProfiles(const std::string& file, const std::string& bytes) {
   std::vector<Profile> profiles;
-  ReadJson(file, bytes, kMostValues, [&](const Field& all) {
-    all.CheckMembers({u"profiles"});
-    const Field named = all.Get(u"profiles");
+  ReadJson(file, bytes, kMostValues, [&](const Field& root) {
+    root.CheckMembers({u"profiles"});
+    const Field named = root.Get(u"profiles");
     for (const json::JsonMember& member : named.As<json::LocatedJson::Object>(u"an object")) {
       const Field field{member.value, json::FieldBelow(named.name, member.name)};
       if (member.name.empty()) RefuseExpecting(field, "a name that is not empty");

@@ -8,13 +8,14 @@
 
 namespace Corvane::PathManagement::tool {
 
-/// The profiles in "profiles.json", which is in the folder of the stored path's file; none when it
-/// does not exist.
+/// The profiles in "profiles.json", which is in the folder of the stored path's file; none when
+/// "profiles.json" does not exist.
 ///
-/// Errors: `UsageError`, which names the file, the line and the field.
+/// Errors: `UsageError` when the file cannot be read or is refused. The latter names the file, the
+/// line and the field.
 [[nodiscard]] std::vector<Profile> ReadProfiles();
 
-/// The profiles in `bytes`, the content of `file`. Errors: as above.
+/// The profiles in `bytes`, the content of `file`. Errors: as `ReadProfiles`.
 [[nodiscard]] std::vector<Profile> ParseProfiles(const std::string& file, const std::string& bytes);
 
 }  // namespace Corvane::PathManagement::tool

@@ -48,13 +48,13 @@ std::string GetPathText(const Profile& profile) {
   return text;
 }
 
-// Whether only the interpreter knows the extensions; it is not asked here.
-bool AsksForExtensions(const Profile& profile) {
+// True for a profile that takes the extensions of its interpreter, which is not asked here.
+bool OnlyInterpreterKnowsExtensions(const Profile& profile) {
   return !profile.extensions && HasSuffixes(profile.pathOf.value_or(""));
 }
 
 std::string GetExtensionText(const Profile& profile) {
-  if (AsksForExtensions(profile)) return "as the interpreter has them";
+  if (OnlyInterpreterKnowsExtensions(profile)) return "as the interpreter has them";
   return Join(profile.extensions.value_or(std::vector<std::string>()), " ");
 }
 
@@ -95,7 +95,7 @@ nlohmann::ordered_json GetObject(const Profile& profile) {
   object["pathOf"] = orNull(profile.pathOf);
   object["flags"] = profile.flags;
   object["extensions"] = profile.extensions.value_or(std::vector<std::string>());
-  if (AsksForExtensions(profile)) object["extensions"] = nullptr;
+  if (OnlyInterpreterKnowsExtensions(profile)) object["extensions"] = nullptr;
   object["moduleSeparator"] = profile.moduleSeparator.empty() ? "/" : profile.moduleSeparator;
   object["file"] = nullptr;
   if (!profile.file.empty()) object["file"] = profile.file;

@@ -55,7 +55,7 @@ class SpawnActions {
     if (question.folder) {
       posix_spawn_file_actions_addchdir_np(&actions, question.folder->c_str());
     }
-    // A process group of its own, so that it can be killed with all that it starts.
+    // The program gets its own process group, so that it can be killed with all that it starts.
     posix_spawnattr_init(&attributes);
     posix_spawnattr_setflags(&attributes, POSIX_SPAWN_SETPGROUP);
     posix_spawnattr_setpgroup(&attributes, 0);
@@ -67,7 +67,7 @@ class SpawnActions {
     posix_spawn_file_actions_destroy(&actions);
   }
 
-  // Returns the errno of a failure, else 0.
+  // Sets `process`. Returns the errno of a failure, else 0.
   int Start(const ProgramQuestion& question, pid_t& process) const {
     std::vector<char*> words;
     words.reserve(question.words.size() + 1);
@@ -103,7 +103,7 @@ class RunningProgram {
   RunningProgram& operator=(const RunningProgram&) = delete;
   ~RunningProgram() {
     if (hasEnded) return;
-    kill(-process, SIGKILL);
+    kill(-process, SIGKILL);  // the whole process group
     waitpid(process, nullptr, 0);
   }
 

@@ -78,7 +78,9 @@ void SarifLog::Write() const {
                             {"version", "2.1.0"},
                             {"runs", ordered_json::array({run})}};
   // Names may hold bytes that are not UTF-8; those are replaced.
-  WriteData(log.dump(2, ' ', false, ordered_json::error_handler_t::replace) + '\n');
+  WriteData(
+      log.dump(/*indent=*/2, ' ', /*ensure_ascii=*/false, ordered_json::error_handler_t::replace) +
+      '\n');
 }
 
 }  // namespace Corvane::PathManagement::tool

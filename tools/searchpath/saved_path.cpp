@@ -13,14 +13,15 @@ Outcome SavePath(const host::Environment& environment, const PathOptions& option
                  const std::string& file) {
   try {
     const Progress progress(options.quiet);
-    // The main folders are saved with their special folders. Some rules search other folders below
-    // them, too.
+    // The main folders are saved with their special folders. Some rules also search other folders
+    // below the main folders; these are saved, too.
     host::SaveListing(TextFromBytes(file), environment.GetMainFolders(),
                       environment.FindSearchedFolders());
   } catch (const std::exception& failure) {
     throw UsageError("cannot write the cache: " + std::string(failure.what()));
   }
-  return ReportProblems(environment, options) ? Outcome::Failed : Outcome::Found;
+  const bool failed = ReportProblems(environment, options);
+  return failed ? Outcome::Failed : Outcome::Found;
 }
 
 }  // namespace Corvane::PathManagement::tool

@@ -9,7 +9,7 @@
 namespace Corvane::PathManagement::tool {
 
 /// Saves the listings of all folders of the path in `file`, and reports as `ReportProblems`.
-/// Returns how the command ends.
+/// Returns `Failed` when `ReportProblems` says that the command must fail, else `Found`.
 ///
 /// Errors: `UsageError` when `file` cannot be written.
 [[nodiscard]] Outcome SavePath(const host::Environment& environment, const PathOptions& options,

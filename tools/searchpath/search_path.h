@@ -22,7 +22,7 @@ struct PathOptions {
   std::optional<std::string> cache;
   bool recursive = false;
   std::vector<std::string> without;
-  std::optional<std::string> packages;  // the folder of packages whose folders are added
+  std::optional<std::string> packages;  // the folder of the packages whose folders are added
   bool keepDuplicates = false;
   std::optional<std::string> timeout;  // in milliseconds
   bool quiet = false;
@@ -31,8 +31,8 @@ struct PathOptions {
   /// Adds all of these options.
   void AddTo(CommandLine& commandLine);
 
-  /// Adds those that say what the path is, but for --packages and --keep-duplicates, and not those
-  /// on reporting.
+  /// Adds the options that say what the path is, without --packages and --keep-duplicates, and
+  /// without the options on reporting.
   void AddFoldersTo(CommandLine& commandLine);
   void AddPackagesTo(CommandLine& commandLine);
 
@@ -52,8 +52,8 @@ struct PathOptions {
   /// "a.b". A name that has a "/" stays as it is.
   [[nodiscard]] ustring GetFileName(const std::string& name) const;
 
-  /// The rules of --as or else of --path-of or --profile; otherwise those of the environment.
-  /// Errors: `UsageError` when there are none of that name.
+  /// The rules of --as or else of --path-of or --profile; otherwise the rules "environment".
+  /// Errors: `UsageError` when no rules have that name.
   [[nodiscard]] host::LookupRules GetRules() const;
 
  private:
@@ -68,7 +68,7 @@ struct PathOptions {
   void AddReportingTo(CommandLine& commandLine);
 
   bool isNamed = false;     // whether --path-of or --profile names the path
-  SourcedPath named;        // the path and the suffixes that they name
+  SourcedPath named;        // the path and the suffixes of --path-of or --profile
   ustring moduleSeparator;  // of the profile; "" for none
 };
 
@@ -79,7 +79,8 @@ struct PathOptions {
 [[nodiscard]] host::Environment OpenPath(const PathOptions& options,
                                          const CommandLine& commandLine);
 
-/// The files that hold the list of folders: each @FILE of --path, or that of the stored path.
+/// The files that hold the list of folders: each @FILE of --path, or the file of the stored path
+/// when no path is named.
 [[nodiscard]] std::vector<AbsoluteIRI> FindLists(const PathOptions& options);
 
 /// Opens the path of another program; `where` is the option that named it, for messages.
@@ -102,10 +103,11 @@ void ReadFolders(const host::Environment& environment, const PathOptions& option
 /// used, and which folders of --without hide nothing. Returns whether the command must fail: with
 /// --strict, when there are such folders or packages; folders of --without do not count.
 [[nodiscard]] bool ReportProblems(const host::Environment& environment, const PathOptions& options);
-/// The same, but reports only these folders.
+/// The same for `problems` alone, without packages and --without.
 [[nodiscard]] bool ReportProblems(const std::vector<host::FolderProblem>& problems,
                                   const PathOptions& options);
-/// As the first one, but of the folders reports only those that earlier look-ups could not search.
+/// Reports as the first overload, except that a folder is reported only if an earlier look-up could
+/// not search it.
 void ReportProblemsMet(const host::Environment& environment, const PathOptions& options);
 
 /// The lines of the file `name`; `what` says what they are, for messages.

@@ -18,7 +18,7 @@ class SarifLog;
 /// Which hidden files are printed, and how.
 struct ShadowFormat {
   bool isSummary = false;                 // print how many files each folder hides, not which
-  std::set<host::ShadowKind> kinds = {};  // of hidden files to print; empty for all
+  std::set<host::ShadowKind> kinds = {};  // which hidden files to print; empty for all
   SarifLog* sarif = nullptr;  // not null: gets the shadows, and nothing is printed; not owned
 };
 

@@ -14,7 +14,7 @@ std::vector<std::string> SplitShellWords(std::string_view line) {
       isInWord = false;
       continue;
     }
-    if (quote == '\0' && line.substr(i, 2) == "\\\n") {  // as if neither were there
+    if (quote == '\0' && line.substr(i, 2) == "\\\n") {  // a continued line: both are dropped
       ++i;
       continue;
     }

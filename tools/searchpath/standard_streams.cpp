@@ -23,9 +23,10 @@ void Check(bool written) {
 
 // Makes `descriptor` lead to /dev/null. Returns a copy of the former one; -1 when it was closed.
 int Silence(int descriptor) {
+  // The copy must not take the number of a standard stream that is closed.
   const int before = fcntl(descriptor, F_DUPFD_CLOEXEC, STDERR_FILENO + 1);
   const int nowhere = open("/dev/null", O_WRONLY | O_CLOEXEC);
-  if (nowhere != descriptor) {  // a closed descriptor may have been opened just now
+  if (nowhere != descriptor) {  // if it was closed, `open` may have given out its number
     dup2(nowhere, descriptor);
     close(nowhere);
   }

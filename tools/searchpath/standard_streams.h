@@ -34,7 +34,7 @@ class SilentStreams {
   int error;
 };
 
-/// Whether the terminal understands control sequences, such as those for colour, by $TERM.
+/// Whether, by $TERM, the terminal understands control sequences, such as those for colour.
 [[nodiscard]] bool TerminalTakesCommands();
 
 /// The bytes of a text that came from the command line or the disk.

@@ -10,6 +10,7 @@ namespace {
 
 // How many bytes must be added, removed or replaced to turn `left` into `right`.
 std::size_t GetDistance(std::string_view left, std::string_view right) {
+  // row[j]: the distance of the letters of `left` so far from the first j letters of `right`.
   std::vector<std::size_t> row(right.size() + 1);
   std::iota(row.begin(), row.end(), std::size_t{0});
   for (const char letter : left) {

@@ -15,7 +15,7 @@ bool BreaksLineOrDirection(char16_t unit) {
          (unit >= 0x2066 && unit <= 0x2069);
 }
 
-// A backslash, `mark`, and `unit` in hexadecimal digits.
+// A backslash, `mark`, and the last `digits` hexadecimal digits of `unit`.
 ustring GetEscape(char16_t mark, int unit, int digits) {
   ustring escape = {u'\\', mark};
   for (int shift = 4 * (digits - 1); shift >= 0; shift -= 4) {
@@ -31,11 +31,11 @@ std::string GetTextForTerminal(std::string_view bytes) {
   ustring harmless;
   for (std::size_t i = 0; i < text.size(); ++i) {
     const char16_t unit = text[i];
-    // `IsByteAt`: the unit stands for a byte that is not UTF-8.
+    // `IsByteAt`: the unit stands for a byte that is not UTF-8; its last two digits are the byte.
     if (detail::IsByteAt(text, i) || (unit < 0x80 && IsControl(unit))) {
-      harmless += GetEscape(u'x', unit, 2);
+      harmless += GetEscape(u'x', unit, /*digits=*/2);
     } else if (IsControl(unit) || BreaksLineOrDirection(unit)) {
-      harmless += GetEscape(u'u', unit, 4);
+      harmless += GetEscape(u'u', unit, /*digits=*/4);
     } else {
       harmless += unit;
     }

@@ -107,9 +107,10 @@ void CheckStandardOutput() {
 
 // Waits until another thread sets `wakeUp`. Ends the program when nobody reads its output any more.
 void Wait(const host::WakeUp& wakeUp) {
+  // With no `events`, `poll` still says when the reader is gone.
   std::array<pollfd, 2> sources = {{{.fd = wakeUp.GetDescriptor(), .events = POLLIN, .revents = 0},
                                     {.fd = STDOUT_FILENO, .events = 0, .revents = 0}}};
-  while (poll(sources.data(), sources.size(), -1) < 0 && errno == EINTR) {
+  while (poll(sources.data(), sources.size(), /*timeout=*/-1) < 0 && errno == EINTR) {
   }
   if (sources[1].revents != 0) std::raise(SIGPIPE);
   wakeUp.Clear();
@@ -168,8 +169,8 @@ class PrintedNames {
   }
 
  private:
-  // The path that the options mean now. If it cannot be read, which `ReadAgain` has reported: the
-  // folders of the former path, as they are now.
+  // The path that the options mean now. If that path cannot be read, `ReadAgain` has reported it,
+  // and this is the former path, with its folders as they are now.
   [[nodiscard]] host::Environment OpenNow() const try {
     return OpenPath(options.path, commandLine);
   } catch (const std::exception&) {
@@ -202,7 +203,7 @@ Outcome Watch(host::MainSearchPathManager& manager, PrintedNames& names,
     const auto isChanged = [&](const AbsoluteIRI& list) {
       return list.toString() == changed->GetLocation();
     };
-    // Then folders below the path count, so that every event may change the path.
+    // With these options, folders below the path count, so that every event may change the path.
     const bool readsAll = options.path.recursive || !options.path.GetRules().foldersHaveMeaning;
     if (!readsAll && std::none_of(lists.begin(), lists.end(), isChanged)) return;
     mustReadAgain = true;
@@ -246,7 +247,7 @@ Outcome RunWatch(const Arguments& arguments) {
     const auto manager = environment.CreateManager();
     return Watch(*manager, names, options, output, commandLine);
   }
-  // Only lists the folders as they are now, to compare with later. The result is empty.
+  // The result is empty: the call only lists the folders as they are now, to compare with later.
   static_cast<void>(WithProgress(options.path.quiet,
                                  [&] { return environment.FindNameChangesSince(environment); }));
   host::MainSearchPathManager manager(environment.FindSearchedFolders());

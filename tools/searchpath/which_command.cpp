@@ -39,8 +39,8 @@ Outcome RunWhich(const Arguments& arguments) {
   path.quiet = true;  // shells skip what they cannot search, too
   const Output output(outputOptions);
   const host::Environment environment =
-      OpenSource(ReadPathSource("PATH", {}, path.GetRules()), "$PATH", path);
-  Finder finder(options, path, output, environment, {});
+      OpenSource(ReadPathSource("PATH", /*flags=*/{}, path.GetRules()), "$PATH", path);
+  Finder finder(options, path, output, environment, /*commonLookup=*/{});
   for (const std::string& name : commandLine.GetOperands()) finder.Answer(name);
   const bool foundAll = finder.FoundAll() && !commandLine.GetOperands().empty();
   return foundAll ? Outcome::Found : Outcome::NotFound;
