@@ -65,13 +65,13 @@ typedef struct searchpath_watch searchpath_watch;
 
 /// Makes a path of `folder_count` folders as users type them, searched in that order. `rules` is
 /// "environment", "plain", "program" or "include"; null means "environment". Where `recursive` is
-/// not 0, all folders below are on the path as well. A folder that cannot be searched is searched
-/// as if it were empty. Relative folders and names, also in later questions, are below the working
-/// folder that the process has now.
+/// not 0, all ordinary folders below them are on the path as well. A folder that cannot be searched
+/// is searched as if it were empty. Relative folders and names, also in later questions, are below
+/// the working folder that the process has now.
 SEARCHPATH_EXPORT searchpath_status searchpath_environment_open(
     const char* const* folders, size_t folder_count, int recursive, const char* rules,
     searchpath_environment** environment, searchpath_error* error);
-/// Frees it; files, explanations and other handles that it gave stay.
+/// Frees the environment; files, explanations and other handles that came from it stay valid.
 SEARCHPATH_EXPORT void searchpath_environment_free(searchpath_environment* environment);
 
 /// A question: which file does a name mean?
@@ -98,8 +98,8 @@ SEARCHPATH_EXPORT size_t searchpath_files_count(const searchpath_files* files);
 /// The native path of a file.
 SEARCHPATH_EXPORT searchpath_text searchpath_files_path(const searchpath_files* files,
                                                         size_t index);
-/// Frees them, and so ends the views of their paths. Files that are a part of another handle are
-/// not freed by this.
+/// Frees the files, and so ends the views of their paths. Not for files that are a part of another
+/// handle: these are freed with that handle.
 SEARCHPATH_EXPORT void searchpath_files_free(searchpath_files* files);
 
 /// Finds out which folders a look-up searches, in order, and what is found in each.
@@ -121,14 +121,14 @@ searchpath_explanation_folder(const searchpath_explanation* explanation, size_t 
 /// What was found in the folder, in words: "holds it", "absent".
 SEARCHPATH_EXPORT searchpath_text
 searchpath_explanation_outcome(const searchpath_explanation* explanation, size_t index);
-/// What brought the folder onto the path: itself or one above it, as it was given.
+/// What brought the folder onto the path: the folder itself or one above it, as it was given.
 SEARCHPATH_EXPORT searchpath_text
 searchpath_explanation_origin(const searchpath_explanation* explanation, size_t index);
 /// The files of that name in the folder, the best first; none for a hidden or repeated folder. They
 /// are a part of the explanation.
 SEARCHPATH_EXPORT const searchpath_files* searchpath_explanation_files(
     const searchpath_explanation* explanation, size_t index);
-/// Frees it, with all that is a part of it.
+/// Frees the explanation, with all that is a part of it.
 SEARCHPATH_EXPORT void searchpath_explanation_free(searchpath_explanation* explanation);
 
 /// Finds all names that hide files. Of `lookup`, which may be null, only the extensions and
@@ -148,7 +148,7 @@ SEARCHPATH_EXPORT const searchpath_files* searchpath_shadows_files(
 /// index in `searchpath_shadows_files`; the text is "" for 0, the file that hides the others.
 SEARCHPATH_EXPORT searchpath_text searchpath_shadows_kind(const searchpath_shadows* shadows,
                                                           size_t index, size_t file);
-/// Frees them, with all that is a part of them.
+/// Frees the shadows, with all that is a part of them.
 SEARCHPATH_EXPORT void searchpath_shadows_free(searchpath_shadows* shadows);
 
 /// Watches the disk for changes to the path of `environment`, which may be freed afterwards.
@@ -161,11 +161,11 @@ SEARCHPATH_EXPORT searchpath_status searchpath_watch_open(const searchpath_envir
 /// Negative when the kernel reports no changes at all.
 SEARCHPATH_EXPORT int searchpath_watch_descriptor(const searchpath_watch* watch);
 /// Hands out an environment as the disk is now. Whether it shows later changes is not certain: ask
-/// for a new one. Takes a system call when nothing has changed; otherwise all folders are listed
+/// for a new one. Costs one system call when nothing has changed; otherwise all folders are listed
 /// again.
 SEARCHPATH_EXPORT searchpath_status searchpath_watch_environment(
     const searchpath_watch* watch, searchpath_environment** environment, searchpath_error* error);
-/// Frees it; environments that it gave stay.
+/// Frees the watch; environments that it gave stay valid.
 SEARCHPATH_EXPORT void searchpath_watch_free(searchpath_watch* watch);
 
 /// The explanation as an object in JSON: what `searchpath find --explain --json` prints.
@@ -194,7 +194,7 @@ SEARCHPATH_EXPORT searchpath_status searchpath_receipt_load(const char* file,
 SEARCHPATH_EXPORT searchpath_status searchpath_receipt_save(const searchpath_receipt* receipt,
                                                             const char* file,
                                                             searchpath_error* error);
-/// Frees it; what was made of it stays.
+/// Frees the receipt; what was made of it stays valid.
 SEARCHPATH_EXPORT void searchpath_receipt_free(searchpath_receipt* receipt);
 
 /// The names, in the order in which they were asked for, and what they meant.
@@ -209,7 +209,7 @@ SEARCHPATH_EXPORT searchpath_text searchpath_answers_name(const searchpath_answe
 /// The file that the name meant; the bytes are null when there was none.
 SEARCHPATH_EXPORT searchpath_text searchpath_answers_path(const searchpath_answers* answers,
                                                           size_t index);
-/// Frees them, and so ends the views of their texts.
+/// Frees the answers, and so ends the views of their texts.
 SEARCHPATH_EXPORT void searchpath_answers_free(searchpath_answers* answers);
 
 /// Finds the names that mean another file now. Only names whose answers may have changed are looked
@@ -233,7 +233,7 @@ SEARCHPATH_EXPORT searchpath_text searchpath_changes_after(const searchpath_chan
 SEARCHPATH_EXPORT searchpath_status searchpath_changes_renew(const searchpath_changes* changes,
                                                              searchpath_receipt** receipt,
                                                              searchpath_error* error);
-/// Frees them, and so ends the views of their texts; receipts that they gave stay.
+/// Frees the changes, and so ends the views of their texts; receipts that they gave stay valid.
 SEARCHPATH_EXPORT void searchpath_changes_free(searchpath_changes* changes);
 
 #ifdef __cplusplus

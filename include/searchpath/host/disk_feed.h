@@ -50,9 +50,9 @@ struct DiskFeedOptions {
 /// no time while nothing changes, unless folders are polled.
 class SEARCHPATH_EXPORT DiskFeed {
  public:
-  /// When it returns, everything is watched. The first folders published are those that may have
-  /// changed after they were listed and before they were watched. A folder that has not been listed
-  /// yet is not among them: its listing will show the change.
+  /// When the constructor returns, everything is watched. The first folders published are those
+  /// that may have changed after they were listed and before they were watched. A folder that has
+  /// not been listed yet is not among them: its listing will show the change.
   ///
   /// Errors: `std::system_error` when the system has no descriptor or no thread left.
   DiskFeed(MainSearchPathManager& manager,
@@ -60,9 +60,9 @@ class SEARCHPATH_EXPORT DiskFeed {
            DiskFeedOptions options = {});
   DiskFeed(const DiskFeed&) = delete;
   DiskFeed& operator=(const DiskFeed&) = delete;
-  /// Waits for subscribers that it is calling.
+  /// Waits until the subscribers that the feed is calling have returned.
   ///
-  /// Precondition: not called by one of them, nor by a listener of the manager.
+  /// Precondition: not called by a subscriber, nor by a listener of the manager.
   ~DiskFeed();
 
   /// Sets up all watches again and publishes all folders and files: for changes that the kernel may

@@ -55,7 +55,8 @@ struct Lookup {
   /// Tried in order unless the name carries an extension of its own: "zt" or ".zt".
   AnyTexts extensions = {};
   /// The folder of the code that asks, as a user types it: its private folder is searched first.
-  /// Where folders have no meaning, the folder itself is, under `Separator::FileBelow`.
+  /// Where folders have no meaning, the folder itself is searched first, but only under
+  /// `Separator::FileBelow`.
   std::optional<AnyText> fromFolder = {};
   /// How names are compared. Ignored where folders have no meaning: names are then compared as they
   /// are.
@@ -131,7 +132,8 @@ class SEARCHPATH_EXPORT Environment {
   /// without repeats and hidden folders, whose entries are `FolderEntry` objects. What is asked of
   /// it directly is answered by `kEnvironmentRules`, whatever `EnvironmentOptions::rules` are.
   [[nodiscard]] const std::shared_ptr<const IPath>& GetPath() const;
-  /// Its main entries, as `FolderEntry` objects; those that are no folders on disk are left out.
+  /// The main entries of that path, as `FolderEntry` objects; those that are no folders on disk are
+  /// left out.
   [[nodiscard]] FolderEntries GetMainFolders() const;
   /// What names mean.
   [[nodiscard]] const LookupRules& GetRules() const noexcept { return rules; }
@@ -199,8 +201,8 @@ class SEARCHPATH_EXPORT Environment {
   /// what was found there.
   ///
   /// Errors: as `Find`.
-  /// Cost: asks folder by folder. Lists them all unless each holds the name; below those that do
-  /// not, lists all that is below private and resources folders. Not for the hot path.
+  /// Cost: asks folder by folder. Lists all of them unless each holds the name, and everything
+  /// below the private and resources folders of those that do not hold it. Not for the hot path.
   [[nodiscard]] Explanation Explain(const Lookup& lookup) const;
 
   /// At most `most` files that may have been meant by a name that was not found, the most similar
@@ -214,7 +216,8 @@ class SEARCHPATH_EXPORT Environment {
   [[nodiscard]] PathEntries FindFolders(const FolderLookup& lookup) const;
 
   /// At most `most` folders of the path that may have been meant by a name that denotes none: their
-  /// names differ from its last part in case, in a "+" or "@" left out, or in one letter.
+  /// names differ from the last part of that name in case, in a "+" or "@" left out, or in one
+  /// letter.
   ///
   /// Cost: lists every folder.
   [[nodiscard]] PathEntries FindSimilarFolders(const FolderLookup& lookup,
@@ -264,14 +267,14 @@ class SEARCHPATH_EXPORT Environment {
   /// that cannot be read, and folders of packages that lead into a loop of links; then folders on
   /// the path, in path order.
   [[nodiscard]] std::vector<FolderProblem> FindProblems() const;
-  /// Those of these problems that earlier questions have met; opens no folder. Where folders have
-  /// no meaning: once a name was not found, all of them, which asks the disk about each folder.
+  /// The problems among these that earlier questions have met; opens no folder. Where folders have
+  /// no meaning and a name was not found, all of them: the disk is then asked about each folder.
   [[nodiscard]] std::vector<FolderProblem> GetProblemsMet() const;
 
   /// The folders of `EnvironmentOptions::without` that hide no folder of the path, as they were
   /// given.
   ///
-  /// Cost: lists every folder of the path, unless each hides a main entry.
+  /// Cost: lists every folder of the path, unless each exclusion hides a main entry.
   [[nodiscard]] std::vector<ustring> FindIdleExclusions() const;
 
  private:

@@ -85,8 +85,8 @@ class SEARCHPATH_EXPORT FolderEntry : public IPathEntry,
   /// They are not on the path and are made anew at each call.
   [[nodiscard]] FolderEntries CreateOrdinaryFolders() const;
 
-  /// Why this folder, or a link directly below it, is not searched. Opens a folder that has not
-  /// been listed, to see whether it can be; only where its listing comes from a cache, lists it.
+  /// Why this folder, or a link directly below it, is not searched. A folder that has not been
+  /// listed is only opened, to see whether it can be read; with a listing in a cache, it is listed.
   [[nodiscard]] std::vector<FolderProblem> GetProblems() const;
 
   /// Whether the folder is still as its listing says, be that from the disk or from a cache. Does

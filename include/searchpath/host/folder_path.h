@@ -73,8 +73,8 @@ class SEARCHPATH_EXPORT FolderPath : public IPath {
   /// folder for the file and the method entry at once, and no folder after the one with the answer.
   [[nodiscard]] boost::optional<FoundItem> FindVisible(
       const PathManagement::detail::SearchTarget& target, FilenameMatchingPolicy policy) const;
-  /// Sets `found` to the same for a name without extensions, where its text and an index will do;
-  /// returns whether it did.
+  /// The same for a name without extensions, where the text and an index are enough to tell: sets
+  /// `found` to the answer and returns true. Otherwise returns false.
   [[nodiscard]] bool FindIndexed(std::u16string_view name, boost::optional<FoundItem>& found) const;
   /// As `FindVisible`, as if only those entries were on the path for which `isShown` returns true.
   /// The outer optional is empty when there is no quick answer: for a partial pathname, a policy
@@ -96,8 +96,8 @@ class SEARCHPATH_EXPORT FolderPath : public IPath {
   /// The same for the folders for which `isWanted` returns true; it is called in path order.
   [[nodiscard]] std::vector<FolderProblem> FindProblems(
       const std::function<bool(const IPathEntry&)>& isWanted) const;
-  /// Those of these problems that earlier questions have met. Asks the disk nothing; `isWanted` is
-  /// called only for folders that have one.
+  /// The problems among these that earlier questions have met. Asks the disk nothing; `isWanted` is
+  /// called only for folders that have a problem.
   [[nodiscard]] std::vector<FolderProblem> GetProblemsMet(
       const std::function<bool(const IPathEntry&)>& isWanted) const;
 

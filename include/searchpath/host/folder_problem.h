@@ -15,7 +15,7 @@ struct FolderProblem {
 
   /// Why, in words, without the folder: "no such folder".
   [[nodiscard]] const char* GetText() const noexcept {
-    // The exception carries no allocation, so the text outlives it.
+    // `what` returns a string literal, which outlives the exception.
     return current_working_folder::FailedToAbsolutizeException(reason).what();
   }
 };

@@ -11,7 +11,7 @@
 
 namespace Corvane::PathManagement::host {
 
-/// An environment, and what else is to be watched since its answers depend on it.
+/// An environment, and the further folders and files to watch because its answers depend on them.
 struct OpenedEnvironment {
   Environment environment;  ///< on which names are looked up
   /// Folders such as that of the code that asks. Special folders below them are watched as well.
@@ -52,7 +52,7 @@ class SEARCHPATH_EXPORT FollowedEnvironment {
   bool Update();
 
   /// The environment as it was opened last. The reference stays valid as long as this object;
-  /// `Update` assigns to what it refers to.
+  /// after an `Update`, it refers to the new environment.
   [[nodiscard]] const Environment& Get() const noexcept;
 
   /// Readable (`POLLIN`) when something may have changed since the last `Update`. Negative when the

@@ -46,7 +46,7 @@ struct LookupRules {
   friend bool operator==(const LookupRules&, const LookupRules&) = default;
 };
 
-/// The environment's own.
+/// The environment's own rules.
 inline constexpr LookupRules kEnvironmentRules;
 /// A name is that of a file below a folder of the path, and folders have no meaning.
 inline constexpr LookupRules kPlainRules = {.foldersHaveMeaning = false,
@@ -59,8 +59,9 @@ inline constexpr LookupRules kProgramRules = {.foldersHaveMeaning = false,
                                               .emptyPart = LookupRules::EmptyPart::WorkingFolder,
                                               .expandsParts = false,
                                               .dropsRepeats = false};
-/// C compilers look up headers by these: for a header in quotes, `Lookup::fromFolder` is the folder
-/// of the file that includes it; for the next header of that name, `Lookup::afterFolder` is.
+/// C compilers look up headers by these. The folder of the file that includes the header goes into
+/// `Lookup::fromFolder` for a header in quotes, and into `Lookup::afterFolder` for the next header
+/// of that name.
 inline constexpr LookupRules kIncludeRules = {.foldersHaveMeaning = false,
                                               .separator = LookupRules::Separator::FileBelow,
                                               .files = LookupRules::Files::Readable,
@@ -69,7 +70,7 @@ inline constexpr LookupRules kIncludeRules = {.foldersHaveMeaning = false,
 
 /// Rules and what they are called.
 struct NamedRules {
-  const char* name = nullptr;  ///< as the option `--as` takes it; never null
+  const char* name = nullptr;  ///< as the option `--as` takes it; set in `kNamedRules`
   LookupRules rules = {};      ///< what the name stands for
 };
 

@@ -53,7 +53,7 @@ class SEARCHPATH_EXPORT MainSearchPathManager : public IMainSearchPathManager {
   void SetFolderIRIs(const AbsoluteIRIRange& folders,
                      foundation::core::except::Notification& notification) override;
 
-  /// Those packages of `SetKnownPackages` that have folders, all of them on the path.
+  /// Those packages of `SetKnownPackages` that have folders and whose folders are all on the path.
   [[nodiscard]] std::shared_ptr<const std::vector<ComponentIdentifier>> GetPackagesOnPath()
       const override;
 

@@ -50,7 +50,7 @@ class SEARCHPATH_EXPORT NamePattern {
   /// What matches a character, or characters, of a name.
   struct Part {
     Kind kind = Kind::Nothing;
-    std::vector<std::pair<char32_t, char32_t>> ranges = {};  // both ends belong to each
+    std::vector<std::pair<char32_t, char32_t>> ranges = {};  // both ends included
     [[nodiscard]] bool Accepts(char32_t character) const;
   };
 
@@ -65,7 +65,7 @@ class SEARCHPATH_EXPORT NamePattern {
 /// A name that matches a pattern, and every file of that name.
 struct MatchingName {
   ustring name;  ///< as it can be looked up, with the folders in front of the pattern
-  std::vector<FoundItem> files;  ///< the file that it means, then those that this one hides
+  std::vector<FoundItem> files;  ///< the file that the name means, then those that it hides
 };
 
 }  // namespace Corvane::PathManagement::host

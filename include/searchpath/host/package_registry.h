@@ -60,7 +60,7 @@ class SEARCHPATH_EXPORT PackageRegistry : public Corvane::PackageRegistry::IPack
   /// Why the root cannot be read; empty when it can.
   [[nodiscard]] const std::optional<FolderProblem>& GetRootProblem() const noexcept;
 
-  /// The packages that were left out, in the same order; at most the first 1,000.
+  /// The packages that were left out, ordered like `GetIdentifiers`; at most the first 1,000.
   [[nodiscard]] const std::vector<PackageProblem>& GetProblems() const noexcept;
   /// How many packages were left out in all, perhaps more than 1,000.
   [[nodiscard]] std::size_t GetProblemCount() const noexcept;

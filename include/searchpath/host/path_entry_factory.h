@@ -31,9 +31,9 @@ class SavedListings;
 /// Ownership: shares its folders; entries share the bytes that were read.
 class SEARCHPATH_EXPORT PathEntryFactory : public IPathEntryFactory {
  public:
-  /// Empty, for `ReadEntries`; `listingUse` says when the listings read are used.
+  /// A factory to fill by `ReadEntries`; `listingUse` says when its listings are used.
   explicit PathEntryFactory(ListingUse listingUse = ListingUse::WhileFresh);
-  /// With the main folders of a path, for `WriteEntries`.
+  /// A factory of the main folders of a path, for `WriteEntries`.
   explicit PathEntryFactory(FolderEntries mainFolders);
   PathEntryFactory(const PathEntryFactory&);
   PathEntryFactory& operator=(const PathEntryFactory&);

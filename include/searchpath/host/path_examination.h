@@ -12,8 +12,8 @@
 
 namespace Corvane::PathManagement::host {
 
-/// What may be wrong with a path. It is nothing wrong that a folder of the path lies below another
-/// one: both are searched.
+/// What may be wrong with a path. A folder of the path that lies below another one is no fault:
+/// both are searched.
 enum class FindingKind : std::uint8_t {
   Missing,     ///< there is no such folder
   Unreadable,  ///< it cannot be searched
@@ -40,12 +40,12 @@ enum class FindingKind : std::uint8_t {
 /// One thing that is wrong with a path. Names and folders are as users read them.
 struct PathFinding {
   FindingKind kind;    ///< what is wrong
-  ustring folder;      ///< when files in several folders are concerned: the first of them
+  ustring folder;      ///< the folder; the first one when files in several are concerned
   ustring origin;      ///< the folder, as it was given, that brought it onto the path
   ustring other = {};  ///< of a repeat: the earlier folder; of a special folder: its main folder
   std::vector<ustring> files = {};             ///< native paths of the files, in path order
   std::chrono::milliseconds listingTime = {};  ///< of a slow folder
-  /// Of a missing or an unreadable folder: why it is.
+  /// Of a missing or an unreadable folder: why it is missing or unreadable.
   std::optional<current_working_folder::AbsolutizeError> reason = {};
 };
 

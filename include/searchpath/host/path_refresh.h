@@ -19,9 +19,9 @@ namespace Corvane::PathManagement::host {
 // folders below it and the contents of files do not count. An entry that has not been listed is
 // unchanged, too: it shows nothing yet that could differ.
 
-/// The main folders of a new path of `locations`, in this order, after one of `oldFolders`.
-/// Locations of the old path keep their old entries; a location that is repeated takes one after
-/// the other. All others get new entries, which have not been listed.
+/// The main folders of a new path of `locations`, in this order. `oldFolders` are those of the path
+/// before: their locations keep their entries, and a location that is repeated takes its old
+/// entries one after the other. All other locations get new entries, which have not been listed.
 ///
 /// Cost: asks the disk nothing.
 [[nodiscard]] SEARCHPATH_EXPORT FolderEntries

@@ -44,6 +44,8 @@ struct AnswerBasis {
 /// Ownership: copies share the bytes.
 class SEARCHPATH_EXPORT Receipt {
  public:
+  /// Reads a receipt that `Write` or `Save` has written.
+  ///
   /// Errors: `InvalidListingException` for anything but a whole receipt in the version that this
   /// program reads.
   [[nodiscard]] static Receipt Read(std::istream& stream);
@@ -60,7 +62,7 @@ class SEARCHPATH_EXPORT Receipt {
 
   /// How many questions were asked, one name each.
   [[nodiscard]] std::size_t GetCount() const noexcept;
-  // Precondition of what follows: `at` is below that number.
+  // Precondition of all operations that take `at`: it is below `GetCount()`.
   /// The name as it was asked for.
   [[nodiscard]] ustring GetName(std::size_t at) const;
   /// The file that the name meant; empty when there was none. Its entry is a new one for the same

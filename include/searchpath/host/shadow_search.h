@@ -45,7 +45,7 @@ struct FileProblem {
 struct HiddenFile {
   FoundItem file;                            ///< the one that is hidden
   ShadowKind kind = ShadowKind::Unreadable;  ///< how it compares with the winner
-  std::optional<FileProblem> problem = {};   ///< of kind `Unreadable`: the unread one of the two
+  std::optional<FileProblem> problem = {};   ///< of kind `Unreadable`: the file that was not read
 };
 
 /// A name that several files share. It means the winner, which hides the others.
@@ -62,8 +62,8 @@ struct ShadowLookup {
   /// The names to look up, as in `Lookup`; when there are none, every plain name on the path.
   AnyTexts names = {};
   /// As in `Lookup`. With extensions, the names that are looked up are those of files without their
-  /// extension: "fn" for "fn.x". A file whose name has a further dot is looked up by its whole
-  /// name, since extensions are not tried with "a.b": "a.b.x".
+  /// extension: "fn" for "fn.x". A file whose name has a further dot, such as "a.b.x", is looked up
+  /// by its whole name, since extensions are not tried with "a.b".
   AnyTexts extensions = {};
   /// How names are compared.
   FilenameMatchingPolicy policy = FilenameMatchingPolicy::FileSystemDefault;
@@ -73,9 +73,9 @@ struct ShadowLookup {
 
 /// Which names hide files: each shadow is the answer of `Environment::FindAll` for its name.
 struct ShadowReport {
-  /// In the order of `ShadowLookup::names`; without these, in that of the bytes of their own names.
-  /// In the latter case, when case is ignored, a name is spelled as that of its first file on the
-  /// path.
+  /// In the order of `ShadowLookup::names`. When there are none: in the order of the bytes of the
+  /// names that hide files; if case is ignored, a name is then spelled as that of its first file on
+  /// the path.
   std::vector<Shadow> shadows;
   std::vector<ustring> unknown;         ///< those of `ShadowLookup::names` that no file has
   std::vector<ustring> idleAllowances;  ///< allowed names that were looked up and hide nothing

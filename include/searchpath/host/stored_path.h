@@ -34,7 +34,7 @@ class SEARCHPATH_EXPORT InvalidStoredPathException : public std::runtime_error {
 /// Errors: `std::system_error` for those of the disk; `InvalidStoredPathException`.
 class SEARCHPATH_EXPORT StoredPath {
  public:
-  /// In path order.
+  /// Folders in path order.
   using Folders = std::vector<AbsoluteIRI>;
 
   /// The path that `listFile` holds. Reads nothing yet; the file need not exist.
@@ -43,7 +43,7 @@ class SEARCHPATH_EXPORT StoredPath {
   /// "searchpath/path" in the user's configuration folder: $XDG_CONFIG_HOME if that is an absolute
   /// path, or else ~/.config.
   ///
-  /// Errors: `FailedToAbsolutizeException` when it is needed and the user has no home.
+  /// Errors: `FailedToAbsolutizeException` when "~" is needed and the user has no home.
   [[nodiscard]] static fl::filesystem::path GetDefaultFile();
 
   /// The file that holds the path.
@@ -57,7 +57,7 @@ class SEARCHPATH_EXPORT StoredPath {
   /// when they do not exist. Where the file is a link, the link stays, and the file that it leads
   /// to is replaced.
   ///
-  /// Precondition: `change` does not change this path itself.
+  /// Precondition: `change` does not itself call `Change` for this file.
   /// Errors: also what `change` throws. The file is then as it was.
   void Change(const std::function<Folders(const Folders&)>& change) const;
 

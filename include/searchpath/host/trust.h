@@ -39,7 +39,7 @@ struct Intruder {
   };
 
   Kind kind;                              ///< which of these
-  ustring name = {};                      ///< of the user or the group; if there is none, the id
+  ustring name = {};                      ///< of the user or the group; its id if it has no name
   std::vector<std::uint32_t> users = {};  ///< the id of the user, or of each member who is meant
   std::vector<ustring> members = {};      ///< of a group: the names of these members
 };

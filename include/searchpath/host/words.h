@@ -28,7 +28,8 @@ namespace Corvane::PathManagement::host {
 [[nodiscard]] SEARCHPATH_EXPORT const char* GetWord(Freshness freshness);
 /// @}
 
-/// Why the folder cannot be searched, in words; null when it can, or is not on disk. Lists it.
+/// Why `folder` cannot be searched, in words; null when it can be searched or is not on disk. Lists
+/// the folder.
 [[nodiscard]] SEARCHPATH_EXPORT const char* FindProblemText(const IPathEntry& folder);
 /// The same for a folder that gave no answer since it is unreadable, a repeat or hidden; null for
 /// all other outcomes.

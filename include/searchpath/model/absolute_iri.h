@@ -18,8 +18,8 @@ struct IRIRepresentation;
 
 /// The absolute identifier of a folder or file, in one spelling.
 ///
-/// The constructor makes the spelling. The path of a "file" IRI is decoded and escaped anew: ASCII
-/// blanks and controls, bytes that are not UTF-8, and the characters
+/// The constructor brings every text into it. The path of a "file" IRI is decoded and escaped anew:
+/// ASCII blanks and controls, bytes that are not UTF-8, and the characters
 ///
 ///     " # % < > ? [ ] \ ^ ` { | }
 ///
@@ -118,14 +118,14 @@ class SEARCHPATH_EXPORT AbsoluteIRI {
 /// The canonical form of an IRI, which identifies a folder: an IRI and a further text.
 ///
 /// Two canonical IRIs are equal when both parts are. Where only the folder matters, convert both to
-/// `AbsoluteIRI` before you compare them: otherwise the operators of this class are used.
+/// `AbsoluteIRI` before you compare them: otherwise the further texts are compared as well.
 class SEARCHPATH_EXPORT CanonicalAbsoluteIRI : public AbsoluteIRI {
  public:
   /// `suffix` is the further text, which this library leaves empty.
   CanonicalAbsoluteIRI(const AbsoluteIRI& iri, const ustring& suffix);
   CanonicalAbsoluteIRI(const CanonicalAbsoluteIRI&) = default;
   CanonicalAbsoluteIRI(CanonicalAbsoluteIRI&&) noexcept = default;
-  /// Copies and moves; by value, so that self-assignment is safe.
+  /// For copies and moves: takes `other` by value, so that self-assignment is safe.
   CanonicalAbsoluteIRI& operator=(CanonicalAbsoluteIRI other) noexcept {
     text.swap(other.text);
     AbsoluteIRI::operator=(std::move(other));

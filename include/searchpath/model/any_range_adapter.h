@@ -31,8 +31,8 @@ concept HasElements =
 /// Never defined: the compiler prints this name when it refuses a container.
 struct ElementsOfAnotherTypeWouldBeTemporaries;
 
-/// A range over elements of one type whose container is the caller's choice. Iterators live in 64
-/// bytes in place, so walking the usual containers allocates nothing.
+/// A range over elements of one type whose container is the caller's choice. An iterator of up to
+/// 64 bytes is stored in place, so walking the usual containers allocates nothing.
 template <class Element, class Traversal>
 class AnyRangeAdapter : public boost::any_range<Element, Traversal, Element&, std::ptrdiff_t,
                                                 boost::any_iterator_buffer<64>> {

@@ -33,7 +33,7 @@ class AnyText : public ustring {
   explicit(false) AnyText(const std::string& bytes) : ustring(TextFromBytes(bytes)) {}
   /// Bytes up to their NUL.
   explicit(false) AnyText(const char* bytes) : ustring(TextFromBytes(bytes)) {}
-  /// Bytes of a `std::filesystem::path`. A template, since its header is slow to compile.
+  /// Bytes of a `std::filesystem::path`. A template, since `<filesystem>` is slow to compile.
   template <class Path>
     requires requires(const Path& path) {
       { path.native() } -> std::same_as<const std::string&>;

@@ -24,14 +24,14 @@ namespace Corvane::PathManagement {
 /// entries. Path order is depth first: an entry, all entries below it, then the next main entry.
 ///
 /// A `SearchScope` says which kinds of entry (`PathEntryType` values) an operation covers.
-/// `GetMethodEntriesByName` applies it to the entry *above* the method entry: the scope {0} finds
-/// the "@" folders directly below ordinary folders. A method entry's name is its folder name
+/// `GetMethodEntriesByName` applies the scope to the entry *above* the method entry: `kMainScope`
+/// finds the "@" folders directly below ordinary folders. A method entry's name is its folder name
 /// without the "@".
 ///
 /// A path never changes. When its folders change, its owner makes a new path.
 ///
-/// The `GetMainEntries` of a path must not call that of a composite path which it is a part of: the
-/// composite path may be waiting for this very answer.
+/// When a path is a part of a composite path, its `GetMainEntries` must not call that of the
+/// composite path, which may be waiting for this very answer.
 ///
 /// Threads: every operation may be called from several threads at once.
 /// Errors: what is not found is null or empty, never an exception. An exception of a visitor passes

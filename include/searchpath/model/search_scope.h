@@ -48,14 +48,14 @@ inline constexpr std::array<std::uint32_t, 6> kKinds = {0, 1, 2, 3, 4, 5};
 
 /// Ordinary folders only. Plain file names are looked up in this scope; with
 /// `IPath::GetMethodEntriesByName` it finds the method entries directly below ordinary folders.
-inline constexpr SearchScope kMainScope(detail::kKinds.data(), 1);
+inline constexpr SearchScope kMainScope(detail::kKinds.data(), /*count=*/1);
 
 /// Every kind of folder but resources folders, which hold data. File names with separators are
 /// looked up in this scope.
-inline constexpr SearchScope kAllKindsScope(detail::kKinds.data(), 5);
+inline constexpr SearchScope kAllKindsScope(detail::kKinds.data(), /*count=*/5);
 
 /// Every kind of folder, resources folders among them: for traversals that list, count or compare.
-inline constexpr SearchScope kAllKindsAndResourcesScope(detail::kKinds.data(), 6);
+inline constexpr SearchScope kAllKindsAndResourcesScope(detail::kKinds.data(), /*count=*/6);
 
 }  // namespace Corvane::PathManagement
 

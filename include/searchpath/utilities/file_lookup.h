@@ -33,9 +33,9 @@ CreateSearchTargetWithExtensionInFilenamePreferred(const ustring& name,
                                                    const std::vector<ustring>& extensions);
 
 /// The file that `target` means on `path` as a whole: the first match in the ordinary folders or in
-/// the method entries of that name, whichever comes first on the path; the ordinary folder on a
-/// tie. A name with a separator is a partial pathname and is instead looked up in all folders but
-/// resources folders (`kAllKindsScope`).
+/// the method entries of that name, whichever comes first on the path; in the ordinary folder when
+/// neither comes first. A name with a separator is a partial pathname and is instead looked up in
+/// all folders but resources folders (`kAllKindsScope`).
 ///
 /// The method entries themselves are always found under
 /// `FilenameMatchingPolicy::FileSystemDefault`; `policy` only says which of their files match.

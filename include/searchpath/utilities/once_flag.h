@@ -23,7 +23,8 @@ class OnceFlag {
   /// Whether a build has ended without an exception; what it wrote can then be read.
   [[nodiscard]] bool IsBuilt() const noexcept { return built.load(std::memory_order_acquire); }
 
-  /// Runs `build` unless an earlier call ended without an exception. Concurrent callers wait.
+  /// Runs `build` unless an earlier build has ended without an exception. Callers wait for a build
+  /// that is under way.
   template <class Build>
   void Call(Build&& build) {
     if (IsBuilt()) return;

@@ -21,11 +21,11 @@ namespace Corvane::PathManagement {
     const ZentraComponents::ComponentIdentifier& package, const IMainSearchPathManager& manager);
 
 /// The folders that `packages` put on the path, package by package; repeats are kept. A package
-/// that is not installed, or whose metadata keeps it off the path, has none.
+/// that is not installed, or whose metadata keeps it off the path, puts none there.
 ///
-/// A package with `checksManualInstall` has its root folder when its property "ManualInstall" is
-/// true, else none. Any other package has only its root folder when its property "IsQRX" is true,
-/// else its folders with the tag 0. A property that is absent counts as false.
+/// A package with `checksManualInstall` puts its root folder on the path when its property
+/// "ManualInstall" is true, else none. Any other package puts only its root folder there when its
+/// property "IsQRX" is true, else its folders with the tag 0. An absent property counts as false.
 ///
 /// Errors: `std::bad_variant_access` when one of these properties is not a bool;
 /// `foundation::storage::vfs::Exception` when a canonical location cannot be determined.

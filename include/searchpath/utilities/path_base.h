@@ -60,6 +60,7 @@ class SEARCHPATH_EXPORT PathBase : public IPath {
  private:
   struct State;
 
+  /// The state, once its table is made.
   [[nodiscard]] const State& Ready() const;
 
   std::unique_ptr<State> state;

@@ -24,9 +24,9 @@ class SEARCHPATH_EXPORT PathEntryBase : public IPathEntry,
   /// The kind that the name of the folder gives. A main entry has to be `Ordinary` whatever its
   /// name: override this where the name gives another kind.
   [[nodiscard]] PathEntryType GetPathEntryType() const override;
-  /// `GetAbsoluteIRI`. Override this where a folder can have several locations.
+  /// Returns `GetAbsoluteIRI`. Override this where a folder can have several locations.
   [[nodiscard]] CanonicalAbsoluteIRI GetCanonicalAbsoluteIRI() const override;
-  // Each selects the folders of its kind from `GetFoldersBelow`; C has those that no other selects.
+  // Each of these five selects its folders from `GetFoldersBelow`: the last, those that are left.
   [[nodiscard]] std::shared_ptr<const IPathEntry> GetSingleSubfolderEntryA() const override;
   [[nodiscard]] std::shared_ptr<const IPathEntry> GetSingleSubfolderEntryB() const override;
   [[nodiscard]] std::shared_ptr<const PathEntries> GetSubfolderEntriesA() const override;

@@ -54,8 +54,8 @@ SEARCHPATH_EXPORT void WriteToolboxPathCache(const fl::filesystem::path& cacheFi
                                              const fl::filesystem::path& root,
                                              const IPathEntryFactory& factory);
 
-/// Lets `factory` read `cacheFile`, for the IRI of `root`. The factory is called even when the file
-/// is absent, unreadable or not a regular file: it then gets a stream that has failed.
+/// Lets `factory` read `cacheFile`, with the IRI of `root`. The factory is called even when the
+/// file is absent, unreadable or not a regular file: it then gets a stream that has failed.
 ///
 /// Errors: `ToolboxCacheWrongFormatException` for every failure, even one of the factory, and
 /// whenever the file could not be opened; the factory may then hold some of the entries.
