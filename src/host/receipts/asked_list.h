@@ -54,13 +54,13 @@ class AskedList {
   /// Whether there are listings; they stay from then on.
   [[nodiscard]] bool IsListed() { return isListed = isListed || listings.areMade(); }
 
-  /// Whether `FindPositions` may find any for a name of one of these lengths. False only when
+  /// Whether `FindPositions` may find positions for a name of one of these lengths. False only when
   /// listings show that there is nothing but plain files at such names.
   [[nodiscard]] bool MayHoldAnyOf(NameLengths lengths);
   /// The positions, among the first `count`, where something other than a plain file may stand at
-  /// `name`: a link, or a folder with "@". When `all` is set, also every position from the first
-  /// one that may have a file of that name. All of the first `count` as long as there are no
-  /// listings.
+  /// `name`: a link, or a folder whose name begins with "@". When `all` is set, also every position
+  /// from the first one that may have a file of that name. All of the first `count` as long as
+  /// there are no listings.
   [[nodiscard]] std::vector<std::size_t> FindPositions(std::string_view name, std::size_t count,
                                                        bool all);
 

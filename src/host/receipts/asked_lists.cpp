@@ -57,7 +57,7 @@ const FolderListing& NoListing() {
 AskedLists::AskedLists(ReceiptDraft& receiptDraft, const PathView& pathView,
                        const RuledPath* ruledPath, const WorkingFolder& base)
     : draft(receiptDraft), view(pathView), ruled(ruledPath), workingFolder(base) {
-  static_cast<void>(AddMain());  // number 0
+  static_cast<void>(AddMain());  // becomes list 0
 }
 
 std::uint32_t AskedLists::Add(std::vector<std::uint32_t> places, AskedList::Listings listings) {
@@ -99,7 +99,7 @@ std::uint32_t AskedLists::ListOfAllFolders() {
       for (const auto& link : listing.links) {
         if (IsSpecial(link.name)) add(PathBelow(path, link.name), NoListing());
       }
-      return false;
+      return false;  // the walk goes on
     });
   }
   allFolders = Add(std::move(places),
@@ -128,7 +128,7 @@ QuestionScope AskedLists::ScopeOnPath(const Lookup& lookup) {
     scope.list = ListOfAllFolders();
     scope.asksAll = true;
   } else if (lookup.fromFolder) {
-    const std::string folder = draft.PathOf(scope.further.front()) + "/private";
+    const std::string folder = PathBelow(draft.PathOf(scope.further.front()), "private");
     scope.first = draft.AddPlace(folder);
     scope.further.push_back(*scope.first);
     // Whether the private folder counts depends on which folders are on the path, special ones too.
@@ -145,11 +145,12 @@ QuestionScope AskedLists::ScopeByRules(const Lookup& lookup, std::uint32_t kind)
   if (asker) scope.further.push_back(PlaceAt(*asker));
   const auto names = RuledPath::NamesOf(TargetOf(lookup.name, lookup));
   if (names.empty()) return scope;  // no file can have such a name
+  // All these names have the same folder.
   const std::string& name = names.front();
-  const auto [list, isNew] =
+  const auto [known, isNew] =
       byRules.try_emplace({kind, name.substr(0, BeginOfLastPart(name))}, std::uint32_t{0});
-  if (isNew) list->second = MakeListByRules(lookup, name);
-  scope.list = list->second;
+  if (isNew) known->second = MakeListByRules(lookup, name);
+  scope.list = known->second;
   return scope;
 }
 
@@ -164,7 +165,7 @@ std::uint32_t AskedLists::MakeListByRules(const Lookup& lookup, const std::strin
   RuledPath::Asker asker;
   if (lookup.afterFolder) {
     asker.after = workingFolder.Locate(*lookup.afterFolder);
-    // Which folders come after that one depends on all, which a question from there asks.
+    // Which folders come after that one depends on all that a question from that folder asks.
     for (const auto& place : ruled->FindPlaces(target, {.from = asker.after})) {
       draft.further.emplace_back(kNone, draft.AddPlace(BytesOf(*place.folder)));
       draft.further.emplace_back(kNone, add(place));

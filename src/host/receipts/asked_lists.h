@@ -24,14 +24,14 @@ struct QuestionScope {
   bool asksAll = false;    // whether all of the list is asked, even after an answer
   bool isCertain = true;   // false when the answer may rest on more than is known
   std::vector<std::uint32_t> further = {};  // places that matter besides the list
-  std::optional<std::uint32_t> first = {};  // as in `ScannedQuestion`
+  std::optional<std::uint32_t> first = {};  // a place that is asked before the list
 };
 
 /// The lists of folders that the questions of a receipt ask. The first one is the path.
 class AskedLists {
  public:
   /// `ruledPath` is null where folders have a meaning. Relative folders are below `base`, which is
-  /// copied; the others outlive this object.
+  /// copied; the other arguments outlive this object.
   AskedLists(ReceiptDraft& receiptDraft, const PathView& pathView, const RuledPath* ruledPath,
              const WorkingFolder& base);
 
@@ -62,7 +62,8 @@ class AskedLists {
   WorkingFolder workingFolder;
   std::deque<AskedList> lists;
   std::optional<std::uint32_t> allFolders;
-  std::map<std::pair<std::uint32_t, std::string>, std::uint32_t> byRules;  // by kind and folder
+  // Of names looked for by rules: the list, by kind and by the folder of the name.
+  std::map<std::pair<std::uint32_t, std::string>, std::uint32_t> byRules;
 };
 
 }  // namespace Corvane::PathManagement::host

@@ -21,9 +21,9 @@ namespace Corvane::PathManagement::host {
 
 namespace {
 
-/// `path` as a name in a rule; empty when make and ninja have no spelling in common. Tried with
-/// both: any other ASCII character ends a name, or makes a pattern or an assignment, in one of
-/// them.
+/// `path` as a name in a rule; empty when make and ninja have no spelling in common. Trials with
+/// both show that any ASCII character but those below ends a name, or makes a pattern or an
+/// assignment, in one of them.
 std::optional<std::string> SpellingOf(std::string_view path) {
   constexpr std::string_view plain = "+,/_.~(){}@!-]";
   std::string spelled;
@@ -43,7 +43,7 @@ std::optional<std::string> SpellingOf(std::string_view path) {
   return path.starts_with('~') ? std::nullopt : std::optional(spelled);
 }
 
-/// The folder that would change if one were made at `path`: the nearest at or above it that exists.
+/// The nearest folder that exists, at `path` or above it. It changes when a name is made in it.
 std::string NearestFolder(std::string path) {
   while (path.size() > 1 && LookAtFolder(path).error != 0) path = FolderAbove(path);
   return path;
@@ -84,7 +84,7 @@ class Dependencies {
       const AskedQuestion question = body.QuestionAt(at);
       if (question.place != kNone) files.insert(body.PathOf(question.place, question.file));
       std::size_t count = question.asked;
-      // With a single name, nothing new in the folder of the answer can take its place.
+      // With a single name, nothing new in the folder of the answer can hide the answer.
       const bool isLast = count > 0 && body.ListAt(question.list)[count - 1] == question.place;
       if (isLast && body.ExtensionsOf(question.kind).size() <= 1) --count;
       reached[question.list] = std::max(reached[question.list], count);
@@ -111,15 +111,17 @@ class Dependencies {
 
 std::vector<ustring> WriteDepfile(std::ostream& stream, const ustring& target,
                                   const Receipt& receipt) {
-  const auto spelledTarget = SpellingOf(BytesFromText(target).value_or("\n"));  // which has none
+  // A line end stands for a target that has no bytes: neither has a spelling.
+  const auto spelledTarget = SpellingOf(BytesFromText(target).value_or("\n"));
   if (!spelledTarget || target.empty()) {
     throw std::invalid_argument("make and ninja cannot both read this name of a target");
   }
   Dependencies needed(*receipt.body);
   needed.Collect();
   std::vector<ustring> unwritten;
-  std::string rules;
+  std::string rules;  // empty ones, so that make goes on when a path is gone
   stream << *spelledTarget << ':';
+  // Returns false when the path cannot be written.
   const auto write = [&](const std::string& path) {
     const auto spelled = SpellingOf(path);
     if (!spelled) {

@@ -28,7 +28,8 @@ void NameScan::Run(const ScannedQuestion& question, AskedList& list) {
     }
   }
   if (!question.methodFolder.empty()) {
-    for (const std::size_t at : list.FindPositions(question.methodFolder, question.asked, false)) {
+    for (const std::size_t at :
+         list.FindPositions(question.methodFolder, question.asked, /*all=*/false)) {
       LookInMethodFolder(question, at, list.GetPlaces()[at]);
     }
   }
@@ -84,6 +85,7 @@ bool NameScan::LeadsTo(const ScannedQuestion& question, const std::optional<Orde
     const bool isAnswer = answer == each.order;
     // Where more than its presence counts, the file of an answer is checked in any case.
     if (!isAnswer || files == LookupRules::Files::Regular) {
+      // At the answer stood a file that counts, whatever has happened to it since.
       const auto standing = static_cast<std::uint8_t>(isAnswer ? Standing::Counts : each.standing);
       const std::string& name = question.names[std::get<2>(each.order)];
       draft.files.emplace_back(question.number, each.place, draft.AddText(std::string_view(name)),

@@ -33,7 +33,7 @@ class NameScan {
       : draft(receiptDraft), files(countedFiles) {}
 
   /// Adds what it finds to the draft. Also adds the question to the uncertain ones, when what is
-  /// found does not lead to the answer that it was given.
+  /// found does not lead to the answer that the draft has.
   void Run(const ScannedQuestion& question, AskedList& list);
 
  private:

@@ -97,18 +97,18 @@ Lookup Receipt::GetLookup(std::size_t at) const {
 
 EnvironmentOptions Receipt::GetOptions() const {
   const receipts::Path& path = *body->Get().path();
-  const auto read = [this](const auto& texts) {
+  const auto textsOf = [this](const auto& texts) {
     std::vector<ustring> folders;
     folders.reserve(texts.size());
     for (const auto* text : texts) folders.push_back(TextFromBytes(body->TextOf(*text)));
     return folders;
   };
-  EnvironmentOptions options{.folders = read(*path.folders()),
+  EnvironmentOptions options{.folders = textsOf(*path.folders()),
                              .keepDuplicates = path.keep_duplicates(),
-                             .without = read(*path.without()),
-                             .quoteFolders = read(*path.quote_folders())};
+                             .without = textsOf(*path.without()),
+                             .quoteFolders = textsOf(*path.quote_folders())};
   if (path.recursive()) options.expansion = FolderExpansion::Recursive;
-  if (path.packages()->size() > 0) options.packages = read(*path.packages()).front();
+  if (path.packages()->size() > 0) options.packages = textsOf(*path.packages()).front();
   if (path.timeout() >= 0) options.timeout = std::chrono::milliseconds(path.timeout());
   if (const auto folder = body->TextOf(*path.working_folder()); !folder.empty()) {
     options.workingFolder = foundation::storage::vfs::toAbsoluteIRI(u"file", TextFromBytes(folder));

@@ -152,14 +152,14 @@ class ReceiptContentCheck {
     std::uint32_t begin = 0;
     for (const auto* run : *receipt.runs()) {
       if (run->end() <= begin || run->end() > asked.size() || run->list() >= listSizes.size()) {
-        RefuseReceipt("it is not said of which list questions are");
+        RefuseReceipt("it does not say which list a question asks");
       }
       std::uint32_t most = 0;
       for (; begin < run->end(); ++begin) most = std::max(most, asked.Get(begin));
       if (most > listSizes[run->list()]) RefuseReceipt("a list is too short");
     }
     if (begin != asked.size() || begin != receipt.name_ends()->size()) {
-      RefuseReceipt("it has not the same of all questions");
+      RefuseReceipt("it does not say the same about all questions");
     }
   }
 

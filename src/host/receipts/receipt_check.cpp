@@ -18,7 +18,7 @@ namespace Corvane::PathManagement::host {
 
 namespace {
 
-// Of places in one folder: how many are needed to open it for them, and how many one thread takes.
+// How many places in one folder make it worth opening, and how many of them one thread takes.
 constexpr std::uint32_t kFewestNeighbours = 4;
 constexpr std::uint32_t kMostNeighbours = 64;
 

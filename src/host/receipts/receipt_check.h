@@ -23,7 +23,7 @@ class ReceiptCheck {
   /// Whether other folders may be on the path now. If they are, all questions are to be asked
   /// again.
   [[nodiscard]] bool ConcernsPath() const noexcept { return path; }
-  /// Whether the question is to be asked again, whatever the two above say.
+  /// Whether the question is to be asked again for a reason of its own, beside the two above.
   [[nodiscard]] bool Concerns(std::uint32_t question) const;
 
  private:
@@ -39,9 +39,9 @@ class ReceiptCheck {
   const ReceiptBody& body;
   bool all;
   bool path;
-  bool any = false;
+  bool any = false;                         // whether a list or a question has changed
   std::vector<std::uint8_t> changedPlaces;  // of each place: 1 if changed; bytes, for threads
-  std::vector<std::size_t> firstChanged;    // of each list: the position of the first changed place
+  std::vector<std::size_t> firstChanged;    // of each list: the first changed position, or its size
   std::vector<bool> changedQuestions;  // for other reasons than lists; empty when there are none
 };
 

@@ -143,8 +143,8 @@ receipts::Text ReceiptDraft::AddTarget(const receipts::Text& path, const std::st
   return TextOf(path) == target ? path : AddText(std::string_view(target));
 }
 
-/// The paths whose links decide where places lead: the folders that hold them, and the places whose
-/// canonical path is another.
+/// The paths whose links decide where places lead: the folders that hold places, and the places
+/// whose canonical path differs from their own.
 std::set<std::string> ReceiptDraft::FindWays(const std::vector<std::string>& canonical) const {
   std::set<std::string> found;
   for (std::size_t place = 0; place < paths.size(); ++place) {
@@ -218,6 +218,7 @@ std::shared_ptr<const ReceiptBody> ReceiptDraft::Finish(
     listEnds.push_back(static_cast<std::uint32_t>(listed.size()));
   }
   const Written written = WriteQuestions();
+  // An estimate, so the limit is half of what a body may have.
   if (texts.size() + names.size() + places.size() * sizeof(places[0]) +
           (questions.size() + written.exceptions.size()) * sizeof(receipts::Exception) +
           (listed.size() + files.size() + further.size()) * sizeof(receipts::File) >

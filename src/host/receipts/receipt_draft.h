@@ -53,7 +53,7 @@ class ReceiptDraft {
 
   /// Asks the disk about the places that matter, and puts all together; called once. `begun` is
   /// before the first question. A place is certain when its times prove that it has not changed
-  /// since, however coarsely file systems and the kernel keep them.
+  /// since, however coarsely file systems and the kernel keep times.
   ///
   /// Errors: `std::length_error` when the receipt would be too long.
   [[nodiscard]] std::shared_ptr<const ReceiptBody> Finish(

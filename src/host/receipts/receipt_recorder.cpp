@@ -130,7 +130,7 @@ std::uint32_t ReceiptRecorder::State::PlaceOf(const FoundItem& file) {
 
 /// The name of the file in its folder; empty when it is the last part of the name that was asked for.
 receipts::Text ReceiptRecorder::State::FileOf(const FoundItem& file, const Lookup& lookup) {
-  // Then the two are equal; comparing them would take as long as the rest of `Add`.
+  // In this case the two names are equal; comparing them would take as long as the rest of `Add`.
   if (lookup.extensions.empty() && lookup.policy != FilenameMatchingPolicy::IgnoreCase) return {};
   const PathItem& item = *file.GetPathItem();
   const ustring name = item.GetName() + item.GetExtension();
@@ -182,7 +182,7 @@ void ReceiptRecorder::State::NoteLinks(std::uint32_t place, const FolderListing&
     const auto standing =
         LookAtFile(PathBelow(draft.PathOf(place), link.name), LookupRules::Files::Regular);
     if ((standing == Standing::Folder) != (link.target == LinkTarget::Folder)) {
-      draft.pathIsUncertain = true;
+      draft.pathIsUncertain = true;  // the link has changed since it was listed
     }
     draft.files.emplace_back(kNone, place, draft.AddText(std::string_view(link.name)),
                              static_cast<std::uint8_t>(standing));

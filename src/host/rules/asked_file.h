@@ -30,7 +30,7 @@ enum class Standing : std::uint8_t {
 /// Cost: one system call, and a second one where a right decides.
 [[nodiscard]] Standing LookAtFile(const std::string& path, LookupRules::Files files);
 
-/// As above, of an open file; `O_PATH` is enough.
+/// The same for an open file; `O_PATH` is enough.
 [[nodiscard]] Standing LookAtFile(int descriptor, LookupRules::Files files);
 
 /// Whether a link stands at `path` that leads nowhere.

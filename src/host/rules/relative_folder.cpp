@@ -18,7 +18,7 @@ using Match = RelativeFolder::Match;
 constexpr unsigned kMostSingleLooks = 8;
 constexpr std::size_t kFewRoots = 8;  // listing them with several threads would not pay
 
-// What a record holds for an answer without a file: none counts, or the search ended before one.
+// What a record holds for an answer without a file: no file counts, or the search ended first.
 const Match& NoMatch() {
   static const Match none{0, FoundItem(nullptr, nullptr)};
   return none;
@@ -84,6 +84,7 @@ void RelativeFolder::List() {
   const auto list = [&](std::size_t root) {
     if (!StateOf(*roots.GetFolders()[root]).IsGivenUp()) StateOf(*entries[root]).List();
   };
+  // Makes the entries, before several threads use them.
   for (std::size_t root = 0; root < roots.size(); ++root) static_cast<void>(EntryOf(root));
   if (roots.size() > kFewRoots) {
     ForEachInParallel(roots.size(), list);

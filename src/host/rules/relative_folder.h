@@ -77,7 +77,7 @@ class RelativeFolder {
  private:
   /// A name that some root lists, or that has been asked for before there was a table.
   struct Record {
-    std::size_t firstRoot;
+    std::size_t firstRoot;                       // no root before it need be asked
     std::atomic<const Match*> answer = nullptr;  // null until it is known
 
     explicit Record(std::size_t root) : firstRoot(root) {}

@@ -47,6 +47,7 @@ RelativeFolder& RelativeLookup::FolderNamed(std::string_view name) {
   return known == nullptr ? Add(name) : *known;
 }
 
+/// Null when there is none. The loop ends at an empty slot: no table is ever full.
 RelativeFolder* RelativeLookup::Find(const Table& table, std::string_view name) {
   for (std::size_t at = HashOf(name);; ++at) {
     RelativeFolder* const folder = table.slots[at & table.mask].load(std::memory_order_acquire);

@@ -119,14 +119,14 @@ bool RuledPath::IsThatFile(const ustring& name) const {
 boost::optional<FoundItem> RuledPath::Find(const Target& target, const Asker& asker) const {
   const bool asksThePath = !asker.from && !asker.after && !view->HidesFolders();
   if (asksThePath && !IsThatFile(target.GetName())) return FindAtOnce(target);
-  const auto files = FindFiles(target, asker, true);
+  const auto files = FindFiles(target, asker, /*firstOnly=*/true);
   if (!files.empty()) return files.front();
   hasMissed->store(true, std::memory_order_relaxed);
   return boost::none;
 }
 
 std::vector<FoundItem> RuledPath::FindAll(const Target& target, const Asker& asker) const {
-  return FindFiles(target, asker, false);
+  return FindFiles(target, asker, /*firstOnly=*/false);
 }
 
 /// The answer to a question that concerns the path alone. Of several names, the one that is found
@@ -141,8 +141,8 @@ boost::optional<FoundItem> RuledPath::FindAtOnce(const Target& target) const {
       best = answer.match;
     }
   });
-  if (ended && best != nullptr) {  // only asking in order shows which of the two comes first
-    const auto files = FindFiles(target, {}, true);
+  if (ended && best != nullptr) {  // only asking in order shows which comes first: file or end
+    const auto files = FindFiles(target, {}, /*firstOnly=*/true);
     if (!files.empty()) return files.front();
   } else if (best != nullptr) {
     return best->file;
@@ -194,8 +194,11 @@ std::vector<RuledPath::Place> RuledPath::FindPlaces(const Target& target,
   if (IsThatFile(target.GetName())) return {PlaceOfFile(target.GetName())};
   std::vector<Place> places;
   if (asker.from && !asker.after && rules.separator == Separator::FileBelow) {
-    places.push_back({CreateMainFolder(*asker.from, nullptr), false, everywhere.get(), 0,
-                      BelowRoot(*asker.from)});
+    places.push_back({.folder = CreateMainFolder(*asker.from, nullptr),
+                      .isOnPath = false,
+                      .lookup = everywhere.get(),
+                      .root = 0,
+                      .before = BelowRoot(*asker.from)});
   }
   if (asker.from || asker.after) AddPlaces(*quoted, places);
   AddPlaces(*onPath, places);
@@ -214,14 +217,18 @@ RuledPath::Place RuledPath::PlaceOfFile(const ustring& name) const {
   if (!name.starts_with(u'/')) before = BelowRoot(workingFolder.Locate(u"."));
   const std::string bytes = BytesFromText(name).value_or("");
   const std::string path = before + std::string(Trimmed(bytes));
-  return {everywhere->GetRoots().CreateFolder(0, path.substr(0, path.rfind('/') + 1)), false,
-          everywhere.get(), 0, std::move(before)};
+  return {.folder = everywhere->GetRoots().CreateFolder(0, path.substr(0, path.rfind('/') + 1)),
+          .isOnPath = false,
+          .lookup = everywhere.get(),
+          .root = 0,
+          .before = std::move(before)};
 }
 
 void RuledPath::AddPlaces(RelativeLookup& lookup, std::vector<Place>& places) {
   const auto& folders = lookup.GetRoots().GetFolders();
   for (std::size_t root = 0; root < folders.size(); ++root) {
-    places.push_back({folders[root], true, &lookup, root, {}});
+    places.push_back(
+        {.folder = folders[root], .isOnPath = true, .lookup = &lookup, .root = root, .before = {}});
   }
 }
 

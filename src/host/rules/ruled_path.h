@@ -40,7 +40,7 @@ class RuledPath {
   /// A folder in which the names of a question are looked for.
   struct Place {
     std::shared_ptr<const FolderEntry> folder;
-    bool isOnPath;  // or a quote folder; if not, it is the asker's or that of the file named
+    bool isOnPath;  // true for quote folders too; false for the asker's or that of a named file
     RelativeLookup* lookup;
     std::size_t root;    // of lookup
     std::string before;  // put in front of a name, to make it relative to the root

@@ -62,7 +62,7 @@ bool WalkTrees(const RuledPath& path, const std::function<bool(const TreeFolder&
 
 void WalkMerged(const RuledPath& path, bool sharedOnly,
                 const std::function<void(const MergedFolder&)>& visit) {
-  std::vector<MergedFolder> level = {{{}, FindRoots(path)}};
+  std::vector<MergedFolder> level = {{.name = {}, .folders = FindRoots(path)}};
   const auto& roots = level.front().folders;
   ForEachInParallel(roots.size(), [&](std::size_t at) { StateOf(*roots[at].entry).List(); });
   while (!level.empty()) {

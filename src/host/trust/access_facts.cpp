@@ -91,7 +91,7 @@ AccessList ReadAccessList(const Descriptor& object, const Descriptor& folder,
   });
   if (!bytes && errno == ENOENT) bytes = ReadOnceMore(object, folder, name, facts);
   if (bytes) return ParseAccessList(*bytes);
-  // There is none, or the file system has no lists.
+  // ENODATA: there is no list. EOPNOTSUPP: the file system has no lists.
   if (errno != ENODATA && errno != EOPNOTSUPP) error = {errno, std::generic_category()};
   return {};
 }
@@ -127,8 +127,8 @@ AccessFacts ReadAccessFacts(const Descriptor& object, const Descriptor& folder,
                        .device = status.st_dev,
                        .inode = status.st_ino,
                        .isNullDevice = S_ISCHR(status.st_mode) && status.st_rdev == makedev(1, 3)};
-  // With a list, the rights of the group are the most that any entry grants. The kernel asks the
-  // list only when there are any.
+  // With a list, the group's rights in the mode are the most that any entry grants. Without any,
+  // the kernel does not ask the list.
   const bool mayHaveList = S_ISDIR(facts.mode) || S_ISREG(facts.mode);
   if (mayHaveList && (facts.mode & S_IRWXG) != 0) {
     facts.list = ReadAccessList(object, folder, name, facts, error);

@@ -54,7 +54,7 @@ class Accounts {
  private:
   struct Group {
     std::string name;
-    std::set<std::string> members;  // without users who have it as their primary group alone
+    std::set<std::string> members;  // without those who are in it by their primary group alone
   };
 
   void KnowUser(uid_t user);

@@ -23,7 +23,7 @@ bool AreAlike(const Intruder& one, const Intruder& other) {
   return one.kind == other.kind && one.name == other.name;
 }
 
-/// Adds those of `more` that `known` lacks; of a group, those members.
+/// Adds those of `more` that `known` lacks; of a group in both, the members that `known` lacks.
 void Merge(const std::vector<Intruder>& more, std::vector<Intruder>& known) {
   for (const Intruder& added : more) {
     const auto same = std::find_if(known.begin(), known.end(),

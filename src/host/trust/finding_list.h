@@ -44,7 +44,8 @@ class FindingList {
   };
 
   ustring part;
-  std::map<std::pair<TrustKind, std::string>, std::size_t> inPart;  // by kind and object: an index
+  // By kind and object: an index in all.
+  std::map<std::pair<TrustKind, std::string>, std::size_t> inPart;
   std::vector<Gathered> all;
 };
 

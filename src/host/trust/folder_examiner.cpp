@@ -80,7 +80,7 @@ void FolderExaminer::ReportFoundThroughLoops() {
     const bool isFound = std::any_of(file.way.begin(), file.way.end(), [&](const Identity& each) {
       return std::find(loops.begin(), loops.end(), each) != loops.end();
     });
-    if (isFound) report.ReportFile(file.step, file.folder, file.counts, {});
+    if (isFound) report.ReportFile(file.step, file.folder, file.counts, /*scopes=*/{});
   }
   loops.clear();
 }
@@ -163,8 +163,9 @@ bool FolderExaminer::Descends() const noexcept {
   return !rules.foldersHaveMeaning && rules.separator == LookupRules::Separator::FileBelow;
 }
 
-/// Where names are searched below folders, has the folder `name` in `above` examined next, or notes
-/// that a link leads back to it. `in` is `above` as a walk reached it.
+/// Where names are searched below folders, has the folder `name` in `above` examined next. If it is
+/// one of the folders that led there, notes it as a loop instead. `in` is `above` as a walk reached
+/// it.
 void FolderExaminer::AddBelow(const SearchedFolder& above, const std::string& name,
                               const PassedFolder& in, const Identity& identity) {
   if (!Descends()) return;

@@ -20,7 +20,7 @@ struct SearchedFolder {
   using Identity = std::pair<dev_t, ino_t>;
 
   std::string path;
-  std::string prefix = {};         // that the names of its files begin with: "", or ends in "/"
+  std::string prefix = {};         // in front of the names of its files: "", or ends in "/"
   bool holdsFiles = true;          // otherwise only special folders in it are searched
   std::vector<Identity> way = {};  // the folders of its tree that led to it, the top first
 };
@@ -74,7 +74,7 @@ class FolderExaminer {
   struct HiddenFile {
     PathStep step;
     std::string folder;
-    bool counts = false;
+    bool counts = false;        // by the lookup rules
     std::vector<Identity> way;  // the folders of its tree that led to the file, the top first
   };
 

@@ -27,13 +27,13 @@ class IntruderSearch {
   /// Precondition: `knownAccounts` outlives this object.
   explicit IntruderSearch(Accounts& knownAccounts) : accounts(knownAccounts) {}
 
-  /// Who can make names in `folder`: owners are those of the folder.
+  /// Who can make names in `folder`; the result's `owners` are those of the folder.
   [[nodiscard]] Intruders FindCreators(const PassedFolder& folder) const;
   /// Who can rename or remove `object`, which stands in `folder`, and put something else in its
-  /// place: owners are those of the folder.
+  /// place; the result's `owners` are those of the folder.
   [[nodiscard]] Intruders FindReplacers(const PassedFolder& folder,
                                         const AccessFacts& object) const;
-  /// Who can write to `file`, which stands in `folder`: owners are those of the file.
+  /// Who can write to `file`, which stands in `folder`; the result's `owners` are the file's.
   [[nodiscard]] Intruders FindWriters(const PassedFolder& folder, const AccessFacts& file) const;
 
  private:

@@ -57,7 +57,9 @@ OpenedFile::OpenedFile(const FoundItem& item, LookupRules::Files files) {
   const std::size_t folderEnd = path.rfind('/');
   std::string folder = path.substr(0, std::max<std::size_t>(folderEnd, 1));  // "/" is the root
   WalkedPath toFolder = WalkPath(folder);
-  if (toFolder.end == nullptr) throw PathError(toFolder.error.value(), "cannot open", path);
+  if (toFolder.end == nullptr) {
+    throw PathError(toFolder.error ? toFolder.error.value() : ENOTDIR, "cannot open", path);
+  }
   WalkedPath toFile = WalkPath(toFolder.end, toFolder.object, path.substr(folderEnd + 1));
   if (toFile.error) throw PathError(toFile.error.value(), "cannot open", path);
   // The file is looked at before it is opened: opening a device may already have an effect.
@@ -89,10 +91,11 @@ std::vector<TrustFinding> OpenedFile::ExamineTrust(const TrustLookup& lookup) co
   Accounts accounts(lookup.user.value_or(geteuid()));
   FindingList findings;
   StepReport report(accounts, findings);
+  // Without scopes, since the findings are about this file, not about names.
   report.ReportSteps(state->toFolder.steps, state->folder, {});
   report.ReportFolder(*state->toFolder.end, state->folder, {}, {});
   report.ReportSteps(state->toFile.steps, state->folder, {});
-  report.ReportFile(state->toFile.steps.back(), state->folder, true, {});
+  report.ReportFile(state->toFile.steps.back(), state->folder, /*counts=*/true, {});
   return std::move(findings).Take({});
 }
 

@@ -19,15 +19,15 @@ using foundation::storage::vfs::detail::LinkWalk;
 using foundation::storage::vfs::detail::ReadLink;
 
 constexpr std::size_t kMostLevels = PATH_MAX / 2;
-constexpr int kLookAlone = O_PATH | O_NOFOLLOW | O_CLOEXEC;
+constexpr int kPathAlone = O_PATH | O_NOFOLLOW | O_CLOEXEC;
 
 std::error_code LastError() { return {errno, std::generic_category()}; }
 
 Descriptor OpenName(const Descriptor& folder, const std::string& name) {
   // As a folder first: that makes the system mount a file system that is mounted on demand.
-  Descriptor opened(openat(folder.Get(), name.c_str(), kLookAlone | O_DIRECTORY));
+  Descriptor opened(openat(folder.Get(), name.c_str(), kPathAlone | O_DIRECTORY));
   if (opened.IsOpen() || errno != ENOTDIR) return opened;
-  return Descriptor(openat(folder.Get(), name.c_str(), kLookAlone));
+  return Descriptor(openat(folder.Get(), name.c_str(), kPathAlone));
 }
 
 class Walker {
@@ -46,7 +46,7 @@ class Walker {
 
  private:
   void StartAtRoot() {
-    current = Descriptor(open("/", kLookAlone | O_DIRECTORY));
+    current = Descriptor(open("/", kPathAlone | O_DIRECTORY));
     if (!current.IsOpen()) {
       walked.error = LastError();
       return;
@@ -72,8 +72,9 @@ class Walker {
     if (S_ISLNK(facts.mode)) {
       Follow(object);
     } else if (S_ISDIR(facts.mode)) {
-      if (folder->level == kMostLevels)
+      if (folder->level == kMostLevels) {  // the error ends the walk after this folder
         walked.error = std::make_error_code(std::errc::filename_too_long);
+      }
       folder = std::make_shared<const PassedFolder>(
           PassedFolder{folder, walk.GetPath(), facts, folder->level + 1});
       current = std::move(object);
@@ -97,7 +98,7 @@ class Walker {
   /// meanwhile. When that fails, sets the error and returns false.
   bool GoUpTo(std::string_view path) {
     while (folder->path != path) {
-      current = Descriptor(openat(current.Get(), "..", kLookAlone | O_DIRECTORY));
+      current = Descriptor(openat(current.Get(), "..", kPathAlone | O_DIRECTORY));
       struct stat status = {};
       if (!current.IsOpen() || fstat(current.Get(), &status) != 0) {
         walked.error = LastError();

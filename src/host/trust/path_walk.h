@@ -53,8 +53,8 @@ struct WalkedPath {
 /// folder opened before it, and each link is followed by its text. So `steps` describe the very
 /// objects by which the end was reached, whatever is renamed meanwhile.
 ///
-/// Errors: `WalkedPath::error`. A folder with more than 2,048 folders above it is too deep: no path
-/// that the kernel takes at once names it.
+/// Errors: `WalkedPath::error`. A folder with more than 2,048 folders above it is too deep: its
+/// path is longer than any that the kernel takes at once.
 /// Cost: about three system calls for each name. Holds three descriptors at most.
 [[nodiscard]] WalkedPath WalkPath(std::string_view path);
 

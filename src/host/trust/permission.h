@@ -14,7 +14,7 @@ enum class Capacity : std::uint8_t { Owner, NamedUser, Group, Others };
 
 struct Permission {
   Capacity capacity = Capacity::Others;
-  gid_t group = 0;  // by which the user has the right; of capacity Group alone
+  gid_t group = 0;  // by which the user has the right; set for capacity Group alone
 };
 
 /// Somebody whose permissions are in question.

@@ -49,6 +49,7 @@ ustring GetText(const Intruder& intruder) {
       break;
   }
   ustring text = u"group " + intruder.name;
+  if (intruder.members.empty()) return text;
   const char16_t* separator = u" (";
   for (const ustring& member : intruder.members) {
     text += separator + member;

@@ -46,7 +46,7 @@ void ExamineSpecialFolders(const PathView& view, const Folder& top, FolderExamin
     prefixes.resize(depth);
     prefixes.push_back(depth == 0 ? "" : prefixes.back() + NameInFront(*folder));
     const auto path = NativeBytes(folder->GetAbsoluteIRI());
-    if (!path || view.FindHider(*folder) != nullptr) return false;
+    if (!path || view.FindHider(*folder) != nullptr) return false;  // the walk goes on
     const bool holdsFiles = folder->GetPathEntryType() != PathEntryType::ResourcesFolder;
     examiner.Examine({*path, prefixes.back(), holdsFiles});
     return false;
@@ -86,7 +86,7 @@ TrustReport ExamineTrustOf(const PathView& view, const RuledPath* ruled, const L
   Accounts accounts(lookup.user.value_or(geteuid()));
   // Folders that only names in quotes are searched in come first. They have an examiner of their
   // own, since they hide nothing from other names.
-  FolderExaminer quoted(rules, accounts, 0);
+  FolderExaminer quoted(rules, accounts, /*firstNumber=*/0);
   for (const Folder& folder : ruled == nullptr ? FolderEntries() : ruled->GetQuoteFolders()) {
     quoted.BeginPart(GetStringFromIRI(folder->GetAbsoluteIRI()));
     ExamineTree(*folder, quoted);
