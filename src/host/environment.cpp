@@ -48,13 +48,14 @@ PathEntries Expand(const AbsoluteIRI& folder, FolderExpansion expansion,
   return {tree.begin(), tree.end()};
 }
 
-/// A part of the path in a form that `WorkingFolder` reads as the rules do; empty when the rules
+/// A part of the path in a form that `WorkingFolder` reads as the rules do; no value when the rules
 /// leave the part out.
 std::optional<ustring> FolderTextOf(const ustring& part, const LookupRules& rules) {
   if (part.empty() && rules.emptyPart == LookupRules::EmptyPart::WorkingFolder) return u".";
   if (part.empty() && !rules.foldersHaveMeaning) return std::nullopt;
-  const bool isExpanded = part.starts_with(u'~') || foundation::storage::vfs::hasIRIPrefix(part);
-  return isExpanded && !rules.expandsParts ? u"./" + part : part;
+  const bool wouldBeExpanded =
+      part.starts_with(u'~') || foundation::storage::vfs::hasIRIPrefix(part);
+  return wouldBeExpanded && !rules.expandsParts ? u"./" + part : part;
 }
 
 GivenFolders Locate(const WorkingFolder& workingFolder, const EnvironmentOptions& options,
@@ -82,7 +83,7 @@ GivenFolders LocateAll(const WorkingFolder& workingFolder, const EnvironmentOpti
                             options.timeout);
 }
 
-/// Null for the rules of the environment.
+/// The path by the rules of `options`; null for the environment's own rules, which `view` follows.
 std::shared_ptr<const RuledPath> ApplyRules(const WorkingFolder& workingFolder,
                                             const EnvironmentOptions& options,
                                             const std::shared_ptr<const PathView>& view) {
@@ -114,7 +115,7 @@ AbsoluteIRI LocateAsker(const PathView& view, const WorkingFolder& workingFolder
   }
 }
 
-/// Who asks, where folders have no meaning.
+/// Who asks, on a path where folders have no meaning.
 RuledPath::Asker AskerByRules(const WorkingFolder& workingFolder, const Lookup& lookup) {
   const auto locate = [&](const std::optional<AnyText>& text) {
     std::optional<AbsoluteIRI> folder;
@@ -147,7 +148,8 @@ Environment::Environment(const EnvironmentOptions& given)
       packages(ReadPackages(given.packages, workingFolder)),
       view(std::make_shared<const PathView>(
           LocateAll(workingFolder, given, packages.get()),
-          Locate(workingFolder, {.folders = given.without, .timeout = given.timeout}, nullptr),
+          Locate(workingFolder, {.folders = given.without, .timeout = given.timeout},
+                 /*source=*/nullptr),
           given.expansion, given.keepDuplicates || !given.rules.dropsRepeats)),
       ruled(ApplyRules(workingFolder, given, view)) {}
 
@@ -186,9 +188,9 @@ boost::optional<FoundItem> Environment::FindNamed(std::u16string_view name) cons
 
 boost::optional<FoundItem> Environment::Find(Lookup lookup) const {
   boost::optional<FoundItem> found;
-  const bool isName = ruled == nullptr && lookup.extensions.empty() && !lookup.fromFolder &&
-                      lookup.policy != FilenameMatchingPolicy::IgnoreCase;
-  if (!isName || !view->FindIndexed(lookup.name, found)) found = FindAsAsked(std::move(lookup));
+  const bool isBareName = ruled == nullptr && lookup.extensions.empty() && !lookup.fromFolder &&
+                          lookup.policy != FilenameMatchingPolicy::IgnoreCase;
+  if (!isBareName || !view->FindIndexed(lookup.name, found)) found = FindAsAsked(std::move(lookup));
   return found;
 }
 

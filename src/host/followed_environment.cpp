@@ -53,8 +53,9 @@ class FollowedEnvironment::State {
   [[nodiscard]] bool WatchesAll() const noexcept { return watches.GetPolled().empty(); }
 
  private:
-  /// Opens the environment, once more while folders are watched for the first time: these may have
-  /// changed after they were read. In a tree that never comes to rest, the next `Update` goes on.
+  /// Opens the environment, and opens it again as long as there are folders that were not watched
+  /// before: these may have changed after they were read. In a tree that never comes to rest, the
+  /// next `Update` goes on.
   void Renew() {
     constexpr int kMostRounds = 4;
     isOutdated = true;
@@ -64,8 +65,8 @@ class FollowedEnvironment::State {
     }
   }
 
-  /// Has folders that are not on the path, such as those of code that asks, looked at anew: any
-  /// folder may be asked from, so not all of them are watched.
+  /// Makes the next look-ups read folders that are not on the path anew, such as those of code that
+  /// asks: any folder may be asked from, so not all of them are watched.
   void ForgetOtherFolders() {
     auto& ruled = opened.environment.ruled;
     if (ruled != nullptr) ruled = ruled->WithOthersAnew();

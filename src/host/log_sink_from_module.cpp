@@ -3,7 +3,7 @@
 
 namespace Corvane::PathManagement::host {
 
-// In the library: calls the function of the same name in the module, which does the work.
+// The library has this one, which calls the function of the same name in the module.
 extern "C" MakeLogSink SearchpathLogSink() {
   static const auto loaded = reinterpret_cast<decltype(&SearchpathLogSink)>(
       PathManagement::detail::FindInModule("log_sink.so", "SearchpathLogSink"))();

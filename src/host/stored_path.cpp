@@ -29,7 +29,7 @@ using fl::filesystem::detail::NativeBytes;
 using fl::filesystem::detail::PathError;
 using fl::filesystem::detail::WithoutInterruption;
 
-/// A folder of the file: as it is written there, and where it is.
+/// A folder that the file lists: as it is written there, and where it is.
 struct Line {
   ustring text;
   AbsoluteIRI location;
@@ -50,7 +50,7 @@ Line LocateLine(const ustring& text, std::size_t number, const std::string& file
                                    BytesFromText(text).value_or("") + '"');
 }
 
-/// The folders in the file; empty when it does not exist.
+/// The folders in the file; no value when it does not exist.
 std::optional<std::vector<Line>> ReadLines(const std::string& file) {
   std::error_code error;
   const auto status = std::filesystem::status(file, error);
@@ -77,8 +77,8 @@ StoredPath::Folders LocationsOf(const std::vector<Line>& lines) {
 /// The line to write for `folder`.
 std::string TextOf(const AbsoluteIRI& folder) {
   const ustring path = GetStringFromIRI(folder);
-  const bool isALine = path.find(u'\n') == path.npos;
-  return BytesFromText(isALine ? path : folder.toString()).value_or("");
+  const bool fitsOnALine = path.find(u'\n') == path.npos;
+  return BytesFromText(fitsOnALine ? path : folder.toString()).value_or("");
 }
 
 /// Keeps others from changing the file as long as the descriptor is open.
@@ -97,7 +97,7 @@ std::string ResolveAndMakeFolders(const fl::filesystem::path& file) {
   // Made absolute first, since a name alone has no parent folder to make.
   std::filesystem::path real =
       std::filesystem::weakly_canonical(std::filesystem::absolute(NativeBytes(file.native())));
-  // That stops at a link to what does not exist yet.
+  // `weakly_canonical` stops at a link to what does not exist yet.
   constexpr int kMostLinks = 40;  // the limit of the kernel
   for (int links = 0; std::filesystem::is_symlink(real); ++links) {
     if (links == kMostLinks) throw PathError(ELOOP, "cannot resolve", real.native());
@@ -108,7 +108,7 @@ std::string ResolveAndMakeFolders(const fl::filesystem::path& file) {
   return real;
 }
 
-/// The value of an environment variable; empty unless it is an absolute path.
+/// The value of an environment variable; no value unless it is an absolute path.
 std::optional<std::string> AbsoluteFrom(const char* variable) {
   const char* const value = std::getenv(variable);
   if (value == nullptr || *value != '/') return std::nullopt;
@@ -141,7 +141,7 @@ void StoredPath::Change(const std::function<Folders(const Folders&)>& change) co
   const Folders before = LocationsOf(lines);
   const Folders after = change(before);
   if (after == before) return;
-  boost::unordered_flat_map<AbsoluteIRI, std::string, HeldHash> texts;
+  boost::unordered_flat_map<AbsoluteIRI, std::string, HeldHash> texts;  // as written so far
   for (const Line& line : lines) {
     texts.try_emplace(line.location, BytesFromText(line.text).value_or(""));
   }

@@ -69,7 +69,7 @@ const char* FindProblemText(const IPathEntry& folder) {
   const auto* const onDisk = dynamic_cast<const FolderEntry*>(&folder);
   if (onDisk == nullptr || onDisk->GetItemCount() != 0) return nullptr;
   const ustring path = GetStringFromIRI(folder.GetAbsoluteIRI());
-  // Those of the folder itself: its problems include those of links in it.
+  // Only one of the folder itself: `GetProblems` includes those of links in it.
   for (const FolderProblem& problem : onDisk->GetProblems()) {
     if (problem.folder == path) return problem.GetText();
   }

@@ -48,7 +48,7 @@ struct Burst {
 struct Requests {
   WakeUp wakeUp;
   std::atomic<bool> checkPath = false;  // the path has changed: watch its folders if they differ
-  std::atomic<bool> scanAgain = false;
+  std::atomic<bool> scanAgain = false;  // report all folders as changed
   std::atomic<bool> end = false;
 
   void Make(std::atomic<bool>& request) const noexcept {
@@ -57,7 +57,7 @@ struct Requests {
   }
 };
 
-/// All folders of the path; empty when some have not been listed.
+/// All folders of the path; no value when some have not been listed.
 std::optional<std::vector<AbsoluteIRI>> LocationsOf(const FolderPath& path) {
   std::vector<AbsoluteIRI> locations;
   for (const auto& mainFolder : path.GetMainFolders()) {
@@ -171,7 +171,7 @@ class DiskFeed::State {
     if (folderPoll.IsEmpty() || Clock::now() < pollTime) return;
     const auto changed = folderPoll.Poll();
     pollTime = Clock::now() + options.pollInterval;
-    AddToBurst(changed, !changed.empty(), false);
+    AddToBurst(changed, /*mayLeadElsewhere=*/!changed.empty(), /*isIncomplete=*/false);
   }
 
   /// Watches what is on the path now, each folder before it is listed. In the first round, a folder
@@ -196,7 +196,7 @@ class DiskFeed::State {
     watches.End();
     SetPolled(watches.GetPolled());
     watchedFolders = LocationsOf(*path);
-    AddToBurst(doubtful, false, false);
+    AddToBurst(doubtful, /*mayLeadElsewhere=*/false, /*isIncomplete=*/false);
   }
 
   /// Returns whether `folder` must be reported.

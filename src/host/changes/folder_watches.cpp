@@ -149,6 +149,7 @@ FolderWatches::Route FolderWatches::Follow(const AbsoluteIRI& location) {
     if (watched != nullptr) watched->leading.insert(route.name);
     const Seen& here = LookAt(walk.GetPath());
     if (watched == nullptr || here.isUnknown) route.isWatched = false;
+    // Nothing is there, or the links go in circles.
     if (!here.exists || (here.linkTarget && !walk.Follow(*here.linkTarget))) return route;
   }
   route.destination = walk.GetPath().empty() ? "/" : walk.GetPath();

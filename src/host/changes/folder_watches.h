@@ -29,7 +29,7 @@ class FolderWatches {
   enum class Comparison : std::uint8_t {
     Same,   ///< the same folder, watched all the time; or still no folder
     New,    ///< the previous round did not have this location
-    Other,  ///< another folder or watch, or the first one there, or none any more
+    Other,  ///< another folder or watch; also a folder that has come or gone
   };
 
   /// What has changed since the previous report.
@@ -39,7 +39,7 @@ class FolderWatches {
     std::vector<AbsoluteIRI> changed;
     bool mayLeadElsewhere = false;   // locations may lead to other folders: a round is needed
     bool isIncomplete = false;       // the kernel dropped events
-    bool hasNewPermissions = false;  // of a watched file, or of something in a watched folder
+    bool hasNewPermissions = false;  // a watched file has, or something in a watched folder
   };
 
   /// With `watchesNothing` every location has to be polled.
@@ -96,6 +96,7 @@ class FolderWatches {
   [[nodiscard]] Watched* WatchOnRoute(const std::string& folder);
   [[nodiscard]] Route Follow(const AbsoluteIRI& location);
   [[nodiscard]] const Seen& LookAt(const std::string& path);
+  /// Stores where `location` leads in this round, and compares that with the previous round.
   [[nodiscard]] Comparison Record(const AbsoluteIRI& location, Destination destination);
   void AddTo(Report& report, const inotify_event& event, const char* name) const;
 

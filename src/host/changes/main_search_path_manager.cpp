@@ -22,10 +22,10 @@ namespace {
 using ComparisonFilter = PathEntryVectorDifferentiator::ComparisonFilter;
 using Packages = std::vector<KnownPackage>;
 
-/// The path, from one change to the next, and what is derived from it.
+/// The path as a change has left it, and what is derived from it.
 struct Version {
   std::shared_ptr<const FolderPath> path;
-  std::shared_ptr<const std::vector<AbsoluteIRI>> locations;
+  std::shared_ptr<const std::vector<AbsoluteIRI>> locations;  // of the main folders
   std::shared_ptr<const Packages> knownPackages;
   std::shared_ptr<const std::vector<ComponentIdentifier>> packages;  // known ones on the path
 };

@@ -26,13 +26,13 @@ using Folder = std::shared_ptr<const FolderEntry>;
 
 enum Side : std::uint8_t { Before, After };
 
-/// A file of a path, by its numbers.
+/// Where a file stands on a path.
 struct File {
-  std::uint32_t folder;  // of the path's main folders
-  std::uint32_t index;   // of the folder's files
+  std::uint32_t folder;  // its index among the path's main folders
+  std::uint32_t index;   // among the folder's files
 };
 
-/// The names that may have changed, each with the first file of that name on either path.
+/// The names that may have changed their meaning, each with its first file on each path.
 class NameTable {
  public:
   /// Precondition: the folders have been listed.

@@ -103,7 +103,7 @@ class Differences {
 
   Positions positionsBefore;
   Positions positionsAfter;
-  std::vector<std::pair<Positions::Position, FolderDifference>> found;  // by position on a path
+  std::vector<std::pair<Positions::Position, FolderDifference>> found;  // each with its position
 };
 
 }  // namespace

@@ -21,6 +21,7 @@ using Folder = std::shared_ptr<const FolderEntry>;
 
 bool AreSameFolder(const FolderEntry& left, const FolderEntry& right) {
   const AbsoluteIRI folder = left.GetCanonicalAbsoluteIRI();
+  // Canonical IRIs would be compared by more than the folder.
   return folder == static_cast<const AbsoluteIRI&>(right.GetCanonicalAbsoluteIRI());
 }
 
@@ -112,6 +113,7 @@ class Counterparts {
   template <class KeyOf>
   Counterparts(FolderEntries allFolders, const KeyOf& keyOf) : folders(std::move(allFolders)) {
     next.resize(folders.size());
+    // From the back, so that in the end each key has its first entry in `firsts`.
     for (std::size_t at = folders.size(); at-- > 0;) {
       const auto [first, isNew] = firsts.try_emplace(keyOf(*folders[at]), at);
       if (!isNew) next[at] = std::exchange(first->second, at);
@@ -184,7 +186,7 @@ FolderEntries RefreshFolders(const FolderEntries& oldFolders, const ChangedFolde
 
 FolderEntries ShareUnchangedFolders(const FolderEntries& folders, const FolderEntries& oldFolders) {
   FolderEntries shared = folders;
-  FolderEntries old;
+  FolderEntries old;  // for each of `folders`: its counterpart; null when there is none
   Counterparts sameLocation(oldFolders, LocationOf);
   for (const Folder& folder : folders) old.push_back(sameLocation.Take(LocationOf(*folder)));
   Counterparts sameFolder(sameLocation.TakeRest(), IdentityOf);

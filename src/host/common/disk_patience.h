@@ -23,6 +23,7 @@ class DiskPatience {
   /// Waits up to `longest` for each answer. Without a limit, asks on the calling thread and waits
   /// as long as it takes.
   explicit DiskPatience(Limit longest = {}) : limit(longest) {
+    // A longer limit would overflow when it is added to a time.
     constexpr std::chrono::milliseconds forever = std::chrono::years(1);
     if (limit) limit = std::clamp(*limit, std::chrono::milliseconds(0), forever);
   }

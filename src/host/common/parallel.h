@@ -104,7 +104,11 @@ bool AnyInParallel(std::size_t count, const Stop& stop,
 template <class Work>
 void ForEachInParallel(std::size_t count, const Work& work,
                        std::size_t threads = std::thread::hardware_concurrency()) {
-  AnyInParallel(count, [&work](std::size_t index) { return work(index), false; }, threads);
+  const auto workOn = [&work](std::size_t index) {
+    work(index);
+    return false;
+  };
+  AnyInParallel(count, workOn, threads);
 }
 
 }  // namespace Corvane::PathManagement::host

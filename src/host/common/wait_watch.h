@@ -8,8 +8,8 @@
 
 namespace Corvane::PathManagement::host {
 
-/// Notices when the thread that made it has to wait for the disk. Then more threads get more done:
-/// a disk that takes long over one question mostly answers several at once.
+/// Notices when its thread, the one that made it, has to wait for the disk. Then more threads get
+/// more done: a disk that takes long over one question mostly answers several at once.
 class WaitWatch {
  public:
   /// Whether two milliseconds or more have gone by since the last call, and this thread has waited.

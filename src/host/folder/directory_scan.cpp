@@ -118,7 +118,7 @@ Pass ReadFolder(const std::string& path) {
 }
 
 FolderListing ListingOf(Pass pass) {
-  for (const std::string& folder : pass.folders) AddFolder(pass.listing, folder, false);
+  for (const std::string& folder : pass.folders) AddFolder(pass.listing, folder, /*isLink=*/false);
   AddLinked(pass.listing);
   pass.listing.files.ShrinkToFit();
   return std::move(pass.listing);
@@ -173,7 +173,7 @@ bool IsDots(const char* name) noexcept {
 }
 
 void AddSubfolder(FolderListing& listing, std::string_view name) {
-  AddFolder(listing, name, false);
+  AddFolder(listing, name, /*isLink=*/false);
 }
 
 void AskLinks(const std::string& path, FolderListing& listing, DiskPatience& patience) {
@@ -193,7 +193,7 @@ void AddLinked(FolderListing& listing) {
     if (link.target == LinkTarget::File) listing.files.Add(link.name);
     // A folder whose type the file system does not report counts as behind a link, too. Its
     // location is then resolved, which takes time but changes nothing.
-    if (link.target == LinkTarget::Folder) AddFolder(listing, link.name, true);
+    if (link.target == LinkTarget::Folder) AddFolder(listing, link.name, /*isLink=*/true);
   }
   SortFolders(listing.specialFolders);
   SortFolders(listing.ordinaryFolders);

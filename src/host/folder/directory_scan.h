@@ -20,7 +20,7 @@ namespace Corvane::PathManagement::host {
 /// holds what was read.
 [[nodiscard]] FolderListing ListFolder(const AbsoluteIRI& location, DiskPatience& patience);
 
-// The next three complete a listing that does not come from the disk.
+// The next three functions complete a listing that does not come from the disk.
 
 /// Adds a subfolder that is not behind a link.
 void AddSubfolder(FolderListing& listing, std::string_view name);

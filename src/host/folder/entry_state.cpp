@@ -25,7 +25,8 @@ void IdentifyAll(const FolderEntries& folders) {
     // The state stores the result.
     static_cast<void>(StateOf(*folders[folder]).Identity(links));
   };
-  ForEachInParallel(folders.size(), identify, 1);  // more threads once the disk turns out slow
+  // More threads once the disk turns out slow.
+  ForEachInParallel(folders.size(), identify, /*threads=*/1);
 }
 
 }  // namespace Corvane::PathManagement::host

@@ -40,7 +40,8 @@ void ReleaseInALoop(FolderEntries& folders) noexcept {
 
 std::shared_ptr<const FolderEntry> FolderEntry::Create(const AbsoluteIRI& location) {
   return std::shared_ptr<const FolderEntry>(
-      new FolderEntry(std::make_unique<FolderState>(location, nullptr), nullptr));
+      new FolderEntry(std::make_unique<FolderState>(location, /*listingSource=*/nullptr),
+                      /*initialFolders=*/nullptr));
 }
 
 FolderEntry::FolderEntry(std::unique_ptr<FolderState> initialState,
@@ -51,8 +52,8 @@ FolderEntries FolderEntry::CreateAll(std::vector<std::unique_ptr<FolderState>> s
   FolderEntries entries;
   entries.reserve(states.size());
   for (auto& below : states) {
-    entries.push_back(
-        std::shared_ptr<const FolderEntry>(new FolderEntry(std::move(below), nullptr)));
+    entries.push_back(std::shared_ptr<const FolderEntry>(
+        new FolderEntry(std::move(below), /*initialFolders=*/nullptr)));
   }
   return entries;
 }

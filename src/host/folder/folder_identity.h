@@ -11,8 +11,8 @@
 namespace Corvane::PathManagement::host {
 
 /// Which folder an entry stands for, and the way to it from a main folder of the path. The way
-/// shows whether a link leads back up. Links divide it into pieces. Within a piece each folder is
-/// directly below the one before, so only the top and the bottom of a piece are kept.
+/// shows whether a link leads back up. Links divide the way into pieces. Within a piece each folder
+/// is directly below the one before, so only the top and the bottom of a piece are kept.
 class FolderIdentity {
  public:
   /// A main folder of the path.
@@ -37,7 +37,7 @@ class FolderIdentity {
     return behind;
   }
 
-  /// Whether this folder is `folder`, or the way to it leads through `folder`.
+  /// Whether this folder is `folder`, or the way to this folder leads through `folder`.
   [[nodiscard]] bool HasComeThrough(const AbsoluteIRI& folder) const {
     return IsBetween(top, folder, canonical) ||
            std::any_of(aboveLinks.begin(), aboveLinks.end(), [&folder](const auto& piece) {
@@ -46,7 +46,7 @@ class FolderIdentity {
   }
 
   /// Calls stop(folder) for this folder, then for each folder on the way that holds a link of the
-  /// way, until it returns true; returns whether it did.
+  /// way, until a call returns true; returns whether one did.
   template <class Stop>
   [[nodiscard]] bool AnyBottom(const Stop& stop) const {
     return stop(canonical) ||

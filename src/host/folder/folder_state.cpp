@@ -55,6 +55,7 @@ bool AreSameNames(const NameBlock& left, const NameBlock& right) {
   return index == left.size() || InOrder(left) == InOrder(right);
 }
 
+/// A copy that owns its file names, while `listing` may view them.
 FolderListing CopyOf(const FolderListing& listing) {
   FolderListing copy;
   for (std::size_t index = 0; index < listing.files.size(); ++index) {
@@ -118,7 +119,7 @@ Freshness FolderState::AskFreshness() {
   }
   const auto ask = [path = *std::move(path), stamp] { return host::AskFreshness(path, stamp); };
   const Freshness freshness = patience.Ask(ask).value_or(Freshness::Unknown);
-  // The folder could not be listed then, but can be now.
+  // The folder could not be listed before, but can be now.
   const bool isThereAgain =
       IsListed() && listing.problem && freshness == Freshness::Unknown && !patience.HasGivenUp();
   return isThereAgain ? Freshness::Stale : freshness;
@@ -194,7 +195,7 @@ bool FolderState::AsksNames() const noexcept {
 
 /// What the disk says about `unanswered`. Precondition: answersMutex is held.
 NameAnswers::FromDisk FolderState::AskFor(const NameAnswers::Unanswered& unanswered) {
-  if (answers.GetProblem()) return {};
+  if (answers.GetProblem()) return {};  // `Add` takes these names as not there
   auto path = NativeBytes(location);
   if (!path) return {.problem = AbsolutizeError::InvalidText};
   auto said = TakeAhead(unanswered);
@@ -206,8 +207,8 @@ NameAnswers::FromDisk FolderState::AskFor(const NameAnswers::Unanswered& unanswe
   return *std::move(said);
 }
 
-/// The answer that was asked for ahead; empty when that was another question, or the disk does not
-/// answer.
+/// The answer that was asked for ahead; empty when nothing or another question was asked ahead, or
+/// the disk does not answer.
 std::optional<NameAnswers::FromDisk> FolderState::TakeAhead(
     const NameAnswers::Unanswered& unanswered) {
   if (!ahead || ahead->unanswered != unanswered) return std::nullopt;
@@ -247,6 +248,7 @@ void FolderState::List() {
   });
 }
 
+/// Notes where the special folders that are links lead, and leaves out links to a folder above.
 void FolderState::FollowSpecialLinks() {
   linkTargets.clear();
   cutLinks.clear();
@@ -346,6 +348,7 @@ std::vector<std::size_t> FolderState::FilesThatDifferInCase(const ustring& name)
 }
 
 bool FolderState::HoldsSameAs(const FolderState& other) const {
+  // By the names of the links.
   const auto isSameLink = [](const FolderProblem& left, const FolderProblem& right) {
     return left.folder.substr(left.folder.rfind(u'/')) ==
            right.folder.substr(right.folder.rfind(u'/'));

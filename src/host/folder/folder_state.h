@@ -50,7 +50,7 @@ class FolderState {
   [[nodiscard]] PathEntryType Kind() const noexcept { return kind; }
   /// Resolves the links on the first call: on a long path, it is never called for most folders.
   [[nodiscard]] const FolderIdentity& Identity() { return Identity(nullptr); }
-  /// The same; `links`, unless it is null, resolves them. Many folders may share it.
+  /// The same; the links are resolved by `links`, unless that is null. Many folders may share it.
   [[nodiscard]] const FolderIdentity& Identity(const std::shared_ptr<LinkResolver>& links);
   [[nodiscard]] const AbsoluteIRI& Canonical() { return Identity().Canonical(); }
 
@@ -68,12 +68,12 @@ class FolderState {
     return patience.Ask(std::move(ask));
   }
   [[nodiscard]] bool IsGivenUp() const noexcept { return patience.HasGivenUp(); }
-  /// Whether the folder has yet to be listed, and its listing will show it as it is at that time.
+  /// Whether the folder has yet to be listed, and will be shown as it is when it is listed.
   [[nodiscard]] bool ShowsTheDisk() const noexcept {
     return !listingHasBegun && (source == nullptr || source->FollowsTheDisk());
   }
-  /// Whether nothing has been asked about what the folder holds, and its listing will show it as it
-  /// is at that time.
+  /// Whether nothing has been asked about what the folder holds, and the folder will be shown as it
+  /// is when it is listed.
   [[nodiscard]] bool IsUntouched();
   /// The same folder, to be listed from the disk.
   [[nodiscard]] std::unique_ptr<FolderState> CopyUnlisted();
@@ -98,7 +98,7 @@ class FolderState {
 
   // Precondition of all that follows: the folder has been listed.
 
-  /// Without the special folders that are links to a folder above.
+  /// The listing without the special folders that are links to a folder above.
   [[nodiscard]] const FolderListing& Listing() const noexcept { return listing; }
   [[nodiscard]] const NameBlock& Files() const noexcept { return listing.files; }
   /// How long listing the folder took.
@@ -171,7 +171,7 @@ class FolderState {
   NameAnswers answers;
   std::optional<Ahead> ahead;
   unsigned questionCount = 0;
-  std::atomic<bool> listingHasBegun = false;    // then the disk is asked for no more single names
+  std::atomic<bool> listingHasBegun = false;    // once true, no more single names are asked for
   PathManagement::detail::OnceFlag listedOnce;  // guards what follows
   FolderListing listing;
   std::chrono::nanoseconds listingTime = {};

@@ -11,7 +11,7 @@ using PathManagement::detail::IsInScope;
 using PathManagement::detail::ReachesBelowMainEntries;
 
 /// As `WalkEntries`: visits `top` and the special folders below it, at any depth, but no ordinary
-/// ones. Lists each folder after its visit.
+/// ones, until visit() returns true; returns whether it did. Lists each folder after its visit.
 template <class Folder, class Visit>
 bool WalkFolders(const std::shared_ptr<const Folder>& top, const Visit& visit) {
   return PathManagement::detail::WalkEntries(

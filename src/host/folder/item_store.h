@@ -11,8 +11,8 @@
 namespace Corvane::PathManagement::host {
 
 /// A pointer to `item`, an item of the entry `folder`, that keeps the entry alive. So an item needs
-/// no reference count of its own, and a look-up changes only that of the entry, which it changes
-/// anyway.
+/// no reference count of its own, and a look-up changes only the count of the entry, which it
+/// changes anyway.
 template <class Folder>
 [[nodiscard]] std::shared_ptr<const PathItem> ShareItem(const std::shared_ptr<Folder>& folder,
                                                         const PathItem& item) {

@@ -43,8 +43,8 @@ class NameAnswers {
   /// The names of a question that have no answer yet.
   struct Unanswered {
     std::vector<std::string> names;  // files, then the folder
-    /// One file among the first so many names is enough: names behind it are not asked for. 0 when
-    /// all files are wanted.
+    /// One file among the first `fileCount` names is enough: the names behind that file are not
+    /// asked for. 0 when all files are wanted.
     std::size_t fileCount = 0;
 
     bool operator==(const Unanswered& other) const = default;
@@ -88,10 +88,11 @@ class NameAnswers {
   }
   [[nodiscard]] bool IsEmpty() const noexcept { return answers.empty() && !problem; }
 
-  /// Makes the listing agree: adds the files that were found, and removes what was not there.
+  /// Makes the listing agree with the answers: adds the files that were found, and removes what was
+  /// not there.
   void ApplyTo(FolderListing& listing) const;
-  /// Hands the items that were made over to `items`, whose indices are those of `files`.
-  /// Precondition: `files` has been made to agree.
+  /// Hands over to `items` the items that were made; the indices of `items` are those of `files`.
+  /// Precondition: `files` has been made to agree with the answers.
   void MoveItemsTo(ItemStore& items, const NameBlock& files);
 
  private:

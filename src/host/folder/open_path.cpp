@@ -4,13 +4,14 @@
 
 #include <fcntl.h>
 
+#include <algorithm>
 #include <cstddef>
 #include <utility>
 
 namespace Corvane::PathManagement::host {
 
 OpenedPath OpenPath(const std::string& path, int flags) {
-  constexpr int piece = O_PATH | O_DIRECTORY | O_CLOEXEC;
+  constexpr int pieceFlags = O_PATH | O_DIRECTORY | O_CLOEXEC;
   Descriptor folder(AT_FDCWD);
   // The kernel takes less than PATH_MAX bytes at once: each piece but the last ends at the last
   // separator within that length.
@@ -18,13 +19,15 @@ OpenedPath OpenPath(const std::string& path, int flags) {
   while (path.size() - begin >= PATH_MAX) {
     const std::size_t end = path.rfind('/', begin + PATH_MAX - 1);
     if (end == path.npos || end <= begin) break;
-    OpenedPath next(openat(folder.Get(), path.substr(begin, end - begin).c_str(), piece));
+    OpenedPath next(openat(folder.Get(), path.substr(begin, end - begin).c_str(), pieceFlags));
     if (!next.IsOpen()) return next;
     folder = std::move(next);
-    begin = path.find_first_not_of('/', end);  // a piece that begins with one would be absolute
-    if (begin == path.npos) return OpenPath(path.substr(0, end), flags);
+    // A piece that begins with a separator would be absolute.
+    begin = std::min(path.find_first_not_of('/', end), path.size());
   }
-  return OpenedPath(openat(folder.Get(), path.c_str() + begin, flags | O_CLOEXEC));
+  const bool endsBefore = begin > 0 && begin == path.size();
+  const char* const last = endsBefore ? "." : path.c_str() + begin;
+  return OpenedPath(openat(folder.Get(), last, flags | O_CLOEXEC));
 }
 
 OpenedPath OpenFolder(const std::string& path) { return OpenPath(path, O_RDONLY | O_DIRECTORY); }

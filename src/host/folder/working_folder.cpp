@@ -69,7 +69,7 @@ AbsoluteIRI WorkingFolder::Locate(const AnyText& folder) const try {
     if (iri.getScheme() == u"file") return iri;
     throw FailedToAbsolutizeException(AbsolutizeError::InvalidText);
   }
-  ustring native = fl::filesystem::detail::make_native_form(folder, true);
+  ustring native = fl::filesystem::detail::make_native_form(folder, /*expand=*/true);
   if (native.starts_with(u'~')) native = WithHomeExpanded(native);
   if (!native.starts_with(u'/')) {
     native.insert(0, (base ? base->getPath() : CurrentFolderOfProcess()) + u'/');

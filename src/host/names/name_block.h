@@ -42,9 +42,9 @@ class NameBlock {
   void Add(std::string_view name) {
     if (!IsOwner()) TakeOver();
     ownBegins.push_back(static_cast<std::uint32_t>(byteCount));
-    ownBytes.resize(byteCount);
+    ownBytes.resize(byteCount);  // without the slack
     ownBytes.insert(ownBytes.end(), name.begin(), name.end());
-    ownBytes.resize(ownBytes.size() + 1 + kSlack);
+    ownBytes.resize(ownBytes.size() + 1 + kSlack);  // the NUL and the slack
     View();
   }
 

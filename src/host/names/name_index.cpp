@@ -11,8 +11,8 @@ namespace {
 
 constexpr std::size_t kMostFolders = std::size_t{1} << 31U;  // as many as a cursor can number
 
-/// How many files ahead of the linking their memory is fetched. Waiting for it would be more than
-/// half of the cost of a large index.
+/// How many files before a file is linked its memory is fetched. Waiting for the memory would be
+/// more than half of the cost of a large index.
 constexpr std::size_t kAhead = 32;
 
 }  // namespace
@@ -45,20 +45,20 @@ NameIndex::NameIndex(const std::vector<const NameBlock*>& folders, FilenameMatch
 
 /// Links the last file first, so that each slot ends up with the first file of its name.
 void NameIndex::LinkAll(const std::vector<const NameBlock*>& folders) {
-  std::array<Pending, kAhead> pending = {};
+  std::array<Pending, kAhead> pending = {};  // a ring
   std::size_t count = 0;
   for (std::size_t folder = folders.size(); folder-- > 0;) {
     const NameBlock& names = *folders[folder];
     for (std::size_t file = names.size(); file-- > 0; ++count) {
-      Pending& next = pending[count % kAhead];
-      if (count >= kAhead) Link(next);
-      next = {.name = names[file].data(),
-              .hash = KeyOf(names[file]).Hash(),
-              .folder = static_cast<std::uint32_t>(folder),
-              .record = firstRecords[folder] + static_cast<std::uint32_t>(file)};
-      __builtin_prefetch(&groups[FirstGroupOf(next.hash)], 1);
-      // For a file whose group, fetched half the ring ago, has arrived by now. At the start there
-      // is none yet; fetching for its zero hash does no harm.
+      Pending& place = pending[count % kAhead];
+      if (count >= kAhead) Link(place);
+      place = {.name = names[file].data(),
+               .hash = KeyOf(names[file]).Hash(),
+               .folder = static_cast<std::uint32_t>(folder),
+               .record = firstRecords[folder] + static_cast<std::uint32_t>(file)};
+      __builtin_prefetch(&groups[FirstGroupOf(place.hash)], 1);
+      // For the file of half a ring ago, whose group has arrived by now. At the start there is no
+      // such file; fetching for the zero hash in its place does no harm.
       FetchSlot(pending[(count + kAhead / 2) % kAhead].hash);
     }
   }
@@ -77,7 +77,7 @@ void NameIndex::FetchSlot(std::uint64_t hash) const noexcept {
 void NameIndex::Link(const Pending& file) {
   const Found known = FindSame(file);
   Slot& slot = slots[known.first ? known.slot : TakeSlot(file.hash)];
-  const Cursor second = known.first;
+  const Cursor second = known.first;  // from now on
   slot.name = file.name;
   slot.first.record = file.record;
   slot.first.folder = file.folder & 0x7FFFFFFFU;

@@ -27,10 +27,10 @@ class NameIndex {
   static constexpr std::uint32_t kNone = std::numeric_limits<std::uint32_t>::max();
 
  public:
-  /// A file of the name that was looked up, by numbers.
+  /// A file that has the name looked up.
   struct Match {
-    std::uint32_t folder;  // which of the folders
-    std::uint32_t file;    // which of that folder's files
+    std::uint32_t folder;  // the number of its folder
+    std::uint32_t file;    // its number among the files of that folder
   };
 
   /// Stands at a match of one name; `Next` goes on in path order. False without a match, or after
@@ -116,7 +116,7 @@ class NameIndex {
         const std::size_t slot = group * kGroup + LowestOf(marks);
         if (isName(slots[slot].name)) return {slots[slot].first, slot};
       }
-      if ((~groups[group] & kTaken) != 0) return {Cursor(), 0};
+      if ((~groups[group] & kTaken) != 0) return {};  // an empty slot ends the search
       if (++group == groups.size()) group = 0;
     }
   }

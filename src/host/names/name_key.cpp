@@ -20,7 +20,7 @@ void NameKey::SetFolded(const NameKey& name) {
     // that it is later than 'Z'.
     const Word fromA = (word & ~high) + (0x80 - 'A') * each;
     const Word afterZ = (word & ~high) + (0x7F - 'Z') * each;
-    Store(at, word | (fromA & ~afterZ & high) >> 2U);
+    Store(at, word | (fromA & ~afterZ & high) >> 2U);  // sets 0x20 in each capital
   }
   if ((seen & high) == 0) return;  // all ASCII
   std::string folded;
@@ -38,7 +38,7 @@ bool NameKey::IsFoldOf(const char* name) const {
       folded.SetFolded(whole);
       return folded.View() == key;
     }
-    // Also ends the loop at the NUL of a shorter name: a key holds none.
+    // Differs also at the NUL of a shorter name, since a key holds no NUL.
     const bool isCapital = byte >= 'A' && byte <= 'Z';
     if ((isCapital ? static_cast<char>(byte | 0x20) : byte) != key[at]) return false;
   }

@@ -84,7 +84,7 @@ class NameKey {
   using Words = Word __attribute__((vector_size(2 * kWord)));
   using Bytes = std::uint8_t __attribute__((vector_size(kWord)));
 
-  /// The first byte in the lowest bits, on any machine.
+  /// The word at `from`, with its first byte in the lowest bits, on any machine.
   [[nodiscard]] static Word LoadFrom(const char* from) noexcept {
     Word word = 0;
     std::memcpy(&word, from, kWord);
@@ -129,6 +129,7 @@ class NameKey {
     if (text.size() >= kWord) {
       return NarrowEight(text.data() + text.size() - kWord, seen) >> 8U * (kWord - count);
     }
+    // Filled with ASCII, since `seen` would notice a NUL.
     Units filled = {'x', 'x', 'x', 'x', 'x', 'x', 'x', 'x'};
     for (std::size_t at = 0; at < count; ++at) filled[at] = text[at];
     return NarrowEight(filled, seen) & ((Word{1} << 8 * count) - 1);
@@ -147,7 +148,7 @@ class NameKey {
   [[nodiscard]] bool Append(std::size_t before, std::u16string_view text) noexcept {
     const std::size_t shift = 8 * (before % kWord);
     std::size_t to = before - before % kWord;
-    Word begun = shift == 0 ? 0 : Load(to);
+    Word begun = shift == 0 ? 0 : Load(to);  // the bytes that the next word begins with
     const auto append = [&](Word word) {
       Store(to, begun | word << shift);
       begun = shift == 0 ? 0 : word >> (8 * kWord - shift);

@@ -108,7 +108,7 @@ NamePattern::Part NamePattern::TakePart(std::u16string_view& rest) {
   const bool isLoneBackslash = character == U'\\' && !isEscaped;
   if (isEscaped) character = TakeCharacter(rest, at);
   rest.remove_prefix(at);
-  if (isLoneBackslash) return {};  // which no name matches
+  if (isLoneBackslash) return {};  // a part that no name matches
   if (!isEscaped && character == U'*') return {Kind::AnyCharacters};
   if (!isEscaped && character == U'?') return {Kind::AnyCharacter};
   return {Kind::Character, {{character, character}}};

@@ -30,13 +30,13 @@ class SharedNames {
   /// Adds the files of the next folder in path order.
   void AddFolder(const NameBlock& files);
 
-  /// Whether a file can be looked up by `name`: it is tried with extensions, or is a whole file
-  /// name that ends with one.
+  /// Whether a file can be looked up by `name`: whether a look-up tries `name` with extensions, or
+  /// `name` is a whole file name that ends with an extension.
   [[nodiscard]] bool IsName(std::string_view name) const;
 
-  /// The names that several files share, in no order; also those that one file has by several
-  /// extensions. Of several spellings, gives one from the first folder that has the name: the first
-  /// in the order of bytes.
+  /// The names that several files share, in no order; also a name by which one file can be looked
+  /// up with several extensions. Of several spellings, gives one from the first folder that has the
+  /// name: the first in the order of bytes.
   [[nodiscard]] std::vector<std::string> GetShared() const;
   /// Those of `GetShared` that are spelled in several ways.
   [[nodiscard]] std::vector<std::string> GetRespelled() const;
@@ -44,7 +44,7 @@ class SharedNames {
  private:
   struct Name {
     std::string_view spelling;
-    std::size_t folder;  // the number of the first folder that has it
+    std::size_t folder;  // the number of the first folder that has the name
     bool isShared = false;
     bool isRespelled = false;
   };

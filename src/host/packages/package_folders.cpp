@@ -12,7 +12,7 @@ namespace {
 using current_working_folder::AbsolutizeError;
 
 /// The folder of `package` whose links cannot be resolved, and why. If all can be resolved by now,
-/// the package's own folder, for another reason.
+/// the package's own folder, with the reason `Other`.
 FolderProblem ProblemOf(const Corvane::PackageRegistry::IPackage& package) {
   DiskPatience patience;
   for (const auto& each : package.GetFolders()) {

@@ -126,7 +126,7 @@ Properties PropertiesOf(const Field& field) {
 }  // namespace
 
 PackageManifest ReadManifest(std::string_view bytes, const AbsoluteIRI& folder) try {
-  if (bytes.size() >= kTooLargeManifest) throw ManifestException(PackageFault::TooLarge, {}, {});
+  if (bytes.size() >= kTooLargeManifest) throw ManifestException(PackageFault::TooLarge);
   const LocatedJson root = json::ParseJson(bytes);
   const Field all{root, {}};
   all.CheckMembers({u"name", u"version", u"folders", u"contributesToPath", u"checksManualInstall",
@@ -137,7 +137,7 @@ PackageManifest ReadManifest(std::string_view bytes, const AbsoluteIRI& folder) 
   const auto properties = all.Find(u"properties");
   ZentraComponents::ComponentIdentifier identifier{name.AsText(), all.Get(u"version").AsText()};
   auto folders = FoldersOf(all.Get(u"folders"), folder.getPath());
-  // Each folder is kept with its whole location; the rest takes about as much as its text.
+  // Each folder is kept with its whole location; the rest is reckoned at four times its text.
   constexpr std::size_t kFolderMemory = 200;
   const std::size_t memory =
       4 * bytes.size() +

@@ -24,8 +24,8 @@ static_assert(kFirstJsonFault + static_cast<int>(json::JsonFault::OutOfRange) ==
 /// A manifest cannot be used. The members are those of `PackageProblem` without the file.
 class ManifestException : public std::exception {
  public:
-  ManifestException(PackageFault itsFault, std::optional<std::size_t> itsLine, ustring itsField,
-                    ustring itsDetail = {})
+  explicit ManifestException(PackageFault itsFault, std::optional<std::size_t> itsLine = {},
+                             ustring itsField = {}, ustring itsDetail = {})
       : fault(itsFault), line(itsLine), field(std::move(itsField)), detail(std::move(itsDetail)) {}
 
   PackageFault fault;
@@ -34,7 +34,7 @@ class ManifestException : public std::exception {
   ustring detail;
 };
 
-/// The smallest size of a manifest that is refused, in bytes.
+/// Manifests of this size and larger ones are refused; in bytes.
 constexpr std::size_t kTooLargeManifest = (std::size_t{1} << 20) + 1;
 
 /// The content of a manifest.

@@ -29,9 +29,9 @@ constexpr const char16_t* kManifestName = u"/searchpath.json";
 constexpr std::size_t kMostMemory = std::size_t{64} << 20;  // in bytes
 constexpr std::size_t kMostProblems = 1000;
 
-/// `error` is the number of a system error.
+/// Refuses a manifest that cannot be read. `error` is the number of a system error.
 [[noreturn]] void RefuseFile(int error) {
-  throw ManifestException(PackageFault::Unreadable, {}, {},
+  throw ManifestException(PackageFault::Unreadable, /*itsLine=*/{}, /*itsField=*/{},
                           TextFromBytes(std::generic_category().message(error)));
 }
 
@@ -45,7 +45,7 @@ std::optional<Descriptor> OpenFile(const std::string& path) {
   const bool isAbsent = error == std::errc::no_such_file_or_directory;
   if (isAbsent && !OpenPath(path, O_PATH | O_NOFOLLOW).IsOpen()) return std::nullopt;
   if (error == std::errc::is_a_directory || error == std::errc::invalid_argument) {
-    throw ManifestException(PackageFault::NotAFile, {}, {});
+    throw ManifestException(PackageFault::NotAFile);
   }
   RefuseFile(error.value());
 }
@@ -127,7 +127,7 @@ void PackageRegistry::State::Add(const AbsoluteIRI& folder) {
   try {
     const auto opened = OpenFile(BytesFromText(file).value());
     if (!opened) return;
-    if (memory >= kMostMemory) throw ManifestException(PackageFault::TooMuch, {}, {});
+    if (memory >= kMostMemory) throw ManifestException(PackageFault::TooMuch);
     Add(ReadManifest(ReadBytes(*opened), folder), file);
   } catch (const ManifestException& error) {
     if (++problemCount > kMostProblems) return;

@@ -84,9 +84,9 @@ struct FolderPath::State {
       const auto& entry = Table().Rows()[row].entry;
       if (!IsInScope(scope, entry->GetPathEntryType())) continue;
       // Of an entry without a parent entry only its own name is compared; `RowsOf` has done that.
-      const bool isAll =
+      const bool isCompared =
           isWhole && partial.size() == 1 && path.GetParentEntryForEntry(*entry) == nullptr;
-      if ((isAll || matches(entry)) && visit(entry)) return;
+      if ((isCompared || matches(entry)) && visit(entry)) return;
     }
   }
 
@@ -181,7 +181,7 @@ PathEntries FolderPath::State::FindMethodEntries(SearchScope scope, const ustrin
   PathEntries methods;
   const ustring folderName = u'@' + name;
   for (const auto& folder : folders) {
-    std::vector<PathEntryType> kindsAbove;
+    std::vector<PathEntryType> kindsAbove;  // of the entries above, the main folder first
     WalkFolders(folder, [&](const auto& entry, std::size_t depth) {
       kindsAbove.resize(depth);
       if (depth > 0 && IsInScope(scope, kindsAbove.back()) &&
@@ -227,7 +227,7 @@ std::shared_ptr<const IPathEntry> FolderPath::GetPathEntryFromAbsoluteIRI(
   try {
     canonical = GetCanonicalIRI(iri);
   } catch (const foundation::storage::vfs::Exception&) {
-    // A location that cannot be resolved is compared as written; so is that of its entry.
+    // A location that cannot be resolved is compared as written; so is that of the entry.
   }
   return state->Table().FindNamed(canonical, policy);
 }
@@ -324,7 +324,7 @@ std::vector<FolderProblem> FolderPath::FindProblems(
   });
   std::vector<std::vector<FolderProblem>> found(wanted.size());
   const auto ask = [&](std::size_t index) { found[index] = wanted[index]->GetProblems(); };
-  ForEachInParallel(wanted.size(), ask, 1);
+  ForEachInParallel(wanted.size(), ask, /*threads=*/1);
   std::vector<FolderProblem> problems;
   for (auto& here : found) std::move(here.begin(), here.end(), std::back_inserter(problems));
   return problems;

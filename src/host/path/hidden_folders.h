@@ -34,7 +34,8 @@ class HiddenFolders {
   [[nodiscard]] std::optional<std::size_t> FindHider(const IPathEntry& entry) const;
 
  private:
-  /// The hidden folder that is `folder`, or that `folder` belongs to.
+  /// The index of the hidden folder that is `folder`, or that `folder` belongs to; empty when there
+  /// is none.
   [[nodiscard]] std::optional<std::size_t> FindAtOrAbove(AbsoluteIRI folder) const;
 
   FolderEntries folders;

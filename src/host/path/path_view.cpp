@@ -64,13 +64,13 @@ std::shared_ptr<const FolderPath> FolderPathOf(const std::shared_ptr<const IPath
 }
 
 std::shared_ptr<const IPath> WithoutRepeats(const std::shared_ptr<const IPath>& path) {
-  auto once =
+  auto withoutRepeats =
       std::make_shared<const DeduplicatedPath>(std::vector<std::shared_ptr<const IPath>>{path});
   // Before the list of main entries is built, a traversal visits each folder once; afterwards, all
   // that is below each main entry, and so perhaps a folder twice. Built here, so that the first
   // traversal is like all others.
-  static_cast<void>(once->GetMainEntries());
-  return once;
+  static_cast<void>(withoutRepeats->GetMainEntries());
+  return withoutRepeats;
 }
 
 /// The path whose entries a `FilteredPath` is to hide. Only `IsEntryOnPath` is ever called, so it
@@ -163,9 +163,11 @@ boost::optional<FoundItem> PathView::FindVisible(const PathManagement::detail::S
 
 boost::optional<FoundItem> PathView::FindAmongShown(
     const PathManagement::detail::SearchTarget& target, FilenameMatchingPolicy policy) const {
+  // A path that was handed over hides nothing.
   if (!IsOnDisk()) return FindFirstFileVisibleOnPath(*wholePath, target, policy);
   const auto links = std::make_shared<LinkResolver>();
   const auto isShown = [&](const FolderEntry& folder) {
+    // The state stores the result, which `FindHider` uses.
     static_cast<void>(StateOf(folder).Identity(links));
     return FindHider(folder) == nullptr;
   };
@@ -222,11 +224,11 @@ template <class Find>
 std::vector<FolderProblem> PathView::WithUnlocated(const Find& find) const {
   std::vector<FolderProblem> problems = unlocated;
   boost::unordered_flat_set<AbsoluteIRI, HeldHash> seen;
-  auto unsearched = find([&](const IPathEntry& folder) {
+  auto others = find([&](const IPathEntry& folder) {
     return FindHider(folder) == nullptr &&
            (!dropsRepeats || seen.insert(folder.GetCanonicalAbsoluteIRI()).second);
   });
-  std::move(unsearched.begin(), unsearched.end(), std::back_inserter(problems));
+  std::move(others.begin(), others.end(), std::back_inserter(problems));
   return problems;
 }
 

@@ -95,8 +95,8 @@ class PathView {
   [[nodiscard]] std::optional<std::chrono::milliseconds> GetLimit() const noexcept;
 
   /// Whether the folder `asker` may have a private folder, whose files code in `asker` sees. Lists
-  /// nothing. Asks the disk as long as every main folder has yet to be listed from it; otherwise
-  /// returns true.
+  /// nothing. Asks the disk as long as all main folders have yet to be listed from the disk;
+  /// otherwise returns true.
   [[nodiscard]] bool MayHavePrivateFolder(const AbsoluteIRI& asker) const;
 
   /// As `Environment::FindProblems`.

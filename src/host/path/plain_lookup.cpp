@@ -103,11 +103,11 @@ void PlainLookup::AskEach(const NameQuestion& question, const IsShown& isShown,
                           const Use& use) const {
   WaitWatch watch;
   bool isSlow = false;
-  std::size_t asked = 0;
+  std::size_t askedEnd = 0;  // the folders before this one have been asked, or asked ahead
   for (std::size_t folder = 0; folder < states.size(); ++folder) {
-    for (asked = std::max(asked, folder + 1);
-         isSlow && asked < std::min(states.size(), folder + kMostThreads); ++asked) {
-      states[asked]->AskAhead(question);
+    for (askedEnd = std::max(askedEnd, folder + 1);
+         isSlow && askedEnd < std::min(states.size(), folder + kMostThreads); ++askedEnd) {
+      states[askedEnd]->AskAhead(question);
     }
     if (isShown(*folders[folder]) && use(folder, states[folder]->Ask(question))) return;
     isSlow = watch.HasWaited() || isSlow;
@@ -145,9 +145,10 @@ std::optional<boost::optional<FoundItem>> PlainLookup::FindShown(const Target& t
 
 boost::optional<FoundItem> PlainLookup::FindVisible(const Target& target,
                                                     FilenameMatchingPolicy policy) {
-  const bool lists = policy == FilenameMatchingPolicy::IgnoreCase;
-  if (!lists && IsSingle(policy)) return AskFoldersOnce(target, policy, ShowAll);
+  const bool ignoresCase = policy == FilenameMatchingPolicy::IgnoreCase;
+  if (!ignoresCase && IsSingle(policy)) return AskFoldersOnce(target, policy, ShowAll);
   const Place ordinary = FindPlace(target, policy);
+  // `policy` says only which files match: method entries are found by their exact names.
   if (HasNoMethodFolder(target.GetName(), FilenameMatchingPolicy::FileSystemDefault)) {
     return At(ordinary);
   }
@@ -208,7 +209,7 @@ PlainLookup::Place PlainLookup::AskIndex(LazyIndex& lazy, const Target& target) 
   return best;
 }
 
-/// Sets `best` to the first file of that name if it is in an earlier folder.
+/// Sets `best` to the first file of that name if this file is in an earlier folder than `best`.
 void PlainLookup::AskIndex(LazyIndex& lazy, const NameKey& name, Place& best) const {
   const NameIndex& index = *lazy.index;
   const auto [cursor, slot] = index.Find(name);
@@ -349,8 +350,8 @@ PlainLookup::LazyIndex& PlainLookup::Lazy(FilenameMatchingPolicy policy) noexcep
 bool PlainLookup::IsSingle(FilenameMatchingPolicy policy) {
   LazyIndex& lazy = Lazy(policy);
   if (lazy.once.IsBuilt()) return false;
-  const bool lists = policy == FilenameMatchingPolicy::IgnoreCase;
-  return lazy.questionCount.fetch_add(1) < (lists ? 1 : kMostSingleQuestions);
+  const bool ignoresCase = policy == FilenameMatchingPolicy::IgnoreCase;
+  return lazy.questionCount.fetch_add(1) < (ignoresCase ? 1 : kMostSingleQuestions);
 }
 
 /// Counts a question, and returns the index for `policy`, which it builds when that is due; null

@@ -52,8 +52,9 @@ class PlainLookup {
   /// the file and for the method entry at once.
   [[nodiscard]] boost::optional<FoundItem> FindVisible(const Target& target,
                                                        FilenameMatchingPolicy policy);
-  /// Sets `found` to the same for a name without extensions, by its text alone; returns whether it did.
-  /// It does not as long as there is no index, nor for what may be a method entry or has separators.
+  /// Sets `found` to the same for a name without extensions, by its text alone, and returns true.
+  /// Returns false as long as there is no index, and for a name that may be that of a method entry
+  /// or has separators.
   [[nodiscard]] bool FindIndexed(std::u16string_view name, boost::optional<FoundItem>& found);
   /// As `FindVisible` on the path of the folders for which `isShown` returns true.
   /// The outer optional is empty, and nothing was looked up, when there is an index or one is due,
@@ -89,7 +90,7 @@ class PlainLookup {
   using Match = NameIndex::Match;
   /// Where a file was found.
   struct Place {
-    std::size_t folder = 0;          // its number
+    std::size_t folder = 0;          // the number of the folder
     const PathItem* item = nullptr;  // null when there is none
   };
 
@@ -133,7 +134,7 @@ class PlainLookup {
   LazyIndex folded;
   PathManagement::detail::OnceFlag methodsOnce;  // guards methods
   MethodFolders methods;                         // by name, without "@"
-  std::uint64_t methodLengths = 0;  // bit n: some of these names has the length n, modulo 64
+  std::uint64_t methodLengths = 0;  // bit n: a name of `methods` has the length n, modulo 64
 };
 
 }  // namespace Corvane::PathManagement::host

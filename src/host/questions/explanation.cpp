@@ -91,7 +91,8 @@ DecidingRule RuleFor(const std::vector<FoundItem>& all, const std::vector<AskedF
   return beatsMethod ? DecidingRule::FolderBeforeMethod : DecidingRule::FirstFolder;
 }
 
-/// Marks folders without an answer below which such a file stands where nobody searches for it.
+/// Marks folders without an answer that have a file for the target below, in a folder that is not
+/// searched.
 class UnsearchedFolders {
  public:
   UnsearchedFolders(const SearchTarget& searchTarget, FilenameMatchingPolicy matchingPolicy,
@@ -114,7 +115,7 @@ class UnsearchedFolders {
  private:
   const SearchTarget& target;
   FilenameMatchingPolicy policy;
-  boost::unordered_flat_set<AbsoluteIRI, HeldHash> asked;
+  boost::unordered_flat_set<AbsoluteIRI, HeldHash> asked;  // searched, even if private
 };
 
 /// Marks folders that were asked but that the path does not show, and says why it does not.
@@ -125,7 +126,7 @@ class UnseenFolders {
     for (const FoundItem& file : all) Add(file.GetPathEntry());
   }
 
-  /// Marks `asked` when it is not shown; returns whether it is not. Called in the order asked.
+  /// Marks `asked` and returns true if the path does not show it. Called in the order asked.
   bool Mark(AskedFolder& asked) {
     if (const ustring* hider = view.FindHider(*asked.folder)) {
       asked.outcome = FolderOutcome::FilteredOut;
@@ -207,8 +208,8 @@ Explanation ExplainLookup(const PathView& view, const std::optional<AbsoluteIRI>
   auto files = FindAllFiles(view, asker, target, policy, &record);
   UnseenFolders unseen(view, files);
   OtherCases otherCases(view, asker, target);
-  // A partial pathname asks only folders that match it, which unsearched ones never do. When it
-  // asks none, main entries are named instead.
+  // A partial pathname asks only folders that match it, and folders that are not searched never
+  // match. When none is asked, the main entries above such folders are named instead.
   if (record.asked.empty()) AddHoldersOf(target, policy, view, record.asked);
   const UnsearchedFolders unsearched(target, policy, record.asked);
   for (AskedFolder& folder : record.asked) {

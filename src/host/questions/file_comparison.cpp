@@ -7,8 +7,8 @@
 
 namespace Corvane::PathManagement::host {
 
-void ComparedFile::Fail(int number) noexcept {
-  error = std::error_code(number, std::generic_category());
+void ComparedFile::Fail(int systemError) noexcept {
+  error = std::error_code(systemError, std::generic_category());
 }
 
 const struct stat* ComparedFile::GetStatus() {
@@ -48,7 +48,7 @@ std::optional<std::string_view> ComparedFile::Read(std::uint64_t offset, Block& 
     }
     if (got == 0) break;
     size += static_cast<std::size_t>(got);
-    // Spares the question whether there is more. Files of the kernel may say that they have no bytes.
+    // Spares a further read. Files of the kernel may state the size 0: they are read to their end.
     if (offset + size == static_cast<std::uint64_t>(status.st_size)) break;
   }
   return std::string_view(block.data(), size);

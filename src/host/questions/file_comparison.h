@@ -37,7 +37,7 @@ class ComparedFile {
   [[nodiscard]] std::error_code GetError() const noexcept { return error; }
 
  private:
-  void Fail(int number) noexcept;
+  void Fail(int systemError) noexcept;
   [[nodiscard]] bool Open();
 
   std::string path;

@@ -25,7 +25,10 @@ PathEntries AskedEntries(const IPath& path, SearchScope scope, const SearchTarge
   const auto parts = PathManagement::detail::SplitTarget(target);
   if (!parts) {
     PathEntries entries;
-    path.ForEachEntry(scope, [&](const auto& entry) { return entries.push_back(entry), false; });
+    path.ForEachEntry(scope, [&](const auto& entry) {
+      entries.push_back(entry);
+      return false;
+    });
     return entries;
   }
   if (!PathManagement::detail::BeginsAtRoot(parts->folder)) {

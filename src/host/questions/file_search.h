@@ -14,10 +14,10 @@ namespace Corvane::PathManagement::host {
 
 class PathView;
 
-/// Every file that `target` could mean to code in the folder `asker`, or to any code when that is
-/// empty: the file that it means, then the files that this one hides, in path order. `observer`,
-/// which may be null, hears of repeated and hidden folders, too, with the files that they hold; the
-/// answer leaves those files out.
+/// Every file that `target` could mean to code in the folder `asker`, or to any code when
+/// `asker` is empty: the file that `target` means, then the files that this one hides, in path
+/// order. `observer`, which may be null, hears of repeated and hidden folders, too, with the files
+/// that they hold; the answer leaves those files out.
 [[nodiscard]] std::vector<FoundItem> FindAllFiles(
     const PathView& view, const std::optional<AbsoluteIRI>& asker,
     const PathManagement::detail::SearchTarget& target, FilenameMatchingPolicy policy,

@@ -31,8 +31,9 @@ PathEntries FindFoldersNamed(const IPath& path, const WorkingFolder& workingFold
                              const FolderLookup& lookup) {
   if (IsNotOnDisk(lookup.name)) return EntryAt(path, lookup);
   // Whether a name is taken literally makes a difference to partial pathnames alone.
-  const bool isPartial = !lookup.name.empty() &&
-                         !fl::filesystem::detail::is_absolute_path_when_expanded(lookup.name, true);
+  const bool isPartial =
+      !lookup.name.empty() &&
+      !fl::filesystem::detail::is_absolute_path_when_expanded(lookup.name, /*expand=*/true);
   if (!lookup.isLiteral || !isPartial) {
     return GetMatchingEntries(kAllKindsAndResourcesScope, lookup.name, path, workingFolder,
                               lookup.policy);

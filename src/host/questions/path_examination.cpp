@@ -94,16 +94,17 @@ class Examiner {
       if (!mainFolders.emplace(folder->GetCanonicalAbsoluteIRI(), folder).second) continue;
       ExamineMainFolder(folder, given.origin.folder);
     }
-    const bool isBroken =
+    const bool hasProblem =
         std::any_of(findings.begin() + static_cast<std::ptrdiff_t>(before), findings.end(),
                     [](const PathFinding& finding) { return finding.reason.has_value(); });
-    if (isShown && files == 0 && !isBroken) Add(FindingKind::Empty, *top, given.origin.folder);
+    if (isShown && files == 0 && !hasProblem) Add(FindingKind::Empty, *top, given.origin.folder);
   }
 
   static std::size_t CountFiles(const Entry& top) {
     std::size_t count = 0;
     WalkEntries(top, [&](const auto& folder, std::size_t /*depth*/) {
-      return count += EntryNames(folder).Get().size(), false;
+      count += EntryNames(folder).Get().size();
+      return false;
     });
     return count;
   }
@@ -147,7 +148,7 @@ class Examiner {
   }
 
   void FindCollisions() {
-    SharedNames names({}, FilenameMatchingPolicy::IgnoreCase);
+    SharedNames names(/*extensionList=*/{}, FilenameMatchingPolicy::IgnoreCase);
     const auto files = NamesOf(*view.GetPath()->GetMainEntries());
     for (const EntryNames& here : files) names.AddFolder(here.Get());
     std::vector<std::string> respelled = names.GetRespelled();
@@ -183,7 +184,7 @@ class Examiner {
   }
 
   const PathView& view;
-  std::chrono::nanoseconds slow;
+  std::chrono::nanoseconds slow;  // listings that take this long are reported
   std::vector<PathFinding> findings;
   // By canonical location:
   boost::unordered_flat_map<AbsoluteIRI, Entry, HeldHash> specialFolders;  // the main entry above

@@ -14,7 +14,7 @@ class PathView;
 [[nodiscard]] std::vector<PathFinding> ExaminePath(const PathView& view,
                                                    const Examination& examination);
 
-/// Whether a folder that cannot be searched for that reason is missing or unreadable.
+/// The finding about a folder that cannot be searched for that reason: missing or unreadable.
 [[nodiscard]] FindingKind KindOf(current_working_folder::AbsolutizeError reason);
 
 /// Whether the bytes of a file name are UTF-8.

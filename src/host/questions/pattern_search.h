@@ -12,9 +12,9 @@ namespace Corvane::PathManagement::host {
 
 class PathView;
 
-// The names that match the pattern `target` with one of its extensions: in the order of the folders
-// that hold them first and, within a folder, of their bytes. Each has the files that `FindAll`
-// finds for it, of which there is at least one.
+// Both functions return the names that match the pattern `target` with one of its extensions: in
+// the order of the folders that hold them first and, within a folder, of their bytes. Each has the
+// files that `FindAll` finds for it, of which there is at least one.
 //
 // Errors: `std::invalid_argument` when a folder in the name of `target` is a pattern.
 

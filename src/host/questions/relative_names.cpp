@@ -19,8 +19,9 @@ namespace {
 
 using Files = LookupRules::Files;
 
-/// What a file that was listed is. Listings do not show who may execute or read it. A file that has gone
-/// since counts if reading is all that is asked for: its folder may be known from a saved listing.
+/// How a listed file stands now. Listings do not show who may execute or read it. A file that has
+/// gone since counts if reading is all that is asked for: its folder may be known from a saved
+/// listing.
 Standing StandingOf(const FoundItem& file, Files files) {
   if (files == Files::Regular) return Standing::Counts;
   const Standing standing =
@@ -53,7 +54,7 @@ void AddMeanings(const MergedFolder& folder, Files files, Meanings& meanings) {
 Meanings FindMeanings(const RuledPath& path) {
   Meanings all;
   std::mutex mutex;  // guards all
-  WalkMerged(path, false, [&](const MergedFolder& folder) {
+  WalkMerged(path, /*sharedOnly=*/false, [&](const MergedFolder& folder) {
     Meanings here;
     AddMeanings(folder, path.GetRules().files, here);
     const std::lock_guard lock(mutex);

@@ -9,8 +9,9 @@
 
 namespace Corvane::PathManagement::host {
 
-/// Calls visit(file) for every file that counts in and below the folders of `path`, hidden by
-/// others or not: in the order of the path, then of the relative names of folders, then of names.
+/// Calls visit(file) for every file that counts by the rules of `path`, in and below its folders,
+/// hidden by others or not: in the order of the path, then of the relative names of folders,
+/// then of names.
 /// Ends when a visit returns true; returns whether one did.
 ///
 /// Cost: lists all folders.

@@ -126,7 +126,7 @@ class RuleExaminer {
   }
 
   const RuledPath& path;
-  const std::chrono::nanoseconds slow;
+  const std::chrono::nanoseconds slow;  // listings that take this long are reported
   boost::unordered_flat_map<AbsoluteIRI, std::shared_ptr<const FolderEntry>, HeldHash> seen;
   std::vector<PathFinding> findings;
 };

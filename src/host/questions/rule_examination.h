@@ -8,8 +8,8 @@
 
 namespace Corvane::PathManagement::host {
 
-/// As `Environment::Examine`, by the rules of `path`. Looks at the folders of the path themselves and
-/// at what stands directly in them.
+/// As `Environment::Examine`, by the rules of `path`. Looks at the folders of the path themselves
+/// and at what stands directly in them.
 [[nodiscard]] std::vector<PathFinding> ExamineByRules(const RuledPath& path,
                                                       const Examination& examination);
 

@@ -105,23 +105,23 @@ class RuleExplainer {
   }
 
   [[nodiscard]] DecidingRule RuleFor(const std::vector<Place>& places) const {
-    const bool isByAsker = !places.empty() && !places.front().isOnPath;
+    const bool asksAskerFirst = !places.empty() && !places.front().isOnPath;
     if (isThatFile) return DecidingRule::ThatFile;
     if (!explanation.files.empty()) {
       const bool isInFirst = !explanation.asked.front().files.empty();
-      return isByAsker && isInFirst ? DecidingRule::AskersFolder : DecidingRule::FirstFolder;
+      return asksAskerFirst && isInFirst ? DecidingRule::AskersFolder : DecidingRule::FirstFolder;
     }
     if (hasEnded) return DecidingRule::SearchEnded;
-    const bool isAnyThere = std::any_of(
+    const bool lacksPermission = std::any_of(
         explanation.asked.begin(), explanation.asked.end(),
         [](const auto& asked) { return asked.outcome == FolderOutcome::NotExecutable; });
-    return isAnyThere ? DecidingRule::NoneMayBeExecuted : DecidingRule::NothingFound;
+    return lacksPermission ? DecidingRule::NoneMayBeExecuted : DecidingRule::NothingFound;
   }
 
   const RuledPath& path;
   const std::vector<std::string> names;
   const bool isThatFile;  // the name says which file is meant
-  PlaceFilter filter;
+  PlaceFilter filter;     // knows the places asked so far
   Explanation explanation = {};
   bool hasEnded = false;
 };

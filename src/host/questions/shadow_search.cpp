@@ -53,7 +53,7 @@ ShadowKind KindOf(FileRelation relation) {
   return kKinds[static_cast<std::size_t>(relation)];
 }
 
-/// Judges two files that are not both on disk: what is not cannot be read here.
+/// Judges two files that are not both on disk: a file elsewhere cannot be read here.
 HiddenFile JudgeUnread(const Contender& winner, const Contender& hidden) {
   if (GetLocationText(winner.file) == GetLocationText(hidden.file)) {
     return {hidden.file, ShadowKind::SameFile};
@@ -114,7 +114,7 @@ void AddMethodNames(const PathEntries& mainEntries, const SharedNames& names,
       }
       std::string name = BytesFromText(method->GetAbsoluteIRI().getName().substr(1)).value_or("");
       if (names.IsName(name) && known.insert(name).second) {
-        candidates.emplace_back(std::move(name), true);
+        candidates.emplace_back(std::move(name), /*isOfMethodEntry=*/true);
       }
     }
   }
@@ -179,8 +179,8 @@ class NameSet {
 /// What came of one candidate.
 struct Answer {
   std::optional<Shadow> shadow = {};
-  bool isUnknown = false;
-  bool isAllowed = false;  // to hide files, as it does
+  bool isUnknown = false;  // no file has the name
+  bool isAllowed = false;  // the name hides files, and may
 };
 
 /// The files that a name could mean; see `Environment::FindAll`.
@@ -228,8 +228,8 @@ ShadowReport Collect(const std::vector<Candidate>& candidates, const FindFiles& 
 std::vector<Candidate> SharedRelativeNames(const RuledPath& path, const ShadowLookup& lookup) {
   std::vector<Candidate> candidates;
   std::mutex mutex;  // guards candidates
-  WalkMerged(path, true, [&](const MergedFolder& folder) {
-    SharedNames names({}, FilenameMatchingPolicy::CaseSensitive);
+  WalkMerged(path, /*sharedOnly=*/true, [&](const MergedFolder& folder) {
+    SharedNames names(/*extensionList=*/{}, FilenameMatchingPolicy::CaseSensitive);
     for (const TreeFolder& part : folder.folders) names.AddFolder(StateOf(*part.entry).Files());
     const auto shared = names.GetShared();
     const std::lock_guard lock(mutex);

@@ -30,7 +30,8 @@ std::u16string_view WithoutExtension(const ustring& name) {
   return std::u16string_view(name).substr(0, name.size() - length);
 }
 
-/// Whether one insertion, deletion, replacement or swap of neighbours turns one into the other.
+/// Whether one letter inserted, deleted or replaced, or two neighbours swapped, turn `left` into
+/// `right`.
 bool IsOneEditAway(std::u16string_view left, std::u16string_view right) {
   if (left.size() > right.size()) std::swap(left, right);
   if (right.size() - left.size() > 1) return false;
@@ -93,8 +94,8 @@ class WantedNames {
     }
   }
 
-  /// The closest similarity to any of them; empty for one of them itself: a file of that very name
-  /// was met, and does not count.
+  /// The closest similarity to any of the names. Empty if there is none, and if `bytes` is one of
+  /// the names itself: a file that has the wanted name is not a similar one.
   [[nodiscard]] std::optional<Similarity> Compare(std::string_view bytes) const {
     std::optional<Similarity> closest;
     for (const WantedName& name : names) {
@@ -106,7 +107,7 @@ class WantedNames {
   }
 
  private:
-  std::list<WantedName> names;  // in place: they cannot be moved
+  std::list<WantedName> names;  // a list, since they cannot be moved
 };
 
 /// The first files of each similarity, each name once.
@@ -114,8 +115,8 @@ class SimilarFiles {
  public:
   explicit SimilarFiles(std::size_t limit) : most(limit) {}
 
-  /// Whether a file is wanted: it is the first of its name, and among the first so similar.
-  /// Remembers its name if so.
+  /// Whether a file is wanted: the first of its name, and among the first `most` of its similarity.
+  /// Remembers the name of a wanted file.
   [[nodiscard]] bool Wants(std::string_view name, Similarity similarity) {
     return OfSimilarity(similarity).size() < most && names.emplace(name).second;
   }

@@ -75,8 +75,8 @@ std::optional<UnsearchedFile> FindAnywhere(const Folder& folder, const SearchTar
   return std::nullopt;
 }
 
-/// Finds the file where the parts of its name say, below `folder`; no file unless one of the parts
-/// is private or resources.
+/// Finds the file by following the parts of its name down from `folder`; no file unless one of the
+/// parts is a private or resources folder.
 template <class Folder>
 std::optional<UnsearchedFile> FindAt(Folder folder, const SearchTarget& target,
                                      FilenameMatchingPolicy policy) {
@@ -104,6 +104,7 @@ std::optional<UnsearchedFile> FindBelow(const std::shared_ptr<const IPathEntry>&
   if (PathManagement::detail::HasSeparator(target.GetName())) {
     return FindAt(makeFolder(top), target, policy);
   }
+  // The private and the resources folder.
   for (const auto& special : {top->GetSingleSubfolderEntryA(), top->GetSingleSubfolderEntryB()}) {
     if (special == nullptr) continue;
     if (auto found = FindAnywhere(makeFolder(special), target, policy)) return found;
@@ -119,7 +120,7 @@ std::optional<UnsearchedFile> FindUnsearchedFile(const std::shared_ptr<const IPa
   if (target.GetName().starts_with(u'/')) return std::nullopt;
   if (dynamic_cast<const FolderEntry*>(top.get()) != nullptr) {
     return FindBelow(top, target, policy, [](const std::shared_ptr<const IPathEntry>& entry) {
-      return TreeFolder{std::static_pointer_cast<const FolderEntry>(entry), {}};
+      return TreeFolder{std::static_pointer_cast<const FolderEntry>(entry), /*links=*/{}};
     });
   }
   return FindBelow(top, target, policy,

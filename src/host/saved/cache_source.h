@@ -10,7 +10,7 @@
 namespace Corvane::PathManagement::host {
 
 /// The listings that were read into `caches`, and the disk for all other folders. Null, which means
-/// the disk alone, when nothing was read into any of them.
+/// the disk alone, when nothing was read into any cache.
 [[nodiscard]] std::shared_ptr<const ListingSource> CreateSourceFrom(
     const std::vector<PathEntryFactory>& caches);
 

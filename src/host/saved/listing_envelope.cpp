@@ -44,7 +44,7 @@ void CheckFormat(std::istream& stream, std::string_view format) {
   begin.resize(ReadBytes(stream, begin.data(), begin.size()));
   if (begin.empty()) throw InvalidListingException("it is empty");
   if (begin != format) {
-    // Without the space in front of the version.
+    // The message leaves out the space in front of the version.
     throw InvalidListingException("its first line is not \"" +
                                   std::string(format.substr(0, format.size() - 1)) +
                                   "\" and a version");

@@ -20,7 +20,7 @@ struct SavedFormat {
   std::uint32_t version;   // the one that this program writes and reads
 };
 
-/// Of caches and saved listings.
+/// The format of caches and saved listings.
 inline constexpr SavedFormat kListingFormat = {.begin = "searchpath listing ", .version = 1};
 inline constexpr SavedFormat kReceiptFormat = {.begin = "searchpath receipt ", .version = 3};
 
@@ -28,7 +28,7 @@ inline constexpr SavedFormat kReceiptFormat = {.begin = "searchpath receipt ", .
 inline constexpr std::size_t kMostBodyBytes = 0x7FFFFFFE;
 
 struct ListingBody {
-  std::unique_ptr<char[]> bytes;  // aligned for any type; NameBlock::kSlack more than size
+  std::unique_ptr<char[]> bytes;  // `size` and NameBlock::kSlack more; aligned for any type
   std::size_t size = 0;
 };
 

@@ -79,7 +79,7 @@ class ListingWriter {
     path.push_back(Add(*mainFolder));
     WalkFolders(mainFolder, [this](const auto& folder, std::size_t /*depth*/) {
       Add(*folder);
-      return false;
+      return false;  // goes on
     });
   }
 

@@ -35,7 +35,7 @@ class SavedListings {
   /// and one for the names.
   SavedListings(std::istream& stream, const AbsoluteIRI& root, ListingUse listingUse);
 
-  /// Whether a listing is left out when its folder has changed since it was made.
+  /// Whether a listing is left out when the folder has changed since the listing was made.
   [[nodiscard]] bool FollowsTheDisk() const noexcept { return use == ListingUse::WhileFresh; }
 
   /// The locations of all folders, in the order of the file. Other members take a folder as an
@@ -51,10 +51,10 @@ class SavedListings {
   /// The stamp of a folder's listing; empty when it was saved without one.
   [[nodiscard]] std::optional<FolderStamp> FindStamp(std::uint32_t folder) const;
 
-  /// The listing of a folder, which views this object. If `FollowsTheDisk`, it is empty unless the
-  /// folder was listed and is certain not to have changed since; the disk is asked anew where its
-  /// links lead. Otherwise it is as saved, and never empty: the listing of a folder that could not
-  /// be listed holds the problem alone.
+  /// The listing of a folder, which views this object. If `FollowsTheDisk`, the result is empty
+  /// unless the folder was listed and is certain not to have changed since; the disk is asked anew
+  /// where its links lead. Otherwise the listing is as saved, and the result never empty: the
+  /// listing of a folder that could not be listed holds the problem alone.
   [[nodiscard]] std::optional<FolderListing> FindListing(std::uint32_t folder,
                                                          DiskPatience& patience) const;
 
