@@ -10,7 +10,7 @@
 // The objects behind the handles. Their texts are bytes already, so that callers can view them.
 
 struct searchpath_environment {
-  Corvane::PathManagement::host::EnvironmentOptions options;  // from which a watch makes it again
+  Corvane::PathManagement::host::EnvironmentOptions options;  // for a watch of this path
   Corvane::PathManagement::host::Environment environment;
 };
 

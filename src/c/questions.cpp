@@ -161,7 +161,7 @@ searchpath_status searchpath_find_shadows(const searchpath_environment* environm
       auto& added = made->shadows.emplace_back();
       added.name = BytesOf(shadow.name);
       added.files = FilesOf({shadow.winner});
-      added.kinds.emplace_back();  // of the winner
+      added.kinds.emplace_back();  // "" for the winner
       for (const auto& hidden : shadow.hidden) {
         added.files.paths.push_back(BytesOf(host::GetLocationText(hidden.file)));
         added.kinds.emplace_back(host::GetText(hidden.kind));

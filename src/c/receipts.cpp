@@ -118,7 +118,8 @@ searchpath_status searchpath_receipt_verify(const searchpath_receipt* receipt,
                                             searchpath_changes** changes, searchpath_error* error) {
   return HandOut(changes, error, [&] {
     const host::Receipt& verified = receipt->receipt;
-    std::unique_ptr<searchpath_changes> made(new searchpath_changes{{}, verified, {}});
+    std::unique_ptr<searchpath_changes> made(
+        new searchpath_changes{.changes = {}, .verified = verified, .now = {}});
     if (verified.IsFresh()) return made;
     for (const auto& change : verified.Verify(made->now.emplace(verified.GetOptions()))) {
       made->changes.push_back({BytesOf(change.name), PathOf(change.before), PathOf(change.after)});

@@ -17,10 +17,10 @@ namespace Corvane::PathManagement::c {
 /// Errors: `std::invalid_argument` when `lookup`, its name or an extension is null.
 [[nodiscard]] host::Lookup LookupOf(const searchpath_lookup* lookup);
 
-/// The bytes of the name or path `text`; "" when it stands for none, see `BytesFromText`.
+/// The bytes of the name or path `text`; "" when no bytes have this text, see `BytesFromText`.
 [[nodiscard]] std::string BytesOf(const ustring& text);
 
-/// A view of `text`, which must outlive it.
+/// A view of `text`, which must outlive the view.
 [[nodiscard]] searchpath_text View(const std::string& text);
 
 }  // namespace Corvane::PathManagement::c

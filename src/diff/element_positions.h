@@ -46,8 +46,8 @@ class ElementPositions {
     std::uint32_t position = 0;
   };
 
-  // How many elements ahead slots are prefetched: otherwise, half of the cost of a long list is
-  // waiting for memory.
+  // Slots are prefetched for elements this far ahead: otherwise, half of the cost of a long list
+  // is waiting for memory.
   static constexpr std::size_t kAhead = 16;
 
   static std::uint64_t Hash(const Element& element) {

@@ -20,9 +20,9 @@ struct EntrySort {
   void (*inOrder)(PathEntries& entries, Order comesBefore);
 };
 
-/// The functions. Never null: only since it has C linkage does this not return a reference.
+/// Never null. It returns a pointer, since a function with C linkage should not return a reference.
 ///
-/// Errors: `std::runtime_error` when they are in a module that cannot be opened.
+/// Errors: `std::runtime_error` when the code is in a module that cannot be opened.
 extern "C" SEARCHPATH_EXPORT const EntrySort* SearchpathEntrySort();
 
 }  // namespace Corvane::PathManagement::detail

@@ -3,7 +3,7 @@
 
 namespace Corvane::PathManagement::detail {
 
-// What the library calls: hands on to the function of the same name in the module.
+// The library's version of this function: it calls the function of the same name in the module.
 extern "C" const EntrySort* SearchpathEntrySort() {
   static const auto* const loaded = reinterpret_cast<decltype(&SearchpathEntrySort)>(
       FindInModule("entry_sort.so", "SearchpathEntrySort"))();

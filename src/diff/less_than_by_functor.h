@@ -5,8 +5,8 @@
 
 namespace Corvane::PathManagement::detail {
 
-/// Compares things by a key, which `functor` computes from a thing: for each comparison again, for
-/// the left thing first.
+/// Compares things by a key, which `functor` computes from a thing: anew for each comparison, and
+/// first for the left thing.
 template <class Functor>
 class LessThanByFunctorImpl {
  public:

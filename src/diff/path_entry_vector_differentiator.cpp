@@ -46,20 +46,20 @@ struct Division {
 /// Divides the entries of two lists, which are sorted by address. So are the results.
 Division DivideByIdentity(PathEntries before, PathEntries after) {
   Division division;
-  auto removed = before.begin();
-  auto added = after.begin();
-  while (removed != before.end() && added != after.end()) {
-    if (*removed < *added) {
-      division.beforeOnly.push_back(std::move(*removed++));
-    } else if (*added < *removed) {
-      division.afterOnly.push_back(std::move(*added++));
+  auto nextBefore = before.begin();
+  auto nextAfter = after.begin();
+  while (nextBefore != before.end() && nextAfter != after.end()) {
+    if (*nextBefore < *nextAfter) {
+      division.beforeOnly.push_back(std::move(*nextBefore++));
+    } else if (*nextAfter < *nextBefore) {
+      division.afterOnly.push_back(std::move(*nextAfter++));
     } else {
-      division.common.push_back(std::move(*removed++));
-      ++added;
+      division.common.push_back(std::move(*nextBefore++));
+      ++nextAfter;
     }
   }
-  std::move(removed, before.end(), std::back_inserter(division.beforeOnly));
-  std::move(added, after.end(), std::back_inserter(division.afterOnly));
+  std::move(nextBefore, before.end(), std::back_inserter(division.beforeOnly));
+  std::move(nextAfter, after.end(), std::back_inserter(division.afterOnly));
   return division;
 }
 
@@ -116,7 +116,7 @@ PathEntryVectorDifferentiator::~PathEntryVectorDifferentiator() = default;
 
 void PathEntryVectorDifferentiator::Compare(PathEntries before, PathEntries after,
                                             ComparisonFilter filter) {
-  CompareHelper(std::move(before), std::move(after), filter, true);
+  CompareHelper(std::move(before), std::move(after), filter, /*computeReordered=*/true);
 }
 
 // One round for each level of folders: a recursion would overflow the stack on deep folders.

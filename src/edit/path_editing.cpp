@@ -27,7 +27,7 @@ namespace {
 using IRISet = boost::unordered_flat_set<AbsoluteIRI, detail::HeldHash, std::equal_to<>>;
 using IRIFlags = boost::unordered_flat_map<AbsoluteIRI, bool, detail::HeldHash, std::equal_to<>>;
 
-/// The message about a folder that cannot be used; none when the failure is not the folder's own.
+/// The message about a folder that cannot be used; empty when the folder is not to blame.
 std::optional<MessageRecord> MessageAbout(const ustring& folder, std::uint32_t errorCode) {
   const auto message = [&folder](const char16_t* key) {
     return MessageRecord{

@@ -65,7 +65,7 @@ struct Field {
     if (const auto found = Find(key)) return *found;
     throw JsonException(JsonFault::MissingField, value.line, FieldBelow(name, key));
   }
-  /// Refuses a member that is not called like one of `known`.
+  /// Refuses an object with a member whose name is not one of `known`.
   void CheckMembers(std::initializer_list<std::u16string_view> known) const {
     for (const JsonMember& member : As<LocatedJson::Object>(u"an object")) {
       if (std::ranges::find(known, member.name) != known.end()) continue;

@@ -29,6 +29,7 @@ std::string GetBase64(std::string_view bytes) {
     for (std::size_t i = 0; i < 3; ++i) {
       group = group << 8 | (i < bytes.size() ? static_cast<unsigned char>(bytes[i]) : 0U);
     }
+    // One byte takes two digits, two bytes take three.
     for (std::size_t i = 0; i < 4; ++i) {
       encoded += i <= bytes.size() ? kDigits[group >> (18 - 6 * i) & 63] : '=';
     }
@@ -45,7 +46,8 @@ void AddText(nlohmann::ordered_json& object, const std::string& key, const ustri
 }
 
 std::string GetLine(const nlohmann::ordered_json& object, bool asciiOnly) {
-  return object.dump(-1, ' ', asciiOnly, nlohmann::ordered_json::error_handler_t::replace);
+  return object.dump(/*indent=*/-1, /*indent_char=*/' ', asciiOnly,
+                     nlohmann::ordered_json::error_handler_t::replace);
 }
 
 }  // namespace Corvane::PathManagement::json

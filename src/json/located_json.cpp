@@ -24,7 +24,7 @@ class Lines {
   /// The line of the token that has just been read. The last byte read does not count: the parser
   /// reads the byte behind a number, too, which may be a line break.
   std::size_t GetLine() {
-    const std::size_t end = std::max<std::size_t>(read, 1) - 1;
+    const std::size_t end = std::max<std::size_t>(bytesRead, 1) - 1;
     const auto from = text.begin() + static_cast<std::ptrdiff_t>(counted);
     const auto to = text.begin() + static_cast<std::ptrdiff_t>(std::max(end, counted));
     line += static_cast<std::size_t>(std::count(from, to, '\n'));
@@ -32,7 +32,7 @@ class Lines {
     return line;
   }
 
-  /// An iterator over the text that keeps `read` up to date.
+  /// An iterator over the text that keeps `bytesRead` up to date.
   class Iterator {
    public:
     using iterator_category = std::input_iterator_tag;
@@ -44,7 +44,7 @@ class Lines {
     Iterator(Lines& of, std::size_t from) : lines(&of), at(from) {}
     reference operator*() const { return lines->text[at]; }
     Iterator& operator++() {
-      lines->read = ++at;
+      lines->bytesRead = ++at;
       return *this;
     }
     friend bool operator==(const Iterator& left, const Iterator& right) {
@@ -60,8 +60,8 @@ class Lines {
 
  private:
   std::string_view text;
-  std::size_t read = 0;     // bytes that the parser has taken
-  std::size_t counted = 0;  // bytes whose line breaks are counted in `line`
+  std::size_t bytesRead = 0;  // by the parser
+  std::size_t counted = 0;    // how many bytes have their line breaks counted in `line`
   std::size_t line = 1;
 };
 
@@ -78,8 +78,8 @@ class TreeBuilder {
     return Add(static_cast<std::int64_t>(value));
   }
   bool number_float(double value, const std::string& digits) {
-    // An integer too large for 64 bits comes as a double, too, and would lose digits. It is not
-    // recognised by the missing decimal point, since that of the locale is used in `digits`.
+    // An integer too large for 64 bits also comes as a double, and would lose digits. It is not
+    // recognised by the missing decimal point, since `digits` has that of the locale.
     const bool isInteger = digits.find_first_not_of("-0123456789") == std::string::npos;
     if (isInteger) Fail(JsonFault::OutOfRange);
     return Add(value);
@@ -101,7 +101,7 @@ class TreeBuilder {
   }
   [[noreturn]] bool parse_error(std::size_t /*position*/, const std::string& /*token*/,
                                 const nlohmann::json::exception& /*error*/) {
-    throw JsonException(JsonFault::Syntax, lines.GetLine(), {});
+    throw JsonException(JsonFault::Syntax, lines.GetLine(), /*itsField=*/{});
   }
 
   LocatedJson TakeRoot() { return std::move(root); }
@@ -121,7 +121,9 @@ class TreeBuilder {
   LocatedJson& MakeRoom();
   template <class Content>
   bool Add(Content content) {
-    if (++values > mostValues) throw JsonException(JsonFault::TooManyValues, {}, {});
+    if (++values > mostValues) {
+      throw JsonException(JsonFault::TooManyValues, /*itsLine=*/{}, /*itsField=*/{});
+    }
     MakeRoom() = {lines.GetLine(), std::move(content)};
     return true;
   }
@@ -172,7 +174,7 @@ bool TreeBuilder::end_object() {
   const auto name = [](const JsonMember* member) -> const ustring& { return member->name; };
   std::ranges::stable_sort(byName, {}, name);
   const auto same = std::ranges::adjacent_find(byName, {}, name);
-  open.pop_back();
+  open.pop_back();  // so that `Field` names this object
   if (same == byName.end()) return true;
   const JsonMember& second = **(same + 1);
   throw JsonException(JsonFault::RepeatedField, second.value.line,
@@ -187,7 +189,7 @@ void CheckUtf8(std::string_view bytes) {
     U8_NEXT(units, at, bytes.size(), codePoint);
     if (codePoint >= 0) continue;
     const auto line = 1 + std::ranges::count(bytes.substr(0, begin), '\n');
-    throw JsonException(JsonFault::NotUtf8, static_cast<std::size_t>(line), {});
+    throw JsonException(JsonFault::NotUtf8, static_cast<std::size_t>(line), /*itsField=*/{});
   }
 }
 

@@ -28,8 +28,8 @@ class EntryTable {
     std::uint32_t main;    // the row of the main entry that it belongs to
   };
 
-  /// Adds `top`, the next main entry, and all entries below it. entriesBelow(entry) returns those
-  /// directly below an entry.
+  /// Adds `top`, the next main entry, and all entries below it. entriesBelow(entry) returns the
+  /// entries directly below an entry.
   template <class Below>
   void Add(const std::shared_ptr<const Entry>& top, const Below& entriesBelow) {
     const auto main = static_cast<std::uint32_t>(rows.size());
@@ -70,7 +70,7 @@ class EntryTable {
   [[nodiscard]] std::shared_ptr<const Entry> FindExactly(const CanonicalAbsoluteIRI& iri) const {
     const auto row = Find(static_cast<const AbsoluteIRI&>(iri));
     if (!row) return nullptr;
-    // Mostly the very first. Entries of one folder may differ in the further text.
+    // Mostly it is in this very row. Entries of one folder may differ in the further text.
     const auto found = std::find_if(rows.begin() + *row, rows.end(), [&](const Row& each) {
       return each.entry->GetCanonicalAbsoluteIRI() == iri;
     });
@@ -93,6 +93,7 @@ class EntryTable {
     return row ? rows[*row].entry : nullptr;
   }
 
+  /// Whether `first` comes before `second`. What is not on the path comes after all that is.
   [[nodiscard]] bool IsBefore(const IPathEntry& first, const IPathEntry& second) const {
     const auto firstRow = Find(first);
     const auto secondRow = Find(second);

@@ -27,9 +27,9 @@ namespace Corvane::PathManagement::detail {
 [[nodiscard]] PathEntries EntriesBelow(const IPathEntry& entry);
 
 /// Calls visit(entry, depth) for `top`, at depth 0, and all entries below it, in path order, until
-/// it returns true. Returns whether it did. entriesBelow(entry), which returns the entries directly
-/// below, is called after the visit of `entry`. This is a loop and no recursion, since folders may
-/// nest deeper than the stack allows.
+/// a call returns true. Returns whether one did. entriesBelow(entry), which returns the entries
+/// directly below, is called after the visit of `entry`. This is a loop and no recursion, since
+/// folders may nest deeper than the stack allows.
 template <class Entry, class Visit, class Below>
 bool WalkEntries(const std::shared_ptr<const Entry>& top, const Visit& visit,
                  const Below& entriesBelow) {

@@ -28,7 +28,7 @@ namespace {
 using detail::ItemOfFile;
 using detail::SearchTarget;
 
-/// `items` in the order of the bytes of their names, in which folders on disk are listed, too.
+/// `items` in the order of the bytes of their names, as folders on disk are listed.
 template <class Item, class NameOf>
 std::vector<Item> SortedByBytes(std::vector<Item> items, NameOf nameOf) {
   using Bytes = decltype(BytesFromText(ustring()));
@@ -56,13 +56,13 @@ class ListedEntry : public PathEntryBase {
       made.push_back(std::make_shared<const PathItem>(ItemOfFile(location, std::move(file))));
     }
     items = std::make_shared<const PathItems>(std::move(made));
-    auto folders = SortedByBytes(std::move(folder.folders), [](const ListedFolder& other) {
-      return other.location.getName();
+    auto folders = SortedByBytes(std::move(folder.folders), [](const ListedFolder& subfolder) {
+      return subfolder.location.getName();
     });
-    for (ListedFolder& other : folders) {
-      const PathEntryType otherKind = GetPathEntryTypeFromBaseName(other.location.getName());
-      if (otherKind == PathEntryType::Ordinary) continue;
-      below.push_back(std::make_shared<const ListedEntry>(std::move(other), otherKind));
+    for (ListedFolder& subfolder : folders) {
+      const PathEntryType kindBelow = GetPathEntryTypeFromBaseName(subfolder.location.getName());
+      if (kindBelow == PathEntryType::Ordinary) continue;  // not searched, as on disk
+      below.push_back(std::make_shared<const ListedEntry>(std::move(subfolder), kindBelow));
     }
   }
 

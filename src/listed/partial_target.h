@@ -28,8 +28,8 @@ struct PartialTarget {
 [[nodiscard]] bool BeginsAtRoot(const ustring& pathname);
 
 /// Calls ask(entry, target.file) for each entry of `path` in which `target` is to be looked for,
-/// until it returns true. forEachMatch(names, visit) has to call visit(entry), until it returns
-/// true, for the entries that the partial pathname with these folder names matches.
+/// until a call returns true. forEachMatch(names, visit) has to call visit(entry), until a call
+/// returns true, for the entries that the partial pathname with these folder names matches.
 template <class ForEachMatch, class Ask>
 void AskMatchingFolders(const IPath& path, SearchScope scope, const PartialTarget& target,
                         FilenameMatchingPolicy policy, const ForEachMatch& forEachMatch,

@@ -134,7 +134,7 @@ std::shared_ptr<const IPathEntry> PathBase::GetPathEntryFromAbsoluteIRI(
 namespace {
 
 /// Calls ask(entry, file) for the entries in which `target` is to be looked for, in path order,
-/// until it returns true; `file` is `target` without folders. `forEachMatch` is as for
+/// until a call returns true; `file` is `target` without folders. `forEachMatch` is as for
 /// `AskMatchingFolders`.
 template <class ForEachMatch, class Ask>
 void AskFolders(const IPath& path, SearchScope scope, const SearchTarget& target,

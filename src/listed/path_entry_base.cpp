@@ -27,6 +27,7 @@ std::shared_ptr<const IPathEntry> FirstOfKind(PathEntries folders, PathEntryType
   return found->empty() ? nullptr : found->front();
 }
 
+/// Whether another getter returns this kind: `GetSubfolderEntriesC` returns the rest.
 bool HasOwnGetter(PathEntryType kind) {
   return kind == PathEntryType::PrivateFolder || kind == PathEntryType::ResourcesFolder ||
          kind == PathEntryType::PlusFolder || kind == PathEntryType::AtFolder;

@@ -44,7 +44,7 @@ void AppendFilesByExtensions(const std::shared_ptr<const IPathEntry>& entry,
 detail::SearchTarget CreateSearchTargetWithExtensionInFilenamePreferred(
     const ustring& name, const std::vector<ustring>& extensions) {
   if (extensions.empty() || name.ends_with(u'.')) return detail::SearchTarget(name);
-  const fl::filesystem::path path(name, true);
+  const fl::filesystem::path path(name, /*convertToNativeForm=*/true);
   if (!fl::filesystem::detail::extract_extension(path).empty()) return detail::SearchTarget(name);
   return {name, extensions};
 }

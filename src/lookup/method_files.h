@@ -6,7 +6,7 @@
 // How a plain name is looked up in method entries beside the ordinary folders.
 namespace Corvane::PathManagement::detail {
 
-/// The method entries directly below ordinary folders that have the name of `target`. This name is
+/// The method entries with the name of `target`, directly below ordinary folders. The name is
 /// compared as the file system does, whatever policy the look-up has for files.
 inline PathEntries GetMethodEntriesFor(const IPath& path, const SearchTarget& target) {
   return path.GetMethodEntriesByName(kMainScope, target.GetName(),
@@ -14,7 +14,7 @@ inline PathEntries GetMethodEntriesFor(const IPath& path, const SearchTarget& ta
 }
 
 /// Whether a file in the method entry `method` wins over one of that name in the ordinary folder
-/// `ordinary`: when `method` comes first on `path`. On a tie the ordinary folder wins.
+/// `ordinary`. It does when `method` comes first on `path`. On a tie the ordinary folder wins.
 inline bool MethodEntryWins(const IPath& path, const IPathEntry& method,
                             const IPathEntry& ordinary) {
   return path.FirstEntryIsBeforeSecondOnPath(method, ordinary);

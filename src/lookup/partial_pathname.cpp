@@ -105,7 +105,7 @@ bool DoesPartialPathnameMatchPathString(const BidirectionalUstringRange& partial
   auto [unmatched, isWhole] =
       MatchEnds(partial.begin(), partial.end(), components, equal, MatchLoosely);
   if (!isWhole) return false;
-  // The match of an empty partial pathname counts as the folder itself, so its kind is not checked.
+  // The match of an empty partial pathname counts as the folder itself, whose kind is not checked.
   const bool nothingMatched = unmatched == components.size();
   if (nothingMatched && unmatched > 0) --unmatched;
   return MayBeginAfter(components, unmatched);

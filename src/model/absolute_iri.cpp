@@ -42,9 +42,10 @@ struct Parts {
   std::size_t pathEnd;
 };
 
+/// A new representation of the IRI `text`, with one owner.
 const IRIRepresentation* Share(std::u16string_view text, const Parts& parts) {
   if (text.size() > std::numeric_limits<std::uint32_t>::max()) {
-    throw InvalidIRI("it is too long", text, "");
+    throw InvalidIRI("it is too long", text);
   }
   const std::size_t bytes = text.size() * sizeof(char16_t);
   void* memory = ::operator new(sizeof(IRIRepresentation) + bytes);
@@ -94,12 +95,13 @@ std::size_t ParentEnd(std::u16string_view path) {
   return separator == 0 ? 1 : separator;
 }
 
+/// The components of `path` with "." and ".." resolved. Errors name `wholeText`.
 std::vector<std::u16string_view> ResolvedComponents(std::u16string_view path,
                                                     std::u16string_view wholeText) {
   std::vector<std::u16string_view> components;
   for (auto component = TakeComponent(path); !component.empty(); component = TakeComponent(path)) {
     if (component == u"..") {
-      if (components.empty()) throw InvalidIRI("\"..\" leads above the root", wholeText, "");
+      if (components.empty()) throw InvalidIRI("\"..\" leads above the root", wholeText);
       components.pop_back();
     } else if (component != u".") {
       components.push_back(component);
@@ -159,7 +161,7 @@ bool AbsoluteIRI::hasParent() const noexcept {
 AbsoluteIRI AbsoluteIRI::getParent() const {
   const std::size_t end = detail::ParentEnd(detail::WithoutTrailingSeparators(pathText()));
   if (end == std::u16string_view::npos) {
-    throw detail::InvalidIRI("a root has no parent", toStringView(), "");
+    throw detail::InvalidIRI("a root has no parent", toStringView());
   }
   const std::size_t pathEnd = shared->pathBegin + end;
   return AbsoluteIRI(detail::Share(toStringView().substr(0, pathEnd),
@@ -199,7 +201,7 @@ ustring AbsoluteIRI::makePathRelativeTo(const AbsoluteIRI& above) const {
       !path.substr(abovePath.size()).starts_with(u'/')) {
     throw detail::InvalidIRI(
         "it is not below " + Corvane::PathManagement::detail::QuotedText(above.toStringView()),
-        toStringView(), "");
+        toStringView());
   }
   const std::u16string_view below = path.substr(abovePath.size());
   return detail::Decoded(*shared, below.substr(below.find_first_not_of(u'/')));

@@ -32,7 +32,7 @@ bool IsEscaped(char16_t unit) { return unit < kIsEscaped.size() && kIsEscaped[un
 
 bool IsSurrogate(char16_t unit) { return U16_IS_SURROGATE(unit); }
 
-/// Whether `path` is certainly spelled already, as most paths are: a quick test.
+/// A quick test that most paths pass: true only when `path` is spelled already.
 bool IsSpelled(std::u16string_view path) {
   char16_t before = 0;
   for (const char16_t unit : path) {
@@ -43,13 +43,13 @@ bool IsSpelled(std::u16string_view path) {
   return before != u'/' || path.size() == 1;
 }
 
-/// `text` with units for bytes (see `TextFromBytes`) that together are UTF-8 replaced by the
-/// character. `whole`, of which `text` is a part, is the text that errors name.
+/// `text` in which units for bytes (see `TextFromBytes`) that together are the UTF-8 of a character
+/// are replaced by it. `whole`, of which `text` is a part, is the text that errors name.
 ustring WithBytesJoined(std::u16string_view text, std::u16string_view whole) {
-  if (text.find(u'\0') != text.npos) throw InvalidIRI("a NUL names no file", whole, "");
+  if (text.find(u'\0') != text.npos) throw InvalidIRI("a NUL names no file", whole);
   if (std::ranges::none_of(text, IsSurrogate)) return ustring(text);
   const auto bytes = Corvane::PathManagement::BytesFromText(text);
-  if (!bytes) throw InvalidIRI("a lone surrogate names no file", whole, "");
+  if (!bytes) throw InvalidIRI("a lone surrogate names no file", whole);
   return Corvane::PathManagement::TextFromBytes(*bytes);
 }
 
@@ -73,7 +73,7 @@ void CheckEscapes(std::u16string_view path, StrayPercent strayPercent, std::u16s
       throw InvalidIRI("\"%\" begins no escape", whole, "write \"%25\" for a literal \"%\"");
     }
     if (byte == std::uint8_t{'/'} || byte == std::uint8_t{0}) {
-      throw InvalidIRI("an escaped separator or NUL names no file", whole, "");
+      throw InvalidIRI("an escaped separator or NUL names no file", whole);
     }
   }
 }
@@ -102,7 +102,7 @@ std::u16string_view PathOfFileIRI(std::u16string_view iriText) {
     if (path.empty()) return u"/";
   }
   if (!path.starts_with(u'/')) {
-    throw InvalidIRI("the path of a \"file\" IRI begins with \"/\"", iriText, "");
+    throw InvalidIRI("the path of a \"file\" IRI begins with \"/\"", iriText);
   }
   return path;
 }

@@ -8,8 +8,8 @@
 
 namespace foundation::storage::vfs::detail {
 
-// To spell a path is to write it as `AbsoluteIRI` has it in a "file" IRI: each path in one way
-// only. Lone surrogates U+DC80..U+DCFF are bytes that are not UTF-8; see `TextFromBytes`.
+// To spell a path is to write it as in the "file" IRIs of `AbsoluteIRI`: each path in one way only.
+// Lone surrogates U+DC80..U+DCFF stand for bytes that are not UTF-8; see `TextFromBytes`.
 
 /// What a "%" that begins no escape means.
 enum class StrayPercent : std::uint8_t { Invalid, Literal };
@@ -26,8 +26,8 @@ enum class StrayPercent : std::uint8_t { Invalid, Literal };
 /// is `Invalid`, an authority that is not "localhost", and a path that does not begin with "/".
 [[nodiscard]] ustring SpellPathOfFileIRI(std::u16string_view iriText, StrayPercent strayPercent);
 
-/// The already spelled `path` without ".." components; ".." above the root is dropped, as the file
-/// system does.
+/// `path`, which is already spelled, without ".." components and the components before them, which
+/// they take back; ".." above the root is dropped, as the file system does.
 [[nodiscard]] ustring WithoutDotSegments(std::u16string_view path);
 
 }  // namespace foundation::storage::vfs::detail

@@ -47,7 +47,7 @@ std::size_t AuthorityEnd(std::u16string_view text, std::size_t afterScheme) {
 ustring WithIllegalEscaped(std::u16string_view text) {
   const auto bytes = Corvane::PathManagement::BytesFromText(text);
   if (!bytes || text.find(u'\0') != text.npos) {
-    throw InvalidIRI("a NUL or a lone surrogate stands for nothing", text, "");
+    throw InvalidIRI("a NUL or a lone surrogate stands for nothing", text);
   }
   const ustring joined = Corvane::PathManagement::TextFromBytes(*bytes);
   const std::size_t authorityEnd = AuthorityEnd(joined, SchemeLength(joined) + 1);
@@ -84,8 +84,9 @@ std::string InAscii(std::u16string_view escaped) {
 /// memory runs out.
 class ParsedIRI {
  public:
+  /// Parses `ascii`. Errors name `text`, from which it was made.
   ParsedIRI(std::u16string_view text, const std::string& ascii) {
-    if (ascii.size() > kLongestIRI) throw InvalidIRI("it is longer than 64 KiB", text, "");
+    if (ascii.size() > kLongestIRI) throw InvalidIRI("it is longer than 64 KiB", text);
     const char* errorAt = nullptr;
     const int result =
         uriParseSingleUriExA(&uri, ascii.data(), ascii.data() + ascii.size(), &errorAt);
@@ -94,7 +95,7 @@ class ParsedIRI {
       const std::string rest(errorAt,
                              static_cast<std::size_t>(ascii.data() + ascii.size() - errorAt));
       throw InvalidIRI("it does not follow the IRI syntax from \"" + rest.substr(0, 20) + "\" on",
-                       text, "");
+                       text);
     }
   }
   ParsedIRI(const ParsedIRI&) = delete;
@@ -143,7 +144,7 @@ ustring PathWithoutDotSegments(std::u16string_view path) {
   return plain;
 }
 
-/// The parser writes the escapes in hosts in lower case.
+/// Mends the escapes in hosts, which the parser writes in lower case.
 void WriteEscapesInUpperCase(ustring& text) {
   for (std::size_t at = text.find(u'%'); at != text.npos; at = text.find(u'%', at + 1)) {
     if (const auto byte = EscapeAt(text, at)) {

@@ -12,7 +12,7 @@ namespace foundation::storage::vfs::detail {
 /// two or more characters and ":". One character would be a drive, not a scheme.
 [[nodiscard]] std::size_t SchemeLength(std::u16string_view text) noexcept;
 
-/// Whether `text` begins with such a scheme followed by "://".
+/// Whether `text` begins with a scheme of two or more characters and "://".
 [[nodiscard]] bool HasIRIPrefix(std::u16string_view text) noexcept;
 
 /// An IRI of a scheme other than "file", and the position of the path in its text.

@@ -69,7 +69,7 @@ std::optional<std::uint8_t> EscapeAt(std::u16string_view text, std::size_t at) n
 ustring DecodeEscapes(std::u16string_view text, Undecodable undecodable) {
   ustring decoded;
   decoded.reserve(text.size());
-  std::size_t begin = 0;  // of what is not yet decoded; stays at a "%" that is not to be decoded
+  std::size_t begin = 0;  // where the rest begins, perhaps with a "%" that is to be kept
   for (auto at = text.find(u'%'); at != text.npos; at = text.find(u'%', std::max(begin, at + 1))) {
     decoded += text.substr(begin, at - begin);
     begin = DecodeRun(text, at, undecodable, decoded);

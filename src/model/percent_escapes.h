@@ -26,7 +26,7 @@ void AppendEscape(Text& text, std::uint8_t byte) {
 /// What becomes of escapes that are not part of valid UTF-8.
 enum class Undecodable : std::uint8_t {
   Kept,                ///< they stay as they are written
-  KeptWithSeparators,  ///< they stay, and so do "%2F" and "%00", which would name another file
+  KeptWithSeparators,  ///< they stay, and so do "%2F" and "%00": decoded, they name another file
   AsByte,              ///< they become lone surrogates U+DC80..U+DCFF, as in `TextFromBytes`
 };
 

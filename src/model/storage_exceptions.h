@@ -7,9 +7,9 @@
 
 namespace foundation::storage::vfs::detail {
 
-/// The exception with the message `invalid IRI "text": complaint; advice`. `advice` may be empty.
+/// The exception with the message `invalid IRI "text": complaint; advice`.
 [[nodiscard]] InvalidIRIException InvalidIRI(std::string_view complaint, std::u16string_view text,
-                                             std::string_view advice);
+                                             std::string_view advice = "");
 
 }  // namespace foundation::storage::vfs::detail
 

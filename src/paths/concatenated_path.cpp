@@ -51,8 +51,8 @@ ConcatenatedPath::ConcatenatedPath(std::vector<std::shared_ptr<const IPath>>&& p
 ConcatenatedPath::ConcatenatedPath(std::initializer_list<std::shared_ptr<const IPath>> pathParts)
     : parts(pathParts) {}
 
-// The flag is copied first: another thread may still be building the list of `other`, which may be
-// read only when the copied flag says that it is built.
+// `mainEntriesOnce` is copied first: another thread may still be building the list of `other`,
+// which may be read only when the copy says that it is built.
 ConcatenatedPath::ConcatenatedPath(const ConcatenatedPath& other)
     : IPath(other),
       parts(other.parts),

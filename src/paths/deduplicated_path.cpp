@@ -31,7 +31,7 @@ class SeenFolders {
     if (folders.empty()) folders.reserve(count);
   }
 
-  /// Whether `entry` is the first for its folder.
+  /// Adds the folder of `entry`. Returns whether `entry` is the first for it.
   [[nodiscard]] bool IsFirst(const IPathEntry& entry) {
     return folders.insert(AbsoluteIRI(entry.GetCanonicalAbsoluteIRI())).second;
   }
@@ -43,7 +43,8 @@ class SeenFolders {
 /// The files that one question has found, by folder and file name. Does not own them.
 class SeenFiles {
  public:
-  /// Whether `item`, which must live as long as this, is the first for its file.
+  /// Adds the file of `item`, which must live as long as this. Returns whether `item` is the first
+  /// for it.
   [[nodiscard]] bool IsFirst(const PathItem& item) { return files.insert(&item).second; }
 
  private:

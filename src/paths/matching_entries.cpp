@@ -20,7 +20,8 @@ bool IsSeparator(char16_t unit) {
 
 bool IsAbsolute(const ustring& name) {
   namespace files = fl::filesystem::detail;
-  if (files::is_absolute_path_when_expanded(files::make_native_form(name, true), true)) return true;
+  const ustring native = files::make_native_form(name, /*expand=*/true);
+  if (files::is_absolute_path_when_expanded(native, /*expand=*/true)) return true;
   // A network share: `is_absolute_path_when_expanded` need not know these on every platform.
   return name.size() >= 2 && IsSeparator(name[0]) && IsSeparator(name[1]);
 }

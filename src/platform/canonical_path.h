@@ -37,7 +37,7 @@ class LinkResolver {
   [[nodiscard]] CanonicalPath Resolve(const std::string& path);
 
  private:
-  /// The canonical path of a folder, "" for the root; empty when it cannot be resolved to its end.
+  /// The canonical path of a folder, "" for the root; `nullopt` when it does not fully resolve.
   using Folder = std::optional<std::string>;
 
   [[nodiscard]] Folder FolderAt(const std::string& path);

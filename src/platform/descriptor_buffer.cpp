@@ -64,7 +64,7 @@ bool DescriptorBuffer::Write(const char* bytes, std::streamsize count) {
         [&] { return write(descriptor, bytes, static_cast<std::size_t>(count)); });
     if (written <= 0) {
       firstError = written < 0 ? errno : EIO;
-      setp(nullptr, nullptr);  // so that every further byte arrives here and is refused
+      setp(nullptr, nullptr);  // no room: every further byte goes to Flush, which refuses it
       return false;
     }
     bytes += written;

@@ -41,7 +41,7 @@ const std::shared_ptr<basic_diagnostic_logger::SharedSink>& basic_diagnostic_log
 bool basic_diagnostic_logger::IsHeard() const noexcept { return sharedSink->IsThere(); }
 
 void basic_diagnostic_logger::Write(Severity severity, std::string_view message) const {
-  // Called outside the lock: a sink may write or set a sink.
+  // The sink is called outside the lock, since it may itself write a message or set a sink.
   if (const auto sink = sharedSink->Get()) (*sink)(name, severity, message);
 }
 

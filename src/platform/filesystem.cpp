@@ -44,7 +44,7 @@ ustring RandomDigits() {
   return digits;
 }
 
-/// A buffer that reads `pathname`. Not open unless that is a regular file; `error` then says why.
+/// A buffer that reads the regular file `pathname`. If it cannot be opened, `error` says why.
 std::unique_ptr<FileBuffer> OpenBuffer(const path& pathname, std::error_code& error) try {
   const std::string bytes = detail::NativeBytes(pathname.native());
   detail::Descriptor file = detail::OpenRegularFile(
@@ -92,6 +92,7 @@ bool remove(const path& pathname) noexcept {
         if (size + count < name.size()) std::copy_n(bytes, count, name.data() + size);
         size += count;
       });
+  // The length also differs when a NUL would cut the name.
   return isName && size < name.size() && std::strlen(name.data()) == size &&
          std::remove(name.data()) == 0;
 }

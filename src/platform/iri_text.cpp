@@ -22,8 +22,8 @@ bool hasIRIPrefix(const ustring& text) noexcept { return detail::HasIRIPrefix(te
 
 AbsoluteIRI toAbsoluteIRI(const ustring& scheme, const fl::filesystem::path& path) {
   const ustring& native = path.native();
-  if (!IsScheme(scheme)) throw detail::InvalidIRI("it is no scheme", scheme, "");
-  if (native.empty()) throw detail::InvalidIRI("an empty path names no file", native, "");
+  if (!IsScheme(scheme)) throw detail::InvalidIRI("it is no scheme", scheme);
+  if (native.empty()) throw detail::InvalidIRI("an empty path names no file", native);
   if (native.front() != u'/') {
     throw detail::InvalidIRI("a relative path has no IRI", native, "write the absolute path");
   }
@@ -32,7 +32,7 @@ AbsoluteIRI toAbsoluteIRI(const ustring& scheme, const fl::filesystem::path& pat
 
 fl::filesystem::path fromAbsoluteIRI(const AbsoluteIRI& iri) {
   if (!iri.toStringView().starts_with(u"file:")) {
-    throw detail::InvalidIRI("only a \"file\" IRI has a native path", iri.toStringView(), "");
+    throw detail::InvalidIRI("only a \"file\" IRI has a native path", iri.toStringView());
   }
   return {iri.getPath()};
 }

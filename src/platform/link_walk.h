@@ -44,7 +44,7 @@ class LinkWalk {
   std::string buffer;            // holds the text that rest views
   std::string_view rest;         // still to be walked
   std::string resolved;          // without links
-  std::size_t parentLength = 0;  // of the present name's folder
+  std::size_t parentLength = 0;  // of the part of resolved that is the folder
   int linksFollowed = 0;
 };
 

@@ -25,7 +25,7 @@ std::system_error QuotedPathError(int error, std::string_view complaint, std::u1
 std::string NativeBytes(const foundation::ustring& path) {
   std::optional<std::string> bytes = BytesFromText(path);
   if (!bytes || path.find(u'\0') != path.npos) {
-    throw QuotedPathError(EINVAL, "no file can be called", path, "");
+    throw QuotedPathError(EINVAL, "no file can be called", path, /*remark=*/"");
   }
   return *std::move(bytes);
 }

@@ -14,15 +14,15 @@ namespace fl::filesystem::detail {
 /// Precondition: when `file` is not open, errno is that of the attempt to open it.
 [[nodiscard]] std::error_code WhyNotRegular(const Descriptor& file);
 
-/// Opens a regular file for reading, and nothing else: to open a FIFO may take for ever, and to
+/// Opens a file for reading only if it is a regular one: to open a FIFO may take for ever, and to
 /// open a device may already do something. `open` takes flags and returns a `Descriptor`.
 ///
 /// On failure, the returned descriptor is not open and `error` says why.
 template <class Open>
 [[nodiscard]] Descriptor OpenRegularFile(const Open& open, std::error_code& error) {
   Descriptor file(-1);
-  // First with O_PATH, which does not open the file itself. Checked again when it is open, since
-  // another file may be in its place by then.
+  // First with O_PATH, which does not open the file itself. The file is checked again when it is
+  // open, since another may be in its place by then.
   for (const int flags : {O_PATH, O_RDONLY | O_NONBLOCK | O_NOCTTY}) {
     Descriptor next = open(flags | O_CLOEXEC);
     error = WhyNotRegular(next);

@@ -12,12 +12,13 @@ namespace {
 
 /// Other schemes have no links, so ".." can be removed from the text.
 CanonicalAbsoluteIRI CanonicalIRIOfOtherScheme(const AbsoluteIRI& location) {
-  return {AbsoluteIRI(detail::GenericIRIWithoutDotSegments(location.toStringView())), u""};
+  return {AbsoluteIRI(detail::GenericIRIWithoutDotSegments(location.toStringView())),
+          /*suffix=*/u""};
 }
 
 CanonicalAbsoluteIRI CanonicalIRI(const detail::CanonicalPath& canonical) {
   const fl::filesystem::path path(Corvane::PathManagement::TextFromBytes(canonical.bytes));
-  return {toAbsoluteIRI(u"file", path), u""};
+  return {toAbsoluteIRI(u"file", path), /*suffix=*/u""};
 }
 
 }  // namespace

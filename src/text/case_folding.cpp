@@ -21,7 +21,7 @@ std::int32_t LengthOf(std::u16string_view text) {
   return static_cast<std::int32_t>(text.size());
 }
 
-/// Throws what `status` says went wrong. Lengths have been checked before.
+/// Throws when `status` is that of a failure. Lengths have been checked before.
 void CheckSuccess(UErrorCode status) {
   if (status == U_MEMORY_ALLOCATION_ERROR) throw std::bad_alloc();
   if (U_FAILURE(status)) {

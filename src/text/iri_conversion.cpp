@@ -12,7 +12,8 @@ AbsoluteIRI GetIRIFromString(const ustring& text) {
     foundation::storage::utility::normalizeURL(normal);
     return AbsoluteIRI(normal);
   }
-  return foundation::storage::vfs::toAbsoluteIRI(u"file", fl::filesystem::path(text, true));
+  return foundation::storage::vfs::toAbsoluteIRI(
+      u"file", fl::filesystem::path(text, /*convertToNativeForm=*/true));
 }
 
 CanonicalAbsoluteIRI GetCanonicalIRI(const AbsoluteIRI& iri) {
@@ -27,7 +28,7 @@ CanonicalAbsoluteIRI GetCanonicalIRIFromString(const ustring& text) {
 ustring GetStringFromIRI(const AbsoluteIRI& iri) {
   if (iri.getScheme() == u"file") return foundation::storage::vfs::fromAbsoluteIRI(iri).native();
   ustring text = iri.toString();
-  foundation::storage::utility::decodeURL(text, true);
+  foundation::storage::utility::decodeURL(text, /*decodeUtf8=*/true);
   return text;
 }
 

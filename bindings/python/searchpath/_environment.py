@@ -108,7 +108,7 @@ class Environment(Handle):
     def shadows(
         self, *, extensions: Iterable[Text] = (), ignore_case: bool = False
     ) -> List[Dict[str, Any]]:
-        """The names that hide files: the objects that `searchpath shadows --json` prints."""
+        """The names whose files hide others: what `searchpath shadows --json` prints."""
         shadows = self._ask(c.find_shadows, lookup("", extensions, None, ignore_case))
         try:
             return [_shadow(shadows, at) for at in range(c.shadows_count(shadows))]
@@ -172,8 +172,8 @@ class Watch:
             return made
 
     def fileno(self) -> int:
-        """A descriptor for `select`, `selectors` and event loops: readable from when something may
-        have changed until the next call of `environment`. The kernel reports no changes on network
+        """A descriptor for `select`, `selectors` and event loops: readable once something may have
+        changed, until the next call of `environment`. The kernel reports no changes on network
         file systems: with folders there, call `environment` from time to time as well. Negative
         when the kernel reports no changes at all."""
         with self._lock:

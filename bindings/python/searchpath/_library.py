@@ -39,6 +39,7 @@ def _places() -> List[str]:
     one, beside this module, then where the loader looks."""
     if os.environ.get(VARIABLE):
         return [os.environ[VARIABLE]]
+    # This module is in lib/python3/dist-packages/searchpath.
     lib = os.path.normpath(os.path.join(os.path.dirname(os.path.abspath(__file__)), "../../.."))
     machine = os.uname().machine + "-linux-gnu"  # Debian's folder for libraries
     folders = [lib, os.path.join(lib, machine), lib + "64"]
@@ -75,11 +76,11 @@ def _declare(name: str, result: Optional[type], *arguments: Any) -> Callable[...
 
 
 _Out = POINTER(c_void_p)
-_Wrong = POINTER(Error)
-_Question = (c_void_p, POINTER(Lookup), _Out, _Wrong)
+_Failure = POINTER(Error)
+_Question = (c_void_p, POINTER(Lookup), _Out, _Failure)
 
 environment_open = _declare(
-    "environment_open", c_int, POINTER(c_char_p), c_size_t, c_int, c_char_p, _Out, _Wrong
+    "environment_open", c_int, POINTER(c_char_p), c_size_t, c_int, c_char_p, _Out, _Failure
 )
 environment_free = _declare("environment_free", None, c_void_p)
 find = _declare("find", c_int, *_Question)
@@ -96,25 +97,25 @@ shadows_name = _declare("shadows_name", View, c_void_p, c_size_t)
 shadows_files = _declare("shadows_files", c_void_p, c_void_p, c_size_t)
 shadows_kind = _declare("shadows_kind", View, c_void_p, c_size_t, c_size_t)
 shadows_free = _declare("shadows_free", None, c_void_p)
-watch_open = _declare("watch_open", c_int, c_void_p, _Out, _Wrong)
+watch_open = _declare("watch_open", c_int, c_void_p, _Out, _Failure)
 watch_descriptor = _declare("watch_descriptor", c_int, c_void_p)
-watch_environment = _declare("watch_environment", c_int, c_void_p, _Out, _Wrong)
+watch_environment = _declare("watch_environment", c_int, c_void_p, _Out, _Failure)
 watch_free = _declare("watch_free", None, c_void_p)
 find_with_receipt = _declare(
-    "find_with_receipt", c_int, c_void_p, POINTER(Lookup), c_size_t, _Out, _Wrong
+    "find_with_receipt", c_int, c_void_p, POINTER(Lookup), c_size_t, _Out, _Failure
 )
-receipt_load = _declare("receipt_load", c_int, c_char_p, _Out, _Wrong)
-receipt_save = _declare("receipt_save", c_int, c_void_p, c_char_p, _Wrong)
+receipt_load = _declare("receipt_load", c_int, c_char_p, _Out, _Failure)
+receipt_save = _declare("receipt_save", c_int, c_void_p, c_char_p, _Failure)
 receipt_free = _declare("receipt_free", None, c_void_p)
-receipt_answers = _declare("receipt_answers", c_int, c_void_p, _Out, _Wrong)
+receipt_answers = _declare("receipt_answers", c_int, c_void_p, _Out, _Failure)
 answers_count = _declare("answers_count", c_size_t, c_void_p)
 answers_name = _declare("answers_name", View, c_void_p, c_size_t)
 answers_path = _declare("answers_path", View, c_void_p, c_size_t)
 answers_free = _declare("answers_free", None, c_void_p)
-receipt_verify = _declare("receipt_verify", c_int, c_void_p, _Out, _Wrong)
+receipt_verify = _declare("receipt_verify", c_int, c_void_p, _Out, _Failure)
 changes_count = _declare("changes_count", c_size_t, c_void_p)
 changes_name = _declare("changes_name", View, c_void_p, c_size_t)
 changes_before = _declare("changes_before", View, c_void_p, c_size_t)
 changes_after = _declare("changes_after", View, c_void_p, c_size_t)
-changes_renew = _declare("changes_renew", c_int, c_void_p, _Out, _Wrong)
+changes_renew = _declare("changes_renew", c_int, c_void_p, _Out, _Failure)
 changes_free = _declare("changes_free", None, c_void_p)

@@ -21,7 +21,7 @@ def encode(text: Text) -> bytes:
 
 
 def listed(texts: Iterable[Text], what: str) -> Tuple[Text, ...]:
-    """The texts as a tuple. A single text, which is a list of letters, too, is refused."""
+    """The texts as a tuple. A single text is refused: it would be taken for a list of letters."""
     if isinstance(texts, (str, bytes, os.PathLike)):
         raise TypeError(f"{what} are a list of texts, not the text {texts!r}")
     return tuple(texts)
@@ -63,4 +63,5 @@ class Handle:
         self._handle = handle
 
     def __del__(self) -> None:
+        # None, which C takes for null, when the constructor has failed early.
         self._free(self.__dict__.pop("_handle", None))
