@@ -18,6 +18,8 @@ bool IsSeparator(char16_t unit) {
   return Constants::PathnameSeparatorStr.find(unit) != ustring::npos;
 }
 
+/// Whether `name` is absolute as users type it: "/x", "~x" or an IRI. It stays as it is: the working
+/// folder expands it later.
 bool IsAbsolute(const ustring& name) {
   namespace files = fl::filesystem::detail;
   const ustring native = files::make_native_form(name, /*expand=*/true);
@@ -33,7 +35,7 @@ PathEntries EntryForFolder(const ustring& folder, const IPath& path,
     auto entry = path.GetPathEntryFromAbsoluteIRI(workingFolder.absolutize(folder), policy);
     if (entry != nullptr) return {std::move(entry)};
   } catch (const FailedToAbsolutizeException&) {
-    // It is no folder, so no path has an entry for it.
+    // What cannot be located has no entry on any path.
   }
   return {};
 }

@@ -5,6 +5,7 @@
 
 namespace Corvane::PathManagement::host {
 
+/// The comparison for programs that use the headers of the host alone.
 using PathManagement::AreSameFilename;
 
 }  // namespace Corvane::PathManagement::host

@@ -12,11 +12,12 @@ namespace fl::filesystem {
 
 /// Replaces a file, the target, in one step. At every moment, even after a kill or a power cut, a
 /// reader finds either the old content or all of the new. Once `Commit` has returned, the new
-/// content is on the disk. The libraries write all their files with this class.
+/// content is on the disk, as far as the file system syncs a folder that this process may read. The
+/// libraries write all their files with this class.
 ///
 /// The bytes go to a temporary file in the target's own folder, which `Commit` renames. The writer
-/// removes the temporary file when it is destroyed, unless `Commit` has succeeded; only a process
-/// that is killed leaves it behind.
+/// removes the temporary file when it is destroyed, unless `Commit` has succeeded; only a kill
+/// or a power cut leaves it behind.
 ///
 /// A regular file at the target is replaced, even a read-only one. The new file takes over its
 /// permissions, but neither its owner nor its other hard links. When the target is a symbolic link,
@@ -29,19 +30,19 @@ namespace fl::filesystem {
 /// Threads: one thread at a time uses a writer. Writers of one target need no lock: the last
 /// `Commit` wins. No operation is a cancellation point.
 /// Errors: `std::system_error`, which names the target and says what could not be done; the target
-/// is then as it was.
+/// is then as it was. What the stream raises names nothing.
 class SEARCHPATH_EXPORT AtomicFileWriter {
  public:
-  /// Creates the temporary file beside `targetFile`; `tmpnam` makes its name from `prefix` and
-  /// `suffix`.
+  /// Creates the temporary file beside `targetFile`, with a name that no other file has: `prefix`,
+  /// random digits and `suffix`.
   AtomicFileWriter(const path& targetFile, const ustring& prefix, const ustring& suffix);
   AtomicFileWriter(const AtomicFileWriter&) = delete;
   AtomicFileWriter& operator=(const AtomicFileWriter&) = delete;
   ~AtomicFileWriter();
 
   /// The stream to write the content to; seeking is allowed. It raises `std::ios_base::failure`
-  /// when a write fails. The failure is also remembered: `Commit` raises it even when the caller
-  /// has overlooked it. Precondition: not yet committed.
+  /// when a write fails. `Commit` fails then, too, even when the caller has overlooked that.
+  /// Precondition: not yet committed.
   [[nodiscard]] std::ostream& Stream() noexcept;
 
   /// Puts the new file in the place of the target. Precondition: not yet committed.

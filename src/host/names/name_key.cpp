@@ -13,7 +13,7 @@ void NameKey::SetFolded(const NameKey& name) {
   size = name.size;
   bytes.resize(size + kWord, boost::container::default_init);
   Word seen = 0;
-  for (std::size_t at = 0; at <= size; at += kWord) {  // with the NUL
+  for (std::size_t at = 0; at <= size; at += kWord) {  // also the word that holds the NUL
     const Word word = name.Load(at);
     seen |= word;
     // The highest bit of each byte says: in fromA, that the character is 'A' or later; in afterZ,

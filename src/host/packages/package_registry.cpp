@@ -50,7 +50,8 @@ std::optional<Descriptor> OpenFile(const std::string& path) {
   RefuseFile(error.value());
 }
 
-/// The content of `file`, but no more than `kTooLargeManifest` bytes: those are refused.
+/// The first `kTooLargeManifest` bytes of `file`, or all if it is shorter. Who reads a manifest refuses
+/// one that fills them.
 std::string ReadBytes(const Descriptor& file) {
   constexpr std::size_t blockSize = 4096;  // more than nearly every manifest has
   std::string bytes;

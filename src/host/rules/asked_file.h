@@ -15,9 +15,9 @@ enum class Standing : std::uint8_t {
   Counts,         ///< a file that counts by `LookupRules::Files`
   Absent,         ///< nothing, or a link that leads nowhere
   Folder,         ///< a folder
-  OtherType,      ///< a device, a socket or the like
+  OtherType,      ///< a device, a socket or the like; never where readable files count
   NotExecutable,  ///< a file that this process may not execute
-  NotReadable,    ///< where readable files count: what may not be read, a socket or the like
+  NotReadable,    ///< where readable files count: may not be read, or never is, as a socket
   NotReachable,   ///< unknown: the look failed, as in a folder that may not be searched
 };
 

@@ -21,7 +21,7 @@ using fl::filesystem::detail::Descriptor;
 
 constexpr const char* kAttribute = "system.posix_acl_access";
 
-/// The number of `size` bytes at `begin`, the lowest byte first.
+/// The integer in the `size` bytes from `begin` on, the lowest byte first.
 std::uint32_t NumberAt(std::string_view bytes, std::size_t begin, std::size_t size) {
   std::uint32_t number = 0;
   for (std::size_t at = begin + size; at > begin; --at) {
@@ -127,8 +127,8 @@ AccessFacts ReadAccessFacts(const Descriptor& object, const Descriptor& folder,
                        .device = status.st_dev,
                        .inode = status.st_ino,
                        .isNullDevice = S_ISCHR(status.st_mode) && status.st_rdev == makedev(1, 3)};
-  // With a list, the group's rights in the mode are the most that any entry grants. Without any,
-  // the kernel does not ask the list.
+  // Where there is a list, the group's rights in the mode are the most that an entry for a user or a
+  // group grants. When the mode gives the group none, the kernel does not ask the list.
   const bool mayHaveList = S_ISDIR(facts.mode) || S_ISREG(facts.mode);
   if (mayHaveList && (facts.mode & S_IRWXG) != 0) {
     facts.list = ReadAccessList(object, folder, name, facts, error);
