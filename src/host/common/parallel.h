@@ -40,6 +40,18 @@ class Helpers {
   /// Starts `count` more threads, up to `most` in all; fewer when the system grants no more.
   void Start(std::size_t count, std::size_t most) {
     const std::lock_guard lock(mutex);
+    StartLocked(count, most);
+  }
+
+  /// Starts as many threads as run, the one that made the helpers included, so that their number
+  /// doubles; `count` at most, up to `most` in all.
+  void Double(std::size_t count, std::size_t most) {
+    const std::lock_guard lock(mutex);
+    StartLocked(std::min(count, started + 1), most);
+  }
+
+ private:
+  void StartLocked(std::size_t count, std::size_t most) {
     try {
       for (; count > 0 && started < most; --count, ++started)
         running.emplace_back([this] { work(); });
@@ -48,7 +60,6 @@ class Helpers {
     }
   }
 
- private:
   const std::function<void()> work;
   std::mutex mutex;  // guards what follows
   std::vector<std::jthread> running;
@@ -56,8 +67,8 @@ class Helpers {
 };
 
 /// Calls stop(i) for each i below `count` until one call returns true; returns whether one did. The
-/// calls are made on this thread and `threads` - 1 others, and on up to `kMostThreads` once a call
-/// has had to wait for the disk. After an exception no further calls begin, and the first exception
+/// calls are made on this thread and `threads` - 1 others. Each call that has to wait for the disk
+/// doubles their number, up to `kMostThreads`. After an exception no further calls begin, and the first exception
 /// is thrown to the caller.
 template <class Stop>
 bool AnyInParallel(std::size_t count, const Stop& stop,
@@ -79,7 +90,7 @@ bool AnyInParallel(std::size_t count, const Stop& stop,
           found = true;
           stopped = true;
         } else if (watch.HasWaited() && index + 1 < count) {
-          helpers->Start(count - index - 1, kMostThreads - 1);
+          helpers->Double(count - index - 1, kMostThreads - 1);
         }
       }
     } catch (...) {

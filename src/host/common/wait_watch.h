@@ -13,27 +13,35 @@ namespace Corvane::PathManagement::host {
 class WaitWatch {
  public:
   /// Whether two milliseconds or more have gone by since the last call, and this thread has waited.
-  /// A thread that is kept from running by other threads does not wait.
+  /// A thread that is kept from running by other threads does not wait, even if it also slept for a
+  /// moment: until another thread let go of a lock, say.
   [[nodiscard]] bool HasWaited() noexcept {
     const auto now = Clock::now();
     const bool isLong = now - lastCall >= std::chrono::milliseconds(2);
     lastCall = now;
     if (!isLong) return false;  // spares the system call that counts
-    const long before = std::exchange(waitCount, CountWaits());
-    return waitCount != before;
+    const Switches before = std::exchange(switches, CountSwitches());
+    return switches.toWait != before.toWait && switches.forced == before.forced;
   }
 
  private:
   using Clock = std::chrono::steady_clock;
 
-  static long CountWaits() noexcept {
+  /// How often this thread left its processor: because it had to wait, and because others had to
+  /// run.
+  struct Switches {
+    long toWait;
+    long forced;
+  };
+
+  static Switches CountSwitches() noexcept {
     rusage usage = {};
     getrusage(RUSAGE_THREAD, &usage);
-    return usage.ru_nvcsw;
+    return {.toWait = usage.ru_nvcsw, .forced = usage.ru_nivcsw};
   }
 
   Clock::time_point lastCall = Clock::now();
-  long waitCount = CountWaits();
+  Switches switches = CountSwitches();
 };
 
 }  // namespace Corvane::PathManagement::host
