@@ -1,5 +1,6 @@
 #include "searchpath/model/byte_text.h"
 
+#include "model/ascii_prefix.h"
 #include "model/text_encoding.h"
 #include "model/text_units.h"
 
@@ -11,11 +12,13 @@
 namespace Corvane::PathManagement {
 
 ustring TextFromBytes(std::string_view bytes) {
+  const std::size_t ascii = detail::AsciiPrefix(bytes);
   ustring text;
   text.reserve(bytes.size());
+  text.assign(bytes.begin(), bytes.begin() + ascii);
   const auto* units = reinterpret_cast<const std::uint8_t*>(bytes.data());
   const std::size_t size = bytes.size();
-  for (std::size_t at = 0; at < size;) {
+  for (std::size_t at = ascii; at < size;) {
     if (units[at] < 0x80) {
       text.push_back(units[at++]);
       continue;
@@ -35,8 +38,10 @@ ustring TextFromBytes(std::string_view bytes) {
 }
 
 std::optional<std::string> BytesFromText(std::u16string_view text) {
+  const std::size_t ascii = detail::AsciiPrefix(text);
   std::string bytes;
   bytes.reserve(text.size());
+  bytes.assign(text.begin(), text.begin() + ascii);
   const auto append = [&bytes](const char* encoded, std::size_t count) {
     if (count == 1) {
       bytes.push_back(*encoded);  // the usual case, and cheaper than append
@@ -44,7 +49,7 @@ std::optional<std::string> BytesFromText(std::u16string_view text) {
       bytes.append(encoded, count);
     }
   };
-  if (!detail::EncodeText(text, append)) return std::nullopt;
+  if (!detail::EncodeText(text.substr(ascii), append)) return std::nullopt;
   return bytes;
 }
 
