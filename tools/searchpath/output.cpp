@@ -67,7 +67,10 @@ void Output::WritePath(const ustring& path) const {
             GetPainted(std::string_view(shown).substr(nameBegin), Paint::Emphasis));
 }
 
-void Output::WriteLine(std::string_view text) const { WriteData(std::string(text) + lineEnd); }
+void Output::WriteLine(std::string_view text) const {
+  WriteData(text);
+  WriteData({&lineEnd, 1});
+}
 
 void Output::WriteField(std::string_view label, const std::string& value) const {
   WriteLine(GetPainted(label, Paint::Emphasis) + ": " + GetShown(value));

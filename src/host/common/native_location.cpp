@@ -4,15 +4,16 @@
 #include "searchpath/model/path_item.h"
 #include "searchpath/utilities/iri_conversion.h"
 
-#include <utility>
-
 namespace Corvane::PathManagement::host {
 
 namespace {
 
 ustring Below(ustring folder, const PathItem& item) {
+  folder.reserve(folder.size() + 1 + item.GetName().size() + item.GetExtension().size());
   if (!folder.ends_with(u'/')) folder.push_back(u'/');
-  return std::move(folder) + item.GetName() + item.GetExtension();
+  folder += item.GetName();
+  folder += item.GetExtension();
+  return folder;
 }
 
 }  // namespace
