@@ -74,14 +74,14 @@ void SharedNames::ForEachName(std::string_view file, const Use& use) const {
 void SharedNames::Add(std::string_view name) {
   std::string buffer;
   const std::string_view key = foldsCase ? FoldName(name, buffer) : name;
-  const auto found = names.find(key);
-  if (found == names.end()) {
+  const auto found = indices.find(key);
+  if (found == indices.end()) {
     const bool isFolded = key == name;
-    const std::string_view kept = isFolded ? name : foldedKeys.emplace_back(key);
-    names.emplace(kept, Name{.spelling = name, .folder = folderCount});
+    indices.emplace(isFolded ? name : foldedKeys.emplace_back(key), names.size());
+    names.push_back({.spelling = name, .folder = folderCount});
     return;
   }
-  Name& known = found->second;
+  Name& known = names[found->second];
   known.isShared = true;
   known.isRespelled = known.isRespelled || known.spelling != name;
   if (known.folder == folderCount) known.spelling = std::min(known.spelling, name);
@@ -89,7 +89,7 @@ void SharedNames::Add(std::string_view name) {
 
 std::vector<std::string> SharedNames::SpellingsOf(bool Name::* condition) const {
   std::vector<std::string> spellings;
-  for (const auto& [key, name] : names) {
+  for (const Name& name : names) {
     if (name.*condition) spellings.emplace_back(name.spelling);
   }
   return spellings;

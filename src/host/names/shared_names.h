@@ -34,9 +34,9 @@ class SharedNames {
   /// `name` is a whole file name that ends with an extension.
   [[nodiscard]] bool IsName(std::string_view name) const;
 
-  /// The names that several files share, in no order; also a name by which one file can be looked
-  /// up with several extensions. Of several spellings, gives one from the first folder that has the
-  /// name: the first in the order of bytes.
+  /// The names that several files share, in the order in which they were added; also a name by
+  /// which one file can be looked up with several extensions. Of several spellings, gives one from
+  /// the first folder that has the name: the first in the order of bytes.
   [[nodiscard]] std::vector<std::string> GetShared() const;
   /// Those of `GetShared` that are spelled in several ways.
   [[nodiscard]] std::vector<std::string> GetRespelled() const;
@@ -58,8 +58,9 @@ class SharedNames {
   std::vector<std::string> extensions;  // folded when case is ignored
   bool foldsCase;
   std::size_t folderCount = 0;
-  boost::unordered_flat_map<std::string_view, Name, NameBytesHash>
-      names;                           // by the name, folded when case is ignored
+  std::vector<Name> names;  // in the order in which they were added
+  boost::unordered_flat_map<std::string_view, std::size_t, NameBytesHash>
+      indices;                         // in names, by the name, folded when case is ignored
   std::deque<std::string> foldedKeys;  // owns the keys that differ from the name as written
 };
 

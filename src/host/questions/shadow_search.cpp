@@ -22,6 +22,7 @@
 #include <cstddef>
 #include <functional>
 #include <mutex>
+#include <numeric>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -53,36 +54,43 @@ ShadowKind KindOf(FileRelation relation) {
   return kKinds[static_cast<std::size_t>(relation)];
 }
 
+/// What a hidden file is to the file meant, and what could not be read to judge that.
+struct Judgement {
+  ShadowKind kind;
+  std::optional<FileProblem> problem = {};
+};
+
 /// Judges two files that are not both on disk: a file elsewhere cannot be read here.
-HiddenFile JudgeUnread(const Contender& winner, const Contender& hidden) {
-  if (GetLocationText(winner.file) == GetLocationText(hidden.file)) {
-    return {hidden.file, ShadowKind::SameFile};
-  }
+Judgement JudgeUnread(const Contender& winner, const Contender& hidden) {
+  if (GetLocationText(winner.file) == GetLocationText(hidden.file)) return {ShadowKind::SameFile};
   const Contender& unread = winner.IsOnDisk() ? hidden : winner;
-  return {hidden.file, ShadowKind::Unreadable,
+  return {ShadowKind::Unreadable,
           FileProblem{unread.file, std::make_error_code(std::errc::not_supported)}};
 }
 
-HiddenFile Judge(Contender& winner, Contender& hidden) {
+Judgement Judge(Contender& winner, Contender& hidden) {
   const bool isOtherCase =
       winner.name != hidden.name &&
       AreSameFilename(winner.name, hidden.name, FilenameMatchingPolicy::IgnoreCase);
-  if (isOtherCase && !AreOneFile(winner.content, hidden.content)) {
-    return {hidden.file, ShadowKind::OtherCase};
-  }
+  // On a disk that ignores case, one file may be found under both spellings.
+  if (isOtherCase && !AreOneFile(winner.content, hidden.content)) return {ShadowKind::OtherCase};
   if (!winner.IsOnDisk() || !hidden.IsOnDisk()) return JudgeUnread(winner, hidden);
   const ShadowKind kind = KindOf(CompareFiles(winner.content, hidden.content));
-  if (kind != ShadowKind::Unreadable) return {hidden.file, kind};
+  if (kind != ShadowKind::Unreadable) return {kind};
   const Contender& unread = winner.content.GetError() ? winner : hidden;
-  return {hidden.file, kind, FileProblem{unread.file, unread.content.GetError()}};
+  return {kind, FileProblem{unread.file, unread.content.GetError()}};
 }
 
-Shadow MakeShadow(ustring name, const std::vector<FoundItem>& files) {
+Shadow MakeShadow(ustring name, std::vector<FoundItem> files) {
   Shadow shadow{std::move(name), files.front(), {}};
+  shadow.hidden.reserve(files.size() - 1);
   Contender winner(files.front());
   for (auto file = files.begin() + 1; file != files.end(); ++file) {
-    Contender hidden(*file);
-    shadow.hidden.push_back(Judge(winner, hidden));
+    Judgement judgement = [&] {
+      Contender hidden(*file);
+      return Judge(winner, hidden);
+    }();
+    shadow.hidden.push_back({std::move(*file), judgement.kind, std::move(judgement.problem)});
   }
   return shadow;
 }
@@ -120,7 +128,8 @@ void AddMethodNames(const PathEntries& mainEntries, const SharedNames& names,
   }
 }
 
-/// Every name that may hide files, in the order of its bytes.
+/// Every name that may hide files, in the order of the path: files that stand side by side on the
+/// disk are found and compared one after the other, which halves what the kernel needs for them.
 std::vector<Candidate> AllCandidates(const PathView& view, const ShadowLookup& lookup) {
   const auto mainEntries = view.GetPath()->GetMainEntries();
   const auto files = NamesOf(*mainEntries);
@@ -129,8 +138,6 @@ std::vector<Candidate> AllCandidates(const PathView& view, const ShadowLookup& l
   std::vector<Candidate> candidates;
   for (std::string& name : names.GetShared()) candidates.emplace_back(std::move(name));
   AddMethodNames(*mainEntries, names, candidates);
-  std::sort(candidates.begin(), candidates.end(),
-            [](const auto& left, const auto& right) { return left.name < right.name; });
   return candidates;
 }
 
@@ -188,25 +195,53 @@ using FindFiles = std::function<std::vector<FoundItem>(const ustring& name)>;
 
 Answer AnswerFor(const FindFiles& find, const NameSet& allowed, const Candidate& candidate) {
   ustring name = TextFromBytes(candidate.name);
-  const auto files = find(name);
+  auto files = find(name);
   if (files.empty()) return {.isUnknown = true};
   if (files.size() == 1 || (candidate.isOfMethods && !HasMethodEntry(files))) return {};
   if (allowed.Contains(candidate.name)) return {.isAllowed = true};
-  return {.shadow = MakeShadow(std::move(name), files)};
+  return {.shadow = MakeShadow(std::move(name), std::move(files))};
+}
+
+/// The indices of the candidates, in the order of the bytes of their names.
+std::vector<std::size_t> SortedByName(const std::vector<Candidate>& candidates) {
+  std::vector<std::size_t> order(candidates.size());
+  std::iota(order.begin(), order.end(), std::size_t{0});
+  std::sort(order.begin(), order.end(), [&](std::size_t left, std::size_t right) {
+    return candidates[left].name < candidates[right].name;
+  });
+  return order;
+}
+
+/// Looks up all candidates and sorts them meanwhile.
+std::vector<Answer> AnswersFor(const std::vector<Candidate>& candidates, const FindFiles& find,
+                               const NameSet& allowed, std::vector<std::size_t>& order) {
+  std::vector<Answer> answers(candidates.size());
+  const auto answer = [&](std::size_t at) {
+    answers[at] = AnswerFor(find, allowed, candidates[at]);
+  };
+  if (candidates.empty()) return answers;
+  // The first look-up makes the index. Other threads would wait for it, as if the disk were slow.
+  answer(0);
+  ForEachInParallel(candidates.size(), [&](std::size_t at) {
+    if (at == 0) {
+      order = SortedByName(candidates);
+    } else {
+      answer(at);
+    }
+  });
+  return answers;
 }
 
 ShadowReport Collect(const std::vector<Candidate>& candidates, const FindFiles& find,
                      const ShadowLookup& lookup) {
   const auto asked = BytesOf(lookup.names);
   const auto allowed = BytesOf(lookup.allowed);
-  const NameSet allowedNames(allowed, lookup.policy);
-  std::vector<Answer> answers(candidates.size());
-  ForEachInParallel(candidates.size(), [&](std::size_t at) {
-    answers[at] = AnswerFor(find, allowedNames, candidates[at]);
-  });
+  std::vector<std::size_t> order;
+  auto answers = AnswersFor(candidates, find, NameSet(allowed, lookup.policy), order);
+  if (!asked.empty()) std::iota(order.begin(), order.end(), std::size_t{0});
   ShadowReport report;
   std::vector<std::string> hiding;  // of the allowed names, those that hide files
-  for (std::size_t at = 0; at < answers.size(); ++at) {
+  for (const std::size_t at : order) {
     auto& [shadow, isUnknown, isAllowed] = answers[at];
     if (shadow) report.shadows.push_back(std::move(*shadow));
     // When names were given, they are the candidates.
@@ -224,7 +259,7 @@ ShadowReport Collect(const std::vector<Candidate>& candidates, const FindFiles& 
   return report;
 }
 
-/// The relative names that files below several roots share, in the order of their bytes.
+/// The relative names that files below several roots share, in no order.
 std::vector<Candidate> SharedRelativeNames(const RuledPath& path, const ShadowLookup& lookup) {
   std::vector<Candidate> candidates;
   std::mutex mutex;  // guards candidates
@@ -237,8 +272,6 @@ std::vector<Candidate> SharedRelativeNames(const RuledPath& path, const ShadowLo
       if (HasExtension(name, lookup.extensions)) candidates.emplace_back(folder.name + name);
     }
   });
-  std::sort(candidates.begin(), candidates.end(),
-            [](const auto& left, const auto& right) { return left.name < right.name; });
   return candidates;
 }
 
