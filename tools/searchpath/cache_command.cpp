@@ -8,6 +8,7 @@
 #include "saved_path.h"
 #include "search_path.h"
 #include "searchpath/host/words.h"
+#include "until_exit.h"
 
 #include <nlohmann/json.hpp>
 
@@ -77,7 +78,7 @@ Outcome Write(const Arguments& arguments) {
   path.AddTo(commandLine);
   if (!commandLine.Parse(arguments)) return Outcome::Found;
   const std::string& file = GetFile(commandLine);
-  const host::Environment environment = OpenPath(path, commandLine);
+  const host::Environment& environment = KeepUntilExit(OpenPath(path, commandLine));
   return SavePath(environment, path, file);
 }
 

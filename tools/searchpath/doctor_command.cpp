@@ -5,6 +5,7 @@
 #include "progress.h"
 #include "search_path.h"
 #include "searchpath/host/words.h"
+#include "until_exit.h"
 
 #include <nlohmann/json.hpp>
 
@@ -115,7 +116,7 @@ Outcome RunDoctor(const Arguments& arguments) {
   const Output output(outputOptions);
   const host::Examination examination{
       .slow = GetMilliseconds("--slow", slow).value_or(host::Examination().slow)};
-  const host::Environment environment = OpenPath(path, commandLine);
+  const host::Environment& environment = KeepUntilExit(OpenPath(path, commandLine));
   const std::vector<host::PathFinding> findings =
       WithProgress(/*quiet=*/false, [&] { return environment.Examine(examination); });
   ReportIdleExclusions(environment);

@@ -9,6 +9,7 @@
 #include "searchpath/model/byte_text.h"
 #include "searchpath/model/path_entry.h"
 #include "searchpath/model/search_scope.h"
+#include "until_exit.h"
 
 #include <algorithm>
 #include <optional>
@@ -172,7 +173,7 @@ Outcome RunFiles(const Arguments& arguments) {
   if (!commandLine.Parse(arguments)) return Outcome::Found;
   const Output output(options.output);
   const WantedFiles wanted(options);
-  const host::Environment environment = OpenPath(options.path, commandLine);
+  const host::Environment& environment = KeepUntilExit(OpenPath(options.path, commandLine));
   const bool failed = ReportProblems(environment, options.path);
   const bool foundAny = options.path.GetRules().foldersHaveMeaning
                             ? WriteFiles(output, environment, options, wanted)

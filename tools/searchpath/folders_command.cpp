@@ -7,6 +7,7 @@
 #include "search_path.h"
 #include "searchpath/host/words.h"
 #include "searchpath/model/byte_text.h"
+#include "until_exit.h"
 
 #include <nlohmann/json.hpp>
 
@@ -97,7 +98,7 @@ Outcome RunFolders(const Arguments& arguments) {
   if (!commandLine.Parse(arguments)) return Outcome::Found;
   lookup.policy = GetPolicy(policy);
   const Output output(outputOptions);
-  const host::Environment environment = OpenPath(path, commandLine);
+  const host::Environment& environment = KeepUntilExit(OpenPath(path, commandLine));
   const bool failed = ReportProblems(environment, path);
   bool foundAll = true;
   for (const std::string& name : commandLine.GetOperands()) {

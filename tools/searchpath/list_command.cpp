@@ -8,6 +8,7 @@
 #include "search_path.h"
 #include "searchpath/model/path_entry.h"
 #include "searchpath/model/search_scope.h"
+#include "until_exit.h"
 
 #include <nlohmann/json.hpp>
 
@@ -96,7 +97,7 @@ Outcome RunList(const Arguments& arguments) {
   outputOptions.AddTo(commandLine);
   if (!commandLine.Parse(arguments)) return Outcome::Found;
   const Output output(outputOptions);
-  const host::Environment environment = OpenPath(path, commandLine);
+  const host::Environment& environment = KeepUntilExit(OpenPath(path, commandLine));
   if (saveTo) return SavePath(environment, path, *saveTo);
   ReadFolders(environment, path);
   const bool failed = ReportProblems(environment, path);

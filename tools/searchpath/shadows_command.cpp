@@ -8,6 +8,7 @@
 #include "search_path.h"
 #include "searchpath/host/words.h"
 #include "shadow_output.h"
+#include "until_exit.h"
 
 #include <set>
 #include <utility>
@@ -105,9 +106,9 @@ std::set<host::ShadowKind> GetKinds(const std::vector<std::string>& words) {
 Outcome WriteShadowsOf(const ShadowsOptions& options, const host::ShadowLookup& lookup,
                        const ShadowFormat& format, const Output& output,
                        const CommandLine& commandLine) {
-  const host::Environment environment = OpenPath(options.path, commandLine);
-  host::ShadowReport report =
-      WithProgress(options.path.quiet, [&] { return environment.FindShadows(lookup); });
+  const host::Environment& environment = KeepUntilExit(OpenPath(options.path, commandLine));
+  host::ShadowReport& report = KeepUntilExit(
+      WithProgress(options.path.quiet, [&] { return environment.FindShadows(lookup); }));
   const bool failed = ReportProblems(environment, options.path);
   for (const ustring& name : report.unknown) {
     ReportUnknown(name, GetHint(environment, {.name = name, .extensions = lookup.extensions}));
