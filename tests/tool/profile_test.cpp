@@ -44,6 +44,11 @@ class ProfileTest : public ToolTest {
 TEST_F(ProfileTest, ThePathIsThatOfAVariable) {
   Check({
       {"FOLDERS=over:mid; export FOLDERS; s list --path-of FOLDERS", 0, "", "$T/over\n$T/mid\n"},
+      {"export FOLDERS=lib/+pkg; s list --path-of FOLDERS --as environment --long | tail -n 1; s "
+       "find "
+       "cls/x --path-of FOLDERS --as environment --explain | grep -c 'from --path-of FOLDERS: lib'",
+       0, "on the path\n",
+       "      0 files  @          $T/lib/+pkg/@cls  (from --path-of FOLDERS: lib/+pkg)\n1\n"},
       {"cd mid; PATH=../over::$OLDPWD/odd s list --path-of PATH", 0, "",
        "$T/mid/../over\n$T/mid\n$T/odd\n"},
       {"PATH=a::b s list --path-of PATH --as environment --quiet", 0, "", "$T/a\n$T/b\n"},

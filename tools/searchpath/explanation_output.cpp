@@ -34,8 +34,9 @@ const char* GetRule(std::optional<PathEntryType> kind) {
              : " (folders below a private folder are not searched)";
 }
 
-std::string GetRemark(const Output& output, const host::Environment& environment,
-                      const host::Explanation& explanation, const host::AskedFolder& asked) {
+std::string GetRemark(const Output& output, const PathOptions& options,
+                      const host::Environment& environment, const host::Explanation& explanation,
+                      const host::AskedFolder& asked) {
   std::vector<std::string> remarks;
   for (const FoundItem& file : asked.files) {
     if (file == explanation.files.front()) continue;  // the first line has it
@@ -56,29 +57,31 @@ std::string GetRemark(const Output& output, const host::Environment& environment
   if (asked.outcome == host::FolderOutcome::FilteredOut) {
     remarks.push_back("by --without " + output.GetShown(asked.hider));
   }
-  std::string origin = GetOriginText(output, environment, asked.origin, *asked.folder);
+  std::string origin = GetOriginText(output, options, environment, asked.origin, *asked.folder);
   if (!origin.empty()) remarks.push_back(std::move(origin));
   return Join(remarks, "; ");
 }
 
-std::vector<AskedLine> GetLines(const Output& output, const host::Environment& environment,
+std::vector<AskedLine> GetLines(const Output& output, const PathOptions& options,
+                                const host::Environment& environment,
                                 const host::Explanation& explanation) {
   std::vector<AskedLine> lines;
   for (const host::AskedFolder& asked : explanation.asked) {
     const std::string folder = GetBytes(GetNativePath(*asked.folder));
     lines.push_back({host::GetText(asked.outcome), output.GetShown(folder),
-                     GetRemark(output, environment, explanation, asked)});
+                     GetRemark(output, options, environment, explanation, asked)});
   }
   return lines;
 }
 
-void WriteWords(const Output& output, const host::Environment& environment, const std::string& name,
+void WriteWords(const Output& output, const PathOptions& options,
+                const host::Environment& environment, const std::string& name,
                 const host::Explanation& explanation) {
   const std::vector<FoundItem>& files = explanation.files;
   const std::string meaning =
       files.empty() ? "no file" : output.GetShown(host::GetNativePath(files.front()));
   output.WriteLine(output.GetShown(Quoted(name)) + " means " + meaning);
-  const auto lines = GetLines(output, environment, explanation);
+  const auto lines = GetLines(output, options, environment, explanation);
   std::size_t outcomeWidth = 0;
   std::size_t folderWidth = 0;  // of the lines with a remark
   for (const AskedLine& line : lines) {
@@ -99,12 +102,13 @@ void WriteWords(const Output& output, const host::Environment& environment, cons
 
 }  // namespace
 
-void WriteExplanation(const Output& output, const host::Environment& environment,
-                      const std::string& name, const host::Explanation& explanation) {
+void WriteExplanation(const Output& output, const PathOptions& options,
+                      const host::Environment& environment, const std::string& name,
+                      const host::Explanation& explanation) {
   if (output.IsJson()) {
     output.WriteObject(nlohmann::ordered_json::parse(host::GetJson(name, explanation)));
   } else {
-    WriteWords(output, environment, name, explanation);
+    WriteWords(output, options, environment, name, explanation);
   }
 }
 

@@ -78,7 +78,7 @@ void Finder::ReportProblems() {
 bool Finder::Explain(const std::string& name) const {
   const host::Explanation explanation =
       WithProgress(path.quiet, [&] { return environment.Explain(lookup); });
-  WriteExplanation(output, environment, name, explanation);
+  WriteExplanation(output, path, environment, name, explanation);
   Record(FirstOf(explanation.files));
   return !explanation.files.empty();
 }

@@ -44,14 +44,14 @@ constexpr std::size_t kNumberWidth = 7;  // longer numbers shift their line to t
 constexpr std::size_t kCountWidth = kNumberWidth + std::string_view(" files").size();
 constexpr std::size_t kKindWidth = 9;  // of "resources"
 
-void WriteLong(const Output& output, const host::Environment& environment,
+void WriteLong(const Output& output, const PathOptions& path, const host::Environment& environment,
                const IPathEntry& folder) {
   const std::string count = GetCounted(GetItemCount(folder), "file");
   // The numbers are right-aligned.
   const std::string blanks(kNumberWidth - std::min(kNumberWidth, count.find(' ')), ' ');
   const char* problem = host::FindProblemText(folder);
   const std::string origin =
-      GetOriginText(output, environment, environment.FindOrigin(folder), folder);
+      GetOriginText(output, path, environment, environment.FindOrigin(folder), folder);
   output.WriteLine(GetPadded(blanks + count, kCountWidth) + "  " +
                    GetPadded(host::GetWord(folder.GetPathEntryType()), kKindWidth) + "  " +
                    output.GetShown(GetNativePath(folder)) +
@@ -71,12 +71,12 @@ void WriteObject(const Output& output, const host::Environment& environment,
   output.WriteObject(object);
 }
 
-void WriteFolder(const Output& output, const host::Environment& environment,
-                 const IPathEntry& folder, bool isLong) {
+void WriteFolder(const Output& output, const PathOptions& path,
+                 const host::Environment& environment, const IPathEntry& folder, bool isLong) {
   if (output.IsJson()) {
     WriteObject(output, environment, folder);
   } else if (isLong) {
-    WriteLong(output, environment, folder);
+    WriteLong(output, path, environment, folder);
   } else {
     output.WritePath(GetNativePath(folder));
   }
@@ -103,7 +103,7 @@ Outcome RunList(const Arguments& arguments) {
   const bool failed = ReportProblems(environment, path);
   environment.GetPath()->ForEachEntry(kAllKindsAndResourcesScope,
                                       [&](const std::shared_ptr<const IPathEntry>& folder) {
-                                        WriteFolder(output, environment, *folder, isLong);
+                                        WriteFolder(output, path, environment, *folder, isLong);
                                         return false;  // do not stop
                                       });
   return failed ? Outcome::Failed : Outcome::Found;

@@ -2,6 +2,7 @@
 
 #include "output.h"
 #include "package_output.h"
+#include "search_path.h"
 
 namespace Corvane::PathManagement::tool {
 
@@ -20,15 +21,18 @@ bool IsDenotedBy(const IPathEntry& folder, const ustring& typed,
 
 }  // namespace
 
-std::string GetOriginText(const Output& output, const host::Environment& environment,
-                          const host::FolderOrigin& origin, const IPathEntry& folder) {
+std::string GetOriginText(const Output& output, const PathOptions& options,
+                          const host::Environment& environment, const host::FolderOrigin& origin,
+                          const IPathEntry& folder) {
   using enum host::FolderSource;
   if (origin.source == StoredPath) return "from the stored path";
   if (origin.source == Cache) return "from the cache";
   if (origin.source == Package) return "from package " + output.GetShown(GetText(*origin.package));
   if (origin.folder.empty()) return "from an empty part of the path";
   if (IsDenotedBy(folder, origin.folder, environment)) return "";
-  return "from --path " + output.GetShown(origin.folder);
+  const std::string option = options.GetPathOption();
+  // Another option than --path has a value of its own.
+  return "from " + option + (option == "--path" ? " " : ": ") + output.GetShown(origin.folder);
 }
 
 }  // namespace Corvane::PathManagement::tool

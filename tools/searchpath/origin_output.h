@@ -10,12 +10,15 @@
 namespace Corvane::PathManagement::tool {
 
 class Output;
+struct PathOptions;
 
 // Who put a folder on the path.
 
 /// The text "from package geometry 1.2" or the like, as `output` shows it, for the `origin` of
-/// `folder`. Empty when the command line names the folder itself.
-[[nodiscard]] std::string GetOriginText(const Output& output, const host::Environment& environment,
+/// `folder`, which is on the path that `options` name. Empty when the command line, or what it names
+/// as the path, names the folder itself.
+[[nodiscard]] std::string GetOriginText(const Output& output, const PathOptions& options,
+                                        const host::Environment& environment,
                                         const host::FolderOrigin& origin, const IPathEntry& folder);
 
 }  // namespace Corvane::PathManagement::tool

@@ -270,6 +270,11 @@ void PathOptions::ReadSources() {
     named.suffixes = GetTexts(chosen.extensions.value_or(std::vector<std::string>()));
 }
 
+std::string PathOptions::GetPathOption() const {
+  if (!isNamed) return "--path";
+  return profile ? "--profile " + *profile : "--path-of " + *pathOf;
+}
+
 ustring PathOptions::GetFileName(const std::string& name) const {
   ustring file = TextFromBytes(name);
   if (moduleSeparator.empty() || file.find(u'/') != ustring::npos) return file;
@@ -312,7 +317,9 @@ void PathOptions::AddReportingTo(CommandLine& commandLine) {
 host::Environment OpenPath(const PathOptions& options, const CommandLine& commandLine) {
   std::vector<host::PathEntryFactory> caches = ReadCache(options);
   if (!options.parts.empty()) {
-    return Open(ReadParts(options.parts, "--path", options.GetRules(), std::move(caches)), options);
+    return Open(
+        ReadParts(options.parts, options.GetPathOption(), options.GetRules(), std::move(caches)),
+        options);
   }
   if (options.cache) {
     // Without --path, `ReadCache` throws when it cannot read the cache, so that there is one.
@@ -321,10 +328,8 @@ host::Environment OpenPath(const PathOptions& options, const CommandLine& comman
                 options);
   }
   if (options.isNamed) {
-    const std::string where =
-        options.profile ? "--profile " + *options.profile : "--path-of " + *options.pathOf;
-    return Open({options.named.folders, host::FolderSource::Given, where, /*caches=*/{},
-                 options.named.quoteFolders},
+    return Open({options.named.folders, host::FolderSource::Given, options.GetPathOption(),
+                 /*caches=*/{}, options.named.quoteFolders},
                 options);
   }
   NamedFolders stored = ReadStoredPath();

@@ -42,6 +42,10 @@ struct PathOptions {
   /// Whether these options name a path. Otherwise the stored one is meant.
   [[nodiscard]] bool HasPath() const { return !parts.empty() || cache || isNamed; }
 
+  /// The option that names the folders, with its value if that is not the folders themselves:
+  /// "--path" or "--profile c". For messages.
+  [[nodiscard]] std::string GetPathOption() const;
+
   /// The extensions of the profile; each begins with "." or "/".
   [[nodiscard]] const std::vector<ustring>& GetExtensions() const { return named.suffixes; }
 
