@@ -69,9 +69,11 @@ TEST_F(CompileCommandsTest, TheCompilerIsAskedWithTheFlagsThatMatter) {
     CheckAsked(file + ":cc -c " + file, ' ' + language + '\n');
   }
   CheckAsked("f.h:cc -x c++-header f.h", " c++-header\n");
-  CheckAsked("f.h:cc -xc++ f.h -x none", " c++\n");
+  CheckAsked("f.h:cc -xc++ ./f.h -x none", " c++\n");
+  CheckAsked("f.h:cc -x c++ g.h -x none -Ia f.h -xc++", "-Ia c\n");
+  CheckAsked("f.h:cc -x c++ -- f.h", " c++\n");
   CheckAsked("f.c:my-c++-12 f.c", " c++\n");
-  CheckAsked("f.s:cc -Imid f.s", "");
+  for (const std::string file : {"f.s", "c"}) CheckAsked(file + ":cc -Imid " + file, "");
   tree.File("tree/one", "-I a @two\n'-I b'");
   tree.File("tree/two", "-I'c d' @none @lib @two");
   CheckAsked("f.c:cc @one -Ie", "-I|a|-Ic d|-I b|-Ie c\n");

@@ -44,7 +44,8 @@ bool IsAny(std::string_view word, const std::array<std::string_view, Count>& wor
 
 std::string GetLastPart(const std::string& path) { return path.substr(path.rfind('/') + 1); }
 
-// The language of the file, as -x takes it; "" when it is none of the C family.
+// The language that the extension of the file stands for, as -x takes it; "" when it is none of the
+// C family.
 std::string GetLanguage(const CompileCommand& command, const std::string& compiler) {
   static const std::map<std::string, std::string> languages = {{"c", "c"},
                                                                {"h", "c"},
@@ -64,7 +65,8 @@ std::string GetLanguage(const CompileCommand& command, const std::string& compil
                                                                {"S", "assembler-with-cpp"},
                                                                {"sx", "assembler-with-cpp"}};
   const std::string name = GetLastPart(command.file);
-  const auto found = languages.find(name.substr(name.rfind('.') + 1));
+  const std::size_t dot = name.rfind('.');
+  const auto found = dot == name.npos ? languages.end() : languages.find(name.substr(dot + 1));
   if (found == languages.end()) return "";
   // A driver for C++, such as c++, compiles C files as C++.
   const bool isCxxDriver = GetLastPart(compiler).find("++") != std::string::npos;
@@ -74,22 +76,29 @@ std::string GetLanguage(const CompileCommand& command, const std::string& compil
 // Picks the language and the flags that change the folders out of the words of a command.
 class FlagReader {
  public:
-  explicit FlagReader(const std::vector<std::string>& commandWords) : words(commandWords) {}
+  // `sourceFile` is compiled as `languageOfFile`, unless a flag says otherwise.
+  FlagReader(const std::vector<std::string>& commandWords, const std::string& sourceFile,
+             const std::string& languageOfFile)
+      : words(commandWords), file(GetLastPart(sourceFile)), usualLanguage(languageOfFile) {}
 
   // Behind "--" come only names of files.
   void Read(CompilerCall& call) {
+    call.language = usualLanguage;
+    bool isFilePassed = false;  // -x counts for the files behind it
     for (; at < words.size() && words[at] != "--"; ++at) {
       const std::string& word = words[at];
       if (word == "-I-") continue;  // obsolete: compilers refuse it now
       if (word.starts_with("-x")) {
         const std::string language = word == "-x" ? TakeNext() : word.substr(2);
-        if (language != "none") call.language = language;
+        if (!isFilePassed) call.language = language == "none" ? usualLanguage : language;
       } else if (IsAny(word, kOtherFlags)) {
         ++at;
       } else if (word == "-target" || IsAny(word, kFolderFlags)) {  // -target is never joined
         if (at + 1 < words.size()) call.flags.insert(call.flags.end(), {word, TakeNext()});
       } else if (StartsWithAny(word, kFolderFlags) || StartsWithAny(word, kOneWordFolderFlags)) {
         call.flags.push_back(word);
+      } else if (GetLastPart(word) == file) {
+        isFilePassed = true;
       }
     }
   }
@@ -98,6 +107,8 @@ class FlagReader {
   std::string TakeNext() { return at + 1 < words.size() ? words[++at] : ""; }
 
   const std::vector<std::string>& words;
+  std::string file;
+  const std::string& usualLanguage;
   std::size_t at = 1;  // word 0 is the compiler
 };
 
@@ -115,8 +126,8 @@ std::vector<std::string> WithoutLauncher(const std::vector<std::string>& words) 
 std::optional<CompilerCall> FindCompilerCall(const CompileCommand& command) {
   const std::vector<std::string> words = WithoutLauncher(command.words);
   CompilerCall call = {.words = {words.front()}, .folder = command.folder};
-  call.language = GetLanguage(command, words.front());
-  FlagReader(words).Read(call);
+  const std::string usualLanguage = GetLanguage(command, words.front());
+  FlagReader(words, command.file, usualLanguage).Read(call);
   if (call.language.empty()) return std::nullopt;
   return call;
 }
