@@ -21,11 +21,17 @@ void Check(bool written) {
   }
 }
 
+[[noreturn]] void RefuseToSilence() {
+  throw std::system_error(errno, std::generic_category(), "--exit-code: cannot open /dev/null");
+}
+
 // Makes `descriptor` lead to /dev/null. Returns a copy of the former one; -1 when it was closed.
 int Silence(int descriptor) {
   // The copy must not take the number of a standard stream that is closed.
   const int before = fcntl(descriptor, F_DUPFD_CLOEXEC, STDERR_FILENO + 1);
+  if (before < 0 && errno != EBADF) RefuseToSilence();
   const int nowhere = open("/dev/null", O_WRONLY | O_CLOEXEC);
+  if (nowhere < 0) RefuseToSilence();
   if (nowhere != descriptor) {  // if it was closed, `open` may have given out its number
     dup2(nowhere, descriptor);
     close(nowhere);

@@ -21,6 +21,8 @@ void FinishData();
 void Report(std::string_view message);
 
 /// During its life, what is written to standard output and standard error is dropped.
+///
+/// Errors: `std::system_error` when /dev/null cannot be opened.
 class SilentStreams {
  public:
   SilentStreams();
