@@ -56,7 +56,11 @@ std::unique_ptr<FileBuffer> OpenBuffer(const path& pathname, std::error_code& er
   if (error) return std::make_unique<FileBuffer>();
   auto opened = std::make_unique<FileBuffer>(file.Get(), std::ios_base::in | std::ios_base::binary,
                                              kBufferSize);
-  if (opened->is_open()) static_cast<void>(file.Release());  // now the buffer owns it
+  if (opened->is_open()) {
+    static_cast<void>(file.Release());  // now the buffer owns it
+  } else {
+    error = {errno, std::generic_category()};
+  }
   return opened;
 } catch (const std::system_error& noName) {
   error = noName.code();

@@ -5,7 +5,24 @@
 
 #include <sys/stat.h>
 
+#include <cerrno>
+#include <cstdio>
+#include <dlfcn.h>
 #include <system_error>
+
+namespace {
+
+bool streamsLackMemory = false;
+
+}  // namespace
+
+// In place of the C library's, which lacks memory too seldom; visible to the other libraries.
+extern "C" [[gnu::visibility("default")]] std::FILE* fdopen(int descriptor,
+                                                            const char* mode) noexcept {
+  errno = ENOMEM;
+  if (streamsLackMemory) return nullptr;
+  return reinterpret_cast<decltype(&fdopen)>(dlsym(RTLD_NEXT, "fdopen"))(descriptor, mode);
+}
 
 namespace fl::filesystem {
 namespace {
@@ -53,6 +70,9 @@ TEST(FilesystemTest, OnlyRegularFilesAreOpened) {
   }
   tree.File("file");
   EXPECT_FALSE(ifstream(tree.Text("file")).openError());
+  streamsLackMemory = true;
+  EXPECT_EQ(ifstream(tree.Text("file")).openError(), std::errc::not_enough_memory);
+  streamsLackMemory = false;
 }
 
 }  // namespace
