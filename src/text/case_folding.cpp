@@ -14,10 +14,10 @@ namespace Corvane::PathManagement::detail {
 
 namespace {
 
-[[noreturn]] void RefuseLength() { throw std::length_error("a file name of more than 2^31 units"); }
+constexpr std::size_t kMostUnits = std::numeric_limits<std::int32_t>::max();
 
 std::int32_t LengthOf(std::u16string_view text) {
-  if (text.size() > std::numeric_limits<std::int32_t>::max()) RefuseLength();
+  if (text.size() > kMostUnits) throw std::length_error("a file name of 2^31 units or more");
   return static_cast<std::int32_t>(text.size());
 }
 
@@ -39,7 +39,11 @@ bool AreSameFolded(std::u16string_view left, std::u16string_view right) {
 }
 
 ustring Fold(const ustring& text) {
-  ustring folded(text.size() * 3, u'\0');  // no unit folds to more than three
+  constexpr std::size_t kGrowth = 3;  // no unit folds to more than three
+  if (text.size() > kMostUnits / kGrowth) {
+    throw std::length_error("a file name of more than 2^31 / 3 units");
+  }
+  ustring folded(text.size() * kGrowth, u'\0');
   UErrorCode status = U_ZERO_ERROR;
   const std::int32_t length = u_strFoldCase(folded.data(), LengthOf(folded), text.data(),
                                             LengthOf(text), U_FOLD_CASE_DEFAULT, &status);
