@@ -135,6 +135,7 @@ TEST(ScaleTest, DeepNestingNeedsLittleStackAndFewDescriptors) {
   // So that one folder's path is just too long for the kernel.
   const std::string top((PATH_MAX - 2 - tree.Path().size()) % below.size() + 1, '0');
   tree.File(top + "/deep.zt");
+  tree.Link("nothing", top + "/broken");
   for (std::size_t level = 0; level < levels; ++level) {  // from the inside: no path is too long
     move(top, "inside");
     tree.Folder(top);
@@ -156,6 +157,9 @@ TEST(ScaleTest, DeepNestingNeedsLittleStackAndFewDescriptors) {
     EXPECT_TRUE(deepest->GetProblems().empty());
     EXPECT_EQ(deepest->GetItemCount(), 1U);
     EXPECT_NE(deepest->GetFreshness(), host::Freshness::Gone);
+    const AbsoluteIRI broken(deepest->GetAbsoluteIRI().toString() + u"/broken");
+    EXPECT_EQ(FolderEntry::Create(broken)->GetProblems().at(0).reason,
+              current_working_folder::AbsolutizeError::BrokenLink);
   });
   setrlimit(RLIMIT_NOFILE, &limit);
   for (std::size_t level = 0; level < levels; ++level) {

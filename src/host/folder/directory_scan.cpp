@@ -137,11 +137,10 @@ FolderListing ListFolderAt(std::optional<std::string> path, DiskPatience& patien
 }  // namespace
 
 AbsolutizeError ReasonFor(std::error_code error, const std::string& path) {
-  struct stat status = {};
   switch (error.value()) {
     case ENOENT:
-      return lstat(path.c_str(), &status) == 0 ? AbsolutizeError::BrokenLink
-                                               : AbsolutizeError::Absent;
+      return OpenPath(path, O_PATH | O_NOFOLLOW).IsOpen() ? AbsolutizeError::BrokenLink
+                                                          : AbsolutizeError::Absent;
     case ENOTDIR:
       return AbsolutizeError::NotAFolder;
     case EACCES:
