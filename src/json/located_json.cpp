@@ -100,7 +100,9 @@ class TreeBuilder {
     return true;
   }
   [[noreturn]] bool parse_error(std::size_t /*position*/, const std::string& /*token*/,
-                                const nlohmann::json::exception& /*error*/) {
+                                const nlohmann::json::exception& error) {
+    constexpr int kNumberOverflow = 406;
+    if (error.id == kNumberOverflow) Fail(JsonFault::OutOfRange);
     throw JsonException(JsonFault::Syntax, lines.GetLine(), /*itsField=*/{});
   }
 

@@ -44,6 +44,7 @@ TEST_F(PackageRegistryTest, ABadManifestIsAProblem) {
       u"],\n\"properties\": {\"IsQRX\": 1}} => :3: properties.IsQRX: expected true or false",
       u"],\n\"properties\": {\"p\": 9223372036854775808}} => :3: properties.p: out of range",
       u"],\n\"properties\": {\"p\": -99999999999999999999}} => :3: properties.p: out of range",
+      u"],\n\"properties\": {\"p\": -1e999\n}} => :3: properties.p: out of range",
       Many(31, u" [") + u" => :2: folders" + Many(31, u"[0]") + u": deeper than 32 levels",
       Many(9995, u" 1,") + u"1]} => :2: folders[0]: expected a text or an object",
       Many(9996, u" 1,") + u"1]} => : more than 10,000 values",
