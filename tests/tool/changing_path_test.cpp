@@ -168,10 +168,11 @@ TEST_F(ToolTest, PackagesAreListedAndSearched) {
 }
 
 // "begin" comes back when all is watched, "seen N" prints the next N lines, "end" lets nobody read on.
+// The tool is ended when it does not write what is waited for. `timeout` runs it in a group of its own.
 constexpr const char* kWatch = R"sh(cat >../watch <<'END'
 begin() {
   rm -f ../told ../seen; mkfifo ../told ../seen
-  (exec "$tool" watch "$@") 2>../told >../seen &
+  (exec timeout 20 "$tool" watch "$@") 2>../told >../seen &
   exec 3<../told 4<../seen; read -r told <&3
 }
 seen() { for line in $(seq $1); do read -r line <&4; echo "$line"; done; }
@@ -189,9 +190,9 @@ TEST_F(ToolTest, WatchTellsWhatChangesWhileItDoes) {
        "searchpath: watching 2 folders\nrefreshed  1         $T/mid\n"
        "changed  $T/lib/Case.zt -> $T/mid/Case.zt\nrefreshed  1         $T/mid\n"
        "changed  $T/mid/Case.zt -> $T/lib/Case.zt\n141\n"},
-      {". ../watch; begin --path mid:lib --json; kill -STOP $!; touch mid/x mid/y; rm mid/x "
+      {". ../watch; begin --path mid:lib --json; kill -STOP -$!; touch mid/x mid/y; rm mid/x "
        "lib/plain;"
-       " touch lib/plain; mkdir lib/sub/ordinary; kill -CONT $!; seen 2; end",
+       " touch lib/plain; mkdir lib/sub/ordinary; kill -CONT -$!; seen 2; end",
        0, "",
        "{`change`:`refreshed`,`path`:`$T/mid`,`kind`:`ordinary`,`old`:1,`new`:1}\n"
        "{`change`:`new`,`name`:`y`,`old`:null,`new`:`$T/mid/y`}\n141\n"},
@@ -227,10 +228,11 @@ TEST_F(ToolTest, WatchTellsWhatChangesWhileItDoes) {
 }
 
 // "ask NAME" writes a name, "lines N" prints the next N lines, "end" lets no more names come.
+// The tool is ended when it does not answer.
 constexpr const char* kPartner = R"sh(cat >../partner <<'END'
 begin() {
   rm -f ../names ../answers; mkfifo ../names ../answers
-  (exec "$tool" find --stdin "$@") <../names >../answers 2>/dev/null &
+  (exec timeout 20 "$tool" find --stdin "$@") <../names >../answers 2>/dev/null &
   exec 3>../names 4<../answers
 }
 ask() { echo "$1" >&3; }
