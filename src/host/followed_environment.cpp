@@ -42,7 +42,11 @@ class FollowedEnvironment::State {
 
   bool Update() {
     const bool mayHaveChanged = MayHaveChanged();
-    mayHaveChanged ? Renew() : ForgetOtherFolders();
+    if (mayHaveChanged) {
+      Renew();
+    } else {
+      ForgetOtherFolders();
+    }
     return mayHaveChanged;
   }
 
@@ -99,7 +103,11 @@ class FollowedEnvironment::State {
     watches.Begin();
     const bool foldersHaveMeaning = opened.environment.GetRules().foldersHaveMeaning;
     for (const auto& folder : opened.environment.FindSearchedFolders()) {
-      foldersHaveMeaning ? watchTree(folder) : watch(folder->GetAbsoluteIRI());
+      if (foldersHaveMeaning) {
+        watchTree(folder);
+      } else {
+        watch(folder->GetAbsoluteIRI());
+      }
     }
     for (const AbsoluteIRI& folder : opened.folders) watchTree(FolderEntry::Create(folder));
     // After all folders: a link that is watched as a folder needs no watch as a file.
