@@ -180,8 +180,11 @@ AbsoluteIRI AbsoluteIRI::getResolvedIRI() const {
   const std::u16string_view path = pathText();
   if (!detail::HasDoubleDots(path)) return *this;
   ustring text(toStringView().substr(0, shared->pathBegin));
+  // The path of a scheme such as "urn" need not begin with a separator.
+  std::u16string_view separator = path.starts_with(u'/') ? u"/" : u"";
   for (const std::u16string_view component : detail::ResolvedComponents(path, toStringView())) {
-    text.append(u"/").append(component);
+    text.append(separator).append(component);
+    separator = u"/";
   }
   if (text.size() == shared->pathBegin) text.push_back(u'/');
   const std::size_t pathEnd = text.size();

@@ -113,6 +113,7 @@ TEST(AbsoluteIRITest, TellsItsParts) {
        u"http://h/a%2Fb/%E9%C3%A9?q/r#f => %E9\u00E9 | /a%2Fb/%E9\u00E9 | http://h/a%2Fb | "
        u"http://h/a%2Fb/%E9%C3%A9?q/r#f",
        u"http://h/a/../%00?q#.. => %00 | /a/../%00 | http://h/a/.. | http://h/%00?q#..",
+       u"urn:a/../b => b | /a/../b | urn:a/.. | urn:b",
        u"urn:a:b/c => c | /a:b/c | urn:a:b | urn:a:b/c", u"urn:a => a | /a | invalid | urn:a"},
       [](const ustring& text) {
         const AbsoluteIRI iri(text);
