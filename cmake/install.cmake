@@ -24,7 +24,7 @@ endif()
 
 # As in the sources, so that links between pages hold.
 install(
-  FILES README.md CHANGELOG.md
+  FILES README.md CHANGELOG.md CONTRIBUTING.md
   DESTINATION ${CMAKE_INSTALL_DOCDIR}
   COMPONENT searchpath_documents)
 install(
