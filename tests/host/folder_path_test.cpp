@@ -182,6 +182,7 @@ TEST_F(FolderPathTest, AProgramThatAsksLittleListsNothing) {
   for (int question = 1; question < 8; ++question) {
     EXPECT_EQ(find(u"Method.ZT", kExact), "two/Method.ZT");
   }
+  EXPECT_FALSE(gone.ConcurrentForEachEntry(kMain, [](const auto&) { return false; }));
   EXPECT_EQ(listings.Take(), "");
   EXPECT_EQ(find(u"fn.zt", kExact), "one/fn.zt");
   EXPECT_EQ(listings.Take(), "gone one two");

@@ -100,11 +100,16 @@ struct FolderPath::State {
   /// did. Lists no folder when `scope` ends at the main entries.
   template <class Visit>
   bool ForEachInScope(SearchScope scope, const Visit& visit) const {
-    const bool descends = ReachesBelowMainEntries(scope);
-    return std::any_of(folders.begin(), folders.end(), [&](const auto& folder) {
-      return descends ? WalkInScope(folder, scope, visit)
-                      : IsInScope(scope, folder->GetPathEntryType()) && visit(folder);
-    });
+    return std::any_of(folders.begin(), folders.end(),
+                       [&](const auto& folder) { return VisitInScope(folder, scope, visit); });
+  }
+
+  /// The same, for a main folder and what is below it.
+  template <class Visit>
+  static bool VisitInScope(const std::shared_ptr<const FolderEntry>& folder, SearchScope scope,
+                           const Visit& visit) {
+    if (ReachesBelowMainEntries(scope)) return WalkInScope(folder, scope, visit);
+    return IsInScope(scope, folder->GetPathEntryType()) && visit(folder);
   }
 
   template <class Visit>
@@ -299,7 +304,7 @@ bool FolderPath::ForEachEntry(SearchScope scope, const PathEntryVisitor& visitor
 
 bool FolderPath::ConcurrentForEachEntry(SearchScope scope, const PathEntryVisitor& visitor) const {
   return AnyInParallel(state->folders.size(), [&](std::size_t index) {
-    return State::WalkInScope(state->folders[index], scope, visitor);
+    return State::VisitInScope(state->folders[index], scope, visitor);
   });
 }
 
