@@ -17,6 +17,7 @@ check 'searchpath find --policy i' ignore-case
 check 'searchpath shadows --only same' same-file
 check 'searchpath list --path mio:mi' 'mio:mine/ mio:mio/'
 check 'searchpath list --path @l' '@list.txt'
+check 'searchpath list --path 5%s:@l' '5%s:@list.txt'
 check 'searchpath add mi' 'mine/ mio/'
 check 'searchpath help do' doctor
 test $failures = 0

@@ -18,10 +18,10 @@ function __searchpath_path
     set -l typed (commandline -ct)
     set -l before (string match -r -- '^(?:--[^=]*=)?(?:.*:)?@?' $typed)
     set -l last (string replace -- "$before" "" $typed)
-    if string match -q -- '*@' "$before"
-        printf "$before%s\n" (__fish_complete_path $last)
-    else
-        printf "$before%s\n" (__fish_complete_directories $last)
+    set -l complete __fish_complete_directories
+    string match -q -- '*@' "$before"; and set complete __fish_complete_path
+    for answer in ($complete $last)
+        printf '%s%s\n' "$before" $answer
     end
 end
 
