@@ -72,6 +72,12 @@ TEST_F(RulesTest, NamesAreRelativeToTheFoldersOfThePath) {
       {"s shadows --as include --path p:q --only different", 1, "",
        "`sub/kind.h` means $T/p/sub/kind.h and hides\n  different   $T/q/sub/kind.h\n"},
       {"s shadows --as plain --path p:q --only same-file", 0, "", ""},
+      {"printf 'SUB/kind.h\\nx.hpp\\n' >../allow; s shadows --as include --path p:q --ext h "
+       "--policy "
+       "ignore-case --allow ../allow 2>&1; rm ../allow",
+       0, "",
+       "searchpath: --allow `SUB/kind.h`: no file of that name is hidden\n"
+       "`sub/kind.h` means $T/p/sub/kind.h and hides\n  different   $T/q/sub/kind.h\n"},
       {"mv q/sub 'q/a b'; mv p/sub 'p/a b'; s shadows --as plain --path p:q --only different "
        "--sarif"
        " | grep -E 'uri|ruleId|\"text\": ..\"' | sed 's/^ *//'; mv 'q/a b' q/sub; mv 'p/a b' p/sub",

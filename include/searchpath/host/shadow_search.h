@@ -50,7 +50,7 @@ struct HiddenFile {
 
 /// A name that several files share. It means the winner, which hides the others.
 struct Shadow {
-  ustring name;                    ///< as the winner has it
+  ustring name;                    ///< as it was looked up
   FoundItem winner;                ///< the file that the name means
   std::vector<HiddenFile> hidden;  ///< in path order, never empty
 };

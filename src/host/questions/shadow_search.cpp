@@ -288,9 +288,14 @@ ShadowReport CollectShadows(const PathView& view, const ShadowLookup& lookup) {
 
 ShadowReport CollectShadowsByRules(const RuledPath& path, const ShadowLookup& lookup) {
   const auto find = [&](const ustring& name) { return path.FindAll(RuledPath::Target(name), {}); };
-  return Collect(
-      lookup.names.empty() ? SharedRelativeNames(path, lookup) : CandidatesFor(lookup.names), find,
-      lookup);
+  ShadowLookup asked = lookup;
+  asked.policy = FilenameMatchingPolicy::CaseSensitive;  // names are looked up as they are
+  if (!lookup.names.empty()) return Collect(CandidatesFor(lookup.names), find, asked);
+  // What is not looked up is no idle allowance.
+  std::erase_if(asked.allowed, [&](const ustring& name) {
+    return !HasExtension(BytesFromText(name).value_or(""), lookup.extensions);
+  });
+  return Collect(SharedRelativeNames(path, lookup), find, asked);
 }
 
 ShadowSummary GetSummary(const std::vector<Shadow>& shadows) {
