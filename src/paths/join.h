@@ -12,7 +12,9 @@ namespace Corvane::PathManagement::detail {
 template <class Element>
 std::vector<Element> Fit(std::vector<Element> list) {
   if (list.size() == list.capacity()) return list;
-  return {std::make_move_iterator(list.begin()), std::make_move_iterator(list.end())};
+  // Braces would make a list of the iterators, where an element can be made of one.
+  return std::vector<Element>(std::make_move_iterator(list.begin()),
+                              std::make_move_iterator(list.end()));
 }
 
 /// The elements of all `lists`, one list after the other, without spare room. Each element is moved

@@ -13,8 +13,9 @@ using current_working_folder::AbsolutizeError;
 
 /// The folder of `package` whose links cannot be resolved, and why. If all can be resolved by now,
 /// the package's own folder, with the reason `Other`.
-FolderProblem ProblemOf(const Corvane::PackageRegistry::IPackage& package) {
-  DiskPatience patience;
+FolderProblem ProblemOf(const Corvane::PackageRegistry::IPackage& package,
+                        DiskPatience::Limit timeout) {
+  DiskPatience patience(timeout);
   for (const auto& each : package.GetFolders()) {
     const auto reason = ProbeFolder(each.folder, patience);
     if (reason == AbsolutizeError::LinkLoop || reason == AbsolutizeError::InputOutput) {
@@ -39,7 +40,7 @@ GivenFolders WithPackageFolders(GivenFolders given, const PackageRegistry* regis
                                  {CreateMainFolder(folder, source, timeout)}});
       }
     } catch (const foundation::storage::vfs::Exception&) {
-      given.unlocated.push_back(ProblemOf(*registry->GetPackage(package)));
+      given.unlocated.push_back(ProblemOf(*registry->GetPackage(package), timeout));
     }
   }
   return given;
