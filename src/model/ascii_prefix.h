@@ -7,12 +7,12 @@
 
 namespace Corvane::PathManagement::detail {
 
-/// How many characters at the beginning of `text` are ASCII, counted in blocks of 16: up to 15
+/// How many characters at the beginning of `text` are ASCII, counted in blocks of 8: up to 7
 /// further ones may follow. Nearly all names and folders consist of ASCII alone, which is copied
 /// several times as fast as characters that are looked at one by one.
 template <class Character>
 [[nodiscard]] std::size_t AsciiPrefix(std::basic_string_view<Character> text) noexcept {
-  constexpr std::size_t kBlock = 16;
+  constexpr std::size_t kBlock = 8;
   std::size_t end = 0;
   for (; text.size() - end >= kBlock; end += kBlock) {
     unsigned bits = 0;
