@@ -14,7 +14,8 @@ std::optional<PartialTarget> SplitTarget(const SearchTarget& target) {
 }
 
 bool BeginsAtRoot(const ustring& pathname) {
-  return pathname.find_first_of(Constants::PathnameSeparatorStr) == 0;
+  return !pathname.empty() &&
+         Constants::PathnameSeparatorStr.find(pathname.front()) != ustring::npos;
 }
 
 std::shared_ptr<const IPathEntry> EntryNamed(const IPath& path, const ustring& pathname,

@@ -11,6 +11,8 @@
 #include "searchpath/model/filename_matching_policy.h"
 #include "searchpath/utilities/once_flag.h"
 
+#include <boost/container/small_vector.hpp>
+
 #include <atomic>
 #include <chrono>
 #include <cstddef>
@@ -80,8 +82,9 @@ class FolderState {
 
   /// What a look-up learns of the folder.
   struct Answer {
-    std::vector<const PathItem*> items = {};  // the first file that is here, or all that are wanted
-    bool hasFolder = false;                   // false also where the question leaves this open
+    // The first file that is here, or all that are wanted.
+    boost::container::small_vector<const PathItem*, 1> items = {};
+    bool hasFolder = false;  // false also where the question leaves this open
   };
   /// Answers a question. For the first questions the disk is asked about their names alone. For
   /// later ones, and whenever the listing comes from a cache, the folder is listed.

@@ -53,7 +53,9 @@ std::optional<NameAnswers::Kind> KindIn(int folder, const std::string& name) {
 
 NameQuestion::NameQuestion(const PathManagement::detail::SearchTarget& target) {
   const auto add = [this](const ustring& text) {
-    if (auto name = BytesFromText(text); name && IsFileName(*name)) files.push_back(*name);
+    if (auto name = BytesFromText(text); name && IsFileName(*name)) {
+      files.push_back(std::move(*name));
+    }
   };
   if (target.GetExtensions().empty()) add(target.GetName());
   for (const ustring& extension : target.GetExtensions()) add(target.GetName() + extension);

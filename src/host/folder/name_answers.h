@@ -6,6 +6,8 @@
 #include "searchpath/model/search_target.h"
 #include "searchpath/model/ustring.h"
 
+#include <boost/container/small_vector.hpp>
+
 #include <cstddef>
 #include <cstdint>
 #include <memory>
@@ -26,8 +28,8 @@ struct NameQuestion {
   /// unless all files are wanted.
   void AddFolder(const ustring& name);
 
-  std::vector<std::string> files;  // the preferred one first
-  bool wantsAllFiles = false;      // false: only the first that is there
+  boost::container::small_vector<std::string, 1> files;  // the preferred one first
+  bool wantsAllFiles = false;                            // false: only the first that is there
   std::optional<std::string> folder;
 };
 

@@ -199,7 +199,8 @@ AskedList::Listings AskedLists::ListingsBelow(const std::string& name) const {
 void AskedLists::SetNames(const Lookup& lookup, ScannedQuestion& question) const {
   if (ruled == nullptr) {
     const auto target = TargetOf(lookup.name.substr(BeginOfLastPart(lookup.name)), lookup);
-    question.names = NameQuestion(target).files;
+    const NameQuestion names(target);
+    question.names.assign(names.files.begin(), names.files.end());
     if (!HasSeparator(lookup.name) && !question.names.empty()) {
       question.methodFolder = '@' + BytesFromText(target.GetName()).value_or("");
     }
