@@ -8,14 +8,14 @@
 
 namespace Corvane::PathManagement::c {
 
-/// Writes `message` to `error`, which may be null, and returns `status`.
+/// Writes `message`, cut to what fits, to `error`, which may be null. Returns `status`.
 searchpath_status Fail(searchpath_status status, const char* message, searchpath_error* error);
 
-/// The status for the exception that is being handled. Writes its message to `error`.
+/// The status for the exception that is being handled. Writes its message as `Fail` does.
 searchpath_status FailByException(searchpath_error* error);
 
-/// Calls `action`, and turns an exception into a status. The unwinding of a cancelled thread is no
-/// exception, and passes through.
+/// Calls `action`, and turns an exception into a status. `catch (...)` also catches the unwinding
+/// of a cancelled thread, which is no exception: it passes through.
 template <class Action>
 searchpath_status Do(searchpath_error* error, const Action& action) try {
   action();
@@ -25,7 +25,8 @@ searchpath_status Do(searchpath_error* error, const Action& action) try {
   return FailByException(error);
 }
 
-/// Sets `*handle` to the object that make() returns in a unique pointer, or to null on failure.
+/// Sets `*handle` to the object that make() returns in a unique pointer, or to null on failure. A
+/// null `handle` is an invalid argument.
 template <class Handle, class Make>
 searchpath_status HandOut(Handle** handle, searchpath_error* error, const Make& make) {
   if (handle == nullptr) return Fail(SEARCHPATH_INVALID, "nowhere to hand the result out", error);

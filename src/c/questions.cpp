@@ -18,14 +18,15 @@ using paths::c::LookupOf;
 using paths::c::TextsOf;
 using paths::c::View;
 
+/// The rules called `name`; null means "environment".
 host::LookupRules RulesNamed(const char* name) {
   const auto rules = host::FindRules(name == nullptr ? "environment" : name);
   if (!rules) throw std::invalid_argument("there are no rules of that name");
   return *rules;
 }
 
-/// Empty when the working folder of the process has been removed: relative folders then cannot be
-/// found.
+/// The working folder of the process; nullopt when it has been removed. Relative folders then
+/// cannot be found.
 std::optional<paths::AbsoluteIRI> FindWorkingFolder() {
   try {
     return host::WorkingFolder().Locate(".");
@@ -55,8 +56,7 @@ searchpath_status searchpath_environment_open(const char* const* folders, size_t
                                                             ? host::FolderExpansion::Alone
                                                             : host::FolderExpansion::Recursive,
                                            .rules = RulesNamed(rules)};
-    return std::unique_ptr<searchpath_environment>(
-        new searchpath_environment{options, host::Environment(options)});
+    return std::make_unique<searchpath_environment>(options, host::Environment(options));
   });
 }
 

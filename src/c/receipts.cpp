@@ -18,13 +18,15 @@ using paths::c::HandOut;
 using paths::c::LookupOf;
 using paths::c::View;
 
-using Path = std::optional<std::string>;  // of the file that a name means; empty: none
+// The path of the file that a name means; nullopt when the name means none.
+using Path = std::optional<std::string>;
 
 Path PathOf(const std::optional<paths::FoundItem>& file) {
   if (!file) return std::nullopt;
   return BytesOf(host::GetLocationText(*file));
 }
 
+/// Null bytes stand for no path.
 searchpath_text View(const Path& path) { return path ? View(*path) : searchpath_text{}; }
 
 paths::ustring FileNamed(const char* file) {
@@ -55,8 +57,8 @@ struct searchpath_changes {
   };
 
   std::vector<Change> changes;
-  host::Receipt verified;
-  std::optional<host::Environment> now;  // empty when nothing had changed
+  host::Receipt verified;                // the receipt that was verified
+  std::optional<host::Environment> now;  // opened to verify; nullopt when nothing had changed
 };
 
 searchpath_status searchpath_find_with_receipt(const searchpath_environment* environment,
@@ -121,7 +123,8 @@ searchpath_status searchpath_receipt_verify(const searchpath_receipt* receipt,
     std::unique_ptr<searchpath_changes> made(
         new searchpath_changes{.changes = {}, .verified = verified, .now = {}});
     if (verified.IsFresh()) return made;
-    for (const auto& change : verified.Verify(made->now.emplace(verified.GetOptions()))) {
+    const host::Environment& now = made->now.emplace(verified.GetOptions());
+    for (const auto& change : verified.Verify(now)) {
       made->changes.push_back({BytesOf(change.name), PathOf(change.before), PathOf(change.after)});
     }
     return made;

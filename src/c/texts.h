@@ -11,13 +11,18 @@
 
 namespace Corvane::PathManagement::c {
 
-/// Errors: `std::invalid_argument` when one of the `count` texts is null.
+/// The `count` texts, whose bytes become text as by `TextFromBytes`. `texts` may be null when
+/// `count` is 0.
+///
+/// Errors: `std::invalid_argument` when one of the texts is null.
 [[nodiscard]] AnyTexts TextsOf(const char* const* texts, std::size_t count);
 
+/// The question that `lookup` asks.
+///
 /// Errors: `std::invalid_argument` when `lookup`, its name or an extension is null.
 [[nodiscard]] host::Lookup LookupOf(const searchpath_lookup* lookup);
 
-/// The bytes of the name or path `text`; "" when no bytes have this text, see `BytesFromText`.
+/// The bytes of `text`, a name or a path; "" when it stands for no bytes, see `BytesFromText`.
 [[nodiscard]] std::string BytesOf(const ustring& text);
 
 /// A view of `text`, which must outlive the view.

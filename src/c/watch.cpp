@@ -12,14 +12,15 @@ using Corvane::PathManagement::c::HandOut;
 }  // namespace
 
 struct searchpath_watch {
-  explicit searchpath_watch(const host::EnvironmentOptions& followedPath)
-      : options(followedPath), followed([this] {
+  explicit searchpath_watch(const host::EnvironmentOptions& environmentOptions)
+      : options(environmentOptions), followed([this] {
+          // The path alone is watched, without further folders and files.
           return host::OpenedEnvironment{.environment = host::Environment(options)};
         }) {}
 
   host::EnvironmentOptions options;
-  // Callers have a const handle, since threads may share it.
-  mutable std::mutex oneAtATime;
+  // Mutable, since callers have a const handle, which threads may share.
+  mutable std::mutex oneAtATime;  // held while `followed` is brought up to date and copied
   mutable host::FollowedEnvironment followed;
 };
 
@@ -30,7 +31,7 @@ searchpath_status searchpath_watch_open(const searchpath_environment* environmen
 }
 
 int searchpath_watch_descriptor(const searchpath_watch* watch) {
-  return watch->followed.GetDescriptor();
+  return watch->followed.GetDescriptor();  // without the lock: it never changes
 }
 
 searchpath_status searchpath_watch_environment(const searchpath_watch* watch,
@@ -39,8 +40,7 @@ searchpath_status searchpath_watch_environment(const searchpath_watch* watch,
   return HandOut(environment, error, [&] {
     const std::scoped_lock lock(watch->oneAtATime);
     watch->followed.Update();
-    return std::unique_ptr<searchpath_environment>(
-        new searchpath_environment{watch->options, watch->followed.Get()});
+    return std::make_unique<searchpath_environment>(watch->options, watch->followed.Get());
   });
 }
 

@@ -21,9 +21,9 @@ void UnableToSaveToolboxCacheException::rethrow() const { throw *this; }
 
 namespace {
 
-/// To be called first in a `catch (...)`, which also catches the unwinding of a thread that is
-/// cancelled in a factory. The unwinding is no exception, and has to go on: to throw an exception
-/// instead would end the process.
+/// To be called first in each `catch (...)`. When a thread is cancelled in a factory, its unwinding
+/// is caught there as well, though it is no exception. It has to go on: an exception in its place
+/// would end the process.
 void RethrowIfCancelled() {
   if (std::current_exception() == nullptr) throw;
 }
@@ -44,7 +44,8 @@ void LoadToolboxPathCache(const fl::filesystem::path& cacheFile, const fl::files
                           IPathEntryFactory& factory) try {
   fl::filesystem::ifstream stream(cacheFile);
   factory.ReadEntries(stream, toAbsoluteIRI(u"file", root));
-  // A factory may have taken an error of the disk for the end of the file.
+  // A factory may have taken an error of the disk for the end of the file. Whatever is thrown here
+  // ends as the exception of the handler below.
   if (!stream.is_open() || stream.bad()) throw ToolboxCacheWrongFormatException();
 } catch (...) {
   RethrowIfCancelled();
