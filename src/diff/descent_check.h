@@ -12,8 +12,9 @@ namespace Corvane::PathManagement::detail {
 /// been more levels than entries, some entry is in the chain twice.
 class DescentCheck {
  public:
-  /// To be called with the entries of each level, which are in `before` and `after`. False when
-  /// there have been more levels than different entries.
+  /// To be called with the entries of each level, those in `before` and those in `after`. False
+  /// when there have been more levels than different entries. True for an empty level, the last
+  /// one.
   template <class List>
   [[nodiscard]] bool MayGoBelow(const List& before, const List& after) {
     for (const List* const entries : {&before, &after}) {
@@ -23,8 +24,8 @@ class DescentCheck {
   }
 
  private:
-  boost::unordered_flat_set<const void*> met;
-  std::size_t levels = 0;
+  boost::unordered_flat_set<const void*> met;  // the entries of all levels
+  std::size_t levels = 0;                      // so far, without an empty one
 };
 
 }  // namespace Corvane::PathManagement::detail

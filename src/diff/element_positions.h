@@ -12,6 +12,7 @@ namespace Corvane::PathManagement::detail {
 /// Finds the positions of an element in a sequence. Elements are the same when they point to the
 /// same object. Positions count from 1, so that 0 can mean that the element is not there.
 ///
+/// Precondition: the sequence has fewer than 2^32 - 1 elements.
 /// Ownership: refers to the sequence, which must outlive this.
 /// Cost: 16 to 32 bytes for each element; four more for each when any element occurs twice.
 template <class Element>
@@ -50,6 +51,8 @@ class ElementPositions {
   // is waiting for memory.
   static constexpr std::size_t kAhead = 16;
 
+  // The factor is 2^64 divided by the golden ratio. It spreads addresses over the highest bits,
+  // from which `FirstSlot` is taken.
   static std::uint64_t Hash(const Element& element) {
     return reinterpret_cast<std::uintptr_t>(element.get()) * 0x9E3779B97F4A7C15U;
   }
@@ -75,7 +78,7 @@ class ElementPositions {
   void Add(std::uint32_t position) {
     const Element& element = elements[position - 1];
     Slot& slot = slots[Find(element)];
-    if (slot.position != 0) {
+    if (slot.position != 0) {  // that of the same element, added before since it is larger
       following.resize(elements.size() + 1);
       following[position] = slot.position;
     }
@@ -83,8 +86,8 @@ class ElementPositions {
   }
 
   std::span<const Element> elements;
-  std::vector<Slot> slots;  // open addressing, at most half full
-  std::vector<std::uint32_t> following;
+  std::vector<Slot> slots;               // open addressing, at most half full
+  std::vector<std::uint32_t> following;  // see `Following`
 };
 
 }  // namespace Corvane::PathManagement::detail

@@ -8,6 +8,7 @@ namespace Corvane::PathManagement::detail {
 
 extern "C" const EntrySort* SearchpathEntrySort() {
   static constexpr EntrySort kSort = {
+      // Comparing addresses raises nothing, so `parallel_sort` is safe as it is.
       .byAddress = [](PathEntries& entries) { tbb::parallel_sort(entries.begin(), entries.end()); },
       .inOrder = [](PathEntries& entries,
                     EntrySort::Order comesBefore) { SortInParallel(entries, comesBefore); }};

@@ -5,8 +5,8 @@
 
 namespace Corvane::PathManagement::detail {
 
-/// Compares things by a key, which `functor` computes from a thing: anew for each comparison, and
-/// first for the left thing.
+/// Compares things by their keys. `functor` computes the key of a thing: anew for each comparison,
+/// and first for the left thing.
 template <class Functor>
 class LessThanByFunctorImpl {
  public:

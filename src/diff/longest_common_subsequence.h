@@ -25,12 +25,13 @@
 template <class Element, class Container>
 class LongestCommonSubsequence {
  public:
-  /// A node of a candidate, which is a linked list. All nodes are in one vector and refer to one
-  /// another by number, the index there. Every candidate begins with node 0, which is no element.
+  /// A candidate is a linked list of nodes, from its last element back to its first and on to node
+  /// 0, which is no element. All nodes are in one vector and refer to one another by number, the
+  /// index there.
   struct IndexNode {
     std::uint32_t index;       // of the element in the first sequence
     std::uint32_t previous;    // the number of the node before this one
-    std::uint32_t references;  // by candidates that end here, and by nodes after this one
+    std::uint32_t references;  // from the candidate that ends here, and from nodes after this one
   };
 
   /// The longest common subsequence, as elements of `first`.
@@ -77,10 +78,13 @@ class LongestCommonSubsequence {
     constexpr std::size_t block = 16;
     const std::size_t most = std::min(first.size(), second.size());
     std::size_t length = 0;
-    for (bool isEqual = true; isEqual && most - length >= block; length += isEqual ? block : 0) {
+    while (most - length >= block) {
+      bool isEqual = true;
       for (std::size_t at = length; at < length + block; ++at) {
         isEqual &= first[at].get() == second[at].get();
       }
+      if (!isEqual) break;
+      length += block;
     }
     while (length < most && first[length] == second[length]) ++length;
     return length;
@@ -92,6 +96,7 @@ class LongestCommonSubsequence {
     const auto [before, unused] =
         std::mismatch(first.rbegin(), first.rend(), second.rbegin(), second.rend());
     const auto back = before.base();
+    // A long back is not empty, so it has a first element.
     const bool isLong = first.end() - back > (back - first.begin()) / 8;
     if (!isLong || std::find(first.begin(), back, *back) != back) return 0;
     return static_cast<std::size_t>(first.end() - back);
@@ -130,7 +135,7 @@ class LongestCommonSubsequence<Element, Container>::Candidates {
   /// `position` is its first position in the second.
   void Meet(std::uint32_t index, std::uint32_t position) {
     const std::uint32_t firstPlace = repeated.Place(position);
-    if (firstPlace == 0) {
+    if (firstPlace == 0) {  // the element occurs once in the second sequence
       if (!ends.Contains(position)) EndCandidate(index, position, EndBefore(position));
       return;
     }
@@ -156,12 +161,13 @@ class LongestCommonSubsequence<Element, Container>::Candidates {
   }
 
  private:
-  // In lists that are almost equal or almost reversed, most positions are before or after all ends,
-  // where no search in the set is needed.
+  /// The largest end below `position`; 0 is always one. In lists that are almost equal or almost
+  /// reversed, most positions are before or after all ends, where no search in the set is needed.
   [[nodiscard]] std::uint32_t EndBefore(std::uint32_t position) const {
     if (position > lastEnd) return lastEnd;
     return position < firstEnd ? 0 : ends.Before(position);
   }
+  /// The smallest end above `position`. Precondition: there is one.
   [[nodiscard]] std::uint32_t EndAfter(std::uint32_t position) const {
     return position < firstEnd ? firstEnd : ends.After(position);
   }
@@ -211,11 +217,11 @@ class LongestCommonSubsequence<Element, Container>::Candidates {
     }
   }
 
-  Corvane::PathManagement::detail::PositionSet ends;            // of all candidates
-  std::vector<std::uint32_t> lastNodes;                         // of candidates, by their end
-  std::uint32_t firstEnd = 0;                                   // the smallest end but 0
-  std::uint32_t lastEnd = 0;                                    // the largest end
-  std::size_t length = 0;                                       // of the longest candidate
+  Corvane::PathManagement::detail::PositionSet ends;  // of all candidates
+  std::vector<std::uint32_t> lastNodes;               // numbers, by the end of the candidate
+  std::uint32_t firstEnd = 0;                         // the smallest end but 0
+  std::uint32_t lastEnd = 0;                          // the largest end
+  std::size_t length = 0;                             // of the longest candidate
   Corvane::PathManagement::detail::RepeatedPositions repeated;  // free where no candidate ends
   std::vector<IndexNode> nodes;
   std::uint32_t spare = 0;  // a node for reuse, whose `previous` is the next such node; 0: none

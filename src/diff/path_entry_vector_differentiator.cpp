@@ -16,7 +16,7 @@ namespace {
 
 using Entry = std::shared_ptr<const IPathEntry>;
 
-// As `AbsoluteIRI`, without the further text of a canonical IRI: only the folder matters.
+// Compares canonical IRIs as `AbsoluteIRI`, without their further text: only the folder matters.
 bool ComesBefore(const Entry& left, const Entry& right) {
   static constexpr detail::LessThanByFunctorImpl kOrder(
       [](const Entry& entry) -> AbsoluteIRI { return entry->GetCanonicalAbsoluteIRI(); });
@@ -63,8 +63,8 @@ Division DivideByIdentity(PathEntries before, PathEntries after) {
   return division;
 }
 
-/// The special sub-entries of all the entries.
-PathEntries GetSubEntries(const PathEntries& entries) {
+/// The entries directly below `entries`, all of which are for special folders.
+PathEntries GetEntriesBelow(const PathEntries& entries) {
   PathEntries all;
   const auto addOne = [&all](Entry entry) {
     if (entry != nullptr) all.push_back(std::move(entry));
@@ -143,9 +143,9 @@ void PathEntryVectorDifferentiator::CompareHelper(PathEntries&& before, PathEntr
     AppendByIRI(beforeOnly, afterOnly);
     if (filter != ComparisonFilter::IncludeSubfolders) return;
     assert(descent.MayGoBelow(beforeOnly, afterOnly) && "no entry may hang below itself");
-    before = GetSubEntries(beforeOnly);
-    after = GetSubEntries(afterOnly);
-    computeReordered = false;
+    before = GetEntriesBelow(beforeOnly);
+    after = GetEntriesBelow(afterOnly);
+    computeReordered = false;  // only the order of the first level is reported
   }
 }
 

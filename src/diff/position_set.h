@@ -84,6 +84,7 @@ class PositionSet {
   static constexpr std::uint32_t kBits = 64;  // in a word
 
   static std::uint64_t Bit(std::uint32_t position) { return std::uint64_t{1} << position % kBits; }
+  /// The bits of all larger positions in the word of `position`.
   static std::uint64_t Above(std::uint32_t position) {
     return ~std::uint64_t{1} << position % kBits;
   }

@@ -52,7 +52,7 @@ class RepeatedPositions {
   [[nodiscard]] std::uint32_t FirstAfter(std::uint32_t position, std::uint32_t first,
                                          std::uint32_t last) const {
     const auto begin = ordered.begin() + first;
-    const auto end = ordered.begin() + last;
+    const auto end = ordered.begin() + last;  // without `last`, the one when no other is found
     const auto found = std::partition_point(
         begin, end, [position](const Repeated& at) { return at.position <= position; });
     return first + static_cast<std::uint32_t>(found - begin);
@@ -73,8 +73,8 @@ class RepeatedPositions {
     std::uint32_t end;  // only at the first place of an element: one past its last place
   };
 
-  std::vector<std::uint32_t>
-      places;                     // by position; 0: its element occurs once; empty: all occur once
+  // The place of each position; 0 when its element occurs once. Empty when all elements do.
+  std::vector<std::uint32_t> places;
   std::vector<Repeated> ordered;  // by place
   PositionSet free;               // the free places
 };

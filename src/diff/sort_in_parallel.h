@@ -28,7 +28,7 @@ class FailureKeepingComparator {
     }
   }
 
-  /// Raises the kept exception, if there is one. Not while comparisons are under way.
+  /// Raises the kept exception, if there is one. To be called when all comparisons are done.
   void Rethrow() const {
     if (failure != nullptr) std::rethrow_exception(failure);
   }

@@ -12,13 +12,13 @@ using Corvane::PackageRegistry::PackageFolder;
 
 namespace {
 
-constexpr int kPathFolderTag = 0;
+constexpr int kPathFolderTag = 0;  // of the folders that packages put on the path
 
 bool IsPathFolder(const PackageFolder& folder) {
   return folder.tags != nullptr && folder.tags->contains(kPathFolderTag);
 }
 
-/// Whether the property exists and is true. Raises when its value is not a bool.
+/// Whether the property exists and is true. Raises `std::bad_variant_access` when it is not a bool.
 bool IsTrue(const IPackage& package, std::u16string_view key) {
   const auto value = package.GetProperty(key);
   return value && std::get<bool>(*value);
@@ -35,6 +35,7 @@ void AppendPathFolders(const IPackage& package, std::vector<CanonicalAbsoluteIRI
   }
 }
 
+/// Appends the folders that `package` puts on the path, by the rules in the header.
 void AppendFoldersOf(const IPackage& package, std::vector<CanonicalAbsoluteIRI>& folders) {
   const auto& metadata = package.GetMetadata();
   if (!metadata.contributesToPath) return;

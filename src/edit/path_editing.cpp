@@ -23,11 +23,12 @@ using foundation::core::except::MessageRecord;
 
 namespace {
 
-// The keys are of type `AbsoluteIRI`: a canonical IRI is compared without its further text.
+// The keys are of type `AbsoluteIRI`, so a canonical IRI is looked up without its further text.
 using IRISet = boost::unordered_flat_set<AbsoluteIRI, detail::HeldHash, std::equal_to<>>;
 using IRIFlags = boost::unordered_flat_map<AbsoluteIRI, bool, detail::HeldHash, std::equal_to<>>;
 
-/// The message about a folder that cannot be used; empty when the folder is not to blame.
+/// The message about a folder that cannot be used; nullopt for an error that is not the folder's
+/// own, such as an I/O error.
 std::optional<MessageRecord> MessageAbout(const ustring& folder, std::uint32_t errorCode) {
   const auto message = [&folder](const char16_t* key) {
     return MessageRecord{
@@ -78,7 +79,7 @@ std::vector<AbsoluteIRI> ConvertUstringRangeToAbsoluteIRIs(const UstringRange& f
       notification.Append(*std::move(message));
     }
   }
-  std::vector<AbsoluteIRI> iris;  // with the capacity that is promised
+  std::vector<AbsoluteIRI> iris;  // with the promised capacity, that of all `folders`
   iris.reserve(count);
   std::move(converted.begin(), converted.end(), std::back_inserter(iris));
   return iris;
@@ -104,7 +105,7 @@ Notification AddIRIsToZentraPath(const AbsoluteIRIRange& iris, IMainSearchPathMa
   folders.reserve(folders.size() + current->size());
   std::ranges::copy_if(*current, std::back_inserter(folders),
                        [&](const AbsoluteIRI& folder) { return !added.contains(folder); });
-  if (position != Position::Begin) {
+  if (position != Position::Begin) {  // any other value means `End`
     const auto addedCount = static_cast<std::ptrdiff_t>(added.size());
     std::rotate(folders.begin(), folders.begin() + addedCount, folders.end());
   }

@@ -10,6 +10,7 @@ namespace Corvane::PathManagement {
 
 namespace {
 
+/// Publishes for `location` and the folders above it, up to the first ordinary one.
 void PublishUpwards(AbsoluteIRI location) {
   using foundation::msg_svc::eventmgr::createLocalEventMgr;
   using foundation::msg_svc::eventmgr::SessionEmId;
@@ -25,7 +26,7 @@ void PublishUpwards(AbsoluteIRI location) {
     publish();
     location = location.getParent();
   };
-  // A name with a dot is taken for that of a file; a folder with such a name is treated alike.
+  // A name with a dot is taken for that of a file, even if it is that of a folder.
   if (location.getName().find(u'.') != ustring::npos) publishAndAscend();
   while (GetPathEntryTypeFromBaseName(location.getName()) != PathEntryType::Ordinary) {
     publishAndAscend();
