@@ -27,7 +27,7 @@ enum class JsonFault : std::uint8_t {
 /// The fault in words, to be followed by `JsonException::detail`.
 [[nodiscard]] const char16_t* GetWords(JsonFault fault);
 
-/// "FILE:LINE: FIELD: what", without the parts that are empty.
+/// "FILE:LINE: FIELD: what", without the line when it is nullopt and the field when it is "".
 [[nodiscard]] ustring GetMessage(const ustring& file, std::optional<std::size_t> line,
                                  const ustring& field, const ustring& what);
 
@@ -39,7 +39,7 @@ class JsonException : public std::exception {
       : fault(itsFault), line(itsLine), field(std::move(itsField)), detail(std::move(itsDetail)) {}
 
   JsonFault fault;
-  std::optional<std::size_t> line;  // from 1; empty when the text as a whole is at fault
+  std::optional<std::size_t> line;  // from 1; nullopt when the text as a whole is at fault
   ustring field;                    // such as "folders[1].tags", counted from 0; "" for none
   ustring detail;                   // the end of the message; "" for most faults
 };

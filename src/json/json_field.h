@@ -35,6 +35,7 @@ struct Field {
     return *content;
   }
   [[nodiscard]] bool AsTruth() const { return As<bool>(u"true or false"); }
+  /// The text; "" is refused.
   [[nodiscard]] const ustring& AsText() const {
     const auto& text = As<ustring>(u"a text");
     if (text.empty()) Refuse(JsonFault::WrongType, u"a text that is not empty");
@@ -54,13 +55,14 @@ struct Field {
     }
     return elements;
   }
-  /// The member called `key`; empty when there is none.
+  /// The member called `key`; nullopt when there is none.
   [[nodiscard]] std::optional<Field> Find(const ustring& key) const {
     for (const JsonMember& member : As<LocatedJson::Object>(u"an object")) {
       if (member.name == key) return Field{member.value, FieldBelow(name, key)};
     }
     return std::nullopt;
   }
+  /// The member called `key`, which has to be there.
   [[nodiscard]] Field Get(const ustring& key) const {
     if (const auto found = Find(key)) return *found;
     throw JsonException(JsonFault::MissingField, value.line, FieldBelow(name, key));

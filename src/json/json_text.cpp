@@ -13,6 +13,7 @@ namespace Corvane::PathManagement::json {
 
 namespace {
 
+/// Whether some of the bytes of `text` are not UTF-8.
 bool HasBadBytes(const ustring& text) {
   for (std::size_t at = 0; at < text.size(); ++at) {
     if (PathManagement::detail::IsByteAt(text, at)) return true;

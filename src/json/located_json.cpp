@@ -14,7 +14,7 @@ namespace Corvane::PathManagement::json {
 
 namespace {
 
-constexpr std::size_t kMostLevels = 32;
+constexpr std::size_t kMostLevels = 32;  // as the words for `JsonFault::TooDeep` say
 
 /// Counts the lines of a text while it is parsed: the parser does not report the line of a value.
 class Lines {
@@ -22,7 +22,7 @@ class Lines {
   explicit Lines(std::string_view bytes) : text(bytes) {}
 
   /// The line of the token that has just been read. The last byte read does not count: the parser
-  /// reads the byte behind a number, too, which may be a line break.
+  /// reads the byte after a number, too, which may be a line break.
   std::size_t GetLine() {
     const std::size_t end = std::max<std::size_t>(bytesRead, 1) - 1;
     const auto from = text.begin() + static_cast<std::ptrdiff_t>(counted);
@@ -65,7 +65,8 @@ class Lines {
   std::size_t line = 1;
 };
 
-/// Builds the tree from the events of the parser, which prescribes the names of its handlers.
+/// Builds the tree from the events of the parser, which prescribes the names of the handlers and
+/// goes on while they return true.
 class TreeBuilder {
  public:
   TreeBuilder(Lines& textLines, std::size_t most) : lines(textLines), mostValues(most) {}
@@ -85,10 +86,10 @@ class TreeBuilder {
     return Add(value);
   }
   bool string(const std::string& value) { return Add(TextFromBytes(value)); }
-  // Never called: JSON has no such values.
+  // Never called: JSON has no binary values.
   static bool binary(const nlohmann::json::binary_t& /*value*/) { return false; }
-  bool start_object(std::size_t /*unknown*/) { return Open(LocatedJson::Object()); }
-  bool start_array(std::size_t /*unknown*/) { return Open(LocatedJson::Array()); }
+  bool start_object(std::size_t /*unknownSize*/) { return Open(LocatedJson::Object()); }
+  bool start_array(std::size_t /*unknownSize*/) { return Open(LocatedJson::Array()); }
   bool key(const std::string& name) {
     // Added before its value is known, so that a message about the value can name the field.
     Members().push_back({TextFromBytes(name), {lines.GetLine(), nullptr}});
@@ -101,7 +102,7 @@ class TreeBuilder {
   }
   [[noreturn]] bool parse_error(std::size_t /*position*/, const std::string& /*token*/,
                                 const nlohmann::json::exception& error) {
-    constexpr int kNumberOverflow = 406;
+    constexpr int kNumberOverflow = 406;  // as the parser numbers its errors
     if (error.id == kNumberOverflow) Fail(JsonFault::OutOfRange);
     throw JsonException(JsonFault::Syntax, lines.GetLine(), /*itsField=*/{});
   }
@@ -112,7 +113,7 @@ class TreeBuilder {
   [[nodiscard]] LocatedJson::Object& Members() const {
     return std::get<LocatedJson::Object>(open.back()->content);
   }
-  /// The name of the value that was added last, for messages.
+  /// The name, for messages, of the value that was added last.
   [[nodiscard]] ustring Field() const;
   [[noreturn]] void Fail(JsonFault fault) {
     MakeRoom();  // so that `Field` names this value if it is an element of an array
@@ -123,7 +124,7 @@ class TreeBuilder {
   LocatedJson& MakeRoom();
   template <class Content>
   bool Add(Content content) {
-    if (++values > mostValues) {
+    if (++values > mostValues) {  // the fault of the whole text, not of a line
       throw JsonException(JsonFault::TooManyValues, /*itsLine=*/{}, /*itsField=*/{});
     }
     MakeRoom() = {lines.GetLine(), std::move(content)};
@@ -136,6 +137,7 @@ class TreeBuilder {
     open.push_back(open.empty() ? &root : LastBelow(*open.back()));
     return true;
   }
+  /// The last element or member of the container `above`.
   static LocatedJson* LastBelow(LocatedJson& above) {
     if (auto* array = std::get_if<LocatedJson::Array>(&above.content)) return &array->back();
     return &std::get<LocatedJson::Object>(above.content).back().value;
@@ -143,8 +145,10 @@ class TreeBuilder {
 
   Lines& lines;
   LocatedJson root = {1, nullptr};
-  std::vector<LocatedJson*> open;  // the open containers, each in the one before it
-  std::size_t values = 0;
+  // The open containers, each in the one before it, which gets no other values meanwhile: so the
+  // pointers stay valid.
+  std::vector<LocatedJson*> open;
+  std::size_t values = 0;  // added so far
   std::size_t mostValues;
 };
 
@@ -178,11 +182,12 @@ bool TreeBuilder::end_object() {
   const auto same = std::ranges::adjacent_find(byName, {}, name);
   open.pop_back();  // so that `Field` names this object
   if (same == byName.end()) return true;
-  const JsonMember& second = **(same + 1);
+  const JsonMember& second = **(same + 1);  // later in the text, since the sort is stable
   throw JsonException(JsonFault::RepeatedField, second.value.line,
                       FieldBelow(Field(), second.name));
 }
 
+/// Throws where `bytes` are not UTF-8. The parser would report that as an error of syntax.
 void CheckUtf8(std::string_view bytes) {
   const auto* units = reinterpret_cast<const std::uint8_t*>(bytes.data());
   for (std::size_t at = 0; at < bytes.size();) {
@@ -216,10 +221,10 @@ ustring FieldBelow(const ustring& array, std::size_t index) {
   return array + u'[' + TextFromBytes(std::to_string(index)) + u']';
 }
 
-LocatedJson ParseJson(std::string_view bytes, std::size_t most) {
+LocatedJson ParseJson(std::string_view bytes, std::size_t mostValues) {
   CheckUtf8(bytes);
   Lines lines(bytes);
-  TreeBuilder builder(lines, most);
+  TreeBuilder builder(lines, mostValues);
   // The result does not matter: the builder throws on errors.
   static_cast<void>(nlohmann::json::sax_parse(lines.Begin(), lines.End(), &builder));
   return builder.TakeRoot();

@@ -19,7 +19,7 @@ struct LocatedJson {
   using Array = std::vector<LocatedJson>;
   using Object = std::vector<JsonMember>;  // in the order of the text; no name is repeated
 
-  std::size_t line;  // from 1 on
+  std::size_t line;  // in which it begins, from 1 on
   std::variant<std::nullptr_t, bool, std::int64_t, double, ustring, Array, Object> content;
 };
 
@@ -34,11 +34,12 @@ struct JsonMember {
 /// The same for an element of an array: "folders[1]" for element 1 of "folders".
 [[nodiscard]] ustring FieldBelow(const ustring& array, std::size_t index);
 
-/// Parses `bytes`. A text of more than 32 levels or `most` values is refused: the tree is destroyed
-/// by recursion, and should take little memory.
+/// Parses `bytes`. A text with more than 32 levels is refused, since the tree is destroyed by
+/// recursion. So is one with more than `mostValues` values, since the tree should take little
+/// memory.
 ///
 /// Errors: `JsonException`.
-[[nodiscard]] LocatedJson ParseJson(std::string_view bytes, std::size_t most = 10'000);
+[[nodiscard]] LocatedJson ParseJson(std::string_view bytes, std::size_t mostValues = 10'000);
 
 }  // namespace Corvane::PathManagement::json
 

@@ -16,7 +16,8 @@
 
 namespace Corvane::PathManagement::detail {
 
-/// All entries of a path in path order, one row each, which is found by object or by location.
+/// All entries of a path in path order, one row each, which is found by object or by location. Main
+/// entries are those of the path itself; the entries for special folders are below them.
 ///
 /// Threads: immutable once filled.
 template <class Entry>
@@ -25,7 +26,7 @@ class EntryTable {
   struct Row {
     std::shared_ptr<const Entry> entry;
     std::uint32_t parent;  // the row of the entry above; its own row for a main entry
-    std::uint32_t main;    // the row of the main entry that it belongs to
+    std::uint32_t main;    // the row of the main entry above it; its own row for a main entry
   };
 
   /// Adds `top`, the next main entry, and all entries below it. entriesBelow(entry) returns the
@@ -41,7 +42,7 @@ class EntryTable {
       lastAtDepth.push_back(row);
       byObject.emplace(entry.get(), row);
       byLocation.emplace(entry->GetCanonicalAbsoluteIRI(), row);
-      return false;
+      return false;  // to go on
     };
     WalkEntries(top, visit, entriesBelow);
   }
@@ -53,14 +54,15 @@ class EntryTable {
     return rows[row].parent == row ? nullptr : rows[rows[row].parent].entry;
   }
 
-  /// The first row that holds the object `entry`, or else the first for its folder; empty when the
-  /// folder is not on the path.
+  /// The first row that holds the object `entry`, or else the first for its folder; nullopt when
+  /// the folder is not on the path.
   [[nodiscard]] std::optional<std::uint32_t> Find(const IPathEntry& entry) const {
     const auto found = byObject.find(&entry);
     if (found != byObject.end()) return found->second;
-    // As `AbsoluteIRI`, without the further text of a canonical IRI: only the folder matters.
+    // Compared without the further text of a canonical IRI: only the folder matters.
     return Find(static_cast<const AbsoluteIRI&>(entry.GetCanonicalAbsoluteIRI()));
   }
+  /// The first row for the folder with this canonical location; nullopt when there is none.
   [[nodiscard]] std::optional<std::uint32_t> Find(const AbsoluteIRI& canonical) const {
     const auto found = byLocation.find(canonical);
     if (found == byLocation.end()) return std::nullopt;
@@ -70,7 +72,8 @@ class EntryTable {
   [[nodiscard]] std::shared_ptr<const Entry> FindExactly(const CanonicalAbsoluteIRI& iri) const {
     const auto row = Find(static_cast<const AbsoluteIRI&>(iri));
     if (!row) return nullptr;
-    // Mostly it is in this very row. Entries of one folder may differ in the further text.
+    // Mostly the entry is in this very row, but entries for one folder may differ in the further
+    // text of their canonical IRIs.
     const auto found = std::find_if(rows.begin() + *row, rows.end(), [&](const Row& each) {
       return each.entry->GetCanonicalAbsoluteIRI() == iri;
     });
@@ -102,6 +105,7 @@ class EntryTable {
 
  private:
   std::vector<Row> rows;
+  // The index of the first row for each object and for each canonical location.
   boost::unordered_flat_map<const IPathEntry*, std::uint32_t> byObject;
   boost::unordered_flat_map<AbsoluteIRI, std::uint32_t, HeldHash> byLocation;
 };

@@ -16,14 +16,16 @@ namespace Corvane::PathManagement::detail {
   return scope.Contains(static_cast<std::uint32_t>(kind));
 }
 
-/// Whether `scope` holds kinds that only entries below the main entries have.
+/// Whether `scope` holds kinds that only entries below the main entries have: the main entries,
+/// those of the path itself, are all `Ordinary`.
 [[nodiscard]] inline bool ReachesBelowMainEntries(SearchScope scope) {
   return std::any_of(scope.begin(), scope.end(), [](std::uint32_t kind) {
     return kind != static_cast<std::uint32_t>(PathEntryType::Ordinary);
   });
 }
 
-/// The entries directly below `entry`, in path order.
+/// The entries directly below `entry`, in path order: private and resources folder, "+" folders,
+/// "@" folders, further ones.
 [[nodiscard]] PathEntries EntriesBelow(const IPathEntry& entry);
 
 /// Calls visit(entry, depth) for `top`, at depth 0, and all entries below it, in path order, until
@@ -39,6 +41,7 @@ bool WalkEntries(const std::shared_ptr<const Entry>& top, const Visit& visit,
     pending.pop_back();
     if (visit(entry, depth)) return true;
     const auto& below = entriesBelow(*entry);
+    // Backwards, since the last pending entry is visited next.
     for (auto child = below.rbegin(); child != below.rend(); ++child) {
       pending.emplace_back(*child, depth + 1);
     }

@@ -3,9 +3,9 @@
 namespace Corvane::PathManagement::detail {
 
 void LastFolders::Add(const ustring& name) {
-  rows[name].push_back({.number = count, .isWhole = true});
+  rows[name].push_back({.number = count, .isExact = true});
   if (name.starts_with(u'+') || name.starts_with(u'@')) {
-    rows[name.substr(1)].push_back({.number = count, .isWhole = false});
+    rows[name.substr(1)].push_back({.number = count, .isExact = false});
   }
   ++count;
 }

@@ -12,14 +12,15 @@
 namespace Corvane::PathManagement::detail {
 
 /// Finds the entries of a path by folder name, the last component of the location. A partial
-/// pathname need then be compared only with the entries that its last folder may mean.
+/// pathname such as "pkg/cls" need then be compared only with the entries that its last folder may
+/// mean: those called "cls", "+cls" or "@cls".
 ///
 /// Threads: immutable once filled.
 class LastFolders {
  public:
   struct Row {
-    std::uint32_t number;  // of a row in the table
-    bool isWhole;          // whether the folder has exactly this name, without "+" or "@" in front
+    std::uint32_t number;  // index of the row in the table
+    bool isExact;          // whether the folder has exactly this name, without "+" or "@" in front
   };
 
   /// `table` is an `EntryTable`.

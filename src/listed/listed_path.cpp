@@ -61,7 +61,8 @@ class ListedEntry : public PathEntryBase {
     });
     for (ListedFolder& subfolder : folders) {
       const PathEntryType kindBelow = GetPathEntryTypeFromBaseName(subfolder.location.getName());
-      if (kindBelow == PathEntryType::Ordinary) continue;  // not searched, as on disk
+      // An ordinary folder below another is not searched, as on disk.
+      if (kindBelow == PathEntryType::Ordinary) continue;
       below.push_back(std::make_shared<const ListedEntry>(std::move(subfolder), kindBelow));
     }
   }
@@ -80,7 +81,7 @@ class ListedEntry : public PathEntryBase {
   PathEntries below;
 };
 
-/// Where a file is.
+/// Where a file is in a `FileIndex`.
 struct Place {
   std::uint32_t folder;  // index of the main entry
   std::uint32_t file;    // index among the items of that entry
@@ -136,7 +137,8 @@ class FileIndex {
   }
 
   bool foldsCase;
-  std::vector<Folder> folders;
+  std::vector<Folder> folders;  // in path order
+  // By `KeyOf` a file name: where the files of that name are, in path order.
   boost::unordered_flat_map<ustring, std::vector<Place>, detail::TextHash> places;
 };
 
@@ -194,7 +196,8 @@ class ListedPath : public PathBase {
     std::unique_ptr<const FileIndex> index;  // guarded by once
   };
 
-  /// Whether an index can answer: it holds only the files of main entries, by plain name.
+  /// Whether an index can answer: it holds only the files of main entries, which are all ordinary,
+  /// and knows no names with separators.
   static bool IsIndexed(SearchScope scope, const SearchTarget& target) {
     return scope.size() == 1 && detail::IsInScope(scope, PathEntryType::Ordinary) &&
            !detail::HasSeparator(target.GetName());
@@ -208,7 +211,7 @@ class ListedPath : public PathBase {
 
   std::shared_ptr<const PathEntries> mainEntries;
   mutable LazyIndex exact;
-  mutable LazyIndex folded;
+  mutable LazyIndex folded;  // for look-ups that ignore case
 };
 
 }  // namespace

@@ -10,13 +10,13 @@
 
 namespace Corvane::PathManagement::detail {
 
-/// A target whose name has separators, cut behind the last one.
+/// A target whose name has separators, cut after the last one.
 struct PartialTarget {
   ustring folder;     // ends with the last separator
   SearchTarget file;  // the rest of the name, with all extensions
 };
 
-/// The parts of `target`; empty when its name has no separator.
+/// The parts of `target`; nullopt when its name has no separator.
 [[nodiscard]] std::optional<PartialTarget> SplitTarget(const SearchTarget& target);
 
 /// The entry for the folder at `pathname`, which begins with a separator. Null when there is none,

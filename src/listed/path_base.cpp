@@ -47,15 +47,15 @@ struct PathBase::State {
   template <class Partial, class Visit>
   void ForEachMatch(const IPath& path, SearchScope scope, const Partial& partial,
                     FilenameMatchingPolicy policy, const Visit& visit) const {
-    const auto matches = [&](const Table::Row& row) {
+    const auto visitMatch = [&](const Table::Row& row) {
       return detail::IsInScope(scope, row.entry->GetPathEntryType()) &&
              DoesPartialPathnameMatchPathEntryIRI(path, partial, row.entry, policy) &&
              visit(row.entry);
     };
     if (partial.empty()) {
-      static_cast<void>(std::ranges::any_of(table.Rows(), matches));
+      static_cast<void>(std::ranges::any_of(table.Rows(), visitMatch));
     } else {
-      ForEachNamed(partial.back(), policy, matches);
+      ForEachNamed(partial.back(), policy, visitMatch);
     }
   }
 };
@@ -75,6 +75,7 @@ const PathBase::State& PathBase::Ready() const {
   return *state;
 }
 
+// Method entries are those for "@" folders: the entry for "@name" is the one called `name`.
 PathEntries PathBase::GetMethodEntries() const {
   PathEntries methods;
   for (const auto& row : Ready().table.Rows()) {
@@ -91,7 +92,7 @@ PathEntries PathBase::GetMethodEntriesByName(SearchScope scope, const ustring& n
   ready.ForEachNamed(folderName, policy, [&](const State::Table::Row& row) {
     const auto& above = ready.table.Rows()[row.parent].entry;
     const bool isMeant = row.entry->GetPathEntryType() == PathEntryType::AtFolder &&
-                         above != row.entry &&  // a main entry has none above it
+                         above != row.entry &&  // else it is a main entry, its own parent here
                          detail::IsInScope(scope, above->GetPathEntryType()) &&
                          AreSameFilename(row.entry->GetAbsoluteIRI().getName(), folderName, policy);
     if (isMeant) methods.push_back(row.entry);
@@ -151,10 +152,10 @@ void AskFolders(const IPath& path, SearchScope scope, const SearchTarget& target
 boost::optional<FoundItem> PathBase::FindFirstInScope(SearchScope scope, const SearchTarget& target,
                                                       FilenameMatchingPolicy policy) const {
   boost::optional<FoundItem> found;
-  const auto matching = [&](const auto& partial, const auto& visit) {
+  const auto forEachMatch = [&](const auto& partial, const auto& visit) {
     Ready().ForEachMatch(*this, scope, partial, policy, visit);
   };
-  AskFolders(*this, scope, target, policy, matching, [&](const auto& entry, const auto& file) {
+  AskFolders(*this, scope, target, policy, forEachMatch, [&](const auto& entry, const auto& file) {
     if (auto item = entry->FindItem(file, policy)) found.emplace(std::move(item), entry);
     return found.has_value();
   });
@@ -164,10 +165,10 @@ boost::optional<FoundItem> PathBase::FindFirstInScope(SearchScope scope, const S
 std::vector<FoundItem> PathBase::FindAllInScope(SearchScope scope, const SearchTarget& target,
                                                 FilenameMatchingPolicy policy) const {
   std::vector<FoundItem> found;
-  const auto matching = [&](const auto& partial, const auto& visit) {
+  const auto forEachMatch = [&](const auto& partial, const auto& visit) {
     Ready().ForEachMatch(*this, scope, partial, policy, visit);
   };
-  AskFolders(*this, scope, target, policy, matching, [&](const auto& entry, const auto& file) {
+  AskFolders(*this, scope, target, policy, forEachMatch, [&](const auto& entry, const auto& file) {
     for (auto& item : entry->FindItems(file, policy)) found.emplace_back(std::move(item), entry);
     return false;
   });
