@@ -12,7 +12,8 @@ namespace Corvane::PathManagement {
 
 namespace {
 
-/// All returns are of one variable, so that it is built in place: moving it took 3 of 70 ns.
+/// Finds a name without separators, in ordinary folders and in method entries. All returns are of
+/// one variable, so that it is built in place: moving it took 3 of 70 ns.
 boost::optional<FoundItem> FindPlainName(const IPath& path, const detail::SearchTarget& target,
                                          FilenameMatchingPolicy policy) {
   auto found = path.FindFirstInScope(kMainScope, target, policy);
@@ -22,7 +23,7 @@ boost::optional<FoundItem> FindPlainName(const IPath& path, const detail::Search
     if (!found || detail::MethodEntryWins(path, *entry, *found->GetPathEntry())) {
       found = FoundItem(std::move(item), entry);
     }
-    break;
+    break;  // method entries are in path order, so the later ones lose to this one
   }
   return found;
 }
@@ -43,6 +44,7 @@ void AppendFilesByExtensions(const std::shared_ptr<const IPathEntry>& entry,
 
 detail::SearchTarget CreateSearchTargetWithExtensionInFilenamePreferred(
     const ustring& name, const std::vector<ustring>& extensions) {
+  // A dot at the end counts as an extension, also in "." itself.
   if (extensions.empty() || name.ends_with(u'.')) return detail::SearchTarget(name);
   const fl::filesystem::path path(name, /*convertToNativeForm=*/true);
   if (!fl::filesystem::detail::extract_extension(path).empty()) return detail::SearchTarget(name);

@@ -3,10 +3,11 @@
 
 #include "searchpath/model/path.h"
 
-// How a plain name is looked up in method entries beside the ordinary folders.
+// How a name without separators is looked up in method entries beside the ordinary folders. The
+// method entry of a name is the entry for a folder "@name".
 namespace Corvane::PathManagement::detail {
 
-/// The method entries with the name of `target`, directly below ordinary folders. The name is
+/// The method entries of the name of `target`, directly below ordinary folders. The name is
 /// compared as the file system does, whatever policy the look-up has for files.
 inline PathEntries GetMethodEntriesFor(const IPath& path, const SearchTarget& target) {
   return path.GetMethodEntriesByName(kMainScope, target.GetName(),
@@ -14,7 +15,7 @@ inline PathEntries GetMethodEntriesFor(const IPath& path, const SearchTarget& ta
 }
 
 /// Whether a file in the method entry `method` wins over one of that name in the ordinary folder
-/// `ordinary`. It does when `method` comes first on `path`. On a tie the ordinary folder wins.
+/// `ordinary`: when `method` comes first on `path`. When neither comes first, `ordinary` wins.
 inline bool MethodEntryWins(const IPath& path, const IPathEntry& method,
                             const IPathEntry& ordinary) {
   return path.FirstEntryIsBeforeSecondOnPath(method, ordinary);

@@ -39,8 +39,8 @@ bool MatchStrictly(const ustring& partial, const ustring& folder, const Equal& e
 
 /// The result of `MatchEnds`.
 struct EndMatch {
-  std::size_t unmatchedFolders;  // components of the folder before the match
-  bool isWhole;                  // whether all of the partial pathname is matched
+  std::size_t unmatchedFolders;  // how many components of the folder come before the match
+  bool isComplete;               // whether all of the partial pathname is matched
 };
 
 /// Compares [begin, at) of a partial pathname with `folder`, from their last components backwards.
@@ -56,8 +56,8 @@ EndMatch MatchEnds(const Iterator& begin, Iterator at, const Components& folder,
   return {left, at == begin};
 }
 
-/// Whether [begin, at) of a partial pathname is the end of `path`, for names above the topmost
-/// entry: here no prefix may be left out, and `equal` takes the name of the folder first.
+/// Whether [begin, at) of a partial pathname is the end of `path`, the location of a topmost entry.
+/// Here no "+" or "@" may be left out, and `equal` takes the name of the folder first.
 template <class Iterator>
 bool IsEndOf(std::u16string_view path, const Iterator& begin, Iterator at, const Equal& equal) {
   const ustring& separators = Constants::PathnameSeparatorStr;
@@ -102,10 +102,10 @@ boost::container::small_vector<ustring, 8> SplitPartialPathname(std::u16string_v
 bool DoesPartialPathnameMatchPathString(const BidirectionalUstringRange& partial,
                                         std::u16string_view folder, const Equal& equal) {
   const Components components = SplitPartialPathname(folder);
-  auto [unmatched, isWhole] =
+  auto [unmatched, isComplete] =
       MatchEnds(partial.begin(), partial.end(), components, equal, MatchLoosely);
-  if (!isWhole) return false;
-  // The match of an empty partial pathname counts as the folder itself, whose kind is not checked.
+  if (!isComplete) return false;
+  // An empty partial pathname counts as a match of the last component, whose kind is not checked.
   const bool nothingMatched = unmatched == components.size();
   if (nothingMatched && unmatched > 0) --unmatched;
   return MayBeginAfter(components, unmatched);
@@ -114,9 +114,9 @@ bool DoesPartialPathnameMatchPathString(const BidirectionalUstringRange& partial
 bool DoesPartialPathnameStrictlyMatchPathString(const BidirectionalUstringRange& partial,
                                                 std::u16string_view folder, const Equal& equal) {
   const Components components = SplitPartialPathname(folder);
-  const auto [unmatched, isWhole] =
+  const auto [unmatched, isComplete] =
       MatchEnds(partial.begin(), partial.end(), components, equal, MatchStrictly);
-  return isWhole && (unmatched == 0 || IsOrdinary(components[unmatched - 1]));
+  return isComplete && (unmatched == 0 || IsOrdinary(components[unmatched - 1]));
 }
 
 bool DoesPartialPathnameMatchPathEntryIRI(const BidirectionalUstringRange& partial,
@@ -147,8 +147,8 @@ bool DoesPartialPathnameMatchPathEntryIRI(const IPath& path,
     if (!MatchLoosely(*std::prev(at), location.getName(), *equal)) return false;
     auto parent = path.GetParentEntryForEntry(*entry);
     if (parent == nullptr) {
-      // There are no entries above, so the rest is compared with the location of the topmost entry.
-      // That includes its own name again, now with any "+" or "@".
+      // There are no entries above, so the rest of `partial` is compared with the location of the
+      // topmost entry: its name is compared again, now with any "+" or "@".
       return IsEndOf(location.getPath(), begin, at, *equal);
     }
     --at;

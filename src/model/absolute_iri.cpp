@@ -23,7 +23,7 @@ namespace detail {
 /// What all copies of one IRI share. The text of the IRI follows it in the same allocation.
 struct IRIRepresentation {
   mutable std::atomic<std::uint32_t> owners;
-  std::uint32_t schemeLength;
+  std::uint32_t schemeLength;  // this and the next three: in code units of the text
   std::uint32_t pathBegin;
   std::uint32_t pathEnd;
   std::uint32_t length;
@@ -36,6 +36,7 @@ struct IRIRepresentation {
 
 namespace {
 
+/// Where the parts of an IRI are in its text.
 struct Parts {
   std::size_t schemeLength;
   std::size_t pathBegin;
@@ -110,8 +111,8 @@ std::vector<std::u16string_view> ResolvedComponents(std::u16string_view path,
   return components;
 }
 
-/// `escaped`, a part of the path of `iri`, decoded. All escapes of a "file" path are decoded; in
-/// other schemes those stay that are not UTF-8, a separator or NUL.
+/// `escaped`, a part of the path of `iri`, decoded. In schemes other than "file", escapes that are
+/// not UTF-8 or stand for a separator or NUL are kept.
 ustring Decoded(const IRIRepresentation& iri, std::u16string_view escaped) {
   const bool isFile = std::u16string_view(iri.Text(), iri.schemeLength) == u"file";
   return DecodeEscapes(escaped, isFile ? Undecodable::AsByte : Undecodable::KeptWithSeparators);

@@ -32,7 +32,8 @@ bool IsEscaped(char16_t unit) { return unit < kIsEscaped.size() && kIsEscaped[un
 
 bool IsSurrogate(char16_t unit) { return U16_IS_SURROGATE(unit); }
 
-/// A quick test that most paths pass: true only when `path` is spelled already.
+/// A quick test that most paths pass. True only when `path` is spelled already; false also for some
+/// such paths.
 bool IsSpelled(std::u16string_view path) {
   char16_t before = 0;
   for (const char16_t unit : path) {
@@ -43,8 +44,9 @@ bool IsSpelled(std::u16string_view path) {
   return before != u'/' || path.size() == 1;
 }
 
-/// `text` in which units for bytes (see `TextFromBytes`) that together are the UTF-8 of a character
-/// are replaced by it. `whole`, of which `text` is a part, is the text that errors name.
+/// `text`, with each character whose UTF-8 is given as units for bytes (see `TextFromBytes`) in
+/// place of these units. Throws for a NUL and for other lone surrogates. Errors name `whole`, of
+/// which `text` is a part.
 ustring WithBytesJoined(std::u16string_view text, std::u16string_view whole) {
   if (text.find(u'\0') != text.npos) throw InvalidIRI("a NUL names no file", whole);
   if (std::ranges::none_of(text, IsSurrogate)) return ustring(text);
@@ -66,6 +68,7 @@ void AppendSpelled(ustring& spelled, std::u16string_view component) {
   }
 }
 
+/// Throws for escapes that a "file" path must not have. Errors name `whole`.
 void CheckEscapes(std::u16string_view path, StrayPercent strayPercent, std::u16string_view whole) {
   for (std::size_t at = path.find(u'%'); at != path.npos; at = path.find(u'%', at + 1)) {
     const auto byte = EscapeAt(path, at);
@@ -113,7 +116,7 @@ ustring SpellNativePath(std::u16string_view nativePath) {
   if (IsSpelled(nativePath)) return ustring(nativePath);
   const ustring joined = WithBytesJoined(nativePath, nativePath);
   ustring spelled;
-  spelled.reserve(joined.size() + 16);
+  spelled.reserve(joined.size() + 16);  // room for some escapes
   std::u16string_view rest = joined;
   for (auto component = TakeComponent(rest); !component.empty(); component = TakeComponent(rest)) {
     if (component == u".") continue;
@@ -137,7 +140,7 @@ ustring WithoutDotSegments(std::u16string_view path) {
   ustring plain;
   for (auto component = TakeComponent(path); !component.empty(); component = TakeComponent(path)) {
     if (component == u"..") {
-      plain.resize(std::min(plain.rfind(u'/'), plain.size()));
+      plain.resize(std::min(plain.rfind(u'/'), plain.size()));  // at the root it stays ""
     } else {
       plain.append(u"/").append(component);
     }

@@ -49,6 +49,7 @@ ustring WithIllegalEscaped(std::u16string_view text) {
   if (!bytes || text.find(u'\0') != text.npos) {
     throw InvalidIRI("a NUL or a lone surrogate stands for nothing", text);
   }
+  // Units for bytes that together are the UTF-8 of a character become that character.
   const ustring joined = Corvane::PathManagement::TextFromBytes(*bytes);
   const std::size_t authorityEnd = AuthorityEnd(joined, SchemeLength(joined) + 1);
   ustring escaped;
@@ -66,6 +67,7 @@ ustring WithIllegalEscaped(std::u16string_view text) {
   return escaped;
 }
 
+/// `escaped` with the characters beyond ASCII escaped as well.
 std::string InAscii(std::u16string_view escaped) {
   std::string ascii;
   const std::string bytes = Corvane::PathManagement::BytesFromText(escaped).value();
@@ -84,7 +86,8 @@ std::string InAscii(std::u16string_view escaped) {
 /// memory runs out.
 class ParsedIRI {
  public:
-  /// Parses `ascii`. Errors name `text`, from which it was made.
+  /// Parses `ascii`, which must outlive the last use of the other functions. Errors name `text`,
+  /// from which `ascii` was made.
   ParsedIRI(std::u16string_view text, const std::string& ascii) {
     if (ascii.size() > kLongestIRI) throw InvalidIRI("it is longer than 64 KiB", text);
     const char* errorAt = nullptr;
@@ -103,6 +106,7 @@ class ParsedIRI {
   ~ParsedIRI() { uriFreeUriMembersA(&uri); }
 
   void Normalize() {
+    // All parts but the scheme.
     constexpr unsigned mask = URI_NORMALIZE_USER_INFO | URI_NORMALIZE_HOST | URI_NORMALIZE_PATH |
                               URI_NORMALIZE_QUERY | URI_NORMALIZE_FRAGMENT;
     if (uriNormalizeSyntaxExA(&uri, mask) != URI_SUCCESS) throw std::bad_alloc();

@@ -9,7 +9,7 @@ namespace Corvane::PathManagement::detail {
 
 /// For hash tables of locations: each location already holds its hash.
 struct HeldHash {
-  using is_avalanching = void;
+  using is_avalanching = void;  // all bits of the hash are good, so tables need not mix them
   std::size_t operator()(const AbsoluteIRI& iri) const noexcept { return hash_value(iri); }
 };
 

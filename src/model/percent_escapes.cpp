@@ -21,8 +21,8 @@ constexpr int HexValue(char16_t unit) {
   return -1;
 }
 
-/// The bytes of the unbroken run of escapes that begins at `begin`. The run ends before an escape
-/// that is kept since it would name another file.
+/// The bytes of the escapes that follow one another from `begin` on, up to one that is kept because
+/// it would name another file when decoded.
 std::string BytesOfRun(std::u16string_view text, std::size_t begin, Undecodable undecodable) {
   std::string bytes;
   while (const auto byte = EscapeAt(text, begin + 3 * bytes.size())) {

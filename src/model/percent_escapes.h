@@ -11,7 +11,7 @@
 
 namespace foundation::storage::vfs::detail {
 
-/// The byte that the escape "%XX" at `at` stands for; empty when there is no escape at `at`.
+/// The byte that the escape "%XX" at `at` stands for; nullopt when there is no escape at `at`.
 [[nodiscard]] std::optional<std::uint8_t> EscapeAt(std::u16string_view text,
                                                    std::size_t at) noexcept;
 
@@ -26,7 +26,7 @@ void AppendEscape(Text& text, std::uint8_t byte) {
 /// What becomes of escapes that are not part of valid UTF-8.
 enum class Undecodable : std::uint8_t {
   Kept,                ///< they stay as they are written
-  KeptWithSeparators,  ///< they stay, and so do "%2F" and "%00": decoded, they name another file
+  KeptWithSeparators,  ///< as `Kept`; "%2F" and "%00" stay, too: decoded, they name another file
   AsByte,              ///< they become lone surrogates U+DC80..U+DCFF, as in `TextFromBytes`
 };
 

@@ -1,7 +1,7 @@
 #ifndef SEARCHPATH_SRC_MODEL_SHORT_HASH_H
 #define SEARCHPATH_SRC_MODEL_SHORT_HASH_H
 
-// Compiled in: for a name of a few characters the call into the library costs as much as the hash.
+// Inlined: for a name of a few characters a call into the library costs as much as the hash.
 #define XXH_INLINE_ALL
 #include <xxhash.h>
 
@@ -19,7 +19,7 @@ namespace Corvane::PathManagement::detail {
 
 /// For hash tables of names in bytes.
 struct NameBytesHash {
-  using is_avalanching = void;
+  using is_avalanching = void;  // all bits of the hash are good, so tables need not mix them
   std::size_t operator()(std::string_view name) const noexcept {
     return ShortHash(name.data(), name.size());
   }
@@ -28,7 +28,7 @@ struct NameBytesHash {
 /// For hash tables of texts.
 struct TextHash {
   using is_avalanching = void;
-  using is_transparent = void;
+  using is_transparent = void;  // views are looked up without a copy
   std::size_t operator()(std::u16string_view text) const noexcept {
     return ShortHash(text.data(), text.size() * sizeof(char16_t));
   }

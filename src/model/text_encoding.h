@@ -12,8 +12,9 @@
 
 namespace Corvane::PathManagement::detail {
 
-/// Calls append(bytes, count) with the bytes of each character of `text`, in order. Stops and
-/// returns false at a lone surrogate outside U+DC80..U+DCFF.
+/// Calls append(bytes, count) with the UTF-8 of each character of `text`, in order; for a lone
+/// surrogate U+DC80..U+DCFF, with the byte that it stands for. Stops and returns false at any other
+/// lone surrogate.
 template <class Append>
 bool EncodeText(std::u16string_view text, const Append& append) {
   const std::size_t size = text.size();
