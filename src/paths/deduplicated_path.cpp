@@ -31,8 +31,8 @@ class SeenFolders {
     if (folders.empty()) folders.reserve(count);
   }
 
-  /// Adds the folder of `entry`. Returns whether `entry` is the first for it.
-  [[nodiscard]] bool IsFirst(const IPathEntry& entry) {
+  /// Adds the folder of `entry`. Returns whether it is new.
+  [[nodiscard]] bool Add(const IPathEntry& entry) {
     return folders.insert(AbsoluteIRI(entry.GetCanonicalAbsoluteIRI())).second;
   }
 
@@ -43,9 +43,8 @@ class SeenFolders {
 /// The files that one question has found, by folder and file name. Does not own them.
 class SeenFiles {
  public:
-  /// Adds the file of `item`, which must live as long as this. Returns whether `item` is the first
-  /// for it.
-  [[nodiscard]] bool IsFirst(const PathItem& item) { return files.insert(&item).second; }
+  /// Adds the file of `item`, which must live as long as this. Returns whether the file is new.
+  [[nodiscard]] bool Add(const PathItem& item) { return files.insert(&item).second; }
 
  private:
   // Where a file name is cut in two does not matter: "a" + "bc" and "ab" + "c" are the same.
@@ -55,7 +54,7 @@ class SeenFiles {
 
   struct Hash {
     std::size_t operator()(const PathItem* item) const noexcept {
-      constexpr std::uint64_t multiplier = 0x9E3779B97F4A7C15;
+      constexpr std::uint64_t multiplier = 0x9E3779B97F4A7C15;  // 2^64 / the golden ratio
       std::uint64_t hash = item->GetLocation().hashValue();
       for (const ustring* const text : {&item->GetName(), &item->GetExtension()}) {
         for (const char16_t unit : *text) hash = (hash ^ unit) * multiplier;
@@ -74,7 +73,8 @@ class SeenFiles {
   boost::unordered_flat_set<const PathItem*, Hash, Equal> files;
 };
 
-/// The entries that are the first for their folder. They are moved, or copied if `List` is const.
+/// The entries whose folder is not in `seen` yet; their folders are added to `seen`. The entries
+/// are moved, or copied if `List` is const.
 template <class List>
 PathEntries FirstIn(List& entries, SeenFolders& seen) {
   PathEntries kept;
@@ -84,7 +84,7 @@ PathEntries FirstIn(List& entries, SeenFolders& seen) {
     // Entries lie anywhere in memory: some are prefetched while an earlier one is asked.
     constexpr std::size_t ahead = 8;
     if (entries.size() - at > ahead) __builtin_prefetch(entries[at + ahead].get());
-    if (seen.IsFirst(*entries[at])) kept.push_back(std::move(entries[at]));
+    if (seen.Add(*entries[at])) kept.push_back(std::move(entries[at]));
   }
   return kept;
 }
@@ -151,15 +151,16 @@ std::vector<FoundItem> DeduplicatedPath::FindAllInScope(SearchScope scope,
   SeenFiles seen;
   for (const auto& part : parts) {
     kept.push_back(part->FindAllInScope(scope, target, policy));
-    // `seen` points to items of files that are kept, so they live as long.
+    // `seen` points to the items of files that are kept, which live as long as `kept`.
     std::erase_if(kept.back(),
-                  [&](const FoundItem& found) { return !seen.IsFirst(*found.GetPathItem()); });
+                  [&](const FoundItem& found) { return !seen.Add(*found.GetPathItem()); });
   }
   return detail::Join(std::move(kept));
 }
 
 bool DeduplicatedPath::ForEachEntry(SearchScope scope, const PathEntryVisitor& visitor) const {
-  // Another thread may be building the list: it may be read only once the flag says "built".
+  // Another thread may be building the list: it may be read only once the flag says "built". An
+  // empty list counts as not built, as the header says.
   if (mainEntriesOnce.IsBuilt() && mainEntries != nullptr && !mainEntries->empty()) {
     return std::ranges::any_of(*mainEntries, [&](const auto& entry) {
       return entry->ForEachEntryInScope(scope, visitor);
@@ -167,7 +168,7 @@ bool DeduplicatedPath::ForEachEntry(SearchScope scope, const PathEntryVisitor& v
   }
   SeenFolders seen;
   return ConcatenatedPath::ForEachEntry(
-      scope, [&](const auto& entry) { return seen.IsFirst(*entry) && visitor(entry); });
+      scope, [&](const auto& entry) { return seen.Add(*entry) && visitor(entry); });
 }
 
 bool DeduplicatedPath::ConcurrentForEachEntry(SearchScope scope,

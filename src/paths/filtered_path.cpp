@@ -109,7 +109,7 @@ boost::optional<FoundItem> FilteredPath::FindFirstInScope(SearchScope scope,
                                                           FilenameMatchingPolicy policy) const {
   const EntryFilter isShown = GetEntryFilter();
   auto first = source->FindFirstInScope(scope, target, policy);
-  if (!first || isShown(*first)) return first;
+  if (!first || isShown(*first)) return first;  // the usual case, cheaper than finding all
   const auto all = source->FindAllInScope(scope, target, policy);
   const auto found = std::ranges::find_if(all, isShown);
   return found == all.end() ? boost::none : boost::make_optional(*found);

@@ -8,7 +8,8 @@
 
 namespace Corvane::PathManagement::detail {
 
-/// `list` without spare room. Unlike `shrink_to_fit`, raises when there is no memory for the copy.
+/// `list` without spare room. `shrink_to_fit` may silently keep the room when memory is short; this
+/// raises `std::bad_alloc`.
 template <class Element>
 std::vector<Element> Fit(std::vector<Element> list) {
   if (list.size() == list.capacity()) return list;

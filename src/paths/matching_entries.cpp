@@ -18,16 +18,17 @@ bool IsSeparator(char16_t unit) {
   return Constants::PathnameSeparatorStr.find(unit) != ustring::npos;
 }
 
-/// Whether `name` is absolute as users type it: "/x", "~x" or an IRI. It stays as it is: the working
-/// folder expands it later.
+/// Whether `name` is absolute as users type it: "/x", "~x" or an IRI. `name` is not
+/// changed: the working folder expands it later.
 bool IsAbsolute(const ustring& name) {
   namespace files = fl::filesystem::detail;
   const ustring native = files::make_native_form(name, /*expand=*/true);
   if (files::is_absolute_path_when_expanded(native, /*expand=*/true)) return true;
-  // A network share: `is_absolute_path_when_expanded` need not know these on every platform.
+  // A network share: `is_absolute_path_when_expanded` need not know shares on every platform.
   return name.size() >= 2 && IsSeparator(name[0]) && IsSeparator(name[1]);
 }
 
+/// The entry for `folder`, or none.
 PathEntries EntryForFolder(const ustring& folder, const IPath& path,
                            const ICurrentWorkingFolder& workingFolder,
                            FilenameMatchingPolicy policy) {

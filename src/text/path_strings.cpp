@@ -14,9 +14,9 @@ namespace detail {
 
 ustring EraseThroughRoot(ustring text, const ustring& root) {
   const std::size_t position = text.find(root);
-  // Thrown here, since the text of the standard library's own error differs between libraries.
+  // Thrown here, since the text of the error that `erase` would raise differs between libraries.
   if (position == ustring::npos) throw std::out_of_range("invalid string position");
-  // The count is not only |root|: callers rely on this where the root is not in front.
+  // More than the root is erased where it is not in front: callers rely on that.
   text.erase(position, position + root.size());
   return text;
 }

@@ -24,7 +24,7 @@ namespace Corvane::PathManagement::detail {
     return units;
   };
   const std::size_t last = text.size() - count;
-  auto found = Units{} != Units{};  // all zeros, of the type of a comparison; separators set bits
+  auto found = Units{} != Units{};  // zeros, of the type of a comparison; each separator sets bits
   for (const std::uint16_t separator : Constants::PathnameSeparatorStr) {
     found |= load(last) == separator;  // the last 8 units, which may overlap the loop's
     for (std::size_t at = 0; at < last; at += count) found |= load(at) == separator;
