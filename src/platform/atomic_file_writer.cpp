@@ -22,11 +22,11 @@ using detail::PathError;
 using detail::WithoutInterruption;
 
 constexpr mode_t kModeOfNewFiles = 0666;
-constexpr mode_t kPermissions = 0777;
-constexpr int kMostNames = 100;  // to try; even a second one is hardly ever needed
+constexpr mode_t kPermissions = 0777;  // without set-ID bits: the owner may be another one now
+constexpr int kMostTries = 100;        // of a free name; even the second is hardly ever needed
 
-/// The permissions of the regular file that is to be replaced; empty when there is none, or a link.
-/// Raises when the target must not be replaced.
+/// The permissions of the regular file that is to be replaced; nullopt when the target is a link or
+/// does not exist. Raises when the target must not be replaced.
 std::optional<mode_t> OldPermissions(const std::string& target) {
   if (target.empty() || target.ends_with('/')) {
     throw PathError(target.empty() ? ENOENT : EISDIR, "cannot write", target);
@@ -60,9 +60,9 @@ class Temporary {
   Temporary(const path& targetFile, const ustring& prefix, const ustring& suffix)
       : target(targetFile), targetBytes(NativeBytes(target.native())), descriptor(-1) {
     const std::optional<mode_t> old = OldPermissions(targetBytes);
-    for (int names = 0; !descriptor.IsOpen(); ++names) {
-      if (names == kMostNames) throw Error(EEXIST, "cannot create a file beside");
-      name = tmpnam(folder, prefix, suffix);
+    for (int tries = 0; !descriptor.IsOpen(); ++tries) {
+      if (tries == kMostTries) throw Error(EEXIST, "cannot create a file beside");
+      name = filesystem::tmpnam(folder, prefix, suffix);
       Create(old.value_or(kModeOfNewFiles));
     }
     // The umask may have taken permissions away. A failure to restore them is safe: fewer remain.
@@ -71,7 +71,7 @@ class Temporary {
   Temporary(const Temporary&) = delete;
   Temporary& operator=(const Temporary&) = delete;
   ~Temporary() {
-    if (isToRemove) remove(name);
+    if (isToRemove) filesystem::remove(name);  // raises nothing
   }
 
   [[nodiscard]] int Get() const noexcept { return descriptor.Get(); }
@@ -88,7 +88,7 @@ class Temporary {
     }
     if (const int error = descriptor.Close(); error != 0) throw Error(error, "cannot close");
     try {
-      rename(name, target);
+      filesystem::rename(name, target);
     } catch (const std::system_error& failure) {
       throw Error(failure.code().value(), "cannot put in place");
     }

@@ -47,6 +47,7 @@ CanonicalPath ResolveLinks(std::string_view path) {
   LinkWalk walk(path);
   std::error_code error;
   while (!error && walk.Next()) error = LookAndFollow(walk);
+  // All other errors only end the walk: the rest of the path is kept as it is.
   if (error == std::errc::io_error || error == std::errc::too_many_symbolic_link_levels) {
     throw CannotResolve(path, error);
   }
@@ -77,7 +78,7 @@ LinkResolver::Folder LinkResolver::FolderAt(const std::string& path) {
     const auto known = folders.find(path);
     if (known != folders.end()) return known->second;
   }
-  CanonicalPath resolved = ResolveLinks(path);
+  CanonicalPath resolved = ResolveLinks(path);  // without the lock, since the disk may be slow
   Folder folder;
   if (!resolved.error) folder = resolved.bytes == "/" ? "" : std::move(resolved.bytes);
   const std::lock_guard lock(mutex);

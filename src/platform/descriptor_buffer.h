@@ -7,9 +7,10 @@
 
 namespace fl::filesystem::detail {
 
-/// Collects bytes and writes them to a file. After a failed write it remembers the error and writes
-/// nothing more. `std::filebuf` forgets the failure when it is used without its stream, or when the
-/// last write is a big one.
+/// Collects bytes and writes them to a file. What is not flushed is lost when the buffer is
+/// destroyed. After a failed write the buffer remembers the error and writes nothing more.
+/// `std::filebuf` forgets the failure when it is used without its stream, or when the last write is
+/// a big one.
 class DescriptorBuffer final : public std::streambuf {
  public:
   /// The caller still owns the descriptor, and keeps it open.

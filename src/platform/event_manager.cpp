@@ -19,7 +19,7 @@ class EventStream {
 
 namespace {
 
-/// The streams in use, by id. Does not keep them alive.
+/// The streams in use, by id; it does not keep the streams alive.
 struct StreamRegistry {
   std::mutex mutex;  // guards streams
   std::map<EventMgrId, std::weak_ptr<EventStream>> streams;

@@ -44,7 +44,8 @@ ustring RandomDigits() {
   return digits;
 }
 
-/// A buffer that reads the regular file `pathname`. If it cannot be opened, `error` says why.
+/// A buffer that reads the regular file `pathname`. If the file cannot be opened, the buffer is not
+/// open, and `error` says why.
 std::unique_ptr<FileBuffer> OpenBuffer(const path& pathname, std::error_code& error) try {
   const std::string bytes = detail::NativeBytes(pathname.native());
   detail::Descriptor file = detail::OpenRegularFile(
@@ -62,8 +63,8 @@ std::unique_ptr<FileBuffer> OpenBuffer(const path& pathname, std::error_code& er
     error = {errno, std::generic_category()};
   }
   return opened;
-} catch (const std::system_error& noName) {
-  error = noName.code();
+} catch (const std::system_error& invalidName) {
+  error = invalidName.code();
   return std::make_unique<FileBuffer>();
 }
 
@@ -76,6 +77,7 @@ path tmpnam(const path& folder, const ustring& prefix, const ustring& suffix) {
     ustring name = beginning;
     name.append(prefix).append(RandomDigits()).append(suffix);
     struct stat status = {};
+    // Any failure will do: when the name cannot be looked at, no file can be created there either.
     if (lstat(detail::NativeBytes(name).c_str(), &status) != 0) return name;
   }
 }

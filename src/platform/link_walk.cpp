@@ -31,7 +31,7 @@ bool LinkWalk::Next() {
 bool LinkWalk::Follow(std::string target) {
   if (++linksFollowed > kMostLinks) return false;
   resolved.resize(target.starts_with('/') ? 0 : parentLength);
-  buffer = target.append(rest);
+  buffer = target.append(rest);  // made before `buffer` changes, which `rest` views
   rest = buffer;
   return true;
 }

@@ -9,7 +9,8 @@
 namespace foundation::storage::vfs::detail {
 
 /// Walks a native path as the kernel does, name by name, through the links on the way. It does not
-/// access the disk: the caller looks at each name, and calls `Follow` when the name is a link.
+/// access the disk: after each `Next`, the caller looks at the present name, and calls `Follow`
+/// when the name is a link.
 class LinkWalk {
  public:
   /// `path` is absolute.
@@ -44,7 +45,7 @@ class LinkWalk {
   std::string buffer;            // holds the text that rest views
   std::string_view rest;         // still to be walked
   std::string resolved;          // without links
-  std::size_t parentLength = 0;  // of the part of resolved that is the folder
+  std::size_t parentLength = 0;  // how much of resolved is the folder of the present name
   int linksFollowed = 0;
 };
 

@@ -3,9 +3,9 @@
 
 namespace Corvane::PathManagement::detail {
 
-/// The function `name` of a module: a part of this library that depends on another library, which
-/// few programs need. The module is the file `module` in the folder "searchpath" beside this
-/// library. Once opened it stays open. Never null.
+/// The function `name` of a module, never null. A module is a part of this library that few
+/// programs need and that depends on another library. It is the file `module` in the folder
+/// "searchpath" beside this library. Once opened, it stays open.
 ///
 /// Threads: from any thread.
 /// Errors: `std::runtime_error` when the module cannot be opened or does not have the function.

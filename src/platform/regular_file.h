@@ -22,7 +22,8 @@ template <class Open>
 [[nodiscard]] Descriptor OpenRegularFile(const Open& open, std::error_code& error) {
   Descriptor file(-1);
   // First with O_PATH, which does not open the file itself. The file is checked again when it is
-  // open, since another may be in its place by then.
+  // open, since another may be in its place by then: therefore the other flags, which keep the
+  // opening of a FIFO or a terminal harmless.
   for (const int flags : {O_PATH, O_RDONLY | O_NONBLOCK | O_NOCTTY}) {
     Descriptor next = open(flags | O_CLOEXEC);
     error = WhyNotRegular(next);

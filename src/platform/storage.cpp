@@ -10,7 +10,7 @@ namespace foundation::storage::vfs {
 
 namespace {
 
-/// Other schemes have no links, so ".." can be removed from the text.
+/// For any scheme but "file": it has no links, so ".." can be removed from the text.
 CanonicalAbsoluteIRI CanonicalIRIOfOtherScheme(const AbsoluteIRI& location) {
   return {AbsoluteIRI(detail::GenericIRIWithoutDotSegments(location.toStringView())),
           /*suffix=*/u""};
