@@ -221,7 +221,7 @@ std::size_t hash_value(const AbsoluteIRI& iri) noexcept {
   return static_cast<std::size_t>(iri.hashValue());
 }
 
-CanonicalAbsoluteIRI::CanonicalAbsoluteIRI(const AbsoluteIRI& iri, const ustring& suffix)
-    : AbsoluteIRI(iri), text(suffix) {}
+CanonicalAbsoluteIRI::CanonicalAbsoluteIRI(const AbsoluteIRI& iri, const ustring& furtherText)
+    : AbsoluteIRI(iri), further(furtherText) {}
 
 }  // namespace foundation::storage::vfs

@@ -18,14 +18,14 @@ struct IRIRepresentation;
 
 /// The absolute identifier of a folder or file, in one spelling.
 ///
-/// The constructor brings every text into it. The path of a "file" IRI is decoded and escaped anew:
-/// ASCII blanks and controls, bytes that are not UTF-8, and the characters
+/// The constructor brings every text into this spelling. The path of a "file" IRI is decoded and
+/// escaped anew: ASCII blanks and controls, bytes that are not UTF-8, and the characters
 ///
 ///     " # % < > ? [ ] \ ^ ` { | }
 ///
 /// become "%XX" in upper case. All other characters are written as they are ("%2Bpkg" becomes
 /// "+pkg"). Repeated separators become one; trailing separators and "." components are removed;
-/// ".." stays, since behind a link it does not lead back. The authority "localhost" is dropped. An
+/// ".." stays, since after a link it does not lead back. The authority "localhost" is dropped. An
 /// IRI of another scheme keeps its text, but characters that no IRI may hold are escaped. Schemes
 /// are case-sensitive: "FILE" is not the scheme "file".
 ///
@@ -115,19 +115,20 @@ class SEARCHPATH_EXPORT AbsoluteIRI {
 /// The `hashValue` of an IRI, for hashed containers.
 [[nodiscard]] SEARCHPATH_EXPORT std::size_t hash_value(const AbsoluteIRI& iri) noexcept;
 
-/// The canonical form of an IRI, which identifies a folder: an IRI and a further text.
+/// The canonical form of an IRI, which identifies a folder: an IRI and a further text, which this
+/// library leaves empty.
 ///
 /// Two canonical IRIs are equal when both parts are. Where only the folder matters, convert both to
 /// `AbsoluteIRI` before you compare them: otherwise the further texts are compared as well.
 class SEARCHPATH_EXPORT CanonicalAbsoluteIRI : public AbsoluteIRI {
  public:
-  /// `suffix` is the further text, which this library leaves empty.
-  CanonicalAbsoluteIRI(const AbsoluteIRI& iri, const ustring& suffix);
+  /// Joins both parts, as they are.
+  CanonicalAbsoluteIRI(const AbsoluteIRI& iri, const ustring& furtherText);
   CanonicalAbsoluteIRI(const CanonicalAbsoluteIRI&) = default;
   CanonicalAbsoluteIRI(CanonicalAbsoluteIRI&&) noexcept = default;
   /// For copies and moves: takes `other` by value, so that self-assignment is safe.
   CanonicalAbsoluteIRI& operator=(CanonicalAbsoluteIRI other) noexcept {
-    text.swap(other.text);
+    further.swap(other.further);
     AbsoluteIRI::operator=(std::move(other));
     return *this;
   }
@@ -137,7 +138,7 @@ class SEARCHPATH_EXPORT CanonicalAbsoluteIRI : public AbsoluteIRI {
   [[nodiscard]] friend bool operator==(const CanonicalAbsoluteIRI& left,
                                        const CanonicalAbsoluteIRI& right) noexcept {
     return static_cast<const AbsoluteIRI&>(left) == static_cast<const AbsoluteIRI&>(right) &&
-           left.text == right.text;
+           left.further == right.further;
   }
 
   /// By IRI, then by the further text.
@@ -145,11 +146,11 @@ class SEARCHPATH_EXPORT CanonicalAbsoluteIRI : public AbsoluteIRI {
                                       const CanonicalAbsoluteIRI& right) noexcept {
     const AbsoluteIRI& leftIRI = left;
     const AbsoluteIRI& rightIRI = right;
-    return leftIRI < rightIRI || (leftIRI == rightIRI && left.text < right.text);
+    return leftIRI < rightIRI || (leftIRI == rightIRI && left.further < right.further);
   }
 
  private:
-  ustring text;  // empty wherever this library makes a canonical IRI
+  ustring further;  // empty wherever this library makes a canonical IRI
 };
 
 }  // namespace foundation::storage::vfs

@@ -17,7 +17,7 @@ namespace Corvane::PathManagement {
 [[nodiscard]] SEARCHPATH_EXPORT ustring TextFromBytes(std::string_view bytes);
 
 /// Turns text into the bytes of a file name: UTF-8, but a lone U+DC80..U+DCFF becomes the byte that
-/// it was made from. Empty when the text holds any other lone surrogate: no file has such a name.
+/// it was made from. Nullopt when the text holds any other lone surrogate: no file has such a name.
 ///
 /// Cost: linear, one pass.
 [[nodiscard]] SEARCHPATH_EXPORT std::optional<std::string> BytesFromText(std::u16string_view text);

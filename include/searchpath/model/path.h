@@ -26,7 +26,7 @@ namespace Corvane::PathManagement {
 /// A `SearchScope` says which kinds of entry (`PathEntryType` values) an operation covers.
 /// `GetMethodEntriesByName` applies the scope to the entry *above* the method entry: `kMainScope`
 /// finds the "@" folders directly below ordinary folders. A method entry's name is its folder name
-/// without the "@".
+/// without the "@": a file "fn" is also looked for in the folders "@fn".
 ///
 /// A path never changes. When its folders change, its owner makes a new path.
 ///
@@ -104,7 +104,7 @@ class SEARCHPATH_EXPORT IPath {
   /// An implementation returns true for every entry that it lists, visits or finds files in, and
   /// accepts every such entry in `GetMainEntryForEntry`, `GetParentEntryForEntry` and
   /// `FirstEntryIsBeforeSecondOnPath`. A `FilteredPath` hides exactly the entries for which its
-  /// hidden path returns true here.
+  /// excluded path returns true here.
   [[nodiscard]] virtual bool IsEntryOnPath(const IPathEntry& entry) const = 0;
 
  protected:

@@ -56,13 +56,15 @@ class SEARCHPATH_EXPORT IPathEntry {
   /// The "+" folders. Never null.
   [[nodiscard]] virtual std::shared_ptr<const PathEntries> GetSubfolderEntriesA() const = 0;
 
-  /// The "@" folders, the method entries. Never null.
+  /// The "@" folders, which are called method entries. Never null.
   [[nodiscard]] virtual std::shared_ptr<const PathEntries> GetSubfolderEntriesB() const = 0;
 
-  /// Further folders that an environment hangs below the entry. Never null.
+  /// Further folders that an environment hangs below the entry: those that none of the four getters
+  /// above returns. Never null.
   [[nodiscard]] virtual std::shared_ptr<const PathEntries> GetSubfolderEntriesC() const = 0;
 
-  /// The best match among the files of the folder; null when none matches.
+  /// The best match among the files of the folder, that with the earliest extension of `target`;
+  /// null when none matches.
   /// Precondition: the name of `target` holds no separator.
   [[nodiscard]] virtual std::shared_ptr<const PathItem> FindItem(
       const detail::SearchTarget& target, FilenameMatchingPolicy policy) const = 0;

@@ -12,7 +12,7 @@ enum class PathEntryType : std::uint32_t {
   PlusFolder = 1,       ///< its name begins with "+": a package
   AtFolder = 2,         ///< its name begins with "@": the methods of a class
   PrivateFolder = 3,    ///< `Constants::PrivateFolderStr`: for the folder above it only
-  ResourcesFolder = 5,  ///< `Constants::ResourcesFolderStr`: data; see `kAllKindsScope`
+  ResourcesFolder = 5,  ///< `Constants::ResourcesFolderStr`: data, which look-ups leave out
 };
 
 }  // namespace Corvane::PathManagement
