@@ -62,9 +62,9 @@ void SetFolders(IMainSearchPathManager& manager, const std::vector<AbsoluteIRI>&
 
 }  // namespace
 
-std::vector<AbsoluteIRI> ConvertUstringRangeToAbsoluteIRIs(const UstringRange& folders,
-                                                           const ICurrentWorkingFolder& cwf,
-                                                           Notification& notification) {
+std::vector<AbsoluteIRI> ConvertUstringRangeToAbsoluteIRIs(
+    const UstringRange& folders, const ICurrentWorkingFolder& workingFolder,
+    Notification& notification) {
   // Counted and converted in one walk: a second walk over a range that consumes its input would
   // miss elements, and a reference may be valid only until its iterator moves on.
   std::vector<AbsoluteIRI> converted;
@@ -72,7 +72,7 @@ std::vector<AbsoluteIRI> ConvertUstringRangeToAbsoluteIRIs(const UstringRange& f
   for (const ustring& folder : folders) {
     ++count;
     try {
-      converted.push_back(cwf.absolutize(folder));
+      converted.push_back(workingFolder.absolutize(folder));
     } catch (const FailedToAbsolutizeException& error) {
       auto message = MessageAbout(folder, error.GetErrorCode());
       if (!message) throw;
@@ -85,10 +85,11 @@ std::vector<AbsoluteIRI> ConvertUstringRangeToAbsoluteIRIs(const UstringRange& f
   return iris;
 }
 
-Notification AddFoldersToZentraPath(const UstringRange& folders, const ICurrentWorkingFolder& cwf,
+Notification AddFoldersToZentraPath(const UstringRange& folders,
+                                    const ICurrentWorkingFolder& workingFolder,
                                     IMainSearchPathManager& manager, Position position) {
   Notification notification;
-  const auto iris = ConvertUstringRangeToAbsoluteIRIs(folders, cwf, notification);
+  const auto iris = ConvertUstringRangeToAbsoluteIRIs(folders, workingFolder, notification);
   if (!notification.empty()) return notification;
   return AddIRIsToZentraPath(iris, manager, position);
 }
@@ -114,10 +115,10 @@ Notification AddIRIsToZentraPath(const AbsoluteIRIRange& iris, IMainSearchPathMa
 }
 
 Notification RemoveFoldersFromZentraPath(const UstringRange& folders,
-                                         const ICurrentWorkingFolder& cwf,
+                                         const ICurrentWorkingFolder& workingFolder,
                                          IMainSearchPathManager& manager) {
   Notification notification;
-  const auto iris = ConvertUstringRangeToAbsoluteIRIs(folders, cwf, notification);
+  const auto iris = ConvertUstringRangeToAbsoluteIRIs(folders, workingFolder, notification);
   if (!notification.empty()) return notification;
   return RemoveIRIsFromZentraPath(iris, manager);
 }

@@ -14,7 +14,7 @@ class FilteredPath::EntryFilter {
   explicit EntryFilter(const FilteredPath& filteredPath) noexcept : path(&filteredPath) {}
 
   [[nodiscard]] bool operator()(const IPathEntry& entry) const {
-    return !path->hidden->IsEntryOnPath(entry);
+    return !path->excluded->IsEntryOnPath(entry);
   }
   [[nodiscard]] bool operator()(const std::shared_ptr<const IPathEntry>& entry) const {
     return entry != nullptr && (*this)(*entry);
@@ -48,8 +48,8 @@ class FilteredPath::EntryFilter {
 };
 
 FilteredPath::FilteredPath(std::shared_ptr<const IPath> sourcePath,
-                           std::shared_ptr<const IPath> hiddenPath)
-    : source(std::move(sourcePath)), hidden(std::move(hiddenPath)) {}
+                           std::shared_ptr<const IPath> excludedPath)
+    : source(std::move(sourcePath)), excluded(std::move(excludedPath)) {}
 
 FilteredPath::~FilteredPath() = default;
 

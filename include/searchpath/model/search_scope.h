@@ -47,8 +47,8 @@ inline constexpr std::array<std::uint32_t, 6> kKinds = {0, 1, 2, 3, 4, 5};
 }  // namespace detail
 
 /// Ordinary folders only. File names without separators are looked up in this scope. With
-/// `IPath::GetMethodEntriesByName` it finds the method entries ("@" folders) directly below ordinary
-/// folders.
+/// `IPath::GetMethodEntriesByName` it finds the method entries ("@" folders) directly below
+/// ordinary folders.
 inline constexpr SearchScope kMainScope(detail::kKinds.data(), /*count=*/1);
 
 /// Every kind of folder but resources folders, which hold data. File names with separators are

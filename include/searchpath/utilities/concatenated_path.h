@@ -24,8 +24,8 @@ namespace Corvane::PathManagement {
 /// `GetMainEntries` of a part must not call that of this path: both would wait for ever.
 /// Threads: as safe as the parts are; the list of main entries is built once.
 /// Ownership: shares the parts.
-/// Errors: exceptions of a part or a visitor pass through unchanged and change nothing. When
-/// building the list of main entries fails, the next call tries again.
+/// Errors: exceptions of a part or a visitor pass through unchanged, and leave this path as it was.
+/// When building the list of main entries fails, the next call tries again.
 /// Cost: one virtual call for each part. While a list is made, the answers of all parts are also in
 /// memory; the returned list has no spare capacity.
 class SEARCHPATH_EXPORT ConcatenatedPath : public IPath {
@@ -35,8 +35,8 @@ class SEARCHPATH_EXPORT ConcatenatedPath : public IPath {
                    const std::shared_ptr<const IPath>& second);
   /// Takes over `pathParts`, which is empty afterwards.
   explicit ConcatenatedPath(std::vector<std::shared_ptr<const IPath>>&& pathParts);
-  /// The parts in a list. Without this constructor, `ConcatenatedPath({p, q})` would be ambiguous:
-  /// two parts, a vector, or a path to copy.
+  /// Joins the parts in a list. Without this constructor, `ConcatenatedPath({p, q})` would be
+  /// ambiguous: the braces could make a vector of parts, or a path to copy.
   ConcatenatedPath(std::initializer_list<std::shared_ptr<const IPath>> pathParts);
 
   /// Shares the parts, and the list of main entries if it is already built. Does not wait for

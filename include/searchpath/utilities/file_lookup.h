@@ -32,10 +32,12 @@ class IPathEntry;
 CreateSearchTargetWithExtensionInFilenamePreferred(const ustring& name,
                                                    const std::vector<ustring>& extensions);
 
-/// The file that `target` means on `path` as a whole: the first match in the ordinary folders or in
-/// the method entries of that name, whichever comes first on the path; in the ordinary folder when
-/// neither comes first. A name with a separator is a partial pathname and is instead looked up in
-/// all folders but resources folders (`kAllKindsScope`).
+/// The file that `target` means on `path` to code in any folder. "fn" is looked up in the ordinary
+/// folders, and in the method entries of its name: the "@fn" folders directly below ordinary ones.
+/// Of the first match of either kind, the one that comes first on the path is the answer; when the
+/// path puts neither before the other, the one in the ordinary folder. A name with a separator is a
+/// partial pathname and is instead looked up in all folders but resources folders
+/// (`kAllKindsScope`).
 ///
 /// The method entries themselves are always found under
 /// `FilenameMatchingPolicy::FileSystemDefault`; `policy` only says which of their files match.

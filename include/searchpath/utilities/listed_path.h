@@ -15,7 +15,8 @@ class IPath;
 /// A folder whose content is given as a list, for example by an archive, a database or a virtual
 /// file system. It is not looked for on disk.
 struct ListedFolder {
-  /// Where the folder is, an IRI of any scheme. Below another folder, its last name gives its kind.
+  /// Where the folder is, an IRI of any scheme. The last name in it gives the kind of a folder that
+  /// is below another one.
   AbsoluteIRI location;
   /// The names of its files, in any order, with their extensions.
   std::vector<ustring> files = {};
@@ -29,9 +30,9 @@ struct ListedFolder {
 /// below them are of the kind that their name gives.
 ///
 /// Threads: all operations of the path, from any thread.
-/// Cost: the first look-up of a plain name builds an index of all files, one for each way to
-/// compare names. After that, a look-up is one hash probe for each extension, however many folders
-/// there are.
+/// Cost: the first look-up of a name without separators builds an index of all files; another way
+/// to compare names needs an index of its own. After that, a look-up is one hash probe for each
+/// extension, however many folders there are.
 [[nodiscard]] SEARCHPATH_EXPORT std::shared_ptr<const IPath> CreateListedPath(
     std::vector<ListedFolder> folders);
 

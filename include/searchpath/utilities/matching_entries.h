@@ -17,11 +17,10 @@ class IPath;
 
 /// The entries of `path` that `name` denotes, the name of a folder as a user types it.
 ///
-/// An absolute name denotes one folder: the answer is the entry of `path` for that folder under
-/// `policy`, or nothing; `scope` does not matter. Any other name is a partial pathname: the answer
-/// is `GetPartiallyMatchingEntries` of `path`, and the name is not looked for below
-/// `workingFolder`. A name that begins with two separators counts as absolute. An empty name
-/// denotes nothing.
+/// An absolute name ("/x", "~x", "//host/x" or an IRI) denotes one folder: the answer is the entry
+/// of `path` for that folder under `policy`, or nothing; `scope` does not matter. Any other name is
+/// a partial pathname: the answer is `GetPartiallyMatchingEntries` of `path`, and the name is not
+/// looked for below `workingFolder`. An empty name denotes nothing.
 ///
 /// Threads: stateless; as safe as `path` and `workingFolder` are.
 /// Errors: when `workingFolder` cannot make an absolute name into a location, the answer is empty;

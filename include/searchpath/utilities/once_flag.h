@@ -16,8 +16,8 @@ class OnceFlag {
  public:
   OnceFlag() = default;
   /// Built if `other` is; a build that is still under way does not count. Copy the flag before the
-  /// value that it guards, and the value only if the copied flag `IsBuilt`: another thread may still
-  /// be writing it.
+  /// value that it guards, and the value only if `IsBuilt` of the new flag is true: else another
+  /// thread may still be writing the value.
   OnceFlag(const OnceFlag& other) noexcept : built(other.IsBuilt()) {}
   OnceFlag& operator=(const OnceFlag&) = delete;
   ~OnceFlag() = default;

@@ -21,11 +21,12 @@ namespace Corvane::PathManagement {
     const ZentraComponents::ComponentIdentifier& package, const IMainSearchPathManager& manager);
 
 /// The folders that `packages` put on the path, package by package; repeats are kept. A package
-/// that is not installed, or whose metadata keeps it off the path, puts none there.
+/// that is not installed, or whose `PackageMetadata::contributesToPath` is false, puts none there.
 ///
-/// A package with `checksManualInstall` puts its root folder on the path when its property
-/// "ManualInstall" is true, else none. Any other package puts only its root folder there when its
-/// property "IsQRX" is true, else its folders with the tag 0. An absent property counts as false.
+/// A package whose `PackageMetadata::checksManualInstall` is true puts its root folder on the path
+/// when its property "ManualInstall" is true, else none. Any other package puts only its root
+/// folder there when its property "IsQRX" is true, else its folders with the tag 0. An absent
+/// property is taken for false.
 ///
 /// Errors: `std::bad_variant_access` when one of these properties is not a bool;
 /// `foundation::storage::vfs::Exception` when a canonical location cannot be determined.

@@ -60,7 +60,7 @@ class SEARCHPATH_EXPORT PathBase : public IPath {
  private:
   struct State;
 
-  /// The state, once its table is made.
+  /// Makes the table of entries unless it is made, and returns the state that holds it.
   [[nodiscard]] const State& Ready() const;
 
   std::unique_ptr<State> state;

@@ -33,21 +33,22 @@ enum class Position : std::uint32_t {
   End = 1,    ///< after them
 };
 
-/// The locations of `folders`, in the same order, as `cwf` gives them. Each folder is converted
-/// before the next is looked at. A folder that cannot be used is left out, and a message of
-/// `PathMessages::FolderCatalogue` about it is appended to `notification`. The capacity of the
+/// The locations of `folders`, in the same order, as `workingFolder` gives them. Each folder is
+/// converted before the next is looked at. A folder that cannot be used is left out, and a message
+/// of `PathMessages::FolderCatalogue` about it is appended to `notification`. The capacity of the
 /// vector is at least the number of `folders`.
 ///
 /// Errors: a failure that is not the folder's own (no working folder, an I/O error, no answer in
-/// time, an unknown error) passes through: it is the `FailedToAbsolutizeException` of `cwf`.
+/// time, an unknown error) passes through: it is the `FailedToAbsolutizeException` of
+/// `workingFolder`.
 [[nodiscard]] SEARCHPATH_EXPORT std::vector<AbsoluteIRI> ConvertUstringRangeToAbsoluteIRIs(
-    const UstringRange& folders, const current_working_folder::ICurrentWorkingFolder& cwf,
+    const UstringRange& folders, const current_working_folder::ICurrentWorkingFolder& workingFolder,
     foundation::core::except::Notification& notification);
 
-/// As `AddIRIsToZentraPath`, for folders as users type them, which `cwf` makes absolute. When one
-/// of them cannot be used, none is added and the manager is not called.
+/// As `AddIRIsToZentraPath`, for folders as users type them, which `workingFolder` makes absolute.
+/// When one of them cannot be used, none is added and the manager is not called.
 [[nodiscard]] SEARCHPATH_EXPORT foundation::core::except::Notification AddFoldersToZentraPath(
-    const UstringRange& folders, const current_working_folder::ICurrentWorkingFolder& cwf,
+    const UstringRange& folders, const current_working_folder::ICurrentWorkingFolder& workingFolder,
     IMainSearchPathManager& manager, Position position);
 
 /// Puts `iris` before or after the folders of the path, in the order given; of a folder that is
@@ -55,10 +56,10 @@ enum class Position : std::uint32_t {
 [[nodiscard]] SEARCHPATH_EXPORT foundation::core::except::Notification AddIRIsToZentraPath(
     const AbsoluteIRIRange& iris, IMainSearchPathManager& manager, Position position);
 
-/// As `RemoveIRIsFromZentraPath`, for folders as users type them, which `cwf` makes absolute. When
-/// one of them cannot be used, none is removed and the manager is not called.
+/// As `RemoveIRIsFromZentraPath`, for folders as users type them, which `workingFolder` makes
+/// absolute. When one of them cannot be used, none is removed and the manager is not called.
 [[nodiscard]] SEARCHPATH_EXPORT foundation::core::except::Notification RemoveFoldersFromZentraPath(
-    const UstringRange& folders, const current_working_folder::ICurrentWorkingFolder& cwf,
+    const UstringRange& folders, const current_working_folder::ICurrentWorkingFolder& workingFolder,
     IMainSearchPathManager& manager);
 
 /// Removes each of `iris` from the path, wherever it occurs. A folder that is not on the path as

@@ -26,7 +26,8 @@ class SEARCHPATH_EXPORT PathEntryBase : public IPathEntry,
   [[nodiscard]] PathEntryType GetPathEntryType() const override;
   /// Returns `GetAbsoluteIRI`. Override this where a folder can have several locations.
   [[nodiscard]] CanonicalAbsoluteIRI GetCanonicalAbsoluteIRI() const override;
-  // Each of these five selects its folders from `GetFoldersBelow`: the last, those that are left.
+  // Each of these five getters selects its folders from `GetFoldersBelow`: the private folder, the
+  // resources folder, the "+" folders, the "@" folders, and those that are left.
   [[nodiscard]] std::shared_ptr<const IPathEntry> GetSingleSubfolderEntryA() const override;
   [[nodiscard]] std::shared_ptr<const IPathEntry> GetSingleSubfolderEntryB() const override;
   [[nodiscard]] std::shared_ptr<const PathEntries> GetSubfolderEntriesA() const override;

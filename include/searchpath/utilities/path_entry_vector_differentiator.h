@@ -64,10 +64,11 @@ class SEARCHPATH_EXPORT PathEntryVectorDifferentiator {
   /// The entries that are in both lists, but moved relative to the unchanged ones.
   [[nodiscard]] std::shared_ptr<PathEntries> GetReordered() const;
 
-  /// The old entries of the folders that have a new entry.
+  /// The old entries of folders that are in both lists, but have another entry in the new one.
   [[nodiscard]] std::shared_ptr<PathEntries> GetRefreshedBefore() const;
 
-  /// The new entries of these folders, each at the index of its old entry in `GetRefreshedBefore`.
+  /// The new entries of the same folders, each at the index of its old entry in
+  /// `GetRefreshedBefore`.
   [[nodiscard]] std::shared_ptr<PathEntries> GetRefreshedAfter() const;
 
  private:

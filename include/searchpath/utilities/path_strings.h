@@ -10,7 +10,7 @@
 
 namespace Corvane::PathManagement {
 
-// Text only: none of these asks the file system.
+// These functions work on texts alone: none asks the file system.
 //
 // Threads: stateless.
 

@@ -12,7 +12,8 @@
 
 namespace Corvane::PathManagement {
 
-/// Raised when a cache cannot be opened or read back. Scan the folders, and write a new cache.
+/// Raised when a cache, a file in which path entries are saved, cannot be opened or read back. The
+/// caller then scans the folders and writes a new cache.
 class SEARCHPATH_EXPORT ToolboxCacheWrongFormatException : public std::exception {
  public:
   ToolboxCacheWrongFormatException() = default;
@@ -22,7 +23,7 @@ class SEARCHPATH_EXPORT ToolboxCacheWrongFormatException : public std::exception
 };
 
 /// Raised when a cache cannot be written or put in place. `boost::current_exception` and
-/// `boost::rethrow_exception` keep the type of this exception.
+/// `boost::rethrow_exception` keep the type of this exception, by its base `clone_base`.
 class SEARCHPATH_EXPORT UnableToSaveToolboxCacheException
     : public foundation::core::except::Exception<foundation::core::except::IInternalException,
                                                  std::exception>,
@@ -44,7 +45,7 @@ class SEARCHPATH_EXPORT UnableToSaveToolboxCacheException
 ///
 /// The new file takes over the permissions of the regular file that it replaces. A link is
 /// replaced, not followed. A folder, FIFO or device is refused. During the write there is a file
-/// "tmpcache_*.xml" beside the cache; one that a killed process has left there may be removed.
+/// "tmpcache_*.xml" beside the cache; such a file that a killed process has left may be removed.
 ///
 /// Threads: several writers of one cache at once need no lock; the last one wins.
 /// Errors: `UnableToSaveToolboxCacheException` for every failure, even one of the factory, or when
