@@ -7,14 +7,14 @@
 ///
 /// Texts are bytes, as file names are; those that go in end with NUL. Handles are opaque. A handle
 /// that was handed out through a pointer is freed by the `_free` function of its type, which also
-/// takes null. All else that a function returns is a view: it lives as long as the handle that was
-/// passed in.
+/// takes null. All else that a function returns, pointers to texts and to parts of a handle, is a
+/// view: it lives as long as the handle that was passed in.
 ///
 /// Threads: a handle may be used from any number of threads at once, and by none from the time it
 /// is freed.
-/// Errors: a function that can fail returns a status and, where `error` is not null, says there
-/// what is wrong. The handle that it hands out is then null. No exception leaves the library. That
-/// nothing is found is no error.
+/// Errors: a function that can fail returns a status. When it fails, it says in `error`, unless
+/// that is null, what is wrong, and the handle that it hands out is null. No exception leaves the
+/// library. To find nothing is no error.
 /// Precondition: no handle is null, and each index is below the count that belongs to it.
 
 #include "searchpath/export.h"
@@ -26,10 +26,10 @@
 extern "C" {
 #endif
 
-/// Raised by one when a function is added. Functions that exist change only in a new library.
+/// Raised by one when a function is added. The existing functions of this library never change.
 #define SEARCHPATH_C_VERSION 2
 
-/// The `SEARCHPATH_C_VERSION` of the library in use; that of the header, or higher.
+/// The `SEARCHPATH_C_VERSION` of the library in use: not below that of the header.
 SEARCHPATH_EXPORT uint32_t searchpath_version(void);
 
 /// How a function ended.
@@ -80,10 +80,10 @@ typedef struct searchpath_lookup {
   const char* const* extensions;  ///< with or without their dot; null when there are none
   size_t extension_count;         ///< of `extensions`
   const char* from_folder;        ///< the folder of the code that asks; null when there is none
-  int ignore_case;                ///< 0: names are compared as the file system does
+  int ignore_case;                ///< 0: names are compared as the file system compares them
 } searchpath_lookup;
 
-/// Finds the file that the name means: `files` holds one file or none.
+/// Finds the file that the name means. `files` then holds one file or none.
 SEARCHPATH_EXPORT searchpath_status searchpath_find(const searchpath_environment* environment,
                                                     const searchpath_lookup* lookup,
                                                     searchpath_files** files,
@@ -160,9 +160,9 @@ SEARCHPATH_EXPORT searchpath_status searchpath_watch_open(const searchpath_envir
 /// network file systems: with folders there, ask for the environment from time to time as well.
 /// Negative when the kernel reports no changes at all.
 SEARCHPATH_EXPORT int searchpath_watch_descriptor(const searchpath_watch* watch);
-/// Hands out an environment as the disk is now. Whether it shows later changes is not certain: ask
-/// for a new one. Costs one system call when nothing has changed; otherwise all folders are listed
-/// again.
+/// Hands out an environment as the disk is now. It may or may not show later changes: after a
+/// change, ask for a new one. Costs one system call when nothing has changed; otherwise all folders
+/// are listed again.
 SEARCHPATH_EXPORT searchpath_status searchpath_watch_environment(
     const searchpath_watch* watch, searchpath_environment** environment, searchpath_error* error);
 /// Frees the watch; environments that it gave stay valid.
@@ -174,7 +174,7 @@ searchpath_explanation_json(const searchpath_explanation* explanation);
 
 // Receipts: answers, and what they rest on, so that they can be verified later.
 
-/// Answers, and what they rest on.
+/// Answers, and what they rest on, such as the folders that were searched.
 typedef struct searchpath_receipt searchpath_receipt;
 /// The answers in a receipt.
 typedef struct searchpath_answers searchpath_answers;

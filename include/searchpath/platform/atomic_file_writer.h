@@ -12,8 +12,8 @@ namespace fl::filesystem {
 
 /// Replaces a file, the target, in one step. At every moment, even after a kill or a power cut, a
 /// reader finds either the old content or all of the new. Once `Commit` has returned, the new
-/// content is on the disk, if the file system can sync folders and this process may read the
-/// target's folder. The libraries write all their files with this class.
+/// content is on the disk. So is its name, if this process may read the target's folder and the
+/// file system can sync folders. The libraries write all their files with this class.
 ///
 /// The bytes go to a temporary file in the target's own folder, which `Commit` renames. The writer
 /// removes the temporary file when it is destroyed, unless `Commit` has succeeded; only a kill
@@ -28,9 +28,10 @@ namespace fl::filesystem {
 /// Precondition: where the target is a relative path, the working folder stays the same until
 /// `Commit` has returned.
 /// Threads: one thread at a time uses a writer. Writers of one target need no lock: the last
-/// `Commit` wins. No operation is a cancellation point: a cancellation waits until it is done.
+/// `Commit` wins. No operation is a cancellation point: its system calls postpone `pthread_cancel`.
 /// Errors: `std::system_error`, which names the target and says what could not be done; the target
-/// is then as it was. The exceptions of the stream do not name it.
+/// is then as it was. The failures that the stream raises do not name the target. The destructor
+/// raises nothing.
 class SEARCHPATH_EXPORT AtomicFileWriter {
  public:
   /// Creates the temporary file beside `targetFile`, with a name that no other file has: `prefix`,

@@ -26,10 +26,11 @@ using DiagnosticSink =
 /// A named source of diagnostic messages. All loggers of the process send their messages to one
 /// shared sink. At first there is no sink, and messages are dropped.
 ///
-/// A logger may be a static object, whatever the order in which statics are made and destroyed.
+/// A logger may be a static object: it does not matter in which order statics are made and
+/// destroyed.
 ///
-/// Threads: every operation, from any thread. The sink is called on the thread that writes, so
-/// maybe on several at once. It may itself write messages or set a sink.
+/// Threads: every operation, from any thread. The sink is called on the thread that writes, perhaps
+/// on several threads at once. It may itself write messages or set a sink.
 class SEARCHPATH_EXPORT basic_diagnostic_logger {
  public:
   /// `loggerName` is UTF-8, for example "library::component".

@@ -75,11 +75,11 @@ class SEARCHPATH_EXPORT ifstream : public std::istream {
 
 namespace detail {
 
-/// `text` in the platform's own form, which here is `text` itself, with or without `expand`.
+/// `text` in the platform's own form, which here is `text` itself, whatever `expand` is.
 [[nodiscard]] SEARCHPATH_EXPORT ustring make_native_form(const ustring& text, bool expand);
 
-/// Whether `text` names one place wherever it is used: it begins with "/", carries an IRI prefix,
-/// or, when `expand` is set, begins with "~".
+/// Whether `text` names one place in whatever working folder it is used: it begins with "/", with
+/// an IRI prefix or, when `expand` is set, with "~".
 [[nodiscard]] SEARCHPATH_EXPORT bool is_absolute_path_when_expanded(const ustring& text,
                                                                     bool expand);
 

@@ -16,7 +16,8 @@ namespace Corvane::PathManagement {
 using foundation::core::except::Notification;
 using ZentraComponents::ComponentIdentifier;
 
-/// Raised when a change of the search path is requested during another one up the call stack.
+/// Raised when a change of the search path is requested while another change is under way further
+/// up the call stack.
 class SEARCHPATH_EXPORT RecursivePathChangeException : public std::exception {
  public:
   RecursivePathChangeException() = default;

@@ -22,7 +22,7 @@ using MessageArgument = std::variant<ustring, std::int64_t, storage::vfs::Absolu
 /// One message: the catalogue and the key under which its wording is found, and the arguments that
 /// are put into the wording.
 struct MessageRecord {
-  ustring catalogue;                       ///< its name, see `PathMessages`
+  ustring catalogue;                       ///< the name of the catalogue, see `PathMessages`
   ustring key;                             ///< of the wording in that catalogue
   std::vector<MessageArgument> arguments;  ///< in the order in which the wording refers to them
 

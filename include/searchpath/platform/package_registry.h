@@ -19,7 +19,7 @@ namespace Corvane::PackageRegistry {
 /// What a package says about its place on the search path.
 struct PackageMetadata {
   bool contributesToPath;    ///< if false, none of its folders is put on the path
-  bool checksManualInstall;  ///< if true, the same unless it was installed by hand
+  bool checksManualInstall;  ///< if true, none either unless it was installed by hand
   foundation::storage::vfs::AbsoluteIRI rootFolder;  ///< where it is installed
 };
 

@@ -22,9 +22,9 @@ class SEARCHPATH_EXPORT Folder {
   [[nodiscard]] AbsoluteIRI getLocation() const noexcept { return location; }
 
   /// The location with its links and ".." resolved as far as it exists; the rest is kept as it is.
-  /// So a folder that is absent or cannot be read also has a canonical location, and a folder that
-  /// is removed keeps its own. Schemes other than "file" have no links: there it is the text
-  /// without "." and ".." segments; ".." above the root is dropped.
+  /// So a folder that is absent or cannot be read has a canonical location, too, and a folder that
+  /// is removed keeps its canonical location. Schemes other than "file" have no links: there it is
+  /// the text of the IRI without "." and ".." segments; ".." above the root is dropped.
   ///
   /// Errors: `Exception` for a loop of links and for I/O errors.
   /// Cost: one system call for each component, and one more for each link.
