@@ -19,18 +19,20 @@ class FolderState;
 /// Several folders; what returns them says in which order.
 using FolderEntries = std::vector<std::shared_ptr<const FolderEntry>>;
 
-/// A folder on disk, as it was when it was first asked.
+/// A folder on disk, as it was when its names were first asked for.
 ///
 /// An entry is a snapshot: the folder is listed once, when a question first needs that, and never
-/// again. The listing is one pass of directory reads, or comes from a `PathEntryFactory`. Up to 16
-/// questions for single names are answered without a listing: the disk is asked about these names
-/// alone. A listing that is made later agrees with those answers, whatever has changed meanwhile.
+/// again. The listing is one pass of directory reads, or comes from a cache: a `PathEntryFactory`
+/// that has read saved listings. Up to 16 questions for single names are answered without a
+/// listing: the disk is asked about these names alone. A listing that is made after such answers
+/// agrees with them, whatever has changed meanwhile.
 ///
-/// The items are the regular files, also behind links; folders, devices, broken links and the like
-/// are left out. A folder that cannot be read is an empty entry with a problem.
+/// The items are the regular files, and links to regular files; folders, devices, broken links and
+/// the like are left out. A folder that cannot be read is an empty entry with a problem.
 ///
-/// Special folders below it ("+", "@", private, resources) have entries of their own. A link by
-/// such a name that leads back to a folder above it is not followed, and is reported as a problem.
+/// The special folders directly below ("+", "@", private, resources) have entries of their own. A
+/// link with the name of a special folder that leads back to a folder above it is not followed, and
+/// is reported as a problem.
 ///
 /// Threads: all operations, from any thread.
 /// Ownership: an entry owns the entries of its special folders.
@@ -42,8 +44,8 @@ using FolderEntries = std::vector<std::shared_ptr<const FolderEntry>>;
 class SEARCHPATH_EXPORT FolderEntry : public IPathEntry,
                                       public std::enable_shared_from_this<FolderEntry> {
  public:
-  /// An entry for a folder that is put on a path. Its kind is `Ordinary` whatever its name is,
-  /// since a folder on the path itself is always searched.
+  /// An entry for a folder that is put on a path. Its kind is `Ordinary` whatever its name is: a
+  /// folder on the path itself, even one called "+pkg", is searched as any other.
   [[nodiscard]] static std::shared_ptr<const FolderEntry> Create(const AbsoluteIRI& location);
 
   FolderEntry(const FolderEntry&) = delete;
@@ -57,11 +59,13 @@ class SEARCHPATH_EXPORT FolderEntry : public IPathEntry,
   [[nodiscard]] std::shared_ptr<const PathItems> GetItems() const override;
   [[nodiscard]] CanonicalAbsoluteIRI GetCanonicalAbsoluteIRI() const override;
   [[nodiscard]] AbsoluteIRI GetAbsoluteIRI() const override;
+  // The private folder, the resources folder, the "+" folders, and the "@" folders.
   [[nodiscard]] std::shared_ptr<const IPathEntry> GetSingleSubfolderEntryA() const override;
   [[nodiscard]] std::shared_ptr<const IPathEntry> GetSingleSubfolderEntryB() const override;
   [[nodiscard]] std::shared_ptr<const PathEntries> GetSubfolderEntriesA() const override;
   [[nodiscard]] std::shared_ptr<const PathEntries> GetSubfolderEntriesB() const override;
-  /// Empty: no further folders hang below a folder on disk.
+  /// Always empty: a folder on disk has no other special folders than those of the four getters
+  /// above.
   [[nodiscard]] std::shared_ptr<const PathEntries> GetSubfolderEntriesC() const override;
   [[nodiscard]] std::shared_ptr<const PathItem> FindItem(
       const PathManagement::detail::SearchTarget& target,
@@ -86,11 +90,12 @@ class SEARCHPATH_EXPORT FolderEntry : public IPathEntry,
   [[nodiscard]] FolderEntries CreateOrdinaryFolders() const;
 
   /// Why this folder, or a link directly below it, is not searched. A folder that has not been
-  /// listed is only opened, to see whether it can be read; with a listing in a cache, it is listed.
+  /// listed is only opened, to see whether it can be read. One that a cache has a listing of is
+  /// listed, as if a question needed that: it mostly costs less and shows more.
   [[nodiscard]] std::vector<FolderProblem> GetProblems() const;
 
-  /// Whether the folder is still as its listing says, be that from the disk or from a cache. Does
-  /// not list the folder: without a listing the answer is `Unknown`.
+  /// Whether the folder is still as its listing says, be the listing from the disk or from a cache.
+  /// Does not list the folder: without a listing the answer is `Unknown`.
   ///
   /// Cost: one question to the disk.
   [[nodiscard]] Freshness GetFreshness() const;
@@ -101,8 +106,10 @@ class SEARCHPATH_EXPORT FolderEntry : public IPathEntry,
       std::unique_ptr<FolderState> state, std::unique_ptr<FolderEntries> specialFolders);
 
   FolderEntry(std::unique_ptr<FolderState> initialState,
-              std::unique_ptr<FolderEntries> initialFolders);
+              std::unique_ptr<FolderEntries> initialSpecialFolders);
+  /// An entry for each of `states`.
   [[nodiscard]] static FolderEntries CreateAll(std::vector<std::unique_ptr<FolderState>> states);
+  /// Lists the folder unless it is listed, and returns its state.
   [[nodiscard]] FolderState& ListedState() const;
 
   std::unique_ptr<FolderState> state;

@@ -17,20 +17,21 @@ namespace Corvane::PathManagement::host {
 
 /// A search path of folders on disk, in the order given.
 ///
-/// An entry is on the path when the path holds that object, or another entry for the same folder. A
-/// name with separators is a partial pathname: it is looked up in the entries whose trailing
-/// folders match the folders in front of its last part, see `DoesPartialPathnameMatchPathEntryIRI`.
-/// In a name that begins with a separator, these folders are one location in full.
+/// Its main entries are the folders given. An entry is on the path when the path holds that object,
+/// or another entry for the same folder. A name with separators is a partial pathname: its last
+/// part is looked up in the entries whose trailing folders match the parts before, see
+/// `DoesPartialPathnameMatchPathEntryIRI`. In a name that begins with a separator, the parts before
+/// the last are the whole location of one folder.
 ///
 /// Threads: all operations, from any thread.
 /// Ownership: shares its entries.
 /// Errors: a folder that cannot be searched is a problem and is searched as if it were empty.
 /// Cost: each folder is listed at most once. The first eight calls of `FindFirstInScope` or
-/// `FindAllInScope` for a plain name among the main entries ask one folder after the other for that
-/// name alone, `FindFirstInScope` up to the answer; the ninth lists all folders and makes an index.
-/// `GetMethodEntriesByName` asks all main folders once. Policies that ignore case list the folders
-/// that they ask. Questions about parents, order, membership and partial pathnames list every
-/// folder, special ones included.
+/// `FindAllInScope` for a plain name, one without separators, among the main entries ask one folder
+/// after the other for that name alone, `FindFirstInScope` up to the answer; the ninth lists all
+/// main folders and makes an index. `GetMethodEntriesByName` asks all main folders once. Policies
+/// that ignore case list the folders that they ask. Questions about parents, order, membership and
+/// partial pathnames list every folder, special ones included.
 class SEARCHPATH_EXPORT FolderPath : public IPath {
  public:
   /// Precondition: no pointer is null.
@@ -69,35 +70,37 @@ class SEARCHPATH_EXPORT FolderPath : public IPath {
   /// The main entries, as the `FolderEntry` objects that they are.
   [[nodiscard]] const FolderEntries& GetMainFolders() const noexcept;
 
-  /// As `FindFirstFileVisibleOnPath` on this path. The first eight calls for a plain name ask each
-  /// folder for the file and the method entry at once, and no folder after the one with the answer.
+  /// As `FindFirstFileVisibleOnPath` on this path. The first eight calls for a plain name "fn" ask
+  /// each folder for the file and for the method entry "@fn" at once, and no folder after the one
+  /// with the answer.
   [[nodiscard]] boost::optional<FoundItem> FindVisible(
       const PathManagement::detail::SearchTarget& target, FilenameMatchingPolicy policy) const;
-  /// The same for a name without extensions, where the text and an index are enough to tell: sets
-  /// `found` to the answer and returns true. Otherwise returns false.
+  /// The quick part of `FindVisible`, for a name that is looked up as it is: when the index exists
+  /// and `name` is plain and not that of a method entry, sets `found` to the answer, which may be
+  /// none, and returns true. Otherwise returns false.
   [[nodiscard]] bool FindIndexed(std::u16string_view name, boost::optional<FoundItem>& found) const;
   /// As `FindVisible`, as if only those entries were on the path for which `isShown` returns true.
-  /// The outer optional is empty when there is no quick answer: for a partial pathname, a policy
-  /// that ignores case, and where an index would be needed.
+  /// The outer optional is empty when there is no quick answer, and nothing was looked up: for a
+  /// partial pathname, for a policy that ignores case, and after the first eight questions.
   [[nodiscard]] std::optional<boost::optional<FoundItem>> FindShown(
       const PathManagement::detail::SearchTarget& target, FilenameMatchingPolicy policy,
       const std::function<bool(const FolderEntry&)>& isShown) const;
 
-  /// The same answer as without an observer. The folders are asked one by one, and `observer` is
+  /// The same answer as without an observer. All folders are asked one by one, and `observer` is
   /// called for each.
   [[nodiscard]] std::vector<FoundItem> FindAllInScope(
       SearchScope scope, const PathManagement::detail::SearchTarget& target,
       FilenameMatchingPolicy policy, ILookupObserver& observer) const;
 
   /// What keeps folders of the path from being searched, in path order. Main folders that have not
-  /// been listed are opened. Special folders are looked at only when an earlier question has listed
+  /// been listed are opened. Special folders are examined only when an earlier question has listed
   /// every folder.
   [[nodiscard]] std::vector<FolderProblem> FindProblems() const;
   /// The same for the folders for which `isWanted` returns true; it is called in path order.
   [[nodiscard]] std::vector<FolderProblem> FindProblems(
       const std::function<bool(const IPathEntry&)>& isWanted) const;
-  /// The problems among these that earlier questions have met. Asks the disk nothing; `isWanted` is
-  /// called only for folders that have a problem.
+  /// The problems that `FindProblems` would return and that earlier questions have met. Asks the
+  /// disk nothing; `isWanted` is called only for folders that have a problem.
   [[nodiscard]] std::vector<FolderProblem> GetProblemsMet(
       const std::function<bool(const IPathEntry&)>& isWanted) const;
 

@@ -23,7 +23,8 @@ namespace Corvane::PathManagement::host {
 ///   characters, and so is a "-" that comes first or last. Within the brackets, "[:alpha:]" and the
 ///   other classes of POSIX stand for characters of ASCII. A "[" that no "]" closes stands for
 ///   itself.
-/// - "\\" makes the next character match itself; a pattern that ends with it matches nothing.
+/// - A backslash makes the next character match itself; a pattern that ends with a lone backslash
+///   matches nothing.
 /// - Any other character matches itself.
 ///
 /// A character is a code point, or a byte of a name that is not UTF-8. Where case is ignored, the
@@ -36,25 +37,29 @@ class SEARCHPATH_EXPORT NamePattern {
   explicit NamePattern(const AnyText& pattern, FilenameMatchingPolicy matchingPolicy =
                                                    FilenameMatchingPolicy::FileSystemDefault);
 
-  /// Whether the file name with these bytes matches.
+  /// Whether the file name `name`, in bytes, matches.
   ///
-  /// Cost: for each "*", at most the length of the name; nothing is allocated for a name in ASCII
-  /// unless case is ignored.
+  /// Cost: at most the length of the name, multiplied by that of the pattern if it has a "*".
+  /// Allocates nothing for a name in ASCII unless case is ignored.
   [[nodiscard]] bool Matches(std::string_view name) const;
 
-  /// Whether `text` has a "*", "?" or "[".
+  /// Whether `text` has a "*", "?" or "[". Without them, even a text with
+  /// backslashes matches one name at most.
   [[nodiscard]] static bool IsPattern(std::u16string_view text) noexcept;
 
  private:
   enum class Kind : std::uint8_t { Character, AnyCharacter, AnyCharacters, OneOf, NoneOf, Nothing };
-  /// What matches a character, or characters, of a name.
+  /// What matches one character of a name or, of the kind `AnyCharacters`, a run of characters.
   struct Part {
     Kind kind = Kind::Nothing;
     std::vector<std::pair<char32_t, char32_t>> ranges = {};  // both ends included
+    /// Precondition: the kind is not `AnyCharacters`.
     [[nodiscard]] bool Accepts(char32_t character) const;
   };
 
+  /// Takes the first part off the beginning of `rest`, the rest of a pattern.
   [[nodiscard]] static Part TakePart(std::u16string_view& rest);
+  /// `Text` is a view of bytes for a name in ASCII, or else a view of UTF-16.
   template <class Text>
   [[nodiscard]] bool MatchText(const Text& name) const;
 
@@ -64,7 +69,8 @@ class SEARCHPATH_EXPORT NamePattern {
 
 /// A name that matches a pattern, and every file of that name.
 struct MatchingName {
-  ustring name;  ///< as it can be looked up, with the folders in front of the pattern
+  /// As it can be looked up: with the folders that are written in front of the pattern, if any.
+  ustring name;
   std::vector<FoundItem> files;  ///< the file that the name means, then those that it hides
 };
 

@@ -12,34 +12,38 @@
 namespace Corvane::PathManagement::host {
 
 // Two versions of a path share the entries of unchanged folders, so that comparing objects shows
-// what has changed.
+// what has changed. A path is given by its main folders, those on the path itself. The special
+// folders below them are the private, resources, "+" and "@" folders.
 //
-// A folder is unchanged when it is the same folder, holds files of the same names, has the same
-// problem or none, and every special folder below it is unchanged. The order on the disk, ordinary
-// folders below it and the contents of files do not count. An entry that has not been listed is
-// unchanged, too: it shows nothing yet that could differ.
+// A folder is unchanged when its canonical location is the same, it holds files of the same names,
+// it has the same problem or none, and every special folder below it is unchanged. The order of its
+// names on the disk, its ordinary subfolders and the contents of its files make no difference. An
+// entry that has not been listed is unchanged, too: it has shown nothing yet that could differ.
 
-/// The main folders of a new path of `locations`, in this order. `oldFolders` are those of the path
-/// before: their locations keep their entries, and a location that is repeated takes its old
-/// entries one after the other. All other locations get new entries, which have not been listed.
+/// The main folders of a new path: entries for `locations`, in the same order. Those that are among
+/// `oldFolders`, the main folders of the old path, keep their entries; a location that is repeated
+/// takes its old entries one after the other. All other locations get new entries, which have not
+/// been listed.
 ///
 /// Cost: asks the disk nothing.
 [[nodiscard]] SEARCHPATH_EXPORT FolderEntries
 RearrangeFolders(const FolderEntries& oldFolders, const std::vector<AbsoluteIRI>& locations);
 
-/// `oldFolders` as they are now. Those that have been listed are listed again. A folder that has
-/// changed gets a new entry, which shares the entries of unchanged folders below it.
+/// `oldFolders`, brought up to date with the disk: folders that have been listed are listed again.
+/// A folder that has changed gets a new entry, which shares the entries of unchanged special
+/// folders below it.
 ///
 /// Cost: that of listing, on several threads.
 [[nodiscard]] SEARCHPATH_EXPORT FolderEntries RefreshFolders(const FolderEntries& oldFolders);
 
-/// `folders`, where each unchanged folder has its entry of `oldFolders`; so have unchanged special
-/// folders below changed ones. For two paths that were made independently, from a saved listing for
-/// instance. A folder is found on the old path by its location, or else by its canonical location;
-/// a folder that is repeated takes its old entries one after the other.
+/// `folders`, in which each unchanged folder is replaced by its entry of `oldFolders`, and so is
+/// each unchanged special folder below a changed one. For two paths that were made independently,
+/// one of them from a saved listing for instance. A folder is looked for among `oldFolders` by its
+/// location, then by its canonical location; a folder that is repeated takes its old entries one
+/// after the other.
 ///
-/// Cost: lists each folder that is on both paths, unless neither path has asked it for anything
-/// yet.
+/// Cost: lists each folder that is in both lists, unless neither of its two entries has been asked
+/// for anything yet.
 [[nodiscard]] SEARCHPATH_EXPORT FolderEntries
 ShareUnchangedFolders(const FolderEntries& folders, const FolderEntries& oldFolders);
 
@@ -49,8 +53,8 @@ ShareUnchangedFolders(const FolderEntries& folders, const FolderEntries& oldFold
 /// Threads: constant operations, from any thread.
 class SEARCHPATH_EXPORT ChangedFolders {
  public:
-  /// The folders at `changed`. For a special folder, the folders that it belongs to are added,
-  /// since they hold it.
+  /// The folders at `changed`. A special folder is a part of the folder that holds it, so that
+  /// folder is added, too, and so on up to the first ordinary folder.
   ///
   /// Cost: resolves the links of each location.
   explicit ChangedFolders(const AbsoluteIRIRange& changed);
@@ -61,8 +65,8 @@ class SEARCHPATH_EXPORT ChangedFolders {
   /// Whether `folder` itself may have changed.
   [[nodiscard]] bool Contains(const FolderEntry& folder) const;
 
-  /// Whether `mainFolder` or a special folder below it may have changed. Folders that have not been
-  /// listed do not count: their listing will show the change.
+  /// Whether `mainFolder` or a special folder below it may have changed. What is below a folder
+  /// that has not been listed is passed over: the listing will show the change.
   [[nodiscard]] bool Affect(const FolderEntry& mainFolder) const;
 
  private:
@@ -70,8 +74,9 @@ class SEARCHPATH_EXPORT ChangedFolders {
   std::shared_ptr<const Locations> locations;
 };
 
-/// `oldFolders` as they are now, where only the folders of `changed` are listed again. A special
-/// folder that `changed` does not contain keeps its listing, even below a folder that it contains.
+/// `oldFolders`, brought up to date with the disk, where only the folders of `changed` are listed
+/// again. A special folder that `changed` does not contain keeps its listing, even below a folder
+/// that `changed` contains.
 ///
 /// Cost: asks the disk about the folders of `changed` alone, on several threads.
 [[nodiscard]] SEARCHPATH_EXPORT FolderEntries RefreshFolders(const FolderEntries& oldFolders,

@@ -41,19 +41,19 @@ void ReleaseInALoop(FolderEntries& folders) noexcept {
 std::shared_ptr<const FolderEntry> FolderEntry::Create(const AbsoluteIRI& location) {
   return std::shared_ptr<const FolderEntry>(
       new FolderEntry(std::make_unique<FolderState>(location, /*listingSource=*/nullptr),
-                      /*initialFolders=*/nullptr));
+                      /*initialSpecialFolders=*/nullptr));
 }
 
 FolderEntry::FolderEntry(std::unique_ptr<FolderState> initialState,
-                         std::unique_ptr<FolderEntries> initialFolders)
-    : state(std::move(initialState)), specialFolders(initialFolders.release()) {}
+                         std::unique_ptr<FolderEntries> initialSpecialFolders)
+    : state(std::move(initialState)), specialFolders(initialSpecialFolders.release()) {}
 
 FolderEntries FolderEntry::CreateAll(std::vector<std::unique_ptr<FolderState>> states) {
   FolderEntries entries;
   entries.reserve(states.size());
   for (auto& below : states) {
     entries.push_back(std::shared_ptr<const FolderEntry>(
-        new FolderEntry(std::move(below), /*initialFolders=*/nullptr)));
+        new FolderEntry(std::move(below), /*initialSpecialFolders=*/nullptr)));
   }
   return entries;
 }
