@@ -17,7 +17,8 @@ struct DiskFeedOptions {
   /// Files that are watched as well, such as the list from which a path was read. An event is
   /// published for one that is made, written, replaced or removed.
   std::vector<AbsoluteIRI> files = {};
-  /// A burst of changes is published together, when there has been no further change for this long.
+  /// The changes of a burst are published together, when there has been no further change for this
+  /// long.
   std::chrono::milliseconds quietTime{20};
   /// The longest that the first change of a burst waits to be published.
   std::chrono::milliseconds longestDelay{200};
@@ -28,7 +29,8 @@ struct DiskFeedOptions {
 };
 
 /// Publishes a `FileFolderChangedEvent` for each folder of a manager's path in which files or
-/// folders come or go; for a special folder, also for the folders that it belongs to. With a
+/// folders come or go; for a special folder ("+", "@", private, resources), also for those above
+/// it, up to the first ordinary folder. With a
 /// `FolderObserver` on the same stream, the path follows the disk. To publish a folder means here
 /// to publish such an event for it.
 ///
@@ -38,8 +40,8 @@ struct DiskFeedOptions {
 /// polled: their times are compared. The contents of files are not watched.
 ///
 /// A folder is also published when changes in it may have been missed, and when it has come onto
-/// the path and its watch has just been set: a program that keeps the folders below it on the path,
-/// too, then looks for them once more and misses none.
+/// the path and its watch has just been set. A program that keeps all folders below it on the path,
+/// too, then looks for these folders once more and misses none.
 ///
 /// Threads: watches and publishes on a thread of its own. All operations, from any thread.
 /// Ownership: shares the event manager; the path's manager must outlive it.

@@ -55,7 +55,7 @@ struct Lookup {
   /// Tried in order unless the name carries an extension of its own: "zt" or ".zt".
   AnyTexts extensions = {};
   /// The folder of the code that asks, as a user types it: its private folder is searched first.
-  /// Where folders have no meaning, the folder itself is searched first, but only under
+  /// Where folders have no meaning, `fromFolder` itself is searched first, but only under
   /// `Separator::FileBelow`.
   std::optional<AnyText> fromFolder = {};
   /// How names are compared. Ignored where folders have no meaning: names are then compared as they
@@ -71,7 +71,7 @@ struct EnvironmentOptions {
   /// The folders of the path, as users type them, see `WorkingFolder`. One that has no location is
   /// left out and reported as a problem. For a search-path string, hand in its `SplitZentraPath`.
   AnyTexts folders = {};
-  /// The folder that relative texts start from; empty means the working folder of the process.
+  /// The folder that relative pathnames start from; empty means the working folder of the process.
   std::optional<AbsoluteIRI> workingFolder = {};
   /// Where `folders` come from, as `FindOrigin` and `Explain` report it.
   FolderSource source = FolderSource::Given;
@@ -80,12 +80,12 @@ struct EnvironmentOptions {
   /// Whether a folder that is given twice, perhaps by a link, is on the path twice; under rules
   /// that do not drop repeats, it always is. Otherwise it is there once, where it was given first.
   bool keepDuplicates = false;
-  /// Folders that are not to be on the path: each is hidden with the special folders below it, and
-  /// with all folders below it when folders are expanded.
+  /// Folders that are not to be on the path: each is hidden with the special folders below it or,
+  /// when folders are expanded, with all folders below it.
   AnyTexts without = {};
-  /// A folder that is in a cache is not read while its listing there is fresh; the first cache that
-  /// has the folder is used. A folder that is in none is read. The caches may have been made for
-  /// other paths: they put no folder on this one.
+  /// A folder that is in a cache is not read while its listing there is fresh; when several caches
+  /// have the folder, the first of them is used. A folder that is in no cache is read. The caches
+  /// may have been made for other paths: they put no folder on this one.
   std::vector<PathEntryFactory> caches = {};
   /// A root of packages, as a user types it, see `PackageRegistry`. The folders of its packages
   /// come after all others on the path and are never expanded.
@@ -102,9 +102,9 @@ struct EnvironmentOptions {
   /// all other folders are right.
   ///
   /// Threads: where there is a limit, each question to the disk gets a thread of its own, which
-  /// costs some 20 us. A thread that waits in the kernel cannot be stopped. After the limit it goes
-  /// on waiting, owned by nobody and using nothing of the environment's, until the disk answers or
-  /// the process ends.
+  /// costs some 20 us. A thread that waits in the kernel cannot be stopped. After the limit such a
+  /// thread goes on waiting, owned by nobody and using nothing of the environment's, until the disk
+  /// answers or the process ends.
   std::optional<std::chrono::milliseconds> timeout = {};
 };
 
@@ -120,24 +120,25 @@ class SEARCHPATH_EXPORT Environment {
   explicit Environment(const AnyTexts& folders, FolderExpansion expansion = FolderExpansion::Alone);
   /// The path that `cache` was made for.
   explicit Environment(const PathEntryFactory& cache);
-  /// Looks names up on `path`, whoever made it, by `kEnvironmentRules`: a listed path, entries of
-  /// one's own, composites of these and of folders on disk. Entries are asked through their
-  /// interface, those of folders on disk more quickly. Repeats stay as the path has them.
+  /// Looks names up on `path`, whoever made it, by `kEnvironmentRules`: `path` may be a listed
+  /// path, hold entries of your own, or be a composite of such paths and of folders on disk.
+  /// Entries are asked through their interface, those of folders on disk more quickly. Repeats stay
+  /// as the path has them.
   ///
   /// Precondition: `path` is not null.
   explicit Environment(std::shared_ptr<const IPath> path);
   ~Environment();
 
-  /// The path on which names are looked up: the `IPath` that the environment was made of, or one
-  /// without repeats and hidden folders, whose entries are `FolderEntry` objects. What is asked of
-  /// it directly is answered by `kEnvironmentRules`, whatever `EnvironmentOptions::rules` are.
+  /// The path on which names are looked up: the `IPath` that the environment was made of, or else a
+  /// path without repeats and hidden folders, whose entries are `FolderEntry` objects. Questions to
+  /// the path itself are answered by `kEnvironmentRules`, whatever `EnvironmentOptions::rules` are.
   [[nodiscard]] const std::shared_ptr<const IPath>& GetPath() const;
-  /// The main entries of that path, as `FolderEntry` objects; those that are no folders on disk are
-  /// left out.
+  /// The main entries of `GetPath`, as `FolderEntry` objects; entries that are no folders on disk
+  /// are left out.
   [[nodiscard]] FolderEntries GetMainFolders() const;
-  /// What names mean.
+  /// The rules by which names are looked up.
   [[nodiscard]] const LookupRules& GetRules() const noexcept { return rules; }
-  /// The folder that relative texts start from.
+  /// The folder that relative pathnames start from.
   [[nodiscard]] const WorkingFolder& GetWorkingFolder() const noexcept { return workingFolder; }
 
   /// The packages below `EnvironmentOptions::packages`, and what is wrong with those that cannot be
@@ -162,8 +163,8 @@ class SEARCHPATH_EXPORT Environment {
   /// advance, by up to 64 threads. The answer does not wait for those that it does not need.
   /// Errors: `FailedToAbsolutizeException` when `Lookup::fromFolder` cannot be used.
   [[nodiscard]] boost::optional<FoundItem> Find(Lookup lookup) const;
-  /// The same for a name and nothing else: `Find(u"plot.zt")`. Its text is not copied once the path
-  /// is indexed.
+  /// The same for a name and nothing else: `Find(u"plot.zt")`. Once the path is indexed, the name
+  /// is not copied.
   template <std::convertible_to<std::u16string_view> Text>
   [[nodiscard]] boost::optional<FoundItem> Find(const Text& name) const {
     return FindNamed(name);
@@ -173,7 +174,7 @@ class SEARCHPATH_EXPORT Environment {
   /// "searchpath/host/opened_file.h".
   ///
   /// Errors: as `Find`; `std::system_error` when that file cannot be opened, or has since become
-  /// something that the rules do not count.
+  /// something that names cannot mean by the rules, see `LookupRules::Files`.
   [[nodiscard]] std::optional<OpenedFile> Open(Lookup lookup) const;
 
   /// The answers of `Find`, together with what they rest on. To use it, include
@@ -190,10 +191,10 @@ class SEARCHPATH_EXPORT Environment {
 
   /// Every name that matches the pattern `Lookup::name`, see `NamePattern`, with the files that
   /// `FindAll` finds for it: in the order of the path and, within a folder, of the bytes of names.
-  /// Each of the extensions is added to the pattern. With separators, only the last part is a
-  /// pattern.
+  /// Each of the extensions is added to the pattern. Of a name with separators, only the last part
+  /// is a pattern: the parts before it are folders.
   ///
-  /// Errors: as `Find`; `std::invalid_argument` when another part has a "*", "?" or "[".
+  /// Errors: as `Find`; `std::invalid_argument` when a part before the last has a "*", "?" or "[".
   /// Cost: one pass over the names in the folders where such a name is looked for.
   [[nodiscard]] std::vector<MatchingName> FindMatching(const Lookup& lookup) const;
 
@@ -202,11 +203,12 @@ class SEARCHPATH_EXPORT Environment {
   ///
   /// Errors: as `Find`.
   /// Cost: asks folder by folder. Lists all of them unless each holds the name, and everything
-  /// below the private and resources folders of those that do not hold it. Not for the hot path.
+  /// below the private and resources folders of those that do not hold it: too slow for questions
+  /// that are asked often.
   [[nodiscard]] Explanation Explain(const Lookup& lookup) const;
 
   /// At most `most` files that may have been meant by a name that was not found, the most similar
-  /// first. Only plain names have similar ones.
+  /// first; none for a name with separators.
   ///
   /// Cost: reads every name on the path.
   [[nodiscard]] std::vector<SimilarFile> FindSimilar(const Lookup& lookup,
@@ -267,8 +269,9 @@ class SEARCHPATH_EXPORT Environment {
   /// that cannot be read, and folders of packages that lead into a loop of links; then folders on
   /// the path, in path order.
   [[nodiscard]] std::vector<FolderProblem> FindProblems() const;
-  /// The problems among these that earlier questions have met; opens no folder. Where folders have
-  /// no meaning and a name was not found, all of them: the disk is then asked about each folder.
+  /// The problems that `FindProblems` would return and that earlier questions have met; opens no
+  /// folder. Where folders have no meaning and a name was not found, these are all problems: the
+  /// disk is then asked about each folder.
   [[nodiscard]] std::vector<FolderProblem> GetProblemsMet() const;
 
   /// The folders of `EnvironmentOptions::without` that hide no folder of the path, as they were
@@ -283,16 +286,21 @@ class SEARCHPATH_EXPORT Environment {
   friend class ReceiptRecorder;
 
   [[nodiscard]] boost::optional<FoundItem> FindNamed(std::u16string_view name) const;
+  /// `Find` for a question that an index alone does not answer.
   [[nodiscard]] boost::optional<FoundItem> FindAsAsked(Lookup lookup) const;
+  /// The location of `Lookup::fromFolder`, if there is one, where folders have a meaning.
+  ///
+  /// Errors: `FailedToAbsolutizeException` when the folder cannot be used.
   [[nodiscard]] std::optional<AbsoluteIRI> AskerOf(const Lookup& lookup) const;
 
+  // Before the first question to the disk: a receipt trusts no folder that has changed since.
   std::chrono::system_clock::time_point begun = std::chrono::system_clock::now();
-  std::shared_ptr<const EnvironmentOptions> options;  // without caches
+  std::shared_ptr<const EnvironmentOptions> options;  // without caches; null if made of an IPath
   WorkingFolder workingFolder;
   LookupRules rules;
-  std::shared_ptr<const PackageRegistry> packages;
-  std::shared_ptr<const PathView> view;
-  std::shared_ptr<const RuledPath> ruled;  // null where folders have a meaning
+  std::shared_ptr<const PackageRegistry> packages;  // null when no root was given
+  std::shared_ptr<const PathView> view;             // the path, and what hides folders from it
+  std::shared_ptr<const RuledPath> ruled;           // null where folders have a meaning
 };
 
 }  // namespace Corvane::PathManagement::host

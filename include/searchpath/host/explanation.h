@@ -15,19 +15,20 @@
 
 namespace Corvane::PathManagement::host {
 
-/// What came of searching one folder. "It" is the file of the name.
+/// What came of searching one folder. "It" is a file of the name that was looked up. A method entry
+/// of the name "fn" is a folder "@fn".
 enum class FolderOutcome : std::uint8_t {
   HoldsIt,               ///< holds the file that the name means
   MethodEntry,           ///< holds that file, and is a method entry of that name
   HiddenByEarlier,       ///< holds a file of that name, which an earlier folder hides
-  LosesToEarlierFolder,  ///< a method entry that holds a file of that name, which an earlier
-                         ///< folder hides
+  LosesToEarlierFolder,  ///< is a method entry of that name and holds a file of it, which an
+                         ///< earlier folder hides
   OtherCaseOnly,         ///< holds the name only in another case
   Absent,                ///< holds no such file
   Unreadable,            ///< could not be searched
-  DroppedAsRepeat,       ///< does not count: the same folder is on the path as another entry
-  FilteredOut,           ///< does not count: hidden from the path
-  BelowUnsearched,       ///< holds such a file only below a folder that is not searched for it
+  DroppedAsRepeat,       ///< is not searched: the same folder is on the path as another entry
+  FilteredOut,           ///< is not searched: hidden from the path
+  BelowUnsearched,       ///< holds it only below a folder that is not searched for it
   // Where folders have no meaning:
   NotExecutable,  ///< holds a file of that name that may not be executed
   IsFolder,       ///< holds a folder of that name
@@ -39,7 +40,8 @@ enum class FolderOutcome : std::uint8_t {
 /// The outcome in words.
 [[nodiscard]] SEARCHPATH_EXPORT const char* GetText(FolderOutcome outcome) noexcept;
 
-/// Which rule decided what the name means. "It" is the file of the name.
+/// Which rule decided what the name means. "It" is a file of that name. A method entry of the name
+/// "fn" is a folder "@fn".
 enum class DecidingRule : std::uint8_t {
   NothingFound,      ///< no rule: there is no such file
   FirstFolder,       ///< the first folder in path order that holds it
@@ -65,12 +67,12 @@ enum class DecidingRule : std::uint8_t {
 struct AskedFolder {
   std::shared_ptr<const IPathEntry> folder;  ///< never null
   FolderOutcome outcome;                     ///< what came of searching it
-  /// Its matches, the best first; none for a hidden folder or a repeat.
+  /// The files of the name in the folder, the best first; none for a hidden folder or a repeat.
   std::vector<FoundItem> files;
-  /// Of a folder without a match that is neither hidden nor a repeat: what the name would match
-  /// there if case were ignored.
+  /// Of a folder that is neither hidden nor a repeat, and has no file of the name: the files that
+  /// the name would match there if case were ignored.
   std::vector<FoundItem> inOtherCase = {};
-  /// Who put it on the path.
+  /// Who put the folder on the path.
   FolderOrigin origin;
   /// Of a repeat: the entry for the same folder that is searched; else null.
   std::shared_ptr<const IPathEntry> repeated = nullptr;

@@ -9,8 +9,8 @@
 
 namespace Corvane::PathManagement::host {
 
-/// As `GetNativePath`, in exactly the bytes that the disk has. Empty for a file that is not on
-/// disk.
+/// The path that `GetNativePath` returns, in exactly the bytes that the disk has. Empty for a file
+/// that is not on disk.
 [[nodiscard]] SEARCHPATH_EXPORT std::filesystem::path GetFilesystemPath(const FoundItem& found);
 
 /// The folder of `entry`, as it was put on the path. Empty for one that is not on disk.

@@ -8,7 +8,7 @@ namespace Corvane::PathManagement::host {
 
 /// A folder as a user names it, and how the name is to be read.
 struct FolderLookup {
-  /// A folder in full, or a partial pathname: trailing folders of the location.
+  /// A full pathname, or a partial pathname: the last folders of the location.
   AnyText name;
   /// How the name is compared with those of folders.
   FilenameMatchingPolicy policy = FilenameMatchingPolicy::FileSystemDefault;

@@ -9,10 +9,10 @@
 
 namespace Corvane::PathManagement::host {
 
-/// Refreshes the folders of a path when an event says that they have changed.
+/// Refreshes the folders of a manager's path when an event says that they have changed.
 ///
-/// For each `FileFolderChangedEvent`, the manager lists that folder again, and calls its listeners
-/// if anything has changed. The events include those that
+/// For each `FileFolderChangedEvent`, the manager lists the folder of the event again, and calls
+/// its listeners if anything has changed. The events include those that
 /// `NotifyUpstreamPathEntriesOfPossibleSpecialSubfolderChanges` publishes on the session's stream.
 /// Locations that are no folder of the path are ignored. Events that come during a refresh are
 /// gathered for the next one, each folder once.

@@ -19,10 +19,10 @@ enum class FolderSource : std::uint8_t {
 
 /// Who put a folder on a path.
 struct FolderOrigin {
-  FolderSource source = FolderSource::Given;  ///< what put it there
-  /// As the source wrote it: the folder itself, or one above that brought this one onto the path.
+  FolderSource source = FolderSource::Given;  ///< where it comes from
+  /// The folder, or one above it that brought it onto the path, as the source wrote it.
   ustring folder = {};
-  /// Of the source `Package`: which one; else empty.
+  /// Of the source `Package`: which package; else empty.
   std::optional<ZentraComponents::ComponentIdentifier> package = {};
 };
 

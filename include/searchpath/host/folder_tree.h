@@ -16,8 +16,8 @@ namespace Corvane::PathManagement::host {
 /// Cost: lists every folder once.
 [[nodiscard]] SEARCHPATH_EXPORT FolderEntries CreateFolderTree(const AbsoluteIRI& root);
 
-/// The same from an entry for the root. If its listing comes from a cache, those of the folders
-/// below come from there, too. Precondition: `root` is not null.
+/// The same from an entry for the root. If the listing of the entry comes from a cache, those of
+/// the folders below come from that cache, too. Precondition: `root` is not null.
 [[nodiscard]] SEARCHPATH_EXPORT FolderEntries
 CreateFolderTree(std::shared_ptr<const FolderEntry> root);
 

@@ -11,7 +11,8 @@
 
 namespace Corvane::PathManagement::host {
 
-/// An environment, and the further folders and files to watch because its answers depend on them.
+/// An environment, and the folders and files beside its path to watch because its answers depend
+/// on them.
 struct OpenedEnvironment {
   Environment environment;  ///< on which names are looked up
   /// Folders such as that of the code that asks. Special folders below them are watched as well.
@@ -20,15 +21,15 @@ struct OpenedEnvironment {
   std::vector<AbsoluteIRI> files = {};
 };
 
-/// An environment for a program that runs on: call `Update` before a question, and the answer is
-/// right for that time.
+/// An environment for a program that keeps running: call `Update` before a question, and the answer
+/// is right for that time.
 ///
 /// The kernel watches all folders of the path, what the links in them lead to, and every folder and
 /// link on the way. After a change, the next `Update` opens the environment anew. Folders that the
 /// kernel cannot watch, such as those on network file systems, may have changed at any time: with
 /// one of them on the path, each `Update` opens the environment anew. Folders that are not on the
 /// path, such as `EnvironmentOptions::quoteFolders`, are looked at anew after each `Update`; the
-/// descriptor shows changes in them when they are among `OpenedEnvironment::folders`.
+/// descriptor shows changes in those that are among `OpenedEnvironment::folders`.
 ///
 /// Threads: one at a time.
 /// Errors: those of the `Open` function, from the constructor and `Update`. The environment then

@@ -10,7 +10,8 @@ namespace Corvane::PathManagement::host {
 // Caches and saved listings as files. Folders below the one that holds the file are saved relative
 // to it, so that a tree can be moved together with the file at its top.
 
-/// Whether the file is a regular one whose first line names the format, in any version.
+/// Whether `file` is a regular file whose first line names the format of saved listings, in any
+/// version.
 [[nodiscard]] SEARCHPATH_EXPORT bool IsListingFile(const fl::filesystem::path& file);
 
 /// Reads a cache or saved listing, to be used as `use` says.
@@ -21,8 +22,9 @@ namespace Corvane::PathManagement::host {
 LoadListing(const fl::filesystem::path& file, ListingUse use = ListingUse::WhileFresh);
 
 /// Saves the listings of `mainFolders`, of `furtherFolders`, and of all special folders below them;
-/// lists those that have not been listed. `furtherFolders` do not become main folders of the saved
-/// path. Replaces the file in one step, as `WriteToolboxPathCache` does.
+/// lists those that have not been listed. Only `mainFolders` become the main folders of the saved
+/// path, the folders on the path itself. Replaces the file in one step, as `WriteToolboxPathCache`
+/// does.
 ///
 /// Errors: `std::system_error`, which says what failed; `std::length_error` for more than a file
 /// can hold. The old file then stays as it was.

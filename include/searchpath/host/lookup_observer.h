@@ -10,9 +10,9 @@
 
 namespace Corvane::PathManagement::host {
 
-/// Is called for each folder that a look-up asks, in order, with what was found there. A look-up
-/// that is observed uses no index, which would answer for all folders at once, but asks one folder
-/// after the other. Its result is the same.
+/// Is called for each folder in which a look-up searches, in order, with what was found there. A
+/// look-up that is observed uses no index, which would answer for all folders at once, but asks one
+/// folder after the other. The result of the look-up is the same.
 ///
 /// Threads: calls come from the thread that looks up.
 /// Errors: an exception thrown here ends the look-up and reaches its caller.

@@ -19,7 +19,7 @@ struct LookupRules {
     FileBelow,        ///< a/b.h: the first folder of the path that holds the file a/b.h
     ThatFile,         ///< a/b: this file below the working folder; the path is not searched
   };
-  /// Which files count. A link counts as what it leads to.
+  /// Which files a name can mean. A link is taken for what it leads to.
   enum class Files : std::uint8_t {
     Regular,     ///< regular files, also those that may not be read
     Executable,  ///< regular files that this process may execute, with its effective rights
@@ -36,8 +36,8 @@ struct LookupRules {
   /// defaults.
   bool foldersHaveMeaning = true;
   Separator separator = Separator::TrailingFolders;  ///< what a name with a separator means
-  Files files = Files::Regular;                      ///< which files count
-  EmptyPart emptyPart = EmptyPart::LeftOut;          ///< what the one in "a::b" is
+  Files files = Files::Regular;                      ///< which files a name can mean
+  EmptyPart emptyPart = EmptyPart::LeftOut;          ///< what the empty part of "a::b" is
   /// Whether a part of the path may be an IRI, or begin with "~" or "~user".
   bool expandsParts = true;
   /// Whether a folder that is given twice is searched once.
@@ -80,7 +80,7 @@ inline constexpr std::array<NamedRules, 4> kNamedRules = {{{"environment", kEnvi
                                                            {"program", kProgramRules},
                                                            {"include", kIncludeRules}}};
 
-/// The rules called `name` in `kNamedRules`; empty when there are none.
+/// The rules called `name` in `kNamedRules`; empty when none are called so.
 [[nodiscard]] SEARCHPATH_EXPORT std::optional<LookupRules> FindRules(
     std::string_view name) noexcept;
 

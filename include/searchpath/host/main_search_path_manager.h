@@ -35,8 +35,9 @@ class SEARCHPATH_EXPORT MainSearchPathManager : public IMainSearchPathManager {
   using PathListener = std::function<void(const std::shared_ptr<const FolderPath>& before,
                                           const std::shared_ptr<const FolderPath>& after)>;
 
-  /// Keeps a listener subscribed until the last copy of this is destroyed. A call of the listener
-  /// that another thread is making at that moment goes on to its end. May outlive the manager.
+  /// Keeps a listener subscribed until the last copy of this pointer is destroyed. A call of the
+  /// listener that another thread is making at that moment goes on to its end. May outlive the
+  /// manager.
   using Subscription = std::shared_ptr<const void>;
 
   /// Begins with a path of `folders`.
@@ -45,7 +46,8 @@ class SEARCHPATH_EXPORT MainSearchPathManager : public IMainSearchPathManager {
   MainSearchPathManager& operator=(const MainSearchPathManager&) = delete;
   ~MainSearchPathManager() override;
 
-  /// Folders that stay on the path keep their entries and are not read again. A folder that cannot
+  /// Replaces the folders of the path by `folders`, in the order given. Folders that stay on the
+  /// path keep their entries and are not read again. A folder that cannot
   /// be searched is put on the path all the same, and nothing is appended to `notification`:
   /// `FolderPath::FindProblems` reports it.
   ///
@@ -53,7 +55,8 @@ class SEARCHPATH_EXPORT MainSearchPathManager : public IMainSearchPathManager {
   void SetFolderIRIs(const AbsoluteIRIRange& folders,
                      foundation::core::except::Notification& notification) override;
 
-  /// Those packages of `SetKnownPackages` that have folders and whose folders are all on the path.
+  /// The packages of `SetKnownPackages` whose folders are all on the path. Packages without folders
+  /// are left out.
   [[nodiscard]] std::shared_ptr<const std::vector<ComponentIdentifier>> GetPackagesOnPath()
       const override;
 
@@ -62,8 +65,9 @@ class SEARCHPATH_EXPORT MainSearchPathManager : public IMainSearchPathManager {
   /// The path as it is now. Never null.
   [[nodiscard]] std::shared_ptr<const FolderPath> GetPath() const;
 
-  /// Lists again the folders at `locations`, main or special, and the folders that they belong to;
-  /// no others. See `ChangedFolders`.
+  /// Lists again the folders at `locations`, those on the path itself or special folders below
+  /// them, and the folders that such special folders belong to, but no others. See
+  /// `ChangedFolders`.
   ///
   /// Errors: those of a change.
   void RefreshFolders(const AbsoluteIRIRange& locations);

@@ -28,7 +28,7 @@ class SEARCHPATH_EXPORT OpenedFile {
   OpenedFile& operator=(OpenedFile&& other) noexcept;
   ~OpenedFile();
 
-  /// What the name means: the file that is open.
+  /// The file that the name means, which is open.
   [[nodiscard]] const FoundItem& GetItem() const noexcept;
 
   /// The descriptor, which this object goes on owning. It is at the beginning of the file, and is
@@ -50,7 +50,8 @@ class SEARCHPATH_EXPORT OpenedFile {
 
   /// Opens the file of `item`.
   ///
-  /// Errors: `std::system_error` when it cannot be opened, or is no file that `files` counts.
+  /// Errors: `std::system_error` when the file cannot be opened, or is none that a name can mean
+  /// under `files`.
   OpenedFile(const FoundItem& item, LookupRules::Files files);
 
   std::unique_ptr<State> state;

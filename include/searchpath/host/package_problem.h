@@ -33,8 +33,8 @@ enum class PackageFault : std::uint8_t {
 /// A package that was left out, and why. The other packages are not affected.
 struct PackageProblem {
   ustring file;                     ///< the native path of its manifest
-  std::optional<std::size_t> line;  ///< from 1; empty when the whole file is concerned
-  ustring field;                    ///< such as "folders[1].tags", from 0; "" for no field
+  std::optional<std::size_t> line;  ///< counted from 1; empty if the whole file is at fault
+  ustring field;                    ///< such as "folders[1].tags", counted from 0; "" for none
   PackageFault fault;               ///< what is wrong
   /// More about the fault, such as the value at fault; "" when there is no more to say.
   ustring detail = {};

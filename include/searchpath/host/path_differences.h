@@ -26,9 +26,9 @@ enum class FolderChange : std::uint8_t {
 struct FolderDifference {
   FolderChange change;                       ///< what became of it
   std::shared_ptr<const IPathEntry> before;  ///< null when it was added
-  std::shared_ptr<const IPathEntry> after;   ///< null when it was removed; `before` when it moved
-  /// On the earlier path, the number of the main folder that it is or belongs to, from 0; empty
-  /// when it is not on that path.
+  std::shared_ptr<const IPathEntry> after;   ///< null when removed; the same as `before` when moved
+  /// On the earlier path: the number, from 0, of the main folder that the folder is or belongs to;
+  /// empty when the folder is not on that path.
   std::optional<std::size_t> placeBefore;
   std::optional<std::size_t> placeAfter;  ///< the same on the later path
 };

@@ -15,17 +15,18 @@ namespace Corvane::PathManagement::host {
 
 class SavedListings;
 
-/// Writes the listings of folders, and makes entries from them without reading the folders again.
-/// One format serves as cache and as saved listing of a path; docs/formats.md describes it.
+/// Writes the listings of folders to a stream, and makes entries from such a stream without reading
+/// the folders again. One format serves as cache and as saved listing of a path; docs/formats.md
+/// describes it.
 ///
-/// It holds main folders in path order, and the listings of them and of all special folders below
-/// them. Folders below `root` are saved relative to it, so that a tree can be moved together with
-/// its cache. The cache of a copied tree works, too, but each folder is listed again: nothing shows
-/// that the copy holds the same.
+/// The stream holds the main folders of a path, those on the path itself, in path order, and the
+/// listings of them and of all special folders below them. Folders below `root` are saved relative
+/// to it, so that a tree can be moved together with its cache. The cache of a copied tree works,
+/// too, but each folder is listed again: nothing shows that the copy holds the same.
 ///
 /// An entry made under `WhileFresh` answers like one that reads the disk: when it is first asked
-/// for what its folder holds, it asks the disk once whether the folder has changed, and if so,
-/// lists it. Links are always followed anew.
+/// for what its folder holds, it asks the disk once whether the folder has changed, and lists the
+/// folder if it has. Links are always followed anew.
 ///
 /// Threads: constant operations, from any thread.
 /// Ownership: shares its folders; entries share the bytes that were read.
@@ -39,17 +40,17 @@ class SEARCHPATH_EXPORT PathEntryFactory : public IPathEntryFactory {
   PathEntryFactory& operator=(const PathEntryFactory&);
   ~PathEntryFactory() override;
 
-  /// Reads the stream to its end, verifies all of it, and then replaces the folders. Those that
-  /// were saved relative to a root are below `root`.
+  /// Reads the stream to its end, verifies all of it, and then replaces the folders by those that
+  /// were read. Folders that were saved relative to a root are now below `root`.
   ///
   /// Errors: `InvalidListingException` for anything but a whole listing in the version that this
   /// program reads; nothing has changed then.
-  /// Cost: memory for the bytes of the stream, which are read three times, and one small
-  /// object a folder; the disk is not asked.
+  /// Cost: memory for the bytes of the stream, which are read three times, and for one small object
+  /// per folder; the disk is not asked.
   void ReadEntries(std::istream& stream, const AbsoluteIRI& root) override;
 
-  /// Writes the listings of the main folders and of all special folders below them, relative to
-  /// `root` where they are below it; lists those that have not been listed.
+  /// Writes the listings of the main folders and of all special folders below them; lists folders
+  /// that have not been listed. Locations below `root` are written relative to it.
   ///
   /// Errors: those of the stream; `std::length_error` for more than two gigabytes.
   void WriteEntries(std::ostream& stream, const AbsoluteIRI& root) const override;

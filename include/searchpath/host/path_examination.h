@@ -16,11 +16,11 @@ namespace Corvane::PathManagement::host {
 /// both are searched.
 enum class FindingKind : std::uint8_t {
   Missing,     ///< there is no such folder
-  Unreadable,  ///< it cannot be searched
-  Empty,       ///< neither it nor a special folder below it holds a file
+  Unreadable,  ///< the folder cannot be searched
+  Empty,       ///< neither the folder nor a special folder below it holds a file
   Repeat,      ///< the same folder as an earlier one, perhaps by a link
   Special,     ///< a main entry that is also the private, resources, "+" or "@" folder of another
-  Slow,        ///< it takes long to list
+  Slow,        ///< the folder takes long to list
   CaseCollision,  ///< files in main folders whose names differ in case alone
   NotUtf8,        ///< files whose names are not UTF-8
   // Where folders have no meaning:
@@ -41,7 +41,7 @@ enum class FindingKind : std::uint8_t {
 struct PathFinding {
   FindingKind kind;    ///< what is wrong
   ustring folder;      ///< the folder; the first one when files in several are concerned
-  ustring origin;      ///< the folder, as it was given, that brought it onto the path
+  ustring origin;      ///< the folder, as it was given, that brought `folder` onto the path
   ustring other = {};  ///< of a repeat: the earlier folder; of a special folder: its main folder
   std::vector<ustring> files = {};             ///< native paths of the files, in path order
   std::chrono::milliseconds listingTime = {};  ///< of a slow folder

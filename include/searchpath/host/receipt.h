@@ -21,14 +21,15 @@ namespace Corvane::PathManagement::host {
 
 class ReceiptBody;
 
-/// What an answer rests on, as native paths, each once: while nothing comes, goes or is replaced
-/// there, the answer stays right.
+/// What an answer rests on, as native paths, each once: while nothing comes, goes or is replaced at
+/// these paths, the answer stays right.
 struct AnswerBasis {
   /// The existing folders that were searched, up to and including the one that held the answer.
   std::vector<ustring> folders;
   std::vector<ustring> absent;  ///< the folders that would have been searched if they existed
-  /// Links on which the answer depends, since their targets may come and go unseen. Where rights
-  /// decide which files count, see `LookupRules::Files`, also the files of the name.
+  /// Links on which the answer depends: their targets may come and go without a trace in a folder.
+  /// Where rights decide which files a name can mean, see `LookupRules::Files`, also the files of
+  /// the name.
   std::vector<ustring> files;
 };
 
@@ -62,11 +63,11 @@ class SEARCHPATH_EXPORT Receipt {
 
   /// How many questions were asked, one name each.
   [[nodiscard]] std::size_t GetCount() const noexcept;
-  // Precondition of all operations that take `at`: it is below `GetCount()`.
+  // Precondition of the operations that take `at`, the number of a question: `at` < `GetCount()`.
   /// The name as it was asked for.
   [[nodiscard]] ustring GetName(std::size_t at) const;
-  /// The file that the name meant; empty when there was none. Its entry is a new one for the same
-  /// folder.
+  /// The file that the name meant; empty when there was none. The entry of the item is a new one
+  /// for the folder of that file.
   [[nodiscard]] std::optional<FoundItem> GetAnswer(std::size_t at) const;
   /// The question as it was asked, for an environment made of `GetOptions()`.
   [[nodiscard]] Lookup GetLookup(std::size_t at) const;
@@ -92,7 +93,7 @@ class SEARCHPATH_EXPORT Receipt {
   /// from a folder that is gone means no file.
   ///
   /// Precondition: `environment` has been made of `GetOptions()`, after the changes that are to be
-  /// seen: it does not ask the disk again for what it knows already.
+  /// seen: an environment does not ask the disk again for what it knows already.
   /// Cost: that of `IsFresh`, and of the look-ups.
   [[nodiscard]] std::vector<NameChange> Verify(const Environment& environment) const;
 
@@ -111,7 +112,7 @@ class SEARCHPATH_EXPORT Receipt {
   std::shared_ptr<const ReceiptBody> body;
 };
 
-/// Makes the receipt of questions that are asked one after the other.
+/// Makes one receipt of questions that are asked one after the other.
 ///
 /// Threads: one at a time.
 /// Cost: for each question, little beside finding the file; memory for the name.

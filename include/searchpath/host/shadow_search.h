@@ -55,9 +55,10 @@ struct Shadow {
   std::vector<HiddenFile> hidden;  ///< in path order, never empty
 };
 
-/// The question which names hide files. Where folders have no meaning, see `LookupRules`, names are
-/// relative to the folders of the path and carry their extensions; `extensions` then says which
-/// files are reported, and names are looked up as they are, whatever `policy` is.
+/// The question which names hide files. A plain name is one without separators. Where folders have
+/// no meaning, see `LookupRules`, names are relative to the folders of the path and carry their
+/// extensions; `extensions` then says which files are reported, and names are looked up as they
+/// are, whatever `policy` is.
 struct ShadowLookup {
   /// The names to look up, as in `Lookup`; when there are none, every plain name on the path.
   AnyTexts names = {};
@@ -114,7 +115,7 @@ struct ShadowSummary {
   std::vector<FolderShadows> folders;  ///< those with most hidden files first
 };
 
-/// Counts what is hidden by kind and by folders.
+/// Counts the hidden files of `shadows`, by kind and by folders.
 [[nodiscard]] SEARCHPATH_EXPORT ShadowSummary GetSummary(const std::vector<Shadow>& shadows);
 
 }  // namespace Corvane::PathManagement::host

@@ -49,7 +49,7 @@ class SEARCHPATH_EXPORT StoredPath {
   /// The file that holds the path.
   [[nodiscard]] const fl::filesystem::path& GetFile() const noexcept { return file; }
 
-  /// The folders in the file, in path order; empty when there is no file.
+  /// The folders in the file, in path order; nullopt when there is no file.
   [[nodiscard]] std::optional<Folders> Read() const;
 
   /// Replaces the folders by change(folders); without a file `change` gets an empty list. The lines

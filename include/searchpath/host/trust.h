@@ -25,7 +25,7 @@ enum class TrustKind : std::uint8_t {
 /// The kind in words, to be put after who can do it: "may write to the file".
 [[nodiscard]] SEARCHPATH_EXPORT const char* GetText(TrustKind kind) noexcept;
 
-/// What to do about it, in words.
+/// What to do about such a way, in words.
 [[nodiscard]] SEARCHPATH_EXPORT const char* GetAdvice(TrustKind kind) noexcept;
 
 /// One or more users who are not trusted.
@@ -44,10 +44,10 @@ struct Intruder {
   std::vector<ustring> members = {};      ///< of a group: the names of these members
 };
 
-/// Who it is, in words: "group staff (eve, mallory)".
+/// Who the intruder is, in words: "group staff (eve, mallory)".
 [[nodiscard]] SEARCHPATH_EXPORT ustring GetText(const Intruder& intruder);
 
-/// One way in. Paths are as users read them.
+/// One way in which intruders can make names mean other files. Paths are as users read them.
 struct TrustFinding {
   TrustKind kind;  ///< what can be done
   /// The folder in which names are searched.
@@ -58,8 +58,8 @@ struct TrustFinding {
   std::vector<Intruder> who;  ///< who can do it; never empty
   /// The part of the path, as it was given, that brought the folder onto the path.
   ustring origin = {};
-  /// With `TrustLookup::names`: the names that could be made to mean another file, in the order of
-  /// their bytes. Names that mean no file yet are not among them.
+  /// If `TrustLookup::names` is set: the names that could be made to mean another file, in the
+  /// order of their bytes. Names that mean no file yet are not among them.
   std::vector<ustring> names = {};
 };
 

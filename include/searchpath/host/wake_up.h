@@ -6,7 +6,7 @@
 namespace Corvane::PathManagement::host {
 
 /// Wakes a thread that waits for descriptors with `poll`, so that a listener or subscriber can hand
-/// it work: the thread waits for this descriptor, too.
+/// the thread work. The thread waits for the descriptor of this object, too.
 ///
 /// Threads: all operations, from any thread.
 class SEARCHPATH_EXPORT WakeUp {

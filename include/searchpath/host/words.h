@@ -31,8 +31,8 @@ namespace Corvane::PathManagement::host {
 /// Why `folder` cannot be searched, in words; null when it can be searched or is not on disk. Lists
 /// the folder.
 [[nodiscard]] SEARCHPATH_EXPORT const char* FindProblemText(const IPathEntry& folder);
-/// The same for a folder that gave no answer since it is unreadable, a repeat or hidden; null for
-/// all other outcomes.
+/// Why the folder of `asked` gave no answer, if it is unreadable, a repeat or hidden; null for all
+/// other outcomes.
 [[nodiscard]] SEARCHPATH_EXPORT const char* FindProblemText(const AskedFolder& asked);
 
 }  // namespace Corvane::PathManagement::host
