@@ -13,12 +13,13 @@
 
 namespace Corvane::PathManagement::host {
 
-/// The answer to a question that a separate thread asks the disk, so that nobody has to wait.
+/// The answer to a question that a separate thread asks the disk, so that the asker need not wait
+/// any longer than it wants to.
 ///
 /// A thread that waits for a disk in the kernel cannot be stopped. So nobody joins the thread: it
-/// owns the question, shares the place for the answer, and uses nothing else. If nobody wants the
-/// answer any more, the thread drops it and ends; if the disk never answers, the thread ends with
-/// the process.
+/// owns the question, shares with this object only the `Place` for the answer, and uses nothing
+/// else. If this object is gone when the answer comes, the thread drops the answer and ends; if the
+/// disk never answers, the thread ends with the process.
 ///
 /// Threads: not synchronised.
 template <class Result>
@@ -37,8 +38,8 @@ class DetachedAnswer {
     }
   }
 
-  /// Waits for the answer; without a `limit`, as long as it takes. Empty when the answer has not
-  /// come within `limit` after the construction. Throws what ask() threw.
+  /// Waits for the answer; without a `limit`, as long as it takes. `nullopt` when the answer has
+  /// not come within `limit` after the construction. Throws what ask() threw.
   /// Precondition: no earlier call has returned the answer.
   [[nodiscard]] std::optional<Result> Take(std::optional<std::chrono::milliseconds> limit) {
     std::unique_lock lock(place->mutex);
@@ -53,6 +54,7 @@ class DetachedAnswer {
   }
 
  private:
+  /// Where the thread leaves the result of ask(), or the exception.
   struct Place {
     template <class Call>
     void Fill(const Call& ask) noexcept {
@@ -76,6 +78,7 @@ class DetachedAnswer {
   };
 
   std::shared_ptr<Place> place = std::make_shared<Place>();
+  /// Limits count from here.
   std::chrono::steady_clock::time_point start = std::chrono::steady_clock::now();
 };
 

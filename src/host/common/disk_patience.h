@@ -18,6 +18,7 @@ namespace Corvane::PathManagement::host {
 /// Threads: all operations, from any thread.
 class DiskPatience {
  public:
+  /// How long to wait for one answer; `nullopt`: as long as it takes.
   using Limit = std::optional<std::chrono::milliseconds>;
 
   /// Waits up to `longest` for each answer. Without a limit, asks on the calling thread and waits
@@ -31,8 +32,8 @@ class DiskPatience {
   [[nodiscard]] Limit GetLimit() const noexcept { return limit; }
   [[nodiscard]] bool HasGivenUp() const noexcept { return hasGivenUp; }
 
-  /// What ask() returns; empty when the folder is given up. Precondition: that of a
-  /// `DetachedAnswer`, which calls ask() where there is a limit.
+  /// What ask() returns; `nullopt` when the folder has been given up, or is so by this question.
+  /// Precondition: that of a `DetachedAnswer`, which calls ask() where there is a limit.
   template <class Call, class Result = std::invoke_result_t<const Call&>>
   [[nodiscard]] std::optional<Result> Ask(Call ask) {
     if (hasGivenUp) return std::nullopt;

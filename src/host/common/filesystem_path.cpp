@@ -5,6 +5,8 @@
 
 namespace Corvane::PathManagement::host {
 
+// No file on disk has a path that cannot become bytes: the answer is then empty.
+
 std::filesystem::path GetFilesystemPath(const FoundItem& found) {
   return BytesFromText(GetNativePath(found)).value_or("");
 }

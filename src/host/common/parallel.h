@@ -19,7 +19,7 @@ namespace Corvane::PathManagement::host {
 /// The most threads that ask a slow disk at once.
 inline constexpr std::size_t kMostThreads = 64;
 
-/// Threads that all do the same work, which may itself call `Start` for more of them.
+/// Threads that all do the same work, which may itself ask for more of them.
 class Helpers {
  public:
   /// `helperWork` raises no exception.
@@ -43,42 +43,43 @@ class Helpers {
     StartLocked(count, most);
   }
 
-  /// Starts as many threads as run, the one that made the helpers included, so that their number
-  /// doubles; `count` at most, up to `most` in all.
+  /// Doubles the number of threads, the one that made the helpers included, but starts no more than
+  /// `count`, up to `most` in all.
   void Double(std::size_t count, std::size_t most) {
     const std::lock_guard lock(mutex);
     StartLocked(std::min(count, started + 1), most);
   }
 
  private:
+  /// Precondition: `mutex` is held.
   void StartLocked(std::size_t count, std::size_t most) {
     try {
       for (; count > 0 && started < most; --count, ++started)
         running.emplace_back([this] { work(); });
     } catch (const std::system_error&) {
-      // The threads that run do all the work.
+      // The threads that there are do all the work.
     }
   }
 
   const std::function<void()> work;
-  std::mutex mutex;  // guards what follows
-  std::vector<std::jthread> running;
-  std::size_t started = 0;
+  std::mutex mutex;                   // guards what follows
+  std::vector<std::jthread> running;  // those that are not joined yet
+  std::size_t started = 0;            // all so far, also those that are joined
 };
 
 /// Calls stop(i) for each i below `count` until one call returns true; returns whether one did. The
-/// calls are made on this thread and `threads` - 1 others. Each call that has to wait for the disk
-/// doubles their number, up to `kMostThreads`. After an exception no further calls begin, and the first exception
-/// is thrown to the caller.
+/// calls are made on this thread and `threadsAtFirst` - 1 others. Each call that has to wait for
+/// the disk doubles the number of threads, up to `kMostThreads`. After an exception no further
+/// calls begin, and the first exception is thrown to the caller.
 template <class Stop>
 bool AnyInParallel(std::size_t count, const Stop& stop,
-                   std::size_t threads = std::thread::hardware_concurrency()) {
+                   std::size_t threadsAtFirst = std::thread::hardware_concurrency()) {
   std::atomic<std::size_t> next = 0;
   std::atomic<bool> stopped = false;
   std::atomic<bool> found = false;
   std::exception_ptr failure;
-  std::mutex failureMutex;  // guards failure
-  Helpers* helpers = nullptr;
+  std::mutex failureMutex;     // guards failure
+  Helpers* helpers = nullptr;  // set before `work` runs
 
   const auto work = [&]() noexcept {
     try {
@@ -103,7 +104,7 @@ bool AnyInParallel(std::size_t count, const Stop& stop,
   {
     Helpers team(work);
     helpers = &team;
-    const std::size_t wanted = std::min(threads, count);
+    const std::size_t wanted = std::min(threadsAtFirst, count);
     if (wanted > 1) team.Start(wanted - 1, wanted - 1);
     work();
   }
@@ -114,12 +115,12 @@ bool AnyInParallel(std::size_t count, const Stop& stop,
 /// Calls work(i) for each i below `count`. Threads and exceptions: as for `AnyInParallel`.
 template <class Work>
 void ForEachInParallel(std::size_t count, const Work& work,
-                       std::size_t threads = std::thread::hardware_concurrency()) {
+                       std::size_t threadsAtFirst = std::thread::hardware_concurrency()) {
   const auto workOn = [&work](std::size_t index) {
     work(index);
     return false;
   };
-  AnyInParallel(count, workOn, threads);
+  AnyInParallel(count, workOn, threadsAtFirst);
 }
 
 }  // namespace Corvane::PathManagement::host

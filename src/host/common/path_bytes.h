@@ -20,7 +20,8 @@ namespace Corvane::PathManagement::host {
   return path.substr(path.rfind(u'/') + 1);
 }
 
-/// The parent folder of the absolute `path`. The root is its own parent.
+/// The parent folder of the absolute `path`, whether or not `path` ends with separators. The root
+/// is its own parent.
 [[nodiscard]] std::string FolderAbove(std::string_view path);
 
 }  // namespace Corvane::PathManagement::host

@@ -10,6 +10,8 @@ namespace Corvane::PathManagement::host {
 
 /// Measures the time from its construction until `Write`, for a diagnostic message. Reads no clock
 /// when nobody receives messages.
+///
+/// Ownership: views the logger, which must outlive it.
 class TimedMessage {
  public:
   explicit TimedMessage(const foundation::log::basic_diagnostic_logger& diagnosticLogger)
@@ -17,8 +19,8 @@ class TimedMessage {
     if (isHeard) start = std::chrono::steady_clock::now();
   }
 
-  /// Writes the text that getText() returns, and the time. getText() is not called when nobody
-  /// receives messages.
+  /// Writes the text that getText() returns, followed by the time in microseconds. getText() is not
+  /// called when nobody receives messages.
   template <class GetText>
   void Write(foundation::log::Severity severity, const GetText& getText) const {
     if (!isHeard) return;

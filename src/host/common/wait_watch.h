@@ -12,14 +12,14 @@ namespace Corvane::PathManagement::host {
 /// more done: a disk that takes long over one question mostly answers several at once.
 class WaitWatch {
  public:
-  /// Whether two milliseconds or more have gone by since the last call, and this thread has waited.
-  /// A thread that is kept from running by other threads does not wait, even if it also slept for a
-  /// moment: until another thread let go of a lock, say.
+  /// Whether two milliseconds or more have gone by since the last call, and this thread has waited
+  /// for the disk. The answer is no if other threads took its processor: then the time went by
+  /// without the disk, even if this thread also slept for a moment, as for a lock.
   [[nodiscard]] bool HasWaited() noexcept {
     const auto now = Clock::now();
     const bool isLong = now - lastCall >= std::chrono::milliseconds(2);
     lastCall = now;
-    if (!isLong) return false;  // spares the system call that counts
+    if (!isLong) return false;  // spares the system call of `CountSwitches`
     const Switches before = std::exchange(switches, CountSwitches());
     return switches.toWait != before.toWait && switches.forced == before.forced;
   }
@@ -27,11 +27,10 @@ class WaitWatch {
  private:
   using Clock = std::chrono::steady_clock;
 
-  /// How often this thread left its processor: because it had to wait, and because others had to
-  /// run.
+  /// How often this thread has left its processor.
   struct Switches {
-    long toWait;
-    long forced;
+    long toWait;  // because it had to wait
+    long forced;  // because other threads had to run
   };
 
   static Switches CountSwitches() noexcept {

@@ -26,7 +26,7 @@ void IdentifyAll(const FolderEntries& folders) {
     static_cast<void>(StateOf(*folders[folder]).Identity(links));
   };
   // More threads once the disk turns out slow.
-  ForEachInParallel(folders.size(), identify, /*threads=*/1);
+  ForEachInParallel(folders.size(), identify, /*threadsAtFirst=*/1);
 }
 
 }  // namespace Corvane::PathManagement::host

@@ -64,7 +64,7 @@ class TreeWalk {
       const auto list = [&](std::size_t index) {
         if (!IsBehindLink(*folder, *allBelow[index])) StateOf(*allBelow[index]).List();
       };
-      ForEachInParallel(allBelow.size(), list, /*threads=*/1);
+      ForEachInParallel(allBelow.size(), list, /*threadsAtFirst=*/1);
       for (auto& below : allBelow) {
         const std::size_t node = nodes.size();
         (IsBehindLink(*folder, *below) ? links : pending).push_back(node);

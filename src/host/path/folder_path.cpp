@@ -329,7 +329,7 @@ std::vector<FolderProblem> FolderPath::FindProblems(
   });
   std::vector<std::vector<FolderProblem>> found(wanted.size());
   const auto ask = [&](std::size_t index) { found[index] = wanted[index]->GetProblems(); };
-  ForEachInParallel(wanted.size(), ask, /*threads=*/1);
+  ForEachInParallel(wanted.size(), ask, /*threadsAtFirst=*/1);
   std::vector<FolderProblem> problems;
   for (auto& here : found) std::move(here.begin(), here.end(), std::back_inserter(problems));
   return problems;

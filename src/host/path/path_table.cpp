@@ -12,7 +12,7 @@ PathTable TableOf(const FolderEntries& mainFolders) {
     // Nothing to visit: the walk lists the folders.
     WalkFolders(mainFolders[folder], [](const auto&, std::size_t /*depth*/) { return false; });
   };
-  ForEachInParallel(mainFolders.size(), list, /*threads=*/1);
+  ForEachInParallel(mainFolders.size(), list, /*threadsAtFirst=*/1);
   PathTable table;
   for (const auto& folder : mainFolders) {
     table.Add(folder, [](const auto& above) -> const auto& { return above.GetSpecialFolders(); });
