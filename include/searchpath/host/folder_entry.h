@@ -59,10 +59,13 @@ class SEARCHPATH_EXPORT FolderEntry : public IPathEntry,
   [[nodiscard]] std::shared_ptr<const PathItems> GetItems() const override;
   [[nodiscard]] CanonicalAbsoluteIRI GetCanonicalAbsoluteIRI() const override;
   [[nodiscard]] AbsoluteIRI GetAbsoluteIRI() const override;
-  // The private folder, the resources folder, the "+" folders, and the "@" folders.
+  /// The private folder; null when there is none.
   [[nodiscard]] std::shared_ptr<const IPathEntry> GetSingleSubfolderEntryA() const override;
+  /// The resources folder; null when there is none.
   [[nodiscard]] std::shared_ptr<const IPathEntry> GetSingleSubfolderEntryB() const override;
+  /// The "+" folders.
   [[nodiscard]] std::shared_ptr<const PathEntries> GetSubfolderEntriesA() const override;
+  /// The "@" folders.
   [[nodiscard]] std::shared_ptr<const PathEntries> GetSubfolderEntriesB() const override;
   /// Always empty: a folder on disk has no other special folders than those of the four getters
   /// above.

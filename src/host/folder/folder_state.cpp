@@ -19,11 +19,11 @@ namespace {
 using current_working_folder::AbsolutizeError;
 
 /// How often a folder is asked for single names before it is listed. Opening it and asking costs an
-/// eighth of listing 100 files; twice eight, since a look-up asks for a file and for a method
-/// entry.
+/// eighth of listing 100 files; twice eight, since a look-up may ask for a file and then for a
+/// method entry, the "@" folder of the name looked up.
 constexpr unsigned kMostQuestions = 16;
 
-/// The native path without links; empty when it cannot be resolved. `links` may be null.
+/// The native path without links; `nullopt` when it cannot be resolved. `links` may be null.
 std::optional<std::string> WithoutLinks(const std::string& path, LinkResolver* links) {
   try {
     if (links != nullptr) return links->Resolve(path).bytes;
@@ -84,7 +84,7 @@ const FolderIdentity& FolderState::Identity(const std::shared_ptr<LinkResolver>&
 AbsoluteIRI FolderState::Resolved(const AbsoluteIRI& folder,
                                   const std::shared_ptr<LinkResolver>& links) {
   const auto path = NativeBytes(folder);
-  if (!path) return GetCanonicalIRI(folder);
+  if (!path) return GetCanonicalIRI(folder);  // not on disk
   const auto resolved =
       patience.Ask([path = *path, links] { return WithoutLinks(path, links.get()); });
   // Most folders are not behind links: then no new location has to be made.
@@ -132,9 +132,10 @@ bool FolderState::IsUntouched() {
 
 std::unique_ptr<FolderState> FolderState::CopyUnlisted() {
   std::optional<FolderIdentity> known;
+  // The links of a folder that is given up may be unresolved: then the copy resolves them.
   if (!patience.HasGivenUp()) known = Identity();
-  return std::unique_ptr<FolderState>(
-      new FolderState(location, kind, nullptr, patience.GetLimit(), std::move(known)));
+  return std::unique_ptr<FolderState>(new FolderState(location, kind, /*listingSource=*/nullptr,
+                                                      patience.GetLimit(), std::move(known)));
 }
 
 FolderState::Answer FolderState::Ask(const NameQuestion& question) {
@@ -151,7 +152,7 @@ FolderState::Answer FolderState::Ask(const NameQuestion& question) {
   });
 }
 
-/// Answers without a listing; empty when the folder is listed, or has to be.
+/// Answers without a listing; `nullopt` when the folder is listed, or has to be.
 std::optional<FolderState::Answer> FolderState::AnswerByNames(const NameQuestion& question) {
   if (IsListed()) return std::nullopt;
   const std::lock_guard lock(answersMutex);
@@ -195,7 +196,7 @@ bool FolderState::AsksNames() const noexcept {
 
 /// What the disk says about `unanswered`. Precondition: answersMutex is held.
 NameAnswers::FromDisk FolderState::AskFor(const NameAnswers::Unanswered& unanswered) {
-  if (answers.GetProblem()) return {};  // `Add` takes these names as not there
+  if (answers.GetProblem()) return {};  // then `Add` counts all names as not there
   auto path = NativeBytes(location);
   if (!path) return {.problem = AbsolutizeError::InvalidText};
   auto said = TakeAhead(unanswered);
@@ -207,8 +208,8 @@ NameAnswers::FromDisk FolderState::AskFor(const NameAnswers::Unanswered& unanswe
   return *std::move(said);
 }
 
-/// The answer that was asked for ahead; empty when nothing or another question was asked ahead, or
-/// the disk does not answer.
+/// The answer that was asked for ahead; `nullopt` when nothing or another question was asked ahead,
+/// or when the disk does not answer.
 std::optional<NameAnswers::FromDisk> FolderState::TakeAhead(
     const NameAnswers::Unanswered& unanswered) {
   if (!ahead || ahead->unanswered != unanswered) return std::nullopt;
@@ -222,8 +223,8 @@ void FolderState::AskAhead(const NameQuestion& question) {
   if (!lock || !AsksNames() || answers.GetProblem() || patience.HasGivenUp()) return;
   const auto path = NativeBytes(location);
   auto unanswered = answers.FindUnanswered(question);
-  const bool isAsked = ahead && ahead->unanswered == unanswered;
-  if (!path || isAsked || unanswered.names.empty()) return;
+  const bool isUnderWay = ahead && ahead->unanswered == unanswered;
+  if (!path || isUnderWay || unanswered.names.empty()) return;
   const auto ask = [path = *path, unanswered] { return NameAnswers::AskDisk(path, unanswered); };
   ahead.emplace(Ahead{std::move(unanswered), DetachedAnswer<NameAnswers::FromDisk>(ask)});
 }
@@ -250,6 +251,7 @@ void FolderState::List() {
 
 /// Notes where the special folders that are links lead, and leaves out links to a folder above.
 void FolderState::FollowSpecialLinks() {
+  // An earlier call may have ended with an exception.
   linkTargets.clear();
   cutLinks.clear();
   std::vector<FolderListing::Subfolder> kept;
@@ -310,7 +312,7 @@ PathItem CreateItem(AbsoluteIRI folder, std::string_view file) {
 }
 
 std::optional<std::size_t> FolderState::FileNamed(std::string_view name) const {
-  if (name.find('\0') != name.npos) return std::nullopt;
+  if (name.find('\0') != name.npos) return std::nullopt;  // no file name, and no `NameKey`
   NameKey key;
   key.Set(name);
   for (std::size_t index = 0; index < listing.files.size(); ++index) {
@@ -348,7 +350,7 @@ std::vector<std::size_t> FolderState::FilesThatDifferInCase(const ustring& name)
 }
 
 bool FolderState::HoldsSameAs(const FolderState& other) const {
-  // By the names of the links.
+  // The last part of a location is the name of the link; the reason is always `LinkLoop`.
   const auto isSameLink = [](const FolderProblem& left, const FolderProblem& right) {
     return left.folder.substr(left.folder.rfind(u'/')) ==
            right.folder.substr(right.folder.rfind(u'/'));

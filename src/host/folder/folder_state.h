@@ -50,9 +50,10 @@ class FolderState {
 
   [[nodiscard]] const AbsoluteIRI& Location() const noexcept { return location; }
   [[nodiscard]] PathEntryType Kind() const noexcept { return kind; }
-  /// Resolves the links on the first call: on a long path, it is never called for most folders.
-  [[nodiscard]] const FolderIdentity& Identity() { return Identity(nullptr); }
-  /// The same; the links are resolved by `links`, unless that is null. Many folders may share it.
+  /// Resolves the links on the first call, and not in the constructor: most folders of a long path
+  /// are never asked for it.
+  [[nodiscard]] const FolderIdentity& Identity() { return Identity(/*links=*/nullptr); }
+  /// The same; unless `links` is null, it resolves the links. Many folders may share one resolver.
   [[nodiscard]] const FolderIdentity& Identity(const std::shared_ptr<LinkResolver>& links);
   [[nodiscard]] const AbsoluteIRI& Canonical() { return Identity().Canonical(); }
 
@@ -63,37 +64,38 @@ class FolderState {
 
   [[nodiscard]] bool IsListed() const noexcept { return listedOnce.IsBuilt(); }
   [[nodiscard]] DiskPatience::Limit GetLimit() const noexcept { return patience.GetLimit(); }
-  /// What ask() returns about something in or below the folder; empty when the folder is given up.
-  /// Precondition: that of `DiskPatience::Ask`.
+  /// What ask() returns about something in or below the folder; `nullopt` when the folder is given
+  /// up, because the disk has not answered in time. Precondition: that of `DiskPatience::Ask`.
   template <class Call>
   [[nodiscard]] auto AskDisk(Call ask) {
     return patience.Ask(std::move(ask));
   }
   [[nodiscard]] bool IsGivenUp() const noexcept { return patience.HasGivenUp(); }
-  /// Whether the folder has yet to be listed, and will be shown as it is when it is listed.
+  /// Whether the folder has yet to be listed, and the listing will show what is on disk by then,
+  /// not what was there when a listing was saved.
   [[nodiscard]] bool ShowsTheDisk() const noexcept {
     return !listingHasBegun && (source == nullptr || source->FollowsTheDisk());
   }
-  /// Whether nothing has been asked about what the folder holds, and the folder will be shown as it
-  /// is when it is listed.
+  /// Whether nothing has been asked yet about what the folder holds, and the folder `ShowsTheDisk`
+  /// and is not given up.
   [[nodiscard]] bool IsUntouched();
   /// The same folder, to be listed from the disk.
   [[nodiscard]] std::unique_ptr<FolderState> CopyUnlisted();
 
   /// What a look-up learns of the folder.
   struct Answer {
-    // The first file that is here, or all that are wanted.
+    /// The first file of the question that is here; all that are, if the question wants all files.
     boost::container::small_vector<const PathItem*, 1> items = {};
     bool hasFolder = false;  // false also where the question leaves this open
   };
-  /// Answers a question. For the first questions the disk is asked about their names alone. For
+  /// Answers a question. For the first 16 questions the disk is asked about their names alone. For
   /// later ones, and whenever the listing comes from a cache, the folder is listed.
   [[nodiscard]] Answer Ask(const NameQuestion& question);
   /// Asks the disk on a separate thread, so that the answer may be there by the time `Ask` is
-  /// called with the same question. If it never is, nobody waits for the thread.
+  /// called with the same question. If `Ask` never is, nobody waits for the thread.
   void AskAhead(const NameQuestion& question);
 
-  /// The problems that questions have met so far. Does not ask the disk.
+  /// The problems that questions about the folder have met so far. Does not ask the disk.
   [[nodiscard]] std::vector<FolderProblem> ProblemsMet();
 
   /// Lists the folder unless that has been done.
@@ -114,7 +116,7 @@ class FolderState {
   /// The item of the file at `index`: always the same object, kept as long as this state.
   [[nodiscard]] const PathItem& ItemAt(std::size_t index);
 
-  /// The index of the file of exactly this name; empty when there is none.
+  /// The index of the file of exactly this name; `nullopt` when there is none.
   [[nodiscard]] std::optional<std::size_t> FileNamed(std::string_view name) const;
   /// The indices of the files called `name`: first the exact name, then, under `IgnoreCase`, the
   /// others in the order of their bytes.
@@ -138,7 +140,7 @@ class FolderState {
         patience(limit),
         identity(std::move(knownIdentity)) {}
 
-  /// An answer that is asked for before its question comes.
+  /// An answer that the disk is asked for before its question comes.
   struct Ahead {
     NameAnswers::Unanswered unanswered;
     DetachedAnswer<NameAnswers::FromDisk> answer;
@@ -174,7 +176,8 @@ class FolderState {
   NameAnswers answers;
   std::optional<Ahead> ahead;
   unsigned questionCount = 0;
-  std::atomic<bool> listingHasBegun = false;    // once true, no more single names are asked for
+  /// Once true, the disk is not asked for single names any more. Read also without the mutex.
+  std::atomic<bool> listingHasBegun = false;
   PathManagement::detail::OnceFlag listedOnce;  // guards what follows
   FolderListing listing;
   std::chrono::nanoseconds listingTime = {};
