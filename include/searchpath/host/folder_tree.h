@@ -9,9 +9,10 @@
 namespace Corvane::PathManagement::host {
 
 /// `root` and all ordinary folders below it, depth first, each folder's subfolders in the order of
-/// the bytes of their names. Folders whose names begin with a dot are included. Special folders,
-/// and all that is below them, are left out. Links are followed, but each folder occurs once: where
-/// it is reached without a link, or else at the first link that leads to it. So loops end.
+/// the bytes of their names. Folders whose names begin with a dot are included. Special folders
+/// ("+", "@", private, resources), and all that is below them, are left out. Links are followed,
+/// but each folder occurs once: where it is reached without a link, or else at the first link that
+/// leads to it. So loops end.
 ///
 /// Cost: lists every folder once.
 [[nodiscard]] SEARCHPATH_EXPORT FolderEntries CreateFolderTree(const AbsoluteIRI& root);

@@ -32,6 +32,7 @@ struct CloseDirectory {
 };
 using Directory = std::unique_ptr<DIR, CloseDirectory>;
 
+/// What `link`, a name in the open folder, leads to.
 LinkTarget TargetOf(int folder, const std::string& link) {
   struct stat status = {};
   if (fstatat(folder, link.c_str(), &status, 0) != 0) return LinkTarget::Neither;
@@ -56,7 +57,7 @@ void SortFolders(std::vector<FolderListing::Subfolder>& folders) {
         return 1;
       case PathEntryType::PlusFolder:
         return 2;
-      default:
+      default:  // "@", or all are ordinary folders
         return 3;
     }
   };
@@ -66,12 +67,12 @@ void SortFolders(std::vector<FolderListing::Subfolder>& folders) {
   });
 }
 
-/// What is read of a folder on a thread that nobody may be waiting for any more. Such a thread may
-/// still run when the process exits, which destroys the names that tell the kind of a folder: so
-/// folders are kept as bare names.
+/// What a thread has read of a folder. Perhaps nobody waits for the thread any more, and it still
+/// runs when the process exits. The exit destroys the constants by which the kind of a folder is
+/// told, so the thread keeps the bare names of the subfolders.
 struct Pass {
   FolderListing listing;             // without its folders
-  std::vector<std::string> folders;  // those that are not behind links
+  std::vector<std::string> folders;  // the subfolders, but no links to folders
 };
 
 /// Returns why the folder could not be read to its end; no error when it could.
@@ -87,13 +88,14 @@ std::error_code ReadItems(const Directory& directory, Pass& pass) {
     } else if (item->d_type == DT_DIR) {
       pass.folders.emplace_back(item->d_name);
     } else {
+      // `ReadFolder` asks later what it leads to.
       pass.listing.links.push_back({.name = item->d_name, .target = LinkTarget::Neither});
     }
   }
 }
 
-/// The stamp of the open folder. To be taken before the folder is read, so that a change during the
-/// reading shows.
+/// The stamp of the open folder. Has to be taken before the folder is read: a change during the
+/// reading then changes the stamp.
 std::optional<FolderStamp> Stamp(int folder) {
   timespec now = {};
   struct stat status = {};
@@ -190,7 +192,7 @@ void AskLinks(const std::string& path, FolderListing& listing, DiskPatience& pat
 void AddLinked(FolderListing& listing) {
   for (const auto& link : listing.links) {
     if (link.target == LinkTarget::File) listing.files.Add(link.name);
-    // A folder whose type the file system does not report counts as behind a link, too. Its
+    // A folder whose type the file system does not report is here taken for a link, too. Its
     // location is then resolved, which takes time but changes nothing.
     if (link.target == LinkTarget::Folder) AddFolder(listing, link.name, /*isLink=*/true);
   }

@@ -15,8 +15,8 @@ namespace Corvane::PathManagement::host {
   return *entry.state;
 }
 
-/// An entry for the folder that `state` describes, with these entries for its special folders. When
-/// `specialFolders` is null, they are made from `state` when they are first asked for.
+/// An entry for the folder that `state` describes. `specialFolders` are the entries of its special
+/// folders; when null, they are made from `state` when they are first asked for.
 [[nodiscard]] std::shared_ptr<const FolderEntry> CreateEntry(
     std::unique_ptr<FolderState> state, std::unique_ptr<FolderEntries> specialFolders = nullptr);
 
@@ -27,8 +27,8 @@ namespace Corvane::PathManagement::host {
     const AbsoluteIRI& location, std::shared_ptr<const ListingSource> source,
     DiskPatience::Limit limit = {});
 
-/// Resolves the locations of all folders where that has not been done. What the locations have in
-/// common is resolved once.
+/// Resolves the locations of all folders where that has not been done. A folder that several of
+/// the locations lead through is resolved once.
 void IdentifyAll(const FolderEntries& folders);
 
 }  // namespace Corvane::PathManagement::host

@@ -10,16 +10,16 @@
 
 namespace Corvane::PathManagement::host {
 
-/// Which folder an entry stands for, and the way to it from a main folder of the path. The way
-/// shows whether a link leads back up. Links divide the way into pieces. Within a piece each folder
-/// is directly below the one before, so only the top and the bottom of a piece are kept.
+/// Which folder an entry stands for, and the way to it from a main folder, one that is on the path
+/// itself. The way shows whether a link leads back up. Links divide the way into pieces. Within a
+/// piece each folder is directly below the one before, so only the top and the bottom of a piece
+/// are kept. All locations in it are canonical: without links.
 class FolderIdentity {
  public:
-  /// A main folder of the path.
+  /// A main folder.
   explicit FolderIdentity(AbsoluteIRI canonicalLocation)
       : canonical(std::move(canonicalLocation)), top(canonical) {}
 
-  /// The location without links.
   [[nodiscard]] const AbsoluteIRI& Canonical() const noexcept { return canonical; }
 
   /// A folder directly below this one; `subfolder` is its canonical location.
@@ -45,8 +45,8 @@ class FolderIdentity {
            });
   }
 
-  /// Calls stop(folder) for this folder, then for each folder on the way that holds a link of the
-  /// way, until a call returns true; returns whether one did.
+  /// Calls stop(folder) for the bottom of each piece: for this folder, then for each folder on the
+  /// way that holds a link of the way; until a call returns true. Returns whether one did.
   template <class Stop>
   [[nodiscard]] bool AnyBottom(const Stop& stop) const {
     return stop(canonical) ||
@@ -62,6 +62,7 @@ class FolderIdentity {
            (text.size() == prefix.size() || prefix.ends_with(u'/') || text[prefix.size()] == u'/');
   }
 
+  /// Whether `folder` is on the way from `first` straight down to `last`, both included.
   [[nodiscard]] static bool IsBetween(const AbsoluteIRI& first, const AbsoluteIRI& folder,
                                       const AbsoluteIRI& last) {
     return IsAtOrBelow(folder, first) && IsAtOrBelow(last, folder);
@@ -69,7 +70,8 @@ class FolderIdentity {
 
   AbsoluteIRI canonical;
   AbsoluteIRI top;  // of the last piece, which ends at this folder
-  std::vector<std::pair<AbsoluteIRI, AbsoluteIRI>> aboveLinks;  // top and bottom of earlier pieces
+  /// The top and the bottom of each earlier piece.
+  std::vector<std::pair<AbsoluteIRI, AbsoluteIRI>> aboveLinks;
 };
 
 }  // namespace Corvane::PathManagement::host

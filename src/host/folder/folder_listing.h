@@ -15,7 +15,8 @@
 
 namespace Corvane::PathManagement::host {
 
-/// What a link leads to, or led to when the folder was listed. `Neither`: to no file or folder.
+/// What a link leads to, or led to when the folder was listed. `Neither`: to no file or folder. The
+/// numbers are written to saved listings.
 enum class LinkTarget : std::uint8_t { Neither = 0, File = 1, Folder = 2 };
 
 /// What one pass over a folder found.
@@ -23,7 +24,7 @@ struct FolderListing {
   struct Subfolder {
     std::string name;
     PathEntryType kind;
-    bool isLink;
+    bool isLink;  // true also where the file system does not report the type
   };
   /// A link, a device or the like, or a name whose type the file system does not report.
   struct Link {
@@ -31,13 +32,13 @@ struct FolderListing {
     LinkTarget target;
   };
 
-  NameBlock files;                         // in the order of the disk; those behind links last
-  std::vector<Subfolder> specialFolders;   // in path order
+  NameBlock files;                         // in the order of the disk, links to files last
+  std::vector<Subfolder> specialFolders;   // in path order: private, resources, "+", "@"
   std::vector<Subfolder> ordinaryFolders;  // in the order of the bytes of their names
   std::vector<Link> links;                 // those to files and folders are in the lists above, too
-  /// Taken before the pass; empty if a later change could leave the folder with the same stamp.
+  /// Taken before the pass; `nullopt` if a later change could leave the folder with the same stamp.
   std::optional<FolderStamp> stamp;
-  /// Why the folder could not be listed, or not to its end.
+  /// Why the folder could not be listed, or not to its end; `nullopt` when it was.
   std::optional<current_working_folder::AbsolutizeError> problem;
 };
 
@@ -56,7 +57,7 @@ class ListingSource {
   /// Whether listings show folders as they are now, not as they were when a listing was saved.
   [[nodiscard]] virtual bool FollowsTheDisk() const noexcept = 0;
 
-  /// The stamp of a saved listing of the folder; empty when there is none.
+  /// The stamp in a saved listing of the folder; `nullopt` when there is none.
   [[nodiscard]] virtual std::optional<FolderStamp> FindStamp(const AbsoluteIRI& location) const = 0;
 
  protected:  // copied by derived classes only

@@ -15,7 +15,7 @@ namespace Corvane::PathManagement::host {
 namespace {
 
 constexpr std::int64_t kSecond = 1'000'000'000;      // in nanoseconds
-constexpr std::int64_t kGrain = 2 * kSecond;         // of the coarsest file times there are
+constexpr std::int64_t kGrain = 2 * kSecond;         // the coarsest step of file times there is
 constexpr std::int64_t kLastSecond = 9'000'000'000;  // up to here, nanoseconds fit into 64 bits
 
 /// Whether `Nanoseconds` of this time fits into 64 bits.
@@ -25,6 +25,7 @@ bool HasNanoseconds(const timespec& time) {
 
 std::int64_t Nanoseconds(const timespec& time) { return time.tv_sec * kSecond + time.tv_nsec; }
 
+/// For a time that does not fit, even for one that is too early, the latest that does.
 std::int64_t NanosecondsAtMost(const timespec& time) {
   return HasNanoseconds(time) ? Nanoseconds(time) : std::numeric_limits<std::int64_t>::max();
 }
@@ -38,7 +39,7 @@ int AskStatus(const std::string& path, struct stat& status) {
   return fstat(folder.Get(), &status) == 0 ? 0 : errno;
 }
 
-/// The status of the folder at `path`; empty when there is no folder, or none that can be reached.
+/// The status of the folder at `path`; `nullopt` when there is none, or none that can be reached.
 std::optional<struct stat> StatusOf(const std::string& path) {
   struct stat status = {};
   if (AskStatus(path, status) != 0 || !S_ISDIR(status.st_mode)) return std::nullopt;
@@ -77,6 +78,7 @@ FolderSight LookAtFolder(int folder, const char* name) {
 
 std::optional<FolderStamp> StampOf(const struct stat& status, const timespec& now) {
   if (!HasNanoseconds(status.st_mtim) || !HasNanoseconds(status.st_ctim)) return std::nullopt;
+  // `changed` need not be compared: a later change of the names sets `modified`, too.
   if (Nanoseconds(status.st_mtim) > Nanoseconds(now) - kGrain) return std::nullopt;
   return FolderStamp{.modified = Nanoseconds(status.st_mtim),
                      .changed = Nanoseconds(status.st_ctim),
@@ -88,8 +90,8 @@ Freshness AskFreshness(const std::string& path, const std::optional<FolderStamp>
   if (!status || !IsReadable(path, *status)) return Freshness::Gone;
   if (!stamp) return Freshness::Unknown;
   if (!HasNanoseconds(status->st_mtim) || !HasNanoseconds(status->st_ctim)) return Freshness::Stale;
-  // The inode differs for a copy that was given the times of its original, and for two folders of
-  // the same times that changed places.
+  // The inode tells a folder from a copy that was given the same times, and from another folder of
+  // the same times that took its place.
   const FolderStamp now{.modified = Nanoseconds(status->st_mtim),
                         .changed = Nanoseconds(status->st_ctim),
                         .inode = status->st_ino};

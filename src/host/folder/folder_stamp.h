@@ -12,11 +12,11 @@
 
 namespace Corvane::PathManagement::host {
 
-/// Tells a folder from a later state of it, and from another folder in its place. Holds no device
-/// number: that may change when the machine is started anew.
+/// Differs between a folder and a later state of it, and between a folder and another one in its
+/// place. Holds no device number: that may change when the machine is started anew.
 struct FolderStamp {
   std::int64_t modified;  // when a name was last added, removed or changed; nanoseconds since 1970
-  std::int64_t changed;   // when modified or any attribute was last set, likewise
+  std::int64_t changed;   // likewise, when any attribute was last set, `modified` included
   std::uint64_t inode;
 
   [[nodiscard]] friend bool operator==(const FolderStamp& left,
@@ -42,14 +42,14 @@ struct FolderSight {
 /// The disk is not asked about the folders above.
 [[nodiscard]] FolderSight LookAtFolder(int folder, const char* name);
 
-/// The stamp of a folder with `status` that will be read after the time `now`. Empty when the
-/// folder was changed less than two seconds before `now`, or in the future: the times of some file
-/// systems are so coarse that a later change could leave the same stamp. Also empty when a time
-/// does not fit.
+/// The stamp of a folder with `status` that will be read after the time `now`. `nullopt` when the
+/// names in the folder were changed less than two seconds before `now`, or in the future: the times
+/// of some file systems are so coarse that a later change could leave the same stamp. Also
+/// `nullopt` when a time does not fit into a stamp.
 [[nodiscard]] std::optional<FolderStamp> StampOf(const struct stat& status, const timespec& now);
 
-/// Whether the folder at the native `path` still has `stamp`; `Unknown` without a stamp. `Gone`
-/// also when the folder may not be listed.
+/// Whether the folder at the native `path` still has `stamp`. `Unknown` when `stamp` is `nullopt`.
+/// `Gone` also when the folder may not be listed.
 ///
 /// Cost: one question to the disk.
 [[nodiscard]] Freshness AskFreshness(const std::string& path,

@@ -48,7 +48,7 @@ class TreeWalk {
  private:
   struct Node {
     std::shared_ptr<const FolderEntry> folder;
-    std::vector<std::size_t> below;  // in the order of their names
+    std::vector<std::size_t> below;  // the nodes of its subfolders, in the order of their names
     bool isTaken = false;            // the first node reached for its folder; others are left out
   };
 
@@ -57,10 +57,11 @@ class TreeWalk {
     while (!pending.empty()) {
       const std::size_t at = pending.back();
       pending.pop_back();
-      const auto folder = nodes[at].folder;
+      const auto folder = nodes[at].folder;  // a copy: `nodes` grows below
       if (!seen.insert(folder->GetCanonicalAbsoluteIRI()).second) continue;
       nodes[at].isTaken = true;
       auto allBelow = folder->CreateOrdinaryFolders();
+      // The walk would list them one by one; here a slow disk is asked for several at once.
       const auto list = [&](std::size_t index) {
         if (!IsBehindLink(*folder, *allBelow[index])) StateOf(*allBelow[index]).List();
       };
@@ -74,6 +75,7 @@ class TreeWalk {
     }
   }
 
+  // Nodes are numbered by their indices in `nodes`.
   std::vector<Node> nodes;         // the root first
   std::vector<std::size_t> links;  // nodes behind links, to be walked in this order
   std::size_t nextLink = 0;

@@ -38,7 +38,7 @@ class ItemStore {
     delete[] all;
   }
 
-  /// To be called once, before any `Get`.
+  /// To be called once, before any `Get` or `Put`.
   void SetCount(std::size_t itemCount) noexcept { count = itemCount; }
 
   /// The item at `index`, made by make() when it is first asked for. When two threads make it at
@@ -55,7 +55,7 @@ class ItemStore {
     return *winner;
   }
 
-  /// Stores at `index` an item that was made before the files were counted. Precondition: there is
+  /// Stores at `index` an item that was made before the folder was listed. Precondition: there is
   /// none at `index`.
   void Put(std::size_t index, std::unique_ptr<const PathItem> item) {
     Slots()[index].store(item.release(), std::memory_order_release);

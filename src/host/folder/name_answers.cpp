@@ -36,7 +36,7 @@ NameBlock Without(const NameBlock& names, std::size_t omitted) {
   return others;
 }
 
-/// What `name` is in the open folder; empty when only a listing can tell.
+/// What `name` is in the open folder; `nullopt` when only a listing can tell.
 std::optional<NameAnswers::Kind> KindIn(int folder, const std::string& name) {
   using enum NameAnswers::Kind;
   struct stat status = {};
@@ -120,6 +120,7 @@ void NameAnswers::ApplyTo(FolderListing& listing) const {
     const auto listed = IndexOf(listing.files, answer.name);
     if (answer.kind == Kind::File && !listed) listing.files.Add(answer.name);
     if (answer.kind != Kind::File && listed) listing.files = Without(listing.files, *listed);
+    // A folder that is gone by now is not put back: nobody has been given an entry for it.
     if (answer.kind == Kind::Folder) continue;
     for (auto* folders : {&listing.specialFolders, &listing.ordinaryFolders}) {
       std::erase_if(*folders, [&](const auto& folder) { return folder.name == answer.name; });

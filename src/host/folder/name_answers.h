@@ -45,16 +45,16 @@ class NameAnswers {
   /// The names of a question that have no answer yet.
   struct Unanswered {
     std::vector<std::string> names;  // files, then the folder
-    /// One file among the first `fileCount` names is enough: the names behind that file are not
+    /// One file among the first `fileCount` names is enough: the names after that file are not
     /// asked for. 0 when all files are wanted.
     std::size_t fileCount = 0;
 
     bool operator==(const Unanswered& other) const = default;
   };
-  /// What the disk says about these names.
+  /// What the disk says about the names that had no answer.
   struct FromDisk {
     std::optional<current_working_folder::AbsolutizeError> problem = {};  // why it says nothing
-    std::vector<Kind> kinds = {};  // of the names in order, as far as they were asked for
+    std::vector<Kind> kinds = {};  // of the first names, as far as they were asked for
     bool isClear = true;           // false: only a listing can tell what the next name is
   };
 
@@ -68,32 +68,34 @@ class NameAnswers {
   /// Cost: two system calls, and one for each name; one more for a link.
   [[nodiscard]] static FromDisk AskDisk(const std::string& path, const Unanswered& unanswered);
 
-  /// Takes in what the disk says about `unanswered`. Returns false when only a listing can tell the
-  /// rest.
+  /// Takes in what the disk says about `unanswered`. After a problem, counts all these names as not
+  /// there. Returns false when only a listing can tell the rest.
   [[nodiscard]] bool Add(const Unanswered& unanswered, const FromDisk& fromDisk);
 
-  /// Precondition: the name has been asked for.
+  /// What `name` is. Precondition: it has been asked for.
   [[nodiscard]] Kind KindOf(std::string_view name) const { return Find(name)->kind; }
 
   /// The item of a file, made by make() when it is first asked for.
   /// Precondition: the name is that of a file.
   template <class Make>
   [[nodiscard]] const PathItem& ItemOf(std::string_view name, const Make& make) {
+    // By its index, since `Find` returns a pointer to const.
     Answer& answer = answers[static_cast<std::size_t>(Find(name) - answers.data())];
     if (answer.item == nullptr) answer.item = std::make_unique<const PathItem>(make());
     return *answer.item;
   }
 
-  /// Why the folder could not be opened; empty when it could, or has not been asked.
+  /// Why the folder could not be opened; `nullopt` when it could, or has not been asked.
   [[nodiscard]] std::optional<current_working_folder::AbsolutizeError> GetProblem() const noexcept {
     return problem;
   }
+  /// Whether the disk has not answered anything yet.
   [[nodiscard]] bool IsEmpty() const noexcept { return answers.empty() && !problem; }
 
   /// Makes the listing agree with the answers: adds the files that were found, and removes what was
   /// not there.
   void ApplyTo(FolderListing& listing) const;
-  /// Hands over to `items` the items that were made; the indices of `items` are those of `files`.
+  /// Hands over to `items` the items that were made. `items` has an item for each of `files`.
   /// Precondition: `files` has been made to agree with the answers.
   void MoveItemsTo(ItemStore& items, const NameBlock& files);
 
@@ -104,6 +106,7 @@ class NameAnswers {
     std::unique_ptr<const PathItem> item = nullptr;  // null until it is asked for
   };
 
+  /// Null when the name has not been asked for.
   [[nodiscard]] const Answer* Find(std::string_view name) const;
 
   std::vector<Answer> answers;  // few: a folder that is asked often is listed

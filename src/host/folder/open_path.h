@@ -27,8 +27,8 @@ class OpenedPath : public Descriptor {
   std::error_code error;
 };
 
-/// Opens `path` with `flags`. A path that is longer than the kernel takes at once is opened piece
-/// by piece. Holds two descriptors at most.
+/// Opens `path` with `flags`, and so that the descriptor is closed by exec. A path that is longer
+/// than the kernel takes at once is opened piece by piece. Holds two descriptors at most.
 [[nodiscard]] OpenedPath OpenPath(const std::string& path, int flags);
 
 /// Opens a folder, of any length of path, so that it can be read.
