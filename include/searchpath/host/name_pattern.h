@@ -14,7 +14,7 @@
 
 namespace Corvane::PathManagement::host {
 
-/// Which file names are meant, as shells write it. The whole name has to match:
+/// A pattern for file names, as shells write it. The whole name has to match:
 ///
 /// - "*" matches any characters, or none; a dot at the beginning of a name, too.
 /// - "?" matches one character.
@@ -39,12 +39,12 @@ class SEARCHPATH_EXPORT NamePattern {
 
   /// Whether the file name `name`, in bytes, matches.
   ///
-  /// Cost: at most the length of the name, multiplied by that of the pattern if it has a "*".
-  /// Allocates nothing for a name in ASCII unless case is ignored.
+  /// Cost: at most the length of the name times that of the pattern; nothing is allocated for a
+  /// name in ASCII unless case is ignored.
   [[nodiscard]] bool Matches(std::string_view name) const;
 
-  /// Whether `text` has a "*", "?" or "[". Without them, even a text with
-  /// backslashes matches one name at most.
+  /// Whether `text` has a "*", "?" or "[". A backslash alone makes no pattern: `text` may be the
+  /// name of a file that has one.
   [[nodiscard]] static bool IsPattern(std::u16string_view text) noexcept;
 
  private:

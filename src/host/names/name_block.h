@@ -9,22 +9,22 @@
 
 namespace Corvane::PathManagement::host {
 
-/// Names as the disk gives them, one behind the other in one block, each ended by a NUL. This
-/// object either owns the block or views one that outlives it; adding a name to a viewed block
-/// copies the block first. `kSlack` bytes behind the last name may be read as well, so that names
-/// can be compared a word at a time.
+/// Names as the disk gives them, one after the other in one block, each ended by a NUL. This object
+/// either owns the block or views one that outlives it; adding a name to a viewed block copies the
+/// block first. `kSlack` bytes after the last NUL may be read as well, so that names can be
+/// compared a word at a time.
 class NameBlock {
  public:
-  static constexpr std::size_t kSlack = 7;
+  static constexpr std::size_t kSlack = 7;  // for a word of 8 bytes that begins at the last NUL
 
   NameBlock() = default;
-  /// Views the names of `block` that begin at `nameBegins`. Precondition: `kSlack` bytes behind
-  /// `block` may be read.
+  /// Views the `nameCount` names of `block`, which begin at `nameBegins`. Precondition: `block`
+  /// ends with the NUL of the last name, and `kSlack` bytes after it may be read.
   NameBlock(std::string_view block, const std::uint32_t* nameBegins, std::size_t nameCount) noexcept
       : bytes(block.data()), byteCount(block.size()), begins(nameBegins), count(nameCount) {}
   NameBlock(const NameBlock& other)
       : NameBlock({other.bytes, other.byteCount}, other.begins, other.count) {
-    if (other.IsOwner()) TakeOver();
+    if (other.IsOwner()) CopyViewed();
   }
   // Moving leaves the bytes where they are, so views of the names stay valid.
   NameBlock(NameBlock&&) noexcept = default;
@@ -40,12 +40,12 @@ class NameBlock {
   ~NameBlock() = default;
 
   void Add(std::string_view name) {
-    if (!IsOwner()) TakeOver();
+    if (!IsOwner()) CopyViewed();
     ownBegins.push_back(static_cast<std::uint32_t>(byteCount));
     ownBytes.resize(byteCount);  // without the slack
     ownBytes.insert(ownBytes.end(), name.begin(), name.end());
     ownBytes.resize(ownBytes.size() + 1 + kSlack);  // the NUL and the slack
-    View();
+    ViewOwn();
   }
 
   [[nodiscard]] std::size_t size() const noexcept { return count; }
@@ -58,30 +58,31 @@ class NameBlock {
   void ShrinkToFit() {
     ownBytes.shrink_to_fit();
     ownBegins.shrink_to_fit();
-    if (IsOwner()) View();
+    if (IsOwner()) ViewOwn();
   }
 
  private:
   [[nodiscard]] bool IsOwner() const noexcept { return !ownBegins.empty(); }
 
-  void TakeOver() {
+  /// Makes a block of its own from the one that is viewed.
+  void CopyViewed() {
     ownBytes.assign(bytes, bytes + byteCount);
     ownBytes.resize(byteCount + kSlack);
     ownBegins.assign(begins, begins + count);
-    View();
+    ViewOwn();
   }
 
-  void View() noexcept {
+  void ViewOwn() noexcept {
     bytes = ownBytes.data();
     byteCount = ownBytes.size() - kSlack;
     begins = ownBegins.data();
     count = ownBegins.size();
   }
 
-  std::vector<char> ownBytes;
-  std::vector<std::uint32_t> ownBegins;
-  const char* bytes = nullptr;
-  std::size_t byteCount = 0;
+  std::vector<char> ownBytes;             // the own block, with the slack
+  std::vector<std::uint32_t> ownBegins;   // empty: there is no own block
+  const char* bytes = nullptr;            // the block, own or viewed
+  std::size_t byteCount = 0;              // of the block, without the slack
   const std::uint32_t* begins = nullptr;  // for each name, where it begins in `bytes`
   std::size_t count = 0;
 };

@@ -11,8 +11,8 @@ namespace {
 
 constexpr std::size_t kMostFolders = std::size_t{1} << 31U;  // as many as a cursor can number
 
-/// How many files before a file is linked its memory is fetched. Waiting for the memory would be
-/// more than half of the cost of a large index.
+/// The memory for a file is fetched while this many files before it are linked. Waiting for the
+/// memory would be more than half of the cost of a large index.
 constexpr std::size_t kAhead = 32;
 
 }  // namespace
@@ -45,7 +45,7 @@ NameIndex::NameIndex(const std::vector<const NameBlock*>& folders, FilenameMatch
 
 /// Links the last file first, so that each slot ends up with the first file of its name.
 void NameIndex::LinkAll(const std::vector<const NameBlock*>& folders) {
-  std::array<Pending, kAhead> pending = {};  // a ring
+  std::array<Pending, kAhead> pending = {};  // a ring: the next file takes the place of the oldest
   std::size_t count = 0;
   for (std::size_t folder = folders.size(); folder-- > 0;) {
     const NameBlock& names = *folders[folder];
@@ -77,10 +77,10 @@ void NameIndex::FetchSlot(std::uint64_t hash) const noexcept {
 void NameIndex::Link(const Pending& file) {
   const Found known = FindSame(file);
   Slot& slot = slots[known.first ? known.slot : TakeSlot(file.hash)];
-  const Cursor second = known.first;  // from now on
+  const Cursor second = known.first;  // the first so far; from now on `file` comes before it
   slot.name = file.name;
   slot.first.record = file.record;
-  slot.first.folder = file.folder & 0x7FFFFFFFU;
+  slot.first.folder = file.folder & 0x7FFFFFFFU;  // no bit is lost: see `kMostFolders`
   slot.first.sibling = second && second.folder == file.folder ? 1 : 0;
   nextRecords[file.record] = second.record;
 }

@@ -22,7 +22,7 @@ namespace Corvane::PathManagement::host {
 /// Ownership: views the name blocks, which must outlive it.
 /// Cost: 38 bytes a file; building reads each name once; `Next` is a binary search over the
 /// folders.
-/// Errors: `std::length_error` for more than 2^31 folders or 2^32 - 1 files.
+/// Errors: `std::length_error` for more than 2^31 folders or 2^32 - 2 files.
 class NameIndex {
   static constexpr std::uint32_t kNone = std::numeric_limits<std::uint32_t>::max();
 
@@ -48,13 +48,13 @@ class NameIndex {
     std::uint32_t record = kNone;  // the number of the file among all files, in path order
     // In one word, so that a cursor passes through a register: two words cost 4 ns a question.
     std::uint32_t folder : 31 = 0;
-    std::uint32_t sibling : 1 = 0;
+    std::uint32_t sibling : 1 = 0;  // see `HasSibling`
   };
 
-  /// The first match of a name in path order, and the number of the name, less than `SlotCount`.
+  /// The answer about a name.
   struct Found {
-    Cursor first;
-    std::size_t slot = 0;  // the number of the name; means nothing without a match
+    Cursor first;          // the first match in path order
+    std::size_t slot = 0;  // the number of the name, below `SlotCount`; only if there is a match
   };
 
   /// Under `IgnoreCase`, names that differ in case alone are the same name.
@@ -67,28 +67,31 @@ class NameIndex {
 
   /// How many files there are.
   [[nodiscard]] std::size_t size() const noexcept { return nextRecords.size(); }
+  /// How many numbers there are for names: more than there are names.
   [[nodiscard]] std::size_t SlotCount() const noexcept { return slots.size(); }
 
+  /// Precondition of both functions: the cursor stands at a match of this index.
   [[nodiscard]] Cursor Next(Cursor cursor) const noexcept;
   [[nodiscard]] Match At(Cursor cursor) const noexcept {
     return {cursor.folder, cursor.record - firstRecords[cursor.folder]};
   }
 
  private:
-  // The tags of eight slots are compared at once. Trying one slot after the other cost 10 ns a
-  // question, since the processor cannot foresee at which slot the search ends.
+  // The slots are in groups of eight, whose tags are compared at once. Trying one slot after the
+  // other cost 10 ns a question, since the processor cannot foresee at which slot the search ends.
   static constexpr std::size_t kGroup = 8;
-  static constexpr std::uint64_t kEachTag = 0x0101010101010101U;
-  static constexpr std::uint64_t kTaken = 0x80 * kEachTag;
+  static constexpr std::uint64_t kEachTag = 0x0101010101010101U;  // the lowest bit of each tag
+  static constexpr std::uint64_t kTaken = 0x80 * kEachTag;        // the highest bit of each tag
 
+  /// One for each name; the others are empty.
   struct Slot {
-    const char* name = nullptr;  // of the first record, ends with NUL
-    Cursor first;
+    const char* name = nullptr;  // as the first file spells it, ends with NUL
+    Cursor first;                // the first file of that name
   };
   struct Pending;
 
-  /// A byte: seven bits from the middle of the hash, which are mixed best, and the highest bit,
-  /// which marks a slot as taken.
+  /// The tag of a slot, a byte: seven bits from the middle of the hash, which are mixed best, and
+  /// the highest bit, which marks the slot as taken.
   static std::uint64_t TagOf(std::uint64_t hash) noexcept { return (hash >> 32U & 0x7FU) | 0x80U; }
   /// The group where the search for a hash begins, by the hash's upper half.
   [[nodiscard]] std::size_t FirstGroupOf(std::uint64_t hash) const noexcept {
@@ -130,6 +133,7 @@ class NameIndex {
   [[nodiscard]] NameKey KeyOf(std::string_view name) const;
 
   bool foldsCase;
+  // A record is the number of a file among all files, in path order.
   std::vector<std::uint32_t> firstRecords;  // by folder: the record of its first file
   std::vector<std::uint32_t> nextRecords;   // by record: the next of the same name, kNone if last
   std::vector<std::uint64_t> groups;  // the tags of eight slots each, a byte a tag; zero: empty

@@ -11,8 +11,8 @@
 
 namespace Corvane::PathManagement::host {
 
-/// A file name in bytes with a NUL, ready to be looked up. The bytes fill whole words, the last of
-/// which is padded with zeros.
+/// A file name in bytes, followed by a NUL, ready to be looked up. The bytes fill whole words, the
+/// last of which is padded with zeros.
 ///
 /// A name is narrowed from text, hashed and folded a word at a time. Writing it byte by byte and
 /// reading it back in words made the processor wait for its own stores: a fifth of the time of a
@@ -47,7 +47,7 @@ class NameKey {
     for (; at + kWord <= size; at += kWord) {
       if (LoadFrom(name + at) != Load(at)) return false;
     }
-    // The shift drops the bytes behind the NUL, which belong to another name.
+    // The shift drops the bytes after the NUL, which belong to another name.
     const Word differences = LoadFrom(name + at) ^ Load(at);
     return differences << 8 * (kWord - 1 - (size - at)) == 0;
   }
@@ -144,7 +144,7 @@ class NameKey {
     if (at < text.size()) Store(at, NarrowLast(text, text.size() - at, seen));
     return seen.IsAscii();
   }
-  /// The same, but puts `text` behind the first `before` bytes.
+  /// The same, but puts `text` after the first `before` bytes.
   [[nodiscard]] bool Append(std::size_t before, std::u16string_view text) noexcept {
     const std::size_t shift = 8 * (before % kWord);
     std::size_t to = before - before % kWord;
@@ -161,7 +161,7 @@ class NameKey {
     if (shift != 0) Store(to, begun);
     return seen.IsAscii();
   }
-  /// As `Set`, also for text that is not ASCII.
+  /// As `Set`, but slower, and also for text that is not ASCII.
   [[nodiscard]] bool SetJoined(std::u16string_view name, std::u16string_view extension);
 
   boost::container::small_vector<char, 256> bytes;  // has room for whole words

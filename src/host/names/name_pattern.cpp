@@ -27,7 +27,7 @@ char32_t TakeCharacter(std::u16string_view text, std::size_t& at) {
   return isPair ? 0x10000U + ((unit & 0x3FFU) << 10U) + (text[at++] & 0x3FFU) : unit;
 }
 
-/// Takes a class, such as "[:alpha:]", off the beginning of `rest`; empty when there is none.
+/// Takes a class, such as "[:alpha:]", off the beginning of `rest`; `nullopt` when there is none.
 std::optional<Ranges> TakeClass(std::u16string_view& rest) {
   static const std::vector<std::pair<std::u16string_view, Ranges>> classes = {
       {u"[:alnum:]", {{U'0', U'9'}, {U'A', U'Z'}, {U'a', U'z'}}},
@@ -49,7 +49,8 @@ std::optional<Ranges> TakeClass(std::u16string_view& rest) {
   return found->second;
 }
 
-/// Takes a character in brackets off the beginning of `rest`; empty at the end of the pattern.
+/// Takes a character in brackets, and a backslash before it, off the beginning of `rest`; `nullopt`
+/// at the end of the pattern.
 std::optional<char32_t> TakeMember(std::u16string_view& rest) {
   std::size_t at = rest.starts_with(u'\\') ? 1 : 0;
   if (at >= rest.size()) return std::nullopt;
@@ -58,8 +59,8 @@ std::optional<char32_t> TakeMember(std::u16string_view& rest) {
   return member;
 }
 
-/// Takes the ranges up to the "]", and the "]", off the beginning of `rest`; empty when there is no
-/// "]". A "]" that comes first is a character.
+/// Takes the ranges up to the "]", and the "]", off the beginning of `rest`; `nullopt` when there
+/// is no "]". A "]" that comes first is a character.
 std::optional<Ranges> TakeRanges(std::u16string_view& rest) {
   Ranges ranges;
   for (bool isFirst = true; isFirst || !rest.starts_with(u']'); isFirst = false) {
@@ -96,9 +97,9 @@ bool NamePattern::IsPattern(std::u16string_view text) noexcept {
 NamePattern::Part NamePattern::TakePart(std::u16string_view& rest) {
   if (rest.starts_with(u'[')) {
     const bool excludes = rest.size() > 1 && (rest[1] == u'!' || rest[1] == u'^');
-    std::u16string_view behind = rest.substr(excludes ? 2 : 1);
-    if (auto ranges = TakeRanges(behind)) {
-      rest = behind;
+    std::u16string_view fromRanges = rest.substr(excludes ? 2 : 1);
+    if (auto ranges = TakeRanges(fromRanges)) {
+      rest = fromRanges;
       return {excludes ? Kind::NoneOf : Kind::OneOf, std::move(*ranges)};
     }
   }
@@ -129,11 +130,11 @@ template <class Text>
 bool NamePattern::MatchText(const Text& name) const {
   std::size_t part = 0;
   std::size_t at = 0;
-  std::optional<std::size_t> behindStar;  // the part behind the last "*" reached
-  std::size_t taken = 0;                  // up to where that "*" has taken the name
+  std::optional<std::size_t> afterStar;  // the part after the last "*" reached
+  std::size_t taken = 0;                 // where in the name the characters of that "*" end
   while (true) {
     if (part < parts.size() && parts[part].kind == Kind::AnyCharacters) {
-      behindStar = ++part;
+      afterStar = ++part;
       taken = at;
       continue;
     }
@@ -144,9 +145,9 @@ bool NamePattern::MatchText(const Text& name) const {
       at = next;
       continue;
     }
-    if (!behindStar || taken == name.size()) return false;
+    if (!afterStar || taken == name.size()) return false;
     static_cast<void>(TakeCharacter(name, taken));
-    part = *behindStar;
+    part = *afterStar;
     at = taken;
   }
 }

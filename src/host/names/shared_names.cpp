@@ -10,9 +10,8 @@ namespace Corvane::PathManagement::host {
 
 namespace {
 
-/// The length of `extension` at the end of `file`; npos when `file` does not end with it. Where
-/// case is ignored, `extension` is folded, and the length is that of the end of `file` that folds
-/// to it.
+/// How many bytes at the end of `file` are `extension`; npos when `file` does not end with it.
+/// Where case is ignored, `extension` is folded, and the bytes of `file` may be more or fewer.
 std::size_t LengthAtEnd(std::string_view file, std::string_view extension, bool foldsCase) {
   if (!foldsCase) return file.ends_with(extension) ? extension.size() : std::string_view::npos;
   // The folded form of a name is at least a third as long as the name.
@@ -54,9 +53,9 @@ void SharedNames::AddFolder(const NameBlock& files) {
 
 bool SharedNames::IsName(std::string_view name) const {
   if (!hasExtensions || IsTriedWithExtensions(name)) return true;
-  bool isWhole = false;
-  ForEachName(name, [&](std::string_view lookedUp) { isWhole = isWhole || lookedUp == name; });
-  return isWhole;
+  bool isFound = false;
+  ForEachName(name, [&](std::string_view lookedUp) { isFound = isFound || lookedUp == name; });
+  return isFound;
 }
 
 /// Calls use(name) for each name by which `file` can be looked up; for many files there is none.
@@ -67,6 +66,7 @@ void SharedNames::ForEachName(std::string_view file, const Use& use) const {
     const std::size_t length = LengthAtEnd(file, extension, foldsCase);
     if (length == std::string_view::npos || length == file.size()) continue;
     const std::string_view rest = file.substr(0, file.size() - length);
+    // "a.b.zt" is found by its whole name only: a look-up of "a.b" tries no extensions.
     use(IsTriedWithExtensions(rest) ? rest : file);
   }
 }
@@ -76,8 +76,8 @@ void SharedNames::Add(std::string_view name) {
   const std::string_view key = foldsCase ? FoldName(name, buffer) : name;
   const auto found = indices.find(key);
   if (found == indices.end()) {
-    const bool isFolded = key == name;
-    indices.emplace(isFolded ? name : foldedKeys.emplace_back(key), names.size());
+    const bool isOwnKey = key == name;  // and lies in a name block, which outlives this
+    indices.emplace(isOwnKey ? name : foldedKeys.emplace_back(key), names.size());
     names.push_back({.spelling = name, .folder = folderCount});
     return;
   }

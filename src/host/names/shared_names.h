@@ -17,8 +17,8 @@ namespace Corvane::PathManagement::host {
 
 class NameBlock;
 
-/// Collects the plain names by which the files of a path can be looked up, and finds the names that
-/// several files share.
+/// Collects the plain names, those without folders, by which the files of a path can be looked up,
+/// and finds the names that several files share.
 ///
 /// Ownership: views the name blocks, which must outlive it.
 class SharedNames {
@@ -43,19 +43,21 @@ class SharedNames {
 
  private:
   struct Name {
-    std::string_view spelling;
-    std::size_t folder;  // the number of the first folder that has the name
-    bool isShared = false;
-    bool isRespelled = false;
+    std::string_view spelling;  // in the first folder that has the name
+    std::size_t folder;         // the number of that folder
+    bool isShared = false;      // by several files, or by one file with several extensions
+    bool isRespelled = false;   // spelled in several ways
   };
 
   void Add(std::string_view name);
+  /// The spellings of the names for which `condition` is true.
   [[nodiscard]] std::vector<std::string> SpellingsOf(bool Name::* condition) const;
   template <class Use>
   void ForEachName(std::string_view file, const Use& use) const;
 
-  bool hasExtensions;
-  std::vector<std::string> extensions;  // folded when case is ignored
+  bool hasExtensions;  // whether any were given
+  std::vector<std::string>
+      extensions;  // those that a name can end with; folded when case is ignored
   bool foldsCase;
   std::size_t folderCount = 0;
   std::vector<Name> names;  // in the order in which they were added
