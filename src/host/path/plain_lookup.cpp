@@ -19,7 +19,7 @@ namespace {
 
 const foundation::log::basic_diagnostic_logger kIndexLogger("searchpath::host::index");
 
-constexpr unsigned kMostSingleQuestions = 8;
+constexpr unsigned kMostSingleQuestions = 8;  // why eight: see `PlainLookup`
 
 /// Calls use(name) for each file name that `target` may mean, the preferred one first.
 template <class Use>
@@ -27,7 +27,7 @@ void ForEachName(const PathManagement::detail::SearchTarget& target, const Use& 
   const auto& extensions = target.GetExtensions();
   NameKey name;
   std::size_t at = 0;
-  do {  // a loop that calls `use` in one place, so that `use` is inlined
+  do {  // calls `use` in one place only, so that the compiler inlines it
     const bool isName = extensions.empty() ? name.Set(target.GetName())
                                            : name.Set(target.GetName(), extensions[at]);
     if (isName) use(name);
@@ -63,8 +63,8 @@ boost::optional<FoundItem> PlainLookup::FindFirst(const Target& target,
   return At(FindPlace(target, policy));
 }
 
-/// Every return is of the same variable, so that it is built in the caller's place: moving it there
-/// cost 3 of 70 ns.
+/// Every return is of the same variable, which the compiler then builds where the caller wants it:
+/// moving it there cost 3 of 70 ns.
 boost::optional<FoundItem> PlainLookup::At(const Place& place) const {
   boost::optional<FoundItem> found;
   if (place.item == nullptr) return found;
@@ -95,7 +95,7 @@ PlainLookup::Place PlainLookup::AskFolders(const Target& target,
   return place;
 }
 
-/// Asks the shown folders one after the other until use(folder, answer) returns true. Once the disk
+/// Asks the shown folders one after the other until use(index, answer) returns true. Once the disk
 /// has let this thread wait, the folders that come next are asked ahead, so that they answer while
 /// this thread waits for the one before.
 template <class Use>
@@ -139,16 +139,16 @@ std::vector<FoundItem> PlainLookup::AskFoldersForAll(const Target& target,
 std::optional<boost::optional<FoundItem>> PlainLookup::FindShown(const Target& target,
                                                                  FilenameMatchingPolicy policy,
                                                                  const IsShown& isShown) {
-  if (policy == FilenameMatchingPolicy::IgnoreCase || !IsSingle(policy)) return std::nullopt;
+  if (policy == FilenameMatchingPolicy::IgnoreCase || !MayAskFolders(policy)) return std::nullopt;
   return AskFoldersOnce(target, policy, isShown);
 }
 
 boost::optional<FoundItem> PlainLookup::FindVisible(const Target& target,
                                                     FilenameMatchingPolicy policy) {
   const bool ignoresCase = policy == FilenameMatchingPolicy::IgnoreCase;
-  if (!ignoresCase && IsSingle(policy)) return AskFoldersOnce(target, policy, ShowAll);
+  if (!ignoresCase && MayAskFolders(policy)) return AskFoldersOnce(target, policy, ShowAll);
   const Place ordinary = FindPlace(target, policy);
-  // `policy` says only which files match: method entries are found by their exact names.
+  // `policy` only says which files match; method entries are found by their exact names.
   if (HasNoMethodFolder(target.GetName(), FilenameMatchingPolicy::FileSystemDefault)) {
     return At(ordinary);
   }
@@ -161,7 +161,7 @@ bool PlainLookup::FindIndexed(std::u16string_view name, boost::optional<FoundIte
   NameKey key;
   Place place;
   if (key.Set(name)) AskIndex(exact, key, place);
-  // No name in the index has a separator.
+  // No name in the index has a separator, so a separator matters only after a miss.
   if (place.item == nullptr && name.find(u'/') != name.npos) return false;
   found = At(place);
   return true;
@@ -209,7 +209,7 @@ PlainLookup::Place PlainLookup::AskIndex(LazyIndex& lazy, const Target& target) 
   return best;
 }
 
-/// Sets `best` to the first file of that name if this file is in an earlier folder than `best`.
+/// Sets `best` to the first file called `name` if that file is in an earlier folder than `best`.
 void PlainLookup::AskIndex(LazyIndex& lazy, const NameKey& name, Place& best) const {
   const NameIndex& index = *lazy.index;
   const auto [cursor, slot] = index.Find(name);
@@ -242,7 +242,7 @@ std::vector<FoundItem> PlainLookup::FindAll(const Target& target, FilenameMatchi
     matches = std::move(merged);
   });
   found.reserve(matches.size());
-  auto group = matches.begin();  // of the matches in the same folder
+  auto group = matches.begin();  // the first match in the folder of `at`
   for (auto at = matches.begin(); at != matches.end(); ++at) {
     if (group->folder != at->folder) group = at;
     // Two extensions of the list may differ in case alone.
@@ -292,7 +292,7 @@ PathEntries PlainLookup::FindMethodFolders(const ustring& name, FilenameMatching
   return HasNoMethodFolder(name, policy) ? PathEntries() : FindAllMethodFolders(name, policy);
 }
 
-/// Whether it is known already that there is no "@" folder of that name.
+/// Whether it is known already that there is no method folder of that name.
 bool PlainLookup::HasNoMethodFolder(std::u16string_view name,
                                     FilenameMatchingPolicy policy) const noexcept {
   // Most names have a length that no method entry has.
@@ -309,12 +309,12 @@ PathEntries PlainLookup::FindAllMethodFolders(const ustring& name, FilenameMatch
   return found;
 }
 
-/// Calls stop(method) for the "@" folders of that name in path order until it returns true.
+/// Calls stop(method) for the method folders of that name in path order until it returns true.
 template <class Stop>
 void PlainLookup::ForEachMethodFolder(const ustring& name, FilenameMatchingPolicy policy,
                                       const Stop& stop) {
   const bool ignoresCase = policy == FilenameMatchingPolicy::IgnoreCase;
-  // For an index all main folders have been listed.
+  // All main folders have been listed for an index: a table of their method folders costs little.
   if (!ignoresCase && (exact.once.IsBuilt() || folded.once.IsBuilt())) {
     const MethodFolders& byName = IndexedMethodFolders();
     const auto found = byName.find(name);
@@ -347,7 +347,7 @@ PlainLookup::LazyIndex& PlainLookup::Lazy(FilenameMatchingPolicy policy) noexcep
 
 /// Counts a question, and returns whether it is answered without an index. Of questions that ignore
 /// case only the first is: it lists the folders that it asks, and then the index costs little more.
-bool PlainLookup::IsSingle(FilenameMatchingPolicy policy) {
+bool PlainLookup::MayAskFolders(FilenameMatchingPolicy policy) {
   LazyIndex& lazy = Lazy(policy);
   if (lazy.once.IsBuilt()) return false;
   const bool ignoresCase = policy == FilenameMatchingPolicy::IgnoreCase;
@@ -359,7 +359,7 @@ bool PlainLookup::IsSingle(FilenameMatchingPolicy policy) {
 PlainLookup::LazyIndex* PlainLookup::IndexFor(FilenameMatchingPolicy policy) {
   LazyIndex& lazy = Lazy(policy);
   if (lazy.once.IsBuilt()) return &lazy;
-  return IsSingle(policy) ? nullptr : &Build(lazy, policy);
+  return MayAskFolders(policy) ? nullptr : &Build(lazy, policy);
 }
 
 PlainLookup::LazyIndex& PlainLookup::Build(LazyIndex& lazy, FilenameMatchingPolicy policy) const {
@@ -383,7 +383,7 @@ std::unique_ptr<const NameIndex> PlainLookup::BuildIndex(FilenameMatchingPolicy 
 
 const PlainLookup::MethodFolders& PlainLookup::IndexedMethodFolders() {
   methodsOnce.Call([this] {
-    methods.clear();
+    methods.clear();  // an earlier call may have ended with an exception
     for (std::size_t index = 0; index < folders.size(); ++index) {
       for (const auto& below : folders[index]->GetSpecialFolders()) {
         if (below->GetPathEntryType() != PathEntryType::AtFolder) continue;

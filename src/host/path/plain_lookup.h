@@ -25,7 +25,9 @@ class FolderState;
 class NameKey;
 struct NameQuestion;
 
-/// Answers plain names, those without a separator, from the main folders of a path.
+/// Answers plain names, those without a separator, from the main folders of a path, those on the
+/// path itself. Only questions for visible files and for method entries reach further: a method
+/// entry is an "@" folder below a main folder, and has the name of the folder without the "@".
 ///
 /// The first eight questions for a file ask one folder after the other, up to the answer. The disk
 /// is asked for the name alone, and no folder is listed: a program that asks little pays for no
@@ -42,7 +44,7 @@ class PlainLookup {
   using Target = PathManagement::detail::SearchTarget;
   using IsShown = std::function<bool(const FolderEntry&)>;
 
-  /// `mainEntries` and `mainFolders` are the same objects.
+  /// `mainEntries` and `mainFolders` are the same objects in the same order.
   PlainLookup(FolderEntries mainFolders, std::shared_ptr<const PathEntries> mainEntries);
 
   /// The first match in path order.
@@ -52,9 +54,9 @@ class PlainLookup {
   /// the file and for the method entry at once.
   [[nodiscard]] boost::optional<FoundItem> FindVisible(const Target& target,
                                                        FilenameMatchingPolicy policy);
-  /// Sets `found` to the same for a name without extensions, by its text alone, and returns true.
-  /// Returns false as long as there is no index, and for a name that may be that of a method entry
-  /// or has separators.
+  /// As `FindVisible` for a target that is `name` without extensions, under `FileSystemDefault`:
+  /// sets `found` to the answer, which may be empty, and returns true. Returns false as long as
+  /// there is no index, and for a name that may be that of a method entry or has separators.
   [[nodiscard]] bool FindIndexed(std::u16string_view name, boost::optional<FoundItem>& found);
   /// As `FindVisible` on the path of the folders for which `isShown` returns true.
   /// The outer optional is empty, and nothing was looked up, when there is an index or one is due,
@@ -72,26 +74,26 @@ class PlainLookup {
 
  private:
   struct LazyIndex {
-    std::atomic<unsigned> questionCount = 0;
-    PathManagement::detail::OnceFlag once;  // guards index
+    std::atomic<unsigned> questionCount = 0;  // those that came before the index was built
+    PathManagement::detail::OnceFlag once;    // guards index
     std::unique_ptr<const NameIndex> index;
     IndexedItems items;  // of index
   };
   struct NameHash {
-    using is_avalanching = void;
+    using is_avalanching = void;  // every bit of the hash is mixed: tables need not mix it again
     std::size_t operator()(const ustring& name) const noexcept;
   };
-  /// An "@" folder.
+  /// The folder of a method entry.
   struct MethodFolder {
-    std::size_t above;  // the number of the main folder that holds it
+    std::size_t above;  // the index of the main folder that holds it
     std::shared_ptr<const FolderEntry> entry;
   };
   using MethodFolders = boost::unordered_flat_map<ustring, std::vector<MethodFolder>, NameHash>;
   using Match = NameIndex::Match;
   /// Where a file was found.
   struct Place {
-    std::size_t folder = 0;          // the number of the folder
-    const PathItem* item = nullptr;  // null when there is none
+    std::size_t folder = 0;          // its index in folders
+    const PathItem* item = nullptr;  // null when no file was found
   };
 
   [[nodiscard]] LazyIndex& Lazy(FilenameMatchingPolicy policy) noexcept;
@@ -110,7 +112,7 @@ class PlainLookup {
                                                         FilenameMatchingPolicy policy) const;
   template <class Use>
   void AskEach(const NameQuestion& question, const IsShown& isShown, const Use& use) const;
-  [[nodiscard]] bool IsSingle(FilenameMatchingPolicy policy);
+  [[nodiscard]] bool MayAskFolders(FilenameMatchingPolicy policy);
   [[nodiscard]] LazyIndex& Build(LazyIndex& lazy, FilenameMatchingPolicy policy) const;
   [[nodiscard]] LazyIndex* IndexFor(FilenameMatchingPolicy policy);
   [[nodiscard]] std::unique_ptr<const NameIndex> BuildIndex(FilenameMatchingPolicy policy) const;
@@ -126,13 +128,13 @@ class PlainLookup {
                                              std::uint32_t folder, std::string_view name) const;
 
   const FolderEntries folders;
-  const std::shared_ptr<const PathEntries> entries;
+  const std::shared_ptr<const PathEntries> entries;  // the same objects as in folders
   /// Those of `folders`, in the same order. Kept, since getting a state from its entry costs an
   /// access to the memory of the entry.
   std::vector<FolderState*> states;
-  LazyIndex exact;
-  LazyIndex folded;
-  PathManagement::detail::OnceFlag methodsOnce;  // guards methods
+  LazyIndex exact;                               // for policies that respect case
+  LazyIndex folded;                              // for `IgnoreCase`
+  PathManagement::detail::OnceFlag methodsOnce;  // guards methods and methodLengths
   MethodFolders methods;                         // by name, without "@"
   std::uint64_t methodLengths = 0;  // bit n: a name of `methods` has the length n, modulo 64
 };
