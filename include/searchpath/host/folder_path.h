@@ -17,11 +17,14 @@ namespace Corvane::PathManagement::host {
 
 /// A search path of folders on disk, in the order given.
 ///
-/// Its main entries are the folders given. An entry is on the path when the path holds that object,
-/// or another entry for the same folder. A name with separators is a partial pathname: its last
-/// part is looked up in the entries whose trailing folders match the parts before, see
-/// `DoesPartialPathnameMatchPathEntryIRI`. In a name that begins with a separator, the parts before
-/// the last are the whole location of one folder.
+/// The folders given are the main entries. Below them are their special folders, among them method
+/// entries: the folder "@fn" is the method entry called "fn". An entry is on the path when the
+/// path holds that object, or another entry for the same folder.
+///
+/// A plain name has no separators. A name with separators is a partial pathname: it is looked up in
+/// the entries whose trailing folders match the folders before its last part, see
+/// `DoesPartialPathnameMatchPathEntryIRI`. If it begins with a separator, these folders are the
+/// full location of the one entry in which it is looked up.
 ///
 /// Threads: all operations, from any thread.
 /// Ownership: shares its entries.

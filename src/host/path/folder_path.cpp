@@ -16,6 +16,7 @@
 
 #include <algorithm>
 #include <cassert>
+#include <cstdint>
 #include <iterator>
 #include <optional>
 #include <utility>
@@ -32,7 +33,9 @@ bool IsPlain(const SearchTarget& target) {
 
 /// Whether `scope` covers the main entries and nothing else.
 bool IsMainScope(SearchScope scope) {
-  if (scope.size() == 1) return *scope.data() == 0;  // `Ordinary`, which nearly all questions ask
+  // Nearly all questions have a scope of one kind, `Ordinary`.
+  constexpr auto ordinary = static_cast<std::uint32_t>(PathEntryType::Ordinary);
+  if (scope.size() == 1) return *scope.data() == ordinary;
   return IsInScope(scope, PathEntryType::Ordinary) && !ReachesBelowMainEntries(scope);
 }
 
@@ -49,7 +52,7 @@ struct FolderPath::State {
   PlainLookup plainLookup;
 
   PathManagement::detail::OnceFlag tableOnce = {};
-  std::unique_ptr<const PathTable> table = nullptr;  // guarded by tableOnce
+  std::unique_ptr<const PathTable> table = nullptr;  // of all entries; guarded by tableOnce
   PathManagement::detail::OnceFlag lastFoldersOnce = {};
   std::unique_ptr<const PathManagement::detail::LastFolders> lastFolders =
       nullptr;  // guarded by lastFoldersOnce
@@ -80,16 +83,17 @@ struct FolderPath::State {
       ForEachInScope(scope, [&](const auto& entry) { return matches(entry) && visit(entry); });
       return;
     }
-    for (const auto [row, isWhole] : RowsOf(partial.back())) {
+    for (const auto [row, hasExactName] : RowsOf(partial.back())) {
       const auto& entry = Table().Rows()[row].entry;
       if (!IsInScope(scope, entry->GetPathEntryType())) continue;
       // Of an entry without a parent entry only its own name is compared; `RowsOf` has done that.
       const bool isCompared =
-          isWhole && partial.size() == 1 && path.GetParentEntryForEntry(*entry) == nullptr;
+          hasExactName && partial.size() == 1 && path.GetParentEntryForEntry(*entry) == nullptr;
       if ((isCompared || matches(entry)) && visit(entry)) return;
     }
   }
 
+  /// The row of `entry`, which has to be on the path.
   std::uint32_t RowOf(const IPathEntry& entry) {
     const auto row = Table().Find(entry);
     assert(row && "the entry must be on the path");
@@ -141,13 +145,13 @@ struct FolderPath::State {
   /// until it returns true. `file` is `target` without its folders; `path` is the path that owns
   /// this state.
   template <class Ask>
-  void ForEachFolderOf(const FolderPath& path, SearchScope scope, const SearchTarget& target,
-                       FilenameMatchingPolicy policy, const Ask& ask) {
-    const auto matching = [&](const auto& partial, const auto& visit) {
+  void AskEachFolder(const FolderPath& path, SearchScope scope, const SearchTarget& target,
+                     FilenameMatchingPolicy policy, const Ask& ask) {
+    const auto forEachMatch = [&](const auto& partial, const auto& visit) {
       ForEachMatch(path, scope, partial, policy, visit);
     };
     if (const auto parts = PathManagement::detail::SplitTarget(target)) {
-      PathManagement::detail::AskMatchingFolders(path, scope, *parts, policy, matching, ask);
+      PathManagement::detail::AskMatchingFolders(path, scope, *parts, policy, forEachMatch, ask);
     } else {
       ForEachInScope(scope, [&](const auto& entry) { return ask(entry, target); });
     }
@@ -176,7 +180,8 @@ PathEntries FolderPath::GetMethodEntries() const {
 
 PathEntries FolderPath::GetMethodEntriesByName(SearchScope scope, const ustring& name,
                                                FilenameMatchingPolicy policy) const {
-  // The rare case has a function of its own: a larger function costs more to enter.
+  // The rare case has a function of its own, since its variables would make this function larger
+  // and each call of it slower.
   if (IsMainScope(scope)) return state->plainLookup.FindMethodFolders(name, policy);
   return state->FindMethodEntries(scope, name, policy);
 }
@@ -186,7 +191,7 @@ PathEntries FolderPath::State::FindMethodEntries(SearchScope scope, const ustrin
   PathEntries methods;
   const ustring folderName = u'@' + name;
   for (const auto& folder : folders) {
-    std::vector<PathEntryType> kindsAbove;  // of the entries above, the main folder first
+    std::vector<PathEntryType> kindsAbove;  // of the entries above, from the main one to the parent
     WalkFolders(folder, [&](const auto& entry, std::size_t depth) {
       kindsAbove.resize(depth);
       if (depth > 0 && IsInScope(scope, kindsAbove.back()) &&
@@ -232,7 +237,7 @@ std::shared_ptr<const IPathEntry> FolderPath::GetPathEntryFromAbsoluteIRI(
   try {
     canonical = GetCanonicalIRI(iri);
   } catch (const foundation::storage::vfs::Exception&) {
-    // A location that cannot be resolved is compared as written; so is that of the entry.
+    // A location that cannot be resolved is compared as written; so are those of entries.
   }
   return state->Table().FindNamed(canonical, policy);
 }
@@ -249,7 +254,7 @@ boost::optional<FoundItem> FolderPath::State::FindInFolders(const FolderPath& pa
                                                             const SearchTarget& target,
                                                             FilenameMatchingPolicy policy) {
   boost::optional<FoundItem> found;
-  ForEachFolderOf(path, scope, target, policy, [&](const auto& entry, const auto& file) {
+  AskEachFolder(path, scope, target, policy, [&](const auto& entry, const auto& file) {
     if (auto item = entry->FindItem(file, policy)) found.emplace(std::move(item), entry);
     return found.has_value();
   });
@@ -277,7 +282,7 @@ std::vector<FoundItem> FolderPath::FindAllInScope(SearchScope scope, const Searc
                                                   FilenameMatchingPolicy policy) const {
   if (IsPlain(target) && IsMainScope(scope)) return state->plainLookup.FindAll(target, policy);
   std::vector<FoundItem> found;
-  state->ForEachFolderOf(*this, scope, target, policy, [&](const auto& entry, const auto& file) {
+  state->AskEachFolder(*this, scope, target, policy, [&](const auto& entry, const auto& file) {
     for (auto& item : entry->FindItems(file, policy)) found.emplace_back(std::move(item), entry);
     return false;
   });
@@ -288,7 +293,7 @@ std::vector<FoundItem> FolderPath::FindAllInScope(SearchScope scope, const Searc
                                                   FilenameMatchingPolicy policy,
                                                   ILookupObserver& observer) const {
   std::vector<FoundItem> all;
-  state->ForEachFolderOf(*this, scope, target, policy, [&](const auto& entry, const auto& file) {
+  state->AskEachFolder(*this, scope, target, policy, [&](const auto& entry, const auto& file) {
     std::vector<FoundItem> here;
     for (auto& item : entry->FindItems(file, policy)) here.emplace_back(std::move(item), entry);
     observer.FolderAsked(entry, here);
@@ -340,7 +345,7 @@ std::vector<FolderProblem> FolderPath::GetProblemsMet(
   std::vector<FolderProblem> problems;
   state->ForEachKnown([&](const FolderEntry& entry) {
     auto met = StateOf(entry).ProblemsMet();
-    // isWanted() last: it may resolve links to tell repeats.
+    // isWanted() is called last: it may resolve links, to tell whether the folder is a repeat.
     if (met.empty() || !isWanted(entry)) return;
     std::move(met.begin(), met.end(), std::back_inserter(problems));
   });

@@ -18,9 +18,9 @@ std::optional<std::size_t> HiddenFolders::FindHider(const IPathEntry& entry) con
   if (folders.empty()) return std::nullopt;
   const auto* const onDisk = dynamic_cast<const FolderEntry*>(&entry);
   if (onDisk == nullptr) return FindAtOrAbove(entry.GetCanonicalAbsoluteIRI());
-  FolderState& reached = StateOf(*onDisk);
   std::optional<std::size_t> hider;
-  static_cast<void>(reached.Identity().AnyBottom([&](const AbsoluteIRI& folder) {
+  // Every folder that the entry was reached through is one of these bottoms, or above one.
+  static_cast<void>(StateOf(*onDisk).Identity().AnyBottom([&](const AbsoluteIRI& folder) {
     hider = FindAtOrAbove(folder);
     return hider.has_value();
   }));
@@ -31,6 +31,7 @@ std::optional<std::size_t> HiddenFolders::FindAtOrAbove(AbsoluteIRI folder) cons
   while (true) {
     const auto found = indices.find(folder);
     if (found != indices.end()) return found->second;
+    // A special folder belongs to its parent; where folders are expanded, so does every folder.
     const bool belongsToParent =
         folder.hasParent() &&
         (expansion == FolderExpansion::Recursive ||

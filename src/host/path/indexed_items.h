@@ -15,7 +15,7 @@ namespace Corvane::PathManagement::host {
 ///
 /// Threads: `Get` from any thread, without a lock.
 /// Ownership: none; the folders own their items and must outlive this.
-/// Cost: one pointer for each slot of the index, from the first `Get` on.
+/// Cost: one pointer for each number of a name in the index, from the first `Get` on.
 class IndexedItems {
  public:
   IndexedItems() = default;
@@ -23,9 +23,9 @@ class IndexedItems {
   IndexedItems& operator=(const IndexedItems&) = delete;
   ~IndexedItems() { delete[] slots.load(std::memory_order_relaxed); }
 
-  /// The item for the name with the number `index`, below `count`; find() returns it when it is
-  /// first asked for. Precondition: `count` is the same at every call, and find() returns the same
-  /// object for the same `index`.
+  /// The item for the name with the number `index`, which is below `count`. When the item is first
+  /// asked for, it is taken from find(), perhaps by several threads at once. Precondition: `count`
+  /// is the same at every call, and find() returns the same object for the same `index`.
   template <class Find>
   [[nodiscard]] const PathItem& Get(std::size_t index, std::size_t count, const Find& find) {
     Slot& slot = Slots(count)[index];

@@ -8,7 +8,8 @@ namespace Corvane::PathManagement::host {
 
 using PathTable = PathManagement::detail::EntryTable<FolderEntry>;
 
-/// The table of `mainFolders` and of all entries below them. Lists every one of these folders.
+/// The table of `mainFolders` and of the special folders below them. Lists every one of these
+/// folders.
 [[nodiscard]] PathTable TableOf(const FolderEntries& mainFolders);
 
 }  // namespace Corvane::PathManagement::host

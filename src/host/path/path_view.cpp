@@ -111,6 +111,7 @@ PathView::PathView(GivenFolders givenFolders, const GivenFolders& hiddenFolders,
       shownFolders(hiddenFolders.folders.empty() ? folders.get() : nullptr) {
   FolderEntries hiding;
   for (const Given& folder : hiddenFolders.folders) {
+    // Only the folder itself: `HiddenFolders` sees to those below it.
     hiding.push_back(AsFolders(folder.entries).front());
     hiddenTexts.push_back(folder.origin.folder);
   }
@@ -143,20 +144,20 @@ std::shared_ptr<const IPath> PathView::MakePath() const {
         std::make_shared<const FilteredPath>(made, std::make_shared<const HiddenEntries>(hidden));
   };
   if (dropsRepeats) {
-    // Before repeats are dropped: of several entries for a folder, the one that is kept must not be
-    // hidden while another is shown.
+    // Entries are hidden before repeats are dropped: of several entries for a folder, the one that
+    // is kept must not be hidden while another is shown.
     hide();
     made = WithoutRepeats(made);
   }
-  // Also afterwards: a traversal without repeats asks the main entries themselves for what is below
-  // them, hidden or not.
+  // Entries are hidden afterwards, too: a traversal without repeats asks the main entries
+  // themselves for what is below them, hidden or not.
   hide();
   return made;
 }
 
 boost::optional<FoundItem> PathView::FindVisible(const PathManagement::detail::SearchTarget& target,
                                                  FilenameMatchingPolicy policy) const {
-  // Repeats need not be dropped: the first entry for a folder wins anyway.
+  // No need to drop repeats: the first entry for a folder wins anyway.
   if (shownFolders != nullptr) return shownFolders->FindVisible(target, policy);
   return FindAmongShown(target, policy);
 }
@@ -176,6 +177,7 @@ boost::optional<FoundItem> PathView::FindAmongShown(
 }
 
 std::optional<std::chrono::milliseconds> PathView::GetLimit() const noexcept {
+  // An `Environment` gives all its folders the same limit.
   const auto& onDisk = folders->GetMainFolders();
   return onDisk.empty() ? std::nullopt : StateOf(*onDisk.front()).GetLimit();
 }
@@ -186,7 +188,7 @@ bool PathView::MayHavePrivateFolder(const AbsoluteIRI& asker) const {
   if (!IsOnDisk() || onDisk.empty() || !std::ranges::all_of(onDisk, showsTheDisk)) return true;
   NameQuestion question;
   question.AddFolder(Constants::PrivateFolderStr);
-  FolderState state(asker, nullptr, GetLimit());
+  FolderState state(asker, /*listingSource=*/nullptr, GetLimit());
   return state.Ask(question).hasFolder;
 }
 
@@ -209,6 +211,7 @@ const ustring* PathView::FindHider(const IPathEntry& entry) const {
 }
 
 void PathView::RemoveUnseen(std::vector<FoundItem>& files) const {
+  // By canonical location.
   boost::unordered_flat_map<AbsoluteIRI, const IPathEntry*, HeldHash> firstEntries;
   std::erase_if(files, [&](const FoundItem& file) {
     const auto entry = file.GetPathEntry();
@@ -223,7 +226,7 @@ void PathView::RemoveUnseen(std::vector<FoundItem>& files) const {
 template <class Find>
 std::vector<FolderProblem> PathView::WithUnlocated(const Find& find) const {
   std::vector<FolderProblem> problems = unlocated;
-  boost::unordered_flat_set<AbsoluteIRI, HeldHash> seen;
+  boost::unordered_flat_set<AbsoluteIRI, HeldHash> seen;  // canonical locations
   auto others = find([&](const IPathEntry& folder) {
     return FindHider(folder) == nullptr &&
            (!dropsRepeats || seen.insert(folder.GetCanonicalAbsoluteIRI()).second);
@@ -243,13 +246,13 @@ std::vector<FolderProblem> PathView::GetProblemsMet() const {
 
 std::vector<ustring> PathView::FindIdleExclusions() const {
   std::vector<ustring> idle = unlocatedHidden;
-  boost::unordered_flat_set<std::size_t> hidingMain;  // those that hide a main entry
+  boost::unordered_flat_set<std::size_t> hidingMain;  // indices of those that hide a main entry
   for (const auto& folder : folders->GetMainFolders()) {
     if (const auto hider = hidden->FindHider(*folder)) hidingMain.insert(*hider);
   }
   const auto& hiding = hidden->GetFolders();
   for (std::size_t index = 0; index < hiding.size(); ++index) {
-    // `IsEntryOnPath` lists every folder of the path: asked only where it has to be.
+    // `IsEntryOnPath` lists every folder of the path, so it is called only where it has to be.
     const bool hides = hidingMain.contains(index) || wholePath->IsEntryOnPath(*hiding[index]);
     if (!hides) idle.push_back(hiddenTexts[index]);
   }

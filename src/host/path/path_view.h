@@ -23,8 +23,9 @@ namespace Corvane::PathManagement::host {
 
 /// Folders as they were given, each with the entries that it was expanded to.
 struct GivenFolders {
+  /// One folder.
   struct Given {
-    FolderOrigin origin;
+    FolderOrigin origin;  // who put it on the path
     PathEntries entries;  // the folder itself first
   };
 
@@ -33,18 +34,21 @@ struct GivenFolders {
 };
 
 /// The two paths of an `Environment`: the whole path, of all folders that were given, and the path
-/// that look-ups ask, from which hidden folders and repeats are taken out.
+/// that look-ups ask, from which hidden folders and repeats are taken out. The entries that stand
+/// on a path themselves are its main entries, and their folders its main folders; special folders
+/// ("+", "@", private, resources) are below them.
 ///
 /// Threads: all operations, from any thread.
 class PathView {
  public:
+  /// `expansion` is the way in which `givenFolders` were expanded: see `HiddenFolders`. Repeats are
+  /// dropped unless `keepDuplicates`.
   PathView(GivenFolders givenFolders, const GivenFolders& hiddenFolders, FolderExpansion expansion,
            bool keepDuplicates);
   /// Both paths are `givenPath`, of whatever class; it must not be null.
   explicit PathView(std::shared_ptr<const IPath> givenPath);
 
-  /// The path that look-ups ask: without hidden folders, and without repeats where these are
-  /// dropped.
+  /// The path that look-ups ask: without hidden folders, and without repeats if these are dropped.
   ///
   /// Cost: the first call resolves the links of every main folder where folders are hidden or
   /// repeats are dropped.
@@ -85,17 +89,17 @@ class PathView {
   [[nodiscard]] boost::optional<FoundItem> FindVisible(
       const PathManagement::detail::SearchTarget& target, FilenameMatchingPolicy policy) const;
 
-  /// As `FolderPath::FindIndexed` on the path that is asked.
+  /// As `FolderPath::FindIndexed` on `GetPath`. Returns false where folders are hidden.
   [[nodiscard]] bool FindIndexed(std::u16string_view name,
                                  boost::optional<FoundItem>& found) const {
     return shownFolders != nullptr && shownFolders->FindIndexed(name, found);
   }
 
-  /// How long to wait for the disk, for each folder; empty: as long as it takes.
+  /// How long to wait for the disk, for each folder; `nullopt`: as long as it takes.
   [[nodiscard]] std::optional<std::chrono::milliseconds> GetLimit() const noexcept;
 
-  /// Whether the folder `asker` may have a private folder, whose files code in `asker` sees. Lists
-  /// nothing. Asks the disk as long as all main folders have yet to be listed from the disk;
+  /// Whether the folder `asker` may have a private folder, whose files only code in `asker` sees.
+  /// Lists nothing. Asks the disk as long as all main folders have yet to be listed from the disk;
   /// otherwise returns true.
   [[nodiscard]] bool MayHavePrivateFolder(const AbsoluteIRI& asker) const;
 
@@ -120,7 +124,7 @@ class PathView {
   /// For each main entry, the index in `given` of the folder that it comes from.
   boost::unordered_flat_map<const IPathEntry*, std::size_t> givenBy;
   std::shared_ptr<const HiddenFolders> hidden;
-  std::vector<ustring> hiddenTexts;      // of the hidden folders, as they were given
+  std::vector<ustring> hiddenTexts;      // the folders of `hidden`, as they were given
   std::vector<ustring> unlocatedHidden;  // folders to be hidden that have no location
   bool dropsRepeats;
   const FolderPath* shownFolders;  // null unless the whole path is on disk and nothing is hidden
