@@ -9,8 +9,9 @@
 
 namespace Corvane::PathManagement::host {
 
-/// The listings that were read into `caches`, and the disk for all other folders. Null, which means
-/// the disk alone, when nothing was read into any cache.
+/// The listings of folders for a path with these caches. A cache is a `PathEntryFactory` into which
+/// listings were read; for each folder, the first one that has it counts. Folders in none of them
+/// are listed from the disk. Null, which means the disk alone, when nothing was read into any.
 [[nodiscard]] std::shared_ptr<const ListingSource> CreateSourceFrom(
     const std::vector<PathEntryFactory>& caches);
 

@@ -8,7 +8,7 @@ namespace Corvane::PathManagement::host {
 
 /// XXH3 with 64 bits and without a seed, as the formats of saved files prescribe it.
 ///
-/// Cost: for names that of `ShortHash`, for megabytes half of that.
+/// Cost: for a name, that of `ShortHash`, which computes the same; for megabytes, half of that.
 [[nodiscard]] std::uint64_t Checksum(std::string_view bytes) noexcept;
 
 }  // namespace Corvane::PathManagement::host

@@ -24,8 +24,8 @@ namespace {
 
 static_assert(std::endian::native == std::endian::little, "numbers are read as they are stored");
 
-constexpr std::size_t kMostVersionDigits = 9;
-constexpr std::size_t kFirstBlock = std::size_t{1} << 20U;  // in bytes
+constexpr std::size_t kMostVersionDigits = 9;               // always fit into 32 bits
+constexpr std::size_t kFirstBlock = std::size_t{1} << 20U;  // in bytes; see `ReadBody`
 
 using Numbers = std::array<std::uint64_t, 2>;  // length and checksum of the body
 
@@ -36,17 +36,18 @@ std::size_t ReadBytes(std::istream& stream, char* bytes, std::size_t size) try {
   throw InvalidListingException(std::string("it cannot be read: ") + failure.what());
 }
 
-void CheckFormat(std::istream& stream, std::string_view format) {
+void CheckBegin(std::istream& stream, std::string_view expected) {
+  // A stream that a program hands in, for which nobody has called `CheckOpen`.
   if (stream.rdbuf() == nullptr || stream.fail()) {
     throw InvalidListingException("it cannot be opened");
   }
-  std::string begin(format.size(), '\0');
+  std::string begin(expected.size(), '\0');
   begin.resize(ReadBytes(stream, begin.data(), begin.size()));
   if (begin.empty()) throw InvalidListingException("it is empty");
-  if (begin != format) {
+  if (begin != expected) {
     // The message leaves out the space in front of the version.
     throw InvalidListingException("its first line is not \"" +
-                                  std::string(format.substr(0, format.size() - 1)) +
+                                  std::string(expected.substr(0, expected.size() - 1)) +
                                   "\" and a version");
   }
 }
@@ -69,8 +70,8 @@ void CheckVersion(std::istream& stream, std::uint32_t expected) {
       (version > expected ? ": a newer program wrote it; write it again with this one" : " only"));
 }
 
-/// How many bytes the stream still holds, or `kMostBodyBytes` if there are more; 0 if the stream
-/// does not know, as with a pipe.
+/// How many bytes the stream still holds, or `kMostBodyBytes` if there are more; 0 if that cannot
+/// be told, as of a pipe.
 std::size_t RemainingBytes(std::istream& stream) {
   auto& buffer = *stream.rdbuf();
   const auto here = buffer.pubseekoff(0, std::ios_base::cur, std::ios_base::in);
@@ -82,8 +83,8 @@ std::size_t RemainingBytes(std::istream& stream) {
   return end < here ? 0 : std::min(static_cast<std::size_t>(end - here), kMostBodyBytes);
 }
 
-/// Reads `size` bytes, or as many as there are. The size may be wrong, so if the stream does not
-/// know how many bytes it holds, memory is taken step by step, as they are read.
+/// Reads `size` bytes, or as many as there are. `size` comes from the file and may be wrong: if the
+/// bytes left in the stream cannot be counted, memory is taken step by step, as bytes are read.
 ListingBody ReadBody(std::istream& stream, std::size_t size) {
   std::size_t capacity = std::min(size, std::max(RemainingBytes(stream), kFirstBlock));
   ListingBody body{std::make_unique_for_overwrite<char[]>(capacity + NameBlock::kSlack), 0};
@@ -99,12 +100,13 @@ ListingBody ReadBody(std::istream& stream, std::size_t size) {
   }
 }
 
-/// Why a file did not open.
+/// Why a file did not open, judged by what is there.
 std::string ErrorOf(const fl::filesystem::path& file) {
   struct stat status = {};
   if (stat(fl::filesystem::detail::NativeBytes(file.native()).c_str(), &status) != 0) {
     return std::generic_category().message(errno);
   }
+  // Almost always, it is permission that a regular file lacks.
   return S_ISREG(status.st_mode) ? "it may not be read" : "it is not a regular file";
 }
 
@@ -115,7 +117,7 @@ void CheckOpen(const fl::filesystem::ifstream& stream, const fl::filesystem::pat
 }
 
 ListingBody ReadEnvelope(std::istream& stream, const SavedFormat& format) {
-  CheckFormat(stream, format.begin);
+  CheckBegin(stream, format.begin);
   CheckVersion(stream, format.version);
   Numbers numbers = {};
   if (ReadBytes(stream, reinterpret_cast<char*>(numbers.data()), sizeof(numbers)) !=
@@ -126,8 +128,8 @@ ListingBody ReadEnvelope(std::istream& stream, const SavedFormat& format) {
   if (length > kMostBodyBytes) throw InvalidListingException("its length is damaged");
   ListingBody body = ReadBody(stream, static_cast<std::size_t>(length));
   if (body.size < length) throw InvalidListingException("it is cut off");
-  char behind = '\0';
-  if (ReadBytes(stream, &behind, 1) != 0) {
+  char next = '\0';
+  if (ReadBytes(stream, &next, 1) != 0) {
     throw InvalidListingException("more bytes follow its end");
   }
   if (Checksum({body.bytes.get(), body.size}) != checksum) {

@@ -15,7 +15,7 @@ namespace {
 /// The folder that holds `file`.
 AbsoluteIRI FolderOf(const fl::filesystem::path& file) {
   ustring folder = fl::filesystem::detail::extract_parent_path(file);
-  // "~" is an ordinary name here, which "./" in front of it shows.
+  // "~" is an ordinary name here; with "./" in front, it is not expanded.
   if (!folder.starts_with(u'/')) folder.insert(0, u"./");
   return WorkingFolder().Locate(folder);
 }

@@ -22,8 +22,7 @@ namespace {
 using flatbuffers::Offset;
 using foundation::storage::vfs::detail::HasDoubleDots;
 
-constexpr std::size_t kRoomForTables =
-    1024;  // more than a folder takes besides its names, in bytes
+constexpr std::size_t kRoomForTables = 1024;  // in bytes: more than a folder takes without names
 
 /// The location of a folder as it is saved; `bytes` depends on `place` as docs/formats.md says.
 struct Location {
@@ -161,6 +160,7 @@ class ListingWriter {
 
   /// Refuses a listing that would be too large: the builder checks its size in debug builds only.
   void CheckRoomFor(std::size_t bytes) const {
+    // What `Write` adds: the elements of two vectors, and the length of each vector.
     const std::size_t lists = (folders.size() + path.size() + 2) * sizeof(std::uint32_t);
     if (builder.GetSize() + bytes + lists + kRoomForTables > kMostBodyBytes) {
       throw std::length_error("there are more names than a listing can hold");

@@ -8,8 +8,9 @@
 
 namespace Corvane::PathManagement::host {
 
-/// Writes what `PathEntryFactory::WriteEntries` describes, with `mainFolders` as the main folders,
-/// and the listings of `furtherFolders`, without those of folders below them.
+/// Writes the listings of `mainFolders`, the folders of a path, and of all special folders below
+/// them, as `PathEntryFactory::WriteEntries` says. Then writes those of `furtherFolders` alone,
+/// without folders below them.
 void WriteListings(std::ostream& stream, const AbsoluteIRI& root, const FolderEntries& mainFolders,
                    const FolderEntries& furtherFolders = {});
 

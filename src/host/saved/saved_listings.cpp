@@ -38,18 +38,19 @@ NameBlock ViewNames(const saved::Names* names) {
   return {View(*names->bytes()), names->begins()->data(), names->begins()->size()};
 }
 
-/// Checks the meaning of the content; the verification of the tables knows only their structure.
+/// Checks the meaning of the content; the verifier of the tables checks only their structure.
 ///
 /// Tables may share parts, so a small file could hold so many names that checking them would take
-/// for ever. Files that this program writes share nothing. So the sizes of all parts together may
-/// not exceed the size of the file.
+/// for ever. Files that this program writes share nothing. So all parts together may not be larger
+/// than the file.
 class ContentCheck {
  public:
   explicit ContentCheck(std::size_t bodySize) : bytesLeft(bodySize) {}
 
   void CheckFolder(const saved::Folder& folder) {
-    Count(folder.location()->size());
+    Spend(folder.location()->size());
     if (folder.place() > saved::Place::MAX) Refuse("the place of a folder is unknown");
+    // `NoAnswer` is the last reason and, below, `Folder` the last target.
     if (folder.problem() > static_cast<std::uint8_t>(AbsolutizeError::NoAnswer)) {
       Refuse("a problem is unknown");
     }
@@ -61,7 +62,7 @@ class ContentCheck {
     const auto* targets = folder.targets();
     if ((targets == nullptr ? 0 : targets->size()) != linkCount) Refuse("a link has no target");
     if (targets == nullptr) return;
-    Count(linkCount);
+    Spend(linkCount);
     if (std::any_of(targets->begin(), targets->end(), [](std::uint8_t target) {
           return target > static_cast<std::uint8_t>(LinkTarget::Folder);
         })) {
@@ -70,7 +71,7 @@ class ContentCheck {
   }
 
  private:
-  void Count(std::size_t bytes) {
+  void Spend(std::size_t bytes) {
     if (bytes > bytesLeft) Refuse("it refers to the same data several times");
     bytesLeft -= bytes;
   }
@@ -80,9 +81,9 @@ class ContentCheck {
     const std::string_view block = View(*names->bytes());
     const auto* begins = names->begins()->data();
     const std::size_t count = names->begins()->size();
-    Count(block.size() + count * sizeof(*begins));
+    Spend(block.size() + count * sizeof(*begins));
     // This and the loop below make sure that one name begins at the start of the block and one
-    // behind each NUL but the last. So no name is left out, and none holds a NUL.
+    // after each NUL but the last. So no name is left out, and none holds a NUL.
     if (count == 0 || block.empty() || begins[0] != 0 || block.back() != '\0' ||
         static_cast<std::size_t>(std::count(block.begin(), block.end(), '\0')) != count) {
       Refuse("names do not end where they should");
@@ -101,7 +102,7 @@ class ContentCheck {
     }
   }
 
-  /// With repeated names in nested folders, a small file would make a huge tree.
+  /// If each folder held the same subfolder many times, a small file would make a huge tree.
   static void CheckRepeats(const saved::Folder& folder) {
     std::vector<std::string_view> all;
     for (const auto* names : {folder.folders(), folder.links()}) {
@@ -112,7 +113,7 @@ class ContentCheck {
     if (std::adjacent_find(all.begin(), all.end()) != all.end()) Refuse("a folder occurs twice");
   }
 
-  std::size_t bytesLeft;
+  std::size_t bytesLeft;  // of the file, for the parts that have not been checked
 };
 
 /// Makes the locations of folders from what was saved, which may be relative to `root`.
@@ -133,7 +134,7 @@ class LocationMaker {
         return foundation::storage::vfs::toAbsoluteIRI(u"file", rootPath + TextFromBytes(bytes));
       case saved::Place::Absolute:
         return foundation::storage::vfs::toAbsoluteIRI(u"file", TextFromBytes(bytes));
-      default:
+      default:  // `Elsewhere`
         return AbsoluteIRI(TextFromBytes(bytes));
     }
   } catch (const foundation::storage::vfs::InvalidIRIException& invalid) {
@@ -203,8 +204,8 @@ std::optional<FolderListing> SavedListings::FindListing(std::uint32_t folder,
   const saved::Folder& known = *listing->folders()->Get(folder);
   const auto path = NativeBytes(locations[folder]);
   const bool asSaved = use == ListingUse::AsSaved;
-  const auto freshness = [path, stamp = FindStamp(folder)] { return AskFreshness(*path, stamp); };
-  if (!asSaved && (!path || !known.listed() || patience.Ask(freshness) != Freshness::Fresh)) {
+  const auto ask = [path, stamp = FindStamp(folder)] { return AskFreshness(*path, stamp); };
+  if (!asSaved && (!path || !known.listed() || patience.Ask(ask) != Freshness::Fresh)) {
     return std::nullopt;
   }
   FolderListing made;

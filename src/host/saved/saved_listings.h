@@ -27,22 +27,23 @@ struct Listing;
 /// Threads: immutable once made.
 class SavedListings {
  public:
-  /// Reads and verifies all of `stream`, which begins with the first line of the format. `root` is
-  /// the folder to which locations in the file may be relative.
+  /// Reads and verifies all of `stream`, which holds a file in the format of caches. `root` is the
+  /// folder to which locations in the file may be relative.
   ///
   /// Errors: `InvalidListingException`.
   /// Cost: memory for at most twice the bytes of the stream; one pass over them for the checksum
   /// and one for the names.
   SavedListings(std::istream& stream, const AbsoluteIRI& root, ListingUse listingUse);
 
-  /// Whether a listing is left out when the folder has changed since the listing was made.
+  /// Whether a listing is used only if its folder has not changed since it was listed.
   [[nodiscard]] bool FollowsTheDisk() const noexcept { return use == ListingUse::WhileFresh; }
 
-  /// The locations of all folders, in the order of the file. Other members take a folder as an
-  /// index of these.
+  /// The locations of all folders, in the order of the file. Where other members take a folder,
+  /// they take its index in this vector.
   [[nodiscard]] const std::vector<AbsoluteIRI>& Locations() const noexcept { return locations; }
 
-  /// The main folders in path order, as indexes of `Locations`.
+  /// The main folders, which are those of the path that was saved, in path order: their indexes in
+  /// `Locations`.
   [[nodiscard]] std::vector<std::uint32_t> MainFolders() const;
 
   /// The index of the folder at `location`; empty when the file has no such folder.
@@ -66,7 +67,7 @@ class SavedListings {
   ListingBody body;
   const saved::Listing* listing = nullptr;  // in body
   std::vector<AbsoluteIRI> locations;
-  boost::unordered_flat_map<AbsoluteIRI, std::uint32_t, HeldHash> indexes;  // of `locations`
+  boost::unordered_flat_map<AbsoluteIRI, std::uint32_t, HeldHash> indexes;  // in `locations`
 };
 
 }  // namespace Corvane::PathManagement::host

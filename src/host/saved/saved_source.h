@@ -12,7 +12,8 @@
 namespace Corvane::PathManagement::host {
 
 /// Takes the listing of a folder from saved listings, or from the disk where these have none that
-/// may be used. What it returns may view the saved listings, and is valid as long as this object.
+/// may be used. Listings that it returns may view the saved ones; they are valid as long as this
+/// object.
 class SavedSource : public ListingSource {
  public:
   explicit SavedSource(std::vector<std::shared_ptr<const SavedListings>> listings)
@@ -24,7 +25,7 @@ class SavedSource : public ListingSource {
   [[nodiscard]] std::optional<FolderStamp> FindStamp(const AbsoluteIRI& location) const override;
 
  private:
-  // For each folder, the first of these that has it counts.
+  // Each is what one cache holds. For each folder, the first of them that has it counts.
   std::vector<std::shared_ptr<const SavedListings>> saved;
 };
 
