@@ -12,10 +12,10 @@ using foundation::log::basic_diagnostic_logger;
 using foundation::log::Severity;
 
 void StartDiagnosticLog(const std::optional<fl::filesystem::path>& file, Severity least) {
-  std::optional<std::string> name;
-  if (file) name = fl::filesystem::detail::NativeBytes(file->native());
+  std::optional<std::string> path;
+  if (file) path = fl::filesystem::detail::NativeBytes(file->native());
   basic_diagnostic_logger::SetSink(
-      [write = SearchpathLogSink()(name), least](std::string_view logger, Severity severity,
+      [write = SearchpathLogSink()(path), least](std::string_view logger, Severity severity,
                                                  std::string_view message) {
         if (severity >= least) write(logger, severity, message);
       });

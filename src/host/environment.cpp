@@ -48,8 +48,8 @@ PathEntries Expand(const AbsoluteIRI& folder, FolderExpansion expansion,
   return {tree.begin(), tree.end()};
 }
 
-/// A part of the path in a form that `WorkingFolder` reads as the rules do; no value when the rules
-/// leave the part out.
+/// A part of the path, as a text for `WorkingFolder::Locate`, which then finds what the part means
+/// by the rules; no value when the rules leave the part out.
 std::optional<ustring> FolderTextOf(const ustring& part, const LookupRules& rules) {
   if (part.empty() && rules.emptyPart == LookupRules::EmptyPart::WorkingFolder) return u".";
   if (part.empty() && !rules.foldersHaveMeaning) return std::nullopt;
@@ -83,16 +83,17 @@ GivenFolders LocateAll(const WorkingFolder& workingFolder, const EnvironmentOpti
                             options.timeout);
 }
 
-/// The path by the rules of `options`; null for the environment's own rules, which `view` follows.
+/// The path by the rules of `options`; null for the environment's own rules, under which `view` is
+/// searched.
 std::shared_ptr<const RuledPath> ApplyRules(const WorkingFolder& workingFolder,
                                             const EnvironmentOptions& options,
                                             const std::shared_ptr<const PathView>& view) {
   if (options.rules.foldersHaveMeaning) return nullptr;
-  const EnvironmentOptions quote{
+  const EnvironmentOptions quoteOptions{
       .folders = options.quoteFolders, .rules = options.rules, .timeout = options.timeout};
   const auto source = CreateSourceFrom(options.caches);
   return std::make_shared<const RuledPath>(
-      view, options.rules, Locate(workingFolder, quote, source), source, workingFolder);
+      view, options.rules, Locate(workingFolder, quoteOptions, source), source, workingFolder);
 }
 
 std::shared_ptr<const PackageRegistry> ReadPackages(const std::optional<AnyText>& root,
@@ -115,7 +116,7 @@ AbsoluteIRI LocateAsker(const PathView& view, const WorkingFolder& workingFolder
   }
 }
 
-/// Who asks, on a path where folders have no meaning.
+/// Who asks, on a path with rules under which folders have no meaning.
 RuledPath::Asker AskerByRules(const WorkingFolder& workingFolder, const Lookup& lookup) {
   const auto locate = [&](const std::optional<AnyText>& text) {
     std::optional<AbsoluteIRI> folder;
@@ -182,15 +183,17 @@ std::unique_ptr<MainSearchPathManager> Environment::CreateManager() const {
 
 boost::optional<FoundItem> Environment::FindNamed(std::u16string_view name) const {
   boost::optional<FoundItem> found;
+  // `FindIndexed` returns false where no index can answer, or none has been made yet.
   if (ruled != nullptr || !view->FindIndexed(name, found)) found = FindAsAsked({.name = name});
   return found;
 }
 
 boost::optional<FoundItem> Environment::Find(Lookup lookup) const {
   boost::optional<FoundItem> found;
-  const bool isBareName = ruled == nullptr && lookup.extensions.empty() && !lookup.fromFolder &&
-                          lookup.policy != FilenameMatchingPolicy::IgnoreCase;
-  if (!isBareName || !view->FindIndexed(lookup.name, found)) found = FindAsAsked(std::move(lookup));
+  const bool mayBeIndexed = ruled == nullptr && lookup.extensions.empty() && !lookup.fromFolder &&
+                            lookup.policy != FilenameMatchingPolicy::IgnoreCase;
+  if (!mayBeIndexed || !view->FindIndexed(lookup.name, found))
+    found = FindAsAsked(std::move(lookup));
   return found;
 }
 
@@ -205,7 +208,7 @@ boost::optional<FoundItem> Environment::FindAsAsked(Lookup lookup) const {
       lookup.extensions.empty() ? SearchTarget(std::move(lookup.name)) : TargetOf(lookup);
   if (asker && view->MayHavePrivateFolder(*asker)) {
     auto found = FindFirstFileVisibleFromFolder(*view->GetPath(), *asker, target, lookup.policy);
-    // A private folder is found through the folder that holds it, so a hidden one is found, too.
+    // The search meets a private folder even if it is hidden: below the folder that holds it.
     if (!found || view->FindHider(*found->GetPathEntry()) == nullptr) return found;
   }
   return view->FindVisible(target, lookup.policy);
@@ -221,7 +224,8 @@ std::vector<FoundItem> Environment::FindAll(const Lookup& lookup) const {
   if (ruled != nullptr) {
     return ruled->FindAll(TargetOf(lookup), AskerByRules(workingFolder, lookup));
   }
-  return FindAllFiles(*view, AskerOf(lookup), TargetOf(lookup), lookup.policy, nullptr);
+  return FindAllFiles(*view, AskerOf(lookup), TargetOf(lookup), lookup.policy,
+                      /*observer=*/nullptr);
 }
 
 std::vector<MatchingName> Environment::FindMatching(const Lookup& lookup) const {
@@ -297,6 +301,7 @@ std::optional<AbsoluteIRI> Environment::AskerOf(const Lookup& lookup) const {
   if (!lookup.fromFolder) return std::nullopt;
   AbsoluteIRI folder = LocateAsker(*view, workingFolder, *lookup.fromFolder);
   DiskPatience patience(view->GetLimit());
+  // On a path that is not all on disk, a folder of the path need not be on the disk.
   const bool isKnown = !view->IsOnDisk() && view->GetWholePath().GetPathEntryFromAbsoluteIRI(
                                                 folder, lookup.policy) != nullptr;
   const auto reason = isKnown ? std::nullopt : ProbeFolder(folder, patience);

@@ -17,9 +17,9 @@ namespace {
 
 using Comparison = FolderWatches::Comparison;
 
-/// Adds the links in a folder to those that are watched: what they lead to decides whether they
-/// count as files.
-void AddLinks(const AbsoluteIRI& folder, std::vector<AbsoluteIRI>& links) {
+/// Adds the links in a folder to the files to watch: whether a link counts as a file depends on
+/// what it leads to.
+void AddLinks(const AbsoluteIRI& folder, std::vector<AbsoluteIRI>& files) {
   const auto path = NativeBytes(folder);
   std::error_code error;
   if (!path) return;
@@ -28,7 +28,7 @@ void AddLinks(const AbsoluteIRI& folder, std::vector<AbsoluteIRI>& links) {
     std::error_code unknown;
     if (!item->is_symlink(unknown)) continue;
     const ustring location = TextFromBytes(item->path().native());
-    links.push_back(foundation::storage::vfs::toAbsoluteIRI(u"file", location));
+    files.push_back(foundation::storage::vfs::toAbsoluteIRI(u"file", location));
   }
 }
 
@@ -57,9 +57,9 @@ class FollowedEnvironment::State {
   [[nodiscard]] bool WatchesAll() const noexcept { return watches.GetPolled().empty(); }
 
  private:
-  /// Opens the environment, and opens it again as long as there are folders that were not watched
-  /// before: these may have changed after they were read. In a tree that never comes to rest, the
-  /// next `Update` goes on.
+  /// Opens the environment, and opens it again as long as it has folders that were not watched
+  /// before: such a folder may have changed between its reading and its watch. Gives up after some
+  /// rounds, in a tree that never comes to rest; the next `Update` then goes on.
   void Renew() {
     constexpr int kMostRounds = 4;
     isOutdated = true;
@@ -69,8 +69,8 @@ class FollowedEnvironment::State {
     }
   }
 
-  /// Makes the next look-ups read folders that are not on the path anew, such as those of code that
-  /// asks: any folder may be asked from, so not all of them are watched.
+  /// Makes the next look-ups read again what is not on the path, such as the folder of the code
+  /// that asks. Code in any folder may ask, so not all such folders are watched.
   void ForgetOtherFolders() {
     auto& ruled = opened.environment.ruled;
     if (ruled != nullptr) ruled = ruled->WithOthersAnew();
@@ -80,6 +80,7 @@ class FollowedEnvironment::State {
     const auto report = watches.Read();
     const bool filesCountByPermission =
         opened.environment.GetRules().files != LookupRules::Files::Regular;
+    // What is not watched may have changed at any time.
     isOutdated |= !report.changed.empty() || report.mayLeadElsewhere || report.isIncomplete ||
                   (filesCountByPermission && report.hasNewPermissions) || !WatchesAll();
     return isOutdated;

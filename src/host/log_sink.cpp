@@ -20,21 +20,22 @@ constexpr std::array<spdlog::level::level_enum, 4> kLevels = {
     spdlog::level::debug, spdlog::level::info, spdlog::level::warn, spdlog::level::err};
 static_assert(kLevels.size() == static_cast<std::size_t>(Severity::Error) + 1);
 
-spdlog::sink_ptr Open(const std::optional<std::string>& name) {
-  if (!name) return std::make_shared<spdlog::sinks::stderr_sink_mt>();
+spdlog::sink_ptr Open(const std::optional<std::string>& file) {
+  if (!file) return std::make_shared<spdlog::sinks::stderr_sink_mt>();
   try {
-    return std::make_shared<spdlog::sinks::basic_file_sink_mt>(*name);
+    return std::make_shared<spdlog::sinks::basic_file_sink_mt>(*file);
   } catch (const spdlog::spdlog_ex& failure) {
     throw std::runtime_error("cannot write the diagnostic log: " + std::string(failure.what()));
   }
 }
 
-foundation::log::DiagnosticSink MakeSink(const std::optional<std::string>& name) {
-  // Not in the library's registry of loggers, which the program may use for its own.
-  const auto sink = Open(name);
+foundation::log::DiagnosticSink MakeSink(const std::optional<std::string>& file) {
+  const auto sink = Open(file);
   sink->set_pattern("%Y-%m-%d %H:%M:%S.%e %t %l %n: %v");
-  // The caller has chosen by severity: every message is written, at once, and failures are ignored.
+  // The caller leaves out what is not severe enough, so every message is written, and at once.
+  // Failures are ignored: logging never makes an operation fail.
   return [sink](std::string_view logger, Severity severity, std::string_view message) {
+    // Made here, and not kept in spdlog's registry: the program may have loggers of its own there.
     spdlog::logger writer(std::string(logger), sink);
     writer.set_level(spdlog::level::trace);
     writer.flush_on(spdlog::level::trace);
@@ -45,6 +46,6 @@ foundation::log::DiagnosticSink MakeSink(const std::optional<std::string>& name)
 
 }  // namespace
 
-extern "C" MakeLogSink SearchpathLogSink() { return MakeSink; }
+extern "C" LogSinkMaker SearchpathLogSink() { return MakeSink; }
 
 }  // namespace Corvane::PathManagement::host

@@ -9,17 +9,17 @@
 
 namespace Corvane::PathManagement::host {
 
-/// Makes a sink that writes each diagnostic message as a line to the file `name`, or to standard
-/// error when `name` is empty.
+/// A function that makes a sink, which appends each diagnostic message as a line to the file with
+/// the native path `file`, or writes it to standard error when there is no `file`.
 ///
 /// Errors: `std::runtime_error` when the file cannot be opened.
-using MakeLogSink = foundation::log::DiagnosticSink (*)(const std::optional<std::string>& name);
+using LogSinkMaker = foundation::log::DiagnosticSink (*)(const std::optional<std::string>& file);
 
-/// The function that makes sinks. Its code may be in a module, which this call opens: see
-/// `FindInModule`.
+/// The function that makes sinks; never null. Where it is not part of this library, this call opens
+/// the module that has it: see `FindInModule`.
 ///
 /// Errors: `std::runtime_error` when the module cannot be opened.
-extern "C" SEARCHPATH_EXPORT MakeLogSink SearchpathLogSink();
+extern "C" SEARCHPATH_EXPORT LogSinkMaker SearchpathLogSink();
 
 }  // namespace Corvane::PathManagement::host
 

@@ -3,8 +3,8 @@
 
 namespace Corvane::PathManagement::host {
 
-// The library has this one, which calls the function of the same name in the module.
-extern "C" MakeLogSink SearchpathLogSink() {
+// This one is part of the library. It calls the one in log_sink.cpp, which is part of the module.
+extern "C" LogSinkMaker SearchpathLogSink() {
   static const auto loaded = reinterpret_cast<decltype(&SearchpathLogSink)>(
       PathManagement::detail::FindInModule("log_sink.so", "SearchpathLogSink"))();
   return loaded;

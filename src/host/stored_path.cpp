@@ -29,13 +29,13 @@ using fl::filesystem::detail::NativeBytes;
 using fl::filesystem::detail::PathError;
 using fl::filesystem::detail::WithoutInterruption;
 
-/// A folder that the file lists: as it is written there, and where it is.
+/// A folder that the file lists.
 struct Line {
-  ustring text;
+  ustring text;  // as it is written in the file
   AbsoluteIRI location;
 };
 
-/// `number` counts the folders of `file` from 1.
+/// `number` says which folder of `file` this is, from 1: for the exception.
 Line LocateLine(const ustring& text, std::size_t number, const std::string& file) {
   const bool isAbsolute = text.starts_with(u'/') || text.starts_with(u'~') ||
                           foundation::storage::vfs::hasIRIPrefix(text);
@@ -81,7 +81,8 @@ std::string TextOf(const AbsoluteIRI& folder) {
   return BytesFromText(fitsOnALine ? path : folder.toString()).value_or("");
 }
 
-/// Keeps others from changing the file as long as the descriptor is open.
+/// Waits until nobody else changes `file`, and keeps others from it as long as the descriptor is
+/// open.
 fl::filesystem::detail::Descriptor Lock(const std::string& file) {
   const std::string name = file + ".lock";
   fl::filesystem::detail::Descriptor lock(open(name.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0666));
@@ -126,6 +127,7 @@ fl::filesystem::path StoredPath::GetDefaultFile() {
   constexpr const char* kBelow = "/searchpath/path";
   if (const auto folder = AbsoluteFrom("XDG_CONFIG_HOME")) return TextFromBytes(*folder + kBelow);
   if (const auto home = AbsoluteFrom("HOME")) return TextFromBytes(*home + "/.config" + kBelow);
+  // Without $HOME, "~" is the home folder in the list of users.
   return WorkingFolder().Locate(u"~/.config/searchpath/path").getPath();
 }
 

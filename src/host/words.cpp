@@ -19,6 +19,7 @@ const char* Choose(Enumeration value, const std::array<const char*, Count>& word
 }  // namespace
 
 const char* GetWord(PathEntryType kind) {
+  // No kind has the number 4.
   return Choose(kind, std::array{"ordinary", "+", "@", "private", "unused", "resources"});
 }
 
@@ -67,9 +68,10 @@ const char* GetWord(Freshness freshness) {
 
 const char* FindProblemText(const IPathEntry& folder) {
   const auto* const onDisk = dynamic_cast<const FolderEntry*>(&folder);
+  // A folder that shows files could be searched.
   if (onDisk == nullptr || onDisk->GetItemCount() != 0) return nullptr;
   const ustring path = GetStringFromIRI(folder.GetAbsoluteIRI());
-  // Only one of the folder itself: `GetProblems` includes those of links in it.
+  // `GetProblems` includes those of links in the folder, which are not meant here.
   for (const FolderProblem& problem : onDisk->GetProblems()) {
     if (problem.folder == path) return problem.GetText();
   }
