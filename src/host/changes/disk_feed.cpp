@@ -57,7 +57,8 @@ struct Requests {
   }
 };
 
-/// All folders of the path; no value when some have not been listed.
+/// The locations of all folders of the path, special ones too; no value when some have not been
+/// listed, so that the folders below them are unknown.
 std::optional<std::vector<AbsoluteIRI>> LocationsOf(const FolderPath& path) {
   std::vector<AbsoluteIRI> locations;
   for (const auto& mainFolder : path.GetMainFolders()) {
@@ -129,6 +130,7 @@ class DiskFeed::State {
     int timeout = -1;  // in milliseconds; negative: wait until something comes
     if (const auto next = NextTime()) {
       const auto left = std::chrono::ceil<std::chrono::milliseconds>(*next - Clock::now());
+      // Up to a minute, which an int can hold; after it, the thread comes back here.
       timeout = static_cast<int>(std::clamp<std::int64_t>(left.count(), 0, 60'000));
     }
     // Whatever ended the wait, `Gather` looks at all sources.
@@ -174,12 +176,13 @@ class DiskFeed::State {
     AddToBurst(changed, /*mayLeadElsewhere=*/!changed.empty(), /*isIncomplete=*/false);
   }
 
-  /// Watches what is on the path now, each folder before it is listed. In the first round, a folder
-  /// that has answered questions already is reported, unless it was listed and its times say that
-  /// it has not changed since. In later rounds, a folder is reported when its location leads to
-  /// another folder than before, and when it is watched for the first time: a program that keeps
-  /// all folders of a tree on the path may have looked into the folder before it was watched, and
-  /// now looks again. A file is reported when its location leads to another path than before.
+  /// Watches what is on the path now, each folder before it is listed, and adds what is in doubt to
+  /// the burst. In the first round, a folder is in doubt when it has answered questions already,
+  /// unless it was listed and its times say that it has not changed since. In later rounds, it is
+  /// when its location leads to another folder than before, and when it is watched for the first
+  /// time: a program that keeps all folders of a tree on the path may have looked into the folder
+  /// before it was watched, and now looks again. A file is in doubt when its location leads to
+  /// another path than before.
   void WatchPath(Round round) {
     const auto path = manager.GetPath();
     LocationSet doubtful;
@@ -199,7 +202,7 @@ class DiskFeed::State {
     AddToBurst(doubtful, /*mayLeadElsewhere=*/false, /*isIncomplete=*/false);
   }
 
-  /// Returns whether `folder` must be reported.
+  /// Returns whether `folder` is in doubt: see `WatchPath`.
   [[nodiscard]] bool Watch(const FolderEntry& folder, Round round) {
     const bool wasUntouched = StateOf(folder).IsUntouched();
     const Comparison comparison = watches.Watch(folder.GetAbsoluteIRI());
@@ -224,7 +227,7 @@ class DiskFeed::State {
       if (std::find(files.begin(), files.end(), location) == files.end()) {
         AddChangedFolder(changed, location);
       } else {
-        changed.insert(location);  // the name of a file says nothing about the folder above it
+        changed.insert(location);  // though its name may look like that of a special folder
       }
     }
     if (published.isIncomplete && watchedFolders) {

@@ -13,13 +13,13 @@ namespace Corvane::PathManagement::host {
 
 namespace {
 
-constexpr std::int64_t kCoarsestTimes = 2;  // in seconds; the steps of some file systems' times
+constexpr std::int64_t kCoarsestTimes = 2;  // in seconds: the steps of times on some file systems
 
 }  // namespace
 
 FolderPoll::State FolderPoll::State::Of(const AbsoluteIRI& location) {
   const auto path = NativeBytes(location);
-  const Descriptor opened = OpenPath(path.value_or(""), O_PATH);
+  const Descriptor opened = OpenPath(path.value_or(""), O_PATH);  // "" does not exist
   struct stat status = {};
   if (!opened.IsOpen() || fstat(opened.Get(), &status) != 0) {
     return {.facts = {errno, 0, 0, 0, 0, 0}, .isYoung = false};

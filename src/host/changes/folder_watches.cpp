@@ -57,6 +57,7 @@ FolderWatches::Comparison FolderWatches::Watch(const AbsoluteIRI& location) {
 FolderWatches::Comparison FolderWatches::WatchFile(const AbsoluteIRI& location) {
   if (destinations.contains(location)) return Comparison::Same;
   Route route = Follow(location);
+  // If this fails, so has the watch of that folder as a part of the route.
   if (const auto watch = Add(route.folder, kFileEvents).watch) {
     watches[*watch].files[route.name].push_back(location);
   }
@@ -90,10 +91,10 @@ FolderWatches::Report FolderWatches::Read() {
 void FolderWatches::AddTo(Report& report, const inotify_event& event, const char* name) const {
   if ((event.mask & IN_Q_OVERFLOW) != 0) report.isIncomplete = true;
   const auto found = watches.find(event.wd);
-  if (found == watches.end()) return;  // of a watch that the last round ended
+  if (found == watches.end()) return;  // from a watch that the last round ended
   const Watched& watched = found->second;
   if ((event.mask & kGoneEvents) != 0) report.mayLeadElsewhere = true;
-  if (*name != '\0') {
+  if (*name != '\0') {  // not the watched folder itself, but something in it
     if ((event.mask & IN_ATTRIB) != 0) {
       report.hasNewPermissions = true;
       return;

@@ -65,15 +65,15 @@ class FolderWatches {
  private:
   /// Why the kernel watches a folder.
   struct Watched {
-    boost::unordered_flat_set<std::string> leading;  // names in it that lead to locations
-    std::vector<AbsoluteIRI> locations;              // those that lead to this folder
+    boost::unordered_flat_set<std::string> leading;  // names in it on the way to some location
+    std::vector<AbsoluteIRI> locations;              // those that lead to this folder itself
     std::unordered_map<std::string, std::vector<AbsoluteIRI>> files;  // watched in it, by name
   };
   /// What stands at a path.
   struct Seen {
     bool exists = false;
     bool isUnknown = false;                      // the disk does not say whether it exists
-    std::optional<std::string> linkTarget = {};  // empty: no link
+    std::optional<std::string> linkTarget = {};  // only of a link
   };
   /// The folder or file that a location leads to.
   struct Destination {
@@ -108,8 +108,9 @@ class FolderWatches {
   // Of the round under way.
   std::unordered_map<int, Watched> oldWatches;
   boost::unordered_flat_map<AbsoluteIRI, Destination, HeldHash> oldDestinations;
-  std::unordered_map<std::string, std::optional<int>> watchesOnRoutes;  // by folder
-  std::unordered_map<std::string, Seen> seen;                           // by path
+  // By folder; no number where the folder cannot be watched.
+  std::unordered_map<std::string, std::optional<int>> watchesOnRoutes;
+  std::unordered_map<std::string, Seen> seen;  // by path
 };
 
 }  // namespace Corvane::PathManagement::host

@@ -16,9 +16,10 @@ namespace {
 /// Whether other machines or processes may change the folder without this kernel's knowing.
 bool IsRemote(const std::string& folder) {
   struct statfs status = {};
+  // When this fails, so does `inotify_add_watch`, which says why.
   if (statfs(folder.c_str(), &status) != 0) return false;
-  // 9P, AFS, BeeGFS, Ceph, CIFS, Coda, FUSE, GFS2, GPFS, kAFS, Lustre, NCP, NFS, OCFS2, SMB, SMB2,
-  // shared folders of virtual machines.
+  // In this order: 9P, AFS, BeeGFS, Ceph, CIFS, Coda, FUSE, GFS2, GPFS, kAFS, Lustre, NCP, NFS,
+  // OCFS2, SMB, SMB2, and the shared folders of two kinds of virtual machines.
   static constexpr std::array<std::uint32_t, 18> kTypes = {
       0x01021997, 0x5346414F, 0x19830326, 0x00C36400, 0xFF534D42, 0x73757245,
       0x65735546, 0x01161970, 0x47504653, 0x6B414653, 0x0BD00BD0, 0x0000564C,

@@ -18,7 +18,7 @@ namespace Corvane::PathManagement::host {
 /// Threads: not synchronised.
 class KernelWatches {
  public:
-  /// The number of a watch, or why there is none.
+  /// The number of a watch or, when there is none, the reason.
   struct Added {
     std::optional<int> watch;
     std::error_code error;
@@ -33,10 +33,12 @@ class KernelWatches {
   /// A descriptor that is readable when there are events; negative when nothing can be watched.
   [[nodiscard]] int GetDescriptor() const noexcept { return queue.Get(); }
 
-  /// Watches `folder` for `events`, a sum of `IN_CREATE` and the like, and still for those of
-  /// earlier calls. A folder has one number, by whatever path it is added. A folder on a network or
-  /// user-space file system cannot be watched: it may change without this kernel's knowing.
+  /// Watches the folder with the native path `folder` for `events`, a sum of `IN_CREATE` and the
+  /// like, and still for those of earlier calls. A folder has one number, by whatever path it is
+  /// added. A folder on a network or user-space file system cannot be watched: it may change
+  /// without this kernel's knowing.
   [[nodiscard]] Added Add(const std::string& folder, std::uint32_t events) const;
+  /// Ends a watch. No error when the kernel has ended it already.
   void Remove(int watch) const;
 
   /// Visits the events that have come since the last call; does not wait.

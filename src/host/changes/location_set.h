@@ -11,8 +11,8 @@ namespace Corvane::PathManagement::host {
 
 using LocationSet = boost::unordered_flat_set<AbsoluteIRI, HeldHash>;
 
-/// Adds a folder that has changed. A special folder is part of the folder above it, so the latter
-/// is added, too, and so on up to the first ordinary folder.
+/// Adds a folder that has changed. A special folder ("+", "@", private, resources) is part of
+/// the folder above it, so that one is added, too, and so on up to the first ordinary folder.
 inline void AddChangedFolder(LocationSet& locations, AbsoluteIRI location) {
   while (locations.insert(location).second && location.hasParent() &&
          GetPathEntryTypeFromBaseName(location.getName()) != PathEntryType::Ordinary) {

@@ -137,8 +137,8 @@ class MainSearchPathManager::State {
     return version;
   }
 
-  /// Makes make(current version) the current version. Calls the listeners if the main folders
-  /// differ from those before.
+  /// Replaces the current version by make(current version). Calls the listeners if the main
+  /// folders, which are those of the path itself, differ from those before.
   template <class Make>
   void Change(const Make& make) {
     const ChangeUnderWay underWay(*this);
@@ -152,8 +152,8 @@ class MainSearchPathManager::State {
     listeners.Call(before->path, after->path);
   }
 
-  /// The same for the main folders alone, which become refresh(current version). If they do not
-  /// differ, the path object stays, and with it the index that it may have built.
+  /// Replaces only the main folders, by refresh(current version). If they do not differ, the path
+  /// object stays, and with it the index that it may have built.
   template <class Refresh>
   void ChangeFolders(const Refresh& refresh) {
     Change([&](const std::shared_ptr<const Version>& current) {
@@ -171,7 +171,7 @@ class MainSearchPathManager::State {
   class ChangeUnderWay {
    public:
     explicit ChangeUnderWay(State& changed) : state(changed) {
-      // Only this thread stores its own id, so what other threads store meanwhile does not matter.
+      // No other thread stores this thread's id, so it does not matter what they store meanwhile.
       if (state.changer == std::this_thread::get_id()) throw RecursivePathChangeException();
       lock = std::unique_lock(state.changeMutex);
       state.changer = std::this_thread::get_id();
@@ -187,8 +187,9 @@ class MainSearchPathManager::State {
 
   mutable std::mutex versionMutex;  // guards version
   std::shared_ptr<const Version> version;
-  std::mutex changeMutex;                                    // held throughout a change
-  std::atomic<std::thread::id> changer = std::thread::id();  // makes a change; no id: none does
+  std::mutex changeMutex;  // held throughout a change
+  // The thread that makes a change; no thread has the default id.
+  std::atomic<std::thread::id> changer = std::thread::id();
 };
 
 MainSearchPathManager::MainSearchPathManager(FolderEntries folders)

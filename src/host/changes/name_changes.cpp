@@ -47,22 +47,23 @@ class NameTable {
 
   [[nodiscard]] std::vector<NameChange> FindChanges() const {
     std::vector<std::pair<std::string_view, std::uint32_t>> changed;
-    for (const auto& [name, at] : names) {
-      if (IsChanged(at)) changed.emplace_back(name, at);
+    for (const auto& [name, number] : names) {
+      if (IsChanged(number)) changed.emplace_back(name, number);
     }
     std::sort(changed.begin(), changed.end());
     std::vector<NameChange> changes;
     changes.reserve(changed.size());
-    for (const auto& [name, at] : changed) {
-      changes.emplace_back(TextFromBytes(name), FirstItem(Before, at), FirstItem(After, at));
+    for (const auto& [name, number] : changed) {
+      changes.emplace_back(TextFromBytes(name), FirstItem(Before, number),
+                           FirstItem(After, number));
     }
     return changes;
   }
 
  private:
-  /// Adds the names of the files in those folders of a path that are not in `same`. No other name
-  /// can have changed its meaning: only folders of `same` have it, and these are on both paths in
-  /// the same order, so the first one that has it is the same on both.
+  /// Adds the names of the files in those folders of a path that are not in `same`. A name that
+  /// stands only in folders of `same` cannot have changed its meaning: these are on both paths in
+  /// the same order, so the first one that has the name is the same on both.
   void AddNamesOutsideOf(const FolderEntries& same, Side side) {
     auto next = same.begin();
     for (const Folder& folder : *paths.at(side)) {
@@ -97,9 +98,9 @@ class NameTable {
     }
   }
 
-  [[nodiscard]] bool IsChanged(std::uint32_t at) const {
-    const auto& before = firsts[Before][at];
-    const auto& after = firsts[After][at];
+  [[nodiscard]] bool IsChanged(std::uint32_t number) const {
+    const auto& before = firsts[Before][number];
+    const auto& after = firsts[After][number];
     if (!before || !after) return true;
     return FolderOf(Before, *before).Canonical() != FolderOf(After, *after).Canonical();
   }
@@ -108,8 +109,8 @@ class NameTable {
     return StateOf(*paths.at(side)->at(file.folder));
   }
 
-  [[nodiscard]] std::optional<FoundItem> FirstItem(Side side, std::uint32_t at) const {
-    const auto& first = firsts.at(side)[at];
+  [[nodiscard]] std::optional<FoundItem> FirstItem(Side side, std::uint32_t number) const {
+    const auto& first = firsts.at(side)[number];
     if (!first) return std::nullopt;
     const auto& folder = paths.at(side)->at(first->folder);
     return FoundItem(ShareItem(folder, StateOf(*folder).ItemAt(first->index)), folder);

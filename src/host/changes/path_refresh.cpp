@@ -21,13 +21,13 @@ using Folder = std::shared_ptr<const FolderEntry>;
 
 bool AreSameFolder(const FolderEntry& left, const FolderEntry& right) {
   const AbsoluteIRI folder = left.GetCanonicalAbsoluteIRI();
-  // Canonical IRIs would be compared by more than the folder.
+  // Not as canonical locations, which would be compared by more than the folder.
   return folder == static_cast<const AbsoluteIRI&>(right.GetCanonicalAbsoluteIRI());
 }
 
-/// Compares a folder and all special folders below it with an earlier version, from the top down.
-/// Then takes over the old entries of what is unchanged, from the bottom up. Does not recurse,
-/// since folders may nest deeper than the stack allows.
+/// Compares a folder, and all special folders below it ("+", "@", private, resources), with an
+/// earlier version, from the top down. Then takes over the old entries of what is unchanged, from
+/// the bottom up. Does not recurse, since folders may nest deeper than the stack allows.
 class FolderMerge {
  public:
   /// Folders that `changedFolders` does not contain are taken to be unchanged. When it is null, all
@@ -55,7 +55,7 @@ class FolderMerge {
     Folder old;
     std::size_t parent = 0;
     std::size_t index = 0;     // among the folders directly below the parent
-    bool isUnchanged = false;  // so far: all below it has to be unchanged as well
+    bool isUnchanged = false;  // final once all folders below have their results
     FolderEntries below = {};  // directly below the fresh entry; empty when not to be compared
   };
 
@@ -65,6 +65,7 @@ class FolderMerge {
     if (!AreSameFolder(*fresh, *old)) return;
     nodes[at].isUnchanged = true;
     FolderState& oldState = StateOf(*old);
+    // Nothing has been shown yet that could differ.
     if (fresh == old && !oldState.IsListed()) return;
     if (oldState.IsUntouched() && StateOf(*fresh).IsUntouched()) return;
     nodes[at].below = fresh->GetSpecialFolders();
@@ -113,7 +114,7 @@ class Counterparts {
   template <class KeyOf>
   Counterparts(FolderEntries allFolders, const KeyOf& keyOf) : folders(std::move(allFolders)) {
     next.resize(folders.size());
-    // From the back, so that in the end each key has its first entry in `firsts`.
+    // From the back: so `firsts` ends up with the first entry of each key.
     for (std::size_t at = folders.size(); at-- > 0;) {
       const auto [first, isNew] = firsts.try_emplace(keyOf(*folders[at]), at);
       if (!isNew) next[at] = std::exchange(first->second, at);
@@ -135,7 +136,7 @@ class Counterparts {
   }
 
  private:
-  using Index = std::optional<std::size_t>;  // in `folders`; empty: no further entry
+  using Index = std::optional<std::size_t>;  // in `folders`; no value: no further entry
 
   FolderEntries folders;  // null where an entry was taken
   boost::unordered_flat_map<AbsoluteIRI, Index, HeldHash> firsts;

@@ -9,15 +9,16 @@ namespace Corvane::PathManagement::host {
 
 namespace {
 
+using Corvane::PackageRegistry::IPackage;  // of the namespace, not of the class of that name
 using current_working_folder::AbsolutizeError;
 
 /// The folder of `package` whose links cannot be resolved, and why. If all can be resolved by now,
 /// the package's own folder, with the reason `Other`.
-FolderProblem ProblemOf(const Corvane::PackageRegistry::IPackage& package,
-                        DiskPatience::Limit timeout) {
+FolderProblem ProblemOf(const IPackage& package, DiskPatience::Limit timeout) {
   DiskPatience patience(timeout);
   for (const auto& each : package.GetFolders()) {
     const auto reason = ProbeFolder(each.folder, patience);
+    // Links are resolved as far as a path exists, so nothing else makes that fail.
     if (reason == AbsolutizeError::LinkLoop || reason == AbsolutizeError::InputOutput) {
       return {GetStringFromIRI(each.folder), *reason};
     }
@@ -36,8 +37,10 @@ GivenFolders WithPackageFolders(GivenFolders given, const PackageRegistry* regis
     try {
       // One package at a time, since the folders returned do not say which package they belong to.
       for (const AbsoluteIRI& folder : GetPathFoldersForPackages(*registry, {&package, 1})) {
-        given.folders.push_back({{FolderSource::Package, GetStringFromIRI(folder), package},
-                                 {CreateMainFolder(folder, source, timeout)}});
+        given.folders.push_back({.origin = {.source = FolderSource::Package,
+                                            .folder = GetStringFromIRI(folder),
+                                            .package = package},
+                                 .entries = {CreateMainFolder(folder, source, timeout)}});
       }
     } catch (const foundation::storage::vfs::Exception&) {
       given.unlocated.push_back(ProblemOf(*registry->GetPackage(package), timeout));
@@ -52,7 +55,10 @@ std::vector<KnownPackage> FindKnownPackages(const std::vector<GivenFolders::Give
     const auto& package = folder.origin.package;
     if (!package) continue;
     // The folders of one package stand together.
-    if (known.empty() || known.back().package != *package) known.push_back({*package, {}});
+    if (known.empty() || known.back().package != *package) {
+      known.push_back({.package = *package, .folders = {}});
+    }
+    // The folder itself is its first entry; those of packages have no others.
     known.back().folders.push_back(folder.entries.front()->GetCanonicalAbsoluteIRI());
   }
   return known;

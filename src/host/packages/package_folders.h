@@ -13,8 +13,8 @@ namespace Corvane::PathManagement::host {
 
 /// `given`, followed by the folders that the packages of `registry` put on the path, package by
 /// package; `given` alone when `registry` is null. A package with a folder whose links cannot be
-/// resolved puts no folder on the path, and that folder is added to those without a location. For
-/// `source` and `timeout` see the constructor of `FolderState`.
+/// resolved puts none on the path; that folder is added to `GivenFolders::unlocated`, and so is a
+/// root of `registry` that cannot be read. For `source` and `timeout` see `CreateMainFolder`.
 [[nodiscard]] GivenFolders WithPackageFolders(GivenFolders given, const PackageRegistry* registry,
                                               const std::shared_ptr<const ListingSource>& source,
                                               DiskPatience::Limit timeout);

@@ -137,7 +137,7 @@ PackageManifest ReadManifest(std::string_view bytes, const AbsoluteIRI& folder) 
   const auto properties = all.Find(u"properties");
   ZentraComponents::ComponentIdentifier identifier{name.AsText(), all.Get(u"version").AsText()};
   auto folders = FoldersOf(all.Get(u"folders"), folder.getPath());
-  // Each folder is kept with its whole location; the rest is reckoned at four times its text.
+  // A guess: each folder takes its whole location and some more, the rest four times its text.
   constexpr std::size_t kFolderMemory = 200;
   const std::size_t memory =
       4 * bytes.size() +

@@ -16,7 +16,8 @@
 
 namespace Corvane::PathManagement::host {
 
-/// The value of `PackageFault` from which on it has the faults of `JsonFault`, in the same order.
+/// The number in `PackageFault` of the first fault of JSON texts. From there on, it has the faults
+/// of `JsonFault` in their order.
 constexpr int kFirstJsonFault = static_cast<int>(PackageFault::NotUtf8);
 static_assert(kFirstJsonFault + static_cast<int>(json::JsonFault::OutOfRange) ==
               static_cast<int>(PackageFault::OutOfRange));
@@ -40,7 +41,7 @@ constexpr std::size_t kTooLargeManifest = (std::size_t{1} << 20) + 1;
 /// The content of a manifest.
 struct PackageManifest {
   ZentraComponents::ComponentIdentifier identifier;
-  std::size_t nameLine;  // of the field "name"
+  std::size_t nameLine;  // the line of the field "name", from 1
   std::shared_ptr<const Corvane::PackageRegistry::IPackage> package;
   std::size_t memory;  // what the package takes, roughly, in bytes
 };

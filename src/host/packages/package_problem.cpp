@@ -20,12 +20,12 @@ const char16_t* WordsOf(PackageFault fault) {
     case PackageFault::OutsideOfFolder:
       return u"not below the package's folder; for others write an IRI";
     case PackageFault::InvalidFolder:
-      return u"";
+      return u"";  // the detail says it all
     case PackageFault::Repeated:
       return u"the same name and version as in ";
     case PackageFault::TooMuch:
       return u"left out, since the packages before it take 64 MiB";
-    default:  // those of JSON texts, in their order
+    default:  // those of JSON texts, which `JsonFault` has in the same order
       return json::GetWords(static_cast<json::JsonFault>(static_cast<int>(fault) -
                                                          static_cast<int>(PackageFault::NotUtf8)));
   }

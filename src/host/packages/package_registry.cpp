@@ -41,17 +41,18 @@ std::optional<Descriptor> OpenFile(const std::string& path) {
   Descriptor file = fl::filesystem::detail::OpenRegularFile(
       [&path](int flags) { return OpenPath(path, flags); }, error);
   if (file.IsOpen()) return file;
-  // A link that leads nowhere is there, but is a manifest that cannot be read.
+  // A link that leads nowhere is not nothing: it is a manifest that cannot be read.
   const bool isAbsent = error == std::errc::no_such_file_or_directory;
   if (isAbsent && !OpenPath(path, O_PATH | O_NOFOLLOW).IsOpen()) return std::nullopt;
+  // `invalid_argument` is said of devices, sockets and the like.
   if (error == std::errc::is_a_directory || error == std::errc::invalid_argument) {
     throw ManifestException(PackageFault::NotAFile);
   }
   RefuseFile(error.value());
 }
 
-/// The first `kTooLargeManifest` bytes of `file`, or all if it is shorter. Who reads a manifest refuses
-/// one that fills them.
+/// The first `kTooLargeManifest` bytes of `file`, or all if it is shorter. `ReadManifest` refuses
+/// that many bytes.
 std::string ReadBytes(const Descriptor& file) {
   constexpr std::size_t blockSize = 4096;  // more than nearly every manifest has
   std::string bytes;
