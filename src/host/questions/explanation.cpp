@@ -33,6 +33,8 @@ class AskedFolders : public ILookupObserver {
   std::vector<AskedFolder> asked;
 };
 
+/// Whether the folder is a method entry: one called "@name", which a look-up of `name` searches
+/// beside the main entries, the folders on the path itself.
 bool IsMethodEntry(const AskedFolder& asked) {
   return asked.folder->GetPathEntryType() == PathEntryType::AtFolder;
 }
@@ -46,7 +48,8 @@ class OtherCases {
 
   [[nodiscard]] std::vector<FoundItem> In(const std::shared_ptr<const IPathEntry>& folder) {
     if (!files) {
-      files = FindAllFiles(view, asker, target, FilenameMatchingPolicy::IgnoreCase, nullptr);
+      files = FindAllFiles(view, asker, target, FilenameMatchingPolicy::IgnoreCase,
+                           /*observer=*/nullptr);
     }
     std::vector<FoundItem> here;
     std::copy_if(files->begin(), files->end(), std::back_inserter(here),
@@ -66,6 +69,7 @@ bool IsUnreadable(const IPathEntry& folder) {
   return onDisk != nullptr && !onDisk->GetProblems().empty() && onDisk->GetItemCount() == 0;
 }
 
+/// `all` are the files that the name could mean; `isPlain` says that it has no separators.
 FolderOutcome OutcomeOf(const AskedFolder& asked, const std::vector<FoundItem>& all, bool isPlain) {
   if (asked.files.empty()) {
     if (IsUnreadable(*asked.folder)) return FolderOutcome::Unreadable;
@@ -115,13 +119,16 @@ class UnsearchedFolders {
  private:
   const SearchTarget& target;
   FilenameMatchingPolicy policy;
-  boost::unordered_flat_set<AbsoluteIRI, HeldHash> asked;  // searched, even if private
+  // The canonical locations of folders that were searched, a private one perhaps among them.
+  boost::unordered_flat_set<AbsoluteIRI, HeldHash> asked;
 };
 
-/// Marks folders that were asked but that the path does not show, and says why it does not.
+/// Marks folders that were asked although the path does not show them, with the reason: they are
+/// hidden, or repeats.
 class UnseenFolders {
  public:
-  /// Of two entries for one folder, the one that holds a file of the answer `all` counts.
+  /// Of several entries for one folder, the one that holds a file of the answer `all` counts, or
+  /// else the first one marked.
   UnseenFolders(const PathView& pathView, const std::vector<FoundItem>& all) : view(pathView) {
     for (const FoundItem& file : all) Add(file.GetPathEntry());
   }
@@ -149,6 +156,7 @@ class UnseenFolders {
   }
 
   const PathView& view;
+  // By canonical location: the entry that counts.
   boost::unordered_flat_map<AbsoluteIRI, std::shared_ptr<const IPathEntry>, HeldHash> counting;
 };
 

@@ -11,7 +11,8 @@ namespace Corvane::PathManagement::host {
 
 class PathView;
 
-/// The look-up of `FindAllFiles`, explained.
+/// The answer of `FindAllFiles`, and which folders were asked for it: see `Environment::Explain`.
+/// `asker` is the folder of the code that asks, if there is one.
 [[nodiscard]] Explanation ExplainLookup(const PathView& view,
                                         const std::optional<AbsoluteIRI>& asker,
                                         const PathManagement::detail::SearchTarget& target,

@@ -19,9 +19,9 @@ namespace {
 
 using Files = LookupRules::Files;
 
-/// How a listed file stands now. Listings do not show who may execute or read it. A file that has
-/// gone since counts if reading is all that is asked for: its folder may be known from a saved
-/// listing.
+/// Whether a listed file counts, and if not, why. Listings do not show who may execute or read it,
+/// so the disk is asked. A file that has gone since it was listed still counts, unless it has to be
+/// executable: its folder may be known from a saved listing.
 Standing StandingOf(const FoundItem& file, Files files) {
   if (files == Files::Regular) return Standing::Counts;
   const Standing standing =
@@ -32,12 +32,14 @@ Standing StandingOf(const FoundItem& file, Files files) {
 /// The file that each relative name means.
 using Meanings = std::map<std::string, FoundItem, std::less<>>;
 
-/// Adds the first file of each name in `folder` that counts, unless the search ends before it.
+/// Adds the first file of each name in `folder` that counts, unless the search ends before it: by
+/// some rules, a file that cannot be read ends the search for its name.
 void AddMeanings(const MergedFolder& folder, Files files, Meanings& meanings) {
   std::set<std::string, std::less<>> ended;  // the names whose search has ended without a file
   for (const TreeFolder& part : folder.folders) {
     FolderState& state = StateOf(*part.entry);
     for (std::size_t index = 0; index < state.Files().size(); ++index) {
+      // folder.name is "" or ends with "/".
       std::string name = folder.name + std::string(state.Files()[index]);
       if (meanings.contains(name) || ended.contains(name)) continue;
       FoundItem file(ShareItem(part.entry, state.ItemAt(index)), part.entry);
@@ -53,7 +55,7 @@ void AddMeanings(const MergedFolder& folder, Files files, Meanings& meanings) {
 
 Meanings FindMeanings(const RuledPath& path) {
   Meanings all;
-  std::mutex mutex;  // guards all
+  std::mutex mutex;  // guards all: the walk visits from several threads
   WalkMerged(path, /*sharedOnly=*/false, [&](const MergedFolder& folder) {
     Meanings here;
     AddMeanings(folder, path.GetRules().files, here);

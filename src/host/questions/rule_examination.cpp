@@ -60,6 +60,7 @@ class RuleExaminer {
     if (text.empty()) {
       Add(FindingKind::EmptyPart, place);
     } else if (const auto reason = RuledPath::FindProblem(place)) {
+      // A part that was meant for the home folder, but these rules do not expand it.
       const bool isHome =
           text.starts_with(u'~') && *reason == current_working_folder::AbsolutizeError::Absent;
       Add(isHome ? FindingKind::UnexpandedHome : KindOf(*reason), place).reason = reason;
@@ -82,13 +83,13 @@ class RuleExaminer {
       Add(FindingKind::Slow, place).listingTime =
           std::chrono::duration_cast<std::chrono::milliseconds>(state.ListingTime());
     }
-    std::vector<std::string> odd;
+    std::vector<std::string> notUtf8;
     std::vector<std::string> notExecutable;
     std::vector<std::string> broken;
     for (std::size_t file = 0; file < listing.files.size(); ++file) {
       std::string name(listing.files[file]);
-      if (!IsUtf8(name)) odd.push_back(name);
-      if (IsNotExecutable(RuledPath::PathOf(place, name))) {
+      if (!IsUtf8(name)) notUtf8.push_back(name);
+      if (IsProgramWithoutRight(RuledPath::PathOf(place, name))) {
         notExecutable.push_back(std::move(name));
       }
     }
@@ -97,14 +98,16 @@ class RuleExaminer {
     }
     AddFiles(FindingKind::NotExecutable, place, std::move(notExecutable));
     AddFiles(FindingKind::BrokenLink, place, std::move(broken));
-    AddFiles(FindingKind::NotUtf8, place, std::move(odd));
+    AddFiles(FindingKind::NotUtf8, place, std::move(notUtf8));
+    // Where names with a separator are looked up below a folder, folders in it may be of use.
     const bool reachesBelow = path.GetRules().separator == LookupRules::Separator::FileBelow;
     const bool hasFolders = !listing.ordinaryFolders.empty() || !listing.specialFolders.empty();
     const bool isEmpty = listing.files.size() == 0 && !(reachesBelow && hasFolders);
     if (isEmpty && !listing.problem) Add(FindingKind::Empty, place);
   }
 
-  [[nodiscard]] bool IsNotExecutable(const std::string& file) const {
+  /// Whether programs are searched for, and `file` looks like one that may not be executed.
+  [[nodiscard]] bool IsProgramWithoutRight(const std::string& file) const {
     return path.GetRules().files == Files::Executable &&
            LookAtFile(file, Files::Executable) == Standing::NotExecutable && LooksLikeProgram(file);
   }
@@ -127,6 +130,7 @@ class RuleExaminer {
 
   const RuledPath& path;
   const std::chrono::nanoseconds slow;  // listings that take this long are reported
+  /// The folders so far, each by its canonical location.
   boost::unordered_flat_map<AbsoluteIRI, std::shared_ptr<const FolderEntry>, HeldHash> seen;
   std::vector<PathFinding> findings;
 };

@@ -11,7 +11,7 @@ namespace {
 
 using Place = RuledPath::Place;
 
-/// Why what stands at a name is no answer.
+/// The outcome for a folder without an answer, by what stands there at the name.
 FolderOutcome OutcomeFor(Standing standing) {
   switch (standing) {
     case Standing::Folder:
@@ -23,7 +23,7 @@ FolderOutcome OutcomeFor(Standing standing) {
     case Standing::NotReadable:
     case Standing::NotReachable:
       return FolderOutcome::NotReadable;
-    case Standing::Counts:  // a file that has come since it was asked for
+    case Standing::Counts:  // a file that has come since the folder was asked
     case Standing::Absent:
       break;
   }
@@ -35,7 +35,7 @@ class RuleExplainer {
   RuleExplainer(const RuledPath& ruledPath, const RuledPath::Target& target)
       : path(ruledPath),
         names(RuledPath::NamesOf(target)),
-        isThatFile(path.IsThatFile(target.GetName())),
+        namesOneFile(path.IsThatFile(target.GetName())),
         filter(path.GetView()) {}
 
   Explanation Run(const std::vector<Place>& places) {
@@ -48,7 +48,7 @@ class RuleExplainer {
 
  private:
   /// Asks one place; returns whether the search ends there.
-  bool Ask(const Place& place) {
+  [[nodiscard]] bool Ask(const Place& place) {
     AskedFolder asked{
         .folder = place.folder, .outcome = FolderOutcome::Absent, .files = {}, .origin = {}};
     asked.origin = place.isOnPath
@@ -58,6 +58,7 @@ class RuleExplainer {
       for (const std::string& name : names) {
         const auto sight = RuledPath::LookIn(place, name);
         if (sight.match != nullptr) asked.files.push_back(sight.match->file);
+        // By some rules, a file that cannot be read ends the search, even if others follow.
         hasEnded = hasEnded || EndsSearch(sight.standing, path.GetRules().files);
         if (hasEnded) break;
       }
@@ -68,20 +69,22 @@ class RuleExplainer {
     return hasEnded;
   }
 
-  /// Marks a folder that is hidden or a repeat; returns whether it is.
-  bool MarkUnseen(const Place& place, AskedFolder& asked) {
+  /// Marks a folder that does not count, since the path hides it or has it twice. Returns whether
+  /// that is so. To be called once for each place, in order.
+  [[nodiscard]] bool MarkUnseen(const Place& place, AskedFolder& asked) {
     if (const ustring* hider = path.GetView().FindHider(*place.folder)) {
       asked.outcome = FolderOutcome::FilteredOut;
       asked.hider = *hider;
       return true;
     }
-    const auto first = filter.FindFirst(place);
+    const auto first = filter.FindFirst(place);  // which also remembers the place
     if (first == place.folder) return false;
     asked.outcome = FolderOutcome::DroppedAsRepeat;
     asked.repeated = first;
     return true;
   }
 
+  /// To be called before the files of `asked` are added to those of the explanation.
   void MarkOutcome(const Place& place, AskedFolder& asked) {
     if (!asked.files.empty()) {
       asked.outcome =
@@ -89,7 +92,7 @@ class RuleExplainer {
       return;
     }
     if (RuledPath::FindProblem(place)) {
-      asked.outcome = FolderOutcome::Unreadable;
+      asked.outcome = FolderOutcome::Unreadable;  // the folder; `NotReadable` is said of a file
       return;
     }
     for (const std::string& name : names) {
@@ -104,12 +107,14 @@ class RuleExplainer {
     }
   }
 
+  /// To be called when all of `places` have been asked, or the search has ended.
   [[nodiscard]] DecidingRule RuleFor(const std::vector<Place>& places) const {
-    const bool asksAskerFirst = !places.empty() && !places.front().isOnPath;
-    if (isThatFile) return DecidingRule::ThatFile;
+    if (namesOneFile) return DecidingRule::ThatFile;
     if (!explanation.files.empty()) {
-      const bool isInFirst = !explanation.asked.front().files.empty();
-      return asksAskerFirst && isInFirst ? DecidingRule::AskersFolder : DecidingRule::FirstFolder;
+      // Only the folder of the file that asks is not on the path, and it is asked first.
+      const bool isInAskersFolder =
+          !places.front().isOnPath && !explanation.asked.front().files.empty();
+      return isInAskersFolder ? DecidingRule::AskersFolder : DecidingRule::FirstFolder;
     }
     if (hasEnded) return DecidingRule::SearchEnded;
     const bool lacksPermission = std::any_of(
@@ -119,11 +124,11 @@ class RuleExplainer {
   }
 
   const RuledPath& path;
-  const std::vector<std::string> names;
-  const bool isThatFile;  // the name says which file is meant
-  PlaceFilter filter;     // knows the places asked so far
+  const std::vector<std::string> names;  // looked for in each place, the preferred one first
+  const bool namesOneFile;  // the name says which file is meant, so the path is not searched
+  PlaceFilter filter;       // remembers the places asked so far, to tell repeats
   Explanation explanation = {};
-  bool hasEnded = false;
+  bool hasEnded = false;  // before all places were asked
 };
 
 }  // namespace

@@ -6,9 +6,10 @@
 
 namespace Corvane::PathManagement::host {
 
-/// The look-up of `RuledPath::FindAll`, explained.
+/// The answer of `RuledPath::FindAll`, and which folders were asked for it: see
+/// `Environment::Explain`.
 ///
-/// Cost: asks the disk again why a folder has no answer.
+/// Cost: for each folder without an answer, asks the disk once more to see why.
 [[nodiscard]] Explanation ExplainByRules(const RuledPath& path, const RuledPath::Target& target,
                                          const RuledPath::Asker& asker);
 

@@ -31,9 +31,9 @@ namespace Corvane::PathManagement::host {
 
 namespace {
 
-/// A file of an answer that is compared with the others.
+/// One of the files that a name could mean, to be compared with another one.
 struct Contender {
-  explicit Contender(const FoundItem& found)
+  explicit Contender(const FoundItem& found)  // which must outlive this object
       : file(found),
         name(found.GetPathItem()->GetName() + found.GetPathItem()->GetExtension()),
         path(BytesFromText(GetNativePath(found)).value_or("")),
@@ -86,6 +86,7 @@ Shadow MakeShadow(ustring name, std::vector<FoundItem> files) {
   shadow.hidden.reserve(files.size() - 1);
   Contender winner(files.front());
   for (auto file = files.begin() + 1; file != files.end(); ++file) {
+    // In a function, since `hidden` refers to the file and has to go before the file is moved.
     Judgement judgement = [&] {
       Contender hidden(*file);
       return Judge(winner, hidden);
@@ -95,41 +96,46 @@ Shadow MakeShadow(ustring name, std::vector<FoundItem> files) {
   return shadow;
 }
 
+// A method entry is a folder called "@name": a look-up of `name` searches it beside the main
+// entries, which are the folders on the path itself.
+
 /// A name that several files may share; the look-up says whether they do.
 struct Candidate {
-  explicit Candidate(std::string candidateName, bool isOfMethodEntry = false)
-      : name(std::move(candidateName)), isOfMethods(isOfMethodEntry) {}
+  explicit Candidate(std::string candidateName, bool onlyIfInMethodEntry = false)
+      : name(std::move(candidateName)), needsMethodEntry(onlyIfInMethodEntry) {}
 
   std::string name;
-  bool isOfMethods;  // counts only if a method entry holds one of its files
+  bool needsMethodEntry;  // counts only if a method entry holds one of its files
 };
 
-bool HasMethodEntry(const std::vector<FoundItem>& files) {
+bool IsAnyInMethodEntry(const std::vector<FoundItem>& files) {
   return std::any_of(files.begin(), files.end(), [](const FoundItem& file) {
     return file.GetPathEntry()->GetPathEntryType() == PathEntryType::AtFolder;
   });
 }
 
-/// Adds the names of method entries directly below the main entries: files there may share them.
+/// Adds the `name` of each method entry directly below the main entries: a file in the method entry
+/// may share it with others.
 void AddMethodNames(const PathEntries& mainEntries, const SharedNames& names,
                     std::vector<Candidate>& candidates) {
   boost::unordered_flat_set<std::string> known;  // filled once there is a method entry
   for (const auto& entry : mainEntries) {
-    const auto methods = entry->GetSubfolderEntriesB();
+    const auto methods = entry->GetSubfolderEntriesB();  // the "@" folders
     for (const auto& method : *methods) {
       if (known.empty()) {
         for (const Candidate& candidate : candidates) known.insert(candidate.name);
       }
       std::string name = BytesFromText(method->GetAbsoluteIRI().getName().substr(1)).value_or("");
+      // By any other name, no look-up finds a file: see `ShadowLookup::extensions`.
       if (names.IsName(name) && known.insert(name).second) {
-        candidates.emplace_back(std::move(name), /*isOfMethodEntry=*/true);
+        candidates.emplace_back(std::move(name), /*onlyIfInMethodEntry=*/true);
       }
     }
   }
 }
 
-/// Every name that may hide files, in the order of the path: files that stand side by side on the
-/// disk are found and compared one after the other, which halves what the kernel needs for them.
+/// Every name that may hide files, in the order of the path. So files that stand side by side on
+/// the disk are found and compared one after the other, which halves the kernel's work.
 std::vector<Candidate> AllCandidates(const PathView& view, const ShadowLookup& lookup) {
   const auto mainEntries = view.GetPath()->GetMainEntries();
   const auto files = NamesOf(*mainEntries);
@@ -154,7 +160,8 @@ std::vector<Candidate> CandidatesFor(const std::vector<ustring>& names) {
   return {asked.begin(), asked.end()};
 }
 
-/// Whether `name` ends with one of the extensions; any name does when there are none.
+/// Whether `name` ends with one of the extensions, which begin with their dots. When there are
+/// none, any name will do.
 bool HasExtension(const std::string& name, const std::vector<ustring>& extensions) {
   return extensions.empty() ||
          std::any_of(extensions.begin(), extensions.end(), [&](const ustring& extension) {
@@ -187,7 +194,7 @@ class NameSet {
 struct Answer {
   std::optional<Shadow> shadow = {};
   bool isUnknown = false;  // no file has the name
-  bool isAllowed = false;  // the name hides files, and may
+  bool isAllowed = false;  // the name hides files, but is one of `ShadowLookup::allowed`
 };
 
 /// The files that a name could mean; see `Environment::FindAll`.
@@ -197,7 +204,7 @@ Answer AnswerFor(const FindFiles& find, const NameSet& allowed, const Candidate&
   ustring name = TextFromBytes(candidate.name);
   auto files = find(name);
   if (files.empty()) return {.isUnknown = true};
-  if (files.size() == 1 || (candidate.isOfMethods && !HasMethodEntry(files))) return {};
+  if (files.size() == 1 || (candidate.needsMethodEntry && !IsAnyInMethodEntry(files))) return {};
   if (allowed.Contains(candidate.name)) return {.isAllowed = true};
   return {.shadow = MakeShadow(std::move(name), std::move(files))};
 }
@@ -212,7 +219,8 @@ std::vector<std::size_t> SortedByName(const std::vector<Candidate>& candidates) 
   return order;
 }
 
-/// Looks up all candidates and sorts them meanwhile.
+/// Looks up all candidates. Meanwhile, sets `order` to the indices of the candidates as
+/// `SortedByName` returns them.
 std::vector<Answer> AnswersFor(const std::vector<Candidate>& candidates, const FindFiles& find,
                                const NameSet& allowed, std::vector<std::size_t>& order) {
   std::vector<Answer> answers(candidates.size());
@@ -223,7 +231,7 @@ std::vector<Answer> AnswersFor(const std::vector<Candidate>& candidates, const F
   // The first look-up makes the index. Other threads would wait for it, as if the disk were slow.
   answer(0);
   ForEachInParallel(candidates.size(), [&](std::size_t at) {
-    if (at == 0) {
+    if (at == 0) {  // answered already, so its turn is free for sorting
       order = SortedByName(candidates);
     } else {
       answer(at);
@@ -234,10 +242,11 @@ std::vector<Answer> AnswersFor(const std::vector<Candidate>& candidates, const F
 
 ShadowReport Collect(const std::vector<Candidate>& candidates, const FindFiles& find,
                      const ShadowLookup& lookup) {
-  const auto asked = BytesOf(lookup.names);
+  const auto asked = BytesOf(lookup.names);  // none: about every name on the path
   const auto allowed = BytesOf(lookup.allowed);
   std::vector<std::size_t> order;
   auto answers = AnswersFor(candidates, find, NameSet(allowed, lookup.policy), order);
+  // Names that were given are reported in their own order.
   if (!asked.empty()) std::iota(order.begin(), order.end(), std::size_t{0});
   ShadowReport report;
   std::vector<std::string> hiding;  // of the allowed names, those that hide files
@@ -262,13 +271,14 @@ ShadowReport Collect(const std::vector<Candidate>& candidates, const FindFiles& 
 /// The relative names that files below several roots share, in no order.
 std::vector<Candidate> SharedRelativeNames(const RuledPath& path, const ShadowLookup& lookup) {
   std::vector<Candidate> candidates;
-  std::mutex mutex;  // guards candidates
+  std::mutex mutex;  // guards candidates: the walk visits from several threads
   WalkMerged(path, /*sharedOnly=*/true, [&](const MergedFolder& folder) {
     SharedNames names(/*extensionList=*/{}, FilenameMatchingPolicy::CaseSensitive);
     for (const TreeFolder& part : folder.folders) names.AddFolder(StateOf(*part.entry).Files());
     const auto shared = names.GetShared();
     const std::lock_guard lock(mutex);
     for (const std::string& name : shared) {
+      // folder.name is "" or ends with "/".
       if (HasExtension(name, lookup.extensions)) candidates.emplace_back(folder.name + name);
     }
   });
@@ -280,7 +290,7 @@ std::vector<Candidate> SharedRelativeNames(const RuledPath& path, const ShadowLo
 ShadowReport CollectShadows(const PathView& view, const ShadowLookup& lookup) {
   const auto find = [&](const ustring& name) {
     const auto target = CreateSearchTargetWithExtensionInFilenamePreferred(name, lookup.extensions);
-    return FindAllFiles(view, std::nullopt, target, lookup.policy, nullptr);
+    return FindAllFiles(view, /*asker=*/std::nullopt, target, lookup.policy, /*observer=*/nullptr);
   };
   return Collect(lookup.names.empty() ? AllCandidates(view, lookup) : CandidatesFor(lookup.names),
                  find, lookup);
@@ -300,7 +310,7 @@ ShadowReport CollectShadowsByRules(const RuledPath& path, const ShadowLookup& lo
 
 ShadowSummary GetSummary(const std::vector<Shadow>& shadows) {
   ShadowSummary summary;
-  // Of each pair of folders, the winner's and the hidden file's: the index in summary.folders.
+  // By the folders of the winner and of the hidden file: their index in summary.folders.
   boost::unordered_flat_map<std::pair<const IPathEntry*, const IPathEntry*>, std::size_t> indices;
   for (const Shadow& shadow : shadows) {
     const auto winner = shadow.winner.GetPathEntry();

@@ -8,11 +8,11 @@ namespace Corvane::PathManagement::host {
 class PathView;
 class RuledPath;
 
-/// As `Environment::FindShadows`.
+/// As `Environment::FindShadows`; the extensions of `lookup` begin with their dots.
 [[nodiscard]] ShadowReport CollectShadows(const PathView& view, const ShadowLookup& lookup);
 
-/// As above, by the rules of `path`: compares names relative to its folders, each with its
-/// extension. Extensions of `lookup` restrict the search to the files that have one of them.
+/// The same by the rules of `path`: compares names relative to its folders, each with its
+/// extension. If `lookup` has extensions, only files with one of them are searched.
 [[nodiscard]] ShadowReport CollectShadowsByRules(const RuledPath& path, const ShadowLookup& lookup);
 
 }  // namespace Corvane::PathManagement::host
