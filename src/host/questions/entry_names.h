@@ -29,9 +29,10 @@ class EntryNames {
 
  private:
   std::shared_ptr<const IPathEntry> entry;
-  FolderState* onDisk = nullptr;  // of the entry; null when it is no folder on disk
-  NameBlock names;                // of the items
-  PathItems items;
+  FolderState* onDisk = nullptr;  // owned by the entry; null when it is no folder on disk
+  // Only of an entry that is no folder on disk:
+  NameBlock names;
+  PathItems items;  // in the order of `names`
 };
 
 /// The names of each of `entries`, in their order. Lists them on all processors.

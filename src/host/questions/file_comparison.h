@@ -42,12 +42,12 @@ class ComparedFile {
 
   std::string path;
   struct stat status = {};
-  bool wasAsked = false;
+  bool wasAsked = false;  // for its status
   Descriptor file{-1};
   std::error_code error;
 };
 
-/// What one file is to another.
+/// What one file is to another. `Unknown`: one of them cannot be read.
 enum class FileRelation : std::uint8_t { SameFile, SameBytes, OtherBytes, Unknown };
 
 /// Whether they are one file on disk; false when the status of one cannot be had.

@@ -38,8 +38,8 @@ PathEntries AskedEntries(const IPath& path, SearchScope scope, const SearchTarge
   return entry == nullptr ? PathEntries() : PathEntries{entry};
 }
 
-/// As `FindAllInScope`, for a path that does not report to observers itself: its answer is taken,
-/// and each file in it is reported with the entry that holds the file.
+/// As `IPath::FindAllInScope`, which reports to no observer. Reports afterwards which entries the
+/// path must have asked, each with those files of the answer that it holds.
 std::vector<FoundItem> FindObserved(const IPath& path, SearchScope scope,
                                     const SearchTarget& target, FilenameMatchingPolicy policy,
                                     ILookupObserver& observer) {
@@ -49,7 +49,7 @@ std::vector<FoundItem> FindObserved(const IPath& path, SearchScope scope,
   for (const FoundItem& file : all) {
     const auto entry = file.GetPathEntry();
     auto& here = held[entry.get()];
-    // An entry that the path did not name beforehand.
+    // The path may find files in entries that it does not name when it is asked for them.
     const bool isNew = here.empty() && std::ranges::find(asked, entry) == asked.end();
     if (isNew) asked.push_back(entry);
     here.push_back(file);
@@ -58,13 +58,14 @@ std::vector<FoundItem> FindObserved(const IPath& path, SearchScope scope,
   return all;
 }
 
-/// The private folder that code in the folder `asker` sees; null when there is none.
+/// The private folder directly below `asker`, which only code in `asker` sees; null when there is
+/// none.
 std::shared_ptr<const IPathEntry> FindPrivateFolder(const PathView& view,
                                                     const AbsoluteIRI& asker) {
   if (!view.MayHavePrivateFolder(asker)) return nullptr;
   const auto entry = view.GetWholePath().GetPathEntryFromAbsoluteIRI(
       asker, FilenameMatchingPolicy::FileSystemDefault);
-  return entry != nullptr ? entry->GetSingleSubfolderEntryA() : nullptr;
+  return entry != nullptr ? entry->GetSingleSubfolderEntryA() : nullptr;  // the private one
 }
 
 /// One look-up. When it is observed, it asks even the folders that the path does not show, and
@@ -112,7 +113,8 @@ class FileSearch {
     return folder != nullptr ? In(folder) : std::vector<FoundItem>();
   }
 
-  /// The matches in ordinary folders and those in the method entries of that name, in path order.
+  /// The matches in the folders on the path itself and those in method entries, in path order. A
+  /// method entry is a folder directly below those, called "@" and the name of the target.
   [[nodiscard]] std::vector<FoundItem> OnPath() const {
     auto ordinary = InScope(kMainScope);
     std::vector<FoundItem> methods;
@@ -132,7 +134,7 @@ class FileSearch {
   }
 
   const PathView& view;
-  const IPath& path;  // with repeats and hidden folders
+  const IPath& path;  // the whole one, with repeats and hidden folders
   const SearchTarget& target;
   FilenameMatchingPolicy policy;
   ILookupObserver* observer;  // may be null
@@ -151,8 +153,8 @@ PathEntries FindAskedEntries(const PathView& view, const std::optional<AbsoluteI
   const IPath& path = *view.GetPath();
   if (HasSeparator(target.GetName())) return AskedEntries(path, kAllKindsScope, target, policy);
   PathEntries entries = AskedEntries(path, kMainScope, target, policy);
-  const auto own = asker ? FindPrivateFolder(view, *asker) : nullptr;
-  if (own != nullptr) entries.insert(entries.begin(), own);
+  const auto privateFolder = asker ? FindPrivateFolder(view, *asker) : nullptr;
+  if (privateFolder != nullptr) entries.insert(entries.begin(), privateFolder);
   return entries;
 }
 

@@ -15,7 +15,7 @@ namespace Corvane::PathManagement::host {
 class PathView;
 
 /// Every file that `target` could mean to code in the folder `asker`, or to any code when
-/// `asker` is empty: the file that `target` means, then the files that this one hides, in path
+/// `asker` has no value: the file that `target` means, then the files that this one hides, in path
 /// order. `observer`, which may be null, hears of repeated and hidden folders, too, with the files
 /// that they hold; the answer leaves those files out.
 [[nodiscard]] std::vector<FoundItem> FindAllFiles(
@@ -23,8 +23,8 @@ class PathView;
     const PathManagement::detail::SearchTarget& target, FilenameMatchingPolicy policy,
     ILookupObserver* observer);
 
-/// The entries in which `FindAllFiles` looks for `target`, except method entries, in the order
-/// asked.
+/// The entries in which `FindAllFiles` looks for `target`, in the order asked, without method
+/// entries: folders called "@name", in which it looks for `name` as well.
 [[nodiscard]] PathEntries FindAskedEntries(const PathView& view,
                                            const std::optional<AbsoluteIRI>& asker,
                                            const PathManagement::detail::SearchTarget& target,

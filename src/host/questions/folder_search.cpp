@@ -13,7 +13,7 @@ namespace Corvane::PathManagement::host {
 
 namespace {
 
-/// Whether `name` is a location that only a path which is not on disk may know.
+/// Whether `name` is a location that no folder on disk has: an IRI of another scheme than "file".
 bool IsNotOnDisk(const ustring& name) {
   return foundation::storage::vfs::hasIRIPrefix(name) && !name.starts_with(u"file:");
 }
@@ -30,7 +30,8 @@ PathEntries EntryAt(const IPath& path, const FolderLookup& lookup) try {
 PathEntries FindFoldersNamed(const IPath& path, const WorkingFolder& workingFolder,
                              const FolderLookup& lookup) {
   if (IsNotOnDisk(lookup.name)) return EntryAt(path, lookup);
-  // Whether a name is taken literally makes a difference to partial pathnames alone.
+  // A partial pathname is relative, and matches the end of a location. Others mean the same whether
+  // they are taken literally or not.
   const bool isPartial =
       !lookup.name.empty() &&
       !fl::filesystem::detail::is_absolute_path_when_expanded(lookup.name, /*expand=*/true);

@@ -33,7 +33,8 @@ using PathManagement::detail::WalkEntries;
 
 ustring PathOf(const IPathEntry& folder) { return GetStringFromIRI(folder.GetAbsoluteIRI()); }
 
-/// Looks at every folder of a path, except hidden ones.
+/// Looks at every folder of a path, except hidden ones: at main folders, which are on the path
+/// itself, and at the special ones below them ("+", "@", private, resources).
 class Examiner {
  public:
   Examiner(const PathView& pathView, const Examination& examination)
@@ -135,14 +136,14 @@ class Examiner {
     if (onDisk != nullptr) ExamineListing(*onDisk, origin);
     const EntryNames files(folder);
     const NameBlock& names = files.Get();
-    std::vector<std::string_view> odd;
+    std::vector<std::string_view> notUtf8;
     for (std::size_t file = 0; file < names.size(); ++file) {
-      if (!IsUtf8(names[file])) odd.push_back(names[file]);
+      if (!IsUtf8(names[file])) notUtf8.push_back(names[file]);
     }
-    if (odd.empty()) return;
-    std::sort(odd.begin(), odd.end());
+    if (notUtf8.empty()) return;
+    std::sort(notUtf8.begin(), notUtf8.end());
     PathFinding& finding = Add(FindingKind::NotUtf8, *folder, origin);
-    for (const std::string_view name : odd) {
+    for (const std::string_view name : notUtf8) {
       finding.files.push_back(finding.folder + u'/' + TextFromBytes(name));
     }
   }
@@ -159,7 +160,7 @@ class Examiner {
   void AddCollision(const ustring& name) {
     const auto files = view.GetPath()->FindAllInScope(
         kMainScope, PathManagement::detail::SearchTarget(name), FilenameMatchingPolicy::IgnoreCase);
-    if (files.empty()) return;  // a path of somebody else's may not find what its entries hold
+    if (files.empty()) return;  // another program's `IPath` may not find what its entries hold
     const auto first = files.front().GetPathEntry();
     PathFinding& finding = Add(FindingKind::CaseCollision, *first, view.GetOrigin(*first).folder);
     boost::unordered_flat_set<ustring> spellings;
@@ -187,8 +188,8 @@ class Examiner {
   std::chrono::nanoseconds slow;  // listings that take this long are reported
   std::vector<PathFinding> findings;
   // By canonical location:
-  boost::unordered_flat_map<AbsoluteIRI, Entry, HeldHash> specialFolders;  // the main entry above
-  boost::unordered_flat_map<AbsoluteIRI, Entry, HeldHash> mainFolders;     // those examined so far
+  boost::unordered_flat_map<AbsoluteIRI, Entry, HeldHash> specialFolders;  // their main entries
+  boost::unordered_flat_map<AbsoluteIRI, Entry, HeldHash> mainFolders;     // those met so far
   boost::unordered_flat_set<AbsoluteIRI, HeldHash> examined;               // main and special ones
 };
 

@@ -10,11 +10,12 @@ namespace Corvane::PathManagement::host {
 
 class PathView;
 
-/// As `Environment::Examine`.
+/// As `Environment::Examine`, by the environment's own rules.
 [[nodiscard]] std::vector<PathFinding> ExaminePath(const PathView& view,
                                                    const Examination& examination);
 
-/// The finding about a folder that cannot be searched for that reason: missing or unreadable.
+/// The finding about a folder that cannot be searched for this reason: that it is missing, or that
+/// it is unreadable.
 [[nodiscard]] FindingKind KindOf(current_working_folder::AbsolutizeError reason);
 
 /// Whether the bytes of a file name are UTF-8.

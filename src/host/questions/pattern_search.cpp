@@ -69,8 +69,8 @@ class MatchingNames {
   FilenameMatchingPolicy policy;
   ustring folder;  // before the last part, with the separator
   std::vector<NamePattern> patterns;
-  boost::unordered_flat_set<std::string> known;  // folded where case is ignored
-  std::vector<ustring> names;
+  boost::unordered_flat_set<std::string> known;  // last parts of `names`, folded if case is ignored
+  std::vector<ustring> names;                    // that match so far
 };
 
 }  // namespace
@@ -81,8 +81,9 @@ std::vector<MatchingName> FindMatchingNames(const PathView& view,
                                             FilenameMatchingPolicy policy) {
   MatchingNames names(target, policy);
   for (const auto& entry : FindAskedEntries(view, asker, target, policy)) names.AddThoseIn(entry);
-  return names.TakeWithFiles(
-      [&](const SearchTarget& name) { return FindAllFiles(view, asker, name, policy, nullptr); });
+  return names.TakeWithFiles([&](const SearchTarget& name) {
+    return FindAllFiles(view, asker, name, policy, /*observer=*/nullptr);
+  });
 }
 
 std::vector<MatchingName> FindMatchingNamesByRules(const RuledPath& path,

@@ -53,8 +53,6 @@ class WantedName {
   WantedName& operator=(const WantedName&) = delete;
 
   [[nodiscard]] std::optional<Similarity> Compare(std::string_view bytes) const {
-    // Most names differ in the first character and in the second: they are off by more than a
-    // letter.
     if (!MayResemble(bytes)) return std::nullopt;
     const ustring candidate = TextFromBytes(bytes);
     if (AreSameFilename(candidate, name, FilenameMatchingPolicy::IgnoreCase)) {
@@ -62,7 +60,7 @@ class WantedName {
     }
     const std::u16string_view candidateStem = WithoutExtension(candidate);
     if (candidateStem == stem || candidateStem == name) return Similarity::OtherExtension;
-    // Of a name of one or two characters everything is one letter off.
+    // Too many names are one letter off a name of one or two characters.
     if (name.size() > 2 && IsOneEditAway(candidate, name)) return Similarity::OneLetterOff;
     return std::nullopt;
   }
@@ -70,7 +68,10 @@ class WantedName {
   [[nodiscard]] bool Is(std::string_view bytes) const { return TextFromBytes(bytes) == name; }
 
  private:
+  /// A quick look at the first two characters, which rules out most names. In a name that differs
+  /// in case, or by one edit, at least one of the two stands in its own place or in the other's.
   [[nodiscard]] bool MayResemble(std::string_view bytes) const {
+    // Folds case; that it takes some other characters for equal does no harm.
     const auto folded = [](auto unit) { return static_cast<char16_t>(unit) | 0x20U; };
     if (bytes.size() < 2 || name.size() < 2) return true;
     const auto first = static_cast<unsigned char>(bytes[0]);
@@ -102,8 +103,8 @@ class WantedNames {
       const auto similarity = name.Compare(bytes);
       if (similarity && (!closest || *similarity < *closest)) closest = similarity;
     }
-    const auto isIt = [&](const WantedName& name) { return name.Is(bytes); };
-    return closest && std::ranges::none_of(names, isIt) ? closest : std::nullopt;
+    const auto isSame = [&](const WantedName& name) { return name.Is(bytes); };
+    return closest && std::ranges::none_of(names, isSame) ? closest : std::nullopt;
   }
 
  private:

@@ -10,7 +10,7 @@
 namespace Corvane::PathManagement::host {
 
 /// At most `most` files of `mainEntries` whose names resemble what `target` looks for, the most
-/// similar first, each name once. Reads every name there.
+/// similar first, each name once; none for a name with separators. Reads every name there.
 [[nodiscard]] std::vector<SimilarFile> FindSimilarFiles(
     const PathEntries& mainEntries, const PathManagement::detail::SearchTarget& target,
     std::size_t most);

@@ -55,8 +55,8 @@ std::optional<UnsearchedFile> FindIn(const Folder& folder, const SearchTarget& t
                         kind};
 }
 
-/// Finds the file below `folder`, or in `folder` unless it is private: files in a private folder
-/// are found by names of their own, such as private/plot.zt.
+/// Finds the file below `folder`, or in `folder` unless that is private: files directly in a
+/// private folder are searched, by names such as private/plot.zt.
 template <class Folder>
 std::optional<UnsearchedFile> FindAnywhere(const Folder& folder, const SearchTarget& target,
                                            FilenameMatchingPolicy policy) {
@@ -91,7 +91,7 @@ std::optional<UnsearchedFile> FindAt(Folder folder, const SearchTarget& target,
     });
     if (found == below.end()) return std::nullopt;
     folder = *found;
-    if (!kind && IsUnsearched(KindOf(folder))) kind = KindOf(folder);
+    if (!kind && IsUnsearched(KindOf(folder))) kind = KindOf(folder);  // of the topmost one
   }
   return kind ? FindIn(folder, file, policy, *kind) : std::nullopt;
 }
@@ -104,7 +104,7 @@ std::optional<UnsearchedFile> FindBelow(const std::shared_ptr<const IPathEntry>&
   if (PathManagement::detail::HasSeparator(target.GetName())) {
     return FindAt(makeFolder(top), target, policy);
   }
-  // The private and the resources folder.
+  // The private folder, then the resources folder.
   for (const auto& special : {top->GetSingleSubfolderEntryA(), top->GetSingleSubfolderEntryB()}) {
     if (special == nullptr) continue;
     if (auto found = FindAnywhere(makeFolder(special), target, policy)) return found;

@@ -13,15 +13,15 @@ namespace Corvane::PathManagement::host {
 
 /// A file that a look-up does not find, because it stands below a folder that is not searched.
 struct UnsearchedFile {
-  std::shared_ptr<const IPathEntry> folder;
+  std::shared_ptr<const IPathEntry> folder;  // which holds the file
   ustring path;        // native if the file is on disk, else the text of its location
   PathEntryType kind;  // of the folder that is not searched: private or resources
 };
 
-/// The first such file below `top`, which is on the path; empty when there is none. A plain name is
-/// looked for everywhere below the private and the resources folder of `top`, and in the latter. A
-/// partial pathname is looked for only at the place that it names. An entry that is no folder on
-/// disk has nothing but special folders below it.
+/// The first such file below `top`, which is on the path; empty when there is none. A plain name,
+/// without separators, is looked for everywhere below the private and the resources folder of
+/// `top`, and in the latter. Any other name is looked for only at the place that it names. An entry
+/// that is no folder on disk has nothing but special folders below it.
 ///
 /// Cost: for a plain name, lists all folders below the private and the resources folder of `top`.
 [[nodiscard]] std::optional<UnsearchedFile> FindUnsearchedFile(
