@@ -63,6 +63,7 @@ std::optional<std::vector<Line>> ReadLines(const std::string& file) {
   for (const ustring& text : ReadFolderList(list)) {
     lines.push_back(LocateLine(text, lines.size() + 1, file));
   }
+  // The stream keeps no error number of a failed read.
   if (list.bad()) throw PathError(EIO, "cannot read", file, ", the stored path");
   return lines;
 }
@@ -98,7 +99,7 @@ std::string ResolveAndMakeFolders(const fl::filesystem::path& file) {
   // Made absolute first, since a name alone has no parent folder to make.
   std::filesystem::path real =
       std::filesystem::weakly_canonical(std::filesystem::absolute(NativeBytes(file.native())));
-  // `weakly_canonical` stops at a link to what does not exist yet.
+  // `weakly_canonical` does not follow a link to what does not exist yet.
   constexpr int kMostLinks = 40;  // the limit of the kernel
   for (int links = 0; std::filesystem::is_symlink(real); ++links) {
     if (links == kMostLinks) throw PathError(ELOOP, "cannot resolve", real.native());
@@ -143,8 +144,9 @@ void StoredPath::Change(const std::function<Folders(const Folders&)>& change) co
   const Folders before = LocationsOf(lines);
   const Folders after = change(before);
   if (after == before) return;
-  boost::unordered_flat_map<AbsoluteIRI, std::string, HeldHash> texts;  // as written so far
+  boost::unordered_flat_map<AbsoluteIRI, std::string, HeldHash> texts;  // as they are in the file
   for (const Line& line : lines) {
+    // The text was made of bytes, so this cannot fail.
     texts.try_emplace(line.location, BytesFromText(line.text).value_or(""));
   }
   fl::filesystem::AtomicFileWriter writer(TextFromBytes(real), u".path-", u".tmp");

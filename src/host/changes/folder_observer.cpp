@@ -23,7 +23,7 @@ using storage::filefolderobserver::FileFolderChangedEvent;
 /// The folders to refresh.
 struct Batch {
   LocationSet locations;
-  bool hasAllFolders = false;
+  bool hasAllFolders = false;  // all of the path, whatever `locations` are
 
   [[nodiscard]] bool IsEmpty() const noexcept { return locations.empty() && !hasAllFolders; }
 
@@ -60,8 +60,8 @@ class FolderObserver::State {
     stateChanged.notify_all();
   }
 
-  /// Called once; `owner` owns this object. The subscription shares this object during each call,
-  /// so a publisher may still be calling when the observer is destroyed.
+  /// Called once; `owner` owns this object. The subscription shares the ownership during each call,
+  /// so the observer may be destroyed while a publisher is still calling.
   void Start(const std::shared_ptr<State>& owner, EventMgr& events) {
     subscription = events.subscribe([gatherer = std::weak_ptr<State>(owner)](const Event& event) {
       if (const auto gathering = gatherer.lock()) gathering->Gather(event);

@@ -30,8 +30,8 @@ class Positions {
     return found == positions.end() ? nullptr : &found->second;
   }
 
-  /// Adds what is below the changed main entries. What is below unchanged ones is not compared, and
-  /// need not be listed.
+  /// Adds what is below those of `changedEntries` that are main entries, which are on the path
+  /// itself. What is below unchanged ones is not compared, and need not be listed.
   void AddBelow(const PathEntries& changedEntries) {
     for (const Entry& changed : changedEntries) {
       const Position* const position = Find(changed);
@@ -96,6 +96,7 @@ class Differences {
         .change = change, .before = before, .after = after, .placeBefore = {}, .placeAfter = {}};
     if (positionBefore != nullptr) difference.placeBefore = positionBefore->main;
     if (positionAfter != nullptr) difference.placeAfter = positionAfter->main;
+    // Null for a special folder whose main entry makes it anew whenever it is asked.
     const auto* const position = positionAfter != nullptr ? positionAfter : positionBefore;
     found.emplace_back(position == nullptr ? Positions::Position() : *position,
                        std::move(difference));

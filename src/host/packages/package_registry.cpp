@@ -90,8 +90,9 @@ struct PackageRegistry::State {
   State(const ustring& root, const WorkingFolder& workingFolder);
 
   void AddAll(const AbsoluteIRI& root);
-  /// Adds the package in `folder`, or its problem; nothing when there is no manifest.
+  /// Adds the package in `folder`, or why it is left out; nothing when there is no manifest.
   void Add(const AbsoluteIRI& folder);
+  /// Errors: `ManifestException` when there is a package of that name and version.
   void Add(PackageManifest manifest, const ustring& file);
 
   static auto KeyOf(const ComponentIdentifier& identifier) {
@@ -138,10 +139,10 @@ void PackageRegistry::State::Add(const AbsoluteIRI& folder) {
 }
 
 void PackageRegistry::State::Add(PackageManifest manifest, const ustring& file) {
-  const auto [place, isNew] =
+  const auto [known, isNew] =
       packages.try_emplace(KeyOf(manifest.identifier), Known{manifest.package, file});
   if (!isNew) {
-    throw ManifestException(PackageFault::Repeated, manifest.nameLine, u"name", place->second.file);
+    throw ManifestException(PackageFault::Repeated, manifest.nameLine, u"name", known->second.file);
   }
   identifiers.push_back(std::move(manifest.identifier));
   memory += manifest.memory;

@@ -28,7 +28,7 @@ const struct stat* ComparedFile::GetStatus() {
 bool ComparedFile::Open() {
   if (file.IsOpen()) return true;
   if (error) return false;
-  // Never waits, whatever stands there by now.
+  // With these flags, opening never waits, whatever stands there by now.
   file = OpenPath(path, O_RDONLY | O_NONBLOCK | O_NOCTTY);
   if (!file.IsOpen()) Fail(errno);
   return file.IsOpen();
@@ -48,7 +48,8 @@ std::optional<std::string_view> ComparedFile::Read(std::uint64_t offset, Block& 
     }
     if (got == 0) break;
     size += static_cast<std::size_t>(got);
-    // Spares a further read. Files of the kernel may state the size 0: they are read to their end.
+    // Spares a further read, if the size is right. Files of the kernel may state 0, and are read
+    // until nothing comes.
     if (offset + size == static_cast<std::uint64_t>(status.st_size)) break;
   }
   return std::string_view(block.data(), size);
