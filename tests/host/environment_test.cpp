@@ -36,6 +36,7 @@ TEST_F(EnvironmentTest, WhatIsHiddenOrComesAgainIsNotShown) {
       {{"old", "two", "two/sub"}, {"old"}, Recursive, "two two/sub; two/+p/a.zt; ; "},
       {{"old", "two", "two/sub"}, {"old", "two"}, Recursive, "; ; ; "},
       {{"one", "two"}, {"two/sub", "one/private"}, Recursive, "one two; two/+p/a.zt; ; "},
+      {{"old/+q", "two"}, {"old"}, Alone, "two; two/+p/a.zt; ; "},
   };
   for (const auto& [folders, without, expansion, expected] : rows) {
     EnvironmentOptions options{.folders = {}, .expansion = expansion};

@@ -254,6 +254,7 @@ TEST_F(FolderEntryTest, ATreeHasEachOrdinaryFolderOnceDepthFirst) {
   }
   tree.Link("..", "in/b/a/up");
   tree.Link("../c", "in/b/a/c-link");  // reached without it
+  tree.Link("c", "in/d");              // likewise, beside it
   tree.Link("../../out", "in/b/first");
   tree.Link("../../out/sub", "in/b/second");  // reached through the first
   EXPECT_EQ(Shown(CreateFolderTree(tree.IRI("in")), tree),

@@ -215,6 +215,9 @@ TEST_F(MatchingTest, NamesComeInTheOrderOfThePathAndOfTheirBytes) {
                std::invalid_argument);
   const Environment programs(Options(*host::FindRules("program")));
   EXPECT_EQ(Show(programs.FindMatching({.name = "*"})), "run:2 ");  // repeats count
+  tree.File("b/PLOT.ZT");
+  EXPECT_EQ(Show(Environment(Options({})).FindMatching({.name = "*.zt", .policy = IgnoreCase})),
+            "axes.zt:1 plot.zt:3 ");
 }
 
 }  // namespace

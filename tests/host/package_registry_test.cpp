@@ -42,6 +42,8 @@ TEST_F(PackageRegistryTest, ABadManifestIsAProblem) {
       uR"("file:///\u0000"]} => :2: folders[0]: invalid IRI "file:///\u0000": a NUL names no file)",
       uR"(], "properties": {"p": {}}} => :2: properties.p: expected a truth value, number or text)",
       u"],\n\"properties\": {\"IsQRX\": 1}} => :3: properties.IsQRX: expected true or false",
+      uR"(], "properties": {"ManualInstall": ""}} => :2: properties.ManualInstall: )"
+      u"expected true or false",
       u"],\n\"properties\": {\"p\": 9223372036854775808}} => :3: properties.p: out of range",
       u"],\n\"properties\": {\"p\": -99999999999999999999}} => :3: properties.p: out of range",
       u"],\n\"properties\": {\"p\": -1e999\n}} => :3: properties.p: out of range",

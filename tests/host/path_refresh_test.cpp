@@ -29,6 +29,17 @@ Entries AllOf(const Folders& mainFolders) {
   return all;
 }
 
+/// What is wrong with the folders of a path, special ones too.
+std::string ProblemsOf(const Folders& mainFolders) {
+  std::string all;
+  for (const auto& entry : AllOf(mainFolders)) {
+    for (const auto& problem : dynamic_cast<const FolderEntry&>(*entry).GetProblems()) {
+      all += BytesFromText(problem.folder).value() + ": " + problem.GetText() + '\n';
+    }
+  }
+  return all;
+}
+
 /// The folders of `path` whose entries `old` does not have.
 std::string NewOf(const Folders& path, const Folders& old, const TemporaryTree& tree) {
   const Entries kept = AllOf(old);
@@ -48,6 +59,7 @@ TEST(PathRefreshTest, WhatHasChangedGetsANewEntryAndNothingElse) {
       {"touch a/+pkg/@cls/d", "a a/+pkg a/+pkg/@cls"},
       {"rm c/@m/m", "a a/@linked c c/@m"},
       {"mkdir a/@n", "a a/@n"},
+      {"mkdir a/+pkg/@n", "a a/+pkg a/+pkg/@n"},
       {"rm -r a/private", "a"},
       {"mkdir a/sub; mkdir a/sub/@n; rm a/ordinary", ""},  // no path leads there
       {"rm a/x; touch a/w a/x; rm a/w; echo text >a/x", ""},
@@ -68,8 +80,9 @@ TEST(PathRefreshTest, WhatHasChangedGetsANewEntryAndNothingElse) {
     tree.Do(row.change);
     const Folders fresh = RefreshFolders(old);
     EXPECT_EQ(NewOf(fresh, old, tree), row.expected) << row.change;
-    EXPECT_EQ(Shown(AllOf(fresh), tree),
-              Shown(AllOf(test::FoldersIn(tree, {"a", "b", "c"})), tree));
+    const Folders scanned = test::FoldersIn(tree, {"a", "b", "c"});
+    EXPECT_EQ(Shown(AllOf(fresh), tree), Shown(AllOf(scanned), tree));
+    EXPECT_EQ(ProblemsOf(fresh), ProblemsOf(scanned)) << row.change;
     // The same beside a path that is not refreshed: what is unchanged comes from there.
     PathEntryFactory saved(ListingUse::AsSaved);
     saved.ReadEntries(stream, tree.IRI());
