@@ -129,6 +129,36 @@ TEST_F(ReceiptTest, DoesNotTrustAFolderWhoseTimeWasSetBackSinceItWasAsked) {
   EXPECT_EQ(ChangesIn(recorder.Finish()), "plot.zt: way/plot.zt > mine/plot.zt\n");
 }
 
+TEST_F(ReceiptTest, AsksAgainWhenOtherFoldersAreOnThePath) {
+  tree.Files({"packages/new/lib/in.zt", "packages/old/lib/in.zt"});
+  tree.Do(
+      R"(echo '{"name": "old", "version": "1", "folders": ["lib"]}' >packages/old/searchpath.json)");
+  tree.Link("../else/begin", "nest/begin");
+  Age();
+  host::EnvironmentOptions packages = Options();
+  packages.folders = {u"mine"};
+  packages.packages = u"packages";
+  host::EnvironmentOptions recursive = Options();
+  recursive.folders = {u"nest"};
+  recursive.expansion = host::FolderExpansion::Recursive;
+  const struct {
+    host::EnvironmentOptions options;
+    const char* change;
+    const char* changes;
+  } rows[] = {
+      {packages, "sed s/old/new/ packages/old/searchpath.json >packages/new/searchpath.json",
+       "in.zt: packages/old/lib/in.zt > packages/new/lib/in.zt\n"},
+      {recursive, "mkdir else/begin; touch else/begin/in.zt",
+       "in.zt: nest/in/in.zt > nest/begin/in.zt\n"},
+  };
+  for (const auto& [options, change, changes] : rows) {
+    const Receipt receipt = host::Environment(options).FindWithReceipt({{.name = u"in.zt"}});
+    EXPECT_EQ(ChangesIn(receipt), "") << change;
+    tree.Do(change);
+    EXPECT_EQ(ChangesIn(receipt), changes) << change;
+  }
+}
+
 TEST_F(ReceiptTest, HoldsQuestionsAnswersAndThePath) {
   host::EnvironmentOptions options = Options();
   options.expansion = host::FolderExpansion::Recursive;

@@ -215,13 +215,18 @@ TEST(RuleOutcomesTest, WhatEndsTheSearchIsNoMeaning) {
   });
 }
 
-TEST(RuleOutcomesTest, AFolderBelowTheRootOfTheFileSystemComesFromIt) {
+TEST(RuleOutcomesTest, AFolderComesFromTheNearestFolderAboveItOnThePath) {
   const TemporaryTree tree;
   tree.Files({"deep/sub/a.h"});
-  const Environment environment({.folders = {u"/"}, .rules = kPlainRules});
-  const auto found = environment.Find({.name = tree.Text("deep/sub/a.h").substr(1)});
-  ASSERT_TRUE(found);
-  EXPECT_EQ(environment.FindOrigin(*found->GetPathEntry()).folder, u"/");
+  const ustring deep = tree.Text("deep");
+  for (const auto& folders :
+       std::initializer_list<std::vector<ustring>>{{u"/"}, {deep, u"/"}, {u"/", deep}}) {
+    const Environment environment({.folders = folders, .rules = kPlainRules});
+    const auto found = environment.Find({.name = deep.substr(1) + u"/sub/a.h"});
+    ASSERT_TRUE(found);
+    EXPECT_EQ(environment.FindOrigin(*found->GetPathEntry()).folder,
+              folders.size() == 1 ? u"/" : deep);
+  }
 }
 
 TEST(RuleOutcomesTest, AMissReportsProblemsWhicheverSpellingEndsTheSearch) {
