@@ -10,6 +10,8 @@ TEST_F(ToolTest, DiffTellsFoldersOrNames) {
        "removed    2         $T/mid\nremoved    3         $T/no\n"
        "added      1         $T/lib\n"},
       {"printf 'lib\nover\nmid\n' | s diff over:mid:lib -", 1, "", "moved      3 -> 1    $T/lib\n"},
+      {"s diff lib:over:mid:odd odd:mid:lib:over", 1, "",
+       "moved      4 -> 1    $T/odd\nmoved      3 -> 2    $T/mid\n"},
       {"s diff --subfolders over:lib mid:over", 1, "",
        "removed    2         $T/lib\nremoved    2         $T/lib/private\n"
        "removed    2         $T/lib/resources\nremoved    2         $T/lib/+pkg\n"

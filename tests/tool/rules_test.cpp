@@ -85,6 +85,11 @@ TEST_F(RulesTest, NamesAreRelativeToTheFoldersOfThePath) {
        "`ruleId`: `different`,\n"
        "`text`: `\\`a b/kind.h\\` means $T/p/a b/kind.h, which hides this file (different).`\n"
        "`uri`: `file://$T/q/a%20b/kind.h`\n`uri`: `file://$T/p/a%20b/kind.h`\n"},
+      {"s shadows --path odd:lib:over --ext zt --policy ignore-case --sarif | "
+       "grep -E 'ruleId|level' | sed 's/^ *//'",
+       0, "",
+       "`ruleId`: `other-case`,\n`level`: `warning`,\n"
+       "`ruleId`: `identical`,\n`level`: `note`,\n"},
       {"s shadows --path p --sarif --json", 2, "--sarif, --summary and --json cannot be", ""},
       {"s diff --names --as plain p:q q:p", 1, "",
        "changed  $T/p/draw -> $T/q/draw\nchanged  $T/p/sub/kind.h -> $T/q/sub/kind.h\n"},
