@@ -111,6 +111,15 @@ TEST_F(CInterfaceTest, ExplainsAndTellsWhatIsHidden) {
   EXPECT_EQ(Shown(searchpath_shadows_kind(shadows, 0, 0)), "");
   EXPECT_EQ(Shown(searchpath_shadows_kind(shadows, 0, 1)), "identical");
   searchpath_shadows_free(shadows);
+
+  tree.File("a/other.zt");
+  Open(nullptr);
+  for (const int ignoresCase : {0, 1}) {
+    const searchpath_lookup any = {"", nullptr, 0, nullptr, ignoresCase};
+    ASSERT_EQ(searchpath_find_shadows(environment, &any, &shadows, &error), SEARCHPATH_OK);
+    EXPECT_EQ(searchpath_shadows_count(shadows), ignoresCase == 0 ? 1U : 2U);
+    searchpath_shadows_free(shadows);
+  }
 }
 
 TEST_F(CInterfaceTest, AWatchBecomesReadableAndHasThePathAsItIsByAnyRules) {

@@ -8,6 +8,7 @@ import subprocess
 import sys
 import tempfile
 import threading
+import time
 import unittest
 import unittest.mock
 
@@ -163,6 +164,16 @@ class WatchTest(TreeTest):
         for call in (watch.environment, watch.fileno, watch.wait, watch.__enter__):
             with self.assertRaisesRegex(ValueError, "closed"):
                 call()
+
+    def test_waits_as_many_seconds_as_it_is_told(self):
+        never, end = os.pipe()
+        with self.environment.watch() as watch:
+            with unittest.mock.patch.object(watch, "fileno", return_value=never):
+                start = time.monotonic()
+                self.assertFalse(watch.wait(0.05))
+                self.assertGreater(time.monotonic() - start, 0.04)
+        os.close(never)
+        os.close(end)
 
     def test_waiting_for_what_is_never_reported_is_refused(self):
         with self.environment.watch() as watch:
