@@ -11,7 +11,8 @@ namespace {
 
 // Why the first file of that very name does not count; empty when no such file is there.
 std::string FindRefusal(const host::Environment& environment, const host::Lookup& lookup) {
-  if (environment.GetRules().foldersHaveMeaning) return "";  // rights do not matter
+  // True for the rules "environment" alone, under which a file counts whatever its rights.
+  if (environment.GetRules().foldersHaveMeaning) return "";
   for (const host::AskedFolder& asked : environment.Explain(lookup).asked) {
     if (asked.outcome == host::FolderOutcome::NotExecutable) {
       return "; " + Quoted(asked.instead) + " may not be executed";
@@ -32,11 +33,11 @@ std::string GetHint(const host::Environment& environment, const host::Lookup& lo
   if (similar.empty()) return "";
   std::vector<std::string> files;
   for (const auto& [file, similarity] : similar) {
-    // With --policy ignore-case, the name would mean the first of these files.
-    const bool isMeant = files.empty() && similarity == host::Similarity::OtherCase &&
-                         environment.GetRules().foldersHaveMeaning;
+    // With --policy ignore-case, which other rules refuse, the name means the first of these files.
+    const bool ignoringCaseFindsIt = files.empty() && similarity == host::Similarity::OtherCase &&
+                                     environment.GetRules().foldersHaveMeaning;
     files.push_back(Quoted(host::GetNativePath(file)) + " (" + host::GetText(similarity) +
-                    (isMeant ? ": --policy ignore-case finds it)" : ")"));
+                    (ignoringCaseFindsIt ? ": --policy ignore-case finds it)" : ")"));
   }
   return "; did you mean " + Join(files, ", ", " or ") + '?';
 }

@@ -7,8 +7,8 @@
 
 namespace Corvane::PathManagement::tool {
 
-/// To be appended to the message that the name of `lookup` was not found: "; ..." on why a file of
-/// that very name does not count, or "; did you mean ...?" with files of similar names; or empty.
+/// What to append to the message that the name of `lookup` was not found: "; ..." on why a file of
+/// that very name does not count, or "; did you mean ...?" with files of similar names, or "".
 [[nodiscard]] std::string GetHint(const host::Environment& environment, const host::Lookup& lookup);
 
 }  // namespace Corvane::PathManagement::tool

@@ -32,9 +32,9 @@ Outcome Run(const std::vector<std::string>& arguments) {
 void StartLogIfAsked() {
   const char* const log = std::getenv("SEARCHPATH_LOG");
   if (log == nullptr || *log == '\0') return;
-  const bool isFile = std::string_view(log) != "-";  // which is standard error
+  const bool isFile = std::string_view(log) != "-";  // "-" is standard error
   host::StartDiagnosticLog(isFile ? std::optional<fl::filesystem::path>(TextFromBytes(log))
-                                  : std::nullopt);
+                                  : std::nullopt);  // standard error
 }
 
 }  // namespace
@@ -51,7 +51,7 @@ int main(int count, char** words) {
   std::ios::sync_with_stdio(false);  // otherwise std::cin hides errors of reading
   try {
     StartLogIfAsked();
-    // A caller may leave out even the name of the program.
+    // `count` is 0 when the caller has left out even the name of the program.
     const Outcome outcome = Run({words + (count > 0 ? 1 : 0), words + count});
     FinishData();
     return static_cast<int>(outcome);

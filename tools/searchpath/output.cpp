@@ -23,10 +23,10 @@ bool IsColorRefused() {
 }
 
 bool UsesColor(const OutputOptions& options, bool toTerminal) {
-  const auto choice =
-      ChooseValue<std::optional<bool>>("--color", options.color.value_or("auto"),
-                                       {{"auto", {}}, {"always", true}, {"never", false}});
-  return choice.value_or(toTerminal && !IsColorRefused() && TerminalTakesCommands());
+  const auto choice = ChooseValue<std::optional<bool>>(
+      "--color", options.color.value_or("auto"),
+      {{"auto", std::nullopt}, {"always", true}, {"never", false}});
+  return choice.value_or(toTerminal && !IsColorRefused() && TerminalTakesEscapeSequences());
 }
 
 }  // namespace
@@ -46,7 +46,7 @@ void OutputOptions::AddExitCodeTo(CommandLine& commandLine) {
 }
 
 Output::Output(const OutputOptions& options)
-    : json(options.json),
+    : isJson(options.json),
       lineEnd(options.print0 ? '\0' : '\n'),
       toTerminal(isatty(STDOUT_FILENO) != 0),
       color(UsesColor(options, toTerminal) && !options.print0) {
@@ -78,7 +78,7 @@ void Output::WriteField(std::string_view label, const std::string& value) const 
 
 void Output::WriteObject(const nlohmann::ordered_json& object) const {
   std::string line = json::GetLine(object);
-  // The escapes are those of JSON, so that the line remains JSON.
+  // A terminal gets no control sequences. The escapes of `GetTextForTerminal` would not be JSON.
   if (toTerminal && GetTextForTerminal(line) != line) {
     line = json::GetLine(object, /*asciiOnly=*/true);
   }

@@ -38,11 +38,14 @@ struct OutputOptions {
   bool print0 = false;
   std::optional<std::string> color;
   bool exitCodeOnly = false;
-  std::shared_ptr<const SilentStreams> silence = {};  // set by --exit-code; null without it
+  /// Silences standard output and standard error while it exists; null without --exit-code.
+  std::shared_ptr<const SilentStreams> silence = {};
 
+  /// Adds all options but --exit-code.
   void AddTo(CommandLine& commandLine);
-  /// Adds --exit-code, for a command whose exit code is an answer. With --exit-code, nothing is
-  /// written while these options live; an exception outlives them and is still reported.
+  /// Adds --exit-code, for a command whose exit code is an answer. It silences the program from the
+  /// end of `CommandLine::Parse` until these options are destroyed. An exception that ends the
+  /// command is caught after that, so it is still reported.
   void AddExitCodeTo(CommandLine& commandLine);
 };
 
@@ -53,37 +56,38 @@ class Output {
  public:
   explicit Output(const OutputOptions& options);
 
-  [[nodiscard]] bool IsJson() const noexcept { return json; }
+  [[nodiscard]] bool IsJson() const noexcept { return isJson; }
 
-  /// `bytes` as they are printed: unchanged, or on a terminal as `GetTextForTerminal`.
+  /// `bytes` as they are printed: unchanged, or on a terminal as `GetTextForTerminal` shows them.
   [[nodiscard]] std::string GetShown(const std::string& bytes) const;
   [[nodiscard]] std::string GetShown(const ustring& text) const { return GetShown(GetBytes(text)); }
 
   /// `text` in colour, if the output has colour.
   [[nodiscard]] std::string GetPainted(std::string_view text, Paint paint) const;
 
-  /// Writes a line with `path`, its last part emphasised.
+  /// Writes a line with `path`, its last part emphasised. Passes `path` through `GetShown`.
   void WritePath(const ustring& path) const;
-  /// Writes a line of other data. Names in `text` must come from `GetShown`.
+  /// Writes a line of other data. The caller has passed the names in `text` through `GetShown`.
   void WriteLine(std::string_view text) const;
-  /// Writes the line "label: value"; `value` need not come from `GetShown`.
+  /// Writes the line "label: value". Passes `value` through `GetShown`.
   void WriteField(std::string_view label, const std::string& value) const;
   /// Writes `object` as JSON on one line.
   void WriteObject(const nlohmann::ordered_json& object) const;
 
  private:
-  bool json;
+  bool isJson;
   char lineEnd;
   bool toTerminal;
   bool color;
 };
 
-/// How many characters the UTF-8 `text` has.
+/// How many code points the UTF-8 `text` has. Columns are aligned by this number.
 [[nodiscard]] std::size_t GetWidth(std::string_view text);
 
-/// `text`, filled up with blanks at its end to at least `width` characters.
+/// `text`, filled up with blanks at its end to a `GetWidth` of at least `width`.
 [[nodiscard]] std::string GetPadded(std::string text, std::size_t width);
 
+/// Adds a text to a JSON object: commands fill objects for `Output::WriteObject` with it.
 using json::AddText;
 
 }  // namespace Corvane::PathManagement::tool

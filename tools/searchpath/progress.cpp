@@ -25,7 +25,7 @@ void Show(const std::string& text) {
   std::fwrite(line.data(), 1, line.size(), stderr);
 }
 
-// Returns whether it is time to stop.
+// Waits until `time`, or until a stop is requested. Returns whether it was requested.
 bool WaitUntil(Clock::time_point time, const std::stop_token& stop) {
   std::mutex mutex;
   std::condition_variable_any stopped;
@@ -49,7 +49,7 @@ void ShowProgress(const std::stop_token& stop) {
 }  // namespace
 
 Progress::Progress(bool quiet) {
-  if (!quiet && isatty(STDERR_FILENO) != 0 && TerminalTakesCommands()) {
+  if (!quiet && isatty(STDERR_FILENO) != 0 && TerminalTakesEscapeSequences()) {
     thread = std::jthread(ShowProgress);
   }
 }

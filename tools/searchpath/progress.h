@@ -5,9 +5,9 @@
 
 namespace Corvane::PathManagement::tool {
 
-/// Shows on the terminal for how long folders have been read. It appears only after a moment, and
-/// its destructor erases it. Nothing else may be written to the terminal during its life. Shows
-/// nothing when `quiet`, or without a terminal.
+/// Shows on standard error for how long folders have been read. The line appears only after a
+/// moment, and the destructor erases it. Nothing else may be written to the terminal while this
+/// object exists. Shows nothing when `quiet`, or when standard error is no terminal.
 class Progress {
  public:
   explicit Progress(bool quiet);

@@ -8,8 +8,8 @@
 namespace Corvane::PathManagement::tool {
 
 /// The words into which a POSIX shell splits `line`. Blanks, line breaks, quotes and backslashes
-/// have their meaning; nothing else, such as "$" or "*", has one. A quote that is not closed ends
-/// with the line.
+/// have their meaning; nothing else, such as "$" or "*", has one. A quote that is not closed
+/// reaches to the end of `line`, which may hold line breaks.
 [[nodiscard]] std::vector<std::string> SplitShellWords(std::string_view line);
 
 }  // namespace Corvane::PathManagement::tool

@@ -25,7 +25,8 @@ void Check(bool written) {
   throw std::system_error(errno, std::generic_category(), "--exit-code: cannot open /dev/null");
 }
 
-// Makes `descriptor` lead to /dev/null. Returns a copy of the former one; -1 when it was closed.
+// Makes `descriptor` lead to /dev/null. Returns a copy that leads where it led before; -1 when
+// `descriptor` was closed, which the error EBADF says.
 int Silence(int descriptor) {
   // The copy must not take the number of a standard stream that is closed.
   const int before = fcntl(descriptor, F_DUPFD_CLOEXEC, STDERR_FILENO + 1);
@@ -39,6 +40,7 @@ int Silence(int descriptor) {
   return before;
 }
 
+// Undoes `Silence(descriptor)`, which returned `before`.
 void Restore(int descriptor, int before) {
   if (before < 0) {
     close(descriptor);
@@ -58,18 +60,19 @@ void FinishData() { Check(std::fflush(stdout) == 0); }
 
 void Report(std::string_view message) {
   const std::string line = "searchpath: " + GetTextForTerminal(message) + '\n';
-  std::fwrite(line.data(), 1, line.size(), stderr);
+  std::fwrite(line.data(), 1, line.size(), stderr);  // an error here could not be reported
 }
 
 SilentStreams::SilentStreams() : output(Silence(STDOUT_FILENO)), error(Silence(STDERR_FILENO)) {}
 
 SilentStreams::~SilentStreams() {
-  std::fflush(stdout);  // drops what is buffered, as it still leads to /dev/null
+  // Drops what is buffered, while the stream still leads to /dev/null; `stderr` has no buffer.
+  std::fflush(stdout);
   Restore(STDOUT_FILENO, output);
   Restore(STDERR_FILENO, error);
 }
 
-bool TerminalTakesCommands() {
+bool TerminalTakesEscapeSequences() {
   const char* const terminal = std::getenv("TERM");
   return terminal != nullptr && *terminal != '\0' && std::string_view(terminal) != "dumb";
 }

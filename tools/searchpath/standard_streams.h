@@ -8,19 +8,19 @@
 
 namespace Corvane::PathManagement::tool {
 
-/// Writes `bytes` to standard output as they are.
+/// Writes `bytes` to standard output as they are. The last ones may stay in its buffer.
 ///
 /// Errors: `std::system_error` when they cannot be written.
 void WriteData(std::string_view bytes);
 
-/// Flushes standard output. Errors: as `WriteData`, also for bytes that were only buffered before.
+/// Writes what is left in the buffer of standard output. Errors: as `WriteData`.
 void FinishData();
 
 /// Writes "searchpath: " and `message` to standard error, as one line that is harmless on a
 /// terminal.
 void Report(std::string_view message);
 
-/// During its life, what is written to standard output and standard error is dropped.
+/// While it exists, all that is written to standard output and standard error is dropped.
 ///
 /// Errors: `std::system_error` when /dev/null cannot be opened.
 class SilentStreams {
@@ -31,15 +31,15 @@ class SilentStreams {
   ~SilentStreams();
 
  private:
-  // Copies of the former descriptors; -1 where one was closed.
+  // Copies of the two descriptors as they were before; -1 for one that was closed.
   int output;
   int error;
 };
 
-/// Whether, by $TERM, the terminal understands control sequences, such as those for colour.
-[[nodiscard]] bool TerminalTakesCommands();
+/// Whether, by $TERM, the terminal understands escape sequences, such as those for colour.
+[[nodiscard]] bool TerminalTakesEscapeSequences();
 
-/// The bytes of a text that came from the command line or the disk.
+/// The bytes of `text`, which came from bytes, such as those of the command line or a file name.
 [[nodiscard]] std::string GetBytes(const ustring& text);
 
 /// `text` in double quotes, for a message.

@@ -7,7 +7,8 @@
 
 namespace Corvane::PathManagement::tool {
 
-/// The word of `known` that `typed` probably means; empty when none is similar.
+/// The word of `known` that `typed` probably means, the first of several that are as similar; empty
+/// when none is similar.
 [[nodiscard]] std::string FindNearest(std::string_view typed,
                                       const std::vector<std::string>& known);
 

@@ -40,7 +40,7 @@ std::string GetTextForTerminal(std::string_view bytes) {
       harmless += unit;
     }
   }
-  return BytesFromText(harmless).value();
+  return BytesFromText(harmless).value();  // has bytes, as `text` came from bytes
 }
 
 }  // namespace Corvane::PathManagement::tool
