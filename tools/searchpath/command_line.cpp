@@ -26,7 +26,7 @@ std::string GetShellWord(const std::string& argument) {
   return word + '\'';
 }
 
-// Splits "-a,--all" into two names.
+// The names in "-a,--all" or "--all".
 std::vector<std::string> SplitNames(const std::string& names) {
   const std::size_t comma = names.find(',');
   if (comma == std::string::npos) return {names};
@@ -50,8 +50,8 @@ const char* const kEnvironmentNotes =
 
 CommandLine::CommandLine(const CommandText& description)
     : text(description), notes(description.notes), app(std::make_unique<CLI::App>()) {
-  app->set_help_flag();
-  app->allow_extras();
+  app->set_help_flag();  // no help of the parser's own
+  app->allow_extras();   // see `TakeOperands`
   app->option_defaults()->multi_option_policy(CLI::MultiOptionPolicy::TakeLast);
 }
 
@@ -72,7 +72,7 @@ void CommandLine::AddFlagForOperands(const std::string& name, bool& value,
 void CommandLine::AddValue(const std::string& name, const char* valueName,
                            std::optional<std::string>& value, const std::string& help,
                            std::vector<std::string> words) {
-  // The parser calls this with all values that were typed.
+  // By the policy that the constructor sets, the parser passes only the last value.
   const auto take = [&value](const CLI::results_t& results) {
     value = results.back();
     return true;
@@ -98,13 +98,14 @@ void CommandLine::AddValues(const std::string& name, const char* valueName,
                      .isRepeated = true});
 }
 
-// Of these options, the help lists -h alone.
+// `Parse` calls this, so that these options come after those of the command. The help lists only -h
+// of them.
 void CommandLine::AddHelp() {
   AddFlag("-h", asksForBriefHelp, "this help; --help adds examples and rules");
   AddFlag("--help", asksForFullHelp, "the help with examples and rules");
-  options.back().isBrief = false;
+  options.back().isListed = false;
   AddFlag("-V,--version", asksForVersion, "the version");
-  options.back().isBrief = false;
+  options.back().isListed = false;
 }
 
 const OptionText* CommandLine::FindOption(const std::string& name) const {
@@ -114,8 +115,8 @@ const OptionText* CommandLine::FindOption(const std::string& name) const {
   return found == options.end() ? nullptr : &*found;
 }
 
-// The words as the parser takes them. "--path=" becomes "--path" and "", because the parser
-// would take the next word as the value of "--path=".
+// The words that were typed, as the parser needs them: "--path=" becomes "--path" and "", because
+// the parser would take the next word as the value of "--path=".
 std::vector<std::string> CommandLine::GetWordsForParser() const {
   std::vector<std::string> words;
   for (auto word = typed.begin(); word != typed.end(); ++word) {
@@ -167,8 +168,8 @@ bool CommandLine::Parse(const Arguments& arguments) {
   return true;
 }
 
-// The operands are what the parser leaves over. If it knew them as an option, it would read "[a,b]"
-// as a list, and "-1" as an operand.
+// The operands are the words that the parser leaves over. If they were declared to the parser, it
+// would read "[a,b]" as a list, and "-1" as an operand.
 void CommandLine::TakeOperands() {
   bool onlyOperands = false;
   for (const std::string& argument : app->remaining()) {
@@ -204,15 +205,15 @@ void CommandLine::RefuseOption(const std::string& argument) const {
   for (const OptionText& option : options) {
     known.insert(known.end(), option.names.begin(), option.names.end());
   }
-  const bool hasName = !argument.starts_with("--=");
+  const bool hasName = !argument.starts_with("--=");  // else there is no name before "="
   const std::string name = hasName ? argument.substr(0, argument.find('=')) : argument;
   const std::string meant = FindOptionMeant(name, known);
   if (!meant.empty()) {
     throw UsageError("unknown option " + Quoted(name) + "; did you mean " + meant + "?");
   }
   // --flag takes one word only, so further flags for the compiler come here.
-  const auto place = std::find(typed.begin(), typed.end(), argument);
-  if (std::find(typed.begin(), place, "--flag") != place) {
+  const auto position = std::find(typed.begin(), typed.end(), argument);
+  if (std::find(typed.begin(), position, "--flag") != position) {
     throw UsageError("unknown option " + Quoted(name) +
                      "; a flag for the compiler is typed as --flag " + GetShellWord(argument));
   }
@@ -233,13 +234,14 @@ std::string CommandLine::GetHelp(bool full) const {
           (*text.operands == '\0' ? "" : " ") + text.operands + '\n' + text.purpose +
           "\n\nOptions:\n";
   for (const OptionText& option : options) {
-    if (!option.isBrief) continue;
+    if (!option.isListed) continue;
     std::string line = "  " + Join(option.names, ", ");
     if (!option.valueName.empty()) line += ' ' + option.valueName;
     line.resize(std::max(line.size() + 1, kHelpColumn), ' ');
     help += line + option.help + '\n';
   }
   if (!full) return help;
+  // One empty line before each paragraph; the notes of some commands end with one.
   return help + '\n' + notes + (notes.ends_with("\n\n") ? "" : "\n") + kEnvironmentNotes;
 }
 

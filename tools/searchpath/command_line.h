@@ -42,8 +42,8 @@ class CommandLine;
 /// What follows the name of a command on the command line.
 struct Arguments {
   std::vector<std::string> words = {};
-  /// If set, `CommandLine::Parse` only calls this function, which reads the options and texts of
-  /// the command from its argument. The command then does not run.
+  /// If set, the command does not run: `CommandLine::Parse` only calls this function, which can
+  /// read the options and texts of the command from its argument.
   std::function<void(const CommandLine& commandLine)> describe = {};
 };
 
@@ -52,9 +52,9 @@ struct OptionText {
   std::vector<std::string> names;  ///< "-a", "--all"
   std::string valueName;           ///< empty for a flag
   std::string help;
-  std::vector<std::string> words = {};  ///< values for completion, if some can be named
+  std::vector<std::string> words = {};  ///< values that completion offers, if some can be named
   bool isRepeated = false;              ///< whether all its values count, not only the last
-  bool isBrief = true;                  ///< whether -h and --help list it
+  bool isListed = true;                 ///< whether -h and --help list it; the manual always does
 };
 
 /// The options, the operands and the help of one command.
@@ -68,16 +68,16 @@ class CommandLine {
   // `Parse` sets the variables of the options that were typed; all variables have to exist until
   // then. `names` is "--all" or "-a,--all".
   void AddFlag(const std::string& names, bool& value, const std::string& help);
-  // For an option with a value; the last one typed counts. `words` are values that completion
-  // offers; others are not refused.
+  // For an option with a value; the last value typed counts. `words` are values that completion
+  // offers; `Parse` does not refuse others.
   void AddValue(const std::string& name, const char* valueName, std::optional<std::string>& value,
                 const std::string& help, std::vector<std::string> words = {});
   // The same for an option whose values all count.
   void AddValues(const std::string& name, const char* valueName, std::vector<std::string>& values,
                  const std::string& help, std::vector<std::string> words = {});
 
-  /// As `AddFlag`, for the one flag with which the operands are read from standard input, and none
-  /// may be typed.
+  /// As `AddFlag`, for the one flag with which the command reads its operands from standard input;
+  /// `Parse` then refuses operands that are typed.
   void AddFlagForOperands(const std::string& name, bool& value, const std::string& help);
 
   /// Has `Parse` call `work` at its end, when all variables are set. Several are called in the
@@ -101,7 +101,7 @@ class CommandLine {
   [[nodiscard]] const std::string& GetNotes() const noexcept { return notes; }
   [[nodiscard]] const std::vector<OptionText>& GetOptions() const noexcept { return options; }
 
-  /// The command line as it was typed, quoted for a shell, with `addition` right behind the name of
+  /// The command line as it was typed, quoted for a shell, with `addition` right after the name of
   /// the command.
   [[nodiscard]] std::string GetLineWith(const std::string& addition) const;
 
@@ -116,15 +116,15 @@ class CommandLine {
   [[nodiscard]] std::string GetHelp(bool full) const;
 
   CommandText text;
-  std::string notes;
-  std::unique_ptr<CLI::App> app;
-  std::vector<std::string> typed;
+  std::string notes;               // those of `text`, and those of `AddNotes`
+  std::unique_ptr<CLI::App> app;   // the parser
+  std::vector<std::string> typed;  // all words after the name of the command
   std::vector<std::function<void()>> afterParse;
   std::vector<OptionText> options;
   bool asksForBriefHelp = false;
   bool asksForFullHelp = false;
   bool asksForVersion = false;
-  std::string flagForOperands;
+  std::string flagForOperands;                 // the name of the flag of `AddFlagForOperands`
   const bool* operandsAreElsewhere = nullptr;  // the variable of that flag; null when there is none
   std::vector<std::string> operands;
 };
@@ -133,7 +133,7 @@ class CommandLine {
 template <class Meaning>
 using WordList = std::vector<std::pair<std::string, Meaning>>;
 
-/// The words alone.
+/// The words of `words`, without their meanings.
 template <class Meaning>
 [[nodiscard]] std::vector<std::string> GetWords(const WordList<Meaning>& words) {
   std::vector<std::string> known;
@@ -152,7 +152,7 @@ template <class Meaning>
   throw UsageError(option + " is one of " + Join(GetWords(words), ", ") + ", not \"" + value + '"');
 }
 
-/// `text` as a number; empty unless the whole text is a number of this type.
+/// `text` as a number; `nullopt` unless the whole text is a number of this type.
 template <class Number>
 [[nodiscard]] std::optional<Number> ParseNumber(const std::string& text) {
   Number number{};
@@ -161,8 +161,8 @@ template <class Number>
   return error == std::errc() && last == end ? std::optional(number) : std::nullopt;
 }
 
-/// The value `typed` for `option`; empty when there is none. Errors: `UsageError` when it is not a
-/// whole number from 0 to 2^32 - 1.
+/// The value `typed` for `option`; `nullopt` when none was typed. Errors: `UsageError` when the
+/// value is not a whole number from 0 to 2^32 - 1.
 [[nodiscard]] std::optional<std::chrono::milliseconds> GetMilliseconds(
     const std::string& option, const std::optional<std::string>& typed);
 
@@ -173,7 +173,7 @@ template <class Number>
 extern const char* const kEnvironmentNotes;
 
 /// Answers -h, --help, -V and --version, typed where a command is expected: -h with `help`, --help
-/// with `examples` as well. Returns whether `word` is one of these.
+/// with `examples` as well. Returns whether `word` is one of these options; if not, writes nothing.
 [[nodiscard]] bool AnswerHelp(const std::string& word, const std::string& help,
                               const char* examples);
 
