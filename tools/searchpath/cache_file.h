@@ -7,9 +7,9 @@
 
 namespace Corvane::PathManagement::tool {
 
-// Caches and saved listings, which have the same format. `file` is a name as it was typed.
+// Caches, which keep a path and the listings of its folders. `file` is a name as it was typed.
 
-/// Whether `file` begins as such a file does, in any version.
+/// Whether `file` is a regular file that begins as a cache does, in any version of the format.
 [[nodiscard]] bool IsListing(const std::string& file);
 
 /// The listings in `file`, to be used as `use` says.

@@ -125,7 +125,7 @@ std::shared_ptr<const IPathEntry> GetFolder(const host::Environment& environment
         location, FilenameMatchingPolicy::FileSystemDefault);
     if (folder != nullptr) return folder;
   } catch (const current_working_folder::FailedToAbsolutizeException& error) {
-    RefuseFrom("--from", typed, error);
+    RefuseFolder("--from", typed, error);
   }
   throw UsageError("--from " + Quoted(typed) +
                    " is not on the path; searchpath list shows the path");

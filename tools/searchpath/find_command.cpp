@@ -216,8 +216,8 @@ Outcome RunFind(const Arguments& arguments) {
     return finder.FoundAll() ? Outcome::Found : Outcome::NotFound;
   } catch (const current_working_folder::FailedToAbsolutizeException& error) {
     // Only the folder of --after or --from leads here; when both are given, --from is not used.
-    RefuseFrom(options.after ? "--after" : "--from",
-               *(options.after ? options.after : options.from), error);
+    RefuseFolder(options.after ? "--after" : "--from",
+                 *(options.after ? options.after : options.from), error);
   }
 }
 

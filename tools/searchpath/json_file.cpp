@@ -27,7 +27,7 @@ std::optional<std::string> ReadBytes(const std::string& file) {
 void ReadJson(const std::string& file, const std::string& bytes, std::size_t most,
               const std::function<void(const json::Field&)>& read) try {
   const json::LocatedJson root = json::ParseJson(bytes, most);
-  read({root, /*name=*/{}});
+  read({root, /*name=*/{}});  // the root is in no field, so it has no name
 } catch (const json::JsonException& error) {
   throw UsageError(GetBytes(json::GetMessage(TextFromBytes(file), error.line, error.field,
                                              json::GetWords(error.fault) + error.detail)));

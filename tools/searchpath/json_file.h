@@ -15,8 +15,8 @@ namespace Corvane::PathManagement::tool {
 /// Errors: `UsageError` when it cannot be read.
 [[nodiscard]] std::optional<std::string> ReadBytes(const std::string& file);
 
-/// Parses the JSON text `bytes`, the content of `file`, and calls `read` with its root. A text of
-/// more than `most` values is refused.
+/// Parses the JSON text `bytes`, the content of `file`, and calls `read` with its root. Refuses a
+/// text of more than `most` values.
 ///
 /// Errors: `UsageError`, which names `file`, the line and the field, when the text is refused or
 /// `read` throws a `JsonException`; any other exception of `read`.

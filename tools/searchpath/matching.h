@@ -15,7 +15,7 @@ class CommandLine;
 /// Adds --policy, whose value goes into `policy`.
 void AddPolicyTo(CommandLine& commandLine, std::optional<std::string>& policy);
 
-/// The policy called `policy`; without a name, that of the file system. Errors: `UsageError` when
+/// The policy called `policy`, or that of the file system for `nullopt`. Errors: `UsageError` when
 /// no policy has that name.
 [[nodiscard]] FilenameMatchingPolicy GetPolicy(const std::optional<std::string>& policy);
 

@@ -10,7 +10,8 @@ namespace Corvane::PathManagement::tool {
 
 // Facts about a folder of the path.
 
-/// How many files `folder` holds. Cost: lists `folder`, unless it has been listed before.
+/// How many files `folder` holds, without its subfolders. Cost: lists `folder`, unless it has been
+/// listed before.
 [[nodiscard]] std::size_t GetItemCount(const IPathEntry& folder);
 
 /// The location of `folder` as users read it, rather than as an IRI.

@@ -27,6 +27,8 @@ SourcedPath ReadVariable(const std::string& name, const host::LookupRules& rules
   return {.folders = SplitFolders(value, rules)};
 }
 
+// The folders for headers of `source`, "cc" or "c++", unless the variable CC or CXX names another
+// compiler.
 SourcedPath AskForHeaders(const std::string& source, const std::vector<std::string>& flags) {
   const std::string variable = source == "cc" ? "CC" : "CXX";
   const char* const named = std::getenv(variable.c_str());
@@ -77,7 +79,8 @@ SourcedPath AskPerl() {
 
 SourcedPath AskPython() {
   // Prints the suffixes in the order of the attempts in a folder, an empty text, then the folders.
-  // A package comes before a module; of each, an extension module comes before source text.
+  // A package comes before a module; of each, an extension module comes before source text. In
+  // sys.path, '' is the working folder.
   constexpr const char* kProgram =
       "import os, sys\n"
       "from importlib.machinery import EXTENSION_SUFFIXES, SOURCE_SUFFIXES, BYTECODE_SUFFIXES\n"
@@ -134,6 +137,7 @@ SourcedPath ReadPathSource(const std::string& source, const std::vector<std::str
 }
 
 std::vector<ustring> SplitFolders(const std::string& list, const host::LookupRules& rules) {
+  // Only the rules "environment" give names of folders a meaning.
   if (rules.foldersHaveMeaning) return SplitZentraPath(TextFromBytes(list));
   std::vector<ustring> folders;
   for (std::size_t begin = 0; begin <= list.size();) {

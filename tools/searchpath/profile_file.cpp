@@ -17,7 +17,7 @@ namespace {
 using json::Field;
 using json::JsonFault;
 
-constexpr std::size_t kMostValues = 10'000;
+constexpr std::size_t kMostValues = 10'000;  // far more than anybody writes by hand
 
 std::string GetProfilesFile() {
   const std::string storedPath = GetBytes(host::StoredPath::GetDefaultFile().native());
@@ -36,6 +36,7 @@ std::vector<std::string> ReadTexts(const Field& field) {
   field.Refuse(JsonFault::WrongType, TextFromBytes(expected));
 }
 
+// The name of rules that --as takes.
 std::string ReadRules(const Field& field) {
   std::string name = ReadText(field);
   std::string known;
@@ -46,6 +47,7 @@ std::string ReadRules(const Field& field) {
   RefuseExpecting(field, "one of " + known);
 }
 
+// Sets the members of `profile` that say what the path is.
 void ReadPath(const Field& object, Profile& profile) {
   if (const auto path = object.Find(u"path")) {
     if (std::holds_alternative<ustring>(path->value.content)) {

@@ -11,8 +11,8 @@ namespace Corvane::PathManagement::tool {
 /// The profiles in "profiles.json", which is in the folder of the stored path's file; none when
 /// "profiles.json" does not exist.
 ///
-/// Errors: `UsageError` when the file cannot be read or is refused. The latter names the file, the
-/// line and the field.
+/// Errors: `UsageError` when the file cannot be read, or holds no valid profiles; the message then
+/// names the file, the line and the field.
 [[nodiscard]] std::vector<Profile> ReadProfiles();
 
 /// The profiles in `bytes`, the content of `file`. Errors: as `ReadProfiles`.

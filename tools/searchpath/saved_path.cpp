@@ -13,8 +13,8 @@ Outcome SavePath(const host::Environment& environment, const PathOptions& option
                  const std::string& file) {
   try {
     const Progress progress(options.quiet);
-    // The main folders are saved with their special folders. Some rules also search other folders
-    // below the main folders; these are saved, too.
+    // The main folders, those on the path itself, are saved with their special folders. Some rules
+    // also search other folders below the main folders; those are saved, too.
     host::SaveListing(TextFromBytes(file), environment.GetMainFolders(),
                       environment.FindSearchedFolders());
   } catch (const std::exception& failure) {

@@ -79,9 +79,11 @@ constexpr const char* kSourceNotes =
 // The lines of `list`; `what` says what is read, for messages.
 std::vector<ustring> ReadList(std::istream& list, const std::string& what) {
   std::vector<ustring> folders;
-  // Standard input has failed, but is open, after an earlier part has read it to its end.
+  // If an earlier part has read standard input to its end, the stream has failed, but is open. This
+  // part then has no folders.
   const bool isOpen = !list.fail() || list.eof();
   if (isOpen) folders = host::ReadFolderList(list);
+  // A cache begins like this.
   if (!folders.empty() && folders.front().starts_with(u"searchpath listing ")) {
     throw UsageError("a cache is read from a file: --path @FILE");
   }
@@ -121,13 +123,14 @@ std::vector<host::PathEntryFactory> ReadCache(const PathOptions& options) {
 struct NamedFolders {
   std::vector<ustring> folders;
   host::FolderSource source;
-  std::string where;  // the source in words, for messages
-  std::vector<host::PathEntryFactory> caches;
-  std::vector<ustring> quoteFolders = {};
+  std::string where;                           // the source in words, for messages
+  std::vector<host::PathEntryFactory> caches;  // for folders that have not changed since
+  std::vector<ustring> quoteFolders = {};      // see `SourcedPath`
 };
 
 host::Environment Open(NamedFolders named, const PathOptions& options) {
   const host::LookupRules rules = options.GetRules();
+  // Rules under which names of folders mean nothing are not the default, so `as` is set.
   if (options.recursive && !rules.foldersHaveMeaning) {
     throw UsageError(
         "--recursive and --as " + *options.as +
@@ -154,6 +157,7 @@ host::Environment Open(NamedFolders named, const PathOptions& options) {
   return environment;
 }
 
+// The folders of all `parts`. `caches` may come first; those that `parts` name are added.
 NamedFolders ReadParts(const std::vector<std::string>& parts, const std::string& where,
                        const host::LookupRules& rules, std::vector<host::PathEntryFactory> caches) {
   std::vector<ustring> folders;
@@ -242,7 +246,7 @@ void PathOptions::CheckSources() const {
 void PathOptions::ReadSources() {
   CheckSources();
   Profile chosen;
-  // --path-of alone adds no extensions, unlike a profile.
+  // Unlike a profile, --path-of alone adds no extensions, not even those of an interpreter.
   if (pathOf) {
     chosen = {.pathOf = pathOf,
               .rules = GetUsualRules(*pathOf),
@@ -256,22 +260,23 @@ void PathOptions::ReadSources() {
   chosen.flags.insert(chosen.flags.end(), flags.begin(), flags.end());
   if (!as) as = chosen.rules;
   moduleSeparator = TextFromBytes(chosen.moduleSeparator);
-  isNamed = parts.empty() && (chosen.pathOf || chosen.path || !chosen.folders.empty());
+  pathIsSourced = parts.empty() && (chosen.pathOf || chosen.path || !chosen.folders.empty());
   const bool takesSuffixes = HasSuffixes(source) && !chosen.extensions;
-  // With --path, an interpreter is asked only for its suffixes.
-  if (chosen.pathOf && (isNamed || takesSuffixes)) {
-    named = ReadPathSource(source, chosen.flags, GetRules());
+  // Beside --path, the interpreter of a profile is asked too, but only for its suffixes.
+  if (chosen.pathOf && (pathIsSourced || takesSuffixes)) {
+    sourced = ReadPathSource(source, chosen.flags, GetRules());
   } else if (chosen.path) {
-    named.folders = SplitFolders(*chosen.path, GetRules());
+    sourced.folders = SplitFolders(*chosen.path, GetRules());
   } else {
-    named.folders = GetTexts(chosen.folders);
+    sourced.folders = GetTexts(chosen.folders);
   }
-  if (!takesSuffixes)
-    named.suffixes = GetTexts(chosen.extensions.value_or(std::vector<std::string>()));
+  if (!takesSuffixes) {
+    sourced.suffixes = GetTexts(chosen.extensions.value_or(std::vector<std::string>()));
+  }
 }
 
 std::string PathOptions::GetPathOption() const {
-  if (!isNamed) return "--path";
+  if (!pathIsSourced) return "--path";
   return profile ? "--profile " + *profile : "--path-of " + *pathOf;
 }
 
@@ -327,9 +332,9 @@ host::Environment OpenPath(const PathOptions& options, const CommandLine& comman
     return Open({std::move(folders), host::FolderSource::Cache, "--cache", std::move(caches)},
                 options);
   }
-  if (options.isNamed) {
-    return Open({options.named.folders, host::FolderSource::Given, options.GetPathOption(),
-                 /*caches=*/{}, options.named.quoteFolders},
+  if (options.pathIsSourced) {
+    return Open({options.sourced.folders, host::FolderSource::Given, options.GetPathOption(),
+                 /*caches=*/{}, options.sourced.quoteFolders},
                 options);
   }
   NamedFolders stored = ReadStoredPath();
@@ -349,6 +354,7 @@ std::vector<AbsoluteIRI> FindLists(const PathOptions& options) {
   for (const std::string& part : options.parts) {
     if (part.starts_with('@')) {
       const ustring file = TextFromBytes(part.substr(1));
+      // With "./" in front, `Locate` takes "~" and IRIs as plain names, as opening the file does.
       lists.push_back(workingFolder.Locate(file.starts_with(u'/') ? file : u"./" + file));
     }
   }
@@ -376,8 +382,8 @@ host::Environment OpenVersion(const std::string& part, const std::string& where,
 
 namespace {
 
-/// Reports folders of --without that hide nothing, and packages that cannot be used. Returns
-/// whether the command must fail.
+// Reports folders of --without that hide nothing, and packages that cannot be used. Returns whether
+// the command must fail.
 bool ReportOtherProblems(const host::Environment& environment, const PathOptions& options) {
   if (!options.quiet) ReportIdleExclusions(environment);
   const host::PackageRegistry* const packages = environment.GetPackages().get();
@@ -389,7 +395,7 @@ bool ReportOtherProblems(const host::Environment& environment, const PathOptions
 }  // namespace
 
 bool ReportProblems(const host::Environment& environment, const PathOptions& options) {
-  // Nobody needs the problems then, and looking for them would open every folder.
+  // With --quiet alone nobody needs the problems, and looking for them would open every folder.
   if (options.quiet && !options.strict) return false;
   const auto problems = WithProgress(options.quiet, [&] { return environment.FindProblems(); });
   const bool failed = ReportProblems(problems, options);
@@ -398,6 +404,7 @@ bool ReportProblems(const host::Environment& environment, const PathOptions& opt
 
 void ReportProblemsMet(const host::Environment& environment, const PathOptions& options) {
   if (options.quiet) return;
+  // The results are for --strict, with which callers report all problems before.
   static_cast<void>(ReportProblems(environment.GetProblemsMet(), options));
   static_cast<void>(ReportOtherProblems(environment, options));
 }
@@ -425,8 +432,8 @@ void ReadFolders(const host::Environment& environment, const PathOptions& option
   });
 }
 
-void RefuseFrom(const std::string& option, const std::string& folder,
-                const current_working_folder::FailedToAbsolutizeException& error) {
+void RefuseFolder(const std::string& option, const std::string& folder,
+                  const current_working_folder::FailedToAbsolutizeException& error) {
   throw UsageError(option + ' ' + Quoted(folder) + ": " + error.what() +
                    "; name a folder that exists");
 }

@@ -18,10 +18,10 @@ struct PathOptions {
   std::optional<std::string> pathOf;  // the program or variable that names the path instead
   std::vector<std::string> flags;     // for the compiler of `pathOf` or of the profile
   std::optional<std::string> profile;
-  std::optional<std::string> as;  // the name of the rules
+  std::optional<std::string> as;  // the name of the rules; set by a profile or `pathOf`, too
   std::optional<std::string> cache;
   bool recursive = false;
-  std::vector<std::string> without;
+  std::vector<std::string> without;     // folders to hide
   std::optional<std::string> packages;  // the folder of the packages whose folders are added
   bool keepDuplicates = false;
   std::optional<std::string> timeout;  // in milliseconds
@@ -39,18 +39,18 @@ struct PathOptions {
   /// Adds --as, --recursive, --quiet and --strict: for a command whose paths are operands.
   void AddReadingTo(CommandLine& commandLine);
 
-  /// Whether these options name a path. Otherwise the stored one is meant.
-  [[nodiscard]] bool HasPath() const { return !parts.empty() || cache || isNamed; }
+  /// Whether these options name a path. If not, commands work on the stored path.
+  [[nodiscard]] bool HasPath() const { return !parts.empty() || cache || pathIsSourced; }
 
   /// The option that names the folders, with its value if that is not the folders themselves:
   /// "--path" or "--profile c". For messages.
   [[nodiscard]] std::string GetPathOption() const;
 
   /// The extensions of the profile; each begins with "." or "/".
-  [[nodiscard]] const std::vector<ustring>& GetExtensions() const { return named.suffixes; }
+  [[nodiscard]] const std::vector<ustring>& GetExtensions() const { return sourced.suffixes; }
 
   /// The folders that are searched before the others for a header in quotes.
-  [[nodiscard]] const std::vector<ustring>& GetQuoteFolders() const { return named.quoteFolders; }
+  [[nodiscard]] const std::vector<ustring>& GetQuoteFolders() const { return sourced.quoteFolders; }
 
   /// The file name of `name`, in which "/" takes the place of the profile's separator: "a/b" for
   /// "a.b". A name that has a "/" stays as it is.
@@ -71,9 +71,9 @@ struct PathOptions {
   void AddRecursiveTo(CommandLine& commandLine);
   void AddReportingTo(CommandLine& commandLine);
 
-  bool isNamed = false;     // whether --path-of or --profile names the path
-  SourcedPath named;        // the path and the suffixes of --path-of or --profile
-  ustring moduleSeparator;  // of the profile; "" for none
+  bool pathIsSourced = false;  // whether --path-of or --profile names the path, and not --path
+  SourcedPath sourced;         // the path and the suffixes of --path-of or --profile
+  ustring moduleSeparator;     // of the profile; "" for none
 };
 
 /// Opens the path that `options` name, or else the stored one; `commandLine` is for messages.
@@ -87,7 +87,7 @@ struct PathOptions {
 /// when no path is named.
 [[nodiscard]] std::vector<AbsoluteIRI> FindLists(const PathOptions& options);
 
-/// Opens the path of another program; `where` is the option that named it, for messages.
+/// Opens the path of another program; `where` is the option that names it, for messages.
 ///
 /// Errors: as `OpenPath`.
 [[nodiscard]] host::Environment OpenSource(const SourcedPath& source, const std::string& where,
@@ -100,7 +100,8 @@ struct PathOptions {
 [[nodiscard]] host::Environment OpenVersion(const std::string& part, const std::string& where,
                                             const PathOptions& options);
 
-/// Lists all folders of the path, also special ones, in parallel, and shows progress.
+/// Lists all folders of the path in parallel, also special ones ("+", "@", private, resources), and
+/// shows progress. `environment` keeps the listings for later questions.
 void ReadFolders(const host::Environment& environment, const PathOptions& options);
 
 /// Reports, unless --quiet is given, which folders cannot be searched, which packages cannot be
@@ -110,8 +111,8 @@ void ReadFolders(const host::Environment& environment, const PathOptions& option
 /// The same for `problems` alone, without packages and --without.
 [[nodiscard]] bool ReportProblems(const std::vector<host::FolderProblem>& problems,
                                   const PathOptions& options);
-/// Reports as the first overload, except that a folder is reported only if an earlier look-up could
-/// not search it.
+/// Reports as the first overload of `ReportProblems`, but of the folders only those that an earlier
+/// look-up could not search. Ignores --strict.
 void ReportProblemsMet(const host::Environment& environment, const PathOptions& options);
 
 /// The lines of the file `name`; `what` says what they are, for messages.
@@ -123,9 +124,9 @@ void ReportProblemsMet(const host::Environment& environment, const PathOptions& 
 void ReportIdleExclusions(const host::Environment& environment);
 
 /// Errors: always `UsageError`, which says that `folder`, the value of `option`, such as --from,
-/// cannot be used.
-[[noreturn]] void RefuseFrom(const std::string& option, const std::string& folder,
-                             const current_working_folder::FailedToAbsolutizeException& error);
+/// cannot be used, and `error`, why.
+[[noreturn]] void RefuseFolder(const std::string& option, const std::string& folder,
+                               const current_working_folder::FailedToAbsolutizeException& error);
 
 }  // namespace Corvane::PathManagement::tool
 

@@ -24,8 +24,8 @@ std::size_t GetDistance(std::string_view left, std::string_view right) {
   return row.back();
 }
 
-// Two words are near if at most two letters differ, which are at most half of the longer word, or if
-// one word begins with the other.
+// Two words are near if one begins with the other, or if at most two letters differ, which must be
+// at most half of the longer word.
 bool IsNear(std::string_view typed, std::string_view known, std::size_t distance) {
   if (typed.empty()) return false;  // every word starts with ""
   return (distance <= 2 && 2 * distance <= std::max(typed.size(), known.size())) ||
