@@ -10,11 +10,11 @@ namespace Corvane::PathManagement::tool {
 
 class CommandLine;
 
-/// The options with which find writes files about its answers; empty ones write nothing.
+/// The options with which find writes files about its answers; without them, it writes none.
 struct RecordOptions {
-  std::optional<std::string> receipt;
-  std::optional<std::string> depfile;
-  std::optional<std::string> target;  // what the rule in the depfile is for
+  std::optional<std::string> receipt;  // the file for the answers and what they rest on
+  std::optional<std::string> depfile;  // the file for a rule for make or ninja
+  std::optional<std::string> target;   // what that rule is for
 
   void AddTo(CommandLine& commandLine);
 
@@ -22,7 +22,7 @@ struct RecordOptions {
   void Check() const;
 
   /// Whether the options name a file to write.
-  [[nodiscard]] bool WriteAnything() const { return receipt || depfile; }
+  [[nodiscard]] bool WritesFiles() const { return receipt || depfile; }
 };
 
 /// The receipt that is kept in `file`.

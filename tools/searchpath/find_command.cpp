@@ -76,7 +76,7 @@ struct FindOptions {
   PathOptions path;
   MatchingOptions matching;
   OutputOptions output;
-  AnswerOptions answers = {.suggestsGlob = true};  // `manyNames` is --stdin
+  AnswerOptions answers = {.suggestsGlob = true};  // --stdin sets `manyNames`
   bool follow = false;
   std::optional<std::string> from;
   std::optional<std::string> after;
@@ -106,7 +106,7 @@ struct FindOptions {
 // Refuses options that mean nothing under the rules of the path.
 void CheckRules(const FindOptions& options) {
   const host::LookupRules rules = options.path.GetRules();
-  if (rules.foldersHaveMeaning) {
+  if (rules.foldersHaveMeaning) {  // the rules "environment"
     if (!options.after) return;
     throw UsageError("--after needs rules under which folders have no meaning: --as include");
   }
@@ -114,6 +114,7 @@ void CheckRules(const FindOptions& options) {
     throw UsageError("--policy ignore-case and --as " + *options.path.as +
                      " cannot be given together; these rules compare names as they are");
   }
+  // "program" alone has this separator; "plain" and "include" search the folder of --from first.
   if (options.from && rules.separator == host::LookupRules::Separator::ThatFile) {
     throw UsageError("--from and --as " + *options.path.as +
                      " cannot be given together; under these rules it does not matter who asks");
@@ -134,12 +135,12 @@ void CheckOptions(const FindOptions& options, const std::vector<std::string>& na
     throw UsageError("--follow is for the NAMEs of --stdin; add --stdin");
   }
   if (options.answers.glob &&
-      (options.answers.explain || options.follow || options.record.WriteAnything())) {
+      (options.answers.explain || options.follow || options.record.WritesFiles())) {
     throw UsageError(
         "--glob cannot be given together with --explain, --follow, --receipt or --depfile");
   }
   options.record.Check();
-  if (options.follow && options.record.WriteAnything()) {
+  if (options.follow && options.record.WritesFiles()) {
     throw UsageError(
         "--follow cannot be given together with --receipt or --depfile; it answers as the disk "
         "changes");
@@ -147,7 +148,7 @@ void CheckOptions(const FindOptions& options, const std::vector<std::string>& na
   CheckRules(options);
 }
 
-// All but the name, which `Finder` sets.
+// All of the look-ups but the name, which `Finder` sets.
 host::Lookup GetLookup(const FindOptions& options) {
   host::Lookup lookup;
   lookup.extensions = options.matching.GetExtensions(options.path.GetExtensions());
@@ -157,9 +158,9 @@ host::Lookup GetLookup(const FindOptions& options) {
   return lookup;
 }
 
-// The path that is searched. One of the two is set.
+// The path that is searched. Either `once` or `followed` is set.
 struct SearchedPath {
-  std::optional<host::Environment> once;
+  std::optional<host::Environment> once;              // without --follow
   std::optional<host::FollowedEnvironment> followed;  // for --follow
 
   SearchedPath(const FindOptions& options, const CommandLine& commandLine) {
@@ -202,7 +203,7 @@ Outcome RunFind(const Arguments& arguments) {
   Finder finder(options.answers, options.path, output, path.Get(), std::move(lookup));
   const bool failed = options.path.strict && ReportProblems(path.Get(), options.path);
   std::optional<host::ReceiptRecorder> recorder;
-  if (options.record.WriteAnything()) finder.RecordIn(recorder.emplace(path.Get()));
+  if (options.record.WritesFiles()) finder.RecordIn(recorder.emplace(path.Get()));
   try {
     for (const std::string& name : names) finder.Answer(name);
     const bool answeredAll =

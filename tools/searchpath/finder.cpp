@@ -12,6 +12,7 @@ namespace Corvane::PathManagement::tool {
 
 namespace {
 
+// `boost::optional`, as `Environment::Find` returns.
 boost::optional<FoundItem> FirstOf(const std::vector<FoundItem>& files) {
   return files.empty() ? boost::optional<FoundItem>() : files.front();
 }
@@ -36,11 +37,12 @@ bool Finder::Ask(const std::string& name) const {
 void Finder::Answer(const std::string& name) {
   lookup.name = path.GetFileName(name);
   const bool found = Ask(name);
+  // An explanation is one JSON object in any case.
   if (options.manyNames && output.IsJson() && !options.explain) CloseAnswer(name, found);
   if (found) return;
   foundAll = false;
-  // This name was looked for in all folders, so their problems are known. With --stdin the caller
-  // reports them at the end.
+  // This name was looked for in all folders, so the problems of all folders are known. With --stdin
+  // the caller reports them at the end.
   if (!options.manyNames) ReportProblems();
   ReportMiss(name);
 }
@@ -51,8 +53,9 @@ void Finder::ReportMiss(const std::string& name) const {
     return;
   }
   std::string hint;
-  if (!options.manyNames)
+  if (!options.manyNames) {
     hint = WithProgress(path.quiet, [&] { return GetHint(environment, lookup); });
+  }
   if (hint.empty() && options.suggestsGlob && host::NamePattern::IsPattern(lookup.name)) {
     hint = "; --glob takes it as a pattern";
   }
@@ -97,12 +100,12 @@ bool Finder::Find(const std::string& name) const {
   return file.has_value();
 }
 
+// Records nothing: --glob cannot be given together with --receipt or --depfile.
 bool Finder::FindMatching(const std::string& pattern) const {
   const auto matching = WithProgress(path.quiet, [&] { return environment.FindMatching(lookup); });
   for (const auto& [name, files] : matching) {
-    for (std::size_t at = 0; at < (options.all ? files.size() : 1); ++at) {
-      WriteMatch(output, pattern, name, files[at]);
-    }
+    const std::size_t count = options.all ? files.size() : 1;  // each name has at least one file
+    for (std::size_t i = 0; i < count; ++i) WriteMatch(output, pattern, name, files[i]);
   }
   return !matching.empty();
 }

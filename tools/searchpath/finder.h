@@ -13,28 +13,31 @@ class Output;
 
 /// How names are answered.
 struct AnswerOptions {
-  bool all = false;           ///< the file that a name means, then those that it hides
+  bool all = false;           ///< print the file that a name means, then those that it hides
   bool glob = false;          ///< names are patterns
-  bool suggestsGlob = false;  ///< for a pattern that is not found as a name, suggest --glob
-  bool explain = false;       ///< each folder that was searched, and the rule that decided
-  bool manyNames = false;     ///< from standard input; a name not found gets no "did you mean"
+  bool suggestsGlob = false;  ///< suggest --glob for a name not found that looks like a pattern
+  bool explain = false;       ///< print each folder that was searched, and the rule that decided
+  bool manyNames = false;     ///< names come from standard input; no "did you mean" for them
 };
 
 /// Prints what names mean, one after the other, and reports those that mean no file.
 class Finder {
  public:
-  /// `commonLookup` holds what is the same for all names. `pathOptions`, `whereTo` and
+  /// `commonLookup` holds all but the name of each look-up. `pathOptions`, `whereTo` and
   /// `searchedPath` have to outlive this object.
   Finder(const AnswerOptions& answerOptions, const PathOptions& pathOptions, const Output& whereTo,
          const host::Environment& searchedPath, host::Lookup commonLookup);
 
-  /// From now on, answers go into `receipt`, too. It has to exist while names are answered.
+  /// From now on, answers go into `receipt`, too, which keeps what they rest on. `receipt` has to
+  /// exist while names are answered.
   void RecordIn(host::ReceiptRecorder& receipt) { recorder = &receipt; }
 
+  /// Prints what `name` means, or reports that it means no file.
+  ///
   /// Errors: as `Environment::Find`; those of `Output`.
   void Answer(const std::string& name);
 
-  /// The file that `name` means; empty when there is none. Prints and reports nothing.
+  /// The file that `name` means; `nullopt` when there is none. Prints and reports nothing.
   [[nodiscard]] std::optional<FoundItem> FindFirst(const std::string& name);
 
   /// Reports the folders that look-ups have come upon and could not search; does nothing when
@@ -45,14 +48,14 @@ class Finder {
   [[nodiscard]] bool FoundAll() const noexcept { return foundAll; }
 
  private:
-  // These print an answer and return whether there is one. They search for `lookup.name`; `name` is
-  // the name as it was asked.
+  // Each of these four prints the answer and returns whether a file was found. They search for
+  // `lookup.name`, which `Answer` has made of `name`; the output has `name`.
   [[nodiscard]] bool Ask(const std::string& name) const;
   [[nodiscard]] bool Explain(const std::string& name) const;
   [[nodiscard]] bool Find(const std::string& name) const;
   [[nodiscard]] bool FindMatching(const std::string& pattern) const;
   void ReportMiss(const std::string& name) const;
-  // Writes the JSON objects by which a program sees that the answer is complete.
+  // Writes the JSON objects by which a program that writes names sees that the answer is complete.
   void CloseAnswer(const std::string& name, bool found) const;
   void Record(const boost::optional<FoundItem>& file) const;
 
@@ -62,7 +65,7 @@ class Finder {
   const host::Environment& environment;
   host::Lookup lookup;
   host::ReceiptRecorder* recorder = nullptr;  // not owned
-  bool reportsProblems;
+  bool reportsProblems;                       // whether `ReportProblems` still has something to do
   bool foundAll = true;
 };
 

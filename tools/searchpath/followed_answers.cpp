@@ -29,7 +29,8 @@ bool AreSameFile(const std::optional<FoundItem>& before, const std::optional<Fou
   return host::GetNativePath(*before) == host::GetNativePath(*after);
 }
 
-/// Adds `root` and the manifests of its packages: they decide which folders are on the path.
+/// Adds `root`, the folder of --packages, and the manifests of the packages in it: these decide
+/// which folders are on the path.
 void AddPackages(const std::string& root, host::OpenedEnvironment& opened) {
   const host::WorkingFolder workingFolder;
   const AbsoluteIRI location = workingFolder.Locate(TextFromBytes(root));
@@ -48,7 +49,8 @@ host::OpenedEnvironment OpenFollowed(const PathOptions& options, const CommandLi
                                      const std::optional<std::string>& from) {
   host::OpenedEnvironment opened{
       .environment = OpenPath(options, commandLine), .folders = {}, .files = FindLists(options)};
-  // The folders that are searched besides the path, depending on which code asks.
+  // The folders that are searched besides the path, depending on which code asks. This environment
+  // only finds them out.
   host::EnvironmentOptions besides{.folders = options.GetQuoteFolders(),
                                    .rules = options.GetRules()};
   if (from) besides.folders.push_back(TextFromBytes(*from));
@@ -67,7 +69,7 @@ void FollowedAnswers::Answer(const std::string& name) {
   Update();
   answers.Answer(name);
   if (!output.IsJson()) return;
-  const auto [known, isNew] = files.insert_or_assign(name, answers.FindFirst(name));
+  const auto [entry, isNew] = files.insert_or_assign(name, answers.FindFirst(name));
   if (isNew) asked.push_back(name);
 }
 
@@ -79,7 +81,7 @@ void FollowedAnswers::Wait() {
   sources[Changes] = {
       .fd = output.IsJson() ? followed.GetDescriptor() : -1, .events = POLLIN, .revents = 0};
   sources[Reader] = {.fd = STDOUT_FILENO, .events = 0, .revents = 0};  // for errors alone
-  // -1 is no limit.
+  // With the timeout -1, `poll` waits without limit.
   const int timeout = output.IsJson() && !followed.WatchesAll() ? kPollInterval : -1;
   do {
     FinishData();

@@ -24,7 +24,7 @@ struct PathOptions;
                                                    const CommandLine& commandLine,
                                                    const std::optional<std::string>& from);
 
-/// Answers one name after the other on a path that follows the disk. In JSON it also writes,
+/// Answers one name after the other on a path that is kept as the disk is. In JSON it also writes,
 /// without being asked, which of these names have come to mean another file.
 class FollowedAnswers {
  public:
@@ -32,6 +32,7 @@ class FollowedAnswers {
   /// object.
   FollowedAnswers(host::FollowedEnvironment& path, Finder& finder, const Output& whereTo);
 
+  /// Answers as `Finder::Answer`, after changes on the disk have been taken in.
   void Answer(const std::string& name);
 
   /// Waits until standard input can be read; in JSON, writes changes meanwhile. Ends the program,
@@ -45,9 +46,10 @@ class FollowedAnswers {
   host::FollowedEnvironment& followed;
   Finder& answers;
   const Output& output;
-  // In JSON only:
-  std::vector<std::string> asked;  // each name once, in the order of their answers
-  std::unordered_map<std::string, std::optional<FoundItem>> files;  // what each of them meant last
+  // The names that were answered, each once, in order; and what each name meant last. Both are only
+  // filled for JSON.
+  std::vector<std::string> asked;
+  std::unordered_map<std::string, std::optional<FoundItem>> files;
 };
 
 }  // namespace Corvane::PathManagement::tool

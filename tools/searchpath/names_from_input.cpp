@@ -24,13 +24,14 @@ bool IsInputReady() {
   return poll(&input, 1, /*timeout=*/0) != 0;
 }
 
-/// Appends what can be read to `bytes`; returns false at the end.
+/// Appends what can be read to `bytes`, waiting for it if need be. Returns false at the end.
 bool ReadInput(std::string& bytes) {
   std::vector<char> buffer(kMostAtOnce);
   ssize_t length = -1;
   while ((length = read(STDIN_FILENO, buffer.data(), buffer.size())) < 0) {
     if (errno != EINTR && errno != EAGAIN) break;
     pollfd input = {.fd = STDIN_FILENO, .events = POLLIN, .revents = 0};
+    // When standard input is non-blocking, `read` does not wait.
     if (errno == EAGAIN) poll(&input, 1, /*timeout=*/-1);
   }
   if (length < 0) {
@@ -49,7 +50,7 @@ class NameVisits {
 
   [[nodiscard]] bool NoneEmpty() const noexcept { return noneEmpty; }
 
-  /// Visits the names in `bytes` that are complete, and removes them from it.
+  /// Visits the names in `bytes` that are complete, and removes them from `bytes`.
   void VisitComplete(std::string& bytes) {
     std::size_t begin = 0;
     for (std::size_t at = 0; (at = bytes.find(end, begin)) != std::string::npos; begin = at + 1) {
@@ -72,7 +73,7 @@ class NameVisits {
  private:
   char end;
   const std::function<void(const std::string&)>& visitor;
-  std::size_t number = 0;
+  std::size_t number = 0;  // of the last name, empty or not; the first is 1
   bool noneEmpty = true;
 };
 

@@ -14,7 +14,7 @@ struct OtherName {
   std::string_view here;  // in this one; perhaps with more words
 };
 
-// What shells, package managers, version control and other tools for paths call these things.
+// What shells, package managers, version control and other tools for paths call the commands.
 constexpr OtherName kOtherCommands[] = {{"where", "which --all"},
                                         {"whereis", "which --all"},
                                         {"type", "which"},
@@ -112,6 +112,7 @@ constexpr OtherName kOtherOptions[] = {{"-i", "--policy ignore-case"},
                                        {"--append", "--end"},
                                        {"-n", "--dry-run"}};
 
+// What is called `typed` elsewhere; empty when `names` lacks it.
 template <std::size_t Count>
 std::string_view FindHere(std::string_view typed, const OtherName (&names)[Count]) {
   const auto found = std::ranges::find(names, typed, &OtherName::name);
@@ -127,7 +128,7 @@ std::string FindCommandMeant(std::string_view typed, const std::vector<std::stri
 
 std::string FindOptionMeant(std::string_view typed, const std::vector<std::string>& options) {
   const std::string_view here = FindHere(typed, kOtherOptions);
-  // `here` may have a value behind the option, and the command may lack the option.
+  // `here` may have a value after the option, and the command may lack the option.
   const auto isHere = [&](const std::string& option) {
     return here.substr(0, here.find(' ')) == option;
   };

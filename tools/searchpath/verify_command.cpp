@@ -35,7 +35,7 @@ constexpr CommandText kVerifyReceiptText = {
     "Exit: 0 no answer has changed, 1 some answer has changed, 2 wrong usage, or FILE\n"
     "is damaged or cannot be read. With --update: 0 FILE is up to date, 2 failure.\n"};
 
-// `Parse` has made sure that there is an operand.
+// The one operand. `Parse` has made sure that there is at least one.
 const std::string& GetReceiptFile(const CommandLine& commandLine) {
   const auto& files = commandLine.GetOperands();
   if (files.size() == 1) return files.front();

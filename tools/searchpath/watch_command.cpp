@@ -79,7 +79,7 @@ struct WatchOptions {
     output.AddTo(commandLine);
   }
 
-  // How many lines to print before the end; empty for no end.
+  // How many lines to print before the end; `nullopt` for no end.
   [[nodiscard]] std::optional<std::size_t> GetCount() const {
     if (!count) return std::nullopt;
     const auto lines = ParseNumber<std::size_t>(*count);
@@ -87,6 +87,8 @@ struct WatchOptions {
     throw UsageError("--count is a number of lines, 1 or more, not " + Quoted(*count));
   }
 
+  // Folders have a meaning under the rules "environment" alone. Under others, each change needs the
+  // path anew; see `PrintedNames`.
   void Check() const {
     const bool readsInput = std::count(path.parts.begin(), path.parts.end(), "-") > 0;
     if ((path.recursive || !path.GetRules().foldersHaveMeaning) && readsInput) {
@@ -134,7 +136,8 @@ std::size_t WriteDifferences(const Output& output, const WatchOptions& options,
   return folders.size() + names.size();
 }
 
-// Gives `manager` the path that the options mean now.
+// Gives `manager` the path that the options mean now. If that path cannot be read, reports why, and
+// leaves the former one.
 void ReadAgain(host::MainSearchPathManager& manager, const WatchOptions& options,
                const CommandLine& commandLine) {
   std::vector<AbsoluteIRI> folders;
@@ -148,7 +151,7 @@ void ReadAgain(host::MainSearchPathManager& manager, const WatchOptions& options
     return;
   }
   foundation::core::except::Notification notification;
-  manager.SetFolderIRIs(folders, notification);
+  manager.SetFolderIRIs(folders, notification);  // never adds a message
 }
 
 // Finds the names that mean another file than when they were printed last.
@@ -161,7 +164,7 @@ class PrintedNames {
   [[nodiscard]] std::vector<host::NameChange> FindChanges(const host::FolderPath& before,
                                                           const host::FolderPath& after) {
     if (printed.GetRules().foldersHaveMeaning) return host::FindNameChanges(before, after);
-    // Other rules look names up below folders, too; a `FolderPath` knows nothing of those.
+    // Other rules look names up below folders, too; a `FolderPath` knows nothing of such files.
     const host::Environment now = OpenNow();
     auto changes = now.FindNameChangesSince(printed);
     printed = now;
@@ -169,8 +172,8 @@ class PrintedNames {
   }
 
  private:
-  // The path that the options mean now. If that path cannot be read, `ReadAgain` has reported it,
-  // and this is the former path, with its folders as they are now.
+  // The path that the options mean now. If that path cannot be read, as `ReadAgain` has reported,
+  // the result is the former path, with its folders as they are now.
   [[nodiscard]] host::Environment OpenNow() const try {
     return OpenPath(options.path, commandLine);
   } catch (const std::exception&) {
@@ -212,7 +215,7 @@ Outcome Watch(host::MainSearchPathManager& manager, PrintedNames& names,
   const auto pathSubscription =
       manager.AddListener([&](const auto& /*before*/, const auto& /*after*/) { wakeUp.Set(); });
   const host::FolderObserver observer(manager, *events);
-  auto printed = manager.GetPath();
+  auto printed = manager.GetPath();  // before the feed starts, so that no change is missed
   const host::DiskFeed feed(manager, events, {.files = lists});
   if (!options.path.quiet) {
     Report("watching " + GetCounted(printed->GetMainFolders().size(), "folder"));
@@ -250,6 +253,7 @@ Outcome RunWatch(const Arguments& arguments) {
   // The result is empty: the call only lists the folders as they are now, to compare with later.
   static_cast<void>(WithProgress(options.path.quiet,
                                  [&] { return environment.FindNameChangesSince(environment); }));
+  // Some of these rules also search folders below the path; all that are searched are watched.
   host::MainSearchPathManager manager(environment.FindSearchedFolders());
   return Watch(manager, names, options, output, commandLine);
 }
