@@ -89,7 +89,7 @@ struct CheckedFolder {
   host::Freshness freshness;
 };
 
-// Why the folder is not fresh; empty when it is.
+// Why the folder is not fresh; `nullopt` when it is.
 std::optional<std::string> GetReason(const CheckedFolder& folder) {
   using enum host::Freshness;
   if (folder.freshness == Fresh) return std::nullopt;
@@ -155,7 +155,7 @@ Outcome Verify(const Arguments& arguments) {
   const bool isFresh = std::all_of(folders.begin(), folders.end(), [](const auto& folder) {
     return folder.freshness == host::Freshness::Fresh;
   });
-  return isFresh ? Outcome::Found : Outcome::NotFound;
+  return isFresh ? Outcome::Clean : Outcome::Findings;
 }
 
 }  // namespace

@@ -86,7 +86,7 @@ class Audit {
     if (!path.quiet) ReportUnread(report.shadows);
     unknown.Add(report.unknown);
     idle.Add(report.idleAllowances);
-    KeepOnly(format.kinds, report.shadows);
+    KeepOnly(format.kinds, report.shadows);  // all, without --only
     if (report.shadows.empty()) return;
     hasFindings = true;
     if (!output.IsJson() && format.sarif == nullptr) WriteListWords(output, list);

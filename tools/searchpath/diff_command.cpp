@@ -80,8 +80,9 @@ bool IsSaved(const host::Environment& path) {
   return !folders.empty() && path.FindOrigin(*folders.front()).source == host::FolderSource::Cache;
 }
 
+// For --names with --as program, which needs the rights of files.
 void RefuseSavedPrograms(const host::Environment& before, const host::Environment& after) {
-  // Both paths have the same rules.
+  // Both paths have the same rules; those of "program" ask for executable files.
   if (after.GetRules().files != host::LookupRules::Files::Executable) return;
   if (!IsSaved(before) && !IsSaved(after)) return;
   throw UsageError(
@@ -150,7 +151,7 @@ Outcome RunDiff(const Arguments& arguments) {
   const bool failed = ReportProblems(problems, options.path);
   const bool differ = WriteDifferences(output, options, before, after);
   if (failed) return Outcome::Failed;
-  return differ ? Outcome::NotFound : Outcome::Found;
+  return differ ? Outcome::Findings : Outcome::Clean;
 }
 
 }  // namespace Corvane::PathManagement::tool

@@ -20,7 +20,7 @@ constexpr std::size_t kFolderChangeWidth = 9;  // of "refreshed"
 constexpr std::size_t kNameChangeWidth = 7;    // of "changed"
 constexpr std::size_t kPositionsWidth = 8;     // of "10 -> 12"
 
-// The first column. Colour takes no width, so `change` is filled up by its own length.
+// The first column. It is filled up by the length of `change`, since colour takes no width.
 std::string GetChangeColumn(const Output& output, const std::string& change, Paint paint,
                             std::size_t width) {
   return output.GetPainted(change, paint) + std::string(width - change.size(), ' ') + "  ";
@@ -32,10 +32,12 @@ Paint GetPaint(host::FolderChange change) {
   return change == FolderChange::Removed ? Paint::Bad : Paint::Notice;
 }
 
+// Counted from 1; "" for `nullopt`.
 std::string GetPosition(std::optional<std::size_t> index) {
   return index ? std::to_string(*index + 1) : "";
 }
 
+// "2 -> 5", or one number for a folder that is on one path only, or at the same position on both.
 std::string GetPositions(const host::FolderDifference& difference) {
   const std::string before = GetPosition(difference.placeBefore);
   const std::string after = GetPosition(difference.placeAfter);

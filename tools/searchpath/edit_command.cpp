@@ -50,7 +50,7 @@ constexpr CommandText kRemoveText = {
     "\n"};
 
 struct EditOptions {
-  std::optional<std::string> store;
+  std::optional<std::string> store;  // the file of another stored path
   bool dryRun = false;
   OutputOptions output;
 
@@ -83,6 +83,8 @@ void WriteDifferences(const Output& output, const host::FolderPath& before,
   for (const host::NameChange& name : names) WriteDifference(output, name);
 }
 
+// Applies `edit` to the stored path; with --dry-run, applies it to a copy and prints what differs.
+// Returns the messages of `edit`.
 Notification Change(const EditOptions& options, const Output& output, const Edit& edit) {
   const host::StoredPath stored = options.GetStoredPath();
   Notification notification;

@@ -26,7 +26,7 @@ struct AskedLine {
   std::string remark;  // may be empty
 };
 
-// Why a folder of this kind is not searched, in parentheses; "" for no kind.
+// Why a folder of this kind, resources or private, is not searched, in parentheses; "" for no kind.
 const char* GetRule(std::optional<PathEntryType> kind) {
   if (!kind) return "";
   return *kind == PathEntryType::ResourcesFolder
@@ -34,12 +34,14 @@ const char* GetRule(std::optional<PathEntryType> kind) {
              : " (folders below a private folder are not searched)";
 }
 
+// What is to say about the folder besides the outcome; may be empty.
 std::string GetRemark(const Output& output, const PathOptions& options,
                       const host::Environment& environment, const host::Explanation& explanation,
                       const host::AskedFolder& asked) {
   std::vector<std::string> remarks;
   for (const FoundItem& file : asked.files) {
-    if (file == explanation.files.front()) continue;  // the first line has it
+    // The first line of the output has this file. There is one if any folder has a match.
+    if (file == explanation.files.front()) continue;
     const bool isBest = file == asked.files.front();
     remarks.push_back((isBest ? "holds " : "also holds ") +
                       output.GetShown(host::GetNativePath(file)));
@@ -47,7 +49,7 @@ std::string GetRemark(const Output& output, const PathOptions& options,
   for (const FoundItem& file : asked.inOtherCase) {
     remarks.push_back("holds " + output.GetShown(host::GetNativePath(file)));
   }
-  if (!asked.instead.empty()) {  // there is something of this name, but it does not count
+  if (!asked.instead.empty()) {  // something else has this name, but does not count
     remarks.push_back(output.GetShown(asked.instead) + GetRule(asked.unsearchedKind));
   }
   if (const char* problem = host::FindProblemText(asked)) remarks.emplace_back(problem);

@@ -55,7 +55,8 @@ class WantedFiles {
  public:
   explicit WantedFiles(const FilesOptions& options) : policy(options.matching.GetPolicy()) {
     for (ustring& extension : options.matching.GetExtensions(options.path.GetExtensions())) {
-      // "/main.zt" is no extension: a NAME then means the file main.zt in a folder NAME.
+      // A profile may add "/main.zt": a NAME then means the file main.zt in a folder NAME, so this
+      // is the name of a file.
       if (extension.starts_with(u'/')) {
         names.push_back(extension.substr(extension.rfind(u'/') + 1));
       } else {
@@ -78,7 +79,7 @@ class WantedFiles {
   }
 
   FilenameMatchingPolicy policy;
-  std::vector<ustring> extensions;
+  std::vector<ustring> extensions;  // each begins with its dot
   std::vector<ustring> names;
 };
 
@@ -100,7 +101,7 @@ class FileLines {
   bool hasAny = false;
 };
 
-// As `WriteFiles`, for rules under which no folder is special.
+// As `WriteFiles`, for rules other than "environment", under which no folder is special.
 bool WriteFilesByRules(const Output& output, const host::Environment& environment,
                        const FilesOptions& options, const WantedFiles& wanted) {
   if (options.all || options.from ||
@@ -116,7 +117,7 @@ bool WriteFilesByRules(const Output& output, const host::Environment& environmen
   return lines.AreThereAny();
 }
 
-// The folder of --from.
+// The entry of the path for `typed`, the folder of --from.
 std::shared_ptr<const IPathEntry> GetFolder(const host::Environment& environment,
                                             const std::string& typed) {
   try {
@@ -143,7 +144,8 @@ void ForEachFolder(const host::Environment& environment, const FilesOptions& opt
   if (options.all) {
     const auto& path = environment.GetPath();
     folder->ForEachEntryInScope(kAllKindsAndResourcesScope, [&](const auto& entry) {
-      return path->IsEntryOnPath(*entry) && visitor(entry);  // skips what --without hides
+      // What --without hides is not on the path, and skipped. The result says whether to stop.
+      return path->IsEntryOnPath(*entry) && visitor(entry);
     });
   } else {
     visitor(folder);  // says whether to stop, but this folder is the only one
@@ -175,6 +177,7 @@ Outcome RunFiles(const Arguments& arguments) {
   const WantedFiles wanted(options);
   const host::Environment& environment = KeepUntilExit(OpenPath(options.path, commandLine));
   const bool failed = ReportProblems(environment, options.path);
+  // Folders have a meaning under the rules "environment" alone.
   const bool foundAny = options.path.GetRules().foldersHaveMeaning
                             ? WriteFiles(output, environment, options, wanted)
                             : WriteFilesByRules(output, environment, options, wanted);

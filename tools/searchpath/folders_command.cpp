@@ -53,7 +53,7 @@ void WriteFolders(const Output& output, const std::string& name, const Folders& 
   }
 }
 
-// The folders as a list: "A, B or C", where `last` is "or"; "A, B, C or 2 more".
+// The folders as a list: "A, B or C" if `last` is "or"; "A, B, C or 2 more" for five of them.
 std::string GetList(const Folders& folders, const std::string& last) {
   constexpr std::size_t kMost = 3;
   std::vector<std::string> list;
@@ -68,8 +68,10 @@ std::string GetList(const Folders& folders, const std::string& last) {
 std::string GetFolderHint(const host::Environment& environment, host::FolderLookup lookup) {
   if (lookup.isLiteral) {
     lookup.isLiteral = false;
-    const Folders loose = environment.FindFolders(lookup);
-    if (!loose.empty()) return "; without --literal it denotes " + GetList(loose, "and");
+    const Folders notLiteral = environment.FindFolders(lookup);
+    if (!notLiteral.empty()) {
+      return "; without --literal it denotes " + GetList(notLiteral, "and");
+    }
   }
   lookup.policy = FilenameMatchingPolicy::IgnoreCase;
   const Folders inOtherCase = environment.FindFolders(lookup);

@@ -47,8 +47,8 @@ constexpr std::size_t kKindWidth = 9;  // of "resources"
 void WriteLong(const Output& output, const PathOptions& path, const host::Environment& environment,
                const IPathEntry& folder) {
   const std::string count = GetCounted(GetItemCount(folder), "file");
-  // The numbers are right-aligned.
-  const std::string blanks(kNumberWidth - std::min(kNumberWidth, count.find(' ')), ' ');
+  const std::size_t digits = count.find(' ');
+  const std::string blanks(kNumberWidth - std::min(kNumberWidth, digits), ' ');  // right-aligned
   const char* problem = host::FindProblemText(folder);
   const std::string origin =
       GetOriginText(output, path, environment, environment.FindOrigin(folder), folder);

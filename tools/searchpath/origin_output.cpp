@@ -8,8 +8,8 @@ namespace Corvane::PathManagement::tool {
 
 namespace {
 
-// Whether `typed` denotes `folder`. False when `typed` has no location, as for "~nobody": some
-// rules take that as a plain name.
+// Whether `typed` denotes `folder`. False when `typed` has no location, as "~nobody" without such a
+// user: some rules take it as the name of a folder.
 bool IsDenotedBy(const IPathEntry& folder, const ustring& typed,
                  const host::Environment& environment) {
   try {
@@ -31,7 +31,7 @@ std::string GetOriginText(const Output& output, const PathOptions& options,
   if (origin.folder.empty()) return "from an empty part of the path";
   if (IsDenotedBy(folder, origin.folder, environment)) return "";
   const std::string option = options.GetPathOption();
-  // Another option than --path has a value of its own.
+  // In "from --profile c: lib", the option has a value of its own before the folder.
   return "from " + option + (option == "--path" ? " " : ": ") + output.GetShown(origin.folder);
 }
 

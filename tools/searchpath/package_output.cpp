@@ -21,6 +21,7 @@ void CheckRoot(const std::string& option, const std::string& root,
 void ReportPackageProblems(const host::PackageRegistry& registry) {
   const auto& problems = registry.GetProblems();
   for (const host::PackageProblem& problem : problems) Report(GetBytes(problem.GetText()));
+  // The registry counts all problems, but keeps only the first ones.
   const std::size_t more = registry.GetProblemCount() - problems.size();
   if (more > 0) Report("left out " + GetCounted(more, "more package"));
 }

@@ -38,9 +38,9 @@ constexpr CommandText kPackagesText = {
 // A folder of a package.
 struct FolderLine {
   AbsoluteIRI location;
-  std::set<int> tags;
-  bool isForPath;
-  std::optional<bool> isOnPath;  // empty when no path was given
+  std::set<int> tags;            // as in searchpath.json
+  bool isForPath;                // whether the package puts it on the path
+  std::optional<bool> isOnPath;  // `nullopt` when no path was given
 };
 
 // A package and its folders.
@@ -51,6 +51,7 @@ struct PackageLines {
   std::string problem;  // why its folders cannot be put on the path; usually empty
 };
 
+// `environment` has the path of --path, if one was given.
 PackageLines GetLines(const host::PackageRegistry& registry, const ComponentIdentifier& identifier,
                       const std::optional<host::Environment>& environment) {
   PackageLines lines{identifier, registry.GetPackage(identifier), /*folders=*/{}, /*problem=*/{}};
@@ -147,7 +148,11 @@ Outcome RunPackages(const Arguments& arguments) {
         WithProgress(path.quiet, [&] { return GetLines(registry, identifier, environment); });
     failed = failed || (path.strict && !lines.problem.empty());
     if (!path.quiet && !lines.problem.empty()) Report(lines.problem);
-    output.IsJson() ? WriteObject(output, lines) : WriteWords(output, lines);
+    if (output.IsJson()) {
+      WriteObject(output, lines);
+    } else {
+      WriteWords(output, lines);
+    }
   }
   if (failed) return Outcome::Failed;
   if (!registry.GetIdentifiers().empty()) return Outcome::Found;

@@ -81,7 +81,7 @@ void WriteWords(const Output& output, const std::vector<Profile>& profiles) {
     for (const Column& column : columns) {
       line += GetPadded(output.GetShown(column.getText(profile)), column.width + 2);
     }
-    output.WriteLine(line.substr(0, line.find_last_not_of(' ') + 1));
+    output.WriteLine(line.substr(0, line.find_last_not_of(' ') + 1));  // without blanks at the end
   }
 }
 

@@ -3,7 +3,6 @@
 #include "phrases.h"
 #include "searchpath/host/native_location.h"
 #include "searchpath/host/words.h"
-#include "searchpath/model/byte_text.h"
 #include "standard_streams.h"
 
 #include <string>
@@ -20,7 +19,7 @@ std::string GetUri(const FoundItem& file) {
   constexpr std::string_view plain =
       "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789-._~/";
   constexpr std::string_view digits = "0123456789ABCDEF";
-  const std::string path = BytesFromText(host::GetNativePath(file)).value();
+  const std::string path = GetBytes(host::GetNativePath(file));
   std::string uri = "file://";
   for (const char byte : path) {
     const auto value = static_cast<unsigned char>(byte);

@@ -9,9 +9,9 @@
 
 namespace Corvane::PathManagement::tool {
 
-/// The shadows of one run in the Static Analysis Results Interchange Format, version 2.1.0, which
-/// code hosts read. Each hidden file is one result, located at that file; the file that hides it is
-/// the related location.
+/// The shadows of one run, names with the files that they hide, in the Static Analysis Results
+/// Interchange Format, version 2.1.0, which code hosts read. Each hidden file is one result and
+/// its location; the file that hides it is the related location.
 class SarifLog {
  public:
   void Add(const std::vector<host::Shadow>& shadows);

@@ -130,7 +130,7 @@ void ReportUnread(const std::vector<host::Shadow>& shadows) {
     for (const host::HiddenFile& hidden : shadow.hidden) {
       if (!hidden.problem) continue;
       const std::string file = GetBytes(host::GetNativePath(hidden.problem->file));
-      if (!reported.insert(file).second) continue;
+      if (!reported.insert(file).second) continue;  // a file may hide many
       Report("cannot read " + Quoted(file) + ": " + hidden.problem->reason.message());
     }
   }

@@ -15,10 +15,10 @@ namespace Corvane::PathManagement::tool {
 class Output;
 class SarifLog;
 
-/// Which hidden files are printed, and how.
+/// How shadows, names with the files that they hide, are printed, and which of these files.
 struct ShadowFormat {
   bool isSummary = false;                 // print how many files each folder hides, not which
-  std::set<host::ShadowKind> kinds = {};  // which hidden files to print; empty for all
+  std::set<host::ShadowKind> kinds = {};  // the kinds of hidden files to print; empty for all
   SarifLog* sarif = nullptr;  // not null: gets the shadows, and nothing is printed; not owned
 };
 
@@ -31,8 +31,8 @@ void KeepOnly(const std::set<host::ShadowKind>& kinds, std::vector<host::Shadow>
 void WriteShadows(const Output& output, const std::vector<host::Shadow>& shadows,
                   const ShadowFormat& format, std::optional<std::size_t> list = {});
 
-/// Reports each file that could not be compared because it, or the file that hides it, could not be
-/// read; each once.
+/// Reports each file that could not be read to compare a hidden file with the one that hides it,
+/// once.
 void ReportUnread(const std::vector<host::Shadow>& shadows);
 
 /// Reports that no file on the path is called `name`; `hint` is appended to the message.

@@ -55,6 +55,7 @@ constexpr CommandText kShadowsText = {
     "Exit: 0 no name hides a file, 1 some name does, 2 wrong usage or failure.\n"
     "\n"};
 
+// The words that --only takes.
 WordList<host::ShadowKind> GetKnownKinds() {
   WordList<host::ShadowKind> known;
   for (const host::ShadowKind kind : host::kShadowKinds) known.emplace_back(GetWord(kind), kind);
@@ -95,14 +96,15 @@ struct ShadowsOptions {
   }
 };
 
-std::set<host::ShadowKind> GetKinds(const std::vector<std::string>& words) {
+// The kinds that `words`, the values of --only, name.
+std::set<host::ShadowKind> ParseKinds(const std::vector<std::string>& words) {
   const auto known = GetKnownKinds();
   std::set<host::ShadowKind> kinds;
   for (const std::string& word : words) kinds.insert(ChooseValue("--only", word, known));
   return kinds;
 }
 
-// Prints the shadows on the path of the options.
+// Prints the shadows, names with the files that they hide, on the path of the options.
 Outcome WriteShadowsOf(const ShadowsOptions& options, const host::ShadowLookup& lookup,
                        const ShadowFormat& format, const Output& output,
                        const CommandLine& commandLine) {
@@ -110,12 +112,13 @@ Outcome WriteShadowsOf(const ShadowsOptions& options, const host::ShadowLookup& 
   host::ShadowReport& report = KeepUntilExit(
       WithProgress(options.path.quiet, [&] { return environment.FindShadows(lookup); }));
   const bool failed = ReportProblems(environment, options.path);
+  // Names that were typed in vain are reported even with --quiet, which is about the disk.
   for (const ustring& name : report.unknown) {
     ReportUnknown(name, GetHint(environment, {.name = name, .extensions = lookup.extensions}));
   }
   ReportIdleAllowances(report.idleAllowances);
   if (!options.path.quiet) ReportUnread(report.shadows);
-  KeepOnly(format.kinds, report.shadows);
+  KeepOnly(format.kinds, report.shadows);  // all, without --only
   WriteShadows(output, report.shadows, format);
   if (failed) return Outcome::Failed;
   return report.shadows.empty() ? Outcome::Clean : Outcome::Findings;
@@ -134,7 +137,7 @@ Outcome RunShadows(const Arguments& arguments) {
   }
   SarifLog sarif;
   const ShadowFormat format = {.isSummary = options.summary,
-                               .kinds = GetKinds(options.only),
+                               .kinds = ParseKinds(options.only),
                                .sarif = options.sarif ? &sarif : nullptr};
   const host::ShadowLookup lookup = options.GetLookup(commandLine.GetOperands());
   const Output output(options.output);
