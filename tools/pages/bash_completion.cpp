@@ -8,7 +8,8 @@ namespace {
 
 // COMP_WORDBREAKS says where bash splits words: "--path=a:b" is one word, or up to five. From the
 // word that is completed, `at` goes back over separators, such as ":" or "=:", and the folders
-// before them, and ends at the option. The text SECOND is replaced by the commands of two words.
+// before them, and ends at the option. The text SECOND is replaced by the commands of two
+// words, such as "cache write".
 constexpr const char* kBashBegin = R"(# Completion of searchpath for bash. Needs nothing but bash.
 
 _searchpath() {
@@ -63,6 +64,7 @@ constexpr const char* kBashEnd = R"(  if [[ ! $kind ]]; then
 complete -F _searchpath searchpath
 )";
 
+// The value of `kind` for which `kBashEnd` makes the offer.
 const char* GetWord(Completion completion) {
   switch (completion) {
     case Completion::File:
@@ -82,6 +84,7 @@ const char* GetWord(Completion completion) {
   return "nothing";
 }
 
+// The case of `command` in the function: its options, its operands, and the values of each option.
 std::string GetCase(const DescribedCommand& command, const std::string& allCommands) {
   std::string names;
   std::string values;

@@ -8,7 +8,7 @@
 
 namespace Corvane::PathManagement::tool {
 
-// The file that each shell reads to complete the words after "searchpath".
+// Each function returns the file that its shell reads to complete the words after "searchpath".
 
 [[nodiscard]] std::string GetBashCompletion(const std::vector<DescribedCommand>& commands);
 [[nodiscard]] std::string GetZshCompletion(const std::vector<DescribedCommand>& commands);

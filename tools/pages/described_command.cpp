@@ -6,7 +6,7 @@ namespace Corvane::PathManagement::tool {
 
 namespace {
 
-// `kind` is what the help calls a value or an operand.
+// What is offered for a value or an operand that the help calls `kind`.
 Completion GetCompletion(const std::string& kind) {
   if (kind == "FILE" || kind == "TEXT") return Completion::File;
   if (kind == "FOLDER" || kind == "DIR") return Completion::Folder;
@@ -38,6 +38,7 @@ Completion GetCompletion(const OptionText& option) {
 }
 
 Completion GetCompletion(const DescribedCommand& command) {
+  // The help calls the operands of these two NAME, as those of other commands.
   if (command.name == "which") return Completion::Program;
   if (command.name == "folders") return Completion::Folder;
   for (const char* kind : {"FILE", "TEXT", "FOLDER", "OLD", "COMMAND"}) {

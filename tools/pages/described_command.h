@@ -18,7 +18,7 @@ struct DescribedCommand {
   std::string notes;
   std::vector<OptionText> options;
 
-  /// Whether `kind`, such as "FILE", is what the help calls the first operand.
+  /// Whether the help calls the first operand `kind`, such as "FILE".
   [[nodiscard]] bool Takes(const std::string& kind) const;
 };
 
@@ -36,10 +36,12 @@ enum class Completion : std::uint8_t {
   Command  ///< the first word of a command of searchpath
 };
 
+/// What is offered for the value of `option`.
 [[nodiscard]] Completion GetCompletion(const OptionText& option);
+/// What is offered for the operands of `command`.
 [[nodiscard]] Completion GetCompletion(const DescribedCommand& command);
 
-/// The first word of a command, or of several, and what it is for.
+/// The first word of a command, or of several as "cache" is, and what it is for.
 struct FirstWord {
   std::string word;
   std::string purpose;
@@ -47,7 +49,7 @@ struct FirstWord {
 /// Each first word once, in the order of the help.
 [[nodiscard]] std::vector<FirstWord> GetFirstWords();
 
-/// The second words of the commands that begin with `word`; usually none.
+/// The second words of the commands whose first word is `word`; usually none.
 [[nodiscard]] std::vector<std::string> GetSecondWords(const std::vector<DescribedCommand>& commands,
                                                       const std::string& word);
 

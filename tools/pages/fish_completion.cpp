@@ -5,8 +5,9 @@ namespace Corvane::PathManagement::tool {
 
 namespace {
 
-// `__searchpath_is WORDS`: whether the command line begins with these words. `__searchpath_path`
-// offers folders for the last part of a list "A:B", and files after "@".
+// `__searchpath_is WORDS`: whether the command line begins with these words. With a blank after
+// both, only a whole word matches the last one. `__searchpath_path` offers folders for the last
+// part of a list "A:B", and files after "@".
 constexpr const char* kFishBegin = R"(# Completion of searchpath for fish.
 
 function __searchpath_is
@@ -59,6 +60,7 @@ std::string GetCandidates(Completion completion, const std::string& words) {
   return "";
 }
 
+// The line that offers `option`, and what its value may be.
 std::string GetLine(const DescribedCommand& command, const OptionText& option) {
   std::string line = "complete -c searchpath -n '__searchpath_is " + command.name + '\'';
   for (const std::string& name : option.names) {
@@ -66,13 +68,14 @@ std::string GetLine(const DescribedCommand& command, const OptionText& option) {
   }
   if (!option.valueName.empty()) {
     const Completion completion = GetCompletion(option);
-    // -r: the option takes a value; -x: also, no files are offered for it.
+    // Both say that the option takes a value; with -x, fish offers no files for it.
     line += completion == Completion::File ? " -r" : " -x";
     line += GetCandidates(completion, Join(option.words, " "));
   }
   return line + " -d " + Quote(option.help) + '\n';
 }
 
+// The line that offers operands; "" if nothing is offered. `allCommands` is for an operand COMMAND.
 std::string GetOperands(const DescribedCommand& command, const std::string& allCommands) {
   const std::string candidates = GetCandidates(GetCompletion(command), allCommands);
   if (candidates.empty()) return "";
@@ -90,6 +93,7 @@ std::string GetFishCompletion(const std::vector<DescribedCommand>& commands) {
             '\n';
     const auto second = GetSecondWords(commands, word);
     if (second.empty()) continue;
+    // Offers the second words, until one of them is there.
     text += "complete -c searchpath -n '__searchpath_is " + word + "; and not __searchpath_is " +
             Join(second, "; and not __searchpath_is ") + "' -a " + Quote(Join(second, " ")) + '\n';
   }

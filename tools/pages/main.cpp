@@ -1,6 +1,6 @@
 // searchpath_pages FOLDER: writes the pages of the manual and the files that shells read for
-// completion into FOLDER. The layout is that of share/ where the tool is installed. Only former
-// pages of the manual are removed there.
+// completion into FOLDER, in the layout of share/ where the tool is installed. Of the files that
+// are there before, only pages of commands are removed.
 #include "completions.h"
 #include "man_page.h"
 

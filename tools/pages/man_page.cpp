@@ -46,20 +46,22 @@ std::string Escape(std::string_view text) {
 
 std::string Bold(std::string_view text) { return "\\fB" + Escape(text) + "\\fR"; }
 
-std::string GetBegin(const std::string& page, const std::string& purpose) {
-  std::string title = page;
-  std::ranges::transform(title, title.begin(), [](char c) {
+std::string GetUpperCase(std::string text) {
+  std::ranges::transform(text, text.begin(), [](char c) {
     return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
   });
-  return ".TH " + title + " 1 \"\" \"searchpath " SEARCHPATH_VERSION "\" \"User Commands\"\n" +
-         ".SH NAME\n" + Escape(page) + " \\- " + Escape(purpose) + '\n';
+  return text;
 }
 
-std::string GetHeading(std::string title) {
-  std::ranges::transform(title, title.begin(), [](char c) {
-    return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
-  });
-  return ".SH \"" + Escape(title) + "\"\n";
+// The title of a page and its section NAME.
+std::string GetBegin(const std::string& page, const std::string& purpose) {
+  return ".TH " + GetUpperCase(page) +
+         " 1 \"\" \"searchpath " SEARCHPATH_VERSION "\" \"User Commands\"\n" + ".SH NAME\n" +
+         Escape(page) + " \\- " + Escape(purpose) + '\n';
+}
+
+std::string GetHeading(const std::string& title) {
+  return ".SH \"" + Escape(GetUpperCase(title)) + "\"\n";
 }
 
 // Lines whose breaks roff keeps.

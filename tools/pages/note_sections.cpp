@@ -23,6 +23,7 @@ std::vector<std::string_view> SplitLines(std::string_view text) {
 
 bool NoteSection::IsTable() const {
   return std::ranges::any_of(lines, [](const std::string& line) {
+    // Lines have lost their own indentation: two blanks separate columns, or indent further.
     return line.find(kIndentation) != std::string::npos || line.starts_with('{');
   });
 }

@@ -12,12 +12,12 @@ struct NoteSection {
   std::string title;  ///< empty for a paragraph without one
   std::vector<std::string> lines;
 
-  /// Whether the breaks of lines matter, since there are columns or JSON.
+  /// Whether the lines must stay as they are, since they have columns or JSON.
   [[nodiscard]] bool IsTable() const;
 };
 
-/// The sections of `notes`. A section begins with a title, which is a line that is not indented and
-/// ends with ":"; with "Exit: "; or, without a title, with a paragraph that is not indented.
+/// The sections of `notes`. Each begins with a line that is not indented: a title, which ends with
+/// ":"; or "Exit: ...", under the title "Exit status"; or a paragraph, which has no title.
 [[nodiscard]] std::vector<NoteSection> SplitNotes(std::string_view notes);
 
 /// The lines of `text`, without the two blanks with which they begin.

@@ -32,6 +32,7 @@ std::string EscapeForZsh(const std::string& text) {
   return escaped;
 }
 
+// What `_arguments` does to complete a value; `words` is the list for `Words`.
 std::string GetAction(Completion completion, const std::vector<std::string>& words) {
   switch (completion) {
     case Completion::Words:
@@ -52,6 +53,7 @@ std::string GetAction(Completion completion, const std::vector<std::string>& wor
   return " ";  // for `_arguments`: there is a value, but nothing to offer
 }
 
+// An option, as `_arguments` takes it.
 std::string GetArgument(const OptionText& option) {
   const std::string help = '[' + EscapeForZsh(option.help) + ']';
   if (option.valueName.empty()) {
@@ -63,6 +65,7 @@ std::string GetArgument(const OptionText& option) {
          option.valueName + ':' + GetAction(GetCompletion(option), option.words) + '\'';
 }
 
+// The case of `command` in `_searchpath`.
 std::string GetCase(const DescribedCommand& command) {
   std::string text = "    '" + command.name + "')\n      _arguments -s -S";
   for (const OptionText& option : command.options) {
@@ -91,6 +94,7 @@ std::string GetZshCompletion(const std::vector<DescribedCommand>& commands) {
     text += "  commands+=('" + word + ':' + EscapeForZsh(purpose) + "')\n";
     const auto second = GetSecondWords(commands, word);
     if (second.empty()) continue;
+    // Completes the second word, or takes it into the name of the command.
     twoWords += "  if [[ $command == " + word + " ]]; then\n    if ((CURRENT == 3)); then\n" +
                 "      compadd -- " + Join(second, " ") +
                 "\n      return\n    fi\n    command+=\" $words[3]\"\n" +
