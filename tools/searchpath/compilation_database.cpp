@@ -16,14 +16,15 @@ namespace {
 
 using json::Field;
 
-// As for compilers, "@FILE" stays a word if FILE cannot be read.
+// `nullopt` if the file cannot be read: "@FILE" then stays a word, as it does for compilers.
 std::optional<std::string> ReadFileOfArguments(const std::string& file) try {
   return ReadBytes(file);
 } catch (const UsageError&) {
   return std::nullopt;
 }
 
-// Each file is read only once, since it may include itself.
+// Replaces each word "@FILE" by the words in FILE. Reads each file only once, since it may name
+// itself.
 void ReplaceFilesOfArguments(std::vector<std::string>& words, const std::string& folder) {
   std::set<std::string> seen;
   for (std::size_t i = 0; i < words.size();) {
@@ -36,7 +37,7 @@ void ReplaceFilesOfArguments(std::vector<std::string>& words, const std::string&
       ++i;
       continue;
     }
-    // The next word to look at is the first of these, which may be a file of arguments, too.
+    // The next word to look at is the first of `more`, which may name a file of arguments, too.
     const std::vector<std::string> more = SplitShellWords(*text);
     const auto place = words.erase(words.begin() + static_cast<std::ptrdiff_t>(i));
     words.insert(place, more.begin(), more.end());
@@ -50,7 +51,7 @@ std::vector<std::string> ReadWords(const Field& command, const std::string& fold
   std::vector<std::string> words;
   if (arguments) {
     for (const Field& word : source.GetElements()) {
-      words.push_back(GetBytes(word.As<ustring>(u"a text")));
+      words.push_back(GetBytes(word.As<ustring>(u"a text")));  // `AsText` refuses empty ones
     }
   } else {
     words = SplitShellWords(GetBytes(source.AsText()));

@@ -26,7 +26,8 @@ void CheckOptions(const PathOptions& path) {
   }
 }
 
-// The names that every list reports: one that is unknown in a list may be known in another.
+// Those of the reported names that every list reports: a name unknown to one list may be known to
+// another.
 class CommonNames {
  public:
   // Takes the names that the next list reports.
@@ -70,6 +71,7 @@ class Audit {
     path.as = "include";
   }
 
+  // Searches the next list.
   void Add(const HeaderList& list) {
     ++number;
     SourcedPath folders;
@@ -94,6 +96,7 @@ class Audit {
                  output.IsJson() ? std::optional(number) : std::nullopt);
   }
 
+  // Reports what all lists have in common. Returns the outcome for all of them.
   Outcome Finish() const {
     for (const ustring& name : unknown.Get()) ReportUnknown(name);
     ReportIdleAllowances(idle.Get());
@@ -106,9 +109,9 @@ class Audit {
   const host::ShadowLookup& lookup;
   const ShadowFormat& format;
   const Output& output;
-  std::size_t number = 0;
-  CommonNames unknown;
-  CommonNames idle;
+  std::size_t number = 0;  // of the last list; the first is 1
+  CommonNames unknown;     // names that no file has
+  CommonNames idle;        // names of --allow that hide nothing
   bool failed = false;
   bool hasFindings = false;
 };

@@ -13,9 +13,9 @@ namespace Corvane::PathManagement::tool {
 /// distinct list of folders, which headers hide others and which files use the list. Each
 /// list begins with the folders for headers in quotes, since these are looked for there first.
 ///
-/// `path` has the other options on the search and on what is reported. Returns `Failed` when a
-/// compiler did not answer, or with --strict when a folder cannot be searched; otherwise `Findings`
-/// when headers are hidden, and `Clean` when none are.
+/// `path` has no folders, but the options on how to search and what to report. Returns `Failed`
+/// when a compiler did not answer, or with --strict when a folder cannot be searched; otherwise
+/// `Findings` when headers are hidden, and `Clean` when none are.
 ///
 /// Errors: `UsageError` when `path` names folders, or rules other than include, or when `database`
 /// cannot be used.

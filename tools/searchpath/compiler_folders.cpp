@@ -9,7 +9,7 @@ namespace Corvane::PathManagement::tool {
 
 namespace {
 
-// Reads the lists that GCC and Clang print with -v. Empty when they are missing or have no end.
+// Reads the lists that GCC and Clang print with -v. `nullopt` when they are missing or have no end.
 std::optional<CompilerFolders> ParseFolders(const std::string& printed) {
   CompilerFolders folders;
   std::vector<std::string>* list = nullptr;
@@ -22,7 +22,7 @@ std::optional<CompilerFolders> ParseFolders(const std::string& printed) {
     } else if (line == "End of search list.") {
       return list == &folders.searched ? std::optional(folders) : std::nullopt;
     } else if (list != nullptr && line.starts_with(' ')) {
-      // In what is marked like this, headers are not found by their file names.
+      // Headers in a framework and in a header map are not found by their file names.
       const bool isFolder =
           !line.ends_with(" (framework directory)") && !line.ends_with(" (headermap)");
       if (isFolder) list->push_back(line.substr(1));

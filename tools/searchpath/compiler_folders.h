@@ -13,14 +13,14 @@ struct CompilerCall {
   std::vector<std::string> flags = {};     // further arguments, which change the folders searched
   std::string language = {};               // as -x takes it: "c++"
   std::string advice = {};                 // what to do when it does not answer; ends the message
-  std::optional<std::string> folder = {};  // where it runs; empty for the working folder
+  std::optional<std::string> folder = {};  // where it runs; `nullopt` for the working folder
 };
 
 /// The folders in which a compiler looks for headers, in the order of its search, as the compiler
 /// prints them.
 struct CompilerFolders {
-  std::vector<std::string> quoted;  // only for #include "...", before the others
-  std::vector<std::string> searched;
+  std::vector<std::string> quoted;    // only for #include "...", before the others
+  std::vector<std::string> searched;  // for each #include
 };
 
 /// Runs the compiler, which prints its folders. Errors: `UsageError` when the compiler does not

@@ -10,13 +10,13 @@ namespace Corvane::PathManagement::tool {
 
 namespace {
 
-// Flags that change the folders; their value is joined to them, or is the next word.
+// Flags that change the folders; the value is joined to the flag, or is the next word.
 constexpr std::array<std::string_view, 20> kFolderFlags = {
     "-iquote",         "-isystem-after",     "-isystem",     "-idirafter", "-isysroot",
     "-iwithsysroot",   "-iwithprefixbefore", "-iwithprefix", "-iprefix",   "-imultilib",
     "-iframework",     "-stdlib++-isystem",  "-cxx-isystem", "--sysroot",  "--include-directory",
     "--gcc-toolchain", "-resource-dir",      "-I",           "-B",         "-F"};
-// Flags that change the folders, too; their value, if any, is always joined. -m... chooses the
+// Flags that change the folders, too; the value, if any, is always joined. -m... chooses the
 // machine, and so its folders.
 constexpr std::array<std::string_view, 10> kOneWordFolderFlags = {
     "-nostdinc", "-nostdlibinc", "-nobuiltininc", "-stdlib=",       "--target=",
@@ -81,10 +81,10 @@ class FlagReader {
              const std::string& languageOfFile)
       : words(commandWords), file(GetLastPart(sourceFile)), usualLanguage(languageOfFile) {}
 
-  // Behind "--" come only names of files.
+  // Sets the language and the flags of `call`. Ends at "--", after which only names of files come.
   void Read(CompilerCall& call) {
     call.language = usualLanguage;
-    bool isFilePassed = false;  // -x counts for the files behind it
+    bool isFilePassed = false;  // -x counts for the files after it
     for (; at < words.size() && words[at] != "--"; ++at) {
       const std::string& word = words[at];
       if (word == "-I-") continue;  // obsolete: compilers refuse it now
@@ -104,12 +104,13 @@ class FlagReader {
   }
 
  private:
+  // The next word, which is the value of a flag; "" at the end.
   std::string TakeNext() { return at + 1 < words.size() ? words[++at] : ""; }
 
   const std::vector<std::string>& words;
   std::string file;
   const std::string& usualLanguage;
-  std::size_t at = 1;  // word 0 is the compiler
+  std::size_t at = 1;  // the index of the word; word 0 is the compiler
 };
 
 // `words`, from the compiler on.

@@ -9,8 +9,8 @@
 namespace Corvane::PathManagement::tool {
 
 /// How `command` calls the compiler: the program, without a launcher that caches or distributes
-/// compilations, and those flags that change the folders in which it looks for headers. Empty when
-/// the file is in no language of the C family.
+/// compilations, and those flags that change the folders in which it looks for headers. `nullopt`
+/// when the file is in no language of the C family.
 ///
 /// Precondition: `command.words` is not empty.
 [[nodiscard]] std::optional<CompilerCall> FindCompilerCall(const CompileCommand& command);

@@ -34,7 +34,7 @@ class Collector {
   HeaderLists Take() { return std::move(found); }
 
  private:
-  // The index of the list for this call; empty when the compiler did not answer.
+  // The index of the list for this call; `nullopt` when the compiler did not answer.
   std::optional<std::size_t> FindList(CompilerCall call) {
     const auto [known, isNew] = listOfCall.try_emplace(
         std::tuple(call.words, call.flags, call.language, *call.folder), std::nullopt);
@@ -60,7 +60,8 @@ class Collector {
   using Words = std::vector<std::string>;
 
   std::string advice;
-  // Both maps lead to indices in `found.lists`; the keys of the first are the parts of a call.
+  // Both maps lead to indices in `found.lists`. The keys of the first are the parts of a call, and
+  // `nullopt` stands for no answer; the keys of the second are the two parts of `CompilerFolders`.
   std::map<std::tuple<Words, Words, std::string, std::string>, std::optional<std::size_t>>
       listOfCall;
   std::map<std::pair<Words, Words>, std::size_t> listOfFolders;

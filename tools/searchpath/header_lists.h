@@ -19,11 +19,11 @@ struct HeaderList {
 struct HeaderLists {
   std::vector<HeaderList> lists;
   std::vector<std::string> problems;    // why compilers did not answer, each once
-  std::vector<std::string> otherFiles;  // in no language of the C family
+  std::vector<std::string> otherFiles;  // left out: in no language of the C family
 };
 
 /// Asks the compilers in `database` for their folders, once for each combination of compiler,
-/// language, flags that may change the folders, and folder in which it runs. The answer is kept as
+/// language, flags that may change the folders, and folder in which it runs. An answer is kept as
 /// it is, since the compiler itself decides on the order and on which repeats it drops.
 ///
 /// Errors: `UsageError` when the file `database` cannot be used.

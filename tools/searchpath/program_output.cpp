@@ -29,7 +29,7 @@ using Clock = std::chrono::steady_clock;
 constexpr std::chrono::seconds kLongest(10);
 constexpr std::size_t kMostOutput = std::size_t{16} << 20;  // of each stream, in bytes
 
-// Both ends of a pipe. A started program inherits neither, only the copy that it is given.
+// Both ends of a pipe. A started program inherits neither, only the copy that `SpawnActions` makes.
 struct Pipe {
   Pipe() {
     std::array<int, 2> ends{};
@@ -47,6 +47,7 @@ struct Pipe {
 // How a program is started: its streams, its folder and its process group.
 class SpawnActions {
  public:
+  // `out` and `error` get what the program writes.
   SpawnActions(const ProgramQuestion& question, const Pipe& out, const Pipe& error) {
     posix_spawn_file_actions_init(&actions);
     posix_spawn_file_actions_addopen(&actions, STDIN_FILENO, "/dev/null", O_RDONLY, 0);
@@ -67,7 +68,7 @@ class SpawnActions {
     posix_spawn_file_actions_destroy(&actions);
   }
 
-  // Sets `process`. Returns the errno of a failure, else 0.
+  // Starts the program, and sets `process`. Returns the errno of a failure, else 0.
   int Start(const ProgramQuestion& question, pid_t& process) const {
     std::vector<char*> words;
     words.reserve(question.words.size() + 1);
@@ -91,7 +92,8 @@ class SpawnActions {
 // A program that runs. The destructor kills it, unless `Wait` has seen its end.
 class RunningProgram {
  public:
-  explicit RunningProgram(const ProgramQuestion& itsQuestion) : question(itsQuestion) {
+  // `programQuestion` has to outlive this object.
+  explicit RunningProgram(const ProgramQuestion& programQuestion) : question(programQuestion) {
     const int error = SpawnActions(question, out, errors).Start(question, process);
     if (error == ENOENT) RefuseAnswer(question, "there is no such program");
     if (error != 0) RefuseAnswer(question, std::generic_category().message(error));
@@ -124,7 +126,8 @@ class RunningProgram {
     return output;
   }
 
-  // Waits until the program has ended. Returns its status, as `waitpid` gives it.
+  // Waits until the program has ended. Returns its status, as `waitpid` gives it. Asks again and
+  // again, since `waitpid` has no time limit.
   int Wait() {
     int status = 0;
     std::array<pollfd, 0> nothing{};
@@ -147,13 +150,14 @@ class RunningProgram {
     if (GetTimeLeft().count() <= 0) RefuseAnswer(question, "no answer within 10 seconds");
   }
 
+  // Waits until a stream can be read or has ended.
   void WaitFor(std::array<pollfd, 2>& streams) const {
     do {
       RefuseIfLate();
     } while (poll(streams.data(), streams.size(), static_cast<int>(GetTimeLeft().count())) <= 0);
   }
 
-  // Returns whether there may be more.
+  // Appends what `stream` has to `text`. Returns whether there may be more.
   bool ReadSome(int stream, std::string& text) const {
     std::array<char, 4096> bytes{};
     const ssize_t got = read(stream, bytes.data(), bytes.size());
@@ -167,12 +171,12 @@ class RunningProgram {
   Clock::time_point start = Clock::now();
   Pipe out;
   Pipe errors;
-  pid_t process = -1;
-  bool hasEnded = false;
+  pid_t process = -1;     // also the number of its process group
+  bool hasEnded = false;  // whether `Wait` has seen the end
 };
 
-// ": " and the line that best says what went wrong: the first one with "error:", as of compilers,
-// or else the last one, as of interpreters. Empty when nothing was written.
+// ": " and the line that best says what went wrong: the first one with "error:", which compilers
+// write, or else the last one, as of interpreters. Empty when nothing was written.
 std::string GetComplaint(const std::string& errors) {
   std::string last;
   for (std::size_t begin = 0; begin < errors.size();) {

@@ -10,8 +10,8 @@
 namespace Corvane::PathManagement::tool {
 
 /// The shadows of one run, names with the files that they hide, in the Static Analysis Results
-/// Interchange Format, version 2.1.0, which code hosts read. Each hidden file is one result and
-/// its location; the file that hides it is the related location.
+/// Interchange Format, version 2.1.0, which code hosts read. Each hidden file is the location of
+/// one result; the file that hides it is the related location.
 class SarifLog {
  public:
   void Add(const std::vector<host::Shadow>& shadows);
