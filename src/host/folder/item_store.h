@@ -57,7 +57,7 @@ class ItemStore {
 
   /// Stores at `index` an item that was made before the folder was listed. Precondition: there is
   /// none at `index`.
-  void Put(std::size_t index, std::unique_ptr<const PathItem> item) {
+  void Put(std::size_t index, std::unique_ptr<const PathItem>&& item) {
     Slots()[index].store(item.release(), std::memory_order_release);
   }
 

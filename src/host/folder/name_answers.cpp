@@ -71,7 +71,11 @@ NameAnswers::Unanswered NameAnswers::FindUnanswered(const NameQuestion& question
   bool isFound = false;
   for (const std::string& name : question.files) {
     const Answer* const known = Find(name);
-    if (known == nullptr) unanswered.names.push_back(name);
+    auto& names = unanswered.names;
+    // A name that comes twice might get two answers.
+    const bool isNew =
+        known == nullptr && std::find(names.begin(), names.end(), name) == names.end();
+    if (isNew) names.push_back(name);
     isFound = known != nullptr && known->kind == Kind::File && !question.wantsAllFiles;
     if (isFound) break;
   }
