@@ -1,10 +1,10 @@
 #include "searchpath/host/words.h"
 
-#include "searchpath/host/folder_entry.h"
-#include "searchpath/utilities/iri_conversion.h"
+#include "host/folder/entry_state.h"
 
 #include <array>
 #include <cstddef>
+#include <optional>
 
 namespace Corvane::PathManagement::host {
 
@@ -68,14 +68,8 @@ const char* GetWord(Freshness freshness) {
 
 const char* FindProblemText(const IPathEntry& folder) {
   const auto* const onDisk = dynamic_cast<const FolderEntry*>(&folder);
-  // A folder that shows files could be searched.
-  if (onDisk == nullptr || onDisk->GetItemCount() != 0) return nullptr;
-  const ustring path = GetStringFromIRI(folder.GetAbsoluteIRI());
-  // `GetProblems` includes those of links in the folder, which are not meant here.
-  for (const FolderProblem& problem : onDisk->GetProblems()) {
-    if (problem.folder == path) return problem.GetText();
-  }
-  return nullptr;
+  const auto problem = onDisk == nullptr ? std::nullopt : FindOwnProblem(*onDisk);
+  return problem ? problem->GetText() : nullptr;
 }
 
 const char* FindProblemText(const AskedFolder& asked) {

@@ -1,6 +1,7 @@
 #include "host/folder/entry_state.h"
 
 #include "host/common/parallel.h"
+#include "searchpath/utilities/iri_conversion.h"
 
 #include <cstddef>
 #include <utility>
@@ -17,6 +18,15 @@ std::shared_ptr<const FolderEntry> CreateMainFolder(const AbsoluteIRI& location,
                                                     std::shared_ptr<const ListingSource> source,
                                                     DiskPatience::Limit limit) {
   return CreateEntry(std::make_unique<FolderState>(location, std::move(source), limit));
+}
+
+std::optional<FolderProblem> FindOwnProblem(const FolderEntry& folder) {
+  if (folder.GetItemCount() != 0) return std::nullopt;  // what shows files could be searched
+  const ustring path = GetStringFromIRI(folder.GetAbsoluteIRI());
+  for (FolderProblem& problem : folder.GetProblems()) {
+    if (problem.folder == path) return std::move(problem);
+  }
+  return std::nullopt;
 }
 
 void IdentifyAll(const FolderEntries& folders) {

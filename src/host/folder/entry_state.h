@@ -5,6 +5,7 @@
 #include "searchpath/host/folder_entry.h"
 
 #include <memory>
+#include <optional>
 
 namespace Corvane::PathManagement::host {
 
@@ -26,6 +27,10 @@ namespace Corvane::PathManagement::host {
 [[nodiscard]] std::shared_ptr<const FolderEntry> CreateMainFolder(
     const AbsoluteIRI& location, std::shared_ptr<const ListingSource> source,
     DiskPatience::Limit limit = {});
+
+/// Why `folder` itself cannot be searched, which does not concern links in it; empty when it can be.
+/// Lists the folder.
+[[nodiscard]] std::optional<FolderProblem> FindOwnProblem(const FolderEntry& folder);
 
 /// Resolves the locations of all folders where that has not been done. A folder that several of
 /// the locations lead through is resolved once.

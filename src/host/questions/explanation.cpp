@@ -1,6 +1,7 @@
 #include "host/questions/explanation.h"
 
 #include "host/common/held_hash.h"
+#include "host/folder/entry_state.h"
 #include "host/path/path_view.h"
 #include "host/questions/file_search.h"
 #include "host/questions/unsearched_files.h"
@@ -64,15 +65,11 @@ class OtherCases {
   std::optional<std::vector<FoundItem>> files;
 };
 
-bool IsUnreadable(const IPathEntry& folder) {
-  const auto* onDisk = dynamic_cast<const FolderEntry*>(&folder);
-  return onDisk != nullptr && !onDisk->GetProblems().empty() && onDisk->GetItemCount() == 0;
-}
-
 /// `all` are the files that the name could mean; `isPlain` says that it has no separators.
 FolderOutcome OutcomeOf(const AskedFolder& asked, const std::vector<FoundItem>& all, bool isPlain) {
   if (asked.files.empty()) {
-    if (IsUnreadable(*asked.folder)) return FolderOutcome::Unreadable;
+    const auto* onDisk = dynamic_cast<const FolderEntry*>(asked.folder.get());
+    if (onDisk != nullptr && FindOwnProblem(*onDisk)) return FolderOutcome::Unreadable;
     return asked.inOtherCase.empty() ? FolderOutcome::Absent : FolderOutcome::OtherCaseOnly;
   }
   const bool isMethod = isPlain && IsMethodEntry(asked);
