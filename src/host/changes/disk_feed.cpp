@@ -204,12 +204,12 @@ class DiskFeed::State {
 
   /// Returns whether `folder` is in doubt: see `WatchPath`.
   [[nodiscard]] bool Watch(const FolderEntry& folder, Round round) {
-    const bool wasUntouched = StateOf(folder).IsUntouched();
     const Comparison comparison = watches.Watch(folder.GetAbsoluteIRI());
     if (comparison != Comparison::New || round == Round::Later) {
       return comparison != Comparison::Same;
     }
-    return !wasUntouched && folder.GetFreshness() != Freshness::Fresh;
+    // Asked only now: a folder that is untouched while it is watched is listed after any change.
+    return !StateOf(folder).IsUntouched() && folder.GetFreshness() != Freshness::Fresh;
   }
 
   void SetPolled(const std::vector<AbsoluteIRI>& locations) {
