@@ -100,20 +100,20 @@ ListingBody ReadBody(std::istream& stream, std::size_t size) {
   }
 }
 
-/// Why a file did not open, judged by what is there.
-std::string ErrorOf(const fl::filesystem::path& file) {
+/// Why `file`, whose stream is not open, cannot be read: the stream opens regular files only.
+std::string ErrorOf(const fl::filesystem::ifstream& stream, const fl::filesystem::path& file) {
   struct stat status = {};
-  if (stat(fl::filesystem::detail::NativeBytes(file.native()).c_str(), &status) != 0) {
-    return std::generic_category().message(errno);
-  }
-  // Almost always, it is permission that a regular file lacks.
-  return S_ISREG(status.st_mode) ? "it may not be read" : "it is not a regular file";
+  const bool exists =
+      stat(fl::filesystem::detail::NativeBytes(file.native()).c_str(), &status) == 0;
+  return exists && !S_ISREG(status.st_mode) ? "it is not a regular file"
+                                            : stream.openError().message();
 }
 
 }  // namespace
 
 void CheckOpen(const fl::filesystem::ifstream& stream, const fl::filesystem::path& file) {
-  if (!stream.is_open()) throw InvalidListingException("it cannot be opened: " + ErrorOf(file));
+  if (!stream.is_open())
+    throw InvalidListingException("it cannot be opened: " + ErrorOf(stream, file));
 }
 
 ListingBody ReadEnvelope(std::istream& stream, const SavedFormat& format) {
