@@ -32,15 +32,18 @@ using detail::SearchTarget;
 template <class Item, class NameOf>
 std::vector<Item> SortedByBytes(std::vector<Item> items, NameOf nameOf) {
   using Bytes = decltype(BytesFromText(ustring()));
-  std::vector<std::pair<Bytes, std::size_t>> order;
+  std::vector<std::tuple<Bytes, ustring, std::size_t>> order;
   order.reserve(items.size());
   for (std::size_t at = 0; at < items.size(); ++at) {
-    order.emplace_back(BytesFromText(nameOf(items[at])), at);
+    ustring name = nameOf(items[at]);
+    Bytes bytes = BytesFromText(name);
+    if (bytes) name.clear();  // only texts that have no bytes are sorted as they are
+    order.emplace_back(std::move(bytes), std::move(name), at);
   }
   std::ranges::sort(order);
   std::vector<Item> sorted;
   sorted.reserve(items.size());
-  for (const auto& [bytes, at] : order) sorted.push_back(std::move(items[at]));
+  for (const auto& [bytes, name, at] : order) sorted.push_back(std::move(items[at]));
   return sorted;
 }
 
