@@ -166,6 +166,13 @@ Environment::Environment(std::shared_ptr<const IPath> path)
 
 Environment::~Environment() = default;
 
+std::chrono::system_clock::time_point Environment::TimeOfChangesNow() noexcept {
+  timespec now{};
+  clock_gettime(CLOCK_REALTIME_COARSE, &now);  // does not fail
+  return std::chrono::system_clock::time_point(std::chrono::seconds(now.tv_sec) +
+                                               std::chrono::nanoseconds(now.tv_nsec));
+}
+
 const std::shared_ptr<const IPath>& Environment::GetPath() const { return view->GetPath(); }
 
 FolderEntries Environment::GetMainFolders() const { return view->GetMainFolders(); }

@@ -293,8 +293,11 @@ class SEARCHPATH_EXPORT Environment {
   /// Errors: `FailedToAbsolutizeException` when the folder cannot be used.
   [[nodiscard]] std::optional<AbsoluteIRI> AskerOf(const Lookup& lookup) const;
 
+  /// The time that the kernel gives to files that change now. It may be behind the clock.
+  [[nodiscard]] static std::chrono::system_clock::time_point TimeOfChangesNow() noexcept;
+
   // Before the first question to the disk: a receipt trusts no folder that has changed since.
-  std::chrono::system_clock::time_point begun = std::chrono::system_clock::now();
+  std::chrono::system_clock::time_point begun = TimeOfChangesNow();
   std::shared_ptr<const EnvironmentOptions> options;  // without caches; null if made of an IPath
   WorkingFolder workingFolder;
   LookupRules rules;

@@ -11,7 +11,6 @@
 #include <cerrno>
 #include <chrono>
 #include <cstring>
-#include <ctime>
 #include <optional>
 #include <stdexcept>
 #include <utility>
@@ -23,22 +22,15 @@ namespace {
 constexpr std::chrono::nanoseconds kSecond = std::chrono::seconds(1);
 constexpr std::chrono::nanoseconds kCoarseGrain = 2 * kSecond;  // of times in some file systems
 
-/// How far the time that the kernel gives to files may be behind the clock.
-std::chrono::nanoseconds GetTick() {
-  timespec tick{};
-  if (::clock_getres(CLOCK_REALTIME_COARSE, &tick) != 0) return kCoarseGrain;
-  return std::chrono::seconds(tick.tv_sec) + std::chrono::nanoseconds(tick.tv_nsec);
-}
-
 /// Whether any change since `begun` shows in what is seen now. When a modification time has been
 /// set back, only the change time shows that, so it must be early enough, too.
 bool IsCertain(const FolderSight& sight, std::chrono::nanoseconds begun) {
-  static const std::chrono::nanoseconds tick = GetTick();
   if (sight.error != 0) return sight.error == ENOENT || sight.error == ENOTDIR;
   // Whole seconds may be all that the file system keeps.
   const bool isCoarse = sight.stamp.changed % kSecond.count() == 0;
   return sight.stamp.modified <= (begun - kCoarseGrain).count() &&
-         sight.stamp.changed <= (begun - (isCoarse ? kCoarseGrain : tick)).count();
+         (isCoarse ? sight.stamp.changed <= (begun - kCoarseGrain).count()
+                   : sight.stamp.changed < begun.count());
 }
 
 }  // namespace
