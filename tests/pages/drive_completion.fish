@@ -12,6 +12,7 @@ end
 
 check 'searchpath fi' 'files find'
 check 'searchpath cache ' 'verify write'
+check 'searchpath cache write v' ''
 check 'searchpath find --pol' --policy
 check 'searchpath find --policy i' ignore-case
 check 'searchpath shadows --only same' same-file

@@ -94,8 +94,9 @@ std::string GetFishCompletion(const std::vector<DescribedCommand>& commands) {
     const auto second = GetSecondWords(commands, word);
     if (second.empty()) continue;
     // Offers the second words, until one of them is there.
-    text += "complete -c searchpath -n '__searchpath_is " + word + "; and not __searchpath_is " +
-            Join(second, "; and not __searchpath_is ") + "' -a " + Quote(Join(second, " ")) + '\n';
+    const std::string andNot = "; and not __searchpath_is " + word + ' ';
+    text += "complete -c searchpath -n '__searchpath_is " + word + andNot + Join(second, andNot) +
+            "' -a " + Quote(Join(second, " ")) + '\n';
   }
   for (const DescribedCommand& command : commands) {
     for (const OptionText& option : command.options) text += GetLine(command, option);

@@ -81,10 +81,10 @@ void FollowedAnswers::Wait() {
   sources[Changes] = {
       .fd = output.IsJson() ? followed.GetDescriptor() : -1, .events = POLLIN, .revents = 0};
   sources[Reader] = {.fd = STDOUT_FILENO, .events = 0, .revents = 0};  // for errors alone
-  // With the timeout -1, `poll` waits without limit.
-  const int timeout = output.IsJson() && !followed.WatchesAll() ? kPollInterval : -1;
   do {
     FinishData();
+    // With the timeout -1, `poll` waits without limit. Each update may watch other folders.
+    const int timeout = output.IsJson() && !followed.WatchesAll() ? kPollInterval : -1;
     if (poll(sources.data(), sources.size(), timeout) < 0 && errno != EINTR) return;
     if ((sources[Reader].revents & POLLERR) != 0) std::raise(SIGPIPE);
     if (output.IsJson()) Update();

@@ -33,7 +33,10 @@ void WriteIRI(const Output& output, const std::string& typed) {
   const std::string canonical = GetBytes(GetCanonicalIRI(iri).toString());
   const bool isNative = iri.getScheme() == u"file";
   if (output.IsJson()) {
-    nlohmann::ordered_json object = {{"text", typed}, {"iri", text}, {"canonical", canonical}};
+    nlohmann::ordered_json object;
+    AddText(object, "text", TextFromBytes(typed));
+    object["iri"] = text;
+    object["canonical"] = canonical;
     if (isNative) AddText(object, "path", GetStringFromIRI(iri));
     output.WriteObject(object);
     return;
