@@ -8,6 +8,7 @@ namespace Corvane::PathManagement::host {
 
 AskedList::AskedList(std::vector<std::uint32_t> askedPlaces, Listings folderListings)
     : places(std::move(askedPlaces)), listings(std::move(folderListings)) {
+  // `emplace` keeps the first position of a place that comes twice.
   for (std::size_t at = 0; at < places.size(); ++at) positions.emplace(places[at], at);
 }
 
@@ -17,12 +18,12 @@ std::size_t AskedList::PositionOf(std::uint32_t place) const {
 }
 
 std::vector<std::size_t> AskedList::FindPositions(std::string_view name, std::size_t count,
-                                                  bool all) {
+                                                  bool plainFilesToo) {
   std::vector<std::size_t> found;
   const auto addFrom = [&](std::size_t first) {
     for (; first < count; ++first) found.push_back(first);
   };
-  if (!HasTable()) {
+  if (!MakeTable()) {
     addFrom(0);
     return found;
   }
@@ -31,18 +32,18 @@ std::vector<std::size_t> AskedList::FindPositions(std::string_view name, std::si
   };
   add(unlisted);
   if (const auto known = table.find(name); known != table.end()) add(known->second);
-  if (all && listings.firstWith) addFrom(listings.firstWith(name));
+  if (plainFilesToo && listings.firstWith) addFrom(listings.firstWith(name));
   std::sort(found.begin(), found.end());
   found.erase(std::unique(found.begin(), found.end()), found.end());
   return found;
 }
 
 bool AskedList::MayHoldAnyOf(NameLengths lengths) {
-  return !HasTable() || !unlisted.empty() || listings.firstWith || tableLengths.HasAnyOf(lengths);
+  return !MakeTable() || !unlisted.empty() || listings.firstWith || tableLengths.HasAnyOf(lengths);
 }
 
-/// Makes the table as soon as there are listings.
-bool AskedList::HasTable() {
+/// Makes the table as soon as there are listings. Returns whether there is one.
+bool AskedList::MakeTable() {
   if (hasTable || !IsListed()) return hasTable;
   hasTable = true;
   for (std::size_t at = 0; at < places.size(); ++at) {

@@ -15,7 +15,7 @@
 
 namespace Corvane::PathManagement::host {
 
-/// Lengths that names may have, in bytes. Lengths that differ by a multiple of 64 count as the same.
+/// A set of lengths of names, in bytes. Lengths that differ by a multiple of 64 count as the same.
 class NameLengths {
  public:
   void Add(std::size_t length) noexcept { lengths |= std::uint64_t{1} << length % 64U; }
@@ -25,22 +25,22 @@ class NameLengths {
   }
 
  private:
-  std::uint64_t lengths = 0;
+  std::uint64_t lengths = 0;  // bit n is for the lengths of which the remainder by 64 is n
 };
 
-/// The folders that questions ask, in their order. A place is the number of a folder in the
-/// `ReceiptDraft`; a position is an index in this list.
+/// The folders that questions ask for a file, in the order in which they ask. A place is the number
+/// of a folder in the `ReceiptDraft`; a position is an index in this list.
 class AskedList {
  public:
-  /// What has been listed of the folders.
+  /// The listings of the folders. They may be made after this object.
   struct Listings {
-    /// Whether questions are answered from listings.
+    /// Whether they have been made, so that questions are answered from them.
     std::function<bool()> areMade = [] { return false; };
-    // Precondition of what follows: areMade() is true.
+    // Precondition of both functions that follow: areMade() is true.
     /// The listing of the folder at a position; null when the disk is asked for each name there.
     std::function<const FolderListing*(std::size_t position)> at = {};
-    /// The first position that may have a file of that name, whether or not the file counts. Not
-    /// set where all files count.
+    /// The first position that may have a file of that name, whether or not the file counts by the
+    /// lookup rules. Not set where all files count.
     std::function<std::size_t(std::string_view name)> firstWith = {};
   };
 
@@ -58,22 +58,23 @@ class AskedList {
   /// listings show that there is nothing but plain files at such names.
   [[nodiscard]] bool MayHoldAnyOf(NameLengths lengths);
   /// The positions, among the first `count`, where something other than a plain file may stand at
-  /// `name`: a link, or a folder whose name begins with "@". When `all` is set, also every position
-  /// from the first one that may have a file of that name. All of the first `count` as long as
-  /// there are no listings.
+  /// `name`: a link, or a folder whose name begins with "@". With `plainFilesToo`, also every
+  /// position from the first one that may have a file of that name. As long as there are no
+  /// listings: all of the first `count`.
   [[nodiscard]] std::vector<std::size_t> FindPositions(std::string_view name, std::size_t count,
-                                                       bool all);
+                                                       bool plainFilesToo);
 
  private:
-  [[nodiscard]] bool HasTable();
+  [[nodiscard]] bool MakeTable();
 
   std::vector<std::uint32_t> places;
   boost::unordered_flat_map<std::uint32_t, std::size_t> positions;  // of the places
   Listings listings;
   bool isListed = false;
-  bool hasTable = false;              // what follows has been filled in
+  bool hasTable = false;              // whether MakeTable has filled in what follows
   NameLengths tableLengths;           // of the names in the table
   std::vector<std::size_t> unlisted;  // positions whose folders have no listing
+  // By name: the positions where a link or a folder with "@" has it. Views the listings.
   boost::unordered_flat_map<std::string_view, std::vector<std::size_t>, NameBytesHash> table;
 };
 

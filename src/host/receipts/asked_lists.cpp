@@ -23,7 +23,8 @@ namespace {
 using PathManagement::detail::HasSeparator;
 using PathManagement::detail::SearchTarget;
 
-/// The native path of `folder`; /dev/null, below which nothing is found, when it is not on disk.
+/// The native path of `folder`. A folder that is not on disk gets /dev/null, below which nothing is
+/// found.
 std::string BytesOf(const FolderEntry& folder) {
   return NativeBytes(StateOf(folder).Location()).value_or("/dev/null");
 }
@@ -37,12 +38,13 @@ SearchTarget TargetOf(const ustring& name, const Lookup& lookup) {
   return CreateSearchTargetWithExtensionInFilenamePreferred(name, WithDots(lookup.extensions));
 }
 
-/// Where the last part of a name begins.
+/// Where the last part of a name, after its last separator, begins.
 template <class Text>
 std::size_t BeginOfLastPart(const Text& name) {
   return name.rfind('/') + 1;  // 0 when there is none
 }
 
+/// Whether a folder of this name is special: private, resources, "@..." or "+...".
 bool IsSpecial(const std::string& folder) {
   return GetPathEntryTypeFromBaseName(TextFromBytes(folder)) != PathEntryType::Ordinary;
 }
@@ -57,7 +59,7 @@ const FolderListing& NoListing() {
 AskedLists::AskedLists(ReceiptDraft& receiptDraft, const PathView& pathView,
                        const RuledPath* ruledPath, const WorkingFolder& base)
     : draft(receiptDraft), view(pathView), ruled(ruledPath), workingFolder(base) {
-  static_cast<void>(AddMain());  // becomes list 0
+  static_cast<void>(AddPathList());  // becomes list 0
 }
 
 std::uint32_t AskedLists::Add(std::vector<std::uint32_t> places, AskedList::Listings listings) {
@@ -66,7 +68,7 @@ std::uint32_t AskedLists::Add(std::vector<std::uint32_t> places, AskedList::List
   return static_cast<std::uint32_t>(lists.size() - 1);
 }
 
-std::uint32_t AskedLists::AddMain() {
+std::uint32_t AskedLists::AddPathList() {
   const FolderEntries& folders = view.GetFolderPath().GetMainFolders();
   std::vector<std::uint32_t> places;
   places.reserve(folders.size());
@@ -80,8 +82,8 @@ std::uint32_t AskedLists::AddMain() {
                                  }});
 }
 
-/// The list of all folders of the path, special ones too, and of links that may lead to further
-/// ones.
+/// The number of the list of all folders of the path, of the special folders below them, and of
+/// links that may lead to further special folders. The first call adds the list.
 std::uint32_t AskedLists::ListOfAllFolders() {
   if (allFolders) return *allFolders;
   std::vector<std::uint32_t> places;
@@ -108,6 +110,7 @@ std::uint32_t AskedLists::ListOfAllFolders() {
   return *allFolders;
 }
 
+/// The place of a folder as a user types it.
 std::uint32_t AskedLists::PlaceAt(const ustring& folder) {
   return draft.AddPlace(NativeBytes(workingFolder.Locate(folder)).value_or("/dev/null"));
 }
@@ -118,7 +121,7 @@ QuestionScope AskedLists::ScopeOf(const Lookup& lookup, std::uint32_t kind) {
 
 QuestionScope AskedLists::ScopeOnPath(const Lookup& lookup) {
   QuestionScope scope;
-  // Links whose names match only when case is ignored are not looked for.
+  // `NameScan` does not look for links whose names match only when case is ignored.
   scope.isCertain = lookup.policy != FilenameMatchingPolicy::IgnoreCase;
   if (lookup.fromFolder) scope.further.push_back(PlaceAt(*lookup.fromFolder));
   if (HasSeparator(lookup.name)) {
@@ -129,8 +132,8 @@ QuestionScope AskedLists::ScopeOnPath(const Lookup& lookup) {
     scope.asksAll = true;
   } else if (lookup.fromFolder) {
     const std::string folder = PathBelow(draft.PathOf(scope.further.front()), "private");
-    scope.first = draft.AddPlace(folder);
-    scope.further.push_back(*scope.first);
+    scope.privateFolder = draft.AddPlace(folder);
+    scope.further.push_back(*scope.privateFolder);
     // Whether the private folder counts depends on which folders are on the path, special ones too.
     scope.asksAll = StandsAt(folder);
     if (scope.asksAll) scope.list = ListOfAllFolders();
@@ -140,12 +143,12 @@ QuestionScope AskedLists::ScopeOnPath(const Lookup& lookup) {
 
 QuestionScope AskedLists::ScopeByRules(const Lookup& lookup, std::uint32_t kind) {
   QuestionScope scope;
-  // Once the folder that asks is gone, there is no answer.
+  // Once the folder that asks is gone, there is no answer: so the folder matters.
   const auto& asker = lookup.afterFolder ? lookup.afterFolder : lookup.fromFolder;
   if (asker) scope.further.push_back(PlaceAt(*asker));
   const auto names = RuledPath::NamesOf(TargetOf(lookup.name, lookup));
   if (names.empty()) return scope;  // no file can have such a name
-  // All these names have the same folder.
+  // The names differ in their extensions alone, so all have the same folder.
   const std::string& name = names.front();
   const auto [known, isNew] =
       byRules.try_emplace({kind, name.substr(0, BeginOfLastPart(name))}, std::uint32_t{0});
@@ -154,10 +157,11 @@ QuestionScope AskedLists::ScopeByRules(const Lookup& lookup, std::uint32_t kind)
   return scope;
 }
 
-/// Adds the list of folders in which a name is looked for by rules under which folders have no
-/// meaning.
+/// Adds the list of folders in which `name` is looked for by rules under which folders have no
+/// meaning. `name` is one of those that `lookup` may mean.
 std::uint32_t AskedLists::MakeListByRules(const Lookup& lookup, const std::string& name) {
   const auto target = TargetOf(lookup.name, lookup);
+  // Adds the folder that holds `name` below a place, such as "a" for "a/b.h".
   const auto add = [&](const RuledPath::Place& place) {
     const std::string file = RuledPath::PathOf(place, name);
     return draft.AddPlace(file.substr(0, std::max<std::size_t>(file.rfind('/'), 1)));
@@ -167,14 +171,15 @@ std::uint32_t AskedLists::MakeListByRules(const Lookup& lookup, const std::strin
     asker.after = workingFolder.Locate(*lookup.afterFolder);
     // Which folders come after that one depends on all that a question from that folder asks.
     for (const auto& place : ruled->FindPlaces(target, {.from = asker.after})) {
-      draft.further.emplace_back(kNone, draft.AddPlace(BytesOf(*place.folder)));
-      draft.further.emplace_back(kNone, add(place));
+      draft.further.emplace_back(kWholePath, draft.AddPlace(BytesOf(*place.folder)));
+      draft.further.emplace_back(kWholePath, add(place));
     }
   } else if (lookup.fromFolder) {
     asker.from = workingFolder.Locate(*lookup.fromFolder);
   }
   std::vector<std::uint32_t> places;
   for (const auto& place : ruled->FindPlaces(target, asker)) places.push_back(add(place));
+  // Only for questions that ask nothing but the path, its look-up has the listings.
   const bool isOnPathAlone = !asker.from && !asker.after && !ruled->IsThatFile(lookup.name);
   return Add(std::move(places), isOnPathAlone ? ListingsBelow(name) : AskedList::Listings());
 }

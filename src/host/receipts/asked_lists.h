@@ -18,20 +18,24 @@
 
 namespace Corvane::PathManagement::host {
 
-/// Where a question looks, as far as the answer rests on it.
+/// Where a question looks, as far as the answer rests on it. A place is the number of a folder in
+/// the `ReceiptDraft`.
 struct QuestionScope {
-  std::uint32_t list = 0;  // the number of the list of folders
-  bool asksAll = false;    // whether all of the list is asked, even after an answer
-  bool isCertain = true;   // false when the answer may rest on more than is known
+  std::uint32_t list = 0;  // the number of the list of folders that is asked
+  bool asksAll = false;    // whether the answer rests on the whole list, not only up to its place
+  bool isCertain = true;   // false when the answer may rest on more than is said here
   std::vector<std::uint32_t> further = {};  // places that matter besides the list
-  std::optional<std::uint32_t> first = {};  // a place that is asked before the list
+  // The private folder of the folder that asks; asked before the list.
+  std::optional<std::uint32_t> privateFolder = {};
 };
 
-/// The lists of folders that the questions of a receipt ask. The first one is the path.
+/// The lists of folders that the questions of a receipt ask, as in `ReceiptDraft::lists`. The first
+/// one has the folders of the search path.
 class AskedLists {
  public:
-  /// `ruledPath` is null where folders have a meaning. Relative folders are below `base`, which is
-  /// copied; the other arguments outlive this object.
+  /// `ruledPath` is the same path under rules by which folders have no meaning; null where they
+  /// have one. Relative folders are below `base`, which is copied; the other arguments outlive this
+  /// object.
   AskedLists(ReceiptDraft& receiptDraft, const PathView& pathView, const RuledPath* ruledPath,
              const WorkingFolder& base);
 
@@ -40,7 +44,7 @@ class AskedLists {
   ///
   /// Errors: `FailedToAbsolutizeException` when the folder that asks has no location.
   [[nodiscard]] QuestionScope ScopeOf(const Lookup& lookup, std::uint32_t kind);
-  /// Sets the names that `question` looks for in each place of its list.
+  /// Sets the names that `question` looks for in each place of its list, and its `methodFolder`.
   void SetNames(const Lookup& lookup, ScannedQuestion& question) const;
 
   [[nodiscard]] AskedList& At(std::uint32_t list) { return lists[list]; }
@@ -48,7 +52,7 @@ class AskedLists {
  private:
   [[nodiscard]] std::uint32_t Add(std::vector<std::uint32_t> places,
                                   AskedList::Listings listings = {});
-  [[nodiscard]] std::uint32_t AddMain();
+  [[nodiscard]] std::uint32_t AddPathList();
   [[nodiscard]] std::uint32_t ListOfAllFolders();
   [[nodiscard]] QuestionScope ScopeOnPath(const Lookup& lookup);
   [[nodiscard]] QuestionScope ScopeByRules(const Lookup& lookup, std::uint32_t kind);
@@ -58,11 +62,11 @@ class AskedLists {
 
   ReceiptDraft& draft;
   const PathView& view;
-  const RuledPath* ruled;
+  const RuledPath* ruled;  // may be null
   WorkingFolder workingFolder;
   std::deque<AskedList> lists;
-  std::optional<std::uint32_t> allFolders;
-  // Of names looked for by rules: the list, by kind and by the folder of the name.
+  std::optional<std::uint32_t> allFolders;  // the number of the list that ListOfAllFolders has made
+  // The lists for names that `ruled` looks for: by the kind of question and the folder of the name.
   std::map<std::pair<std::uint32_t, std::string>, std::uint32_t> byRules;
 };
 

@@ -22,8 +22,8 @@ namespace Corvane::PathManagement::host {
 namespace {
 
 /// `path` as a name in a rule; empty when make and ninja have no spelling in common. Trials with
-/// both show that any ASCII character but those below ends a name, or makes a pattern or an
-/// assignment, in one of them.
+/// both show that any ASCII character which is not accepted below ends a name in one of them, or
+/// makes a pattern or an assignment.
 std::optional<std::string> SpellingOf(std::string_view path) {
   constexpr std::string_view plain = "+,/_.~(){}@!-]";
   std::string spelled;
@@ -40,23 +40,24 @@ std::optional<std::string> SpellingOf(std::string_view path) {
     }
     spelled.push_back(unit);
   }
+  // At the beginning, make takes "~" for a home folder.
   return path.starts_with('~') ? std::nullopt : std::optional(spelled);
 }
 
-/// The nearest folder that exists, at `path` or above it. It changes when a name is made in it.
+/// The nearest folder that exists, at `path` or above it: it changes when a name is made in it.
 std::string NearestFolder(std::string path) {
   while (path.size() > 1 && LookAtFolder(path).error != 0) path = FolderAbove(path);
   return path;
 }
 
-/// The text of the link at `path`; empty when none stands there.
+/// The text of the link at `path`; "" when no link stands there.
 std::string TargetOf(const std::string& path) {
   std::array<char, PATH_MAX> buffer = {};
   const auto size = readlink(path.c_str(), buffer.data(), buffer.size());
   return {buffer.data(), static_cast<std::size_t>(std::max<ssize_t>(size, 0))};
 }
 
-/// Collects what a target depends on.
+/// Collects what a target depends on. A place is the number of a folder that was asked for a file.
 class Dependencies {
  public:
   explicit Dependencies(const ReceiptBody& receipt) : body(receipt) {}
@@ -72,19 +73,21 @@ class Dependencies {
     }
   }
 
+  // Native paths; set by Collect.
   std::set<std::string> files;
   std::set<std::string> folders;
 
  private:
+  /// Adds the files of answers, and finds out how many places of each list matter.
   void AddAnswers() {
     reached.resize(body.Get().list_ends()->size());
     // Each folder of a recursive path may come to hold a new one.
     if (body.Get().path()->recursive()) reached[0] = body.ListAt(0).size();
     for (std::uint32_t at = 0; at < body.CountQuestions(); ++at) {
       const AskedQuestion question = body.QuestionAt(at);
-      if (question.place != kNone) files.insert(body.PathOf(question.place, question.file));
+      if (question.place != kNoPlace) files.insert(body.PathOf(question.place, question.file));
       std::size_t count = question.asked;
-      // With a single name, nothing new in the folder of the answer can hide the answer.
+      // Where a question tries a single name, nothing new in the folder of the answer can hide it.
       const bool isLast = count > 0 && body.ListAt(question.list)[count - 1] == question.place;
       if (isLast && body.ExtensionsOf(question.kind).size() <= 1) --count;
       reached[question.list] = std::max(reached[question.list], count);
@@ -104,14 +107,14 @@ class Dependencies {
   }
 
   const ReceiptBody& body;
-  std::vector<std::size_t> reached;  // of each list: how many places matter
+  std::vector<std::size_t> reached;  // of each list, how many places at its beginning matter
 };
 
 }  // namespace
 
 std::vector<ustring> WriteDepfile(std::ostream& stream, const ustring& target,
                                   const Receipt& receipt) {
-  // A line end stands for a target that has no bytes: neither has a spelling.
+  // A target that has no bytes is refused as a line end is: neither has a spelling.
   const auto spelledTarget = SpellingOf(BytesFromText(target).value_or("\n"));
   if (!spelledTarget || target.empty()) {
     throw std::invalid_argument("make and ninja cannot both read this name of a target");
@@ -119,9 +122,9 @@ std::vector<ustring> WriteDepfile(std::ostream& stream, const ustring& target,
   Dependencies needed(*receipt.body);
   needed.Collect();
   std::vector<ustring> unwritten;
-  std::string rules;  // empty ones, so that make goes on when a path is gone
+  std::string rules;  // without commands, so that make goes on when a path is gone
   stream << *spelledTarget << ':';
-  // Returns false when the path cannot be written.
+  // Adds a path to the rule; returns false when it has no spelling.
   const auto write = [&](const std::string& path) {
     const auto spelled = SpellingOf(path);
     if (!spelled) {

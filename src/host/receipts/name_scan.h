@@ -14,31 +14,36 @@
 
 namespace Corvane::PathManagement::host {
 
-/// One question, as far as single files matter to it.
+/// One question, as far as single files matter to it. A place is the number of a folder in the
+/// `ReceiptDraft`.
 struct ScannedQuestion {
-  std::uint32_t number = 0;
-  std::uint32_t list = 0;
-  std::size_t asked = 0;                    // how many places at the beginning of the list
-  std::vector<std::string> names = {};      // looked for in a place, the preferred one first
-  std::string methodFolder = {};            // its name, with "@"; "" when none can answer
-  std::optional<std::uint32_t> first = {};  // a place that is asked before the list
+  std::uint32_t number = 0;             // in the draft
+  std::uint32_t list = 0;               // the number of the list of places that it asks
+  std::size_t asked = 0;                // how many places at the beginning of the list
+  std::vector<std::string> names = {};  // looked for in a place, the preferred one first
+  // The name of a folder whose files answer to it, too: "@area" for "area"; "" when there is none.
+  std::string methodFolder = {};
+  // The private folder of the folder that asks; asked before the list.
+  std::optional<std::uint32_t> privateFolder = {};
 };
 
-/// Finds what an answer rests on besides folders: links and, where more than the presence of a file
-/// counts, every file. When a link's target or a file's rights change, their folder does not show
-/// it.
+/// Finds what an answer rests on besides folders: links and, where rights decide which files count,
+/// every file of the name. The time stamp of a folder does not show it when the target of a link or
+/// the rights of a file change.
 class NameScan {
  public:
   NameScan(ReceiptDraft& receiptDraft, LookupRules::Files countedFiles)
       : draft(receiptDraft), files(countedFiles) {}
 
-  /// Adds what it finds to the draft. Also adds the question to the uncertain ones, when what is
-  /// found does not lead to the answer that the draft has.
+  /// Adds what stands at the names of `question` in `list` to the draft, up to the answer. If that
+  /// does not lead to the answer that the draft has, also makes the question an uncertain one.
   void Run(const ScannedQuestion& question, AskedList& list);
 
  private:
-  /// Sorts as the search goes: position in the list, whether in a method folder, index of the name.
+  /// Sorts as the search goes: position in the list, whether in a method folder, index in
+  /// `ScannedQuestion::names`.
   using Order = std::tuple<std::ptrdiff_t, bool, std::size_t>;
+  /// What stood at a name.
   struct Seen {
     Order order;
     std::uint32_t place;
@@ -47,14 +52,14 @@ class NameScan {
 
   void Look(const ScannedQuestion& question, Order order, std::uint32_t place);
   void LookInMethodFolder(const ScannedQuestion& question, std::size_t position,
-                          std::uint32_t above);
+                          std::uint32_t place);
   [[nodiscard]] std::optional<Order> OrderOfAnswer(const ScannedQuestion& question,
                                                    const AskedList& list) const;
-  [[nodiscard]] bool LeadsTo(const ScannedQuestion& question, const std::optional<Order>& answer);
+  [[nodiscard]] bool AddUpTo(const std::optional<Order>& answer, const ScannedQuestion& question);
 
   ReceiptDraft& draft;
-  LookupRules::Files files;
-  std::vector<Seen> seen;
+  LookupRules::Files files;  // which files count
+  std::vector<Seen> seen;    // for the question of `Run`
 };
 
 }  // namespace Corvane::PathManagement::host

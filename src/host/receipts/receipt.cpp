@@ -17,6 +17,7 @@ namespace Corvane::PathManagement::host {
 
 namespace {
 
+/// A new entry for the folder with the number `place` in a receipt.
 std::shared_ptr<const FolderEntry> FolderAt(const ReceiptBody& body, std::uint32_t place) {
   const ustring path = TextFromBytes(body.PathAt(place));
   return FolderEntry::Create(foundation::storage::vfs::toAbsoluteIRI(u"file", path));
@@ -25,21 +26,21 @@ std::shared_ptr<const FolderEntry> FolderAt(const ReceiptBody& body, std::uint32
 /// Whether `now` is the file that a question was answered with.
 bool IsSame(const ReceiptBody& body, const AskedQuestion& question,
             const boost::optional<FoundItem>& now) {
-  if (!now || question.place == kNone) return !now && question.place == kNone;
+  if (!now || question.place == kNoPlace) return !now && question.place == kNoPlace;
   const PathItem& item = *now->GetPathItem();
   return BytesFromText(item.GetName() + item.GetExtension()) == question.file &&
          NativeBytes(now->GetPathEntry()->GetCanonicalAbsoluteIRI()) ==
              body.TextOf(body.PlaceAt(question.place).canonical());
 }
 
-/// Precondition: `question` is below the number of questions.
+/// `question` as receipts number questions. Precondition: it is below their count, so it fits.
 std::uint32_t Number(std::size_t question) { return static_cast<std::uint32_t>(question); }
 
 boost::optional<FoundItem> AskAgain(const Environment& environment, const Lookup& lookup) {
   try {
     return environment.Find(lookup);
   } catch (const current_working_folder::FailedToAbsolutizeException&) {
-    return boost::none;  // the folder that asks is gone
+    return boost::none;  // the folder that `lookup` asks from is gone
   }
 }
 
@@ -75,7 +76,7 @@ ustring Receipt::GetName(std::size_t at) const {
 
 std::optional<FoundItem> Receipt::GetAnswer(std::size_t at) const {
   const AskedQuestion question = body->QuestionAt(Number(at));
-  if (question.place == kNone) return std::nullopt;
+  if (question.place == kNoPlace) return std::nullopt;
   const auto folder = FolderAt(*body, question.place);
   return FoundItem(
       std::make_shared<const PathItem>(CreateItem(folder->GetAbsoluteIRI(), question.file)),
@@ -143,7 +144,7 @@ std::vector<NameChange> Receipt::Verify(const Environment& environment) const {
 /// Whether the path of the environment has the folders that it had when the receipt was made.
 bool Receipt::IsSamePath(const Environment& environment) const {
   const auto& folders = environment.view->GetFolderPath().GetMainFolders();
-  const auto places = body->ListAt(0);
+  const auto places = body->ListAt(0);  // those of the path
   return std::equal(folders.begin(), folders.end(), places.begin(), places.end(),
                     [this](const auto& folder, std::uint32_t place) {
                       return NativeBytes(folder->GetAbsoluteIRI()).value_or("/dev/null") ==

@@ -9,7 +9,7 @@ namespace Corvane::PathManagement::host {
 
 namespace {
 
-/// Collects what answers rest on.
+/// Collects what answers rest on. A place is the number of a folder that was asked for a file.
 class BasisCollector {
  public:
   explicit BasisCollector(const ReceiptBody& receipt)
@@ -27,12 +27,13 @@ class BasisCollector {
     basis.files.push_back(TextFromBytes(body.PathOf(place, name)));
   }
 
+  /// Adds the first `asked` places of a list.
   void AddList(std::uint32_t list, std::size_t asked) {
     for (const std::uint32_t place : body.ListAt(list).first(asked)) AddPlace(place);
   }
 
-  /// Adds what matters besides lists and answers, for each question of which isWanted(number) is
-  /// true; the number is `kNone` for what matters to the whole path.
+  /// Adds what else matters to the questions for whose numbers isWanted(number) is true; to the
+  /// whole path, if it is true for `kWholePath`. Returns all that was added.
   template <class IsWanted>
   [[nodiscard]] AnswerBasis Finish(const IsWanted& isWanted) {
     for (const auto* further : *body.Get().further()) {
@@ -46,16 +47,16 @@ class BasisCollector {
     return std::move(basis);
   }
 
-  /// Adds the file of the answer where more than its presence counts.
+  /// Adds the file of the answer where its rights decide whether it counts.
   void AddAnswer(const AskedQuestion& question) {
     const auto counted = static_cast<LookupRules::Files>(body.Get().path()->rules()->files());
-    if (question.place == kNone || counted == LookupRules::Files::Regular) return;
+    if (question.place == kNoPlace || counted == LookupRules::Files::Regular) return;
     AddFile(question.place, question.file);
   }
 
  private:
   const ReceiptBody& body;
-  std::vector<bool> isAdded;
+  std::vector<bool> isAdded;  // by place
   AnswerBasis basis;
 };
 
@@ -66,7 +67,8 @@ AnswerBasis Receipt::GetBasis(std::size_t at) const {
   BasisCollector collector(*body);
   collector.AddList(question.list, question.asked);
   collector.AddAnswer(question);
-  return collector.Finish([at](std::uint32_t number) { return number == at || number == kNone; });
+  return collector.Finish(
+      [at](std::uint32_t number) { return number == at || number == kWholePath; });
 }
 
 AnswerBasis Receipt::GetBasis() const {

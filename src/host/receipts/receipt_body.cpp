@@ -15,7 +15,7 @@ namespace Corvane::PathManagement::host {
 
 namespace {
 
-constexpr flatbuffers::uoffset_t kDeepestTables = 8;  // nested tables; the format has two
+constexpr flatbuffers::uoffset_t kDeepestTables = 8;  // of nested tables; the format has two
 
 [[noreturn]] void RefuseReceipt(const std::string& why) {
   throw InvalidListingException("it is malformed: " + why);
@@ -50,7 +50,7 @@ class ReceiptContentCheck {
     CheckLists();
     CheckQuestions();
     CheckExceptions();
-    CheckWhatElse();
+    CheckFurtherAndFiles();
   }
 
  private:
@@ -74,7 +74,7 @@ class ReceiptContentCheck {
     }
   }
 
-  /// Checks a path of which a location is made.
+  /// Checks that a path can be that of a location.
   void CheckLocation(const receipts::Text& path) const {
     const std::string_view bytes = ViewOf(receipt, path);
     if (!bytes.starts_with('/') || bytes.find('\0') != bytes.npos)
@@ -121,6 +121,7 @@ class ReceiptContentCheck {
     for (const std::uint32_t place : *receipt.listed()) CheckPlace(place);
   }
 
+  /// Checks the end of the next list, where `end` is that of the list before, and goes on to it.
   static void CheckEnd(std::uint32_t& end, std::uint32_t next, std::uint32_t size) {
     if (next < end || next > size) RefuseReceipt("a list ends where it should not");
     end = next;
@@ -133,7 +134,8 @@ class ReceiptContentCheck {
   /// There may be a great many questions, so faults are reported after each loop, not within it.
   void CheckQuestions() const {
     const auto& ends = *receipt.name_ends();
-    std::uint32_t misfits = 0;  // a number, so that compilers compare several at once
+    // Counted, so that compilers compare several ends at once.
+    std::uint32_t misfits = 0;
     for (std::uint32_t at = 1; at < ends.size(); ++at) {
       misfits += ends.Get(at - 1) > ends.Get(at) ? 1U : 0U;
     }
@@ -146,7 +148,8 @@ class ReceiptContentCheck {
     CheckRuns();
   }
 
-  /// Reports faults of questions after each run.
+  /// Checks which list each question asks, and how much of it. Reports faults of questions after
+  /// each run.
   void CheckRuns() const {
     const auto& asked = *receipt.asked();
     std::uint32_t begin = 0;
@@ -170,10 +173,11 @@ class ReceiptContentCheck {
       CheckQuestion(exception->question());
       if (exception->question() < next) RefuseReceipt("exceptions are not in order");
       next = exception->question() + 1;
+      // The runs reach to the last question: see CheckRuns.
       while (receipt.runs()->Get(run)->end() < next) ++run;
       const auto list = receipt.runs()->Get(run)->list();
       if (exception->asked() > listSizes[list]) RefuseReceipt("a list is too short");
-      if (exception->place() != kNone) CheckPlace(exception->place());
+      if (exception->place() != kNoPlace) CheckPlace(exception->place());
       if (exception->kind() >= receipt.kinds()->size()) {
         RefuseReceipt("it is not said how a name was asked");
       }
@@ -185,9 +189,10 @@ class ReceiptContentCheck {
     if (question >= receipt.asked()->size()) RefuseReceipt("a question is not in the file");
   }
 
-  void CheckWhatElse() {
+  /// Checks what answers rest on besides lists.
+  void CheckFurtherAndFiles() {
     const auto check = [&](const auto& about) {
-      if (about.question() != kNone) CheckQuestion(about.question());
+      if (about.question() != kWholePath) CheckQuestion(about.question());
       CheckPlace(about.place());
     };
     for (const auto* further : *receipt.further()) check(*further);
@@ -202,8 +207,8 @@ class ReceiptContentCheck {
   }
 
   const receipts::Receipt& receipt;
-  std::size_t bytesLeft;  // of texts that may still be referred to
-  std::vector<std::uint32_t> listSizes;
+  std::size_t bytesLeft;                 // of texts that may still be referred to
+  std::vector<std::uint32_t> listSizes;  // of each list, how many places it has
 };
 
 }  // namespace
@@ -254,8 +259,8 @@ AskedQuestion ReceiptBody::QuestionAt(std::uint32_t question) const {
             number,
             exception->asked()};
   }
-  if (asked == 0) {
-    return {name, {}, kNone, 0, number, static_cast<std::uint32_t>(list.size())};
+  if (asked == 0) {  // the whole list, without an answer
+    return {name, {}, kNoPlace, 0, number, static_cast<std::uint32_t>(list.size())};
   }
   return {name, lastPart, list[asked - 1], 0, number, asked};
 }

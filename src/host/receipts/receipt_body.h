@@ -12,20 +12,25 @@
 
 namespace Corvane::PathManagement::host {
 
-/// Instead of a place: there is no answer. Instead of a question: the whole path is concerned.
-inline constexpr std::uint32_t kNone = std::numeric_limits<std::uint32_t>::max();
+// A receipt refers to what it holds by number. A place is the number of a folder that was asked for
+// a file, whether or not the folder exists; a question is that of a name that was looked up.
 
-/// A question of a receipt. Views the receipt.
+/// Instead of a place: there is no answer.
+inline constexpr std::uint32_t kNoPlace = std::numeric_limits<std::uint32_t>::max();
+/// Instead of a question: the whole path is concerned.
+inline constexpr std::uint32_t kWholePath = std::numeric_limits<std::uint32_t>::max();
+
+/// A question of a receipt, and its answer. Views the receipt.
 struct AskedQuestion {
   std::string_view name;
-  std::string_view file;  // of the answer; its name in the folder
-  std::uint32_t place;    // of the answer; kNone when there is none
-  std::uint32_t kind;
-  std::uint32_t list;
-  std::uint32_t asked;  // how many places at the beginning of the list
+  std::string_view file;  // the answer's name in its folder; means nothing without an answer
+  std::uint32_t place;    // the folder of the answer; kNoPlace when there is no answer
+  std::uint32_t kind;     // how the name was asked for; an index in Receipt.kinds
+  std::uint32_t list;     // the number of the list of places that was asked
+  std::uint32_t asked;    // how many places at the beginning of that list were asked
 };
 
-/// The verified content of a receipt.
+/// The verified content of a receipt: every number in it refers to something that it holds.
 ///
 /// Threads: immutable.
 class ReceiptBody {
@@ -33,6 +38,7 @@ class ReceiptBody {
   /// Errors: `InvalidListingException` when `content` is malformed.
   explicit ReceiptBody(ListingBody content);
 
+  /// The tables as they are saved; no field is null.
   [[nodiscard]] const receipts::Receipt& Get() const noexcept { return *receipt; }
   [[nodiscard]] std::string_view Bytes() const noexcept { return {body.bytes.get(), body.size}; }
 

@@ -18,11 +18,10 @@ namespace Corvane::PathManagement::host {
 
 namespace {
 
-// How many places in one folder make it worth opening, and how many of them one thread takes.
-constexpr std::uint32_t kFewestNeighbours = 4;
-constexpr std::uint32_t kMostNeighbours = 64;
+constexpr std::uint32_t kFewestNeighbours = 4;  // places in one folder that make it worth opening
+constexpr std::uint32_t kMostNeighbours = 64;   // that one thread takes at a time
 
-/// The folder in an absolute path, with the separator at its end.
+/// An absolute path without its last part, but with the separator before that.
 std::string_view FolderPart(std::string_view path) {
   path.remove_suffix(LastPart(path).size());
   return path;
@@ -32,8 +31,8 @@ std::string_view FolderPart(std::string_view path) {
 
 ReceiptCheck::ReceiptCheck(const ReceiptBody& receipt)
     : body(receipt),
-      all(receipt.Get().rights() != RightsOfProcess() || HasWayChanged()),
-      path(receipt.Get().path()->uncertain()),
+      concernsAll(receipt.Get().rights() != RightsOfProcess() || HasWayChanged()),
+      concernsPath(receipt.Get().path()->uncertain()),
       changedPlaces(receipt.Get().places()->size()) {
   CheckPlaces();
   CheckLists();
@@ -41,8 +40,8 @@ ReceiptCheck::ReceiptCheck(const ReceiptBody& receipt)
   CheckAnswers();
 }
 
-/// Places in the same folder that follow one another are asked for relative to that folder: when
-/// they are asked for by path, the way to it costs most.
+/// Compares the places with what the disk has now. Places that follow one another and are in the
+/// same folder are asked for relative to it: with whole paths, the way to it would cost most.
 void ReceiptCheck::CheckPlaces() {
   const std::uint32_t count = body.Get().places()->size();
   std::vector<std::uint32_t> ends;
@@ -57,16 +56,17 @@ void ReceiptCheck::CheckPlaces() {
                     [&](std::size_t at) { CheckNeighbours(at == 0 ? 0 : ends[at - 1], ends[at]); });
 }
 
+/// Checks the places from `begin` up to `end`, which are all in one folder.
 void ReceiptCheck::CheckNeighbours(std::uint32_t begin, std::uint32_t end) {
   const std::int64_t timeout = body.Get().path()->timeout();
   DiskPatience::Limit limit;
   if (timeout >= 0) limit = std::chrono::milliseconds(timeout);
   Descriptor folder(-1);
-  // Opening it may take any time, so not where there is a limit.
+  // Opening the folder may take any time, so with a limit it is not opened.
   if (!limit && end - begin >= kFewestNeighbours) {
     folder = OpenPath(std::string(FolderPart(body.PathAt(begin))), O_PATH | O_DIRECTORY);
   }
-  std::string name;  // out here to use its memory again
+  std::string name;  // outside the loop, which then uses its memory again
   for (std::uint32_t number = begin; number < end; ++number) {
     const std::string_view place = body.PathAt(number);
     if (folder.IsOpen()) {
@@ -94,10 +94,11 @@ void ReceiptCheck::CheckLists() {
     const auto found = std::find_if(places.begin(), places.end(),
                                     [&](std::uint32_t place) { return changedPlaces[place] != 0; });
     firstChanged.push_back(static_cast<std::size_t>(found - places.begin()));
-    any = any || found != places.end();
+    concernsAny = concernsAny || found != places.end();
   }
-  // A changed folder may hold a new one, which is on a recursive path as well.
-  path = path || (body.Get().path()->recursive() && firstChanged[0] < body.ListAt(0).size());
+  // A changed folder of a recursive path may hold a new one, which is then on the path as well.
+  concernsPath =
+      concernsPath || (body.Get().path()->recursive() && firstChanged[0] < body.ListAt(0).size());
 }
 
 /// Checks what questions rest on besides their lists.
@@ -105,8 +106,8 @@ void ReceiptCheck::CheckFiles() {
   for (const std::uint32_t question : *body.Get().uncertain()) Mark(question);
   for (const auto* further : *body.Get().further()) {
     if (changedPlaces[further->place()] == 0) continue;
-    if (further->question() == kNone) {
-      all = true;
+    if (further->question() == kWholePath) {
+      concernsAll = true;
     } else {
       Mark(further->question());
     }
@@ -116,26 +117,28 @@ void ReceiptCheck::CheckFiles() {
     const auto standing =
         LookAtFile(body.PathOf(file->place(), body.TextOf(file->name())), counted);
     if (static_cast<std::uint8_t>(standing) == file->standing()) continue;
-    if (file->question() == kNone) {
-      path = true;
+    if (file->question() == kWholePath) {
+      concernsPath = true;
     } else {
       Mark(file->question());
     }
   }
 }
 
-/// Checks the files of answers: their rights may change without a change of the folder.
+/// Checks the files of answers where rights decide which files count: these may change without a
+/// change of the folder.
 void ReceiptCheck::CheckAnswers() {
   const auto counted = static_cast<LookupRules::Files>(body.Get().path()->rules()->files());
   if (counted == LookupRules::Files::Regular) return;
   for (std::uint32_t number = 0; number < body.CountQuestions(); ++number) {
     const AskedQuestion question = body.QuestionAt(number);
-    if (question.place == kNone) continue;
+    if (question.place == kNoPlace) continue;
     const std::string file = body.PathOf(question.place, question.file);
     if (LookAtFile(file, counted) != Standing::Counts) Mark(number);
   }
 }
 
+/// Whether links lead elsewhere than they did.
 bool ReceiptCheck::HasWayChanged() const {
   LinkResolver links;
   return std::any_of(body.Get().ways()->begin(), body.Get().ways()->end(), [&](const auto* way) {
@@ -144,10 +147,11 @@ bool ReceiptCheck::HasWayChanged() const {
   });
 }
 
+/// Notes that a question is to be asked again.
 void ReceiptCheck::Mark(std::uint32_t question) {
   changedQuestions.resize(body.CountQuestions());
   changedQuestions[question] = true;
-  any = true;
+  concernsAny = true;
 }
 
 bool ReceiptCheck::Concerns(std::uint32_t question) const {

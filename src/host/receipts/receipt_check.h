@@ -10,20 +10,23 @@
 
 namespace Corvane::PathManagement::host {
 
-/// Which answers of a receipt rest on something that has changed since, or may have.
+/// Which answers of a receipt rest on something that has changed since, or may have. A place is the
+/// number of a folder that was asked for a file.
 class ReceiptCheck {
  public:
   /// Asks the disk. Precondition: `receipt` outlives this object.
   explicit ReceiptCheck(const ReceiptBody& receipt);
 
   /// Whether nothing has changed.
-  [[nodiscard]] bool IsFresh() const noexcept { return !all && !path && !any; }
+  [[nodiscard]] bool IsFresh() const noexcept {
+    return !concernsAll && !concernsPath && !concernsAny;
+  }
   /// Whether all questions are to be asked again.
-  [[nodiscard]] bool ConcernsAll() const noexcept { return all; }
+  [[nodiscard]] bool ConcernsAll() const noexcept { return concernsAll; }
   /// Whether other folders may be on the path now. If they are, all questions are to be asked
   /// again.
-  [[nodiscard]] bool ConcernsPath() const noexcept { return path; }
-  /// Whether the question is to be asked again for a reason of its own, beside the two above.
+  [[nodiscard]] bool ConcernsPath() const noexcept { return concernsPath; }
+  /// Whether the question is to be asked again even if neither of these two is true.
   [[nodiscard]] bool Concerns(std::uint32_t question) const;
 
  private:
@@ -37,9 +40,9 @@ class ReceiptCheck {
   void Mark(std::uint32_t question);
 
   const ReceiptBody& body;
-  bool all;
-  bool path;
-  bool any = false;                         // whether a list or a question has changed
+  bool concernsAll;
+  bool concernsPath;
+  bool concernsAny = false;                 // whether a list or a question has changed
   std::vector<std::uint8_t> changedPlaces;  // of each place: 1 if changed; bytes, for threads
   std::vector<std::size_t> firstChanged;    // of each list: the first changed position, or its size
   std::vector<bool> changedQuestions;  // for other reasons than lists; empty when there are none

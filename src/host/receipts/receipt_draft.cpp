@@ -22,11 +22,13 @@ namespace {
 constexpr std::chrono::nanoseconds kSecond = std::chrono::seconds(1);
 constexpr std::chrono::nanoseconds kCoarseGrain = 2 * kSecond;  // of times in some file systems
 
-/// Whether any change since `begun` shows in what is seen now. When a modification time has been
-/// set back, only the change time shows that, so it must be early enough, too.
+/// Whether any change of a folder since `begun` would show in `sight`, which was taken after that.
+/// When a modification time has been set back, only the change time shows that, so it must be early
+/// enough, too.
 bool IsCertain(const FolderSight& sight, std::chrono::nanoseconds begun) {
+  // Other errors, such as a missing right, say nothing about what is there.
   if (sight.error != 0) return sight.error == ENOENT || sight.error == ENOTDIR;
-  // Whole seconds may be all that the file system keeps.
+  // A time in whole seconds may come from a file system that keeps no finer ones.
   const bool isCoarse = sight.stamp.changed % kSecond.count() == 0;
   return sight.stamp.modified <= (begun - kCoarseGrain).count() &&
          (isCoarse ? sight.stamp.changed <= (begun - kCoarseGrain).count()
@@ -77,12 +79,12 @@ std::uint32_t ReceiptDraft::AddPlace(std::string_view path) {
   return place;
 }
 
-/// Keeps only the places that questions have reached, and numbers them anew.
+/// Keeps only the places that questions have asked or that answers rest on, and numbers them anew.
 void ReceiptDraft::DropIdlePlaces() {
-  std::vector<std::uint32_t> numbers(paths.size(), kNone);
+  std::vector<std::uint32_t> numbers(paths.size(), kNoPlace);  // the new ones, by old number
   std::deque<std::string> kept;
   const auto keep = [&](std::uint32_t place) {
-    if (numbers[place] == kNone) {
+    if (numbers[place] == kNoPlace) {
       numbers[place] = static_cast<std::uint32_t>(kept.size());
       kept.push_back(std::move(paths[place]));
     }
@@ -93,7 +95,7 @@ void ReceiptDraft::DropIdlePlaces() {
     for (std::uint32_t& place : list.places) place = keep(place);
   }
   for (auto& question : questions) {
-    if (question.place != kNone) question.place = keep(question.place);
+    if (question.place != kNoPlace) question.place = keep(question.place);
   }
   for (auto& about : further) about = {about.question(), keep(about.place())};
   for (auto& file : files) {
@@ -106,6 +108,7 @@ void ReceiptDraft::DropIdlePlaces() {
   }
 }
 
+/// Finds out what is at the places and where they lead, waiting for each up to `limit`.
 void ReceiptDraft::LookAtPlaces(DiskPatience::Limit limit,
                                 std::chrono::system_clock::time_point begun) {
   std::vector<FolderSight> sights(paths.size());
@@ -115,6 +118,7 @@ void ReceiptDraft::LookAtPlaces(DiskPatience::Limit limit,
     const std::string& path = paths[place];
     const auto sight = DiskPatience(limit).Ask([path] { return LookAtFolder(path); });
     sights[place] = sight.value_or(FolderSight{.error = ETIMEDOUT});
+    // Where the disk has not answered in time, links are not resolved: that has no time limit.
     canonical[place] = sight ? WithoutLinks(links, path) : path;
   });
   for (std::size_t place = 0; place < paths.size(); ++place) {
@@ -130,13 +134,14 @@ void ReceiptDraft::LookAtPlaces(DiskPatience::Limit limit,
   }
 }
 
-/// The text of `target`, where `path` leads; mostly that is `path` itself, and is not added again.
+/// The text of `target`, to which `path` leads. Mostly both are the same; the text is then
+/// not added again.
 receipts::Text ReceiptDraft::AddTarget(const receipts::Text& path, const std::string& target) {
   return TextOf(path) == target ? path : AddText(std::string_view(target));
 }
 
-/// The paths whose links decide where places lead: the folders that hold places, and the places
-/// whose canonical path differs from their own.
+/// The paths whose links decide where places lead: the folder above each place, and places whose
+/// canonical path is not their own.
 std::set<std::string> ReceiptDraft::FindWays(const std::vector<std::string>& canonical) const {
   std::set<std::string> found;
   for (std::size_t place = 0; place < paths.size(); ++place) {
@@ -147,8 +152,8 @@ std::set<std::string> ReceiptDraft::FindWays(const std::vector<std::string>& can
   return found;
 }
 
-/// Usual questions are of the first kind, and are answered either with the file of that name in the
-/// last place asked, or not at all. All others are exceptions.
+/// A usual question is of the first kind. Either its answer is the file of that name in the last
+/// place asked, or the whole list was asked in vain. All other questions are exceptions.
 ReceiptDraft::Written ReceiptDraft::WriteQuestions() const {
   Written written;
   written.nameEnds.reserve(questions.size());
@@ -156,7 +161,7 @@ ReceiptDraft::Written ReceiptDraft::WriteQuestions() const {
   for (const Question& question : questions) {
     const auto number = static_cast<std::uint32_t>(written.asked.size());
     const auto& list = lists[question.list].places;
-    const bool isAnswered = question.place != kNone;
+    const bool isAnswered = question.place != kNoPlace;
     const bool endsAsUsual = isAnswered
                                  ? question.asked > 0 && list[question.asked - 1] == question.place
                                  : question.asked == list.size();
@@ -166,6 +171,7 @@ ReceiptDraft::Written ReceiptDraft::WriteQuestions() const {
     }
     written.nameEnds.push_back(question.nameEnd);
     written.asked.push_back(isAnswered && endsAsUsual ? question.asked : 0);
+    // The run of the question before may go on: a longer one then replaces it.
     const bool goesOn = !written.runs.empty() && written.runs.back().list() == question.list;
     if (goesOn) written.runs.pop_back();
     written.runs.emplace_back(number + 1, question.list);
@@ -219,7 +225,7 @@ std::shared_ptr<const ReceiptBody> ReceiptDraft::Finish(
   }
   flatbuffers::FlatBufferBuilder builder(texts.size() + names.size() +
                                          questions.size() * 2 * sizeof(std::uint32_t));
-  const auto path = WritePath(builder, options);
+  const auto path = WritePath(builder, options);  // adds the last texts; they are saved next
   const auto write = [&](const std::string& bytes) {
     return builder.CreateVector(reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size());
   };

@@ -19,8 +19,8 @@ namespace Corvane::PathManagement::host {
 
 namespace {
 
-/// The lengths of the names of files and folders that may decide a question; all lengths when it
-/// would take the names themselves to know.
+/// The lengths of the names of files and folders that may decide a question. All lengths, when only
+/// the names themselves would tell.
 NameLengths LengthsOf(const Lookup& lookup) {
   const std::u16string_view file = LastPart(lookup.name);
   const bool isAscii =
@@ -28,7 +28,7 @@ NameLengths LengthsOf(const Lookup& lookup) {
   NameLengths lengths;
   if (lookup.extensions.empty() && isAscii) {
     lengths.Add(file.size());
-    lengths.Add(file.size() + 1);  // a method folder, which begins with "@"
+    lengths.Add(file.size() + 1);  // the method folder: "@area" for "area"
   } else {
     lengths.AddAll();
   }
@@ -42,6 +42,7 @@ bool IsSameKind(const Lookup& left, const Lookup& right) {
 
 }  // namespace
 
+/// A place is the number of a folder in the draft.
 class ReceiptRecorder::State {
  public:
   explicit State(const Environment& asked)
@@ -66,16 +67,16 @@ class ReceiptRecorder::State {
   ReceiptDraft draft;
   AskedLists lists;
   NameScan scan;
-  std::vector<Lookup> kinds;  // without names
+  std::vector<Lookup> kinds;  // as in draft.kinds; without names
   boost::unordered_flat_map<std::shared_ptr<const IPathEntry>, std::uint32_t> placesOfEntries;
-  std::vector<ScannedQuestion> pending;  // whose folders were not listed when they were asked
+  std::vector<ScannedQuestion> pending;  // whose folders were not listed yet; scanned at the end
 };
 
 void ReceiptRecorder::State::Add(const Lookup& lookup, const boost::optional<FoundItem>& answer) {
   const std::uint32_t kind = KindOf(lookup);
   const QuestionScope scope = lists.ScopeOf(lookup, kind);
   AskedList& list = lists.At(scope.list);
-  const std::uint32_t place = answer ? PlaceOf(*answer) : kNone;
+  const std::uint32_t place = answer ? PlaceOf(*answer) : kNoPlace;
   const auto number = static_cast<std::uint32_t>(draft.questions.size());
   const std::size_t asked =
       answer && !scope.asksAll ? CountAsked(list, place) : list.GetPlaces().size();
@@ -89,9 +90,9 @@ void ReceiptRecorder::State::Add(const Lookup& lookup, const boost::optional<Fou
   for (const std::uint32_t further : scope.further) draft.further.emplace_back(number, further);
   if (!scope.isCertain) {
     draft.uncertain.push_back(number);
-  } else if (scope.first || list.MayHoldAnyOf(LengthsOf(lookup))) {
+  } else if (scope.privateFolder || list.MayHoldAnyOf(LengthsOf(lookup))) {
     ScannedQuestion question{
-        .number = number, .list = scope.list, .asked = asked, .first = scope.first};
+        .number = number, .list = scope.list, .asked = asked, .privateFolder = scope.privateFolder};
     lists.SetNames(lookup, question);
     if (list.IsListed()) {
       scan.Run(question, list);
@@ -102,6 +103,7 @@ void ReceiptRecorder::State::Add(const Lookup& lookup, const boost::optional<Fou
 }
 
 std::uint32_t ReceiptRecorder::State::KindOf(const Lookup& lookup) {
+  // From the end: most questions are of the kind of the one before.
   const auto known = std::find_if(kinds.rbegin(), kinds.rend(),
                                   [&](const Lookup& kind) { return IsSameKind(kind, lookup); });
   if (known != kinds.rend()) return static_cast<std::uint32_t>(kinds.rend() - known - 1);
@@ -128,17 +130,17 @@ std::uint32_t ReceiptRecorder::State::PlaceOf(const FoundItem& file) {
   return known->second;
 }
 
-/// The name of the file in its folder; empty when it is the last part of the name that was asked for.
+/// The name of the file in its folder; empty when it is the last part of the name in `lookup`.
 receipts::Text ReceiptRecorder::State::FileOf(const FoundItem& file, const Lookup& lookup) {
-  // In this case the two names are equal; comparing them would take as long as the rest of `Add`.
+  // Then the names are equal; comparing them would take as long as the rest of `Add`.
   if (lookup.extensions.empty() && lookup.policy != FilenameMatchingPolicy::IgnoreCase) return {};
   const PathItem& item = *file.GetPathItem();
   const ustring name = item.GetName() + item.GetExtension();
   return name == LastPart(lookup.name) ? receipts::Text() : draft.AddText(name);
 }
 
-/// How many places were asked up to the answer. An answer in a method folder is found at the folder
-/// above that.
+/// How many places of `list` were asked up to the place `answer`. When that is a method folder such
+/// as "@area", which is in no list, the folder above was the last one.
 std::size_t ReceiptRecorder::State::CountAsked(const AskedList& list, std::uint32_t answer) const {
   const std::size_t size = list.GetPlaces().size();
   std::size_t position = list.PositionOf(answer);
@@ -158,7 +160,8 @@ void ReceiptRecorder::State::NotePath() {
   for (const ustring& folder : options.without) {
     try {
       const AbsoluteIRI hidden = environment.workingFolder.Locate(folder);
-      draft.further.emplace_back(kNone, draft.AddPlace(NativeBytes(hidden).value_or("/dev/null")));
+      draft.further.emplace_back(kWholePath,
+                                 draft.AddPlace(NativeBytes(hidden).value_or("/dev/null")));
     } catch (const current_working_folder::FailedToAbsolutizeException&) {
       draft.pathIsUncertain = true;
     }
@@ -184,7 +187,7 @@ void ReceiptRecorder::State::NoteLinks(std::uint32_t place, const FolderListing&
     if ((standing == Standing::Folder) != (link.target == LinkTarget::Folder)) {
       draft.pathIsUncertain = true;  // the link has changed since it was listed
     }
-    draft.files.emplace_back(kNone, place, draft.AddText(std::string_view(link.name)),
+    draft.files.emplace_back(kWholePath, place, draft.AddText(std::string_view(link.name)),
                              static_cast<std::uint8_t>(standing));
   }
 }
@@ -195,7 +198,7 @@ EnvironmentOptions ReceiptRecorder::State::OptionsAnywhere() const {
   try {
     options.workingFolder = environment.workingFolder.Locate(u".");
   } catch (const current_working_folder::FailedToAbsolutizeException&) {
-    options.workingFolder.reset();  // there is none, so nothing is below it
+    options.workingFolder.reset();  // there is none, so no relative folder has been found
   }
   return options;
 }

@@ -25,7 +25,7 @@ std::string WithoutLinks(LinkResolver& links, const std::string& path) {
   try {
     return links.Resolve(path).bytes;
   } catch (const foundation::storage::vfs::Exception&) {
-    return path;  // a loop: nothing is found behind it, whatever it is called
+    return path;  // a loop of links: whatever the path is called, nothing is found there
   }
 }
 

@@ -8,14 +8,14 @@
 
 namespace Corvane::PathManagement::host {
 
-// What decides which files a path has, but does not show in its folders.
+// What decides which files a path has, but does not show in the folders of the path.
 
 using foundation::storage::vfs::detail::LinkResolver;
 
 /// A hash of the effective user and the groups of this process, which decide what it may search.
 [[nodiscard]] std::uint64_t RightsOfProcess();
 
-/// `path` as `links` resolves it; `path` itself where that fails.
+/// `path` with all links resolved by `links`; `path` itself where that fails.
 [[nodiscard]] std::string WithoutLinks(LinkResolver& links, const std::string& path);
 
 }  // namespace Corvane::PathManagement::host
