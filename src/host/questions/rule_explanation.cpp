@@ -35,7 +35,7 @@ class RuleExplainer {
   RuleExplainer(const RuledPath& ruledPath, const RuledPath::Target& target)
       : path(ruledPath),
         names(RuledPath::NamesOf(target)),
-        namesOneFile(path.IsThatFile(target.GetName())),
+        namesOneFile(path.SaysWhichFile(target.GetName())),
         filter(path.GetView()) {}
 
   Explanation Run(const std::vector<Place>& places) {
@@ -77,7 +77,7 @@ class RuleExplainer {
       asked.hider = *hider;
       return true;
     }
-    const auto first = filter.FindFirst(place);  // which also remembers the place
+    const auto first = filter.Remember(place);
     if (first == place.folder) return false;
     asked.outcome = FolderOutcome::DroppedAsRepeat;
     asked.repeated = first;

@@ -180,7 +180,7 @@ std::uint32_t AskedLists::MakeListByRules(const Lookup& lookup, const std::strin
   std::vector<std::uint32_t> places;
   for (const auto& place : ruled->FindPlaces(target, asker)) places.push_back(add(place));
   // Only for questions that ask nothing but the path, its look-up has the listings.
-  const bool isOnPathAlone = !asker.from && !asker.after && !ruled->IsThatFile(lookup.name);
+  const bool isOnPathAlone = !asker.from && !asker.after && !ruled->SaysWhichFile(lookup.name);
   return Add(std::move(places), isOnPathAlone ? ListingsBelow(name) : AskedList::Listings());
 }
 

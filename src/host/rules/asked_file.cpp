@@ -12,13 +12,14 @@ namespace {
 
 using Files = LookupRules::Files;
 
-/// The arguments by which `fstatat` and `faccessat` know a file.
-struct Asked {
+/// A file, by the arguments with which `fstatat` and `faccessat` are called for it.
+struct FileAt {
   int folder;
   const char* path;
   int flags;
 
-  [[nodiscard]] bool MayBeUsed(int right) const {
+  /// Whether this process has the right: R_OK, W_OK or X_OK.
+  [[nodiscard]] bool Grants(int right) const {
     return faccessat(folder, path, right, AT_EACCESS | flags) == 0;
   }
 };
@@ -27,19 +28,20 @@ Standing StandingOfFailure(int error) {
   return error == ENOENT || error == ENOTDIR ? Standing::Absent : Standing::NotReachable;
 }
 
-Standing LookAt(const Asked& asked, Files files) {
+Standing LookAt(const FileAt& file, Files files) {
   struct stat status = {};
-  if (fstatat(asked.folder, asked.path, &status, asked.flags) != 0) return StandingOfFailure(errno);
+  if (fstatat(file.folder, file.path, &status, file.flags) != 0) return StandingOfFailure(errno);
   if (S_ISDIR(status.st_mode)) {
-    // Compilers open a folder like a file before they see what it is.
-    return files == Files::Readable && !asked.MayBeUsed(R_OK) ? Standing::NotReadable
-                                                              : Standing::Folder;
+    // Compilers open a folder like a file before they see what it is, so one that they may not open
+    // ends their search like a file.
+    return files == Files::Readable && !file.Grants(R_OK) ? Standing::NotReadable
+                                                          : Standing::Folder;
   }
   if (!MayCount(status.st_mode, files)) {
     return files == Files::Readable ? Standing::NotReadable : Standing::OtherType;
   }
-  if (files == Files::Readable && !asked.MayBeUsed(R_OK)) return Standing::NotReadable;
-  if (files == Files::Executable && !asked.MayBeUsed(X_OK)) return Standing::NotExecutable;
+  if (files == Files::Readable && !file.Grants(R_OK)) return Standing::NotReadable;
+  if (files == Files::Executable && !file.Grants(X_OK)) return Standing::NotExecutable;
   return Standing::Counts;
 }
 
@@ -51,11 +53,11 @@ bool MayCount(mode_t mode, Files files) noexcept {
 }
 
 Standing LookAtFile(const std::string& path, Files files) {
-  return LookAt({AT_FDCWD, path.c_str(), 0}, files);
+  return LookAt({.folder = AT_FDCWD, .path = path.c_str(), .flags = 0}, files);
 }
 
 Standing LookAtFile(int descriptor, Files files) {
-  return LookAt({descriptor, "", AT_EMPTY_PATH}, files);
+  return LookAt({.folder = descriptor, .path = "", .flags = AT_EMPTY_PATH}, files);
 }
 
 bool IsBrokenLink(const std::string& path) {

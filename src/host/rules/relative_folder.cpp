@@ -15,10 +15,11 @@ namespace {
 using current_working_folder::AbsolutizeError;
 using Match = RelativeFolder::Match;
 
-constexpr unsigned kMostSingleLooks = 8;
-constexpr std::size_t kFewRoots = 8;  // listing them with several threads would not pay
+constexpr unsigned kMostSingleLooks = 8;  // questions before the folders are listed
+constexpr std::size_t kFewRoots = 8;      // to list no more than these, several threads do not pay
 
-// What a record holds for an answer without a file: no file counts, or the search ended first.
+// What a record holds for an answer without a file, known by its address: no file was found, or the
+// search ended before one was.
 const Match& NoMatch() {
   static const Match none{0, FoundItem(nullptr, nullptr)};
   return none;
@@ -82,6 +83,7 @@ void RelativeFolder::List() {
   const std::lock_guard lock(mutex);
   if (isListed.load(std::memory_order_relaxed)) return;
   const auto list = [&](std::size_t root) {
+    // A root about which the disk has not answered in time is not asked again.
     if (!StateOf(*roots.GetFolders()[root]).IsGivenUp()) StateOf(*entries[root]).List();
   };
   // Makes the entries, before several threads use them.
@@ -93,7 +95,7 @@ void RelativeFolder::List() {
   }
   for (std::size_t root = 0; root < roots.size(); ++root) AddToTable(root);
   for (const auto& [asked, sight] : seen) {
-    // What was seen stays so whatever the listing has: the name is looked for from this root on.
+    // An earlier answer stays whatever the listings have, so its root is asked, too.
     const auto [known, isNew] = table.emplace(asked.first, nullptr);
     if (isNew) known->second = &records.emplace_back(asked.second);
     known->second->firstRoot = std::min(known->second->firstRoot, asked.second);
@@ -112,6 +114,7 @@ void RelativeFolder::AddToTable(std::size_t root) {
     return;
   }
   const std::string path = roots.PathOf(root, name);
+  // A listing that is not complete, or that names files in a folder that may not be searched.
   if (listing.problem || faccessat(AT_FDCWD, path.c_str(), X_OK, AT_EACCESS) != 0) {
     unlisted.push_back(root);
     return;
@@ -123,8 +126,8 @@ void RelativeFolder::AddToTable(std::size_t root) {
   if (files == LookupRules::Files::Readable) LookAtOtherNames(root, listing);
 }
 
-/// Looks at names that are no files in the listing, but may count or end the search: devices, pipes,
-/// folders that may not be opened.
+/// Looks at names that are no files in the listing, but may count or end the search: devices,
+/// pipes, folders that may not be opened. `List` adds the names that were seen to the table.
 void RelativeFolder::LookAtOtherNames(std::size_t root, const FolderListing& listing) {
   const auto look = [&](const std::string& file) { static_cast<void>(LookInLocked(root, file)); };
   for (const auto& link : listing.links) {
@@ -164,7 +167,7 @@ RelativeFolder::Sight RelativeFolder::LookInLocked(std::size_t root, std::string
   if (const auto known = seen.find(key); known != seen.end()) return known->second;
   Sight sight{FindStanding(root, file), nullptr};
   if (sight.standing == Standing::Counts) sight.match = &Keep(root, file);
-  // What a listing shows to be absent need not be kept.
+  // A listing goes on showing what is absent, so that is not kept.
   const bool isAbsentInListing =
       isListed && !IsAlwaysAsked(root) && sight.standing == Standing::Absent;
   if (!isAbsentInListing) seen.emplace(std::move(key), sight);
@@ -182,8 +185,8 @@ Standing RelativeFolder::FindStanding(std::size_t root, std::string_view file) c
       StateOf(*roots.GetFolders()[root]).AskDisk([path = PathOf(root, file), counted = files] {
         return LookAtFile(path, counted);
       });
-  if (!standing) return Standing::Absent;
-  // A root that is not seen to be a folder counts as left out of the path: it ends no search.
+  if (!standing) return Standing::Absent;  // the disk has not answered in time
+  // A root that cannot be seen to be a folder is as if it were not on the path: it ends no search.
   return standing == Standing::NotReachable && !roots.IsFolder(root) ? Standing::Absent : *standing;
 }
 

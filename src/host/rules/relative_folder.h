@@ -23,7 +23,8 @@
 
 namespace Corvane::PathManagement::host {
 
-/// The folders of one relative name, such as "sys", below all roots of a path.
+/// The folders of one relative name, such as "sys", below the folders of a path, the roots. A root
+/// is given by its index.
 ///
 /// The first eight calls of `FindFirst` ask the disk for the wanted file alone, one root after the
 /// other. The ninth lists the folders and makes a table of their files. Earlier answers stay as
@@ -33,20 +34,20 @@ namespace Corvane::PathManagement::host {
 /// once there is a table.
 class RelativeFolder {
  public:
-  /// A file that counts.
+  /// A file that counts by the lookup rules.
   struct Match {
     std::size_t root = 0;
     FoundItem file;
   };
-  /// What came of asking one root.
+  /// What a look for one file name below one root has found.
   struct Sight {
     Standing standing;
     const Match* match;  // null unless a file counts; lives as long as the `RelativeFolder`
   };
-  /// What came of asking one root after the other.
+  /// What a search for one file name, root by root, has found.
   struct Answer {
     const Match* match = nullptr;  // null when no file was found
-    bool ended = false;            // whether something ended the search; see `EndsSearch`
+    bool ended = false;            // whether `EndsSearch` ended the search before a file was found
   };
 
   /// `folderName` is as `GetName` returns it. Precondition: `searchRoots` outlives this object.
@@ -77,7 +78,7 @@ class RelativeFolder {
  private:
   /// A name that some root lists, or that has been asked for before there was a table.
   struct Record {
-    std::size_t firstRoot;                       // no root before it need be asked
+    std::size_t firstRoot;  // where to begin: no listed root before it has the name
     std::atomic<const Match*> answer = nullptr;  // null until it is known
 
     explicit Record(std::size_t root) : firstRoot(root) {}
@@ -87,6 +88,7 @@ class RelativeFolder {
   void List();
   void AddToTable(std::size_t root);
   void LookAtOtherNames(std::size_t root, const FolderListing& listing);
+  /// Whether the disk is asked for every name below this root. Precondition: there is a table.
   [[nodiscard]] bool IsAlwaysAsked(std::size_t root) const;
   [[nodiscard]] Answer AskRoots(std::size_t begin, std::string_view file);
   [[nodiscard]] Sight LookInLocked(std::size_t root, std::string_view file);
@@ -100,12 +102,15 @@ class RelativeFolder {
   const std::string name;
 
   std::atomic<unsigned> questionCount = 0;
-  std::atomic<bool> isListed = false;  // publishes table and unlisted
-  boost::unordered_flat_map<std::string_view, Record*, NameBytesHash> table;
-  std::vector<std::size_t> unlisted;  // the roots that cannot be listed, in order
+  // Whether there is a table. From then on, the table, unlisted and entries never change, so they
+  // are read without the mutex; of records, only the answers change.
+  std::atomic<bool> isListed = false;
+  boost::unordered_flat_map<std::string_view, Record*, NameBytesHash> table;  // by file name
+  std::vector<std::size_t> unlisted;  // the roots below which the folder cannot be listed, in order
 
-  std::mutex mutex;                                           // guards what follows
-  std::vector<std::shared_ptr<const FolderEntry>> entries;    // of the folders; null until needed
+  std::mutex mutex;  // guards what follows
+  // By root, the folder below it. Null until needed; with a table, null where there is no folder.
+  std::vector<std::shared_ptr<const FolderEntry>> entries;
   std::map<std::pair<std::string, std::size_t>, Sight> seen;  // by file and root
   std::deque<Match> matches;
   std::deque<Record> records;

@@ -47,7 +47,7 @@ RelativeFolder& RelativeLookup::FolderNamed(std::string_view name) {
   return known == nullptr ? Add(name) : *known;
 }
 
-/// Null when there is none. The loop ends at an empty slot: no table is ever full.
+/// Null when `table` has no such folder. The loop ends at an empty slot: no table is ever full.
 RelativeFolder* RelativeLookup::Find(const Table& table, std::string_view name) {
   for (std::size_t at = HashOf(name);; ++at) {
     RelativeFolder* const folder = table.slots[at & table.mask].load(std::memory_order_acquire);
@@ -58,12 +58,14 @@ RelativeFolder* RelativeLookup::Find(const Table& table, std::string_view name) 
 RelativeFolder& RelativeLookup::Add(std::string_view name) {
   const std::lock_guard lock(mutex);
   if (tables.empty() || 2 * folders.size() > tables.back()->mask) Grow();
+  // Another thread may have added it meanwhile.
   if (RelativeFolder* const added = Find(*tables.back(), name)) return *added;
   folders.push_back(std::make_unique<RelativeFolder>(roots, files, std::string(name)));
   Put(*tables.back(), *folders.back());
   return *folders.back();
 }
 
+/// Makes the first table, or one of twice the size. The mutex is locked.
 void RelativeLookup::Grow() {
   const std::size_t size = tables.empty() ? kFirstTableSize : 2 * (tables.back()->mask + 1);
   auto larger = std::make_unique<Table>(size);

@@ -13,11 +13,12 @@
 
 namespace Corvane::PathManagement::host {
 
-/// Finds files by their names relative to the folders of a path: "a/b.h" below each of them.
+/// Finds files by their names relative to the folders of a path, the roots: "a/b.h" below each of
+/// them. A root is given by its index.
 ///
 /// Threads: all operations, from any thread.
 /// Cost: once a relative folder, such as "a", has been asked often, two hash probes, however many
-/// roots there are; see `RelativeFolder`. Relative folders that were asked for are kept.
+/// roots there are; see `RelativeFolder`. Relative folders that were asked for stay in memory.
 class RelativeLookup {
  public:
   RelativeLookup(SearchRoots searchRoots, LookupRules::Files countedFiles)
@@ -41,7 +42,7 @@ class RelativeLookup {
   struct Table {
     explicit Table(std::size_t size)
         : mask(size - 1), slots(std::make_unique<std::atomic<RelativeFolder*>[]>(size)) {}
-    std::size_t mask;
+    std::size_t mask;  // a slot is a hash & mask: the size is a power of two
     std::unique_ptr<std::atomic<RelativeFolder*>[]> slots;
   };
 
@@ -53,7 +54,7 @@ class RelativeLookup {
 
   const SearchRoots roots;
   const LookupRules::Files files;
-  std::atomic<Table*> current = nullptr;  // the last of tables
+  std::atomic<Table*> current = nullptr;  // the last of tables; null when there is none
   std::mutex mutex;                       // guards what follows
   std::vector<std::unique_ptr<Table>> tables;
   std::vector<std::unique_ptr<RelativeFolder>> folders;

@@ -27,8 +27,8 @@ using Sight = RelativeFolder::Sight;
 using Separator = LookupRules::Separator;
 
 SearchRoots RootOfFileSystem() {
-  return {{CreateMainFolder(foundation::storage::vfs::toAbsoluteIRI(u"file", u"/"), nullptr)},
-          nullptr};
+  const auto root = foundation::storage::vfs::toAbsoluteIRI(u"file", u"/");
+  return {{CreateMainFolder(root, /*source=*/nullptr)}, /*listingSource=*/nullptr};
 }
 
 FolderEntries EntriesOf(const GivenFolders& given) {
@@ -39,8 +39,8 @@ FolderEntries EntriesOf(const GivenFolders& given) {
   return entries;
 }
 
-/// The native path of a folder relative to the root of the file system, ended by "/"; empty for the
-/// root. A location that is not on disk becomes /dev/null, below which nothing is found.
+/// The native path of a folder relative to the root of the file system, ended by "/"; "" for the
+/// root. A location that is not on disk becomes "dev/null/", below which nothing is found.
 std::string BelowRoot(const AbsoluteIRI& folder) {
   std::string path = fl::filesystem::detail::NativeBytes(folder).value_or("/dev/null");
   path.erase(0, path.find_first_not_of('/'));
@@ -70,8 +70,8 @@ std::optional<AbsolutizeError> AskReason(const std::string& path) {
   return ReasonFor({errno, std::generic_category()}, path);
 }
 
-/// As `AskReason`, for a folder at or below `onPath`; `NoAnswer` if the disk does not answer in
-/// time.
+/// As `AskReason`, for `folder` at or below `onPath`, which limits how long the disk is waited for;
+/// `NoAnswer` if it does not answer in time.
 std::optional<AbsolutizeError> FindReason(const FolderEntry& onPath, const AbsoluteIRI& folder) {
   const auto path = fl::filesystem::detail::NativeBytes(folder);
   if (!path) return AbsolutizeError::InvalidText;
@@ -80,7 +80,7 @@ std::optional<AbsolutizeError> FindReason(const FolderEntry& onPath, const Absol
       .value_or(AbsolutizeError::NoAnswer);
 }
 
-/// `name` without "/" and "./" at its beginning.
+/// `name` without "/" and "./" at its beginning, so that it can follow the path of a folder.
 std::string_view Trimmed(std::string_view name) {
   while (name.starts_with('/') || name.starts_with("./"))
     name.remove_prefix(name[0] == '/' ? 1 : 2);
@@ -111,14 +111,14 @@ std::shared_ptr<const RuledPath> RuledPath::WithOthersAnew() const {
   return anew;
 }
 
-bool RuledPath::IsThatFile(const ustring& name) const {
+bool RuledPath::SaysWhichFile(const ustring& name) const {
   return name.starts_with(u'/') ||
          (rules.separator == Separator::ThatFile && name.find(u'/') != name.npos);
 }
 
 boost::optional<FoundItem> RuledPath::Find(const Target& target, const Asker& asker) const {
   const bool asksThePath = !asker.from && !asker.after && !view->HidesFolders();
-  if (asksThePath && !IsThatFile(target.GetName())) return FindAtOnce(target);
+  if (asksThePath && !SaysWhichFile(target.GetName())) return FindOnPath(target);
   const auto files = FindFiles(target, asker, /*firstOnly=*/true);
   if (!files.empty()) return files.front();
   hasMissed->store(true, std::memory_order_relaxed);
@@ -131,7 +131,7 @@ std::vector<FoundItem> RuledPath::FindAll(const Target& target, const Asker& ask
 
 /// The answer to a question that concerns the path alone. Of several names, the one that is found
 /// in the earliest folder wins, and within one folder the preferred one.
-boost::optional<FoundItem> RuledPath::FindAtOnce(const Target& target) const {
+boost::optional<FoundItem> RuledPath::FindOnPath(const Target& target) const {
   const RelativeFolder::Match* best = nullptr;
   bool ended = false;
   ForEachSpelling(target, [&](std::string_view name) {
@@ -141,7 +141,7 @@ boost::optional<FoundItem> RuledPath::FindAtOnce(const Target& target) const {
       best = answer.match;
     }
   });
-  if (ended && best != nullptr) {  // only asking in order shows which comes first: file or end
+  if (ended && best != nullptr) {  // only place by place shows which comes first: file or end
     const auto files = FindFiles(target, {}, /*firstOnly=*/true);
     if (!files.empty()) return files.front();
   } else if (best != nullptr) {
@@ -160,8 +160,8 @@ std::vector<FoundItem> RuledPath::FindFiles(const Target& target, const Asker& a
     for (const std::string& name : names) {
       const Sight sight = LookIn(place, name);
       if (sight.standing == Standing::Absent) continue;
-      // Only now, since it costs more: a repeat cannot hold anything that its first folder lacks.
-      if (!filter.Counts(place)) break;
+      // Only now, since it costs more: a repeat of a place that lacks the name lacks it, too.
+      if (!filter.Admits(place)) break;
       if (sight.match != nullptr) files.push_back(sight.match->file);
       if (EndsSearch(sight.standing, rules.files) || (firstOnly && !files.empty())) return files;
     }
@@ -191,10 +191,10 @@ std::shared_ptr<const FolderEntry> RuledPath::FolderOf(const Place& place,
 
 std::vector<RuledPath::Place> RuledPath::FindPlaces(const Target& target,
                                                     const Asker& asker) const {
-  if (IsThatFile(target.GetName())) return {PlaceOfFile(target.GetName())};
+  if (SaysWhichFile(target.GetName())) return {PlaceOfFile(target.GetName())};
   std::vector<Place> places;
   if (asker.from && !asker.after && rules.separator == Separator::FileBelow) {
-    places.push_back({.folder = CreateMainFolder(*asker.from, nullptr),
+    places.push_back({.folder = CreateMainFolder(*asker.from, /*source=*/nullptr),
                       .isOnPath = false,
                       .lookup = everywhere.get(),
                       .root = 0,
@@ -232,11 +232,12 @@ void RuledPath::AddPlaces(RelativeLookup& lookup, std::vector<Place>& places) {
   }
 }
 
-/// Removes the first place at `folder`, all before it, and those after it that repeat a place of
-/// the same list: compilers drop repeats among the quote folders, and among the folders of the
-/// path. Removes nothing when no place is at `folder`.
+/// Removes the first place at `folder` and all before it. Of those after it in the same list,
+/// removes repeats of places in that list: compilers drop repeats among the quote folders, and among
+/// the folders of the path. Removes nothing when no place is at `folder`.
 void RuledPath::RemoveUpTo(const AbsoluteIRI& folder, std::vector<Place>& places) const {
-  const AbsoluteIRI wanted = CreateMainFolder(folder, nullptr)->GetCanonicalAbsoluteIRI();
+  const AbsoluteIRI wanted =
+      CreateMainFolder(folder, /*source=*/nullptr)->GetCanonicalAbsoluteIRI();
   // A place that cannot be reached, such as "locked/../include", may have the canonical location of
   // another folder, but is not that folder.
   const auto isFolder = [](const Place& place) {
@@ -249,9 +250,9 @@ void RuledPath::RemoveUpTo(const AbsoluteIRI& folder, std::vector<Place>& places
   const RelativeLookup* const list = found->lookup;
   PlaceFilter filter(*view);
   const auto isRepeat = [&](const Place& place) {
-    return place.lookup == list && isFolder(place) && filter.FindFirst(place) != place.folder;
+    return place.lookup == list && isFolder(place) && filter.Remember(place) != place.folder;
   };
-  // The filter has to take the places that go, since those that stay may repeat them.
+  // The filter has to remember the places that go, since those that stay may repeat them.
   std::for_each(places.begin(), found + 1, isRepeat);
   places.erase(places.begin(), found + 1);
   std::erase_if(places, isRepeat);
@@ -264,7 +265,7 @@ FolderOrigin RuledPath::FindOrigin(const IPathEntry& entry) const {
   for (const auto& folder : GetRoots().GetFolders()) {
     if (folder.get() == &entry) return view->GetOrigin(entry);
     ustring above = folder->GetAbsoluteIRI().getPath();
-    if (!above.ends_with(u'/')) above.push_back(u'/');  // as that of "/" does
+    if (!above.ends_with(u'/')) above.push_back(u'/');  // the path of the root does already
     if (above.size() > bestLength && path.starts_with(above)) {
       best = folder.get();
       bestLength = above.size();
@@ -288,7 +289,7 @@ PathEntries RuledPath::FindFolders(const ustring& name) const {
   std::string relative(Trimmed(BytesFromText(name).value_or("")));
   while (relative.ends_with('/')) relative.pop_back();
   for (const Place& place : GetPlacesOnPath()) {
-    if (!filter.Counts(place)) continue;
+    if (!filter.Admits(place)) continue;
     if (isFull) {
       if (place.folder->GetCanonicalAbsoluteIRI() == full) found.push_back(place.folder);
     } else if (rules.separator == Separator::FileBelow && !relative.empty()) {
@@ -320,13 +321,13 @@ std::vector<FolderProblem> RuledPath::FindProblems() const {
   PlaceFilter filter(*view);
   for (const Place& place : GetPlacesOnPath()) {
     const auto reason = FindProblem(place);
-    if (!reason || !filter.Counts(place)) continue;
+    if (!reason || !filter.Admits(place)) continue;
     problems.push_back({GetStringFromIRI(place.folder->GetAbsoluteIRI()), *reason});
   }
   return problems;
 }
 
-std::shared_ptr<const FolderEntry> PlaceFilter::FindFirst(const RuledPath::Place& place) {
+std::shared_ptr<const FolderEntry> PlaceFilter::Remember(const RuledPath::Place& place) {
   if (!view.DropsRepeats()) return place.folder;
   return seen.emplace(place.folder->GetCanonicalAbsoluteIRI(), place.folder).first->second;
 }

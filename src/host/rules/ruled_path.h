@@ -22,7 +22,8 @@
 
 namespace Corvane::PathManagement::host {
 
-/// The folders of a path, searched by rules under which folders have no meaning.
+/// The folders of a path, searched by rules under which names of folders have no meaning; see
+/// `LookupRules::foldersHaveMeaning`.
 ///
 /// Threads: all operations, from any thread.
 /// Cost: at first, `Find` makes one system call for each folder up to the answer; see
@@ -31,7 +32,7 @@ class RuledPath {
  public:
   using Target = PathManagement::detail::SearchTarget;
 
-  /// Who asks.
+  /// The folder that a question comes from, if it says so.
   struct Asker {
     std::optional<AbsoluteIRI> from = {};   // `Lookup::fromFolder`
     std::optional<AbsoluteIRI> after = {};  // `Lookup::afterFolder`
@@ -42,30 +43,31 @@ class RuledPath {
     std::shared_ptr<const FolderEntry> folder;
     bool isOnPath;  // true for quote folders too; false for the asker's or that of a named file
     RelativeLookup* lookup;
-    std::size_t root;    // of lookup
-    std::string before;  // put in front of a name, to make it relative to the root
+    std::size_t root;    // an index in the roots of `lookup`, at or above `folder`
+    std::string before;  // put in front of a name, to make it relative to that root
   };
 
-  /// `quoteFolders` are asked before the path when a file asks. Listings come from `source`; from
-  /// the disk when that is null. A relative name for which `IsThatFile` is true begins at `folder`.
+  /// `quoteFolders` are asked before the path when the question has an asker. Listings come from
+  /// `source`; from the disk when that is null. A relative name for which `SaysWhichFile` is true
+  /// is that of a file below `folder`.
   RuledPath(std::shared_ptr<const PathView> pathView, const LookupRules& lookupRules,
             GivenFolders quoteFolders, const std::shared_ptr<const ListingSource>& source,
             const WorkingFolder& folder);
 
-  /// The same path, except that nothing is remembered of folders that are not on it: quote folders,
-  /// those of askers, those of full names.
+  /// A copy that shares what is remembered of the folders of the path, but remembers nothing of
+  /// others: quote folders, the folders of askers and of files given by location.
   [[nodiscard]] std::shared_ptr<const RuledPath> WithOthersAnew() const;
 
   [[nodiscard]] const LookupRules& GetRules() const noexcept { return rules; }
   [[nodiscard]] const PathView& GetView() const noexcept { return *view; }
-  /// The folders below those of the path.
+  /// Remembers the folders below those of the path.
   [[nodiscard]] RememberedTree& GetTree() const noexcept { return *tree; }
   /// The folders of the path, as they were given.
   [[nodiscard]] const SearchRoots& GetRoots() const noexcept { return onPath->GetRoots(); }
   /// The look-up of files by their names relative to `GetRoots`.
   [[nodiscard]] const RelativeLookup& GetOnPath() const noexcept { return *onPath; }
 
-  /// The folders that are asked before those of the path when a file asks.
+  /// The folders that are asked before those of the path when the question has an asker.
   [[nodiscard]] const FolderEntries& GetQuoteFolders() const noexcept {
     return quoted->GetRoots().GetFolders();
   }
@@ -78,21 +80,23 @@ class RuledPath {
   /// That file, and those that it hides.
   [[nodiscard]] std::vector<FoundItem> FindAll(const Target& target, const Asker& asker) const;
 
-  /// Whether the name itself says which file is meant, so that the path is not searched.
-  [[nodiscard]] bool IsThatFile(const ustring& name) const;
-  /// The folders that a question asks, in order; repeats and hidden ones among them.
+  /// Whether the name itself says where its file is, so that the path is not searched.
+  [[nodiscard]] bool SaysWhichFile(const ustring& name) const;
+  /// The folders that a question asks, in order, and those that it would ask if they were not
+  /// hidden or repeats: see `PlaceFilter`.
   [[nodiscard]] std::vector<Place> FindPlaces(const Target& target, const Asker& asker) const;
   /// The folders of the path, as places.
   [[nodiscard]] std::vector<Place> GetPlacesOnPath() const;
   /// The names that are looked for in each place, the preferred one first.
   [[nodiscard]] static std::vector<std::string> NamesOf(const Target& target);
-  /// What stands at one of these names in a place.
+  /// What stands at one of the names of `NamesOf` in a place.
   [[nodiscard]] static RelativeFolder::Sight LookIn(const Place& place, const std::string& name);
 
   /// The native path of `name` in a place.
   [[nodiscard]] static std::string PathOf(const Place& place, const std::string& name);
 
-  /// The folder in which `name` stands in a place: for "a/b.h", the folder "a" below it.
+  /// The folder that holds the file called `name` in a place: for "a/b.h", the folder "a" below the
+  /// place.
   [[nodiscard]] static std::shared_ptr<const FolderEntry> FolderOf(const Place& place,
                                                                    const std::string& name);
 
@@ -102,17 +106,17 @@ class RuledPath {
   [[nodiscard]] static std::optional<current_working_folder::AbsolutizeError> FindProblem(
       const Place& place);
 
-  /// Errors: `FailedToAbsolutizeException` when there is no folder at `folder` that can be searched.
+  /// Errors: `FailedToAbsolutizeException` when no folder that can be searched is at `folder`.
   static void CheckFolder(const AbsoluteIRI& folder);
 
   /// The folders that a name denotes, in path order. A name that begins with a separator denotes
   /// the folder of the path at that location. Any other denotes the folders of that relative name
-  /// below those of the path, or none unless names with a separator are searched there.
+  /// below those of the path, if names with a separator are searched there; otherwise none.
   [[nodiscard]] PathEntries FindFolders(const ustring& name) const;
 
-  /// Folders without a location; quote folders about which the disk has not answered in time; why
-  /// folders of the path cannot be searched, in path order. A folder that may be searched but not
-  /// listed is no problem.
+  /// Folders without a location; then quote folders about which the disk has not answered in time;
+  /// then, in path order, the folders of the path that cannot be searched. A folder that may be
+  /// searched but not listed is no problem.
   [[nodiscard]] std::vector<FolderProblem> FindProblems() const;
   /// The problems that matter for what was asked so far: all once a name was not found; until then,
   /// folders without a location.
@@ -121,7 +125,7 @@ class RuledPath {
   }
 
  private:
-  [[nodiscard]] boost::optional<FoundItem> FindAtOnce(const Target& target) const;
+  [[nodiscard]] boost::optional<FoundItem> FindOnPath(const Target& target) const;
   [[nodiscard]] std::vector<FoundItem> FindFiles(const Target& target, const Asker& asker,
                                                  bool firstOnly) const;
   [[nodiscard]] Place PlaceOfFile(const ustring& name) const;
@@ -132,31 +136,34 @@ class RuledPath {
   const LookupRules rules;
   const WorkingFolder workingFolder;
   const std::vector<FolderProblem> unlocatedQuotes;
-  // Shared with copies.
+  // Shared with copies. `WithOthersAnew` gives its copy a `quoted` and an `everywhere` of its own.
   const std::shared_ptr<RelativeLookup> onPath;
   std::shared_ptr<RelativeLookup> quoted;
-  std::shared_ptr<RelativeLookup> everywhere;  // its only root is "/"
+  std::shared_ptr<RelativeLookup> everywhere;  // its only root is "/": for folders off the path
   const std::shared_ptr<RememberedTree> tree = std::make_shared<RememberedTree>();
   const std::shared_ptr<std::atomic<bool>> hasMissed =
       std::make_shared<std::atomic<bool>>(false);  // whether a name was not found
 };
 
-/// Takes places one after the other, and tells those that do not count: hidden ones and, where the
-/// path drops repeats, those that repeat a place taken before.
+/// Tells which places are left out of a search: hidden ones and, where the path drops repeats,
+/// those with the canonical location of a place before them. So it has to be asked about the places
+/// in their order.
 class PlaceFilter {
  public:
   explicit PlaceFilter(const PathView& pathView) : view(pathView) {}
 
-  /// Takes `place`. Returns the folder that it repeats, or its own when it repeats none.
-  [[nodiscard]] std::shared_ptr<const FolderEntry> FindFirst(const RuledPath::Place& place);
-  /// Takes `place`, unless it is hidden. Returns whether it counts.
-  [[nodiscard]] bool Counts(const RuledPath::Place& place) {
+  /// Remembers `place` for those after it. Returns the folder that it repeats, or its own when it
+  /// repeats none.
+  [[nodiscard]] std::shared_ptr<const FolderEntry> Remember(const RuledPath::Place& place);
+  /// Whether `place` is searched. Remembers it unless it is hidden.
+  [[nodiscard]] bool Admits(const RuledPath::Place& place) {
     return (!view.HidesFolders() || view.FindHider(*place.folder) == nullptr) &&
-           FindFirst(place) == place.folder;
+           Remember(place) == place.folder;
   }
 
  private:
   const PathView& view;
+  // By canonical location: the first folder there.
   boost::unordered_flat_map<AbsoluteIRI, std::shared_ptr<const FolderEntry>, HeldHash> seen;
 };
 

@@ -21,10 +21,11 @@ class SearchRoots {
   [[nodiscard]] std::size_t size() const noexcept { return folders.size(); }
   [[nodiscard]] const FolderEntries& GetFolders() const noexcept { return folders; }
 
-  /// The native path of the folder, or file, called `relative` below a root.
+  /// The native path of the folder, or file, called `relative` below a root; for "", that of the
+  /// root, ended by "/".
   [[nodiscard]] std::string PathOf(std::size_t root, std::string_view relative) const;
 
-  /// The same folders, with entries that have not been asked yet. A folder about which the disk has
+  /// The same folders, with new entries that remember nothing. A folder about which the disk has
   /// not answered in time keeps its entry, so that nobody waits for it again.
   [[nodiscard]] SearchRoots WithEntriesAnew() const;
 

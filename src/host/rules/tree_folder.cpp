@@ -12,6 +12,7 @@ namespace {
 
 using Link = TreeFolder::Link;
 
+/// Whether `above` is `folder` or a folder above it. Precondition: both are canonical.
 bool IsAtOrAbove(const AbsoluteIRI& above, const AbsoluteIRI& folder) {
   const std::u16string_view whole = folder.toStringView();
   const std::u16string_view start = above.toStringView();
@@ -39,6 +40,7 @@ std::vector<TreeFolder> TreeFolder::FindBelow() const {
   const AbsoluteIRI here = entry->GetCanonicalAbsoluteIRI();
   for (auto& folder : entries) {
     AbsoluteIRI target = folder->GetCanonicalAbsoluteIRI();
+    // A folder that is no link has its canonical location directly below that of this one.
     const bool isLink = !target.hasParent() || target.getParent() != here;
     if (isLink && LeadsBack(target, *this)) continue;
     below.push_back(
@@ -63,6 +65,7 @@ std::vector<TreeFolder> RememberedTree::Below(const TreeFolder& folder) {
   }
   auto below = folder.FindBelow();  // without the lock: others need not wait for the disk
   const std::lock_guard lock(mutex);
+  // If another thread was first, its result stays.
   return known.emplace(folder.entry, std::move(below)).first->second;
 }
 

@@ -16,15 +16,15 @@ namespace Corvane::PathManagement::host {
 struct TreeFolder {
   struct Link {
     AbsoluteIRI target;                  // canonical
-    std::shared_ptr<const Link> before;  // the one above it on the way; null for the first
+    std::shared_ptr<const Link> before;  // the last link on the way to this one; null for the first
   };
 
   std::shared_ptr<const FolderEntry> entry;
   std::shared_ptr<const Link> links;  // the last one on the way; null when there is none
 
-  /// The folders directly below, special ones too, in the order of the bytes of their names. A link
-  /// to a folder on the way here, or above one, is left out: a walk would go in circles. Lists the
-  /// folder.
+  /// The folders directly below, whatever their names, in the order of the bytes of these. Leaves
+  /// out a link to a folder on the way here, or to one above that: a walk would go in circles.
+  /// Lists the folder if that has not been done.
   [[nodiscard]] std::vector<TreeFolder> FindBelow() const;
   /// The last part of its location, in bytes.
   [[nodiscard]] std::string GetName() const;
@@ -35,11 +35,12 @@ struct TreeFolder {
 /// Threads: all operations, from any thread.
 class RememberedTree {
  public:
-  /// What `folder.FindBelow()` returned when it was first needed here.
+  /// What `folder.FindBelow()` has returned when it was first asked for here.
   [[nodiscard]] std::vector<TreeFolder> Below(const TreeFolder& folder);
 
  private:
   std::mutex mutex;  // guards what follows
+  // By folder: those below it.
   boost::unordered_flat_map<std::shared_ptr<const FolderEntry>, std::vector<TreeFolder>> known;
 };
 

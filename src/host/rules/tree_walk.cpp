@@ -13,6 +13,7 @@ namespace Corvane::PathManagement::host {
 
 namespace {
 
+/// Whether names with a separator are searched below the folders of the path.
 bool SearchesBelow(const RuledPath& path) {
   return path.GetRules().separator == LookupRules::Separator::FileBelow;
 }
@@ -41,13 +42,13 @@ std::vector<TreeFolder> FindRoots(const RuledPath& path) {
   PlaceFilter filter(path.GetView());
   std::vector<TreeFolder> roots;
   for (const RuledPath::Place& place : path.GetPlacesOnPath()) {
-    if (filter.Counts(place)) roots.push_back({place.folder, nullptr});
+    if (filter.Admits(place)) roots.push_back({.entry = place.folder, .links = nullptr});
   }
   return roots;
 }
 
 bool WalkTrees(const RuledPath& path, const std::function<bool(const TreeFolder&)>& visit) {
-  std::vector<TreeFolder> pending = FindRoots(path);
+  std::vector<TreeFolder> pending = FindRoots(path);  // reversed: the next one last
   std::reverse(pending.begin(), pending.end());
   while (!pending.empty()) {
     const TreeFolder folder = std::move(pending.back());
@@ -62,6 +63,7 @@ bool WalkTrees(const RuledPath& path, const std::function<bool(const TreeFolder&
 
 void WalkMerged(const RuledPath& path, bool sharedOnly,
                 const std::function<void(const MergedFolder&)>& visit) {
+  // The folders at the same depth below the roots.
   std::vector<MergedFolder> level = {{.name = {}, .folders = FindRoots(path)}};
   const auto& roots = level.front().folders;
   ForEachInParallel(roots.size(), [&](std::size_t at) { StateOf(*roots[at].entry).List(); });
