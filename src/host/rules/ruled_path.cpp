@@ -233,8 +233,8 @@ void RuledPath::AddPlaces(RelativeLookup& lookup, std::vector<Place>& places) {
 }
 
 /// Removes the first place at `folder` and all before it. Of those after it in the same list,
-/// removes repeats of places in that list: compilers drop repeats among the quote folders, and among
-/// the folders of the path. Removes nothing when no place is at `folder`.
+/// removes repeats of places in that list: compilers drop repeats among the quote folders, and
+/// among the folders of the path. Removes nothing when no place is at `folder`.
 void RuledPath::RemoveUpTo(const AbsoluteIRI& folder, std::vector<Place>& places) const {
   const AbsoluteIRI wanted =
       CreateMainFolder(folder, /*source=*/nullptr)->GetCanonicalAbsoluteIRI();
