@@ -45,14 +45,13 @@ std::optional<AccessEntry::Kind> KindOfTag(std::uint32_t tag) {
   }
 }
 
-/// Reads the attribute with get(buffer, size); empty when there is none or it cannot be read, and
-/// errno then says which.
+/// Reads an attribute with get(buffer, size). When that fails, returns nothing, and errno says why.
 template <class Get>
 std::optional<std::string> ReadAttribute(const Get& get) {
   std::string bytes(1024, '\0');
   ssize_t size = get(bytes.data(), bytes.size());
   if (size < 0 && errno == ERANGE) {
-    bytes.resize(XATTR_SIZE_MAX);
+    bytes.resize(XATTR_SIZE_MAX);  // no attribute is longer
     size = get(bytes.data(), bytes.size());
   }
   if (size < 0) return std::nullopt;
@@ -60,9 +59,9 @@ std::optional<std::string> ReadAttribute(const Get& get) {
   return bytes;
 }
 
-/// Reads the attribute from the object with these facts, which is opened once more: a folder through
-/// itself, anything else by its name in `folder`. Fails with EAGAIN if that is the name of something
-/// else by now.
+/// Opens the object with these facts once more, and reads its attribute: a folder through itself,
+/// anything else by its name in `folder`. When that fails, errno says why: EAGAIN if something else
+/// has the name by now.
 std::optional<std::string> ReadOnceMore(const Descriptor& object, const Descriptor& folder,
                                         const std::string& name, const AccessFacts& facts) {
   constexpr int kFlags = O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_NOCTTY | O_CLOEXEC;
@@ -80,8 +79,8 @@ std::optional<std::string> ReadOnceMore(const Descriptor& object, const Descript
   return std::nullopt;
 }
 
-/// A descriptor that is open for its path alone gives no attributes, so they are read by its name
-/// in /proc. Where /proc is not mounted, the object is opened once more.
+/// A descriptor that was opened with O_PATH gives no attributes, so they are read by its name in
+/// /proc. Where /proc is not mounted, the object is opened once more.
 AccessList ReadAccessList(const Descriptor& object, const Descriptor& folder,
                           const std::string& name, const AccessFacts& facts,
                           std::error_code& error) {
@@ -106,6 +105,7 @@ AccessList ParseAccessList(std::string_view attribute) {
     return {};
   }
   AccessList list;
+  // An entry has a tag and rights of two bytes each, and an id of four.
   for (std::size_t at = kHeader; at < attribute.size(); at += kEntry) {
     const auto kind = KindOfTag(NumberAt(attribute, at, 2));
     if (!kind) continue;
@@ -127,8 +127,8 @@ AccessFacts ReadAccessFacts(const Descriptor& object, const Descriptor& folder,
                        .device = status.st_dev,
                        .inode = status.st_ino,
                        .isNullDevice = S_ISCHR(status.st_mode) && status.st_rdev == makedev(1, 3)};
-  // Where there is a list, the group's rights in the mode are the most that an entry for a user or a
-  // group grants. When the mode gives the group none, the kernel does not ask the list.
+  // Where there is a list, the group's rights in the mode are the most that an entry for a user or
+  // a group grants. When the mode gives the group none, the kernel does not ask the list.
   const bool mayHaveList = S_ISDIR(facts.mode) || S_ISREG(facts.mode);
   if (mayHaveList && (facts.mode & S_IRWXG) != 0) {
     facts.list = ReadAccessList(object, folder, name, facts, error);

@@ -13,7 +13,8 @@
 
 namespace Corvane::PathManagement::host {
 
-/// An entry of an access-control list that the mode of the file does not say already.
+/// An entry of an access-control list. Those for the owner and for all others are left out: they
+/// say what the mode of the file says.
 struct AccessEntry {
   enum class Kind : std::uint8_t { OwningGroup, User, Group, Mask };
 
@@ -30,23 +31,19 @@ using AccessList = std::vector<AccessEntry>;
 struct AccessFacts {
   uid_t owner = 0;
   gid_t group = 0;
-  mode_t mode = 0;       // its type, too
+  mode_t mode = 0;       // permissions and type
   AccessList list = {};  // empty when the mode alone decides
   dev_t device = 0;
   ino_t inode = 0;
   bool isNullDevice = false;  // /dev/null: what is written to it is never read
-
-  [[nodiscard]] bool IsSameObject(const AccessFacts& other) const noexcept {
-    return device == other.device && inode == other.inode;
-  }
 };
 
 /// The entries of an access-control list, from the attribute in which the kernel hands it out; none
 /// when the attribute is damaged.
 [[nodiscard]] AccessList ParseAccessList(std::string_view attribute);
 
-/// Reads the facts about `object`, which may be open for its path alone and stands in `folder` as
-/// `name`. When that fails, sets `error`; otherwise leaves it as it is.
+/// Reads the facts about `object`, which stands in `folder` as `name` and may be open with O_PATH.
+/// When that fails, sets `error`; otherwise leaves it as it is.
 [[nodiscard]] AccessFacts ReadAccessFacts(const fl::filesystem::detail::Descriptor& object,
                                           const fl::filesystem::detail::Descriptor& folder,
                                           const std::string& name, std::error_code& error);

@@ -11,7 +11,8 @@ namespace Corvane::PathManagement::host {
 
 namespace {
 
-/// Asks a database with get(record, buffer, size, found) and calls use(record) for what it found.
+/// Asks a database with get(record, buffer, size, found), and calls use(record) if one is found.
+/// `buffer` is for the texts of the record; get() returns ERANGE when it is too small.
 template <class Record, class Get, class Use>
 void AskDatabase(const Get& get, const Use& use) {
   std::vector<char> buffer(4096);
@@ -29,7 +30,7 @@ void AskForUser(const std::string& name, const Use& use) {
 }
 
 std::vector<Suspect> ReadUsers() {
-  // The process has one reading position in the database.
+  // All threads share one reading position in the database.
   static std::mutex mutex;
   const std::lock_guard lock(mutex);
   std::vector<Suspect> users;
@@ -43,19 +44,19 @@ std::vector<Suspect> ReadUsers() {
 
 }  // namespace
 
-// The first suspect has no id: whatever that one may do, everyone may do.
+// The first suspect has no id: what that one may do, everyone may do.
 Accounts::Accounts(uid_t user) : trusted(user), suspects(1), knownUsers({0, user}) {
   for (Suspect& suspect : ReadUsers()) {
     if (knownUsers.insert(suspect.id.value()).second) suspects.push_back(std::move(suspect));
   }
 }
 
-void Accounts::Know(const AccessFacts& facts) {
-  KnowUser(facts.owner);
+void Accounts::AddSuspectsOf(const AccessFacts& facts) {
+  AddUser(facts.owner);
   // Asking for a group adds its members to the suspects.
   static_cast<void>(GroupOf(facts.group));
   for (const AccessEntry& entry : facts.list) {
-    if (entry.kind == AccessEntry::Kind::User) KnowUser(entry.id);
+    if (entry.kind == AccessEntry::Kind::User) AddUser(entry.id);
     if (entry.kind == AccessEntry::Kind::Group) static_cast<void>(GroupOf(entry.id));
   }
 }
@@ -69,9 +70,9 @@ PermissionSeeker Accounts::GetSeeker(const Suspect& suspect) {
 
 /// A file may belong to a user whom the database does not list though it knows the id, or to an id
 /// without an account. Such an id has no primary group, which -1 stands for.
-void Accounts::KnowUser(uid_t user) {
+void Accounts::AddUser(uid_t user) {
   if (!knownUsers.insert(user).second) return;
-  Suspect suspect{user, static_cast<gid_t>(-1), std::to_string(user)};
+  Suspect suspect{.id = user, .primaryGroup = static_cast<gid_t>(-1), .name = std::to_string(user)};
   AskDatabase<passwd>([&](auto... out) { return getpwuid_r(user, out...); },
                       [&](const passwd& found) {
                         suspect.primaryGroup = found.pw_gid;
@@ -81,7 +82,7 @@ void Accounts::KnowUser(uid_t user) {
 }
 
 Accounts::Group& Accounts::GroupOf(gid_t id) {
-  const auto [known, isNew] = groups.emplace(id, Group{std::to_string(id), {}});
+  const auto [known, isNew] = groups.emplace(id, Group{.name = std::to_string(id), .members = {}});
   if (!isNew) return known->second;
   AskDatabase<group>([&](auto... out) { return getgrgid_r(id, out...); },
                      [&](const group& found) {
@@ -91,7 +92,7 @@ Accounts::Group& Accounts::GroupOf(gid_t id) {
                        }
                      });
   for (const std::string& name : known->second.members) {
-    if (const auto user = FindUserId(name)) KnowUser(*user);
+    if (const auto user = FindUserId(name)) AddUser(*user);
   }
   return known->second;
 }

@@ -17,7 +17,7 @@ namespace Corvane::PathManagement::host {
 
 /// A user who is not trusted.
 struct Suspect {
-  std::optional<uid_t> id;  // empty for one who has no account and no group
+  std::optional<uid_t> id;  // empty for somebody without account and group, who stands for everyone
   gid_t primaryGroup = 0;   // of one with an id
   std::string name = {};
 };
@@ -39,13 +39,14 @@ class Accounts {
 
   /// Adds the suspects whom `facts` concern: the owner, users in the list, and the members of the
   /// groups.
-  void Know(const AccessFacts& facts);
+  void AddSuspectsOf(const AccessFacts& facts);
 
-  /// All suspects who are known by now. More may be added at the end while somebody goes through
-  /// them; pointers to them stay valid.
+  /// All suspects who are known by now. To ask one of their seekers for a group may add more at the
+  /// end, even during a loop over them; pointers to them stay valid.
   [[nodiscard]] const std::list<Suspect>& GetSuspects() const noexcept { return suspects; }
 
-  /// `suspect` as `FindPermission` takes users. Valid as long as these accounts and `suspect` live.
+  /// `suspect` as `FindPermission` takes users. Precondition: these accounts and `suspect` outlive
+  /// the result.
   [[nodiscard]] PermissionSeeker GetSeeker(const Suspect& suspect);
 
   /// The name of the group, or its number when it has none.
@@ -57,13 +58,13 @@ class Accounts {
     std::set<std::string> members;  // without those who are in it by their primary group alone
   };
 
-  void KnowUser(uid_t user);
+  void AddUser(uid_t user);
   Group& GroupOf(gid_t id);
 
-  uid_t trusted;  // beside root
+  uid_t trusted;  // the one user beside root
   std::list<Suspect> suspects;
-  std::set<uid_t> knownUsers;  // the trusted ones as well
-  std::map<gid_t, Group> groups;
+  std::set<uid_t> knownUsers;     // the trusted ones as well
+  std::map<gid_t, Group> groups;  // those that were asked for
 };
 
 /// The id of the user with that name; empty when there is none.

@@ -9,7 +9,7 @@ namespace Corvane::PathManagement::host {
 
 namespace {
 
-/// Adds the names of `scope` to `names`.
+/// Adds to `names` those in `answered` that are in `scope`.
 void AddNames(const NameScope& scope, const AnsweredNames& answered, std::set<std::string>& names) {
   const bool isOne = !scope.prefix.empty() && !scope.prefix.ends_with('/');
   for (auto name = answered.lower_bound(scope.prefix);
@@ -19,6 +19,7 @@ void AddNames(const NameScope& scope, const AnsweredNames& answered, std::set<st
   }
 }
 
+/// Whether both are the same user or group, or both have no name and are of the same kind.
 bool AreAlike(const Intruder& one, const Intruder& other) {
   return one.kind == other.kind && one.name == other.name;
 }

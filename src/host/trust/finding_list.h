@@ -14,14 +14,17 @@ namespace Corvane::PathManagement::host {
 
 /// The names that a finding could take over.
 struct NameScope {
-  std::size_t fromFolder = 0;  // a number; names that an earlier folder answers are out of reach
-  std::string prefix = {};     // "lib/": all names below it; "lib": that one name; "": all names
+  // The number, in path order, of a searched folder. A name that an earlier folder answers is out
+  // of reach.
+  std::size_t fromFolder = 0;
+  std::string prefix = {};  // "lib/": all names below it; "lib": that one name; "": all names
 };
 
 /// Each name with the number, in path order, of the folder that answers it.
 using AnsweredNames = std::map<std::string, std::size_t, std::less<>>;
 
-/// Gathers findings. Within a part of the path, each object is reported once for each kind.
+/// Gathers findings. Within a part of the path, as it was given, each object is reported once for
+/// each kind.
 class FindingList {
  public:
   /// What is added from now on comes from the part of the path called `text`.
@@ -44,7 +47,7 @@ class FindingList {
   };
 
   ustring part;
-  // By kind and object: an index in all.
+  // The findings of this part: by kind and object, an index in all.
   std::map<std::pair<TrustKind, std::string>, std::size_t> inPart;
   std::vector<Gathered> all;
 };

@@ -19,7 +19,7 @@ namespace Corvane::PathManagement::host {
 
 namespace {
 
-/// The way to what `folder` holds; `itself` is that folder as a walk reached it.
+/// `SearchedFolder::way` for what `folder` holds. `itself` is that folder as a walk reached it.
 std::vector<SearchedFolder::Identity> WayBelow(const SearchedFolder& folder,
                                                const PassedFolder& itself) {
   std::vector<SearchedFolder::Identity> way = folder.way;
@@ -27,7 +27,8 @@ std::vector<SearchedFolder::Identity> WayBelow(const SearchedFolder& folder,
   return way;
 }
 
-/// The names in a folder, in the order of their bytes: those that were read before an error, too.
+/// The names in a folder, in the order of their bytes. When reading fails, sets `error` and returns
+/// those read before.
 std::vector<std::string> ReadNames(const Descriptor& folder, std::error_code& error) {
   struct Close {
     void operator()(DIR* stream) const noexcept { closedir(stream); }
@@ -51,6 +52,7 @@ std::vector<std::string> ReadNames(const Descriptor& folder, std::error_code& er
   return names;
 }
 
+/// Whether a folder of this name would be private, resources, "@..." or "+...".
 bool IsSpecialName(std::string_view name) {
   return GetPathEntryTypeFromBaseName(TextFromBytes(name)) != PathEntryType::Ordinary;
 }
@@ -91,13 +93,16 @@ void FolderExaminer::Examine(const SearchedFolder& folder) {
   report.ReportSteps(walked.steps, folder.path, scopes);
   NoteFailure(walked.error, folder.path);
   if (walked.end == nullptr) return;
-  report.ReportFolder(*walked.end, folder.path, scopes, {{folderNumber + 1, folder.prefix}});
+  // In a sticky folder, files that are there cannot be replaced, so their names are out of reach.
+  const std::vector<NameScope> scopesIfSticky = {{folderNumber + 1, folder.prefix}};
+  report.ReportFolder(*walked.end, folder.path, scopes, scopesIfSticky);
   const std::size_t before = pending.size();
   std::error_code error;
   for (const std::string& name : ReadNames(walked.object, error)) {
     ExamineName(folder, walked, name);
   }
   NoteFailure(error, folder.path);
+  // The next folder is taken from the end: now the first of those just added.
   std::reverse(pending.begin() + static_cast<std::ptrdiff_t>(before), pending.end());
 }
 
@@ -110,6 +115,7 @@ void FolderExaminer::NoteFailure(std::error_code error, const std::string& path)
   unexamined.push_back({TextFromBytes(path), ReasonFor(error, path)});
 }
 
+/// Examines what stands at `name` in `folder`, which `in` has walked to.
 void FolderExaminer::ExamineName(const SearchedFolder& folder, const WalkedPath& in,
                                  const std::string& name) {
   struct stat status = {};
@@ -117,11 +123,12 @@ void FolderExaminer::ExamineName(const SearchedFolder& folder, const WalkedPath&
   const std::string path = PathBelow(folder.path, name);
   const std::string relative = folder.prefix + name;
   const bool isHidden = !rules.foldersHaveMeaning && answered.contains(relative);
-  const bool counts = folder.holdsFiles && Answers(path, relative);
+  const bool counts = folder.holdsFiles && NoteAnswer(path, relative);
   if (S_ISDIR(status.st_mode)) AddBelow(folder, name, *in.end, {status.st_dev, status.st_ino});
-  if (S_ISLNK(status.st_mode) ? IsIdleLink(folder, name, isHidden) : IsSafe(status)) return;
+  if (S_ISLNK(status.st_mode) ? MaySkipLink(folder, name, isHidden) : MaySkip(status)) return;
   const WalkedPath walked = WalkPath(in.end, in.object, name);
   NoteFailure(walked.error, path);
+  // The name itself and, in case it is or becomes that of a folder, the names below it.
   const std::vector<NameScope> scopes = {{folderNumber, relative}, {folderNumber, relative + '/'}};
   report.ReportSteps(walked.steps, folder.path, scopes);
   if (walked.end != nullptr) {
@@ -136,9 +143,9 @@ void FolderExaminer::ExamineName(const SearchedFolder& folder, const WalkedPath&
   }
 }
 
-/// Whether what stands at `path` counts as a file. If it does, or ends the search, notes that this
-/// folder answers the name `relative`, unless an earlier one does.
-bool FolderExaminer::Answers(const std::string& path, const std::string& relative) {
+/// If a file that counts, or that ends the search, stands at `path`, notes that this folder answers
+/// the name `relative`, unless an earlier one does. Returns whether the file counts.
+bool FolderExaminer::NoteAnswer(const std::string& path, const std::string& relative) {
   const Standing standing = LookAtFile(path, rules.files);
   if (standing == Standing::Counts || EndsSearch(standing, rules.files)) {
     answered.emplace(relative, folderNumber);
@@ -146,26 +153,28 @@ bool FolderExaminer::Answers(const std::string& path, const std::string& relativ
   return standing == Standing::Counts;
 }
 
-/// Whether a link in `folder` need not be followed: whatever it led to, no search would find it.
-bool FolderExaminer::IsIdleLink(const SearchedFolder& folder, const std::string& name,
-                                bool isHidden) const {
+/// Whether the link `name` in `folder` need not be followed: no search would find what it leads to,
+/// whatever that is.
+bool FolderExaminer::MaySkipLink(const SearchedFolder& folder, const std::string& name,
+                                 bool isHidden) const {
   return folder.holdsFiles ? isHidden && !Descends() : !IsSpecialName(name);
 }
 
-/// Whether what is no link need not be looked at further: it can be no answer, or only trusted
-/// users can change it.
-bool FolderExaminer::IsSafe(const struct stat& status) const {
+/// Whether something that is no link need not be looked at further: it can be no answer, or only
+/// trusted users can change it.
+bool FolderExaminer::MaySkip(const struct stat& status) const {
   const bool isClosed = (status.st_mode & (S_IWGRP | S_IWOTH)) == 0;
   return !MayCount(status.st_mode, rules.files) || (isClosed && accounts.IsTrusted(status.st_uid));
 }
 
+/// Whether names are searched below the folders of the path.
 bool FolderExaminer::Descends() const noexcept {
   return !rules.foldersHaveMeaning && rules.separator == LookupRules::Separator::FileBelow;
 }
 
-/// Where names are searched below folders, has the folder `name` in `above` examined next. If it is
-/// one of the folders that led there, notes it as a loop instead. `in` is `above` as a walk reached
-/// it.
+/// Where names are searched below folders, has the folder `name` in `above` examined later. If it
+/// is `above` or one of the folders that led there, notes a loop instead. `in` is `above` as a walk
+/// reached it.
 void FolderExaminer::AddBelow(const SearchedFolder& above, const std::string& name,
                               const PassedFolder& in, const Identity& identity) {
   if (!Descends()) return;

@@ -17,19 +17,20 @@ namespace Corvane::PathManagement::host {
 
 /// A folder in which names are searched.
 struct SearchedFolder {
-  using Identity = std::pair<dev_t, ino_t>;
+  using Identity = std::pair<dev_t, ino_t>;  // the same for all paths that lead to a folder
 
   std::string path;
-  std::string prefix = {};         // in front of the names of its files: "", or ends in "/"
-  bool holdsFiles = true;          // otherwise only special folders in it are searched
-  std::vector<Identity> way = {};  // the folders of its tree that led to it, the top first
+  std::string prefix = {};  // in front of the names of its files: "", or ends in "/"
+  bool holdsFiles = true;   // otherwise only special folders in it are searched
+  // The folders above it that led to it, from the folder of the path down to the nearest.
+  std::vector<Identity> way = {};
 };
 
 /// Examines folders, one after the other in path order: the way to each folder, the folder itself,
 /// and what it holds.
 class FolderExaminer {
  public:
-  /// `firstNumber` is the number on the path of the folder that is examined first.
+  /// `firstNumber` is the number of the folder of the path that is examined first.
   ///
   /// Precondition: `lookupRules` and `knownAccounts` outlive this object.
   FolderExaminer(const LookupRules& lookupRules, Accounts& knownAccounts, std::size_t firstNumber)
@@ -48,7 +49,8 @@ class FolderExaminer {
   void ReportPart(TrustKind kind, const std::string& folder, const std::string& text);
 
   void Examine(const SearchedFolder& folder);
-  /// Examines the folder at `path` and, where names are searched below folders, those below it.
+  /// Examines the folder at `path` and, where names are searched below folders, its tree: all
+  /// folders below it.
   void ExamineTree(std::string path);
 
   /// What is examined from now on belongs to the next folder of the path.
@@ -75,14 +77,14 @@ class FolderExaminer {
     PathStep step;
     std::string folder;
     bool counts = false;        // by the lookup rules
-    std::vector<Identity> way;  // the folders of its tree that led to the file, the top first
+    std::vector<Identity> way;  // the folders that led to the file, as in SearchedFolder
   };
 
   void ExamineName(const SearchedFolder& folder, const WalkedPath& in, const std::string& name);
-  [[nodiscard]] bool Answers(const std::string& path, const std::string& relative);
-  [[nodiscard]] bool IsIdleLink(const SearchedFolder& folder, const std::string& name,
-                                bool isHidden) const;
-  [[nodiscard]] bool IsSafe(const struct stat& status) const;
+  [[nodiscard]] bool NoteAnswer(const std::string& path, const std::string& relative);
+  [[nodiscard]] bool MaySkipLink(const SearchedFolder& folder, const std::string& name,
+                                 bool isHidden) const;
+  [[nodiscard]] bool MaySkip(const struct stat& status) const;
   [[nodiscard]] bool Descends() const noexcept;
   void AddBelow(const SearchedFolder& above, const std::string& name, const PassedFolder& in,
                 const Identity& identity);
@@ -95,11 +97,11 @@ class FolderExaminer {
   const Accounts& accounts;
   std::vector<FolderProblem> unexamined;
   AnsweredNames answered;
-  std::size_t folderNumber;  // on the path, of the folder that is examined
-  // Of the tree that is examined:
+  std::size_t folderNumber;  // of the folder of the path that is examined now, or next
+  // Of the tree that is examined now:
   std::vector<SearchedFolder> pending;  // the next one last
-  std::vector<HiddenFile> hidden;
-  std::vector<Identity> loops;  // folders that links below them lead back to
+  std::vector<HiddenFile> hidden;       // the findings on them wait for all loops to be known
+  std::vector<Identity> loops;          // folders that links below them lead back to
 };
 
 }  // namespace Corvane::PathManagement::host

@@ -38,7 +38,7 @@ Intruders IntruderSearch::FindCreators(const PassedFolder& folder) const {
 
 Intruders IntruderSearch::FindReplacers(const PassedFolder& folder,
                                         const AccessFacts& object) const {
-  accounts.Know(object);  // its owner may not be a suspect yet
+  accounts.AddSuspectsOf(object);  // its owner may not be a suspect yet
   std::vector<Able> able = FindAble(folder.above.get(), folder.facts, kToMakeNames);
   if ((folder.facts.mode & S_ISVTX) != 0) {  // only these two owners may then rename or remove
     std::erase_if(able, [&](const Able& one) {
@@ -58,10 +58,11 @@ std::vector<IntruderSearch::Able> IntruderSearch::FindAble(const PassedFolder* a
                                                            const AccessFacts& object,
                                                            unsigned wanted) const {
   const bool isClosed = (object.mode & (S_IWGRP | S_IWOTH)) == 0;
-  if (isClosed && accounts.IsTrusted(object.owner)) return {};  // the usual case
-  accounts.Know(object);
+  // The usual case. Nobody need be looked up in the user database.
+  if (isClosed && accounts.IsTrusted(object.owner)) return {};
+  accounts.AddSuspectsOf(object);
   for (const PassedFolder* folder = above; folder != nullptr; folder = folder->above.get()) {
-    accounts.Know(folder->facts);
+    accounts.AddSuspectsOf(folder->facts);
   }
   std::vector<Able> able;
   for (const Suspect& suspect : accounts.GetSuspects()) {
@@ -72,6 +73,7 @@ std::vector<IntruderSearch::Able> IntruderSearch::FindAble(const PassedFolder* a
   return able;
 }
 
+/// Joins the members of a group, and all but owners if everyone is able.
 Intruders IntruderSearch::Describe(const std::vector<Able>& able) const {
   Intruders found;
   const bool isEveryone = std::any_of(able.begin(), able.end(),
@@ -79,7 +81,7 @@ Intruders IntruderSearch::Describe(const std::vector<Able>& able) const {
   if (isEveryone) found.others.push_back({.kind = Intruder::Kind::Everyone});
   for (const Able& one : able) {
     const bool isOwner = one.permission.capacity == Capacity::Owner;
-    if (isEveryone && !isOwner) continue;
+    if (isEveryone && !isOwner) continue;  // an owner can whatever the permissions are
     Intruder intruder = Describe(one);
     auto& list = isOwner ? found.owners : found.others;
     const auto same = std::find_if(list.begin(), list.end(), [&](const Intruder& known) {

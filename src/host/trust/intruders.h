@@ -9,7 +9,7 @@
 
 namespace Corvane::PathManagement::host {
 
-/// Those who are not trusted and can do something to an object.
+/// Those who are not trusted and can do a certain thing to an object.
 struct Intruders {
   std::vector<Intruder> owners;  // who can because they own the object
   std::vector<Intruder> others;  // who can because they may write it
@@ -37,8 +37,9 @@ class IntruderSearch {
   [[nodiscard]] Intruders FindWriters(const PassedFolder& folder, const AccessFacts& file) const;
 
  private:
+  /// A suspect who has the rights in question, and how.
   struct Able {
-    const Suspect* suspect = nullptr;
+    const Suspect* suspect = nullptr;  // never null in results
     Permission permission;
   };
 

@@ -25,8 +25,8 @@ using fl::filesystem::detail::NativeBytes;
 using fl::filesystem::detail::PathError;
 using fl::filesystem::detail::WithoutInterruption;
 
-/// Opens the file that `walked` ended at, for reading. That opens the name anew, which has to lead
-/// to the same file. When the result is not open, errno says why.
+/// Opens the file that `walked` ended at, for reading. When the result is not open, errno says why:
+/// EAGAIN if the name, by which the file is opened, is that of another file by now.
 Descriptor OpenEnd(const WalkedPath& walked) {
   constexpr int kFlags = O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_NOCTTY | O_CLOEXEC;
   const PathStep& last = walked.steps.back();
@@ -51,7 +51,7 @@ struct OpenedFile::State {
 
 OpenedFile::OpenedFile(const FoundItem& item, LookupRules::Files files) {
   const std::string path = NativeBytes(GetNativePath(item));
-  if (path.empty()) {
+  if (path.empty()) {  // the item is not on disk
     throw PathError(ENOTSUP, "cannot open", BytesFromText(GetLocationText(item)).value_or(""));
   }
   const std::size_t folderEnd = path.rfind('/');
@@ -63,14 +63,14 @@ OpenedFile::OpenedFile(const FoundItem& item, LookupRules::Files files) {
   WalkedPath toFile = WalkPath(toFolder.end, toFolder.object, path.substr(folderEnd + 1));
   if (toFile.error) throw PathError(toFile.error.value(), "cannot open", path);
   // The file is looked at before it is opened: opening a device may already have an effect.
-  if (LookAtFile(toFile.object.Get(), files) != Standing::Counts || toFile.end != nullptr) {
+  if (LookAtFile(toFile.object.Get(), files) != Standing::Counts) {
     throw PathError(EACCES, "cannot open", path, ", which has changed");
   }
   Descriptor descriptor = OpenEnd(toFile);
   if (!descriptor.IsOpen()) throw PathError(errno, "cannot open", path);
   state = std::make_unique<State>(State{item, std::move(folder), std::move(toFolder),
                                         std::move(toFile), std::move(descriptor)});
-  // The walks are over: their descriptors are closed, the facts about their steps are kept.
+  // Of the walks, only the facts about their steps are needed from now on.
   for (WalkedPath* walked : {&state->toFolder, &state->toFile}) {
     walked->object = Descriptor(-1);
     walked->holder = Descriptor(-1);

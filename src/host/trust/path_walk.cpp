@@ -18,13 +18,13 @@ namespace {
 using foundation::storage::vfs::detail::LinkWalk;
 using foundation::storage::vfs::detail::ReadLink;
 
-constexpr std::size_t kMostLevels = PATH_MAX / 2;
+constexpr std::size_t kMostLevels = PATH_MAX / 2;  // a name takes two bytes, with its separator
 constexpr int kPathAlone = O_PATH | O_NOFOLLOW | O_CLOEXEC;
 
 std::error_code LastError() { return {errno, std::generic_category()}; }
 
 Descriptor OpenName(const Descriptor& folder, const std::string& name) {
-  // As a folder first: that makes the system mount a file system that is mounted on demand.
+  // First as a folder: then a file system that is mounted on demand gets mounted.
   Descriptor opened(openat(folder.Get(), name.c_str(), kPathAlone | O_DIRECTORY));
   if (opened.IsOpen() || errno != ENOTDIR) return opened;
   return Descriptor(openat(folder.Get(), name.c_str(), kPathAlone));
@@ -32,6 +32,7 @@ Descriptor OpenName(const Descriptor& folder, const std::string& name) {
 
 class Walker {
  public:
+  /// Begins at the root when `start` is null; then `descriptor` is not used.
   Walker(std::shared_ptr<const PassedFolder> start, Descriptor descriptor, std::string_view path)
       : walk(start == nullptr ? "" : start->path, path),
         folder(std::move(start)),
@@ -52,7 +53,8 @@ class Walker {
       return;
     }
     const AccessFacts facts = ReadAccessFacts(current, current, ".", walked.error);
-    folder = std::make_shared<const PassedFolder>(PassedFolder{nullptr, "", facts, 0});
+    folder = std::make_shared<const PassedFolder>(
+        PassedFolder{.above = nullptr, .path = {}, .facts = facts, .level = 0});
   }
 
   void LookAtName() {
@@ -87,7 +89,7 @@ class Walker {
   }
 
   void Follow(const Descriptor& link) {
-    std::string target = ReadLink(link.Get(), "", walked.error);
+    std::string target = ReadLink(link.Get(), /*path=*/"", walked.error);
     if (!walked.error && !walk.Follow(std::move(target))) {
       walked.error = std::make_error_code(std::errc::too_many_symbolic_link_levels);
     }
@@ -120,8 +122,8 @@ class Walker {
   }
 
   LinkWalk walk;
-  std::shared_ptr<const PassedFolder> folder;
-  Descriptor current;  // open for its path alone
+  std::shared_ptr<const PassedFolder> folder;  // the present one
+  Descriptor current;                          // has it open, with O_PATH
   WalkedPath walked;
 };
 

@@ -32,7 +32,7 @@ struct PassedFolder {
 struct PathStep {
   std::shared_ptr<const PassedFolder> folder;  // in which the name stands
   std::string name;
-  std::optional<AccessFacts> object;  // what has the name; empty when nothing has
+  std::optional<AccessFacts> object;  // of what has the name; empty when nothing has it
 
   [[nodiscard]] std::string GetPath() const { return folder->GetPathOf(name); }
 };
@@ -42,7 +42,7 @@ struct WalkedPath {
   std::vector<PathStep> steps = {};  // in the order in which they decided where the path leads
   /// The folder that the walk ended at; null when it ended at something else, or failed.
   std::shared_ptr<const PassedFolder> end = nullptr;
-  /// What the walk ended at, open for its path alone; not open when the walk failed.
+  /// What the walk ended at, open with O_PATH; not open when the walk failed.
   Descriptor object = Descriptor(-1);
   /// The folder that holds `object`; not open when `object` is a folder itself.
   Descriptor holder = Descriptor(-1);
@@ -58,7 +58,7 @@ struct WalkedPath {
 /// Cost: about three system calls for each name. Holds three descriptors at most.
 [[nodiscard]] WalkedPath WalkPath(std::string_view path);
 
-/// The same for a path that begins in `folder`, which `descriptor` has open.
+/// The same for a path that begins in `folder`, which `descriptor` has open and which is not null.
 [[nodiscard]] WalkedPath WalkPath(std::shared_ptr<const PassedFolder> folder,
                                   const Descriptor& descriptor, std::string_view path);
 

@@ -1,6 +1,7 @@
 #include "host/trust/permission.h"
 
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include <algorithm>
 
@@ -10,21 +11,22 @@ namespace {
 
 using Kind = AccessEntry::Kind;
 
+/// Whether all that is `wanted` is among the `rights`.
 bool Grants(unsigned rights, unsigned wanted) { return (wanted & ~rights) == 0; }
 
 /// What an access-control list says about a user.
 struct ListAnswer {
   bool concerns = false;  // whether an entry is for the user; otherwise the others' rights count
-  std::optional<Permission> permission = {};  // empty: those entries do not grant what is wanted
+  std::optional<Permission> permission = {};  // empty when such entries do not grant the rights
 };
 
 ListAnswer AskList(const AccessFacts& facts, const PermissionSeeker& seeker, unsigned wanted) {
   const auto mask = std::find_if(facts.list.begin(), facts.list.end(),
                                  [](const auto& entry) { return entry.kind == Kind::Mask; });
   // What any entry grants at most; without a mask, everything.
-  const unsigned most = mask == facts.list.end() ? 7U : mask->rights;
+  const unsigned most = mask == facts.list.end() ? R_OK | W_OK | X_OK : mask->rights;
   ListAnswer answer;
-  for (const AccessEntry& entry : facts.list) {  // users come first in every list
+  for (const AccessEntry& entry : facts.list) {  // in every list, users come before groups
     const bool isUser = entry.kind == Kind::User;
     const gid_t group = entry.kind == Kind::OwningGroup ? facts.group : entry.id;
     if (entry.kind == Kind::Mask) continue;
@@ -45,7 +47,7 @@ ListAnswer AskList(const AccessFacts& facts, const PermissionSeeker& seeker, uns
 std::optional<Permission> FindPermission(const AccessFacts& facts, const PermissionSeeker& seeker,
                                          unsigned wanted) {
   if (seeker.user == facts.owner) return Permission{Capacity::Owner};
-  const unsigned group = (facts.mode & S_IRWXG) >> 3U;
+  const unsigned group = (facts.mode & S_IRWXG) >> 3U;  // with the values of R_OK, W_OK and X_OK
   if (!facts.list.empty()) {
     const ListAnswer answer = AskList(facts, seeker, wanted);
     if (answer.concerns) return answer.permission;

@@ -9,7 +9,8 @@
 
 namespace Corvane::PathManagement::host {
 
-/// In which capacity a user has a right. A `NamedUser` is named in an access-control list.
+/// In which capacity a user has a right. A `NamedUser` has an entry in an access-control list; a
+/// `Group` is that of the file, or has an entry.
 enum class Capacity : std::uint8_t { Owner, NamedUser, Group, Others };
 
 struct Permission {
@@ -19,7 +20,7 @@ struct Permission {
 
 /// Somebody whose permissions are in question.
 struct PermissionSeeker {
-  std::optional<uid_t> user;        // empty for one whom no owner or list entry can name
+  std::optional<uid_t> user;        // empty for somebody who owns nothing and has no list entry
   std::function<bool(gid_t)> isIn;  // whether the user is in a group
 };
 

@@ -11,9 +11,9 @@
 
 namespace Corvane::PathManagement::host {
 
-/// Reports what those who are not trusted can do to the steps of walks. In all operations, `folder`
-/// is the searched folder that the walk is for, as users read it, and `scopes` are the names that
-/// could be taken over.
+/// Reports what those who are not trusted can do to what a walk came through. In all operations,
+/// `folder` is the searched folder that the walk is for, as users read its path, and `scopes` are
+/// the names that could be taken over.
 class StepReport {
  public:
   StepReport(Accounts& accounts, FindingList& list) : search(accounts), findings(list) {}
@@ -22,7 +22,7 @@ class StepReport {
   void BeginPart(ustring text);
 
   /// Reports who can replace what stands at each step, or make it when nothing stands there. Leaves
-  /// out steps in folders that `ReportFolder` has reported in this part.
+  /// out steps in folders for which `ReportFolder` has said that in this part.
   void ReportSteps(const std::vector<PathStep>& steps, const std::string& folder,
                    const std::vector<NameScope>& scopes);
 
@@ -41,7 +41,7 @@ class StepReport {
  private:
   IntruderSearch search;
   FindingList& findings;
-  std::set<std::string> searchedFolders;  // reported in this part: paths without links
+  std::set<std::string> searchedFolders;  // that were reported in this part; paths without links
 };
 
 }  // namespace Corvane::PathManagement::host

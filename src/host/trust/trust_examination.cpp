@@ -33,14 +33,15 @@ bool DependsOnWorkingFolder(const FolderOrigin& origin, const LookupRules& rules
   return !(isExpanded && rules.expandsParts);
 }
 
-/// How the special folder is written in front of a name: "geometry/" for "+geometry".
+/// How a special folder is written in front of the names of its files: "geometry/" for "+geometry".
 std::string NameInFront(const FolderEntry& folder) {
   const std::string name = BytesFromText(folder.GetAbsoluteIRI().getName()).value_or("");
   return name.substr(std::min(name.find_first_not_of("+@"), name.size())) + '/';
 }
 
-/// Examines a folder of the path and the special folders below it.
-void ExamineSpecialFolders(const PathView& view, const Folder& top, FolderExaminer& examiner) {
+/// Examines a folder of the path and the special folders below it: private, resources, "@..." and
+/// "+...".
+void ExamineWithSpecialFolders(const PathView& view, const Folder& top, FolderExaminer& examiner) {
   std::vector<std::string> prefixes;  // by depth
   WalkFolders(top, [&](const Folder& folder, std::size_t depth) {
     prefixes.resize(depth);
@@ -53,10 +54,12 @@ void ExamineSpecialFolders(const PathView& view, const Folder& top, FolderExamin
   });
 }
 
+/// Examines a folder and, if names are searched below folders, those below it.
 void ExamineTree(const FolderEntry& folder, FolderExaminer& examiner) {
   if (auto path = NativeBytes(folder.GetAbsoluteIRI())) examiner.ExamineTree(*std::move(path));
 }
 
+/// Examines the folders that one part of the path has brought onto it, unless they are hidden.
 void ExaminePart(const PathView& view, const LookupRules& rules, const GivenFolders::Given& given,
                  FolderExaminer& examiner) {
   const ustring& text = given.origin.folder;
@@ -71,7 +74,7 @@ void ExaminePart(const PathView& view, const LookupRules& rules, const GivenFold
     const auto folder = std::dynamic_pointer_cast<const FolderEntry>(entry);
     if (folder == nullptr || view.FindHider(*folder) != nullptr) continue;
     if (rules.foldersHaveMeaning) {
-      ExamineSpecialFolders(view, folder, examiner);
+      ExamineWithSpecialFolders(view, folder, examiner);
     } else {
       ExamineTree(*folder, examiner);
     }
@@ -94,10 +97,11 @@ TrustReport ExamineTrustOf(const PathView& view, const RuledPath* ruled, const L
   }
   FolderExaminer onPath(rules, accounts, quoted.GetNumber());
   for (const auto& given : view.GetGivenFolders()) ExaminePart(view, rules, given, onPath);
+  // For names in quotes: insert() leaves what the quote folders answer as it is.
   AnsweredNames inQuotes = quoted.GetAnswered();
   inQuotes.insert(onPath.GetAnswered().begin(), onPath.GetAnswered().end());
 
-  const AnsweredNames none;
+  const AnsweredNames none;  // so that findings list no names
   TrustReport report{quoted.TakeFindings(lookup.names ? inQuotes : none),
                      ruled == nullptr ? view.GetUnlocated() : ruled->FindUnlocated()};
   auto findings = onPath.TakeFindings(lookup.names ? onPath.GetAnswered() : none);
