@@ -47,6 +47,7 @@ class AskedLists {
   /// Sets the names that `question` looks for in each place of its list, and its `methodFolder`.
   void SetNames(const Lookup& lookup, ScannedQuestion& question) const;
 
+  /// The list with this number; valid as long as this object.
   [[nodiscard]] AskedList& At(std::uint32_t list) { return lists[list]; }
 
  private:

@@ -96,6 +96,7 @@ bool NameScan::AddUpTo(const std::optional<Order>& answer, const ScannedQuestion
                                standing);
     }
     if (isAnswer) return true;
+    // What comes before the answer should neither have ended the search nor be an answer.
     if (EndsSearch(each.standing, files)) return !answer;
     if (each.standing == Standing::Counts) return false;
   }

@@ -12,8 +12,8 @@
 
 namespace Corvane::PathManagement::host {
 
-// A receipt refers to what it holds by number. A place is the number of a folder that was asked for
-// a file, whether or not the folder exists; a question is that of a name that was looked up.
+// A receipt refers to what it holds by number. A question is the number of a name that was looked
+// up. A place is the number of a folder that was asked for files, whether or not it exists.
 
 /// Instead of a place: there is no answer.
 inline constexpr std::uint32_t kNoPlace = std::numeric_limits<std::uint32_t>::max();

@@ -71,8 +71,9 @@ class ReceiptDraft {
   [[nodiscard]] std::shared_ptr<const ReceiptBody> Finish(
       const EnvironmentOptions& options, std::chrono::system_clock::time_point begun);
 
+  // Those who record questions fill these in; `Finish` saves them.
   std::vector<List> lists;                 // the first has the folders of the search path
-  std::vector<receipts::Kind> kinds;       // how names were asked for: policy, extensions, asker
+  std::vector<receipts::Kind> kinds;       // how names were asked for: policy, extensions, folder
   std::vector<receipts::Text> extensions;  // of all kinds, in the order of the kinds
   std::vector<Question> questions;
   std::vector<receipts::Further> further;  // places that answers rest on besides those of lists
