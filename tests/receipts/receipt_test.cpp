@@ -120,13 +120,18 @@ TEST_F(ReceiptTest, DoesNotTrustAFolderThatHasJustChanged) {
   EXPECT_EQ(ChangesIn(Make()), "");
 }
 
-TEST_F(ReceiptTest, DoesNotTrustAFolderWhoseTimeWasSetBackSinceItWasAsked) {
-  const host::Environment environment(Options());
-  host::ReceiptRecorder recorder(environment);
-  const host::Lookup lookup = {.name = u"plot.zt"};
-  recorder.Add(lookup, environment.Find(lookup));
-  tree.Do("touch mine/plot.zt; touch -d '300 hours ago' mine");
-  EXPECT_EQ(ChangesIn(recorder.Finish()), "plot.zt: way/plot.zt > mine/plot.zt\n");
+TEST_F(ReceiptTest, DoesNotTrustAFolderThatHasChangedOrGoneSinceItWasAsked) {
+  for (const auto& [change, changes] :
+       {std::pair("touch mine/plot.zt; touch -d '300 hours ago' mine",
+                  "plot.zt: way/plot.zt > mine/plot.zt\n"),
+        std::pair("rm -r mine", "plot.zt: mine/plot.zt > way/plot.zt\n")}) {
+    const host::Environment environment(Options());
+    host::ReceiptRecorder recorder(environment);
+    const host::Lookup lookup = {.name = u"plot.zt"};
+    recorder.Add(lookup, environment.Find(lookup));
+    tree.Do(change);
+    EXPECT_EQ(ChangesIn(recorder.Finish()), changes);
+  }
 }
 
 TEST_F(ReceiptTest, AsksAgainWhenOtherFoldersAreOnThePath) {

@@ -121,12 +121,18 @@ void ReceiptDraft::LookAtPlaces(DiskPatience::Limit limit,
     // Where the disk has not answered in time, links are not resolved: that has no time limit.
     canonical[place] = sight ? WithoutLinks(links, path) : path;
   });
+  std::vector<bool> hasAnswer(paths.size());
+  for (const Question& question : questions) {
+    if (question.place != kNoPlace) hasAnswer[question.place] = true;
+  }
   for (std::size_t place = 0; place < paths.size(); ++place) {
     const FolderSight& sight = sights[place];
+    // A folder that holds an answer was there when it was asked.
+    const bool isGone = sight.error != 0 && hasAnswer[place];
     const receipts::Text path = AddText(std::string_view(paths[place]));
     places.emplace_back(sight.stamp.modified, sight.stamp.changed, sight.stamp.inode, path,
                         AddTarget(path, canonical[place]), static_cast<std::uint16_t>(sight.error),
-                        IsCertain(sight, begun.time_since_epoch()));
+                        !isGone && IsCertain(sight, begun.time_since_epoch()));
   }
   for (const std::string& way : FindWays(canonical)) {
     const receipts::Text path = AddText(std::string_view(way));
