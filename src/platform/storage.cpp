@@ -13,12 +13,12 @@ namespace {
 /// For any scheme but "file": it has no links, so ".." can be removed from the text.
 CanonicalAbsoluteIRI CanonicalIRIOfOtherScheme(const AbsoluteIRI& location) {
   return {AbsoluteIRI(detail::GenericIRIWithoutDotSegments(location.toStringView())),
-          /*suffix=*/u""};
+          /*furtherText=*/u""};
 }
 
 CanonicalAbsoluteIRI CanonicalIRI(const detail::CanonicalPath& canonical) {
   const fl::filesystem::path path(Corvane::PathManagement::TextFromBytes(canonical.bytes));
-  return {toAbsoluteIRI(u"file", path), /*suffix=*/u""};
+  return {toAbsoluteIRI(u"file", path), /*furtherText=*/u""};
 }
 
 }  // namespace

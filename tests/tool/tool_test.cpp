@@ -116,6 +116,8 @@ TEST_F(ToolTest, FilesListAndIriAnswer) {
       {"s iri 'a %' http://h/%41", 0, "",
        "iri: file://$T/a%20%25\ncanonical: file://$T/a%20%25\n"
        "path: $T/a %\niri: http://h/A\ncanonical: http://h/A\n"},
+      {"s iri --json \"$(printf 'a\\377')\" | cut -d, -f 1,2", 0, "",
+       "{`text`:`a\uFFFD`,`textBytes`:`Yf8=`\n"},
       {"s iri file://h/x --json lib/sub/up", 2, "invalid IRI `file://h/x`",
        "{`text`:`lib/sub/up`,`iri`:`file://$T/lib/sub/up`,`canonical`:`file://$T/lib`,"
        "`path`:`$T/lib/sub/up`}\n"},
