@@ -55,9 +55,10 @@ class ItemStore {
     return *winner;
   }
 
-  /// Stores at `index` an item that was made before the folder was listed. Precondition: there is
-  /// none at `index`.
-  void Put(std::size_t index, std::unique_ptr<const PathItem>&& item) {
+  /// Stores at `index` an item that was made before the folder was listed. When that raises, for
+  /// lack of memory, `item` still owns it, as callers of the path may view it.
+  /// Precondition: there is none at `index`.
+  void Put(std::size_t index, std::unique_ptr<const PathItem>& item) {
     Slots()[index].store(item.release(), std::memory_order_release);
   }
 

@@ -135,7 +135,7 @@ void NameAnswers::ApplyTo(FolderListing& listing) const {
 void NameAnswers::MoveItemsTo(ItemStore& items, const NameBlock& files) {
   for (Answer& answer : answers) {
     if (answer.item == nullptr) continue;
-    items.Put(IndexOf(files, answer.name).value(), std::move(answer.item));
+    items.Put(IndexOf(files, answer.name).value(), answer.item);
   }
 }
 

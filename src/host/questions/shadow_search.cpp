@@ -56,7 +56,7 @@ ShadowKind KindOf(FileRelation relation) {
 
 /// What a hidden file is to the file meant, and what could not be read to judge that.
 struct Judgement {
-  ShadowKind kind;
+  ShadowKind kind = ShadowKind::Unreadable;
   std::optional<FileProblem> problem = {};
 };
 
