@@ -94,7 +94,9 @@ std::string GetFishCompletion(const std::vector<DescribedCommand>& commands) {
     const auto second = GetSecondWords(commands, word);
     if (second.empty()) continue;
     // Offers the second words, until one of them is there.
-    const std::string andNot = "; and not __searchpath_is " + word + ' ';
+    std::string andNot = "; and not __searchpath_is ";
+    andNot += word;
+    andNot += ' ';
     text += "complete -c searchpath -n '__searchpath_is " + word + andNot + Join(second, andNot) +
             "' -a " + Quote(Join(second, " ")) + '\n';
   }

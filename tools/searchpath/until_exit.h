@@ -2,6 +2,7 @@
 #define SEARCHPATH_TOOLS_SEARCHPATH_UNTIL_EXIT_H
 
 #include <deque>
+#include <type_traits>
 #include <utility>
 
 namespace Corvane::PathManagement::tool {
@@ -10,9 +11,10 @@ namespace Corvane::PathManagement::tool {
 /// takes all memory back at once, which is faster than freeing the objects of a large path, of which
 /// there are millions, one by one.
 template <class Value>
-Value& KeepUntilExit(Value value) {
+  requires(!std::is_reference_v<Value>)
+Value& KeepUntilExit(Value&& value) {
   static auto* const kept = new std::deque<Value>;
-  return kept->emplace_back(std::move(value));
+  return kept->emplace_back(std::forward<Value>(value));
 }
 
 }  // namespace Corvane::PathManagement::tool
