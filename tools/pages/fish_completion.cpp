@@ -94,11 +94,11 @@ std::string GetFishCompletion(const std::vector<DescribedCommand>& commands) {
     const auto second = GetSecondWords(commands, word);
     if (second.empty()) continue;
     // Offers the second words, until one of them is there.
-    std::string andNot = "; and not __searchpath_is ";
-    andNot += word;
-    andNot += ' ';
-    text += "complete -c searchpath -n '__searchpath_is " + word + andNot + Join(second, andNot) +
-            "' -a " + Quote(Join(second, " ")) + '\n';
+    text += "complete -c searchpath -n '__searchpath_is " + word;
+    for (const std::string& each : second) {
+      text.append("; and not __searchpath_is ").append(word).append(" ").append(each);
+    }
+    text += "' -a " + Quote(Join(second, " ")) + '\n';
   }
   for (const DescribedCommand& command : commands) {
     for (const OptionText& option : command.options) text += GetLine(command, option);

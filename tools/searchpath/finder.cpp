@@ -70,7 +70,8 @@ std::optional<FoundItem> Finder::FindFirst(const std::string& name) {
 
 void Finder::CloseAnswer(const std::string& name, bool found) const {
   if (!found) WriteMiss(output, name);
-  if (options.all) WriteEnd(output, name);
+  // Otherwise each name has one object: its file, or that there is none.
+  if (options.all || options.glob) WriteEnd(output, name);
 }
 
 void Finder::ReportProblems() {

@@ -48,8 +48,9 @@ class Finder {
   [[nodiscard]] bool FoundAll() const noexcept { return foundAll; }
 
  private:
-  // Each of these four prints the answer and returns whether a file was found. They search for
-  // `lookup.name`, which `Answer` has made of `name`; the output has `name`.
+  // Each of these four prints the answer and returns whether a file was found; `Ask` calls that one
+  // of the other three that the options want. They search for `lookup.name`, which `Answer` has
+  // made of `name`; the output has `name`.
   [[nodiscard]] bool Ask(const std::string& name) const;
   [[nodiscard]] bool Explain(const std::string& name) const;
   [[nodiscard]] bool Find(const std::string& name) const;

@@ -8,7 +8,7 @@
 
 namespace Corvane::PathManagement::tool {
 
-/// Saves the listings of all folders of the path in `file`, and reports as `ReportProblems`.
+/// Saves the listings of all folders of the path in `file`, a cache, and reports as `ReportProblems`.
 /// Returns `Failed` when `ReportProblems` says that the command must fail, else `Found`.
 ///
 /// Errors: `UsageError` when `file` cannot be written.

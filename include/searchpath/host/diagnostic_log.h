@@ -17,7 +17,7 @@ namespace Corvane::PathManagement::host {
 // Threads: all operations, from any thread.
 
 /// From now on appends messages of at least the severity `least` to `file`, or writes them to
-/// standard error when `file` is empty. Each line is written at once. Replaces the sink of
+/// standard error when `file` is `nullopt`. Each line is written at once. Replaces the sink of
 /// `basic_diagnostic_logger`.
 ///
 /// Errors: `std::runtime_error` when the file cannot be opened; the old sink then stays. A message

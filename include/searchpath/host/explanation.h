@@ -29,7 +29,7 @@ enum class FolderOutcome : std::uint8_t {
   DroppedAsRepeat,       ///< is not searched: the same folder is on the path as another entry
   FilteredOut,           ///< is not searched: hidden from the path
   BelowUnsearched,       ///< holds it only below a folder that is not searched for it
-  // Where folders have no meaning:
+  // Only by the rules of other programs, see `LookupRules::foldersHaveMeaning`:
   NotExecutable,  ///< holds a file of that name that may not be executed
   IsFolder,       ///< holds a folder of that name
   BrokenLink,     ///< holds a link of that name that leads nowhere
@@ -52,7 +52,7 @@ enum class DecidingRule : std::uint8_t {
   PrivateFolder,       ///< the private folder of the folder that asks comes before all others
   PartialPathname,     ///< the first folder in path order that matches the folders in the name and
                        ///< holds it
-  // Where folders have no meaning:
+  // Only by the rules of other programs, see `LookupRules::foldersHaveMeaning`:
   AskersFolder,       ///< the folder of the file that asks comes before the path
   ThatFile,           ///< the name is that of one file; the path is not searched
   SearchEnded,        ///< a file that cannot be read ended the search

@@ -14,7 +14,8 @@ namespace Corvane::PathManagement {
 /// `AbsoluteIRI`. Every list is de-duplicated by itself: a folder may be among the main entries and
 /// also among the method entries.
 ///
-/// A traversal never builds the list of main entries, but depends on whether it is built:
+/// A traversal never builds the list of main entries, which would ask every entry for its location,
+/// but uses a list that is there. So there are two ways:
 ///
 /// - Before the list is built, or when it is empty, the parts are traversed, and only the first
 ///   entry for each folder is visited. An entry that is below two main entries is visited once. An

@@ -90,8 +90,7 @@ Freshness AskFreshness(const std::string& path, const std::optional<FolderStamp>
   if (!status || !IsReadable(path, *status)) return Freshness::Gone;
   if (!stamp) return Freshness::Unknown;
   if (!HasNanoseconds(status->st_mtim) || !HasNanoseconds(status->st_ctim)) return Freshness::Stale;
-  // The inode tells a folder from a copy that was given the same times, and from another folder of
-  // the same times that took its place.
+  // The inode tells a folder from another one in its place whose times happen to be the same.
   const FolderStamp now{.modified = Nanoseconds(status->st_mtim),
                         .changed = Nanoseconds(status->st_ctim),
                         .inode = status->st_ino};

@@ -97,13 +97,15 @@ class RuleExplainer {
     }
     for (const std::string& name : names) {
       const std::string file = RuledPath::PathOf(place, name);
-      asked.outcome = OutcomeFor(LookAtFile(file, path.GetRules().files));
-      if (asked.outcome == FolderOutcome::Absent && IsBrokenLink(file)) {
-        asked.outcome = FolderOutcome::BrokenLink;
-      }
-      if (asked.outcome == FolderOutcome::Absent) continue;
-      asked.instead = TextFromBytes(file);
-      return;
+      const FolderOutcome here = OutcomeFor(LookAtFile(file, path.GetRules().files));
+      const bool lacksRight =
+          here == FolderOutcome::NotExecutable || here == FolderOutcome::NotReadable;
+      // What lacks a right may have decided; anything else matters only as the first in the way.
+      if (!lacksRight && asked.outcome != FolderOutcome::Absent) continue;
+      asked.outcome =
+          here == FolderOutcome::Absent && IsBrokenLink(file) ? FolderOutcome::BrokenLink : here;
+      if (asked.outcome != FolderOutcome::Absent) asked.instead = TextFromBytes(file);
+      if (lacksRight) return;
     }
   }
 

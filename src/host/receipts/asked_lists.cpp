@@ -169,7 +169,8 @@ std::uint32_t AskedLists::MakeListByRules(const Lookup& lookup, const std::strin
   RuledPath::Asker asker;
   if (lookup.afterFolder) {
     asker.after = workingFolder.Locate(*lookup.afterFolder);
-    // Which folders come after that one depends on all that a question from that folder asks.
+    // Which folders come after that one depends on all that a question from that folder asks. This
+    // concerns the whole path, as later questions share the list that is made here.
     for (const auto& place : ruled->FindPlaces(target, {.from = asker.after})) {
       draft.further.emplace_back(kWholePath, draft.AddPlace(BytesOf(*place.folder)));
       draft.further.emplace_back(kWholePath, add(place));
@@ -194,6 +195,7 @@ AskedList::Listings AskedLists::ListingsBelow(const std::string& name) const {
   };
   AskedList::Listings listings = {
       .areMade = [find] { return find() != nullptr; },
+      // The list has one place for each root of the path, in path order.
       .at = [find](std::size_t root) { return find()->FindListing(root); }};
   if (ruled->GetRules().files != LookupRules::Files::Regular) {
     listings.firstWith = [find](std::string_view file) { return find()->FirstRootToAsk(file); };

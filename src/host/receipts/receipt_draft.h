@@ -33,7 +33,7 @@ class ReceiptDraft {
   };
   struct Question {
     std::uint32_t nameEnd = 0;       // where its name ends in the joined names of all questions
-    receipts::Text file = {};        // the file of the answer; empty for the last part of the name
+    receipts::Text file = {};        // name of the file found; empty if the last part of the name
     std::uint32_t place = kNoPlace;  // the folder of the answer; kNoPlace when there is none
     std::uint32_t kind = 0;          // an index in `kinds`
     std::uint32_t list = 0;          // an index in `lists`
@@ -82,7 +82,9 @@ class ReceiptDraft {
   bool pathIsUncertain = false;            // the folders of the path are to be found anew each time
 
  private:
+  /// Drops the places that no answer rests on, and numbers the others anew.
   void DropIdlePlaces();
+  /// The text of `target`, to which `path` leads once links are resolved.
   [[nodiscard]] receipts::Text AddTarget(const receipts::Text& path, const std::string& target);
   [[nodiscard]] std::set<std::string> FindWays(const std::vector<std::string>& canonical) const;
   void LookAtPlaces(DiskPatience::Limit limit, std::chrono::system_clock::time_point begun);

@@ -55,7 +55,7 @@ class SavedListings {
   /// The listing of a folder, which views this object. If `FollowsTheDisk`, the result is empty
   /// unless the folder was listed and is certain not to have changed since; the disk is asked anew
   /// where its links lead. Otherwise the listing is as saved, and the result never empty: the
-  /// listing of a folder that could not be listed holds the problem alone.
+  /// listing of a folder that could not be listed holds the problem and no names.
   [[nodiscard]] std::optional<FolderListing> FindListing(std::uint32_t folder,
                                                          DiskPatience& patience) const;
 
