@@ -60,7 +60,8 @@ TEST_F(RulesTest, NamesAreRelativeToTheFoldersOfThePath) {
        "$T/p/sub/kind.h\n$T/q/sub/kind.h\n"},
       {"s find draw --as plain --path p:q --ext x --explain | sed -n '2d;p'", 0, "`draw`",
        "`draw` means no file\n  absent  $T/p\n  absent  $T/q\nwhy: no folder holds it\n"},
-      {"mkdir -p m/x.a; : >m/x.b; s find x --as program --path m --ext a --ext b --explain 2>/dev/null | "
+      {"mkdir -p m/x.a; : >m/x.b; s find x --as program --path m --ext a --ext b --explain "
+       "2>/dev/null | "
        "sed -n 3p; rm -r m",
        0, "", "  not executable  $T/m  $T/m/x.b\n"},
       {"s find pipe --as include --path p:q", 1,

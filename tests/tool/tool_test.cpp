@@ -247,7 +247,8 @@ TEST_F(ToolTest, PatternsAreTakenWhereThatIsAskedFor) {
       {"s find --glob '+pkg/*' 'sub/b*' --as plain --path lib", 0, "",
        "$T/lib/+pkg/inner.zt\n$T/lib/sub/below.zt\n"},
       {"printf 'p*\nz*' | s find --stdin --glob --json --path lib | cut -d, -f1,2", 0,
-       "matches `z*`", "{`pattern`:`p*`,`name`:`plain`\n{`name`:`p*`,`end`:true}\n"
+       "matches `z*`",
+       "{`pattern`:`p*`,`name`:`plain`\n{`name`:`p*`,`end`:true}\n"
        "{`name`:`z*`,`path`:null}\n{`name`:`z*`,`end`:true}\n"},
       {"s find 'f*' --path lib", 1,
        "no file called `f*` on the path; --glob takes it as a pattern\n", ""},
