@@ -19,6 +19,7 @@
 #include <cstddef>
 #include <cstdlib>
 #include <filesystem>
+#include <stdexcept>
 #include <system_error>
 
 namespace Corvane::PathManagement::host {
@@ -77,9 +78,14 @@ StoredPath::Folders LocationsOf(const std::vector<Line>& lines) {
 
 /// The line to write for `folder`.
 std::string TextOf(const AbsoluteIRI& folder) {
+  if (folder.getScheme() != u"file") {
+    throw std::invalid_argument("a stored path holds folders on disk, not " +
+                                BytesFromText(folder.toString()).value_or(""));
+  }
   const ustring path = GetStringFromIRI(folder);
   const bool fitsOnALine = path.find(u'\n') == path.npos;
-  return BytesFromText(fitsOnALine ? path : folder.toString()).value_or("");
+  // A location has no text without bytes, so there is a value.
+  return BytesFromText(fitsOnALine ? path : folder.toString()).value();
 }
 
 /// Waits until nobody else changes `file`, and keeps others from it as long as the descriptor is

@@ -26,9 +26,9 @@ class Lines {
   std::size_t GetLine() {
     const std::size_t end = std::max<std::size_t>(bytesRead, 1) - 1;
     const auto from = text.begin() + static_cast<std::ptrdiff_t>(counted);
-    const auto to = text.begin() + static_cast<std::ptrdiff_t>(std::max(end, counted));
+    const auto to = text.begin() + static_cast<std::ptrdiff_t>(end);
     line += static_cast<std::size_t>(std::count(from, to, '\n'));
-    counted = std::max(end, counted);
+    counted = end;
     return line;
   }
 

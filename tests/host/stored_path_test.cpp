@@ -60,6 +60,8 @@ TEST_F(StoredPathTest, AListThatCannotBeReadOrChangedStaysAsItIs) {
   }
   tree.File("list", "/x\n");
   EXPECT_THROW(stored.Change([](const auto&) -> StoredPath::Folders { throw 7; }), int);
+  const StoredPath::Folders elsewhere = {AbsoluteIRI(u"http://host/lib")};
+  EXPECT_THROW(stored.Change([&](const auto&) { return elsewhere; }), std::invalid_argument);
   EXPECT_EQ(tree.Content("list"), "/x\n");
   tree.Folder("folder");
   EXPECT_THROW(static_cast<void>(StoredPath(tree.Text("folder")).Read()), std::system_error);

@@ -33,7 +33,7 @@ namespace Corvane::PathManagement::host {
 /// the defaults shown here; "properties" may be left out. A folder is a pathname below the
 /// package's own folder, without "..", or an IRI, and need not exist. Without tags it has the tag
 /// 0, which marks folders of the search path. A property is true, false, a number or a text;
-/// "IsQRX" and "ManualInstall" are true or false.
+/// "IsQRX" and "ManualInstall", which `GetPathFoldersForPackages` asks for, are true or false.
 ///
 /// Threads: immutable; all operations, from any thread.
 /// Ownership: packages may outlive the registry.

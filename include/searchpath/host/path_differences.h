@@ -28,7 +28,8 @@ struct FolderDifference {
   std::shared_ptr<const IPathEntry> before;  ///< null when it was added
   std::shared_ptr<const IPathEntry> after;   ///< null when removed; the same as `before` when moved
   /// On the earlier path: the number, from 0, of the main folder that the folder is or belongs to;
-  /// empty when the folder is not on that path.
+  /// empty when the folder is not on that path, or is a special folder whose main entry makes a new
+  /// entry for it whenever it is asked.
   std::optional<std::size_t> placeBefore;
   std::optional<std::size_t> placeAfter;  ///< the same on the later path
 };
@@ -37,8 +38,8 @@ struct FolderDifference {
 /// have to be the same objects, see `ShareUnchangedFolders`. Removed folders come first, in the
 /// order of `before`; then folders added, moved and refreshed, each kind in the order of `after`.
 ///
-/// Cost: that of the differentiator. `filter` may be `IncludeSubfolders`, which lists changed main
-/// folders.
+/// Cost: that of the differentiator. `filter` may be `IncludeSubfolders`, which reads changed main
+/// folders from the disk if they have not been listed.
 [[nodiscard]] SEARCHPATH_EXPORT std::vector<FolderDifference> FindPathDifferences(
     const IPath& before, const IPath& after,
     PathEntryVectorDifferentiator::ComparisonFilter filter);

@@ -58,7 +58,8 @@ class SEARCHPATH_EXPORT StoredPath {
   /// to is replaced.
   ///
   /// Precondition: `change` does not itself call `Change` for this file.
-  /// Errors: also what `change` throws. The file is then as it was.
+  /// Errors: also what `change` throws, and `std::invalid_argument` when it returns a folder that is
+  /// no "file" IRI. The file is then as it was.
   void Change(const std::function<Folders(const Folders&)>& change) const;
 
  private:

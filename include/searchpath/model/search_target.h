@@ -10,8 +10,9 @@ namespace Corvane::PathManagement::detail {
 
 /// What a lookup searches for: exactly the given name, or the name with one of several extensions
 /// appended. With extensions, the name alone does not match, and within one folder the earlier
-/// extension wins. A name that holds a pathname separator is a partial pathname: its last part is
-/// the file, and the parts before it match the last folders of an entry's location.
+/// extension wins. What a name with a pathname separator means is up to the path. Mostly it is a partial
+/// pathname: its last part is the file, and the parts before it match the last folders of an entry's
+/// location.
 class SearchTarget {
  public:
   /// Searches for exactly `fileName`.

@@ -20,6 +20,8 @@ namespace Corvane::PathManagement {
 ///
 /// A folder that was to be removed but is not on the path is reported in `RemovalCatalogue` with
 /// the key `NotOnPath`, as `GetStringFromIRI` writes it.
+///
+/// Catalogues and keys are spelled as in the message files of environments, which hold the texts.
 struct PathMessages {
   /// The catalogue of folders that cannot be used.
   static constexpr char16_t FolderCatalogue[] = u"ZENTRA:mpath";

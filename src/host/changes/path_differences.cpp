@@ -35,7 +35,8 @@ class Positions {
   void AddBelow(const PathEntries& changedEntries) {
     for (const Entry& changed : changedEntries) {
       const Position* const position = Find(changed);
-      // Special folders are skipped: they are added with their main entry, which has changed, too.
+      // Special folders are skipped (some are not, see `mainCount`): they are added with their main
+      // entry, which has changed, too.
       if (position == nullptr || position->order >= mainCount) continue;
       changed->ForEachEntryInScope(kAllKindsAndResourcesScope,
                                    [this, main = position->main](const Entry& below) {

@@ -14,13 +14,14 @@
 namespace Corvane::PathManagement::host {
 
 /// Lists the folder at `location` with one pass of directory reads: regular files and folders, and
-/// links to files and folders. The disk is asked further only about links and about names whose
-/// type the file system does not report. The listing has a problem, and is empty, when the folder
+/// links to files and folders. The disk is asked further only about names that are neither, such
+/// as links, or whose type the file system does not report. The listing has a problem, and is empty, when the folder
 /// cannot be opened or is given up. When the folder cannot be read to its end, the listing has a
 /// problem, and holds what was read.
 [[nodiscard]] FolderListing ListFolder(const AbsoluteIRI& location, DiskPatience& patience);
 
-// The next three functions complete a listing that does not come from the disk.
+// The next three functions complete a listing that does not come from the disk; `ListFolder` does
+// the same itself.
 
 /// Adds a subfolder that is a folder itself, not a link to one.
 void AddSubfolder(FolderListing& listing, std::string_view name);

@@ -58,7 +58,8 @@ bool SharedNames::IsName(std::string_view name) const {
   return isFound;
 }
 
-/// Calls use(name) for each name by which `file` can be looked up; for many files there is none.
+/// Calls use(name) for the name by which `file` is collected, once for each extension that it ends
+/// with: the name without the extension where a look-up of that tries extensions.
 template <class Use>
 void SharedNames::ForEachName(std::string_view file, const Use& use) const {
   if (!hasExtensions) use(file);

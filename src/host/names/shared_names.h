@@ -30,12 +30,12 @@ class SharedNames {
   /// Adds the files of the next folder in path order.
   void AddFolder(const NameBlock& files);
 
-  /// Whether a file can be looked up by `name`: whether a look-up tries `name` with extensions, or
-  /// `name` is a whole file name that ends with an extension.
+  /// Whether a file may be collected by `name`: whether a look-up tries `name` with extensions, or
+  /// `name` is a file name such as "a.b.zt", which a look-up of "a.b" does not find.
   [[nodiscard]] bool IsName(std::string_view name) const;
 
   /// The names that several files share, in the order in which they were added; also a name by
-  /// which one file can be looked up with several extensions. Of several spellings, gives one from
+  /// which one file is collected twice, for two extensions: callers look up each name anyway. Of several spellings, gives one from
   /// the first folder that has the name: the first in the order of bytes.
   [[nodiscard]] std::vector<std::string> GetShared() const;
   /// Those of `GetShared` that are spelled in several ways.

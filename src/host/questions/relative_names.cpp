@@ -20,8 +20,8 @@ namespace {
 using Files = LookupRules::Files;
 
 /// Whether a listed file counts, and if not, why. Listings do not show who may execute or read it,
-/// so the disk is asked. A file that has gone since it was listed still counts, unless it has to be
-/// executable: its folder may be known from a saved listing.
+/// so the disk is asked. A listing, which may be a saved one, is believed that a file is there, even
+/// if it has gone since; but a file that has gone has no right to be executed.
 Standing StandingOf(const FoundItem& file, Files files) {
   if (files == Files::Regular) return Standing::Counts;
   const Standing standing =

@@ -47,7 +47,8 @@ class BasisCollector {
     return std::move(basis);
   }
 
-  /// Adds the file of the answer where its rights decide whether it counts.
+  /// Adds the file of the answer where its rights decide whether it counts. The `files` of the
+  /// receipt do not hold it, and it may be the answer to several questions.
   void AddAnswer(const AskedQuestion& question) {
     const auto counted = static_cast<LookupRules::Files>(body.Get().path()->rules()->files());
     if (question.place == kNoPlace || counted == LookupRules::Files::Regular) return;

@@ -41,13 +41,14 @@ class RuledPath {
   /// A folder in which the names of a question are looked for.
   struct Place {
     std::shared_ptr<const FolderEntry> folder;
-    bool isOnPath;  // true for quote folders too; false for the asker's or that of a named file
+    bool isOnPath;  // or a quote folder; not the asker's, nor where `SaysWhichFile` is true
     RelativeLookup* lookup;
     std::size_t root;    // an index in the roots of `lookup`, at or above `folder`
     std::string before;  // put in front of a name, to make it relative to that root
   };
 
-  /// `quoteFolders` are asked before the path when the question has an asker. Listings come from
+  /// Quote folders are those that a compiler searches only for headers in quotes: they are asked
+  /// before the path when the question has an asker, `from` or `after`. Listings come from
   /// `source`; from the disk when that is null. A relative name for which `SaysWhichFile` is true
   /// is that of a file below `folder`.
   RuledPath(std::shared_ptr<const PathView> pathView, const LookupRules& lookupRules,
@@ -67,7 +68,7 @@ class RuledPath {
   /// The look-up of files by their names relative to `GetRoots`.
   [[nodiscard]] const RelativeLookup& GetOnPath() const noexcept { return *onPath; }
 
-  /// The folders that are asked before those of the path when the question has an asker.
+  /// The quote folders, in their order.
   [[nodiscard]] const FolderEntries& GetQuoteFolders() const noexcept {
     return quoted->GetRoots().GetFolders();
   }
@@ -115,7 +116,8 @@ class RuledPath {
   [[nodiscard]] PathEntries FindFolders(const ustring& name) const;
 
   /// Folders without a location; then quote folders about which the disk has not answered in time;
-  /// then, in path order, the folders of the path that cannot be searched. A folder that may be
+  /// then, in path order, the folders of the path that cannot be searched. Quote folders that are
+  /// missing are no problem, as compilers report none. A folder that may be
   /// searched but not listed is no problem.
   [[nodiscard]] std::vector<FolderProblem> FindProblems() const;
   /// The problems that matter for what was asked so far: all once a name was not found; until then,

@@ -82,6 +82,7 @@ void FolderExaminer::ReportFoundThroughLoops() {
     const bool isFound = std::any_of(file.way.begin(), file.way.end(), [&](const Identity& each) {
       return std::find(loops.begin(), loops.end(), each) != loops.end();
     });
+    // The names through the loop are not listed: there is no end of them.
     if (isFound) report.ReportFile(file.step, file.folder, file.counts, /*scopes=*/{});
   }
   loops.clear();
@@ -123,8 +124,13 @@ void FolderExaminer::ExamineName(const SearchedFolder& folder, const WalkedPath&
   const std::string path = PathBelow(folder.path, name);
   const std::string relative = folder.prefix + name;
   const bool isHidden = !rules.foldersHaveMeaning && answered.contains(relative);
-  const bool counts = folder.holdsFiles && NoteAnswer(path, relative);
-  if (S_ISDIR(status.st_mode)) AddBelow(folder, name, *in.end, {status.st_dev, status.st_ino});
+  const Standing standing = folder.holdsFiles ? LookAtFile(path, rules.files) : Standing::Absent;
+  const bool counts = standing == Standing::Counts;
+  NoteAnswer(standing, relative);
+  if (S_ISDIR(status.st_mode)) {
+    AddBelow(folder, name, *in.end, {status.st_dev, status.st_ino});
+    return;  // it can be no answer itself
+  }
   if (S_ISLNK(status.st_mode) ? MaySkipLink(folder, name, isHidden) : MaySkip(status)) return;
   const WalkedPath walked = WalkPath(in.end, in.object, name);
   NoteFailure(walked.error, path);
@@ -143,14 +149,12 @@ void FolderExaminer::ExamineName(const SearchedFolder& folder, const WalkedPath&
   }
 }
 
-/// If a file that counts, or that ends the search, stands at `path`, notes that this folder answers
-/// the name `relative`, unless an earlier one does. Returns whether the file counts.
-bool FolderExaminer::NoteAnswer(const std::string& path, const std::string& relative) {
-  const Standing standing = LookAtFile(path, rules.files);
+/// If the file that stands at the name `relative` counts, or ends the search, notes that this folder
+/// answers the name, unless an earlier one does.
+void FolderExaminer::NoteAnswer(Standing standing, const std::string& relative) {
   if (standing == Standing::Counts || EndsSearch(standing, rules.files)) {
     answered.emplace(relative, folderNumber);
   }
-  return standing == Standing::Counts;
 }
 
 /// Whether the link `name` in `folder` need not be followed: no search would find what it leads to,

@@ -1,6 +1,7 @@
 #ifndef SEARCHPATH_SRC_HOST_TRUST_FOLDER_EXAMINER_H
 #define SEARCHPATH_SRC_HOST_TRUST_FOLDER_EXAMINER_H
 
+#include "host/rules/asked_file.h"
 #include "host/trust/step_report.h"
 #include "searchpath/host/folder_problem.h"
 #include "searchpath/host/lookup_rules.h"
@@ -81,7 +82,7 @@ class FolderExaminer {
   };
 
   void ExamineName(const SearchedFolder& folder, const WalkedPath& in, const std::string& name);
-  [[nodiscard]] bool NoteAnswer(const std::string& path, const std::string& relative);
+  void NoteAnswer(Standing standing, const std::string& relative);
   [[nodiscard]] bool MaySkipLink(const SearchedFolder& folder, const std::string& name,
                                  bool isHidden) const;
   [[nodiscard]] bool MaySkip(const struct stat& status) const;
