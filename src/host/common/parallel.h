@@ -19,7 +19,7 @@ namespace Corvane::PathManagement::host {
 /// The most threads that ask a slow disk at once.
 inline constexpr std::size_t kMostThreads = 64;
 
-/// Threads that all do the same work, which may itself ask for more of them.
+/// Threads that all do the same work, which may itself call `Start` for more of them.
 class Helpers {
  public:
   /// `helperWork` raises no exception.
@@ -40,27 +40,15 @@ class Helpers {
   /// Starts `count` more threads, up to `most` in all; fewer when the system grants no more.
   void Start(std::size_t count, std::size_t most) {
     const std::lock_guard lock(mutex);
-    StartLocked(count, most);
-  }
-
-  /// Doubles the number of threads, the one that made the helpers included, but starts no more than
-  /// `count`, up to `most` in all.
-  void Double(std::size_t count, std::size_t most) {
-    const std::lock_guard lock(mutex);
-    StartLocked(std::min(count, started + 1), most);
-  }
-
- private:
-  /// Precondition: `mutex` is held.
-  void StartLocked(std::size_t count, std::size_t most) {
     try {
       for (; count > 0 && started < most; --count, ++started)
         running.emplace_back([this] { work(); });
     } catch (const std::system_error&) {
-      // The threads that there are do all the work.
+      // The threads that run do all the work.
     }
   }
 
+ private:
   const std::function<void()> work;
   std::mutex mutex;                   // guards what follows
   std::vector<std::jthread> running;  // those that are not joined yet
@@ -68,9 +56,9 @@ class Helpers {
 };
 
 /// Calls stop(i) for each i below `count` until one call returns true; returns whether one did. The
-/// calls are made on this thread and `threadsAtFirst` - 1 others. Each call that has to wait for
-/// the disk doubles the number of threads, up to `kMostThreads`. After an exception no further
-/// calls begin, and the first exception is thrown to the caller.
+/// calls are made on this thread and `threadsAtFirst` - 1 others. Once a call has had to wait for
+/// the disk, they are made on up to `kMostThreads`. After an exception no further calls begin, and
+/// the first exception is thrown to the caller.
 template <class Stop>
 bool AnyInParallel(std::size_t count, const Stop& stop,
                    std::size_t threadsAtFirst = std::thread::hardware_concurrency()) {
@@ -91,7 +79,7 @@ bool AnyInParallel(std::size_t count, const Stop& stop,
           found = true;
           stopped = true;
         } else if (watch.HasWaited() && index + 1 < count) {
-          helpers->Double(count - index - 1, kMostThreads - 1);
+          helpers->Start(count - index - 1, kMostThreads - 1);
         }
       }
     } catch (...) {
