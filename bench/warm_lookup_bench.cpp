@@ -146,6 +146,14 @@ void WarmNames(benchmark::State& state, Kind kind) {
       [&](const ustring& name) { return environment->Find(name); });
 }
 
+/// The same on a path.
+void WarmNamesOnPath(benchmark::State& state, Kind kind) {
+  const auto path = BenchTree::Of(state).MakePath();
+  Ask(state, MakeQuestions(BenchTree::Of(state), kind).names, [&](const ustring& name) {
+    return FindFirstFileVisibleOnPath(*path, name, FilenameMatchingPolicy::FileSystemDefault);
+  });
+}
+
 [[maybe_unused]] const bool kRowsAreThere = [] {
   using enum FilenameMatchingPolicy;
   const std::pair<std::string, Kind> rows[] = {{"warm_lookup", Kind::Mixed},
@@ -162,6 +170,8 @@ void WarmNames(benchmark::State& state, Kind kind) {
         ->Apply(Sizes);
     if (kind != Kind::Extensions) {
       benchmark::RegisterBenchmark((row + ":name").c_str(), WarmNames, kind)->Apply(Sizes);
+      benchmark::RegisterBenchmark((row + ":name_on_path").c_str(), WarmNamesOnPath, kind)
+          ->Apply(Sizes);
     }
     for (const auto& [name, policy] : policies) {
       benchmark::RegisterBenchmark((row + ":" + name).c_str(), WarmPath, kind, policy)

@@ -195,15 +195,22 @@ TEST_F(FolderPathTest, AMethodEntryIsFoundBeforeAFileBehindIt) {
   tree.Link("../one/@cls", "zero/@fn.zt");
   const FolderPath wide(
       {FolderEntry::Create(tree.IRI("zero")), one, two, FolderEntry::Create(tree.IRI("three"))});
-  const auto both = [&](const ustring& name) {
-    std::vector<FoundItem> found = {*wide.FindVisible(SearchTarget(name), kExact)};
-    found.push_back(*FindFirstFileVisibleOnPath(wide, SearchTarget(name), kExact));
-    return Shown(found, tree);
+  const auto find = [&](const ustring& name, FilenameMatchingPolicy policy) {
+    const auto shown = [&](const boost::optional<FoundItem>& found) {
+      return found ? Shown(std::vector{*found}, tree) : "";
+    };
+    const auto answer = shown(FindFirstFileVisibleOnPath(wide, name, policy));
+    EXPECT_EQ(answer, shown(wide.FindVisible(SearchTarget(name), policy)));
+    EXPECT_EQ(answer, shown(FindFirstFileVisibleOnPath(wide, SearchTarget(name), policy)));
+    return answer;
   };
   for (int question = 0; question < 8; ++question) {  // the later ones with an index
-    EXPECT_EQ(both(u"method.zt"), "zero/@method.zt/method.zt zero/@method.zt/method.zt");
-    EXPECT_EQ(both(u"fn.zt"), "one/fn.zt one/fn.zt");
-    EXPECT_EQ(both(u"only.zt"), "two/only.zt two/only.zt");
+    EXPECT_EQ(find(u"method.zt", kExact), "zero/@method.zt/method.zt");
+    EXPECT_EQ(find(u"fn.zt", kExact), "one/fn.zt");
+    EXPECT_EQ(find(u"only.zt", kExact), "two/only.zt");
+    EXPECT_EQ(find(u"FN.zt", kExact), "");
+    EXPECT_EQ(find(u"FN.zt", kIgnore), "one/fn.zt");
+    EXPECT_EQ(find(u"two/only.zt", kExact), "two/only.zt");
   }
 }
 

@@ -113,6 +113,11 @@ class SEARCHPATH_EXPORT FolderPath : public IPath {
   std::unique_ptr<State> state;
 };
 
+/// The same answer as for the target `SearchTarget(name)`, for whom has just the text: once the path
+/// has its index, `name` is not copied.
+[[nodiscard]] SEARCHPATH_EXPORT boost::optional<FoundItem> FindFirstFileVisibleOnPath(
+    const FolderPath& path, std::u16string_view name, FilenameMatchingPolicy policy);
+
 }  // namespace Corvane::PathManagement::host
 
 #endif  // SEARCHPATH_HOST_FOLDER_PATH_H

@@ -19,6 +19,7 @@
 #include <cstdint>
 #include <iterator>
 #include <optional>
+#include <string_view>
 #include <utility>
 
 namespace Corvane::PathManagement::host {
@@ -269,6 +270,16 @@ boost::optional<FoundItem> FolderPath::FindVisible(const SearchTarget& target,
 
 bool FolderPath::FindIndexed(std::u16string_view name, boost::optional<FoundItem>& found) const {
   return state->plainLookup.FindIndexed(name, found);
+}
+
+boost::optional<FoundItem> FindFirstFileVisibleOnPath(const FolderPath& path,
+                                                      std::u16string_view name,
+                                                      FilenameMatchingPolicy policy) {
+  boost::optional<FoundItem> found;
+  const bool hasAnswer =
+      policy != FilenameMatchingPolicy::IgnoreCase && path.FindIndexed(name, found);
+  if (!hasAnswer) found = path.FindVisible(SearchTarget(ustring(name)), policy);
+  return found;
 }
 
 std::optional<boost::optional<FoundItem>> FolderPath::FindShown(
