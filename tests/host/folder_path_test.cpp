@@ -4,7 +4,11 @@
 
 #include <gtest/gtest.h>
 
+#include <sys/resource.h>
+#include <unistd.h>
+
 #include <atomic>
+#include <string>
 
 namespace Corvane::PathManagement::host {
 namespace {
@@ -187,6 +191,34 @@ TEST_F(FolderPathTest, AProgramThatAsksLittleListsNothing) {
   EXPECT_EQ(find(u"fn.zt", kExact), "one/fn.zt");
   EXPECT_EQ(listings.Take(), "gone one two");
   EXPECT_EQ(find(u"FN.zt", kIgnore), "one/fn.zt");
+}
+
+TEST_F(FolderPathTest, ManyFoldersNeedFewDescriptors) {
+  tree.File("many/39/last.zt");
+  FolderEntries folders;
+  for (int folder = 0; folder < 40; ++folder) {
+    folders.push_back(FolderEntry::Create(tree.IRI("many/" + std::to_string(folder))));
+    tree.Folder("many/" + std::to_string(folder));
+  }
+  const auto lowestFree = [] {
+    const int lowest = dup(STDIN_FILENO);
+    close(lowest);
+    return lowest;
+  };
+  const int lowest = lowestFree();
+  rlimit limit{};
+  getrlimit(RLIMIT_NOFILE, &limit);
+  for (const int left : {4, 30}) {  // fewer and more than are kept open at once
+    const FolderPath many(folders);
+    const rlimit few{static_cast<rlim_t>(lowest + left), limit.rlim_max};
+    setrlimit(RLIMIT_NOFILE, &few);
+    const auto found = many.FindVisible(SearchTarget(u"last.zt"), kExact);
+    setrlimit(RLIMIT_NOFILE, &limit);
+    ASSERT_TRUE(found) << left;
+    EXPECT_EQ(Shown(std::vector{*found}, tree), "many/39/last.zt");
+    EXPECT_EQ(many.GetProblemsMet([](const auto&) { return true; }).size(), 0U);
+    EXPECT_EQ(lowestFree(), lowest) << "all are closed";
+  }
 }
 
 TEST_F(FolderPathTest, AMethodEntryIsFoundBeforeAFileBehindIt) {

@@ -1,5 +1,6 @@
 #include "host/folder/folder_state.h"
 
+#include "host/folder/closing_batch.h"
 #include "host/folder/directory_scan.h"
 #include "host/folder/open_path.h"
 #include "host/names/name_key.h"
@@ -138,8 +139,8 @@ std::unique_ptr<FolderState> FolderState::CopyUnlisted() {
                                                       patience.GetLimit(), std::move(known)));
 }
 
-FolderState::Answer FolderState::Ask(const NameQuestion& question) {
-  if (auto answer = AnswerByNames(question)) return *std::move(answer);
+FolderState::Answer FolderState::Ask(const NameQuestion& question, ClosingBatch* batch) {
+  if (auto answer = AnswerByNames(question, batch)) return *std::move(answer);
   List();
   const auto itemNamed = [this](const std::string& name) {
     const auto file = FileNamed(name);
@@ -153,13 +154,14 @@ FolderState::Answer FolderState::Ask(const NameQuestion& question) {
 }
 
 /// Answers without a listing; `nullopt` when the folder is listed, or has to be.
-std::optional<FolderState::Answer> FolderState::AnswerByNames(const NameQuestion& question) {
+std::optional<FolderState::Answer> FolderState::AnswerByNames(const NameQuestion& question,
+                                                              ClosingBatch* batch) {
   if (IsListed()) return std::nullopt;
   const std::lock_guard lock(answersMutex);
   if (!AsksNames()) return std::nullopt;
   ++questionCount;
   const auto unanswered = answers.FindUnanswered(question);
-  if (!unanswered.names.empty() && !answers.Add(unanswered, AskFor(unanswered))) {
+  if (!unanswered.names.empty() && !answers.Add(unanswered, AskFor(unanswered, batch))) {
     return std::nullopt;
   }
   const auto itemNamed = [this](const std::string& name) -> const PathItem* {
@@ -194,17 +196,24 @@ bool FolderState::AsksNames() const noexcept {
   return !listingHasBegun && source == nullptr && questionCount < kMostQuestions;
 }
 
-/// What the disk says about `unanswered`. Precondition: answersMutex is held.
-NameAnswers::FromDisk FolderState::AskFor(const NameAnswers::Unanswered& unanswered) {
+/// What the disk says about `unanswered`. Unless `batch` is null, it closes the folder.
+/// Precondition: answersMutex is held.
+NameAnswers::FromDisk FolderState::AskFor(const NameAnswers::Unanswered& unanswered,
+                                          ClosingBatch* batch) {
   if (answers.GetProblem()) return {};  // then `Add` counts all names as not there
   auto path = NativeBytes(location);
   if (!path) return {.problem = AbsolutizeError::InvalidText};
+  const auto ask = [path = *std::move(path), unanswered, leavesOpen = batch != nullptr] {
+    return NameAnswers::AskDisk(path, unanswered, leavesOpen);
+  };
   auto said = TakeAhead(unanswered);
-  if (!said) {
-    said = patience.Ask(
-        [path = *std::move(path), unanswered] { return NameAnswers::AskDisk(path, unanswered); });
+  if (!said) said = patience.Ask(ask);
+  if (said && said->problem == AbsolutizeError::Other && batch != nullptr && !batch->IsEmpty()) {
+    batch->CloseAll();  // perhaps there was no descriptor left
+    said = patience.Ask(ask);
   }
   if (!said) return {.problem = AbsolutizeError::NoAnswer};
+  if (batch != nullptr) batch->Add(std::move(said->folder));
   return *std::move(said);
 }
 

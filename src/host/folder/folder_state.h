@@ -26,6 +26,8 @@ namespace Corvane::PathManagement::host {
 
 using foundation::storage::vfs::detail::LinkResolver;
 
+class ClosingBatch;
+
 /// The item of the file called `file` in `folder`.
 [[nodiscard]] PathItem CreateItem(AbsoluteIRI folder, std::string_view file);
 
@@ -89,8 +91,9 @@ class FolderState {
     bool hasFolder = false;  // false also where the question leaves this open
   };
   /// Answers a question. For the first 16 questions the disk is asked about their names alone. For
-  /// later ones, and whenever the listing comes from a cache, the folder is listed.
-  [[nodiscard]] Answer Ask(const NameQuestion& question);
+  /// later ones, and whenever the listing comes from a cache, the folder is listed. Whoever asks
+  /// many folders passes a `batch`, which then closes them.
+  [[nodiscard]] Answer Ask(const NameQuestion& question, ClosingBatch* batch = nullptr);
   /// Asks the disk on a separate thread, so that the answer may be there by the time `Ask` is
   /// called with the same question. If `Ask` never is, nobody waits for the thread.
   void AskAhead(const NameQuestion& question);
@@ -151,11 +154,13 @@ class FolderState {
   [[nodiscard]] bool AsksNames() const noexcept;
   [[nodiscard]] std::optional<NameAnswers::FromDisk> TakeAhead(
       const NameAnswers::Unanswered& unanswered);
-  [[nodiscard]] NameAnswers::FromDisk AskFor(const NameAnswers::Unanswered& unanswered);
+  [[nodiscard]] NameAnswers::FromDisk AskFor(const NameAnswers::Unanswered& unanswered,
+                                             ClosingBatch* batch);
   [[nodiscard]] std::vector<FolderProblem> ProblemOf(
       std::optional<current_working_folder::AbsolutizeError> reason) const;
   void FollowSpecialLinks();
-  [[nodiscard]] std::optional<Answer> AnswerByNames(const NameQuestion& question);
+  [[nodiscard]] std::optional<Answer> AnswerByNames(const NameQuestion& question,
+                                                    ClosingBatch* batch);
   template <class ItemNamed, class HasFolder>
   [[nodiscard]] static Answer MakeAnswer(const NameQuestion& question, const ItemNamed& itemNamed,
                                          const HasFolder& hasFolder);

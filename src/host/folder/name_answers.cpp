@@ -85,9 +85,10 @@ NameAnswers::Unanswered NameAnswers::FindUnanswered(const NameQuestion& question
   return unanswered;
 }
 
-NameAnswers::FromDisk NameAnswers::AskDisk(const std::string& path, const Unanswered& unanswered) {
+NameAnswers::FromDisk NameAnswers::AskDisk(const std::string& path, const Unanswered& unanswered,
+                                           bool leavesOpen) {
   FromDisk said;
-  const OpenedPath folder = OpenFolder(path);
+  OpenedPath folder = OpenFolder(path);
   if (!folder.IsOpen()) {
     said.problem = ReasonFor(folder.GetError(), path);
     return said;
@@ -99,6 +100,7 @@ NameAnswers::FromDisk NameAnswers::AskDisk(const std::string& path, const Unansw
     said.kinds.push_back(*kind);
     if (*kind == Kind::File && said.kinds.size() <= unanswered.fileCount) break;
   }
+  if (leavesOpen) said.folder = std::move(folder);
   return said;
 }
 

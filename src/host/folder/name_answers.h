@@ -3,6 +3,7 @@
 
 #include "host/folder/folder_listing.h"
 #include "host/folder/item_store.h"
+#include "platform/descriptor.h"
 #include "searchpath/model/search_target.h"
 #include "searchpath/model/ustring.h"
 
@@ -56,17 +57,19 @@ class NameAnswers {
     std::optional<current_working_folder::AbsolutizeError> problem = {};  // why it says nothing
     std::vector<Kind> kinds = {};  // of the first names, as far as they were asked for
     bool isClear = true;           // false: only a listing can tell what the next name is
+    fl::filesystem::detail::Descriptor folder{-1};  // open if `AskDisk` was to leave it open
   };
 
   /// What remains to be asked before `question` can be answered.
   [[nodiscard]] Unanswered FindUnanswered(const NameQuestion& question) const;
 
   /// Asks the disk about the folder at `path`. The folder is opened as for listing, so that a
-  /// folder that may not be listed answers for no name either. Uses nothing but its arguments, as a
-  /// `DetachedAnswer` requires.
+  /// folder that may not be listed answers for no name either; with `leavesOpen`, the caller closes
+  /// it. Uses nothing but its arguments, as a `DetachedAnswer` requires.
   ///
   /// Cost: two system calls, and one for each name; one more for a link.
-  [[nodiscard]] static FromDisk AskDisk(const std::string& path, const Unanswered& unanswered);
+  [[nodiscard]] static FromDisk AskDisk(const std::string& path, const Unanswered& unanswered,
+                                        bool leavesOpen = false);
 
   /// Takes in what the disk says about `unanswered`. After a problem, counts all these names as not
   /// there. Returns false when only a listing can tell the rest.

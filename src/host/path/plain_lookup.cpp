@@ -2,6 +2,7 @@
 
 #include "host/common/parallel.h"
 #include "host/common/timed_message.h"
+#include "host/folder/closing_batch.h"
 #include "host/folder/entry_state.h"
 #include "host/names/name_key.h"
 #include "host/names/short_hash.h"
@@ -102,6 +103,7 @@ template <class Use>
 void PlainLookup::AskEach(const NameQuestion& question, const IsShown& isShown,
                           const Use& use) const {
   WaitWatch watch;
+  ClosingBatch batch;
   bool isSlow = false;
   std::size_t askedEnd = 0;  // the folders before this one have been asked, or asked ahead
   for (std::size_t folder = 0; folder < states.size(); ++folder) {
@@ -109,7 +111,7 @@ void PlainLookup::AskEach(const NameQuestion& question, const IsShown& isShown,
          isSlow && askedEnd < std::min(states.size(), folder + kMostThreads); ++askedEnd) {
       states[askedEnd]->AskAhead(question);
     }
-    if (isShown(*folders[folder]) && use(folder, states[folder]->Ask(question))) return;
+    if (isShown(*folders[folder]) && use(folder, states[folder]->Ask(question, &batch))) return;
     isSlow = watch.HasWaited() || isSlow;
   }
 }
