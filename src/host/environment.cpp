@@ -2,6 +2,7 @@
 
 #include "host/folder/directory_scan.h"
 #include "host/folder/entry_state.h"
+#include "host/folder/subfolder_source.h"
 #include "host/names/extensions.h"
 #include "host/packages/package_folders.h"
 #include "host/path/path_view.h"
@@ -77,8 +78,8 @@ GivenFolders Locate(const WorkingFolder& workingFolder, const EnvironmentOptions
 
 /// All folders of the path, those of packages included.
 GivenFolders LocateAll(const WorkingFolder& workingFolder, const EnvironmentOptions& options,
+                       const std::shared_ptr<const ListingSource>& source,
                        const PackageRegistry* packages) {
-  const auto source = CreateSourceFrom(options.caches);
   return WithPackageFolders(Locate(workingFolder, options, source), packages, source,
                             options.timeout);
 }
@@ -87,11 +88,11 @@ GivenFolders LocateAll(const WorkingFolder& workingFolder, const EnvironmentOpti
 /// searched.
 std::shared_ptr<const RuledPath> ApplyRules(const WorkingFolder& workingFolder,
                                             const EnvironmentOptions& options,
+                                            const std::shared_ptr<const ListingSource>& source,
                                             const std::shared_ptr<const PathView>& view) {
   if (options.rules.foldersHaveMeaning) return nullptr;
   const EnvironmentOptions quoteOptions{
       .folders = options.quoteFolders, .rules = options.rules, .timeout = options.timeout};
-  const auto source = CreateSourceFrom(options.caches);
   return std::make_shared<const RuledPath>(
       view, options.rules, Locate(workingFolder, quoteOptions, source), source, workingFolder);
 }
@@ -143,16 +144,25 @@ SearchTarget TargetOf(const Lookup& lookup) {
 }  // namespace
 
 Environment::Environment(const EnvironmentOptions& given)
-    : options(std::make_shared<const EnvironmentOptions>(WithoutCaches(given))),
-      workingFolder(given.workingFolder ? WorkingFolder(*given.workingFolder) : WorkingFolder()),
+    : Environment(given, CreateSourceFrom(given.caches)) {
+  options = std::make_shared<const EnvironmentOptions>(WithoutCaches(given));
+}
+
+Environment Environment::WithoutFiles(const EnvironmentOptions& given) {
+  return {given, std::make_shared<const SubfolderSource>(CreateSourceFrom(given.caches))};
+}
+
+Environment::Environment(const EnvironmentOptions& given,
+                         const std::shared_ptr<const ListingSource>& source)
+    : workingFolder(given.workingFolder ? WorkingFolder(*given.workingFolder) : WorkingFolder()),
       rules(given.rules),
       packages(ReadPackages(given.packages, workingFolder)),
       view(std::make_shared<const PathView>(
-          LocateAll(workingFolder, given, packages.get()),
+          LocateAll(workingFolder, given, source, packages.get()),
           Locate(workingFolder, {.folders = given.without, .timeout = given.timeout},
                  /*source=*/nullptr),
           given.expansion, given.keepDuplicates || !given.rules.dropsRepeats)),
-      ruled(ApplyRules(workingFolder, given, view)) {}
+      ruled(ApplyRules(workingFolder, given, source, view)) {}
 
 Environment::Environment(const AnyTexts& folders, FolderExpansion expansion)
     : Environment(EnvironmentOptions{.folders = folders, .expansion = expansion}) {}

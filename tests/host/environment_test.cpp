@@ -53,6 +53,16 @@ TEST_F(EnvironmentTest, WhatIsHiddenOrComesAgainIsNotShown) {
                   Shown(environment.FindIdleExclusions(), tree) + "; " + Shown(problems, tree),
               expected)
         << testing::PrintToString(folders) << testing::PrintToString(without);
+    const Environment foldersOnly = Environment::WithoutFiles(options);
+    const auto all = [&](const Environment& shown) {
+      PathEntries entries;
+      shown.GetPath()->ForEachEntry(kAllKindsAndResourcesScope, [&](const auto& entry) {
+        return entries.push_back(entry), false;
+      });
+      return Shown(entries, tree);
+    };
+    EXPECT_EQ(all(foldersOnly), all(environment));
+    EXPECT_FALSE(foldersOnly.ForEachFile([](const auto&) { return true; }));
   }
 }
 

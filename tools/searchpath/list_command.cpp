@@ -97,6 +97,7 @@ Outcome RunList(const Arguments& arguments) {
   outputOptions.AddTo(commandLine);
   if (!commandLine.Parse(arguments)) return Outcome::Found;
   const Output output(outputOptions);
+  path.foldersOnly = !isLong && !output.IsJson() && !saveTo;
   const host::Environment& environment = KeepUntilExit(OpenPath(path, commandLine));
   if (saveTo) return SavePath(environment, path, *saveTo);
   ReadFolders(environment, path);

@@ -152,7 +152,9 @@ host::Environment Open(NamedFolders named, const PathOptions& options) {
       .quoteFolders = std::move(named.quoteFolders),
       .timeout = GetMilliseconds("--timeout", options.timeout)};
   if (options.packages) environmentOptions.packages = TextFromBytes(*options.packages);
-  const host::Environment environment(environmentOptions);
+  const host::Environment environment = options.foldersOnly
+                                            ? host::Environment::WithoutFiles(environmentOptions)
+                                            : host::Environment(environmentOptions);
   if (options.packages) CheckRoot("--packages", *options.packages, *environment.GetPackages());
   return environment;
 }

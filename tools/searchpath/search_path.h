@@ -27,6 +27,7 @@ struct PathOptions {
   std::optional<std::string> timeout;  // in milliseconds
   bool quiet = false;
   bool strict = false;
+  bool foldersOnly = false;  // no option: set by a command that asks for no file
 
   /// Adds all of these options.
   void AddTo(CommandLine& commandLine);

@@ -39,6 +39,7 @@
 namespace Corvane::PathManagement::host {
 
 class FollowedEnvironment;
+class ListingSource;
 class MainSearchPathManager;
 class OpenedFile;
 struct NameChange;
@@ -127,6 +128,10 @@ class SEARCHPATH_EXPORT Environment {
   ///
   /// Precondition: `path` is not null.
   explicit Environment(std::shared_ptr<const IPath> path);
+  /// The path as it is without files: for a program that wants to know only which folders there
+  /// are. Files are passed over when a folder is read, so no file is ever found, and there are no
+  /// receipts.
+  [[nodiscard]] static Environment WithoutFiles(const EnvironmentOptions& given);
   ~Environment();
 
   /// The path on which names are looked up: the `IPath` that the environment was made of, or else a
@@ -285,6 +290,9 @@ class SEARCHPATH_EXPORT Environment {
   friend class Receipt;
   friend class ReceiptRecorder;
 
+  /// As for the public options; listings come from `source`, and there are no receipts.
+  Environment(const EnvironmentOptions& given, const std::shared_ptr<const ListingSource>& source);
+
   [[nodiscard]] boost::optional<FoundItem> FindNamed(std::u16string_view name) const;
   /// `Find` for a question that an index alone does not answer.
   [[nodiscard]] boost::optional<FoundItem> FindAsAsked(Lookup lookup) const;
@@ -298,7 +306,7 @@ class SEARCHPATH_EXPORT Environment {
 
   // Before the first question to the disk: a receipt trusts no folder that has changed since.
   std::chrono::system_clock::time_point begun = TimeOfChangesNow();
-  std::shared_ptr<const EnvironmentOptions> options;  // without caches; null if made of an IPath
+  std::shared_ptr<const EnvironmentOptions> options;  // without caches; null: no receipts
   WorkingFolder workingFolder;
   LookupRules rules;
   std::shared_ptr<const PackageRegistry> packages;  // null when no root was given

@@ -75,8 +75,11 @@ struct Pass {
   std::vector<std::string> folders;  // the subfolders, but no links to folders
 };
 
+/// What a listing keeps.
+enum class Kept : std::uint8_t { All, Subfolders };
+
 /// Returns why the folder could not be read to its end; no error when it could.
-std::error_code ReadItems(const Directory& directory, Pass& pass) {
+std::error_code ReadItems(const Directory& directory, Kept kept, Pass& pass) {
   for (;;) {
     errno = 0;
     // readdir is safe here: the stream is used by this function alone.
@@ -84,7 +87,7 @@ std::error_code ReadItems(const Directory& directory, Pass& pass) {
     if (item == nullptr) return {errno, std::generic_category()};
     if (IsDots(item->d_name)) continue;
     if (item->d_type == DT_REG) {
-      pass.listing.files.Add(item->d_name);
+      if (kept == Kept::All) pass.listing.files.Add(item->d_name);
     } else if (item->d_type == DT_DIR) {
       pass.folders.emplace_back(item->d_name);
     } else {
@@ -103,7 +106,7 @@ std::optional<FolderStamp> Stamp(int folder) {
   return StampOf(status, now);
 }
 
-Pass ReadFolder(const std::string& path) {
+Pass ReadFolder(const std::string& path, Kept kept) {
   Pass pass;
   FolderListing& listing = pass.listing;
   OpenedPath folder = OpenFolder(path);
@@ -114,7 +117,7 @@ Pass ReadFolder(const std::string& path) {
   }
   static_cast<void>(folder.Release());  // the stream owns it now
   listing.stamp = Stamp(dirfd(directory.get()));
-  if (const auto error = ReadItems(directory, pass)) listing.problem = ReasonFor(error, path);
+  if (const auto error = ReadItems(directory, kept, pass)) listing.problem = ReasonFor(error, path);
   for (auto& link : listing.links) link.target = TargetOf(dirfd(directory.get()), link.name);
   return pass;
 }
@@ -126,11 +129,11 @@ FolderListing ListingOf(Pass pass) {
   return std::move(pass.listing);
 }
 
-FolderListing ListFolderAt(std::optional<std::string> path, DiskPatience& patience) {
+FolderListing ListFolderAt(std::optional<std::string> path, DiskPatience& patience, Kept kept) {
   FolderListing unread;
   unread.problem = AbsolutizeError::InvalidText;
   if (!path) return unread;
-  auto pass = patience.Ask([path = *std::move(path)] { return ReadFolder(path); });
+  auto pass = patience.Ask([path = *std::move(path), kept] { return ReadFolder(path, kept); });
   if (pass) return ListingOf(*std::move(pass));
   unread.problem = AbsolutizeError::NoAnswer;
   return unread;
@@ -161,11 +164,17 @@ AbsolutizeError ReasonFor(std::error_code error, const std::string& path) {
 
 FolderListing ListFolder(const AbsoluteIRI& location, DiskPatience& patience) {
   const TimedMessage message(kFolderLogger);
-  FolderListing listing = ListFolderAt(NativeBytes(location), patience);
+  FolderListing listing = ListFolderAt(NativeBytes(location), patience, Kept::All);
   message.Write(foundation::log::Severity::Debug, [&] {
     return "read " + PathManagement::detail::QuotedText(GetStringFromIRI(location)) + ", " +
            std::to_string(listing.files.size()) + " files,";
   });
+  return listing;
+}
+
+FolderListing ListSubfolders(const AbsoluteIRI& location, DiskPatience& patience) {
+  FolderListing listing = ListFolderAt(NativeBytes(location), patience, Kept::Subfolders);
+  listing.files = {};  // links to files
   return listing;
 }
 

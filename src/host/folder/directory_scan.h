@@ -20,6 +20,9 @@ namespace Corvane::PathManagement::host {
 /// problem, and holds what was read.
 [[nodiscard]] FolderListing ListFolder(const AbsoluteIRI& location, DiskPatience& patience);
 
+/// The same without the files.
+[[nodiscard]] FolderListing ListSubfolders(const AbsoluteIRI& location, DiskPatience& patience);
+
 // The next three functions complete a listing that does not come from the disk; `ListFolder` does
 // the same itself.
 
