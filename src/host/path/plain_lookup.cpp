@@ -214,14 +214,14 @@ PlainLookup::Place PlainLookup::AskIndex(LazyIndex& lazy, const Target& target) 
 /// Sets `best` to the first file called `name` if that file is in an earlier folder than `best`.
 void PlainLookup::AskIndex(LazyIndex& lazy, const NameKey& name, Place& best) const {
   const NameIndex& index = *lazy.index;
-  const auto [cursor, slot] = index.Find(name);
+  auto [cursor, slot] = index.Find(name);
   if (!cursor) return;
   const std::uint32_t folder = cursor.GetFolder();
   // Within one folder, the extension that comes first wins.
   if (best.item != nullptr && best.folder <= folder) return;
   best.folder = folder;
   if (cursor.HasSibling()) {
-    const Match match = MatchesIn(index, cursor, folder, name.View()).front();
+    const Match match = TakeFolder(index, cursor, name.View()).front();
     best.item = &states[folder]->ItemAt(match.file);
   } else {
     best.item = &lazy.items.Get(slot, index.SlotCount(), [&]() -> const PathItem& {
@@ -234,10 +234,14 @@ std::vector<FoundItem> PlainLookup::FindAll(const Target& target, FilenameMatchi
   std::vector<FoundItem> found;
   const LazyIndex* const lazy = IndexFor(policy);
   if (lazy == nullptr) return AskFoldersForAll(target, policy);
-  std::vector<Match> matches;  // by folder, then in the order of the extensions
+  Matches matches;  // by folder, then in the order of the extensions
   ForEachName(target, [&](const NameKey& name) {
-    std::vector<Match> merged;
-    const auto added = AllMatches(*lazy->index, name);
+    Matches added = AllMatches(*lazy->index, name);
+    if (matches.empty()) {
+      matches = std::move(added);
+      return;
+    }
+    Matches merged;
     std::merge(matches.begin(), matches.end(), added.begin(), added.end(),
                std::back_inserter(merged),
                [](Match left, Match right) { return left.folder < right.folder; });
@@ -256,25 +260,23 @@ std::vector<FoundItem> PlainLookup::FindAll(const Target& target, FilenameMatchi
 }
 
 /// All files of that name, in path order.
-std::vector<NameIndex::Match> PlainLookup::AllMatches(const NameIndex& index,
-                                                      const NameKey& name) const {
-  std::vector<Match> matches;
+PlainLookup::Matches PlainLookup::AllMatches(const NameIndex& index, const NameKey& name) const {
+  Matches matches;
   auto cursor = index.Find(name).first;
   while (cursor) {
-    const std::uint32_t folder = cursor.GetFolder();
-    const auto here = MatchesIn(index, cursor, folder, name.View());
+    const Matches here = TakeFolder(index, cursor, name.View());
     matches.insert(matches.end(), here.begin(), here.end());
-    while (cursor && cursor.GetFolder() == folder) cursor = index.Next(cursor);
   }
   return matches;
 }
 
-/// The matches from `cursor` on that are in `folder`, ordered as by `FolderEntry::FindItems`: first
-/// the exact `name`, then the others in the order of their bytes.
-std::vector<NameIndex::Match> PlainLookup::MatchesIn(const NameIndex& index,
-                                                     NameIndex::Cursor cursor, std::uint32_t folder,
-                                                     std::string_view name) const {
-  std::vector<Match> matches;
+/// The matches in the folder of `cursor`, which is then at the next folder that has one. They are
+/// ordered as by `FolderEntry::FindItems`: first the exact `name`, then the others in the order of
+/// their bytes.
+PlainLookup::Matches PlainLookup::TakeFolder(const NameIndex& index, NameIndex::Cursor& cursor,
+                                             std::string_view name) const {
+  Matches matches;
+  const std::uint32_t folder = cursor.GetFolder();
   for (; cursor && cursor.GetFolder() == folder; cursor = index.Next(cursor)) {
     matches.push_back(index.At(cursor));
   }

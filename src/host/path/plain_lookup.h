@@ -8,6 +8,7 @@
 #include "searchpath/model/ustring.h"
 #include "searchpath/utilities/once_flag.h"
 
+#include <boost/container/small_vector.hpp>
 #include <boost/optional.hpp>
 #include <boost/unordered/unordered_flat_map.hpp>
 
@@ -58,6 +59,8 @@ class PlainLookup {
   /// sets `found` to the answer, which may be empty, and returns true. Returns false as long as
   /// there is no index, and for a name that may be that of a method entry or has separators.
   [[nodiscard]] bool FindIndexed(std::u16string_view name, boost::optional<FoundItem>& found);
+  /// Makes the index for `policy`, unless it exists.
+  void MakeIndex(FilenameMatchingPolicy policy) { Build(Lazy(policy), policy); }
   /// As `FindVisible` on the path of the folders for which `isShown` returns true.
   /// The outer optional is empty, and nothing was looked up, when there is an index or one is due,
   /// and under `IgnoreCase`.
@@ -90,6 +93,7 @@ class PlainLookup {
   };
   using MethodFolders = boost::unordered_flat_map<ustring, std::vector<MethodFolder>, NameHash>;
   using Match = NameIndex::Match;
+  using Matches = boost::container::small_vector<Match, 4>;
   /// Where a file was found.
   struct Place {
     std::size_t folder = 0;          // its index in folders
@@ -113,7 +117,7 @@ class PlainLookup {
   template <class Use>
   void AskEach(const NameQuestion& question, const IsShown& isShown, const Use& use) const;
   [[nodiscard]] bool MayAskFolders(FilenameMatchingPolicy policy);
-  [[nodiscard]] LazyIndex& Build(LazyIndex& lazy, FilenameMatchingPolicy policy) const;
+  LazyIndex& Build(LazyIndex& lazy, FilenameMatchingPolicy policy) const;
   [[nodiscard]] LazyIndex* IndexFor(FilenameMatchingPolicy policy);
   [[nodiscard]] std::unique_ptr<const NameIndex> BuildIndex(FilenameMatchingPolicy policy) const;
   [[nodiscard]] const MethodFolders& IndexedMethodFolders();
@@ -123,9 +127,9 @@ class PlainLookup {
                                                  FilenameMatchingPolicy policy);
   template <class Stop>
   void ForEachMethodFolder(const ustring& name, FilenameMatchingPolicy policy, const Stop& stop);
-  [[nodiscard]] std::vector<Match> AllMatches(const NameIndex& index, const NameKey& name) const;
-  [[nodiscard]] std::vector<Match> MatchesIn(const NameIndex& index, NameIndex::Cursor cursor,
-                                             std::uint32_t folder, std::string_view name) const;
+  [[nodiscard]] Matches AllMatches(const NameIndex& index, const NameKey& name) const;
+  [[nodiscard]] Matches TakeFolder(const NameIndex& index, NameIndex::Cursor& cursor,
+                                   std::string_view name) const;
 
   const FolderEntries folders;
   const std::shared_ptr<const PathEntries> entries;  // the same objects as in folders

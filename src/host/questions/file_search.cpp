@@ -82,14 +82,19 @@ class FileSearch {
 
   [[nodiscard]] std::vector<FoundItem> Run(const std::optional<AbsoluteIRI>& asker) const {
     std::vector<FoundItem> all;
+    bool isOfPath =
+        observer == nullptr;  // `PathView::GetPath` shows neither repeats nor the hidden
     if (HasSeparator(target.GetName())) {
       all = InScope(kAllKindsScope);
     } else {
       if (asker) all = InPrivateFolderOf(*asker);
-      const auto onPath = OnPath();
-      all.insert(all.end(), onPath.begin(), onPath.end());
+      auto onPath = InScope(kMainScope);
+      const auto methods = InMethodEntries();
+      isOfPath = isOfPath && all.empty() && methods.empty();
+      if (!methods.empty()) onPath = Merged(onPath, methods);
+      std::move(onPath.begin(), onPath.end(), std::back_inserter(all));
     }
-    view.RemoveUnseen(all);
+    if (!isOfPath) view.RemoveUnseen(all);
     return all;
   }
 
@@ -113,17 +118,21 @@ class FileSearch {
     return folder != nullptr ? In(folder) : std::vector<FoundItem>();
   }
 
-  /// The matches in the folders on the path itself and those in method entries, in path order. A
-  /// method entry is a folder directly below those, called "@" and the name of the target.
-  [[nodiscard]] std::vector<FoundItem> OnPath() const {
-    auto ordinary = InScope(kMainScope);
+  /// The matches in method entries, in path order. A method entry is a folder directly below those
+  /// on the path itself, called "@" and the name of the target.
+  [[nodiscard]] std::vector<FoundItem> InMethodEntries() const {
     std::vector<FoundItem> methods;
     const IPath& asked = observer == nullptr ? *view.GetPath() : path;
     for (const auto& entry : PathManagement::detail::GetMethodEntriesFor(asked, target)) {
       const auto files = In(entry);
       methods.insert(methods.end(), files.begin(), files.end());
     }
-    if (methods.empty()) return ordinary;
+    return methods;
+  }
+
+  /// The matches in the folders on the path itself and those in method entries, in path order.
+  [[nodiscard]] std::vector<FoundItem> Merged(const std::vector<FoundItem>& ordinary,
+                                              const std::vector<FoundItem>& methods) const {
     std::vector<FoundItem> all;
     std::merge(ordinary.begin(), ordinary.end(), methods.begin(), methods.end(),
                std::back_inserter(all), [this](const FoundItem& method, const FoundItem& plain) {
