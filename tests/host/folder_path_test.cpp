@@ -191,6 +191,8 @@ TEST_F(FolderPathTest, AProgramThatAsksLittleListsNothing) {
   EXPECT_EQ(find(u"fn.zt", kExact), "one/fn.zt");
   EXPECT_EQ(listings.Take(), "gone one two");
   EXPECT_EQ(find(u"FN.zt", kIgnore), "one/fn.zt");
+  FolderPath({FolderEntry::Create(tree.IRI("two"))}).MakeIndex(kExact);
+  EXPECT_EQ(listings.Take(), "two");
 }
 
 TEST_F(FolderPathTest, ManyFoldersNeedFewDescriptors) {

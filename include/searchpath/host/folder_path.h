@@ -82,6 +82,9 @@ class SEARCHPATH_EXPORT FolderPath : public IPath {
   /// and `name` is plain and not that of a method entry, sets `found` to the answer, which may be
   /// none, and returns true. Otherwise returns false.
   [[nodiscard]] bool FindIndexed(std::u16string_view name, boost::optional<FoundItem>& found) const;
+  /// Makes the index for `policy` at once, and not only at the ninth question: for whoever is going
+  /// to ask much. Lists all main folders.
+  void MakeIndex(FilenameMatchingPolicy policy) const;
   /// As `FindVisible`, as if only those entries were on the path for which `isShown` returns true.
   /// The outer optional is empty when there is no quick answer, and nothing was looked up: for a
   /// partial pathname, for a policy that ignores case, and after the first eight questions.

@@ -83,7 +83,7 @@ void SharedNames::Add(std::string_view name) {
     return;
   }
   Name& known = names[found->second];
-  known.isShared = true;
+  known.isShared = hasShared = true;
   known.isRespelled = known.isRespelled || known.spelling != name;
   if (known.folder == folderCount) known.spelling = std::min(known.spelling, name);
 }

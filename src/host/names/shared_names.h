@@ -34,6 +34,8 @@ class SharedNames {
   /// `name` is a file name such as "a.b.zt", which a look-up of "a.b" does not find.
   [[nodiscard]] bool IsName(std::string_view name) const;
 
+  /// Whether `GetShared` has names so far.
+  [[nodiscard]] bool HasShared() const noexcept { return hasShared; }
   /// The names that several files share, in the order in which they were added; also a name by
   /// which one file is collected twice, for two extensions: callers look up each name anyway. Of several spellings, gives one from
   /// the first folder that has the name: the first in the order of bytes.
@@ -60,6 +62,7 @@ class SharedNames {
       extensions;  // those that a name can end with; folded when case is ignored
   bool foldsCase;
   std::size_t folderCount = 0;
+  bool hasShared = false;
   std::vector<Name> names;  // in the order in which they were added
   boost::unordered_flat_map<std::string_view, std::size_t, NameBytesHash>
       indices;                         // in names, by the name, folded when case is ignored

@@ -272,6 +272,10 @@ bool FolderPath::FindIndexed(std::u16string_view name, boost::optional<FoundItem
   return state->plainLookup.FindIndexed(name, found);
 }
 
+void FolderPath::MakeIndex(FilenameMatchingPolicy policy) const {
+  state->plainLookup.MakeIndex(policy);
+}
+
 boost::optional<FoundItem> FindFirstFileVisibleOnPath(const FolderPath& path,
                                                       std::u16string_view name,
                                                       FilenameMatchingPolicy policy) {
