@@ -1,11 +1,39 @@
 #include "host/questions/file_comparison.h"
 
-#include <fcntl.h>
-
+#include <algorithm>
 #include <cerrno>
 #include <memory>
 
 namespace Corvane::PathManagement::host {
+
+namespace {
+
+/// How many bytes of a file with this status are compared at once: a small file is read whole, and
+/// one byte more, which tells where it ends.
+std::size_t BlockSizeFor(const struct stat& status) {
+  constexpr off_t most = 32 * 1024;
+  // A file of the kernel may state 0.
+  return static_cast<std::size_t>(status.st_size == 0 ? most : std::min(status.st_size + 1, most));
+}
+
+}  // namespace
+
+std::shared_ptr<const ComparedFolder> ComparedFolders::Get(
+    const std::shared_ptr<const IPathEntry>& entry) {
+  {
+    const std::lock_guard lock(mutex);
+    for (const Opened& opened : last) {
+      if (opened.entry == entry) return opened.folder;
+    }
+  }
+  // Without the lock, as the disk may be slow; at worst, two threads open the folder.
+  auto folder =
+      std::make_shared<const ComparedFolder>(NativeBytes(entry->GetAbsoluteIRI()).value_or(""));
+  const std::lock_guard lock(mutex);
+  last[oldest] = {entry, folder};
+  oldest = (oldest + 1) % last.size();
+  return folder;
+}
 
 void ComparedFile::Fail(int systemError) noexcept {
   error = std::error_code(systemError, std::generic_category());
@@ -14,11 +42,7 @@ void ComparedFile::Fail(int systemError) noexcept {
 const struct stat* ComparedFile::GetStatus() {
   if (!wasAsked) {
     wasAsked = true;
-    if (stat(path.c_str(), &status) != 0) {
-      // The path may be too long for the kernel in one piece.
-      const Descriptor place = OpenPath(path, O_PATH);
-      if (!place.IsOpen() || fstat(place.Get(), &status) != 0) Fail(errno);
-    }
+    if (fstatat(folder->GetStart(), path.c_str(), &status, 0) != 0) Fail(errno);
     // What was listed as a file may have been replaced since.
     if (!error && !S_ISREG(status.st_mode)) Fail(EINVAL);
   }
@@ -29,12 +53,13 @@ bool ComparedFile::Open() {
   if (file.IsOpen()) return true;
   if (error) return false;
   // With these flags, opening never waits, whatever stands there by now.
-  file = OpenPath(path, O_RDONLY | O_NONBLOCK | O_NOCTTY);
+  constexpr int flags = O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC;
+  file = Descriptor(openat(folder->GetStart(), path.c_str(), flags));
   if (!file.IsOpen()) Fail(errno);
   return file.IsOpen();
 }
 
-std::optional<std::string_view> ComparedFile::Read(std::uint64_t offset, Block& block) {
+std::optional<std::string_view> ComparedFile::Read(std::uint64_t offset, std::span<char> block) {
   if (!Open()) return std::nullopt;
   std::size_t size = 0;
   while (size < block.size()) {
@@ -68,14 +93,15 @@ FileRelation CompareFiles(ComparedFile& first, ComparedFile& second) {
   const struct stat* const right = second.GetStatus();
   if (left == nullptr || right == nullptr) return FileRelation::Unknown;
   if (left->st_size != right->st_size) return FileRelation::OtherBytes;
+  const std::size_t size = BlockSizeFor(*left);
   // On the heap: threads may have small stacks.
-  const auto blocks = std::make_unique_for_overwrite<std::array<ComparedFile::Block, 2>>();
-  for (std::uint64_t offset = 0;; offset += blocks->front().size()) {
-    const auto leftBytes = first.Read(offset, blocks->front());
-    const auto rightBytes = second.Read(offset, blocks->back());
+  const auto blocks = std::make_unique_for_overwrite<char[]>(2 * size);
+  for (std::uint64_t offset = 0;; offset += size) {
+    const auto leftBytes = first.Read(offset, {blocks.get(), size});
+    const auto rightBytes = second.Read(offset, {blocks.get() + size, size});
     if (!leftBytes || !rightBytes) return FileRelation::Unknown;
     if (*leftBytes != *rightBytes) return FileRelation::OtherBytes;
-    if (leftBytes->size() < blocks->front().size()) return FileRelation::SameBytes;
+    if (leftBytes->size() < size) return FileRelation::SameBytes;
   }
 }
 

@@ -21,6 +21,7 @@
 #include <array>
 #include <cstddef>
 #include <functional>
+#include <future>
 #include <mutex>
 #include <numeric>
 #include <string>
@@ -33,17 +34,23 @@ namespace {
 
 /// One of the files that a name could mean, to be compared with another one.
 struct Contender {
-  explicit Contender(const FoundItem& found)  // which must outlive this object
+  Contender(const FoundItem& found, ComparedFolders& folders)  // `found` must outlive this object
       : file(found),
-        name(found.GetPathItem()->GetName() + found.GetPathItem()->GetExtension()),
-        path(BytesFromText(GetNativePath(found)).value_or("")),
-        content(path) {}
+        folder(folders.Get(found.GetPathEntry())),
+        content(folder, BytesFromText(GetName()).value_or("")) {}
 
-  [[nodiscard]] bool IsOnDisk() const noexcept { return !path.empty(); }
+  [[nodiscard]] bool IsOnDisk() const noexcept { return folder->IsOnDisk(); }
+  [[nodiscard]] ustring GetName() const {
+    return file.GetPathItem()->GetName() + file.GetPathItem()->GetExtension();
+  }
+  [[nodiscard]] bool HasNameOf(const Contender& other) const {
+    const PathItem& item = *file.GetPathItem();
+    const PathItem& otherItem = *other.file.GetPathItem();
+    return item.GetName() == otherItem.GetName() && item.GetExtension() == otherItem.GetExtension();
+  }
 
   const FoundItem& file;
-  ustring name;
-  std::string path;  // native; empty when the file is not on disk
+  std::shared_ptr<const ComparedFolder> folder;
   ComparedFile content;
 };
 
@@ -70,8 +77,8 @@ Judgement JudgeUnread(const Contender& winner, const Contender& hidden) {
 
 Judgement Judge(Contender& winner, Contender& hidden) {
   const bool isOtherCase =
-      winner.name != hidden.name &&
-      AreSameFilename(winner.name, hidden.name, FilenameMatchingPolicy::IgnoreCase);
+      !winner.HasNameOf(hidden) &&
+      AreSameFilename(winner.GetName(), hidden.GetName(), FilenameMatchingPolicy::IgnoreCase);
   // On a disk that ignores case, one file may be found under both spellings.
   if (isOtherCase && !AreOneFile(winner.content, hidden.content)) return {ShadowKind::OtherCase};
   if (!winner.IsOnDisk() || !hidden.IsOnDisk()) return JudgeUnread(winner, hidden);
@@ -81,14 +88,14 @@ Judgement Judge(Contender& winner, Contender& hidden) {
   return {kind, FileProblem{unread.file, unread.content.GetError()}};
 }
 
-Shadow MakeShadow(ustring name, std::vector<FoundItem> files) {
+Shadow MakeShadow(ustring name, std::vector<FoundItem> files, ComparedFolders& folders) {
   Shadow shadow{std::move(name), files.front(), {}};
   shadow.hidden.reserve(files.size() - 1);
-  Contender winner(files.front());
+  Contender winner(files.front(), folders);
   for (auto file = files.begin() + 1; file != files.end(); ++file) {
     // In a function, since `hidden` refers to the file and has to go before the file is moved.
     Judgement judgement = [&] {
-      Contender hidden(*file);
+      Contender hidden(*file, folders);
       return Judge(winner, hidden);
     }();
     shadow.hidden.push_back({std::move(*file), judgement.kind, std::move(judgement.problem)});
@@ -140,10 +147,17 @@ std::vector<Candidate> AllCandidates(const PathView& view, const ShadowLookup& l
   const auto mainEntries = view.GetPath()->GetMainEntries();
   const auto files = NamesOf(*mainEntries);
   SharedNames names(lookup.extensions, lookup.policy);
-  for (const EntryNames& here : files) names.AddFolder(here.Get());
+  std::future<void> index;  // for looking up the candidates, as soon as there is one
+  for (const EntryNames& here : files) {
+    names.AddFolder(here.Get());
+    if (names.HasShared() && !index.valid()) {
+      index = std::async([&] { view.GetFolderPath().MakeIndex(lookup.policy); });
+    }
+  }
   std::vector<Candidate> candidates;
   for (std::string& name : names.GetShared()) candidates.emplace_back(std::move(name));
   AddMethodNames(*mainEntries, names, candidates);
+  if (index.valid()) index.get();
   return candidates;
 }
 
@@ -200,13 +214,14 @@ struct Answer {
 /// The files that a name could mean; see `Environment::FindAll`.
 using FindFiles = std::function<std::vector<FoundItem>(const ustring& name)>;
 
-Answer AnswerFor(const FindFiles& find, const NameSet& allowed, const Candidate& candidate) {
+Answer AnswerFor(const FindFiles& find, const NameSet& allowed, const Candidate& candidate,
+                 ComparedFolders& folders) {
   ustring name = TextFromBytes(candidate.name);
   auto files = find(name);
   if (files.empty()) return {.isUnknown = true};
   if (files.size() == 1 || (candidate.needsMethodEntry && !IsAnyInMethodEntry(files))) return {};
   if (allowed.Contains(candidate.name)) return {.isAllowed = true};
-  return {.shadow = MakeShadow(std::move(name), std::move(files))};
+  return {.shadow = MakeShadow(std::move(name), std::move(files), folders)};
 }
 
 /// The indices of the candidates, in the order of the bytes of their names.
@@ -224,17 +239,25 @@ std::vector<std::size_t> SortedByName(const std::vector<Candidate>& candidates) 
 std::vector<Answer> AnswersFor(const std::vector<Candidate>& candidates, const FindFiles& find,
                                const NameSet& allowed, std::vector<std::size_t>& order) {
   std::vector<Answer> answers(candidates.size());
+  ComparedFolders folders;
   const auto answer = [&](std::size_t at) {
-    answers[at] = AnswerFor(find, allowed, candidates[at]);
+    answers[at] = AnswerFor(find, allowed, candidates[at], folders);
   };
   if (candidates.empty()) return answers;
   // The first look-up makes the index. Other threads would wait for it, as if the disk were slow.
   answer(0);
-  ForEachInParallel(candidates.size(), [&](std::size_t at) {
-    if (at == 0) {  // answered already, so its turn is free for sorting
+  // Neighbours share folders, which is why a thread takes several: threads that use the same
+  // folders get in each other's way. Few candidates are taken singly: a slow disk answers many
+  // threads at once.
+  const std::size_t inATurn = std::clamp<std::size_t>(candidates.size() / 1000, 1, 250);
+  ForEachInParallel((candidates.size() + inATurn - 1) / inATurn + 1, [&](std::size_t turn) {
+    if (turn == 0) {
       order = SortedByName(candidates);
-    } else {
-      answer(at);
+      return;
+    }
+    const std::size_t end = std::min(turn * inATurn, candidates.size());
+    for (std::size_t at = (turn - 1) * inATurn; at < end; ++at) {
+      if (at > 0) answer(at);
     }
   });
   return answers;
@@ -249,6 +272,8 @@ ShadowReport Collect(const std::vector<Candidate>& candidates, const FindFiles& 
   // Names that were given are reported in their own order.
   if (!asked.empty()) std::iota(order.begin(), order.end(), std::size_t{0});
   ShadowReport report;
+  report.shadows.reserve(static_cast<std::size_t>(std::ranges::count_if(
+      answers, [](const Answer& answer) { return answer.shadow.has_value(); })));
   std::vector<std::string> hiding;  // of the allowed names, those that hide files
   for (const std::size_t at : order) {
     auto& [shadow, isUnknown, isAllowed] = answers[at];
