@@ -77,12 +77,22 @@ void Output::WriteField(std::string_view label, const std::string& value) const 
 }
 
 void Output::WriteObject(const nlohmann::ordered_json& object) const {
+  WriteData(GetObjectLine(object));
+}
+
+std::string Output::GetLine(std::string text) const {
+  text.push_back(lineEnd);
+  return text;
+}
+
+std::string Output::GetObjectLine(const nlohmann::ordered_json& object) const {
   std::string line = json::GetLine(object);
   // A terminal gets no control sequences. The escapes of `GetTextForTerminal` would not be JSON.
   if (toTerminal && GetTextForTerminal(line) != line) {
     line = json::GetLine(object, /*asciiOnly=*/true);
   }
-  WriteData(line + '\n');
+  line.push_back('\n');
+  return line;
 }
 
 std::string Output::GetPainted(std::string_view text, Paint paint) const {

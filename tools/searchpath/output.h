@@ -74,6 +74,11 @@ class Output {
   /// Writes `object` as JSON on one line.
   void WriteObject(const nlohmann::ordered_json& object) const;
 
+  /// What `WriteLine` and `WriteObject` write. Threads: any; so much data can be made ready by
+  /// several threads, to be written by `WriteData`.
+  [[nodiscard]] std::string GetLine(std::string text) const;
+  [[nodiscard]] std::string GetObjectLine(const nlohmann::ordered_json& object) const;
+
  private:
   bool isJson;
   char lineEnd;

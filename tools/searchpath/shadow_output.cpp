@@ -1,5 +1,6 @@
 #include "shadow_output.h"
 
+#include "host/common/parallel.h"
 #include "output.h"
 #include "path_folder.h"
 #include "phrases.h"
@@ -9,8 +10,11 @@
 
 #include <nlohmann/json.hpp>
 
+#include <algorithm>
+#include <array>
 #include <set>
 #include <string>
+#include <utility>
 
 namespace Corvane::PathManagement::tool {
 
@@ -78,27 +82,77 @@ void WriteSummary(const Output& output, const std::vector<host::Shadow>& shadows
   }
 }
 
-void WriteShadow(const Output& output, const host::Shadow& shadow,
-                 std::optional<std::size_t> list) {
-  if (output.IsJson()) {
-    nlohmann::ordered_json object = MakeObject(list);
-    AddText(object, "name", shadow.name);
-    AddText(object, "path", host::GetNativePath(shadow.winner));
-    object["hidden"] = nlohmann::ordered_json::array();
-    for (const host::HiddenFile& hidden : shadow.hidden) {
-      nlohmann::ordered_json& file = object["hidden"].emplace_back();
-      AddText(file, "path", host::GetNativePath(hidden.file));
-      file["kind"] = GetWord(hidden.kind);
-    }
-    output.WriteObject(object);
-    return;
-  }
-  constexpr std::size_t kHiddenKindWidth = 10;  // of "unreadable"
-  output.WriteLine(output.GetShown(Quoted(shadow.name)) + " means " +
-                   output.GetShown(host::GetNativePath(shadow.winner)) + " and hides");
+std::string GetObjectLine(const Output& output, const host::Shadow& shadow,
+                          std::optional<std::size_t> list) {
+  nlohmann::ordered_json object = MakeObject(list);
+  AddText(object, "name", shadow.name);
+  AddText(object, "path", host::GetNativePath(shadow.winner));
+  object["hidden"] = nlohmann::ordered_json::array();
   for (const host::HiddenFile& hidden : shadow.hidden) {
-    output.WriteLine("  " + GetPadded(host::GetText(hidden.kind), kHiddenKindWidth) + "  " +
-                     output.GetShown(host::GetNativePath(hidden.file)));
+    nlohmann::ordered_json& file = object["hidden"].emplace_back();
+    AddText(file, "path", host::GetNativePath(hidden.file));
+    file["kind"] = GetWord(hidden.kind);
+  }
+  return output.GetObjectLine(object);
+}
+
+// The native paths of files, as bytes. Neighbours mostly stand in the same folders, so the paths of
+// the last folders are kept.
+class NativePaths {
+ public:
+  std::string GetPath(const FoundItem& found) {
+    const PathItem& item = *found.GetPathItem();
+    return GetFolder(*found.GetPathEntry()) + GetBytes(item.GetName() + item.GetExtension());
+  }
+
+ private:
+  // With a separator at the end.
+  const std::string& GetFolder(const IPathEntry& folder) {
+    for (const auto& [known, path] : last) {
+      if (known == &folder) return path;
+    }
+    oldest = (oldest + 1) % last.size();
+    std::string path = GetBytes(GetNativePath(folder));
+    if (!path.ends_with('/')) path.push_back('/');
+    last[oldest] = {&folder, std::move(path)};
+    return last[oldest].second;
+  }
+
+  std::array<std::pair<const IPathEntry*, std::string>, 4> last;
+  std::size_t oldest = 0;
+};
+
+// The shadow in one line as JSON, or in words, a line for each file.
+std::string GetLines(const Output& output, const host::Shadow& shadow,
+                     std::optional<std::size_t> list, NativePaths& paths) {
+  if (output.IsJson()) return GetObjectLine(output, shadow, list);
+  constexpr std::size_t kHiddenKindWidth = 10;  // of "unreadable"
+  std::string lines = output.GetLine(output.GetShown(Quoted(shadow.name)) + " means " +
+                                     output.GetShown(paths.GetPath(shadow.winner)) + " and hides");
+  for (const host::HiddenFile& hidden : shadow.hidden) {
+    lines += output.GetLine("  " + GetPadded(host::GetText(hidden.kind), kHiddenKindWidth) + "  " +
+                            output.GetShown(paths.GetPath(hidden.file)));
+  }
+  return lines;
+}
+
+// Makes the lines on all processors. On one of two, those of 250,000 shadows took an eighth of the
+// whole time of the command.
+void WriteEach(const Output& output, const std::vector<host::Shadow>& shadows,
+               std::optional<std::size_t> list) {
+  constexpr std::size_t kAtOnce = 1 << 16;  // shadows whose lines are kept until they are written
+  constexpr std::size_t kInAPiece = 1 << 10;
+  for (std::size_t begin = 0; begin < shadows.size(); begin += kAtOnce) {
+    const std::size_t end = std::min(begin + kAtOnce, shadows.size());
+    std::vector<std::string> pieces((end - begin + kInAPiece - 1) / kInAPiece);
+    host::ForEachInParallel(pieces.size(), [&](std::size_t piece) {
+      NativePaths paths;
+      const std::size_t first = begin + piece * kInAPiece;
+      for (std::size_t at = first; at < std::min(first + kInAPiece, end); ++at) {
+        pieces[piece] += GetLines(output, shadows[at], list, paths);
+      }
+    });
+    for (const std::string& piece : pieces) WriteData(piece);
   }
 }
 
@@ -120,7 +174,7 @@ void WriteShadows(const Output& output, const std::vector<host::Shadow>& shadows
   } else if (format.isSummary) {
     WriteSummary(output, shadows, list);
   } else {
-    for (const host::Shadow& shadow : shadows) WriteShadow(output, shadow, list);
+    WriteEach(output, shadows, list);
   }
 }
 
