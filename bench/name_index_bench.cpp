@@ -65,9 +65,9 @@ class FlatMap {
     }
   }
 
-  [[nodiscard]] const Place* Find(const NameKey& name) const {
+  [[nodiscard]] Place Find(const NameKey& name) const {
     const auto found = places.find(name);
-    return found == places.end() ? nullptr : &found->second;
+    return found == places.end() ? Place{0, ~std::uint32_t{0}} : found->second;
   }
 
  private:

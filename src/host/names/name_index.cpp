@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <bit>
 #include <cstring>
 #include <stdexcept>
 
@@ -14,6 +15,13 @@ constexpr std::size_t kMostFolders = std::size_t{1} << 31U;  // as many as a cur
 /// The memory for a file is fetched while this many files before it are linked. Waiting for the
 /// memory would be more than half of the cost of a large index.
 constexpr std::size_t kAhead = 32;
+
+/// The number of groups is a power of two, so that a shift finds the first one for a hash. Of their
+/// slots, seven in eight are taken at most: a small table is faster, until many groups overflow.
+std::size_t GroupCountFor(std::size_t files) {
+  constexpr std::size_t most = TagGroup::kSize * 7 / 8;
+  return std::max<std::size_t>(2, std::bit_ceil(files / most + 1));
+}
 
 }  // namespace
 
@@ -36,10 +44,9 @@ NameIndex::NameIndex(const std::vector<const NameBlock*>& folders, FilenameMatch
     if (count >= kNone) throw std::length_error("more files than an index takes");
   }
   nextRecords.resize(count);
-  // At most half of the slots are taken: with two in three, one group in six was full, and a miss
-  // cost half as much again.
-  groups.resize(2 * count / kGroup + 1);
-  slots.resize(groups.size() * kGroup);
+  groups.resize(GroupCountFor(count));
+  groupShift = 64 - static_cast<unsigned>(std::countr_zero(groups.size()));
+  slots.resize(groups.size() * TagGroup::kSize);
   LinkAll(folders);
 }
 
@@ -70,8 +77,8 @@ void NameIndex::LinkAll(const std::vector<const NameBlock*>& folders) {
 /// Fetches the memory of the slot that a name with that hash will most likely take.
 void NameIndex::FetchSlot(std::uint64_t hash) const noexcept {
   const std::size_t group = FirstGroupOf(hash);
-  const std::uint64_t empty = ~groups[group] & kTaken;
-  __builtin_prefetch(&slots[group * kGroup + (empty == 0 ? 0 : LowestOf(empty))], 1);
+  const auto empty = groups[group].FindEmpty();
+  __builtin_prefetch(&slots[group * TagGroup::kSize + (empty.Any() ? empty.First() : 0)], 1);
 }
 
 void NameIndex::Link(const Pending& file) {
@@ -114,12 +121,13 @@ NameIndex::Found NameIndex::FindFolded(const NameKey& name) const {
 /// Takes an empty slot for a key that has none.
 std::size_t NameIndex::TakeSlot(std::uint64_t hash) {
   std::size_t group = FirstGroupOf(hash);
-  while ((~groups[group] & kTaken) == 0) {
-    if (++group == groups.size()) group = 0;
+  while (!groups[group].FindEmpty().Any()) {
+    groups[group].SetOverflowed(hash);
+    group = GroupAfter(group);
   }
-  const std::size_t slot = LowestOf(~groups[group] & kTaken);
-  groups[group] |= TagOf(hash) << 8 * slot;
-  return group * kGroup + slot;
+  const std::size_t slot = groups[group].FindEmpty().First();
+  groups[group].SetTag(slot, hash);
+  return group * TagGroup::kSize + slot;
 }
 
 /// The key under which `name` is filed: folded, when case is ignored.

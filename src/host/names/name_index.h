@@ -3,9 +3,9 @@
 
 #include "host/names/name_block.h"
 #include "host/names/name_key.h"
+#include "host/names/tag_group.h"
 #include "searchpath/model/filename_matching_policy.h"
 
-#include <bit>
 #include <cstddef>
 #include <cstdint>
 #include <limits>
@@ -20,7 +20,7 @@ namespace Corvane::PathManagement::host {
 ///
 /// Threads: immutable once made.
 /// Ownership: views the name blocks, which must outlive it.
-/// Cost: 38 bytes a file; building reads each name once; `Next` is a binary search over the
+/// Cost: 24 to 43 bytes a file; building reads each name once; `Next` is a binary search over the
 /// folders.
 /// Errors: `std::length_error` for more than 2^31 folders or 2^32 - 2 files.
 class NameIndex {
@@ -77,12 +77,6 @@ class NameIndex {
   }
 
  private:
-  // The slots are in groups of eight, whose tags are compared at once. Trying one slot after the
-  // other cost 10 ns a question, since the processor cannot foresee at which slot the search ends.
-  static constexpr std::size_t kGroup = 8;
-  static constexpr std::uint64_t kEachTag = 0x0101010101010101U;  // the lowest bit of each tag
-  static constexpr std::uint64_t kTaken = 0x80 * kEachTag;        // the highest bit of each tag
-
   /// One for each name; the others are empty.
   struct Slot {
     const char* name = nullptr;  // as the first file spells it, ends with NUL
@@ -90,37 +84,27 @@ class NameIndex {
   };
   struct Pending;
 
-  /// The tag of a slot, a byte: seven bits from the middle of the hash, which are mixed best, and
-  /// the highest bit, which marks the slot as taken.
-  static std::uint64_t TagOf(std::uint64_t hash) noexcept { return (hash >> 32U & 0x7FU) | 0x80U; }
-  /// The group where the search for a hash begins, by the hash's upper half.
+  /// The group where the search for a hash begins, by the upper bits of the hash.
   [[nodiscard]] std::size_t FirstGroupOf(std::uint64_t hash) const noexcept {
-    return static_cast<std::size_t>(((hash >> 32U) * groups.size()) >> 32U);
+    return static_cast<std::size_t>(hash >> groupShift);
   }
-  /// The number, within its group, of the slot that the lowest bit of `marks` stands for.
-  /// Precondition: a bit is set.
-  static std::size_t LowestOf(std::uint64_t marks) noexcept {
-    return static_cast<std::size_t>(std::countr_zero(marks)) / 8 % kGroup;
+  [[nodiscard]] std::size_t GroupAfter(std::size_t group) const noexcept {
+    return (group + 1) & (groups.size() - 1);
   }
 
   /// The name with that hash for which isName(name) returns true. In the header, to be inlined: a
   /// call would cost a tenth of a question.
   template <class IsName>
   [[nodiscard]] Found FindSlot(std::uint64_t hash, const IsName& isName) const {
-    const std::uint64_t tags = TagOf(hash) * kEachTag;
     std::size_t group = FirstGroupOf(hash);
     for (;;) {
-      // Where the tag is the same, the byte of `differences` is zero, and is marked. The byte above
-      // may be marked by mistake: comparing the names finds that out. An empty slot is never
-      // marked.
-      const std::uint64_t differences = groups[group] ^ tags;
-      std::uint64_t marks = (differences - kEachTag) & ~differences & kTaken;
-      for (; marks != 0; marks &= marks - 1) {
-        const std::size_t slot = group * kGroup + LowestOf(marks);
+      const TagGroup& tags = groups[group];
+      for (auto marks = tags.FindTag(hash); marks.Any(); marks.DropFirst()) {
+        const std::size_t slot = group * TagGroup::kSize + marks.First();
         if (isName(slots[slot].name)) return {slots[slot].first, slot};
       }
-      if ((~groups[group] & kTaken) != 0) return {};  // an empty slot ends the search
-      if (++group == groups.size()) group = 0;
+      if (!tags.HasOverflowed(hash)) return {};
+      group = GroupAfter(group);
     }
   }
   [[nodiscard]] Found FindFolded(const NameKey& name) const;
@@ -133,11 +117,12 @@ class NameIndex {
   [[nodiscard]] NameKey KeyOf(std::string_view name) const;
 
   bool foldsCase;
+  unsigned groupShift = 63;  // there are 2^(64 - groupShift) groups
   // A record is the number of a file among all files, in path order.
   std::vector<std::uint32_t> firstRecords;  // by folder: the record of its first file
   std::vector<std::uint32_t> nextRecords;   // by record: the next of the same name, kNone if last
-  std::vector<std::uint64_t> groups;  // the tags of eight slots each, a byte a tag; zero: empty
-  std::vector<Slot> slots;
+  std::vector<TagGroup> groups;
+  std::vector<Slot> slots;  // those of a group are side by side
 };
 
 }  // namespace Corvane::PathManagement::host
