@@ -5,6 +5,7 @@
 #include "searchpath/host/depfile.h"
 #include "searchpath/host/diagnostic_log.h"
 #include "searchpath/host/disk_feed.h"
+#include "searchpath/host/duration.h"
 #include "searchpath/host/environment.h"
 #include "searchpath/host/explanation.h"
 #include "searchpath/host/explanation_json.h"

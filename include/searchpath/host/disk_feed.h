@@ -2,11 +2,11 @@
 #define SEARCHPATH_HOST_DISK_FEED_H
 
 #include "searchpath/export.h"
+#include "searchpath/host/duration.h"
 #include "searchpath/host/main_search_path_manager.h"
 #include "searchpath/model/absolute_iri.h"
 #include "searchpath/platform/event_manager.h"
 
-#include <chrono>
 #include <memory>
 #include <vector>
 

@@ -2,6 +2,7 @@
 #define SEARCHPATH_HOST_ENVIRONMENT_H
 
 #include "searchpath/export.h"
+#include "searchpath/host/duration.h"
 #include "searchpath/host/explanation.h"
 #include "searchpath/host/folder_entry.h"
 #include "searchpath/host/folder_expansion.h"
@@ -27,7 +28,6 @@
 
 #include <boost/optional.hpp>
 
-#include <chrono>
 #include <concepts>
 #include <cstddef>
 #include <functional>

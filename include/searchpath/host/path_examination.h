@@ -2,10 +2,10 @@
 #define SEARCHPATH_HOST_PATH_EXAMINATION_H
 
 #include "searchpath/export.h"
+#include "searchpath/host/duration.h"
 #include "searchpath/model/ustring.h"
 #include "searchpath/platform/current_working_folder.h"
 
-#include <chrono>
 #include <cstdint>
 #include <optional>
 #include <vector>
