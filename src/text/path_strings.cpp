@@ -6,22 +6,7 @@
 #include "text/root_path.h"
 #include "text/tokens.h"
 
-#include <stdexcept>
-
 namespace Corvane::PathManagement {
-
-namespace detail {
-
-ustring EraseThroughRoot(ustring text, const ustring& root) {
-  const std::size_t position = text.find(root);
-  // Thrown here, since the text of the error that `erase` would raise differs between libraries.
-  if (position == ustring::npos) throw std::out_of_range("invalid string position");
-  // More than the root is erased where it is not in front: callers rely on that.
-  text.erase(position, position + root.size());
-  return text;
-}
-
-}  // namespace detail
 
 std::vector<ustring> SplitZentraPath(const ustring& pathString) {
   std::vector<ustring> folders;
@@ -31,8 +16,8 @@ std::vector<ustring> SplitZentraPath(const ustring& pathString) {
 }
 
 ustring RemoveRootPathFromAbsolutePath(const fl::filesystem::path& absolutePath) {
-  return detail::EraseThroughRoot(absolutePath.native(),
-                                  fl::filesystem::detail::extract_root_path(absolutePath));
+  return detail::EraseRoot(absolutePath.native(),
+                           fl::filesystem::detail::extract_root_path(absolutePath));
 }
 
 PathEntryType GetPathEntryTypeFromBaseName(const ustring& baseName) noexcept {

@@ -12,12 +12,12 @@ using test::ExpectTable;
 
 // No path of this system has its root elsewhere than in front.
 TEST(PathStringsTest, RemovesAsManyUnitsMoreAsStandInFrontOfTheRoot) {
-  EXPECT_EQ(detail::EraseThroughRoot(u"//a/", u"//"), u"a/");
-  EXPECT_EQ(detail::EraseThroughRoot(u"ab", u""), u"ab");
-  EXPECT_EQ(detail::EraseThroughRoot(u"abcRefghij", u"R"), u"abchij");
-  EXPECT_EQ(detail::EraseThroughRoot(u"abcRRe", u"RR"), u"abc");
+  EXPECT_EQ(detail::EraseRoot(u"//a/", u"//"), u"a/");
+  EXPECT_EQ(detail::EraseRoot(u"ab", u""), u"ab");
+  EXPECT_EQ(detail::EraseRoot(u"abcRefghij", u"R"), u"abchij");
+  EXPECT_EQ(detail::EraseRoot(u"abcRRe", u"RR"), u"abc");
   try {
-    (void)detail::EraseThroughRoot(u"abc", u"R");
+    (void)detail::EraseRoot(u"abc", u"R");
     FAIL() << "found";
   } catch (const std::out_of_range& error) {
     EXPECT_STREQ(error.what(), "invalid string position");
