@@ -100,9 +100,10 @@ class SEARCHPATH_EXPORT MainSearchPathManager : public IMainSearchPathManager {
   std::unique_ptr<State> state;
 };
 
-/// Takes `folders`, as users type them, off the path of `manager`, also those that are gone from
-/// the disk or cannot be read. A text that cannot name a folder is reported like a folder that is
-/// not on the path, and the others are removed; see `RemoveIRIsFromZentraPath`.
+/// Takes `folders`, as users type them, off the path of `manager`, as `RemoveIRIsFromZentraPath`
+/// does. Folders that are gone from the disk or cannot be read are removed, too. A text for which
+/// `workingFolder` has no location is reported with `PathMessages::NotOnPath`, as it was typed;
+/// all other folders are still removed.
 [[nodiscard]] SEARCHPATH_EXPORT foundation::core::except::Notification RemoveFolders(
     const UstringRange& folders, const WorkingFolder& workingFolder,
     IMainSearchPathManager& manager);

@@ -21,6 +21,10 @@ namespace Corvane::PathManagement {
 /// A folder that was to be removed but is not on the path is reported in `RemovalCatalogue` with
 /// the key `NotOnPath`, as `GetStringFromIRI` writes it.
 ///
+/// `host::RemoveFolders` also removes folders that cannot be used, so it reports in
+/// `RemovalCatalogue` alone. For a text that has no location, it reports `NotOnPath` with the text
+/// as it was typed.
+///
 /// Catalogues and keys are spelled as in the message files of environments, which hold the texts.
 struct PathMessages {
   /// The catalogue of folders that cannot be used.
