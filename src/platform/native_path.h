@@ -12,8 +12,8 @@
 namespace fl::filesystem::detail {
 
 /// The bytes by which the kernel knows a path.
-/// Errors: `std::system_error` when `path` holds a NUL or a lone surrogate outside U+DC80..U+DCFF,
-/// which stand for bytes that are not UTF-8, see `TextFromBytes`.
+/// Errors: `std::system_error` when `path` holds a NUL or a lone surrogate other than
+/// U+DC80..U+DCFF. Those stand for bytes that are not UTF-8, see `TextFromBytes`.
 [[nodiscard]] std::string NativeBytes(const foundation::ustring& path);
 
 /// The bytes by which the kernel knows what a "file" IRI names; nullopt for any other scheme.
@@ -21,7 +21,7 @@ namespace fl::filesystem::detail {
     const foundation::storage::vfs::AbsoluteIRI& location);
 
 /// The exception for the errno `error` at the path `bytes`. For the `complaint` "cannot open" it
-/// says `cannot open "/a": permission denied`. `remark` is put directly after the path, so it
+/// says `cannot open "/a": Permission denied`. `remark` is put directly after the path, so it
 /// begins with its own comma: `, which is a folder`.
 [[nodiscard]] std::system_error PathError(int error, std::string_view complaint,
                                           std::string_view bytes, std::string_view remark = "");
