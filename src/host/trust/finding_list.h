@@ -14,8 +14,8 @@ namespace Corvane::PathManagement::host {
 
 /// The names that a finding could take over.
 struct NameScope {
-  // The number, in path order, of a searched folder. A name that an earlier folder answers is out
-  // of reach.
+  // The number, in path order, of a searched folder. A name that an earlier folder answers cannot
+  // be taken over.
   std::size_t fromFolder = 0;
   std::string prefix = {};  // "lib/": all names below it; "lib": that one name; "": all names
 };
@@ -23,8 +23,8 @@ struct NameScope {
 /// Each name with the number, in path order, of the folder that answers it.
 using AnsweredNames = std::map<std::string, std::size_t, std::less<>>;
 
-/// Gathers findings. Within a part of the path, as it was given, each object is reported once for
-/// each kind.
+/// Gathers findings. Within one part of the path, as parts were given, an object has at most one
+/// finding of each kind.
 class FindingList {
  public:
   /// What is added from now on comes from the part of the path called `text`.
@@ -32,8 +32,9 @@ class FindingList {
 
   /// Adds that those in `who` can do `kind` to `object`, which matters for the searched `folder`
   /// and the names in `scopes`. If this part has a finding of that kind for the object, adds `who`
-  /// and `scopes` to it: what stands in a sticky folder can be replaced by its owner alone, so each
-  /// link there may add somebody. If `who` is empty, does nothing. An `object` of "" is the root.
+  /// and `scopes` to that finding: in a sticky folder each link can be replaced by its own owner,
+  /// so each link there may add somebody. If `who` is empty, does nothing. An `object` of "" is the
+  /// root.
   void Add(TrustKind kind, const std::string& folder, const std::string& object,
            const std::vector<Intruder>& who, const std::vector<NameScope>& scopes);
 

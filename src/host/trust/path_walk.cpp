@@ -18,13 +18,14 @@ namespace {
 using foundation::storage::vfs::detail::LinkWalk;
 using foundation::storage::vfs::detail::ReadLink;
 
-constexpr std::size_t kMostLevels = PATH_MAX / 2;  // a name takes two bytes, with its separator
+// A name takes at least two bytes, with its separator.
+constexpr std::size_t kMostLevels = PATH_MAX / 2;
 constexpr int kPathAlone = O_PATH | O_NOFOLLOW | O_CLOEXEC;
 
 std::error_code LastError() { return {errno, std::generic_category()}; }
 
 Descriptor OpenName(const Descriptor& folder, const std::string& name) {
-  // First as a folder: then a file system that is mounted on demand gets mounted.
+  // Tried as a folder first, because only O_DIRECTORY mounts what is mounted on demand.
   Descriptor opened(openat(folder.Get(), name.c_str(), kPathAlone | O_DIRECTORY));
   if (opened.IsOpen() || errno != ENOTDIR) return opened;
   return Descriptor(openat(folder.Get(), name.c_str(), kPathAlone));
@@ -74,8 +75,9 @@ class Walker {
     if (S_ISLNK(facts.mode)) {
       Follow(object);
     } else if (S_ISDIR(facts.mode)) {
-      if (folder->level == kMostLevels) {  // the error ends the walk after this folder
+      if (folder->level == kMostLevels) {
         walked.error = std::make_error_code(std::errc::filename_too_long);
+        return;  // the steps have this folder, but the walk ends before it
       }
       folder = std::make_shared<const PassedFolder>(
           PassedFolder{folder, walk.GetPath(), facts, folder->level + 1});
@@ -96,8 +98,9 @@ class Walker {
   }
 
   /// Goes back to the folder at `path`, the present one or one above it. Each folder on the way up
-  /// has to be the one that was passed on the way down, for the present one may have been moved
-  /// meanwhile. When that fails, sets the error and returns false.
+  /// has to be the one that was passed on the way down: ".." leads elsewhere when a folder has been
+  /// moved meanwhile. If one of them is a different folder, or cannot be opened, sets the error and
+  /// returns false.
   bool GoUpTo(std::string_view path) {
     while (folder->path != path) {
       current = Descriptor(openat(current.Get(), "..", kPathAlone | O_DIRECTORY));

@@ -32,14 +32,14 @@ struct PassedFolder {
 struct PathStep {
   std::shared_ptr<const PassedFolder> folder;  // in which the name stands
   std::string name;
-  std::optional<AccessFacts> object;  // of what has the name; empty when nothing has it
+  std::optional<AccessFacts> object;  // the facts of what has the name; empty when nothing has it
 
   [[nodiscard]] std::string GetPath() const { return folder->GetPathOf(name); }
 };
 
 /// What a walk came to.
 struct WalkedPath {
-  std::vector<PathStep> steps = {};  // in the order in which they decided where the path leads
+  std::vector<PathStep> steps = {};  // all names on the way, in the order of the walk
   /// The folder that the walk ended at; null when it ended at something else, or failed.
   std::shared_ptr<const PassedFolder> end = nullptr;
   /// What the walk ended at, open with O_PATH; not open when the walk failed.
@@ -49,16 +49,17 @@ struct WalkedPath {
   std::error_code error = {};  // why the walk failed
 };
 
-/// Walks an absolute path from the root, name by name and link by link. Each name is opened in the
-/// folder opened before it, and each link is followed by its text. So `steps` describe the very
-/// objects by which the end was reached, whatever is renamed meanwhile.
+/// Walks an absolute path from the root, name by name. Each name is opened in the folder opened
+/// before it. The text of a link is read from the link that was opened, and walked before the rest
+/// of the path. So `steps` describe the very objects by which the end was reached, whatever is
+/// renamed meanwhile.
 ///
-/// Errors: `WalkedPath::error`. A folder with more than 2,048 folders above it is too deep: its
+/// Errors: `WalkedPath::error`. A folder with more than 2,048 folders above it is an error: its
 /// path is longer than any that the kernel takes at once.
 /// Cost: about three system calls for each name. Holds three descriptors at most.
 [[nodiscard]] WalkedPath WalkPath(std::string_view path);
 
-/// The same for a path that begins in `folder`, which `descriptor` has open and which is not null.
+/// The same for a path that begins in `folder`, which is not null; `descriptor` has it open.
 [[nodiscard]] WalkedPath WalkPath(std::shared_ptr<const PassedFolder> folder,
                                   const Descriptor& descriptor, std::string_view path);
 

@@ -11,9 +11,9 @@
 
 namespace Corvane::PathManagement::host {
 
-/// Reports what those who are not trusted can do to what a walk came through. In all operations,
-/// `folder` is the searched folder that the walk is for, as users read its path, and `scopes` are
-/// the names that could be taken over.
+/// Reports what those who are not trusted can do to the folders, links and files that a walk met.
+/// In all operations, `folder` is the searched folder that the walk is for, as users read its path,
+/// and `scopes` are the names that could be taken over.
 class StepReport {
  public:
   StepReport(Accounts& accounts, FindingList& list) : search(accounts), findings(list) {}
@@ -22,26 +22,27 @@ class StepReport {
   void BeginPart(ustring text);
 
   /// Reports who can replace what stands at each step, or make it when nothing stands there. Leaves
-  /// out steps in folders for which `ReportFolder` has said that in this part.
+  /// out steps in folders that `ReportFolder` has reported in this part.
   void ReportSteps(const std::vector<PathStep>& steps, const std::string& folder,
                    const std::vector<NameScope>& scopes);
 
   /// Reports who owns the folder `searched`, as the walk reached it, and who else can make names in
-  /// it. In a sticky folder these others cannot replace files that are there: for them
-  /// `scopesIfSticky` holds instead of `scopes`.
+  /// it. In a sticky folder, those who are not its owner cannot replace what other users have made
+  /// there: for them `scopesIfSticky` holds instead of `scopes`.
   void ReportFolder(const PassedFolder& searched, const std::string& folder,
                     const std::vector<NameScope>& scopes,
                     const std::vector<NameScope>& scopesIfSticky);
 
-  /// Reports who owns `file` and who else can write to it. The others are left out unless the file
-  /// `counts` by the lookup rules as it is now; its owner could make it count.
+  /// Reports who owns `file` and who else can write to it. Other writers are reported only if
+  /// `counts`: if names can mean the file by the lookup rules, as it is now. The owner is always
+  /// reported, since he can change the mode of the file so that names can mean it.
   void ReportFile(const PathStep& file, const std::string& folder, bool counts,
                   const std::vector<NameScope>& scopes);
 
  private:
   IntruderSearch search;
   FindingList& findings;
-  std::set<std::string> searchedFolders;  // that were reported in this part; paths without links
+  std::set<std::string> searchedFolders;  // as `ReportFolder` met them in this part; without links
 };
 
 }  // namespace Corvane::PathManagement::host
