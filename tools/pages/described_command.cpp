@@ -6,20 +6,24 @@ namespace Corvane::PathManagement::tool {
 
 namespace {
 
-// What is offered for a value or an operand that the help calls `kind`.
-Completion GetCompletion(const std::string& kind) {
-  if (kind == "FILE" || kind == "TEXT") return Completion::File;
-  if (kind == "FOLDER" || kind == "DIR") return Completion::Folder;
-  if (kind == "FOLDERS" || kind == "OLD") return Completion::Path;
-  return kind == "COMMAND" ? Completion::Command : Completion::Nothing;
+// What is offered for a value or an operand that the help calls `word`.
+Completion GetCompletion(const std::string& word) {
+  // A TEXT is a pathname or an IRI; shells can offer only the pathnames.
+  if (word == "FILE" || word == "TEXT") return Completion::File;
+  if (word == "FOLDER" || word == "DIR") return Completion::Folder;
+  // OLD and NEW, which diff compares, are whole paths: lists of folders, as after --path.
+  if (word == "FOLDERS" || word == "OLD") return Completion::Path;
+  return word == "COMMAND" ? Completion::Command : Completion::Nothing;
+}
+
+// The word by which the help calls the first operand: "FILE" for "[FILE...]"; "" for none.
+std::string GetOperandWord(const DescribedCommand& command) {
+  const std::string& operands = command.operands;
+  const std::size_t begin = operands.starts_with('[') ? 1 : 0;
+  return operands.substr(begin, operands.find_first_of(" .]", begin) - begin);
 }
 
 }  // namespace
-
-bool DescribedCommand::Takes(const std::string& kind) const {
-  const std::size_t begin = operands.starts_with('[') ? 1 : 0;
-  return operands.compare(begin, operands.find_first_of(" .]", begin) - begin, kind) == 0;
-}
 
 std::vector<DescribedCommand> DescribeCommands() {
   std::vector<DescribedCommand> described;
@@ -28,7 +32,7 @@ std::vector<DescribedCommand> DescribeCommands() {
     described.push_back({text.name, text.operands, text.purpose, text.examples,
                          commandLine.GetNotes(), commandLine.GetOptions()});
   }};
-  // With such arguments a command is not run, so that its result means nothing.
+  // With `describe` set, `run` only describes the command, so its outcome means nothing.
   for (const Command& command : GetCommands()) static_cast<void>(command.run(request));
   return described;
 }
@@ -38,13 +42,10 @@ Completion GetCompletion(const OptionText& option) {
 }
 
 Completion GetCompletion(const DescribedCommand& command) {
-  // The help calls the operands of these two NAME, as those of other commands.
+  // These operands are called NAME like the files of `find`, for which nothing is offered.
   if (command.name == "which") return Completion::Program;
   if (command.name == "folders") return Completion::Folder;
-  for (const char* kind : {"FILE", "TEXT", "FOLDER", "OLD", "COMMAND"}) {
-    if (command.Takes(kind)) return GetCompletion(std::string(kind));
-  }
-  return Completion::Nothing;
+  return GetCompletion(GetOperandWord(command));
 }
 
 std::vector<FirstWord> GetFirstWords() {

@@ -11,15 +11,12 @@ namespace Corvane::PathManagement::tool {
 
 /// A command with its operands, its options and all of its help.
 struct DescribedCommand {
-  std::string name;  ///< "find", "cache write"
-  std::string operands;
+  std::string name;      ///< "find", "cache write"
+  std::string operands;  ///< as `CommandText::operands`
   std::string purpose;
   std::string examples;
   std::string notes;
   std::vector<OptionText> options;
-
-  /// Whether the help calls the first operand `kind`, such as "FILE".
-  [[nodiscard]] bool Takes(const std::string& kind) const;
 };
 
 /// All commands, in the order of the help.
@@ -28,7 +25,7 @@ struct DescribedCommand {
 /// What a shell offers for the value of an option, or for an operand.
 enum class Completion : std::uint8_t {
   Nothing,
-  Words,  ///< those of `OptionText::words`
+  Words,  ///< the values in `OptionText::words`
   File,
   Folder,
   Path,  ///< a list of folders, "A:B", or "@FILE"
@@ -41,7 +38,8 @@ enum class Completion : std::uint8_t {
 /// What is offered for the operands of `command`.
 [[nodiscard]] Completion GetCompletion(const DescribedCommand& command);
 
-/// The first word of a command, or of several as "cache" is, and what it is for.
+/// A first word, which may begin several commands ("cache write", "cache verify"), and what it is
+/// for.
 struct FirstWord {
   std::string word;
   std::string purpose;
@@ -49,7 +47,7 @@ struct FirstWord {
 /// Each first word once, in the order of the help.
 [[nodiscard]] std::vector<FirstWord> GetFirstWords();
 
-/// The second words of the commands whose first word is `word`; usually none.
+/// The second words of those of `commands` whose first word is `word`; usually none.
 [[nodiscard]] std::vector<std::string> GetSecondWords(const std::vector<DescribedCommand>& commands,
                                                       const std::string& word);
 
