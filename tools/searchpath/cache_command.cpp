@@ -76,7 +76,7 @@ Outcome Write(const Arguments& arguments) {
   CommandLine commandLine(kWriteText);
   PathOptions path;
   path.AddTo(commandLine);
-  if (!commandLine.Parse(arguments)) return Outcome::Found;
+  if (!commandLine.Parse(arguments)) return Outcome::Done;
   const std::string& file = GetFile(commandLine);
   const host::Environment& environment = KeepUntilExit(OpenPath(path, commandLine));
   return SavePath(environment, path, file);
@@ -143,7 +143,7 @@ Outcome Verify(const Arguments& arguments) {
   OutputOptions outputOptions;
   outputOptions.AddTo(commandLine);
   outputOptions.AddExitCodeTo(commandLine);
-  if (!commandLine.Parse(arguments)) return Outcome::Found;
+  if (!commandLine.Parse(arguments)) return Outcome::Done;
   const Output output(outputOptions);
   const auto cache = ReadListing(GetFile(commandLine), host::ListingUse::AsSaved);
   const std::vector<CheckedFolder> folders = Check(cache);
@@ -169,7 +169,7 @@ Outcome RunCache(const Arguments& arguments) {
   const std::string word = words.empty() ? "" : words.front();
   if (word == "write") return Write({.words = {words.begin() + 1, words.end()}});
   if (word == "verify") return Verify({.words = {words.begin() + 1, words.end()}});
-  if (AnswerHelp(word, kCacheHelp, kCacheExamples)) return Outcome::Found;
+  if (AnswerHelp(word, kCacheHelp, kCacheExamples)) return Outcome::Done;
   throw UsageError("after cache comes write or verify" +
                    (word.empty() ? "" : ", not " + Quoted(word)) +
                    "; type: searchpath cache write FILE --path FOLDERS");

@@ -139,7 +139,7 @@ Outcome RunDiff(const Arguments& arguments) {
   CommandLine commandLine(kDiffText);
   DiffOptions options;
   options.AddTo(commandLine);
-  if (!commandLine.Parse(arguments)) return Outcome::Found;
+  if (!commandLine.Parse(arguments)) return Outcome::Done;
   const std::vector<std::string>& operands = commandLine.GetOperands();
   CheckOptions(options, operands);
   const Output output(options.output);

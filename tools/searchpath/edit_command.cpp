@@ -110,7 +110,7 @@ Outcome Run(const EditOptions& options, const Edit& edit, Outcome outcomeWithMes
   for (const auto& message : notification.GetMessages()) {
     Report(GetBytes(foundation::core::except::GetText(message)));
   }
-  return notification.empty() ? Outcome::Found : outcomeWithMessages;
+  return notification.empty() ? Outcome::Done : outcomeWithMessages;
 }
 
 }  // namespace
@@ -121,7 +121,7 @@ Outcome RunAdd(const Arguments& arguments) {
   bool atEnd = false;
   commandLine.AddFlag("--end", atEnd, "put them at the end of the path");
   options.AddTo(commandLine);
-  if (!commandLine.Parse(arguments)) return Outcome::Found;
+  if (!commandLine.Parse(arguments)) return Outcome::Done;
   const auto add = [&](IMainSearchPathManager& manager) {
     return AddFoldersToZentraPath(GetTexts(commandLine.GetOperands()), host::WorkingFolder(),
                                   manager, atEnd ? Position::End : Position::Begin);
@@ -133,7 +133,7 @@ Outcome RunRemove(const Arguments& arguments) {
   CommandLine commandLine(kRemoveText);
   EditOptions options;
   options.AddTo(commandLine);
-  if (!commandLine.Parse(arguments)) return Outcome::Found;
+  if (!commandLine.Parse(arguments)) return Outcome::Done;
   const auto remove = [&](IMainSearchPathManager& manager) {
     return host::RemoveFolders(GetTexts(commandLine.GetOperands()), host::WorkingFolder(), manager);
   };

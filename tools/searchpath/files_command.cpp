@@ -172,7 +172,7 @@ Outcome RunFiles(const Arguments& arguments) {
   CommandLine commandLine(kFilesText);
   FilesOptions options;
   options.AddTo(commandLine);
-  if (!commandLine.Parse(arguments)) return Outcome::Found;
+  if (!commandLine.Parse(arguments)) return Outcome::Done;
   const Output output(options.output);
   const WantedFiles wanted(options);
   const host::Environment& environment = KeepUntilExit(OpenPath(options.path, commandLine));

@@ -194,7 +194,7 @@ Outcome RunFind(const Arguments& arguments) {
   CommandLine commandLine(kFindText);
   FindOptions options;
   options.AddTo(commandLine);
-  if (!commandLine.Parse(arguments)) return Outcome::Found;
+  if (!commandLine.Parse(arguments)) return Outcome::Done;
   const std::vector<std::string>& names = commandLine.GetOperands();
   CheckOptions(options, names);
   const Output output(options.output);

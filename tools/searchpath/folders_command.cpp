@@ -97,7 +97,7 @@ Outcome RunFolders(const Arguments& arguments) {
   OutputOptions outputOptions;
   outputOptions.AddTo(commandLine);
   outputOptions.AddExitCodeTo(commandLine);
-  if (!commandLine.Parse(arguments)) return Outcome::Found;
+  if (!commandLine.Parse(arguments)) return Outcome::Done;
   lookup.policy = GetPolicy(policy);
   const Output output(outputOptions);
   const host::Environment& environment = KeepUntilExit(OpenPath(path, commandLine));

@@ -19,12 +19,12 @@ constexpr CommandText kHelpText = {
 
 Outcome RunHelp(const Arguments& arguments) {
   CommandLine commandLine(kHelpText);
-  if (!commandLine.Parse(arguments)) return Outcome::Found;
+  if (!commandLine.Parse(arguments)) return Outcome::Done;
   std::vector<std::string> words = commandLine.GetOperands();
   if (words.empty()) {
-    // The result says whether "--help" asks for help, which it does.
+    // The result is always true: it says whether the word asks for help, and "--help" does.
     static_cast<void>(AnswerHelp("--help", GetGeneralHelp(), kGeneralExamples));
-    return Outcome::Found;
+    return Outcome::Done;
   }
   const Command& command = GetCommand(words.front());
   words.erase(words.begin());

@@ -65,7 +65,7 @@ Outcome RunIri(const Arguments& arguments) {
   CommandLine commandLine(kIriText);
   OutputOptions outputOptions;
   outputOptions.AddTo(commandLine);
-  if (!commandLine.Parse(arguments)) return Outcome::Found;
+  if (!commandLine.Parse(arguments)) return Outcome::Done;
   const Output output(outputOptions);
   bool succeeded = true;
   for (const std::string& text : commandLine.GetOperands()) {

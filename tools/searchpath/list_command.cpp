@@ -95,7 +95,7 @@ Outcome RunList(const Arguments& arguments) {
   commandLine.AddValue("--save", "FILE", saveTo,
                        "write a cache of the path to FILE, for --path @FILE");
   outputOptions.AddTo(commandLine);
-  if (!commandLine.Parse(arguments)) return Outcome::Found;
+  if (!commandLine.Parse(arguments)) return Outcome::Done;
   const Output output(outputOptions);
   path.foldersOnly = !isLong && !output.IsJson() && !saveTo;
   const host::Environment& environment = KeepUntilExit(OpenPath(path, commandLine));
@@ -107,7 +107,7 @@ Outcome RunList(const Arguments& arguments) {
                                         WriteFolder(output, path, environment, *folder, isLong);
                                         return false;  // do not stop
                                       });
-  return failed ? Outcome::Failed : Outcome::Found;
+  return failed ? Outcome::Failed : Outcome::Done;
 }
 
 }  // namespace Corvane::PathManagement::tool

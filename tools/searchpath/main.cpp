@@ -21,7 +21,7 @@ Outcome Run(const std::vector<std::string>& arguments) {
     throw UsageError("no command; type: searchpath find NAME --path \"$PATH\", or searchpath -h");
   }
   const std::string& word = arguments.front();
-  if (AnswerHelp(word, GetGeneralHelp(), kGeneralExamples)) return Outcome::Found;
+  if (AnswerHelp(word, GetGeneralHelp(), kGeneralExamples)) return Outcome::Done;
   if (word.starts_with('-')) {
     throw UsageError("the command comes first; type: searchpath find NAME --path \"$PATH\"");
   }

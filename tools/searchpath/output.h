@@ -20,12 +20,13 @@ class CommandLine;
 class SilentStreams;
 
 /// The exit code of a command. A question has the outcomes Found and NotFound, a check Clean and
-/// Findings.
+/// Findings. Work that answers no question is Done. All of them can be Failed.
 enum class Outcome : std::uint8_t {
   Found = 0,
   NotFound = 1,
   Clean = Found,
   Findings = NotFound,
+  Done = Found,
   Failed = 2
 };
 
@@ -45,7 +46,7 @@ struct OutputOptions {
   void AddTo(CommandLine& commandLine);
   /// Adds --exit-code, for a command whose exit code is an answer. It silences the program from the
   /// end of `CommandLine::Parse` until these options are destroyed. An exception that ends the
-  /// command is caught after that, so it is still reported.
+  /// command destroys them before it is caught, so it is still reported.
   void AddExitCodeTo(CommandLine& commandLine);
 };
 
@@ -67,7 +68,8 @@ class Output {
 
   /// Writes a line with `path`, its last part emphasised. Passes `path` through `GetShown`.
   void WritePath(const ustring& path) const;
-  /// Writes a line of other data. The caller has passed the names in `text` through `GetShown`.
+  /// Writes a line with any other data. The caller has passed all names in `text` through
+  /// `GetShown`.
   void WriteLine(std::string_view text) const;
   /// Writes the line "label: value". Passes `value` through `GetShown`.
   void WriteField(std::string_view label, const std::string& value) const;
@@ -92,7 +94,7 @@ class Output {
 /// `text`, filled up with blanks at its end to a `GetWidth` of at least `width`.
 [[nodiscard]] std::string GetPadded(std::string text, std::size_t width);
 
-/// Adds a text to a JSON object: commands fill objects for `Output::WriteObject` with it.
+/// Adds a text to a JSON object. Commands fill the objects for `Output::WriteObject` so.
 using json::AddText;
 
 }  // namespace Corvane::PathManagement::tool

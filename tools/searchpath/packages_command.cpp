@@ -129,7 +129,7 @@ Outcome RunPackages(const Arguments& arguments) {
   OutputOptions outputOptions;
   outputOptions.AddTo(commandLine);
   outputOptions.AddExitCodeTo(commandLine);
-  if (!commandLine.Parse(arguments)) return Outcome::Found;
+  if (!commandLine.Parse(arguments)) return Outcome::Done;
   if (!root) {
     throw UsageError("packages needs --root; type: " + commandLine.GetLineWith("--root DIR"));
   }

@@ -108,14 +108,14 @@ Outcome RunProfiles(const Arguments& arguments) {
   CommandLine commandLine(kProfilesText);
   OutputOptions outputOptions;
   outputOptions.AddTo(commandLine);
-  if (!commandLine.Parse(arguments)) return Outcome::Found;
+  if (!commandLine.Parse(arguments)) return Outcome::Done;
   const Output output(outputOptions);
   const std::vector<Profile> profiles = GetProfiles();
   if (!output.IsJson()) WriteWords(output, profiles);
   for (const Profile& profile : profiles) {
     if (output.IsJson()) output.WriteObject(GetObject(profile));
   }
-  return Outcome::Found;
+  return Outcome::Done;
 }
 
 }  // namespace Corvane::PathManagement::tool

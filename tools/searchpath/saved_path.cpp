@@ -13,15 +13,15 @@ Outcome SavePath(const host::Environment& environment, const PathOptions& option
                  const std::string& file) {
   try {
     const Progress progress(options.quiet);
-    // The main folders, those on the path itself, are saved with their special folders. Some rules
-    // also search other folders below the main folders; those are saved, too.
+    // By some rules, ordinary folders below the main folders are searched, too. The main folders
+    // are among the folders searched, but `SaveListing` saves each location once.
     host::SaveListing(TextFromBytes(file), environment.GetMainFolders(),
                       environment.FindSearchedFolders());
   } catch (const std::exception& failure) {
     throw UsageError("cannot write the cache: " + std::string(failure.what()));
   }
   const bool failed = ReportProblems(environment, options);
-  return failed ? Outcome::Failed : Outcome::Found;
+  return failed ? Outcome::Failed : Outcome::Done;
 }
 
 }  // namespace Corvane::PathManagement::tool

@@ -8,10 +8,13 @@
 
 namespace Corvane::PathManagement::tool {
 
-/// Saves the listings of all folders of the path in `file`, a cache, and reports as `ReportProblems`.
-/// Returns `Failed` when `ReportProblems` says that the command must fail, else `Found`.
+/// Saves the path, with the listings of all its folders, as the cache `file`. Such a file serves
+/// two options: `--cache` takes the listings from it, and `--path @FILE` takes the path as well.
+/// Then reports problems as `ReportProblems` does. Returns `Failed` when that says that the command
+/// must fail, else `Done`.
 ///
-/// Errors: `UsageError` when `file` cannot be written.
+/// Errors: `UsageError`, whatever keeps `file` from being written: its message adds to that of the
+/// failure that a cache was to be written.
 [[nodiscard]] Outcome SavePath(const host::Environment& environment, const PathOptions& options,
                                const std::string& file);
 

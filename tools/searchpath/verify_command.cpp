@@ -51,7 +51,7 @@ Outcome RunVerify(const Arguments& arguments) {
   commandLine.AddFlag("--update", update, "keep the new answers");
   outputOptions.AddTo(commandLine);
   outputOptions.AddExitCodeTo(commandLine);
-  if (!commandLine.Parse(arguments)) return Outcome::Found;
+  if (!commandLine.Parse(arguments)) return Outcome::Done;
   const Output output(outputOptions);
   const std::string& file = GetReceiptFile(commandLine);
   const host::Receipt receipt = ReadReceipt(file);

@@ -229,7 +229,7 @@ Outcome Watch(host::MainSearchPathManager& manager, PrintedNames& names,
     FinishData();
     printed = current;
   }
-  return Outcome::Found;
+  return Outcome::Done;
 }
 
 }  // namespace
@@ -238,7 +238,7 @@ Outcome RunWatch(const Arguments& arguments) {
   CommandLine commandLine(kWatchText);
   WatchOptions options;
   options.AddTo(commandLine);
-  if (!commandLine.Parse(arguments)) return Outcome::Found;
+  if (!commandLine.Parse(arguments)) return Outcome::Done;
   options.Check();
   CheckStandardOutput();
   const Output output(options.output);

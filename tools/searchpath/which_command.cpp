@@ -14,13 +14,13 @@ constexpr CommandText kWhichText = {
     "  searchpath which -a python3           all programs of that name\n"
     "  searchpath which --explain mytool     why that one, or why none\n",
     "The programs:\n"
-    "  NAME means the first regular file of that name in a folder of $PATH that this\n"
-    "  process may execute. An empty part of $PATH is the working folder. A NAME with\n"
-    "  \"/\" is that file itself. This is searchpath find --as program --path \"$PATH\";\n"
-    "  functions and commands that a shell has built in are not seen.\n"
+    "  NAME means the first regular file of that name that this process may execute,\n"
+    "  in the folders of $PATH. An empty part of $PATH is the working folder. A NAME\n"
+    "  with \"/\" is that file itself. searchpath find --as program --path \"$PATH\"\n"
+    "  does the same. Functions of a shell and its built-in commands are not seen.\n"
     "\n"
-    "Exit: 0 every NAME was found, 1 some NAME was not, or there is none, 2 wrong\n"
-    "usage or failure.\n"};
+    "Exit: 0 every NAME was found, 1 some NAME was not, or no NAME was given,\n"
+    "2 wrong usage or failure.\n"};
 
 }  // namespace
 
@@ -34,7 +34,7 @@ Outcome RunWhich(const Arguments& arguments) {
                       "why: each folder asked, and the rule that decided");
   outputOptions.AddTo(commandLine);
   outputOptions.AddExitCodeTo(commandLine);
-  if (!commandLine.Parse(arguments)) return Outcome::Found;
+  if (!commandLine.Parse(arguments)) return Outcome::Done;
   path.as = "program";
   path.quiet = true;  // shells skip what they cannot search, too
   const Output output(outputOptions);
@@ -42,6 +42,7 @@ Outcome RunWhich(const Arguments& arguments) {
       OpenSource(ReadPathSource("PATH", /*flags=*/{}, path.GetRules()), "$PATH", path);
   Finder finder(options, path, output, environment, /*commonLookup=*/{});
   for (const std::string& name : commandLine.GetOperands()) finder.Answer(name);
+  // Scripts may hand in a list that is empty. Other programs called "which" then find nothing, too.
   const bool foundAll = finder.FoundAll() && !commandLine.GetOperands().empty();
   return foundAll ? Outcome::Found : Outcome::NotFound;
 }
