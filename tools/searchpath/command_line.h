@@ -22,13 +22,15 @@ class Option;
 
 namespace Corvane::PathManagement::tool {
 
-/// The command line is wrong. The message is one line that says why and what to type instead.
+/// A command cannot do what its command line asks for: the words are wrong, or what they name
+/// cannot be used. The message is one line that says why and, where something would help, what to
+/// type instead.
 class UsageError : public std::runtime_error {
  public:
   using std::runtime_error::runtime_error;
 };
 
-/// The texts of a command's help, other than those on its options.
+/// The texts of a command's help, without the texts on its options.
 struct CommandText {
   const char* name;
   const char* operands;  ///< "NAME..."; "[NAME...]" if they may be left out; "" for no operands
@@ -39,11 +41,11 @@ struct CommandText {
 
 class CommandLine;
 
-/// What follows the name of a command on the command line.
+/// What a command is called with: the words typed, or instead a request to describe itself.
 struct Arguments {
-  std::vector<std::string> words = {};
-  /// If set, the command does not run: `CommandLine::Parse` only calls this function, which can
-  /// read the options and texts of the command from its argument.
+  std::vector<std::string> words = {};  ///< what was typed after the name of the command
+  /// If set, the command does not run: `CommandLine::Parse` only calls this function, with the
+  /// options and texts of the command in `commandLine`.
   std::function<void(const CommandLine& commandLine)> describe = {};
 };
 
@@ -65,11 +67,11 @@ class CommandLine {
   CommandLine& operator=(const CommandLine&) = delete;
   ~CommandLine();
 
-  // `Parse` sets the variables of the options that were typed; all variables have to exist until
-  // then. `names` is "--all" or "-a,--all".
+  // `Parse` sets the variables of the options that were typed; all variables have to exist until it
+  // returns. `names` is "--all" or "-a,--all".
   void AddFlag(const std::string& names, bool& value, const std::string& help);
   // For an option with a value; the last value typed counts. `words` are values that completion
-  // offers; `Parse` does not refuse others.
+  // offers; `Parse` accepts any other value, too.
   void AddValue(const std::string& name, const char* valueName, std::optional<std::string>& value,
                 const std::string& help, std::vector<std::string> words = {});
   // The same for an option whose values all count.
@@ -80,8 +82,8 @@ class CommandLine {
   /// `Parse` then refuses operands that are typed.
   void AddFlagForOperands(const std::string& name, bool& value, const std::string& help);
 
-  /// Has `Parse` call `work` at its end, when all variables are set. Several are called in the
-  /// order in which they were added.
+  /// Has `Parse` call `work` at its end, when all variables are set. If several functions are
+  /// added, they are called in the order in which they were added.
   void AfterParse(std::function<void()> work) { afterParse.push_back(std::move(work)); }
 
   /// Adds text to the notes, which --help shows.
@@ -173,7 +175,8 @@ template <class Number>
 extern const char* const kEnvironmentNotes;
 
 /// Answers -h, --help, -V and --version, typed where a command is expected: -h with `help`, --help
-/// with `examples` as well. Returns whether `word` is one of these options; if not, writes nothing.
+/// with `help`, `examples` and `kEnvironmentNotes`. Returns whether `word` is one of these options;
+/// if not, writes nothing.
 [[nodiscard]] bool AnswerHelp(const std::string& word, const std::string& help,
                               const char* examples);
 

@@ -31,7 +31,7 @@ bool ReadInput(std::string& bytes) {
   while ((length = read(STDIN_FILENO, buffer.data(), buffer.size())) < 0) {
     if (errno != EINTR && errno != EAGAIN) break;
     pollfd input = {.fd = STDIN_FILENO, .events = POLLIN, .revents = 0};
-    // When standard input is non-blocking, `read` does not wait.
+    // After EAGAIN, standard input is non-blocking: `read` has not waited.
     if (errno == EAGAIN) poll(&input, 1, /*timeout=*/-1);
   }
   if (length < 0) {
@@ -80,12 +80,12 @@ class NameVisits {
 }  // namespace
 
 bool ForEachNameFromInput(char end, const std::function<void(const std::string&)>& visitor,
-                          const std::function<void()>& wait) {
+                          const std::function<void()>& beforeWait) {
   NameVisits visits(end, visitor);
   std::string bytes;
   do {
     visits.VisitComplete(bytes);
-    if (!IsInputReady()) wait();
+    if (!IsInputReady()) beforeWait();
   } while (ReadInput(bytes));
   if (!bytes.empty()) visits.Visit(bytes);  // the last name may lack its end
   return visits.NoneEmpty();

@@ -6,17 +6,18 @@
 
 namespace Corvane::PathManagement::tool {
 
-/// Calls `visitor` with each name on standard input, where each ends with `end`. Empty names are
-/// skipped and reported. Returns whether no name was empty.
+/// Calls `visitor` with each name on standard input; the byte `end` ends a name. Empty names are
+/// reported and not visited. Returns whether no name was empty.
 ///
-/// Calls `wait` whenever no input is ready, just before waiting for more. The caller can flush its
-/// answers there, so that a program that writes one name at a time gets each answer at once, and a
-/// program that writes many names is not slowed down. `wait` may itself wait for input.
+/// Calls `beforeWait` before each read that may block, since no input is ready. There the caller
+/// can flush its answers: a program that writes one name at a time gets each answer at once, and a
+/// program that writes many names is not slowed down. `beforeWait` may itself wait for input, for
+/// example while it reports other events.
 ///
 /// Errors: `UsageError` when standard input cannot be read.
 [[nodiscard]] bool ForEachNameFromInput(char end,
                                         const std::function<void(const std::string&)>& visitor,
-                                        const std::function<void()>& wait);
+                                        const std::function<void()>& beforeWait);
 
 }  // namespace Corvane::PathManagement::tool
 

@@ -49,6 +49,7 @@ Output::Output(const OutputOptions& options)
     : isJson(options.json),
       lineEnd(options.print0 ? '\0' : '\n'),
       toTerminal(isatty(STDOUT_FILENO) != 0),
+      // With --print0 a program reads the names. Escape sequences would become part of them.
       color(UsesColor(options, toTerminal) && !options.print0) {
   if (options.json && options.print0) {
     throw UsageError(
