@@ -3,16 +3,16 @@
 namespace Corvane::PathManagement::detail {
 
 void LastFolders::Add(const ustring& name) {
-  rows[name].push_back({.number = count, .isExact = true});
+  candidates[name].push_back({.row = rowCount, .isExact = true});
   if (name.starts_with(u'+') || name.starts_with(u'@')) {
-    rows[name.substr(1)].push_back({.number = count, .isExact = false});
+    candidates[name.substr(1)].push_back({.row = rowCount, .isExact = false});
   }
-  ++count;
+  ++rowCount;
 }
 
-const std::vector<LastFolders::Row>& LastFolders::RowsOf(const ustring& name) const {
-  const auto found = rows.find(name);
-  return found == rows.end() ? none : found->second;
+const std::vector<LastFolders::Candidate>& LastFolders::CandidatesFor(const ustring& name) const {
+  const auto found = candidates.find(name);
+  return found == candidates.end() ? none : found->second;
 }
 
 }  // namespace Corvane::PathManagement::detail

@@ -11,16 +11,17 @@
 
 namespace Corvane::PathManagement::detail {
 
-/// Finds the entries of a path by folder name, the last component of the location. A partial
-/// pathname such as "pkg/cls" need then be compared only with the entries that its last folder may
-/// mean: those called "cls", "+cls" or "@cls".
+/// Finds the entries of a path by folder name, which is the last component of the canonical
+/// location. A partial pathname such as "pkg/cls" need then be compared only with the entries that
+/// its last folder may mean: the folders called "cls", "+cls" or "@cls".
 ///
 /// Threads: immutable once filled.
 class LastFolders {
  public:
-  struct Row {
-    std::uint32_t number;  // index of the row in the table
-    bool isExact;          // whether the folder has exactly this name, without "+" or "@" in front
+  /// An entry that a name may mean.
+  struct Candidate {
+    std::uint32_t row;  // of the entry: an index in the rows of the table
+    bool isExact;       // whether the folder has exactly this name, without "+" or "@" in front
   };
 
   /// `table` is an `EntryTable`.
@@ -29,15 +30,15 @@ class LastFolders {
     for (const auto& row : table.Rows()) Add(row.entry->GetCanonicalAbsoluteIRI().getName());
   }
 
-  /// The rows whose folder is called `name`, or `name` with "+" or "@" in front, in path order.
-  [[nodiscard]] const std::vector<Row>& RowsOf(const ustring& name) const;
+  /// The entries whose folder is called `name`, or `name` with "+" or "@" in front, in path order.
+  [[nodiscard]] const std::vector<Candidate>& CandidatesFor(const ustring& name) const;
 
  private:
   void Add(const ustring& name);
 
-  std::uint32_t count = 0;  // rows added so far
-  boost::unordered_flat_map<ustring, std::vector<Row>, TextHash> rows;
-  const std::vector<Row> none;  // what `RowsOf` returns for an unknown name
+  std::uint32_t rowCount = 0;                                                       // so far
+  boost::unordered_flat_map<ustring, std::vector<Candidate>, TextHash> candidates;  // by name
+  const std::vector<Candidate> none;  // what `CandidatesFor` returns for an unknown name
 };
 
 }  // namespace Corvane::PathManagement::detail

@@ -29,16 +29,16 @@ struct PathBase::State {
   }
 
   /// Visits, in path order until `visit` returns true, all rows whose folder is called `name`, or
-  /// `name` with "+" or "@" in front. May visit others, too: when case is ignored, it visits all.
+  /// `name` with "+" or "@" in front. When case is ignored, visits all rows.
   template <class Visit>
   void ForEachNamed(const ustring& name, FilenameMatchingPolicy policy, const Visit& visit) const {
     // `any_of` is used for the loop, which `visit` can stop; its result does not matter.
     if (policy == FilenameMatchingPolicy::IgnoreCase) {
       static_cast<void>(std::ranges::any_of(table.Rows(), visit));
     } else {
-      static_cast<void>(std::ranges::any_of(lastFolders->RowsOf(name), [&](const auto& row) {
-        return visit(table.Rows()[row.number]);
-      }));
+      const auto& candidates = lastFolders->CandidatesFor(name);
+      static_cast<void>(std::ranges::any_of(
+          candidates, [&](const auto& candidate) { return visit(table.Rows()[candidate.row]); }));
     }
   }
 

@@ -168,7 +168,7 @@ PathItems FolderEntry::FindItems(const SearchTarget& target, FilenameMatchingPol
 
 bool FolderEntry::ForEachEntryInScope(SearchScope scope, const PathEntryVisitor& visitor) const {
   return WalkFolders(shared_from_this(), [&](const auto& entry, std::size_t /*depth*/) {
-    return IsInScope(scope, entry->GetPathEntryType()) && visitor(entry);
+    return PathManagement::detail::IsInScope(scope, entry->GetPathEntryType()) && visitor(entry);
   });
 }
 

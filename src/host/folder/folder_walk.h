@@ -7,11 +7,9 @@
 
 namespace Corvane::PathManagement::host {
 
-using PathManagement::detail::IsInScope;
-using PathManagement::detail::ReachesBelowMainEntries;
-
-/// As `WalkEntries`: visits `top` and the special folders below it, at any depth, but no ordinary
-/// ones, until visit() returns true; returns whether it did. Lists each folder after its visit.
+/// Calls visit(folder, depth) as `WalkEntries` does: for `top` and the special folders below it, at
+/// any depth, until a call returns true. Returns whether one did. Ordinary folders below `top` are
+/// not visited. Lists each folder after its visit.
 template <class Folder, class Visit>
 bool WalkFolders(const std::shared_ptr<const Folder>& top, const Visit& visit) {
   return PathManagement::detail::WalkEntries(

@@ -26,6 +26,9 @@ namespace Corvane::PathManagement::host {
 
 namespace {
 
+using PathManagement::detail::IsInScope;
+using PathManagement::detail::LastFolders;
+using PathManagement::detail::ReachesBelowMainEntries;
 using PathManagement::detail::SearchTarget;
 
 bool IsPlain(const SearchTarget& target) {
@@ -55,20 +58,17 @@ struct FolderPath::State {
   PathManagement::detail::OnceFlag tableOnce = {};
   std::unique_ptr<const PathTable> table = nullptr;  // of all entries; guarded by tableOnce
   PathManagement::detail::OnceFlag lastFoldersOnce = {};
-  std::unique_ptr<const PathManagement::detail::LastFolders> lastFolders =
-      nullptr;  // guarded by lastFoldersOnce
+  std::unique_ptr<const LastFolders> lastFolders = nullptr;  // guarded by lastFoldersOnce
 
   const PathTable& Table() {
     tableOnce.Call([this] { table = std::make_unique<const PathTable>(TableOf(folders)); });
     return *table;
   }
 
-  /// The rows of the entries that the last folder of a partial pathname may mean.
-  const std::vector<PathManagement::detail::LastFolders::Row>& RowsOf(const ustring& lastFolder) {
-    lastFoldersOnce.Call([this] {
-      lastFolders = std::make_unique<const PathManagement::detail::LastFolders>(Table());
-    });
-    return lastFolders->RowsOf(lastFolder);
+  /// The entries that the last folder of a partial pathname may mean.
+  const std::vector<LastFolders::Candidate>& CandidatesFor(const ustring& lastFolder) {
+    lastFoldersOnce.Call([this] { lastFolders = std::make_unique<const LastFolders>(Table()); });
+    return lastFolders->CandidatesFor(lastFolder);
   }
 
   /// Visits the entries in `scope` that the partial pathname `partial` matches, in path order,
@@ -84,10 +84,11 @@ struct FolderPath::State {
       ForEachInScope(scope, [&](const auto& entry) { return matches(entry) && visit(entry); });
       return;
     }
-    for (const auto [row, hasExactName] : RowsOf(partial.back())) {
+    for (const auto [row, hasExactName] : CandidatesFor(partial.back())) {
       const auto& entry = Table().Rows()[row].entry;
       if (!IsInScope(scope, entry->GetPathEntryType())) continue;
-      // Of an entry without a parent entry only its own name is compared; `RowsOf` has done that.
+      // An entry without a parent entry is compared by its own name alone, as `CandidatesFor` has
+      // done already.
       const bool isCompared =
           hasExactName && partial.size() == 1 && path.GetParentEntryForEntry(*entry) == nullptr;
       if ((isCompared || matches(entry)) && visit(entry)) return;
