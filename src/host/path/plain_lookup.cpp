@@ -141,14 +141,16 @@ std::vector<FoundItem> PlainLookup::AskFoldersForAll(const Target& target,
 std::optional<boost::optional<FoundItem>> PlainLookup::FindShown(const Target& target,
                                                                  FilenameMatchingPolicy policy,
                                                                  const IsShown& isShown) {
-  if (policy == FilenameMatchingPolicy::IgnoreCase || !MayAskFolders(policy)) return std::nullopt;
-  return AskFoldersOnce(target, policy, isShown);
+  if (policy == FilenameMatchingPolicy::IgnoreCase || !CountEarlyQuestion(policy))
+    return std::nullopt;
+  return AskForFileAndMethod(target, policy, isShown);
 }
 
 boost::optional<FoundItem> PlainLookup::FindVisible(const Target& target,
                                                     FilenameMatchingPolicy policy) {
   const bool ignoresCase = policy == FilenameMatchingPolicy::IgnoreCase;
-  if (!ignoresCase && MayAskFolders(policy)) return AskFoldersOnce(target, policy, ShowAll);
+  if (!ignoresCase && CountEarlyQuestion(policy))
+    return AskForFileAndMethod(target, policy, ShowAll);
   const Place ordinary = FindPlace(target, policy);
   // `policy` only says which files match; method entries are found by their exact names.
   if (HasNoMethodFolder(target.GetName(), FilenameMatchingPolicy::FileSystemDefault)) {
@@ -185,10 +187,10 @@ boost::optional<FoundItem> PlainLookup::FindBeforeOrAt(const Place& ordinary, co
   return found;
 }
 
-/// Asks each folder that is shown for the file and for the method entry at once.
-boost::optional<FoundItem> PlainLookup::AskFoldersOnce(const Target& target,
-                                                       FilenameMatchingPolicy policy,
-                                                       const IsShown& isShown) const {
+/// Asks each folder that is shown for the file and for the method entry in one question.
+boost::optional<FoundItem> PlainLookup::AskForFileAndMethod(const Target& target,
+                                                            FilenameMatchingPolicy policy,
+                                                            const IsShown& isShown) const {
   NameQuestion question(target);
   question.AddFolder(u'@' + target.GetName());
   boost::optional<FoundItem> found;
@@ -349,9 +351,10 @@ PlainLookup::LazyIndex& PlainLookup::Lazy(FilenameMatchingPolicy policy) noexcep
   return policy == FilenameMatchingPolicy::IgnoreCase ? folded : exact;
 }
 
-/// Counts a question, and returns whether it is answered without an index. Of questions that ignore
-/// case only the first is: it lists the folders that it asks, and then the index costs little more.
-bool PlainLookup::MayAskFolders(FilenameMatchingPolicy policy) {
+/// Counts a question, and returns whether it is one of the first, which are answered without an
+/// index. Of questions that ignore case, only one is: it lists the folders that it asks, and then
+/// the index costs little more.
+bool PlainLookup::CountEarlyQuestion(FilenameMatchingPolicy policy) {
   LazyIndex& lazy = Lazy(policy);
   if (lazy.once.IsBuilt()) return false;
   const bool ignoresCase = policy == FilenameMatchingPolicy::IgnoreCase;
@@ -363,7 +366,7 @@ bool PlainLookup::MayAskFolders(FilenameMatchingPolicy policy) {
 PlainLookup::LazyIndex* PlainLookup::IndexFor(FilenameMatchingPolicy policy) {
   LazyIndex& lazy = Lazy(policy);
   if (lazy.once.IsBuilt()) return &lazy;
-  return MayAskFolders(policy) ? nullptr : &Build(lazy, policy);
+  return CountEarlyQuestion(policy) ? nullptr : &Build(lazy, policy);
 }
 
 PlainLookup::LazyIndex& PlainLookup::Build(LazyIndex& lazy, FilenameMatchingPolicy policy) const {

@@ -17,6 +17,7 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string_view>
 #include <vector>
 
@@ -26,15 +27,17 @@ class FolderState;
 class NameKey;
 struct NameQuestion;
 
-/// Answers plain names, those without a separator, from the main folders of a path, those on the
+/// Answers plain names, which have no separator, from the main folders of a path, which are on the
 /// path itself. Only questions for visible files and for method entries reach further: a method
-/// entry is an "@" folder below a main folder, and has the name of the folder without the "@".
+/// entry is an "@" folder directly below a main folder, and its name is that of the "@" folder
+/// without the "@".
 ///
 /// The first eight questions for a file ask one folder after the other, up to the answer. The disk
-/// is asked for the name alone, and no folder is listed: a program that asks little pays for no
-/// more. The ninth question lists all folders and builds an index; eight, because asking a folder
-/// of 100 files eight times costs as much as listing it. `IgnoreCase`, for which folders have to be
-/// listed, has an index of its own, which is built at its second question.
+/// is asked for the name alone. Only a folder that has a method entry of the name, or is in a
+/// cache, is listed: a program that asks little pays for no more. The ninth question lists all
+/// folders and builds an index; eight, because asking a folder of 100 files eight times costs as
+/// much as listing it. `IgnoreCase`, for which folders have to be listed, has an index of its own,
+/// which is built at its second question.
 ///
 /// Threads: all operations, from any thread; a question that needs an index waits while it is
 /// built.
@@ -51,19 +54,20 @@ class PlainLookup {
   /// The first match in path order.
   [[nodiscard]] boost::optional<FoundItem> FindFirst(const Target& target,
                                                      FilenameMatchingPolicy policy);
-  /// As `FindFirstFileVisibleOnPath`. Without an index each folder, up to the answer, is asked for
-  /// the file and for the method entry at once.
+  /// As `FindFirstFileVisibleOnPath`. Without an index, each folder up to the answer is asked for
+  /// the file and for the method entry in one question.
   [[nodiscard]] boost::optional<FoundItem> FindVisible(const Target& target,
                                                        FilenameMatchingPolicy policy);
   /// As `FindVisible` for a target that is `name` without extensions, under `FileSystemDefault`:
   /// sets `found` to the answer, which may be empty, and returns true. Returns false as long as
-  /// there is no index, and for a name that may be that of a method entry or has separators.
+  /// there is no index, for a name that a method entry may have, and for a name with separators.
   [[nodiscard]] bool FindIndexed(std::u16string_view name, boost::optional<FoundItem>& found);
   /// Makes the index for `policy`, unless it exists.
   void MakeIndex(FilenameMatchingPolicy policy) { Build(Lazy(policy), policy); }
-  /// As `FindVisible` on the path of the folders for which `isShown` returns true.
-  /// The outer optional is empty, and nothing was looked up, when there is an index or one is due,
-  /// and under `IgnoreCase`.
+  /// As `FindVisible` on the path of the folders for which `isShown` returns true. Answers only
+  /// while folders are asked one by one, since an index knows nothing of `isShown`. Otherwise, and
+  /// always under `IgnoreCase`, nothing is looked up and the outer optional is empty: the caller
+  /// then asks the filtered path.
   [[nodiscard]] std::optional<boost::optional<FoundItem>> FindShown(const Target& target,
                                                                     FilenameMatchingPolicy policy,
                                                                     const IsShown& isShown);
@@ -77,7 +81,7 @@ class PlainLookup {
 
  private:
   struct LazyIndex {
-    std::atomic<unsigned> questionCount = 0;  // those that came before the index was built
+    std::atomic<unsigned> questionCount = 0;  // of the questions before the index was built
     PathManagement::detail::OnceFlag once;    // guards index
     std::unique_ptr<const NameIndex> index;
     IndexedItems items;  // of index
@@ -109,14 +113,14 @@ class PlainLookup {
   [[nodiscard]] boost::optional<FoundItem> FindBeforeOrAt(const Place& ordinary,
                                                           const Target& target,
                                                           FilenameMatchingPolicy policy);
-  [[nodiscard]] boost::optional<FoundItem> AskFoldersOnce(const Target& target,
-                                                          FilenameMatchingPolicy policy,
-                                                          const IsShown& isShown) const;
+  [[nodiscard]] boost::optional<FoundItem> AskForFileAndMethod(const Target& target,
+                                                               FilenameMatchingPolicy policy,
+                                                               const IsShown& isShown) const;
   [[nodiscard]] std::vector<FoundItem> AskFoldersForAll(const Target& target,
                                                         FilenameMatchingPolicy policy) const;
   template <class Use>
   void AskEach(const NameQuestion& question, const IsShown& isShown, const Use& use) const;
-  [[nodiscard]] bool MayAskFolders(FilenameMatchingPolicy policy);
+  [[nodiscard]] bool CountEarlyQuestion(FilenameMatchingPolicy policy);
   LazyIndex& Build(LazyIndex& lazy, FilenameMatchingPolicy policy) const;
   [[nodiscard]] LazyIndex* IndexFor(FilenameMatchingPolicy policy);
   [[nodiscard]] std::unique_ptr<const NameIndex> BuildIndex(FilenameMatchingPolicy policy) const;
@@ -132,9 +136,10 @@ class PlainLookup {
                                    std::string_view name) const;
 
   const FolderEntries folders;
-  const std::shared_ptr<const PathEntries> entries;  // the same objects as in folders
-  /// Those of `folders`, in the same order. Kept, since getting a state from its entry costs an
-  /// access to the memory of the entry.
+  // The same objects, as pointers of the type that a `FoundItem` holds.
+  const std::shared_ptr<const PathEntries> entries;
+  /// The states of `folders`, in the same order. Kept, since getting a state from its entry costs
+  /// an access to the memory of the entry.
   std::vector<FolderState*> states;
   LazyIndex exact;                               // for policies that respect case
   LazyIndex folded;                              // for `IgnoreCase`
