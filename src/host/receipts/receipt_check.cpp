@@ -19,7 +19,7 @@ namespace Corvane::PathManagement::host {
 namespace {
 
 constexpr std::uint32_t kFewestNeighbours = 4;  // places in one folder that make it worth opening
-constexpr std::uint32_t kMostNeighbours = 64;   // that one thread takes at a time
+constexpr std::uint32_t kMostNeighbours = 64;   // the most places that one thread takes at a time
 
 /// An absolute path without its last part, but with the separator before that.
 std::string_view FolderPart(std::string_view path) {
@@ -36,12 +36,13 @@ ReceiptCheck::ReceiptCheck(const ReceiptBody& receipt)
       changedPlaces(receipt.Get().places()->size()) {
   CheckPlaces();
   CheckLists();
-  CheckFiles();
+  CheckUnlisted();
   CheckAnswers();
 }
 
 /// Compares the places with what the disk has now. Places that follow one another and are in the
-/// same folder are asked for relative to it: with whole paths, the way to it would cost most.
+/// same folder are asked for relative to that folder: with whole paths, most of the time would go
+/// into finding the folder anew for each of them.
 void ReceiptCheck::CheckPlaces() {
   const std::uint32_t count = body.Get().places()->size();
   std::vector<std::uint32_t> ends;
@@ -70,7 +71,7 @@ void ReceiptCheck::CheckNeighbours(std::uint32_t begin, std::uint32_t end) {
   for (std::uint32_t number = begin; number < end; ++number) {
     const std::string_view place = body.PathAt(number);
     if (folder.IsOpen()) {
-      name = LastPart(place);
+      name = LastPart(place);  // "" for the root, which is in no other folder
       CheckPlace(number, LookAtFolder(folder.Get(), name.empty() ? "." : name.c_str()));
     } else {
       const auto look = [path = std::string(place)] { return LookAtFolder(path); };
@@ -94,19 +95,22 @@ void ReceiptCheck::CheckLists() {
     const auto found = std::find_if(places.begin(), places.end(),
                                     [&](std::uint32_t place) { return changedPlaces[place] != 0; });
     firstChanged.push_back(static_cast<std::size_t>(found - places.begin()));
-    concernsAny = concernsAny || found != places.end();
+    concernsSome = concernsSome || found != places.end();
   }
-  // A changed folder of a recursive path may hold a new one, which is then on the path as well.
+  // A changed folder of a recursive path may hold a new folder, which is then on the path, too.
   concernsPath =
       concernsPath || (body.Get().path()->recursive() && firstChanged[0] < body.ListAt(0).size());
 }
 
-/// Checks what questions rest on besides their lists.
-void ReceiptCheck::CheckFiles() {
+/// Checks what questions rest on that is in none of their lists: uncertain answers, further places,
+/// and what stands at single names.
+void ReceiptCheck::CheckUnlisted() {
   for (const std::uint32_t question : *body.Get().uncertain()) Mark(question);
   for (const auto* further : *body.Get().further()) {
     if (changedPlaces[further->place()] == 0) continue;
     if (further->question() == kWholePath) {
+      // A place that decides which folders are hidden, or which come after `Lookup::afterFolder`. A
+      // comparison of the folders on the path would not show the change.
       concernsAll = true;
     } else {
       Mark(further->question());
@@ -118,6 +122,7 @@ void ReceiptCheck::CheckFiles() {
         LookAtFile(body.PathOf(file->place(), body.TextOf(file->name())), counted);
     if (static_cast<std::uint8_t>(standing) == file->standing()) continue;
     if (file->question() == kWholePath) {
+      // A link in a folder of a recursive path. It decides only which folders are on the path.
       concernsPath = true;
     } else {
       Mark(file->question());
@@ -125,7 +130,7 @@ void ReceiptCheck::CheckFiles() {
   }
 }
 
-/// Checks the files of answers where rights decide which files count: these may change without a
+/// Checks the files of answers where rights decide which files count: rights may change without a
 /// change of the folder.
 void ReceiptCheck::CheckAnswers() {
   const auto counted = static_cast<LookupRules::Files>(body.Get().path()->rules()->files());
@@ -151,7 +156,7 @@ bool ReceiptCheck::HasWayChanged() const {
 void ReceiptCheck::Mark(std::uint32_t question) {
   changedQuestions.resize(body.CountQuestions());
   changedQuestions[question] = true;
-  concernsAny = true;
+  concernsSome = true;
 }
 
 bool ReceiptCheck::Concerns(std::uint32_t question) const {

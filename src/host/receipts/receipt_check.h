@@ -10,8 +10,8 @@
 
 namespace Corvane::PathManagement::host {
 
-/// Which answers of a receipt rest on something that has changed since, or may have. A place is the
-/// number of a folder that was asked for a file.
+/// Which answers of a receipt rest on something that has changed since the receipt was made, or may
+/// have changed. A place is the number of a folder that was asked for a file.
 class ReceiptCheck {
  public:
   /// Asks the disk. Precondition: `receipt` outlives this object.
@@ -19,14 +19,15 @@ class ReceiptCheck {
 
   /// Whether nothing has changed.
   [[nodiscard]] bool IsFresh() const noexcept {
-    return !concernsAll && !concernsPath && !concernsAny;
+    return !concernsAll && !concernsPath && !concernsSome;
   }
   /// Whether all questions are to be asked again.
   [[nodiscard]] bool ConcernsAll() const noexcept { return concernsAll; }
   /// Whether other folders may be on the path now. If they are, all questions are to be asked
   /// again.
   [[nodiscard]] bool ConcernsPath() const noexcept { return concernsPath; }
-  /// Whether the question is to be asked again even if neither of these two is true.
+  /// Whether the question is to be asked again even if neither `ConcernsAll` nor `ConcernsPath` is
+  /// true.
   [[nodiscard]] bool Concerns(std::uint32_t question) const;
 
  private:
@@ -34,7 +35,7 @@ class ReceiptCheck {
   void CheckNeighbours(std::uint32_t begin, std::uint32_t end);
   void CheckPlace(std::uint32_t number, const FolderSight& now);
   void CheckLists();
-  void CheckFiles();
+  void CheckUnlisted();
   void CheckAnswers();
   [[nodiscard]] bool HasWayChanged() const;
   void Mark(std::uint32_t question);
@@ -42,10 +43,11 @@ class ReceiptCheck {
   const ReceiptBody& body;
   bool concernsAll;
   bool concernsPath;
-  bool concernsAny = false;                 // whether a list or a question has changed
+  bool concernsSome = false;  // whether something has changed that `Concerns` may return true for
   std::vector<std::uint8_t> changedPlaces;  // of each place: 1 if changed; bytes, for threads
-  std::vector<std::size_t> firstChanged;    // of each list: the first changed position, or its size
-  std::vector<bool> changedQuestions;  // for other reasons than lists; empty when there are none
+  std::vector<std::size_t> firstChanged;  // of each list: the first changed position, or its length
+  // Questions to be asked again for another reason than a changed list; empty when there are none.
+  std::vector<bool> changedQuestions;
 };
 
 }  // namespace Corvane::PathManagement::host
