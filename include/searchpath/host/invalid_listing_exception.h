@@ -8,8 +8,9 @@
 
 namespace Corvane::PathManagement::host {
 
-/// Something is no cache, saved listing or receipt, or a damaged one. The message gives the reason,
-/// with "it" for what was read: "it is cut off".
+/// A cache, saved listing or receipt cannot be used: it cannot be opened or read, is none of these,
+/// has another version, or is damaged. The message gives the reason, with "it" for what was read:
+/// "it is cut off".
 class SEARCHPATH_EXPORT InvalidListingException : public std::runtime_error {
  public:
   /// `why` is the message.

@@ -16,15 +16,16 @@ namespace Corvane::PathManagement::host {
 
 /// Reads a cache or saved listing, to be used as `use` says.
 ///
-/// Errors: `InvalidListingException`, also for a file that cannot be opened or is not a regular
-/// one: a FIFO is refused without waiting for it.
+/// Errors: `InvalidListingException`, also for a file that cannot be opened, and for anything that
+/// is not a regular file: a FIFO is refused without waiting for its writer.
 [[nodiscard]] SEARCHPATH_EXPORT PathEntryFactory
 LoadListing(const fl::filesystem::path& file, ListingUse use = ListingUse::WhileFresh);
 
-/// Saves the listings of `mainFolders`, of `furtherFolders`, and of all special folders below them;
-/// lists those that have not been listed. Only `mainFolders` become the main folders of the saved
-/// path, the folders on the path itself. Replaces the file in one step, as `WriteToolboxPathCache`
-/// does.
+/// Saves the listings of `mainFolders` and all special folders below them, and of `furtherFolders`
+/// alone. Folders that have not been listed are listed. A location that occurs several times among
+/// all these folders is saved once. Only `mainFolders` are the path that is saved; `furtherFolders`
+/// are not on it, but some rules search them. Replaces the file in one step, as
+/// `WriteToolboxPathCache` does.
 ///
 /// Errors: `std::system_error`, which says what failed; `std::length_error` for more than a file
 /// can hold. The old file then stays as it was.

@@ -9,7 +9,7 @@
 
 namespace Corvane::PathManagement::host {
 
-// The states behind entries, for the parts of the host that work on many entries at once.
+// Functions on entries that only the host uses.
 
 /// The state of the folder of `entry`; the entry owns it.
 [[nodiscard]] inline FolderState& StateOf(const FolderEntry& entry) noexcept {
@@ -21,19 +21,19 @@ namespace Corvane::PathManagement::host {
 [[nodiscard]] std::shared_ptr<const FolderEntry> CreateEntry(
     std::unique_ptr<FolderState> state, std::unique_ptr<FolderEntries> specialFolders = nullptr);
 
-/// An entry for a folder that is put on a path, like those of `FolderEntry::Create`. Its listings
-/// come from `source`; from the disk when that is null. `limit` says how long to wait for the disk:
-/// see `DiskPatience`.
+/// An entry for a folder that is put on a path, as `FolderEntry::Create` makes it. Its listing, and
+/// the listings of folders below it, come from `source`; from the disk when `source` is null.
+/// `limit` says how long to wait for the disk: see `DiskPatience`.
 [[nodiscard]] std::shared_ptr<const FolderEntry> CreateMainFolder(
     const AbsoluteIRI& location, std::shared_ptr<const ListingSource> source,
     DiskPatience::Limit limit = {});
 
-/// Why `folder` itself cannot be searched, which does not concern links in it; empty when it can be.
-/// Lists the folder.
+/// The problem of `folder` itself, not those of links in it; empty when there is none, or when the
+/// folder has files to show all the same. Lists the folder.
 [[nodiscard]] std::optional<FolderProblem> FindOwnProblem(const FolderEntry& folder);
 
-/// Resolves the locations of all folders where that has not been done. A folder that several of
-/// the locations lead through is resolved once.
+/// Resolves the location of each folder unless that has been done. For folders that stand in one
+/// parent folder, the location of the parent folder is resolved once.
 void IdentifyAll(const FolderEntries& folders);
 
 }  // namespace Corvane::PathManagement::host

@@ -9,9 +9,9 @@
 
 namespace Corvane::PathManagement::host {
 
-/// The listings of folders for a path with these caches. A cache is a `PathEntryFactory` into which
-/// listings were read; for each folder, the first one that has it counts. Folders in none of them
-/// are listed from the disk. Null, which means the disk alone, when nothing was read into any.
+/// The source of listings for a path with these caches: see `SavedSource`. A cache is a
+/// `PathEntryFactory` into which listings were read. Null, which means the disk alone, when nothing
+/// was read into any of them.
 [[nodiscard]] std::shared_ptr<const ListingSource> CreateSourceFrom(
     const std::vector<PathEntryFactory>& caches);
 

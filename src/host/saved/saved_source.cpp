@@ -7,23 +7,22 @@
 namespace Corvane::PathManagement::host {
 
 FolderListing SavedSource::List(const AbsoluteIRI& location, DiskPatience& patience) const {
-  for (const auto& listings : saved) {
-    const auto folder = listings->Find(location);
+  for (const auto& cache : caches) {
+    const auto folder = cache->Find(location);
     if (!folder) continue;
-    if (auto listing = listings->FindListing(*folder, patience)) return std::move(*listing);
-    break;  // listings of the folder in later caches do not count
+    if (auto listing = cache->FindListing(*folder, patience)) return std::move(*listing);
+    break;  // later caches are not asked
   }
   return ListFolder(location, patience);
 }
 
 bool SavedSource::FollowsTheDisk() const noexcept {
-  return std::ranges::all_of(saved,
-                             [](const auto& listings) { return listings->FollowsTheDisk(); });
+  return std::ranges::all_of(caches, [](const auto& cache) { return cache->FollowsTheDisk(); });
 }
 
 std::optional<FolderStamp> SavedSource::FindStamp(const AbsoluteIRI& location) const {
-  for (const auto& listings : saved) {
-    if (const auto folder = listings->Find(location)) return listings->FindStamp(*folder);
+  for (const auto& cache : caches) {
+    if (const auto folder = cache->Find(location)) return cache->FindStamp(*folder);
   }
   return std::nullopt;
 }

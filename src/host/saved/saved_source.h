@@ -11,13 +11,16 @@
 
 namespace Corvane::PathManagement::host {
 
-/// Takes the listing of a folder from saved listings, or from the disk where these have none that
-/// may be used. Listings that it returns may view the saved ones; they are valid as long as this
-/// object.
+/// Takes the listing of a folder from a cache, or from the disk. The first cache that has the
+/// folder decides: if its listing may not be used, because it is stale or may be, the disk is read,
+/// not a later cache. A folder that is in no cache is read from the disk.
+///
+/// Listings that are returned may view the caches; they are valid as long as this object.
 class SavedSource : public ListingSource {
  public:
-  explicit SavedSource(std::vector<std::shared_ptr<const SavedListings>> listings)
-      : saved(std::move(listings)) {}
+  /// Each of `allCaches` is what was read from one cache.
+  explicit SavedSource(std::vector<std::shared_ptr<const SavedListings>> allCaches)
+      : caches(std::move(allCaches)) {}
 
   [[nodiscard]] FolderListing List(const AbsoluteIRI& location,
                                    DiskPatience& patience) const override;
@@ -25,8 +28,7 @@ class SavedSource : public ListingSource {
   [[nodiscard]] std::optional<FolderStamp> FindStamp(const AbsoluteIRI& location) const override;
 
  private:
-  // Each is what one cache holds. For each folder, the first of them that has it counts.
-  std::vector<std::shared_ptr<const SavedListings>> saved;
+  std::vector<std::shared_ptr<const SavedListings>> caches;
 };
 
 }  // namespace Corvane::PathManagement::host
