@@ -21,14 +21,15 @@ struct CanonicalPath {
 /// The exception that names `path` and the error that stopped its resolution.
 [[nodiscard]] Exception CannotResolve(std::string_view path, const std::error_code& error);
 
-/// Resolves links, "." and ".." of the absolute `path` as far as it exists and its folders may be
-/// searched; the rest is kept as it is.
+/// Resolves links, "." and ".." of the absolute `path` as far as the path exists and its folders
+/// may be searched. The rest is kept as it is, without ".".
 ///
 /// Errors: `Exception` for a loop of links and for I/O errors.
 [[nodiscard]] CanonicalPath ResolveLinks(std::string_view path);
 
-/// Does the same for many paths, and remembers their folders. So most paths cost one system call,
-/// for the last name.
+/// As `ResolveLinks`, for many paths: it remembers the canonical path of each one's parent folder
+/// as it was first resolved. So most paths cost one system call, for the last name. Use a new
+/// resolver to see later changes.
 ///
 /// Threads: all operations, from any thread.
 class LinkResolver {

@@ -31,7 +31,8 @@ bool LinkWalk::Next() {
 bool LinkWalk::Follow(std::string target) {
   if (++linksFollowed > kMostLinks) return false;
   resolved.resize(target.starts_with('/') ? 0 : parentLength);
-  buffer = target.append(rest);  // made before `buffer` changes, which `rest` views
+  // `rest` views `buffer`, so the new text is complete before it is assigned.
+  buffer = target.append(rest);
   rest = buffer;
   return true;
 }

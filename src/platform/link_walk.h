@@ -21,7 +21,7 @@ class LinkWalk {
   LinkWalk(const LinkWalk&) = delete;
   LinkWalk& operator=(const LinkWalk&) = delete;
 
-  /// Goes on to the next name. The name before it counts as a folder, unless `Follow` was called
+  /// Goes on to the next name. The present name is taken for a folder, unless `Follow` was called
   /// for it. Returns false at the end of the path.
   bool Next();
 
@@ -37,21 +37,21 @@ class LinkWalk {
   /// What comes after the present name.
   [[nodiscard]] std::string_view GetRest() const noexcept { return rest; }
 
-  /// To be called when the present name is a link to `target`. Returns false, and stays where it
-  /// is, after more links than the kernel follows.
+  /// To be called when the present name is a link to `target`. Returns false, and changes nothing,
+  /// once there have been more links than the kernel follows.
   [[nodiscard]] bool Follow(std::string target);
 
  private:
   std::string buffer;            // holds the text that rest views
   std::string_view rest;         // still to be walked
   std::string resolved;          // without links
-  std::size_t parentLength = 0;  // how much of resolved is the folder of the present name
+  std::size_t parentLength = 0;  // the length of the part of resolved that `GetFolder` returns
   int linksFollowed = 0;
 };
 
-/// The target of the link `path`, which is relative to `folder`, an open descriptor or AT_FDCWD. An
-/// empty `path` means the link that `folder` itself has open. On failure, for example when the link
-/// is gone, the target is "" and `error` is set.
+/// The target of the link at `path`. A relative `path` begins at `folder`, which is an open
+/// descriptor or AT_FDCWD; an empty one means the link that `folder` itself has open. On failure,
+/// for example when the link is gone, the target is "" and `error` is set.
 [[nodiscard]] std::string ReadLink(int folder, const char* path, std::error_code& error);
 
 }  // namespace foundation::storage::vfs::detail

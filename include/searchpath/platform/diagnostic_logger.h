@@ -29,6 +29,9 @@ using DiagnosticSink =
 /// A logger may be a static object: it does not matter in which order statics are made and
 /// destroyed.
 ///
+/// Programs for the environment use the class by this name, so the name is fixed. It is no
+/// template, whatever `basic_` may suggest.
+///
 /// Threads: every operation, from any thread. The sink is called on the thread that writes, perhaps
 /// on several threads at once. It may itself write messages or set a sink.
 class SEARCHPATH_EXPORT basic_diagnostic_logger {
