@@ -12,38 +12,43 @@
 namespace Corvane::PathManagement::host {
 
 // Two versions of a path share the entries of unchanged folders, so that comparing objects shows
-// what has changed. A path is given by its main folders, those on the path itself. The special
+// what has changed. A path is given by its main folders, which are on the path itself. The special
 // folders below them are the private, resources, "+" and "@" folders.
 //
 // A folder is unchanged when its canonical location is the same, it holds files of the same names,
 // it has the same problem or none, and every special folder below it is unchanged. The order of its
-// names on the disk, its ordinary subfolders and the contents of its files make no difference. An
-// entry that has not been listed is unchanged, too: it has shown nothing yet that could differ.
+// names on the disk, its ordinary subfolders and the contents of its files make no difference.
+//
+// An idle entry is one that has not been asked yet what its folder holds, and that will read the
+// disk when it is; an entry with a listing that is used `AsSaved` is not idle. Between two idle
+// entries of a folder nothing is compared, and the folder is unchanged: neither has shown anything
+// that could differ.
 
-/// The main folders of a new path: entries for `locations`, in the same order. Those that are among
-/// `oldFolders`, the main folders of the old path, keep their entries; a location that is repeated
-/// takes its old entries one after the other. All other locations get new entries, which have not
-/// been listed.
+/// The main folders of a new path: entries for `locations`, in the same order. A location that is
+/// among `oldFolders`, the main folders of the old path, takes its entry from there: the n-th
+/// occurrence of the location takes its n-th old entry, or a new one when there are fewer. All
+/// other locations get new entries, too. New entries are idle.
 ///
 /// Cost: asks the disk nothing.
 [[nodiscard]] SEARCHPATH_EXPORT FolderEntries
 RearrangeFolders(const FolderEntries& oldFolders, const std::vector<AbsoluteIRI>& locations);
 
-/// `oldFolders`, brought up to date with the disk: folders that have been listed are listed again.
-/// A folder that has changed gets a new entry, which shares the entries of unchanged special
-/// folders below it.
+/// `oldFolders`, brought up to date with the disk: all folders but those with idle entries are
+/// listed again. A folder that has changed gets a new entry, which shares the entries of unchanged
+/// special folders below it.
 ///
 /// Cost: that of listing, on several threads.
 [[nodiscard]] SEARCHPATH_EXPORT FolderEntries RefreshFolders(const FolderEntries& oldFolders);
 
-/// `folders`, in which each unchanged folder is replaced by its entry of `oldFolders`, and so is
-/// each unchanged special folder below a changed one. For two paths that were made independently,
-/// one of them from a saved listing for instance. A folder is looked for among `oldFolders` by its
-/// location, then by its canonical location; a folder that is repeated takes its old entries one
-/// after the other.
+/// `folders`, in which each unchanged folder is replaced by its entry in `oldFolders`, and so is
+/// each unchanged special folder below a changed one. This is for two paths that were made
+/// independently, for instance one of them from a saved listing.
 ///
-/// Cost: lists each folder that is in both lists, unless neither of its two entries has been asked
-/// for anything yet.
+/// First each folder is paired with an old entry of its location: the n-th occurrence of a location
+/// with its n-th old entry. Then the folders and old entries that are left are paired in the same
+/// way by canonical location. A folder without an old entry keeps its own.
+///
+/// Cost: lists the folders of each pair, unless both entries are idle.
 [[nodiscard]] SEARCHPATH_EXPORT FolderEntries
 ShareUnchangedFolders(const FolderEntries& folders, const FolderEntries& oldFolders);
 
@@ -53,8 +58,8 @@ ShareUnchangedFolders(const FolderEntries& folders, const FolderEntries& oldFold
 /// Threads: constant operations, from any thread.
 class SEARCHPATH_EXPORT ChangedFolders {
  public:
-  /// The folders at `changed`. A special folder is a part of the folder that holds it, so that
-  /// folder is added, too, and so on up to the first ordinary folder.
+  /// The folders at `changed`. A special folder is a part of the folder that holds it. So the
+  /// folder that holds it is added, too, and so on up to the first ordinary folder.
   ///
   /// Cost: resolves the links of each location.
   explicit ChangedFolders(const AbsoluteIRIRange& changed);
@@ -65,8 +70,9 @@ class SEARCHPATH_EXPORT ChangedFolders {
   /// Whether `folder` itself may have changed.
   [[nodiscard]] bool Contains(const FolderEntry& folder) const;
 
-  /// Whether `mainFolder` or a special folder below it may have changed. What is below a folder
-  /// that has not been listed is passed over: the listing will show the change.
+  /// Whether `mainFolder` or a special folder below it may have changed. Special folders below a
+  /// folder that has not been listed are passed over: its first listing will show them as they are
+  /// by then.
   [[nodiscard]] bool Affect(const FolderEntry& mainFolder) const;
 
  private:
