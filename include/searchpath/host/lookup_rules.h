@@ -10,20 +10,23 @@
 
 namespace Corvane::PathManagement::host {
 
-/// The rules by which a name is looked up on a path. By default those of the environment,
+/// The rules by which a name is looked up on a path. The defaults are the rules of the environment,
 /// `kEnvironmentRules`; other programs search their paths by other rules.
 struct LookupRules {
-  /// What a name with a separator means.
+  /// What a name with a separator means. Where folders have no meaning, a name that begins with a
+  /// separator, such as /bin/ls, is always the location of its file; the path is not searched.
   enum class Separator : std::uint8_t {
     TrailingFolders,  ///< geometry/area.zt: a file in a folder whose location ends in "geometry"
-    FileBelow,        ///< a/b.h: the first folder of the path that holds the file a/b.h
+    FileBelow,        ///< a/b.h: this file below the first folder of the path that has it
     ThatFile,         ///< a/b: this file below the working folder; the path is not searched
   };
   /// Which files a name can mean. A link is taken for what it leads to.
   enum class Files : std::uint8_t {
-    Regular,     ///< regular files, also those that may not be read
+    Regular,     ///< regular files, also files that may not be read
     Executable,  ///< regular files that this process may execute, with its effective rights
-    Readable,    ///< all but folders; a file that cannot be read ends the search, with no answer
+    /// Regular files and character devices, such as /dev/null, that may be read. Folders that may
+    /// be read are passed over. Anything else of that name ends the search, with no answer.
+    Readable,
   };
   /// What an empty part of the path is.
   enum class EmptyPart : std::uint8_t {
@@ -32,8 +35,12 @@ struct LookupRules {
   };
 
   /// Whether the names of folders have a meaning: private, resources, "+" and "@" folders are
-  /// special, and partial pathnames match them. `separator` and `files` must then have their
-  /// defaults.
+  /// special, and partial pathnames match the ends of locations. `separator` and `files` must then
+  /// have their defaults.
+  ///
+  /// If not, `separator` should be set, too: where folders have no meaning, `TrailingFolders` finds
+  /// the same file as `FileBelow`, but questions that go through all files leave out those below
+  /// the folders of the path, and `Lookup::fromFolder` is not searched.
   bool foldersHaveMeaning = true;
   Separator separator = Separator::TrailingFolders;  ///< what a name with a separator means
   Files files = Files::Regular;                      ///< which files a name can mean
@@ -48,7 +55,7 @@ struct LookupRules {
 
 /// The environment's own rules.
 inline constexpr LookupRules kEnvironmentRules;
-/// A name is that of a file below a folder of the path, and folders have no meaning.
+/// A name is that of a file in or below a folder of the path. Folders have no meaning.
 inline constexpr LookupRules kPlainRules = {.foldersHaveMeaning = false,
                                             .separator = LookupRules::Separator::FileBelow,
                                             .expandsParts = false};
@@ -59,9 +66,9 @@ inline constexpr LookupRules kProgramRules = {.foldersHaveMeaning = false,
                                               .emptyPart = LookupRules::EmptyPart::WorkingFolder,
                                               .expandsParts = false,
                                               .dropsRepeats = false};
-/// C compilers look up headers by these. The folder of the file that includes the header goes into
-/// `Lookup::fromFolder` for a header in quotes, and into `Lookup::afterFolder` for the next header
-/// of that name.
+/// C compilers look up headers by these. For a header in quotes, the folder of the file that
+/// includes it goes into `Lookup::fromFolder`. For `#include_next`, the folder of the path in which
+/// the including header was found goes into `Lookup::afterFolder`.
 inline constexpr LookupRules kIncludeRules = {.foldersHaveMeaning = false,
                                               .separator = LookupRules::Separator::FileBelow,
                                               .files = LookupRules::Files::Readable,
