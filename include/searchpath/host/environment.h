@@ -53,7 +53,7 @@ class RuledPath;
 struct Lookup {
   /// A file name, or a partial pathname with separators.
   AnyText name;
-  /// Tried in order unless the name carries an extension of its own: "zt" or ".zt".
+  /// Each as "zt" or ".zt". They are tried in order, unless the name has an extension of its own.
   AnyTexts extensions = {};
   /// The folder of the code that asks, as a user types it: its private folder is searched first.
   /// Where folders have no meaning, `fromFolder` itself is searched first, but only under
@@ -62,15 +62,18 @@ struct Lookup {
   /// How names are compared. Ignored where folders have no meaning: names are then compared as they
   /// are.
   FilenameMatchingPolicy policy = FilenameMatchingPolicy::FileSystemDefault;
-  /// A folder, as a user types it: only the folders after it on the path are searched, or all when
-  /// it is not on the path. Takes precedence over `fromFolder`. Only where folders have no meaning.
+  /// A folder, as a user types it. The quote folders (`EnvironmentOptions::quoteFolders`) and then
+  /// the folders of the path are one list, of which only the part after this folder is searched;
+  /// all of the list when this folder is not in it. If `afterFolder` is set, `fromFolder` is
+  /// ignored. Where folders have a meaning, `afterFolder` itself is ignored.
   std::optional<AnyText> afterFolder = {};
 };
 
 /// What an `Environment` is made of.
 struct EnvironmentOptions {
-  /// The folders of the path, as users type them, see `WorkingFolder`. One that has no location is
-  /// left out and reported as a problem. For a search-path string, hand in its `SplitZentraPath`.
+  /// The folders of the path, as users type them, see `WorkingFolder`. A folder that has no
+  /// location is left out and reported as a problem. For a search-path string, hand in what
+  /// `SplitZentraPath` returns for it.
   AnyTexts folders = {};
   /// The folder that relative pathnames start from; empty means the working folder of the process.
   std::optional<AbsoluteIRI> workingFolder = {};
@@ -78,34 +81,36 @@ struct EnvironmentOptions {
   FolderSource source = FolderSource::Given;
   /// Whether the ordinary folders below `folders` are put on the path, too.
   FolderExpansion expansion = FolderExpansion::Alone;
-  /// Whether a folder that is given twice, perhaps by a link, is on the path twice; under rules
-  /// that do not drop repeats, it always is. Otherwise it is there once, where it was given first.
+  /// Whether a folder that is given twice, perhaps by a link, is on the path twice. If not, it is
+  /// there once, where it was given first. Under rules that do not drop repeats, this has no
+  /// effect: such a folder is always there twice.
   bool keepDuplicates = false;
   /// Folders that are not to be on the path: each is hidden with the special folders below it or,
   /// when folders are expanded, with all folders below it.
   AnyTexts without = {};
-  /// A folder that is in a cache is not read while its listing there is fresh; when several caches
-  /// have the folder, the first of them is used. A folder that is in no cache is read. The caches
-  /// may have been made for other paths: they put no folder on this one.
+  /// A folder that is in a cache is not read while its listing there is fresh, or never if the
+  /// cache was made with `ListingUse::AsSaved`. When several caches have the folder, the first of
+  /// them is used. A folder that is in no cache is read. The caches may have been made for other
+  /// paths: they put no folder on this path.
   std::vector<PathEntryFactory> caches = {};
   /// A root of packages, as a user types it, see `PackageRegistry`. The folders of its packages
-  /// come after all others on the path and are never expanded.
+  /// come after all other folders of the path and are never expanded.
   std::optional<AnyText> packages = {};
   /// What names mean on the path, and how the texts in `folders` are read.
   LookupRules rules = {};
   /// Folders that are searched only for a question with `Lookup::fromFolder` or
-  /// `Lookup::afterFolder`: after the asking folder and before the path. Only where folders have no
-  /// meaning.
+  /// `Lookup::afterFolder`: after the folder that asks and before the path. Only where folders have
+  /// no meaning.
   AnyTexts quoteFolders = {};
-  /// The longest to wait for the disk, for each folder of the path and below it; empty means
-  /// without limit. A folder for which the disk has not answered by then is a problem, `NoAnswer`:
-  /// it is searched as if it were empty, and the disk is not asked about it again. The answers for
-  /// all other folders are right.
+  /// The longest to wait for one answer of the disk; empty means without limit. The first answer
+  /// about a folder that comes too late gives that folder up: it is a problem, `NoAnswer`, it is
+  /// searched as if it were empty, and the disk is not asked about it again. The answers for all
+  /// other folders are right.
   ///
   /// Threads: where there is a limit, each question to the disk gets a thread of its own, which
   /// costs some 20 us. A thread that waits in the kernel cannot be stopped. After the limit such a
-  /// thread goes on waiting, owned by nobody and using nothing of the environment's, until the disk
-  /// answers or the process ends.
+  /// thread goes on waiting until the disk answers or the process ends; it uses nothing of the
+  /// environment, which may be destroyed meanwhile.
   std::optional<std::chrono::milliseconds> timeout = {};
 };
 
@@ -117,14 +122,14 @@ class SEARCHPATH_EXPORT Environment {
  public:
   /// Makes the path. Opens no folders, except to expand them and to read packages.
   explicit Environment(const EnvironmentOptions& given);
-  /// A path of these folders, with all other options as they are by default.
+  /// A path of these folders. All other options have their defaults.
   explicit Environment(const AnyTexts& folders, FolderExpansion expansion = FolderExpansion::Alone);
   /// The path that `cache` was made for.
   explicit Environment(const PathEntryFactory& cache);
   /// Looks names up on `path`, whoever made it, by `kEnvironmentRules`: `path` may be a listed
   /// path, hold entries of your own, or be a composite of such paths and of folders on disk.
-  /// Entries are asked through their interface, those of folders on disk more quickly. Repeats stay
-  /// as the path has them.
+  /// Entries are asked through their interface, but `FolderEntry` objects directly, which is
+  /// quicker. Repeats stay as the path has them.
   ///
   /// Precondition: `path` is not null.
   explicit Environment(std::shared_ptr<const IPath> path);
@@ -135,8 +140,9 @@ class SEARCHPATH_EXPORT Environment {
   ~Environment();
 
   /// The path on which names are looked up: the `IPath` that the environment was made of, or else a
-  /// path without repeats and hidden folders, whose entries are `FolderEntry` objects. Questions to
-  /// the path itself are answered by `kEnvironmentRules`, whatever `EnvironmentOptions::rules` are.
+  /// path whose entries are `FolderEntry` objects, without hidden folders and, unless they are
+  /// kept, without repeats. Questions to the path itself are answered by `kEnvironmentRules`,
+  /// whatever `EnvironmentOptions::rules` are.
   [[nodiscard]] const std::shared_ptr<const IPath>& GetPath() const;
   /// The main entries of `GetPath`, as `FolderEntry` objects; entries that are no folders on disk
   /// are left out.
@@ -165,8 +171,9 @@ class SEARCHPATH_EXPORT Environment {
   /// The file that the name means; empty when there is none.
   ///
   /// Threads: once a folder has taken two milliseconds to answer, the next folders are asked in
-  /// advance, by up to 64 threads. The answer does not wait for those that it does not need.
-  /// Errors: `FailedToAbsolutizeException` when `Lookup::fromFolder` cannot be used.
+  /// advance, by up to 64 threads. Folders that the answer does not need are not waited for.
+  /// Errors: `FailedToAbsolutizeException` when the folder of `Lookup::fromFolder` or
+  /// `Lookup::afterFolder` cannot be used.
   [[nodiscard]] boost::optional<FoundItem> Find(Lookup lookup) const;
   /// The same for a name and nothing else: `Find(u"plot.zt")`. Once the path is indexed, the name
   /// is not copied.
@@ -178,7 +185,7 @@ class SEARCHPATH_EXPORT Environment {
   /// The file that the name means, open for reading; empty when there is none. To use it, include
   /// "searchpath/host/opened_file.h".
   ///
-  /// Errors: as `Find`; `std::system_error` when that file cannot be opened, or has since become
+  /// Errors: as `Find`; `std::system_error` when the file cannot be opened, or has since become
   /// something that names cannot mean by the rules, see `LookupRules::Files`.
   [[nodiscard]] std::optional<OpenedFile> Open(Lookup lookup) const;
 
@@ -195,9 +202,11 @@ class SEARCHPATH_EXPORT Environment {
   [[nodiscard]] std::vector<FoundItem> FindAll(const Lookup& lookup) const;
 
   /// Every name that matches the pattern `Lookup::name`, see `NamePattern`, with the files that
-  /// `FindAll` finds for it: in the order of the path and, within a folder, of the bytes of names.
-  /// Each of the extensions is added to the pattern. Of a name with separators, only the last part
-  /// is a pattern: the parts before it are folders.
+  /// `FindAll` finds for that name; names without such files are left out. Names are in the order
+  /// of the folders in which a search first meets them; those that it first meets in the same
+  /// folder are in the order of their bytes. Each of the extensions is added to the pattern. Of a
+  /// pattern with separators, only the last part may have wildcards: the parts before it are
+  /// folders.
   ///
   /// Errors: as `Find`; `std::invalid_argument` when a part before the last has a "*", "?" or "[".
   /// Cost: one pass over the names in the folders where such a name is looked for.
@@ -207,9 +216,9 @@ class SEARCHPATH_EXPORT Environment {
   /// what was found there.
   ///
   /// Errors: as `Find`.
-  /// Cost: asks folder by folder. Lists all of them unless each holds the name, and everything
-  /// below the private and resources folders of those that do not hold it: too slow for questions
-  /// that are asked often.
+  /// Cost: asks folder by folder. Where folders have a meaning, a single folder without the name
+  /// has all folders listed and, at worst, everything below the private and resources folders of
+  /// those that lack the name. That is too slow for questions that are asked often.
   [[nodiscard]] Explanation Explain(const Lookup& lookup) const;
 
   /// At most `most` files that may have been meant by a name that was not found, the most similar
@@ -240,8 +249,8 @@ class SEARCHPATH_EXPORT Environment {
   /// names that collide. Hidden folders are not examined. An entry that is no folder on disk is
   /// never missing, unreadable or slow.
   ///
-  /// Cost: reads every name on the path. A folder that has been listed is not listed again: the
-  /// time that this took is remembered.
+  /// Cost: reads every name on the path. A folder that has been listed is not listed again: how
+  /// long its listing took is remembered.
   [[nodiscard]] std::vector<PathFinding> Examine(const Examination& examination = {}) const;
 
   /// Who, besides root and the user of `lookup`, can make a name mean another file. Hidden folders
@@ -251,8 +260,9 @@ class SEARCHPATH_EXPORT Environment {
   /// `Separator::FileBelow`, at all folders below those of the path, too.
   [[nodiscard]] TrustReport ExamineTrust(const TrustLookup& lookup = {}) const;
 
-  /// Every folder in which a name may be found: the main folders; with `Separator::FileBelow`, all
-  /// folders below them, too.
+  /// The main folders and, with `Separator::FileBelow`, all folders below them. Where folders have
+  /// a meaning, names may also be found in special folders below the main folders, which are not
+  /// among these.
   ///
   /// Cost: with `Separator::FileBelow`, lists all of them.
   [[nodiscard]] FolderEntries FindSearchedFolders() const;
@@ -260,23 +270,25 @@ class SEARCHPATH_EXPORT Environment {
   /// Visits every file that a name could mean, in path order, until a visit returns true; returns
   /// whether one did. Where folders have a meaning, only the files of main folders are visited.
   ///
-  /// Cost: lists every folder; with `Separator::FileBelow`, all folders below them, too.
+  /// Cost: lists every folder of the path; with `Separator::FileBelow`, all folders below them,
+  /// too.
   bool ForEachFile(const std::function<bool(const FoundItem&)>& visit) const;
 
-  /// The names that mean another file in this environment than in `before`, see `FindNameChanges`.
+  /// The names that mean another file here than in `before`, see `FindNameChanges`.
   /// With `Separator::FileBelow`, names are relative to the folders of the path.
   ///
-  /// Precondition: both have the same rules.
-  /// Cost: lists every folder of both; with `Separator::FileBelow`, all folders below them, too.
+  /// Precondition: both environments have the same rules.
+  /// Cost: lists every folder of both paths; with `Separator::FileBelow`, all folders below them,
+  /// too.
   [[nodiscard]] std::vector<NameChange> FindNameChangesSince(const Environment& before) const;
 
-  /// The folders that cannot be searched. First come folders without a location, a root of packages
-  /// that cannot be read, and folders of packages that lead into a loop of links; then folders on
-  /// the path, in path order.
+  /// The folders that cannot be searched. First come given folders without a location, a root of
+  /// packages that cannot be read, and folders of packages that lead into a loop of links. Then
+  /// come folders on the path, in path order.
   [[nodiscard]] std::vector<FolderProblem> FindProblems() const;
-  /// The problems that `FindProblems` would return and that earlier questions have met; opens no
-  /// folder. Where folders have no meaning and a name was not found, these are all problems: the
-  /// disk is then asked about each folder.
+  /// Of the problems that `FindProblems` would return, those that earlier questions have met; opens
+  /// no folder. Where folders have no meaning, and once a name was not found, the disk is asked
+  /// about each folder: the answer is then that of `FindProblems`.
   [[nodiscard]] std::vector<FolderProblem> GetProblemsMet() const;
 
   /// The folders of `EnvironmentOptions::without` that hide no folder of the path, as they were
@@ -301,7 +313,7 @@ class SEARCHPATH_EXPORT Environment {
   /// Errors: `FailedToAbsolutizeException` when the folder cannot be used.
   [[nodiscard]] std::optional<AbsoluteIRI> AskerOf(const Lookup& lookup) const;
 
-  /// The time that the kernel gives to files that change now. It may be behind the clock.
+  /// The time that the kernel gives to files that change now. This time may be behind the clock.
   [[nodiscard]] static std::chrono::system_clock::time_point TimeOfChangesNow() noexcept;
 
   // Before the first question to the disk: a receipt trusts no folder that has changed since.
