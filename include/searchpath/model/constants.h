@@ -7,13 +7,15 @@
 namespace Corvane::PathManagement {
 
 /// The separators of pathnames and search paths, and the folder names that have a meaning on a
-/// search path. Initialised before any static variable that is defined after including this header.
+/// search path. They are initialised before all static variables that a source file defines after
+/// including this header.
 ///
 /// Threads: read-only.
 struct SEARCHPATH_EXPORT Constants {
-  /// Separates the folders of one pathname.
+  /// Separates the folders in a pathname.
   static inline const ustring PathnameSeparatorStr = u"/";
-  /// Separates the folders of a search-path string, beside ";".
+  /// Separates the folders of a search-path string, as ";" does, too. "Zentra path" in names means
+  /// a search path.
   static inline const ustring ZentraPathsepStr = u":";
   /// The files of a folder of this name are visible only from the folder above it.
   static inline const ustring PrivateFolderStr = u"private";

@@ -26,18 +26,21 @@ class IPathEntry;
 // Errors: the answer is empty when nothing is found; exceptions of the path and its entries pass
 // through.
 
-/// The target for a name that may carry its own extension: "fn" is tried with each of `extensions`,
+/// The target for a name that may have its own extension: "fn" is tried with each of `extensions`,
 /// while "fn.x" and "fn." are looked up exactly as they are.
 [[nodiscard]] SEARCHPATH_EXPORT detail::SearchTarget
 CreateSearchTargetWithExtensionInFilenamePreferred(const ustring& name,
                                                    const std::vector<ustring>& extensions);
 
-/// The file that `target` means on `path` to code in any folder. "fn" is looked up in the ordinary
-/// folders, and in the method entries of its name: the "@fn" folders directly below ordinary ones.
-/// Of the first match of either kind, the one that comes first on the path is the answer; when the
-/// path puts neither before the other, the one in the ordinary folder. A name with a separator is a
-/// partial pathname and is instead looked up in all folders but resources folders
-/// (`kAllKindsScope`).
+/// The file that `target` means on `path` to code in any folder. A name without separators, "fn",
+/// is looked up in the ordinary folders, and in the method entries of its name: the "@fn" folders
+/// directly below ordinary folders. For "fn.x" they are called "@fn.x"; extensions that `target`
+/// adds to the name are not added to theirs. Each of these two kinds has a first match. Of the two
+/// matches, the one that comes first on the path is the answer; when the path puts neither before
+/// the other, the one in the ordinary folder.
+///
+/// A name with a separator is a partial pathname. It is looked up in `kAllKindsScope`, which leaves
+/// out resources folders.
 ///
 /// The method entries themselves are always found under
 /// `FilenameMatchingPolicy::FileSystemDefault`; `policy` only says which of their files match.
@@ -45,8 +48,8 @@ CreateSearchTargetWithExtensionInFilenamePreferred(const ustring& name,
     const IPath& path, const detail::SearchTarget& target, FilenameMatchingPolicy policy);
 
 /// The file that `target` means to code in `folder`: a file in the private folder of `folder` comes
-/// before all others. When `folder` is not on `path`, when its private folder holds no such file,
-/// or when the name has a separator, the answer is that of `FindFirstFileVisibleOnPath`.
+/// before all other files. When `folder` is not on `path`, when its private folder holds no such
+/// file, or when the name has a separator, the answer is that of `FindFirstFileVisibleOnPath`.
 ///
 /// `folder` itself is always looked up under `FilenameMatchingPolicy::FileSystemDefault`.
 [[nodiscard]] SEARCHPATH_EXPORT boost::optional<FoundItem> FindFirstFileVisibleFromFolder(
@@ -59,7 +62,8 @@ CreateSearchTargetWithExtensionInFilenamePreferred(const ustring& name,
     const detail::SearchTarget& target, FilenameMatchingPolicy policy);
 
 /// The files of `entry` that have one of `extensions`, in the entry's order. A file occurs once for
-/// each of `extensions` that equals its own under `policy`, so the list should hold no repeats.
+/// each of `extensions` that equals the file's own under `policy`, so `extensions` should hold no
+/// repeats.
 [[nodiscard]] SEARCHPATH_EXPORT std::vector<FoundItem> FindFilesByExtensions(
     const std::shared_ptr<const IPathEntry>& entry, const std::vector<ustring>& extensions,
     FilenameMatchingPolicy policy);

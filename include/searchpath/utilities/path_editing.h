@@ -24,8 +24,8 @@ namespace Corvane::PathManagement {
 // Threads: stateless, but not atomic: a change that another thread makes between the reading and
 // the replacing is lost. Callers who edit one path from several threads need a lock of their own.
 // Errors: the manager refuses the new list with `RecursivePathChangeException` when a change of the
-// path is under way further up the call stack; the path then stays as it is, and the messages so far
-// are returned. Other exceptions of the manager or the working folder pass through.
+// path is under way further up the call stack; the path then stays as it is, and the messages so
+// far are returned. Other exceptions of the manager or the working folder pass through.
 // Cost: linear in the folders given and those on the path; each given range is walked once.
 
 /// Where added folders go. Any other value means `End`.
