@@ -194,6 +194,7 @@ class ReceiptModel : public testing::TestWithParam<Case> {
     static constexpr const char* askers[] = {"one", "two", "two/sub", "three/+pkg"};
     const auto asker = tree.Text(Any(askers, random));
     const bool hasMeaning = GetParam().rules.foldersHaveMeaning;
+    if (!hasMeaning && random() % 6 == 0) lookup.extensions = {u"/a.zt", u".zt", u"/deep/b.zt"};
     if (random() % 4 == 0) lookup.fromFolder = asker;
     if (!hasMeaning && random() % 6 == 0) lookup.afterFolder = asker;
     if (hasMeaning && random() % 60 == 0) lookup.policy = FilenameMatchingPolicy::IgnoreCase;

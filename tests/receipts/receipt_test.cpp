@@ -114,6 +114,49 @@ TEST_F(ReceiptTest, ReportsWhatAChangeMeansForAnswers) {
   }
 }
 
+TEST_F(ReceiptTest, WatchesAllFoldersInWhichExtensionsAreTried) {
+  using Extensions = std::vector<ustring>;
+  host::EnvironmentOptions options = Options();
+  options.rules = host::kPlainRules;
+  tree.Folder("mine/broken");
+  tree.Link("../../else/none", "mine/broken/last.zt");
+  const struct {
+    const char16_t* name;
+    Extensions extensions;
+    const char* change;
+    const char* changes;
+  } rows[] = {
+      {u"plot", {u"/main.zt", u"zt"}, "touch else/unrelated", ""},
+      {u"plot", {u"/main.zt", u"zt"}, "touch mine/plot.zt", "plot: way/plot.zt > mine/plot.zt\n"},
+      {u"plot", {u"/main.zt", u"zt"}, "rm mine/plot.zt", "plot: mine/plot.zt > way/plot.zt\n"},
+      {u"plot",
+       {u"zt", u"/main.zt"},
+       "mkdir mine/plot && touch mine/plot/main.zt",
+       "plot: way/plot.zt > mine/plot/main.zt\n"},
+      {u"plot",
+       {u"zt", u"/main.zt"},
+       "touch mine/plot.zt",
+       "plot: mine/plot/main.zt > mine/plot.zt\n"},
+      {u"broken",
+       {u"/no.zt", u"zt", u"/last.zt"},
+       "touch else/none",
+       "broken:  > mine/broken.zt\n"},
+      {u"broken",
+       {u"/last.zt", u"zt", u"/no.zt"},
+       "rm else/none",
+       "broken: mine/broken/last.zt > \n"},
+  };
+  for (const auto& row : rows) {
+    Age();
+    const Receipt receipt = host::Environment(options).FindWithReceipt(
+        {{.name = row.name, .extensions = row.extensions}});
+    EXPECT_TRUE(receipt.IsFresh()) << row.change;
+    tree.Do(row.change);
+    EXPECT_EQ(receipt.IsFresh(), *row.changes == '\0') << row.change;
+    EXPECT_EQ(ChangesIn(receipt), row.changes) << row.change;
+  }
+}
+
 TEST_F(ReceiptTest, DoesNotTrustAFolderThatHasJustChanged) {
   tree.File("mine/young.zt");
   EXPECT_FALSE(Make().IsFresh());

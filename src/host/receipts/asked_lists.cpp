@@ -44,6 +44,22 @@ std::size_t BeginOfLastPart(const Text& name) {
   return name.rfind('/') + 1;  // 0 when there is none
 }
 
+/// The folder that a relative name begins with: "a/" for "a/b.h", "" for "b.h".
+std::string FolderPartOf(const std::string& name) { return name.substr(0, BeginOfLastPart(name)); }
+
+/// The folders that names begin with, each once. Names that differ in extensions alone have more
+/// than one when an extension holds a separator: "fn.zt" and "fn/main.zt".
+std::vector<std::string> FolderPartsOf(const std::vector<std::string>& names) {
+  std::vector<std::string> folders;
+  for (const std::string& name : names) {
+    std::string folder = FolderPartOf(name);
+    if (std::find(folders.begin(), folders.end(), folder) == folders.end()) {
+      folders.push_back(std::move(folder));
+    }
+  }
+  return folders;
+}
+
 /// Whether a folder of this name is special: private, resources, "@..." or "+...".
 bool IsSpecial(const std::string& folder) {
   return GetPathEntryTypeFromBaseName(TextFromBytes(folder)) != PathEntryType::Ordinary;
@@ -148,23 +164,27 @@ QuestionScope AskedLists::ScopeByRules(const Lookup& lookup, std::uint32_t kind)
   if (asker) scope.further.push_back(PlaceAt(*asker));
   const auto names = RuledPath::NamesOf(TargetOf(lookup.name, lookup));
   if (names.empty()) return scope;  // no file can have such a name
-  // The names differ in their extensions alone, so all have the same folder.
-  const std::string& name = names.front();
-  const auto [known, isNew] =
-      byRules.try_emplace({kind, name.substr(0, BeginOfLastPart(name))}, std::uint32_t{0});
-  if (isNew) known->second = MakeListByRules(lookup, name);
+  const auto folders = FolderPartsOf(names);
+  const auto [known, isNew] = byRules.try_emplace({kind, folders}, std::uint32_t{0});
+  if (isNew) known->second = MakeListByRules(lookup, folders);
   scope.list = known->second;
+  // Then the place of the answer alone does not tell with which of the names a folder was asked.
+  scope.asksAll = folders.size() > 1;
   return scope;
 }
 
-/// Adds the list of folders in which `name` is looked for by rules under which folders have no
-/// meaning. `name` is one of those that `lookup` may mean.
-std::uint32_t AskedLists::MakeListByRules(const Lookup& lookup, const std::string& name) {
+/// Adds the list of folders in which the names of `lookup` are looked for by rules under which
+/// folders have no meaning. `folders` are those that the names begin with: see `FolderPartsOf`.
+std::uint32_t AskedLists::MakeListByRules(const Lookup& lookup,
+                                          const std::vector<std::string>& folders) {
   const auto target = TargetOf(lookup.name, lookup);
-  // Adds the folder that holds `name` below a place, such as "a" for "a/b.h".
+  std::vector<std::uint32_t> places;
+  // Adds the folders that hold the names below a place, such as "a" for "a/b.h".
   const auto add = [&](const RuledPath::Place& place) {
-    const std::string file = RuledPath::PathOf(place, name);
-    return draft.AddPlace(file.substr(0, std::max<std::size_t>(file.rfind('/'), 1)));
+    for (const std::string& folder : folders) {
+      const std::string path = RuledPath::PathOf(place, folder);
+      places.push_back(draft.AddPlace(path.substr(0, std::max<std::size_t>(path.rfind('/'), 1))));
+    }
   };
   RuledPath::Asker asker;
   if (lookup.afterFolder) {
@@ -173,24 +193,26 @@ std::uint32_t AskedLists::MakeListByRules(const Lookup& lookup, const std::strin
     // concerns the whole path, as later questions share the list that is made here.
     for (const auto& place : ruled->FindPlaces(target, {.from = asker.after})) {
       draft.further.emplace_back(kWholePath, draft.AddPlace(BytesOf(*place.folder)));
-      draft.further.emplace_back(kWholePath, add(place));
+      add(place);
     }
+    for (const std::uint32_t place : places) draft.further.emplace_back(kWholePath, place);
+    places.clear();
   } else if (lookup.fromFolder) {
     asker.from = workingFolder.Locate(*lookup.fromFolder);
   }
-  std::vector<std::uint32_t> places;
-  for (const auto& place : ruled->FindPlaces(target, asker)) places.push_back(add(place));
+  for (const auto& place : ruled->FindPlaces(target, asker)) add(place);
   // Only for questions that ask nothing but the path, its look-up has the listings.
   const bool isOnPathAlone = !asker.from && !asker.after && !ruled->SaysWhichFile(lookup.name);
-  return Add(std::move(places), isOnPathAlone ? ListingsBelow(name) : AskedList::Listings());
+  return Add(std::move(places), isOnPathAlone && folders.size() == 1
+                                    ? ListingsBelow(folders.front())
+                                    : AskedList::Listings());
 }
 
-/// The listings of the folders that may hold the last part of `name`: for "a/b.h", of each folder
-/// "a".
-AskedList::Listings AskedLists::ListingsBelow(const std::string& name) const {
-  const std::size_t last = BeginOfLastPart(name);
+/// The listings of the folders of that relative name, which is "" or ends with a separator: for
+/// "a/", of each folder "a".
+AskedList::Listings AskedLists::ListingsBelow(const std::string& relative) const {
   const auto find = [&lookup = ruled->GetOnPath(),
-                     folder = name.substr(0, last == 0 ? 0 : last - 1)] {
+                     folder = relative.substr(0, relative.empty() ? 0 : relative.size() - 1)] {
     return lookup.FindListed(folder);
   };
   AskedList::Listings listings = {
@@ -208,14 +230,21 @@ void AskedLists::SetNames(const Lookup& lookup, ScannedQuestion& question) const
     const auto target = TargetOf(lookup.name.substr(BeginOfLastPart(lookup.name)), lookup);
     const NameQuestion names(target);
     question.names.assign(names.files.begin(), names.files.end());
+    question.folders.resize(question.names.size());
     if (!HasSeparator(lookup.name) && !question.names.empty()) {
       question.methodFolder = '@' + BytesFromText(target.GetName()).value_or("");
     }
     return;
   }
-  question.names = RuledPath::NamesOf(TargetOf(lookup.name, lookup));
-  for (std::string& name : question.names) name.erase(0, BeginOfLastPart(name));
-  std::erase(question.names, "");
+  const auto names = RuledPath::NamesOf(TargetOf(lookup.name, lookup));
+  const auto folders = FolderPartsOf(names);
+  question.foldersOfRoot = std::max<std::size_t>(folders.size(), 1);
+  for (const std::string& name : names) {
+    if (name.ends_with('/')) continue;  // no file
+    const auto folder = std::find(folders.begin(), folders.end(), FolderPartOf(name));
+    question.folders.push_back(static_cast<std::size_t>(folder - folders.begin()));
+    question.names.push_back(name.substr(BeginOfLastPart(name)));
+  }
 }
 
 }  // namespace Corvane::PathManagement::host

@@ -57,8 +57,9 @@ class AskedLists {
   [[nodiscard]] std::uint32_t ListOfAllFolders();
   [[nodiscard]] QuestionScope ScopeOnPath(const Lookup& lookup);
   [[nodiscard]] QuestionScope ScopeByRules(const Lookup& lookup, std::uint32_t kind);
-  [[nodiscard]] std::uint32_t MakeListByRules(const Lookup& lookup, const std::string& name);
-  [[nodiscard]] AskedList::Listings ListingsBelow(const std::string& name) const;
+  [[nodiscard]] std::uint32_t MakeListByRules(const Lookup& lookup,
+                                              const std::vector<std::string>& folders);
+  [[nodiscard]] AskedList::Listings ListingsBelow(const std::string& relative) const;
   [[nodiscard]] std::uint32_t PlaceAt(const ustring& folder);
 
   ReceiptDraft& draft;
@@ -67,8 +68,9 @@ class AskedLists {
   WorkingFolder workingFolder;
   std::deque<AskedList> lists;
   std::optional<std::uint32_t> allFolders;  // the number of the list that ListOfAllFolders has made
-  // The lists for names that `ruled` looks for: by the kind of question and the folder of the name.
-  std::map<std::pair<std::uint32_t, std::string>, std::uint32_t> byRules;
+  // The lists for names that `ruled` looks for: by the kind of question and the folders that the
+  // names begin with.
+  std::map<std::pair<std::uint32_t, std::vector<std::string>>, std::uint32_t> byRules;
 };
 
 }  // namespace Corvane::PathManagement::host

@@ -1,6 +1,7 @@
 #include "host/receipts/name_scan.h"
 
 #include "host/common/path_bytes.h"
+#include "host/folder/open_path.h"
 
 #include <sys/stat.h>
 
@@ -26,7 +27,9 @@ void NameScan::Run(const ScannedQuestion& question, AskedList& list) {
   for (std::size_t name = 0; name < question.names.size(); ++name) {
     for (const std::size_t at :
          list.FindPositions(question.names[name], question.asked, plainFilesToo)) {
-      Look(question, {static_cast<std::ptrdiff_t>(at), false, name}, list.GetPlaces()[at]);
+      if (at % question.foldersOfRoot != question.folders[name]) continue;
+      const auto root = static_cast<std::ptrdiff_t>(at / question.foldersOfRoot);
+      Look(question, {root, false, name}, list.GetPlaces()[at]);
     }
   }
   if (!question.methodFolder.empty()) {
@@ -35,9 +38,9 @@ void NameScan::Run(const ScannedQuestion& question, AskedList& list) {
       LookInMethodFolder(question, at, list.GetPlaces()[at]);
     }
   }
-  if (!AddUpTo(OrderOfAnswer(question, list), question)) {
-    draft.uncertain.push_back(question.number);
-  }
+  const auto answer = OrderOfAnswer(question, list);
+  const bool isPlaced = answer || draft.questions[question.number].place == kNoPlace;
+  if (!AddUpTo(answer, question) || !isPlaced) draft.uncertain.push_back(question.number);
 }
 
 /// Notes what stands at a name in a place, if that may change without a trace in the folder. The
@@ -64,19 +67,46 @@ void NameScan::LookInMethodFolder(const ScannedQuestion& question, std::size_t p
   }
 }
 
-/// Where the search met the answer; empty when there is none.
+/// Where the search met the answer; empty when there is none, or when that cannot be told.
 std::optional<NameScan::Order> NameScan::OrderOfAnswer(const ScannedQuestion& question,
                                                        const AskedList& list) const {
-  const ReceiptDraft::Question& answered = draft.questions[question.number];
-  if (answered.place == kNoPlace) return std::nullopt;
-  const auto name = static_cast<std::size_t>(
-      std::find(question.names.begin(), question.names.end(), draft.FileOf(question.number)) -
-      question.names.begin());
-  if (question.privateFolder == answered.place) return Order{kBeforeAll, false, name};
-  const std::size_t position = list.PositionOf(answered.place);
+  const std::uint32_t place = draft.questions[question.number].place;
+  if (place == kNoPlace) return std::nullopt;
+  const auto found =
+      std::find(question.names.begin(), question.names.end(), draft.FileOf(question.number));
+  if (found == question.names.end()) return std::nullopt;
+  const auto name = static_cast<std::size_t>(found - question.names.begin());
+  if (question.privateFolder == place) return Order{kBeforeAll, false, name};
+  if (question.foldersOfRoot > 1) return OrderInList(question, list);
+  const std::size_t position = list.PositionOf(place);
   if (position < list.GetPlaces().size()) return Order{position, false, name};
-  // The answer is in a method folder. That has the position of the folder above it, the last asked.
-  return Order{question.asked - 1, true, name};
+  // A method folder has the position of the folder above it.
+  const std::string& path = draft.PathOf(place);
+  const auto above = draft.FindPlace(FolderAbove(path));
+  if (!above || LastPart(path) != question.methodFolder) return std::nullopt;
+  const std::size_t abovePosition = list.PositionOf(*above);
+  if (abovePosition == list.GetPlaces().size()) return std::nullopt;
+  return Order{abovePosition, true, name};
+}
+
+/// As `OrderOfAnswer`, for an answer in a place of the list. Empty also when the search may have
+/// met it by several names, such as "a/b.zt" in one root and "b.zt" in another.
+std::optional<NameScan::Order> NameScan::OrderInList(const ScannedQuestion& question,
+                                                     const AskedList& list) const {
+  const std::uint32_t place = draft.questions[question.number].place;
+  const std::string_view file = draft.FileOf(question.number);
+  const auto& places = list.GetPlaces();
+  std::optional<Order> first;
+  for (std::size_t at = 0; at < places.size(); ++at) {
+    if (places[at] != place) continue;
+    for (std::size_t name = 0; name < question.names.size(); ++name) {
+      const bool isAskedFor = question.folders[name] == at % question.foldersOfRoot;
+      if (!isAskedFor || question.names[name] != file) continue;
+      if (first && std::get<2>(*first) != name) return std::nullopt;
+      if (!first) first = Order{at / question.foldersOfRoot, false, name};
+    }
+  }
+  return first;
 }
 
 /// Adds to the draft what was seen up to the answer, or all when there is none. Returns false when

@@ -17,10 +17,14 @@ namespace Corvane::PathManagement::host {
 /// One question, as far as single files matter to it. A place is the number of a folder in the
 /// `ReceiptDraft`.
 struct ScannedQuestion {
-  std::uint32_t number = 0;             // in the draft
-  std::uint32_t list = 0;               // the number of the list of places that it asks
-  std::size_t asked = 0;                // how many places at the beginning of the list
+  std::uint32_t number = 0;  // in the draft
+  std::uint32_t list = 0;    // the number of the list of places that it asks
+  std::size_t asked = 0;     // how many places at the beginning of the list
+  // How many places of the list belong to each root: one for each folder that names begin with.
+  std::size_t foldersOfRoot = 1;
   std::vector<std::string> names = {};  // looked for in a place, the preferred one first
+  // For each name, in which of the places of a root it is looked for; below `foldersOfRoot`.
+  std::vector<std::size_t> folders = {};
   // The name of a folder whose files answer to it, too: "@area" for "area"; "" when there is none.
   std::string methodFolder = {};
   // The private folder of the folder that asks; asked before the list.
@@ -40,8 +44,8 @@ class NameScan {
   void Run(const ScannedQuestion& question, AskedList& list);
 
  private:
-  /// Sorts as the search goes: position in the list, whether in a method folder, index in
-  /// `ScannedQuestion::names`.
+  /// Sorts as the search goes: number of the root (the position in the list, when a root has one
+  /// place there), whether in a method folder, index in `ScannedQuestion::names`.
   using Order = std::tuple<std::ptrdiff_t, bool, std::size_t>;
   /// What stood at a name.
   struct Seen {
@@ -55,6 +59,8 @@ class NameScan {
                           std::uint32_t place);
   [[nodiscard]] std::optional<Order> OrderOfAnswer(const ScannedQuestion& question,
                                                    const AskedList& list) const;
+  [[nodiscard]] std::optional<Order> OrderInList(const ScannedQuestion& question,
+                                                 const AskedList& list) const;
   [[nodiscard]] bool AddUpTo(const std::optional<Order>& answer, const ScannedQuestion& question);
 
   ReceiptDraft& draft;

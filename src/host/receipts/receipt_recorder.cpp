@@ -11,6 +11,7 @@
 #include <boost/unordered/unordered_flat_map.hpp>
 
 #include <algorithm>
+#include <optional>
 #include <stdexcept>
 #include <string>
 #include <utility>
@@ -58,7 +59,8 @@ class ReceiptRecorder::State {
   [[nodiscard]] std::uint32_t KindOf(const Lookup& lookup);
   [[nodiscard]] std::uint32_t PlaceOf(const FoundItem& file);
   [[nodiscard]] receipts::Text FileOf(const FoundItem& file, const Lookup& lookup);
-  [[nodiscard]] std::size_t CountAsked(const AskedList& list, std::uint32_t answer) const;
+  [[nodiscard]] std::optional<std::size_t> EndOfSearch(const AskedList& list,
+                                                       std::uint32_t answer) const;
   void NotePath();
   void NoteLinks(std::uint32_t place, const FolderListing& listing);
   [[nodiscard]] EnvironmentOptions OptionsAnywhere() const;
@@ -78,8 +80,10 @@ void ReceiptRecorder::State::Add(const Lookup& lookup, const boost::optional<Fou
   AskedList& list = lists.At(scope.list);
   const std::uint32_t place = answer ? PlaceOf(*answer) : kNoPlace;
   const auto number = static_cast<std::uint32_t>(draft.questions.size());
-  const std::size_t asked =
-      answer && !scope.asksAll ? CountAsked(list, place) : list.GetPlaces().size();
+  const std::optional<std::size_t> end = answer ? EndOfSearch(list, place) : std::nullopt;
+  const std::size_t asked = end && !scope.asksAll ? *end : list.GetPlaces().size();
+  // Nothing would show a change of a folder that the question is not known to have asked.
+  const bool isPlaced = !answer || end || scope.privateFolder == place;
   draft.questions.push_back({.nameEnd = draft.AddName(lookup.name),
                              .file = answer ? FileOf(*answer, lookup) : receipts::Text(),
                              .place = place,
@@ -88,7 +92,7 @@ void ReceiptRecorder::State::Add(const Lookup& lookup, const boost::optional<Fou
                              .asked = static_cast<std::uint32_t>(asked)});
   draft.lists[scope.list].asked = std::max(draft.lists[scope.list].asked, asked);
   for (const std::uint32_t further : scope.further) draft.further.emplace_back(number, further);
-  if (!scope.isCertain) {
+  if (!scope.isCertain || !isPlaced) {
     draft.uncertain.push_back(number);
   } else if (scope.privateFolder || list.MayHoldAnyOf(LengthsOf(lookup))) {
     ScannedQuestion question{
@@ -139,18 +143,20 @@ receipts::Text ReceiptRecorder::State::FileOf(const FoundItem& file, const Looku
   return name == LastPart(lookup.name) ? receipts::Text() : draft.AddText(name);
 }
 
-/// How many places of `list` were asked up to the place `answer`. When that is a method folder such
-/// as "@area", which is in no list, the folder above was the last one.
-std::size_t ReceiptRecorder::State::CountAsked(const AskedList& list, std::uint32_t answer) const {
+/// How many places of `list` were asked up to the place `answer`; empty when it is none of them.
+/// For a method folder such as "@area", which is in no list, the folder above was the last one.
+std::optional<std::size_t> ReceiptRecorder::State::EndOfSearch(const AskedList& list,
+                                                               std::uint32_t answer) const {
   const std::size_t size = list.GetPlaces().size();
   std::size_t position = list.PositionOf(answer);
   if (position == size) {
     const std::string& path = draft.PathOf(answer);
-    if (const auto above = draft.FindPlace(FolderAbove(path))) {
+    const auto above = draft.FindPlace(FolderAbove(path));
+    if (above && LastPart(std::string_view(path)).starts_with('@')) {
       position = list.PositionOf(*above);
     }
   }
-  return std::min(position + 1, size);
+  return position == size ? std::nullopt : std::optional(position + 1);
 }
 
 /// Notes what decides which folders are on the path.
