@@ -34,6 +34,10 @@ TEST_F(ToolTest, ReceiptsSayWhichAnswersHaveChanged) {
        "--receipt r\n"
        "s verify r && chmod -x over/fn.zt; s verify r",
        1, "", "$T/over/fn.zt\ngone     $T/over/fn.zt\n"},
+      {"printf '/a\\0b/c\\n' | s find --stdin --path lib --receipt nul; s verify nul", 0,
+       "no file called", ""},
+      {"mkdir off && cd off && rmdir ../off && s find ./x --as program --path . --receipt ../off",
+       1, "no file called \"./x\"", ""},
       {"head -c 100 r >cut; s verify cut", 2, "cannot use \"cut\": it is cut off", ""},
       {"s verify lib", 2, "cannot use \"lib\": it cannot be opened: it is not a regular file", ""},
       {"s list --path lib --save saved; s verify saved", 2, "\"searchpath receipt\" and a version",

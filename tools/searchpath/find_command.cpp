@@ -216,9 +216,10 @@ Outcome RunFind(const Arguments& arguments) {
     if (!answeredAll || failed) return Outcome::Failed;
     return finder.FoundAll() ? Outcome::Found : Outcome::NotFound;
   } catch (const current_working_folder::FailedToAbsolutizeException& error) {
-    // Only the folder of --after or --from leads here; when both are given, --from is not used.
-    RefuseFolder(options.after ? "--after" : "--from",
-                 *(options.after ? options.after : options.from), error);
+    // When both are given, --from is not used.
+    if (options.after) RefuseFolder("--after", *options.after, error);
+    if (options.from) RefuseFolder("--from", *options.from, error);
+    throw;
   }
 }
 

@@ -131,6 +131,17 @@ std::uint32_t AskedLists::PlaceAt(const ustring& folder) {
   return draft.AddPlace(NativeBytes(workingFolder.Locate(folder)).value_or("/dev/null"));
 }
 
+/// The place of the folder in an absolute name; empty for other names, and for one such as "/a\0b/c"
+/// that can be no location, so that nothing on the path has it.
+std::optional<std::uint32_t> AskedLists::PlaceInName(const ustring& name) {
+  if (!name.starts_with(u'/')) return std::nullopt;
+  try {
+    return PlaceAt(name.substr(0, BeginOfLastPart(name)));
+  } catch (const current_working_folder::FailedToAbsolutizeException&) {
+    return std::nullopt;
+  }
+}
+
 QuestionScope AskedLists::ScopeOf(const Lookup& lookup, std::uint32_t kind) {
   return ruled == nullptr ? ScopeOnPath(lookup) : ScopeByRules(lookup, kind);
 }
@@ -141,9 +152,7 @@ QuestionScope AskedLists::ScopeOnPath(const Lookup& lookup) {
   scope.isCertain = lookup.policy != FilenameMatchingPolicy::IgnoreCase;
   if (lookup.fromFolder) scope.further.push_back(PlaceAt(*lookup.fromFolder));
   if (HasSeparator(lookup.name)) {
-    if (lookup.name.starts_with(u'/')) {
-      scope.further.push_back(PlaceAt(lookup.name.substr(0, BeginOfLastPart(lookup.name))));
-    }
+    if (const auto folder = PlaceInName(lookup.name)) scope.further.push_back(*folder);
     scope.list = ListOfAllFolders();
     scope.asksAll = true;
   } else if (lookup.fromFolder) {

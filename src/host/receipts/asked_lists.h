@@ -61,6 +61,7 @@ class AskedLists {
                                               const std::vector<std::string>& folders);
   [[nodiscard]] AskedList::Listings ListingsBelow(const std::string& relative) const;
   [[nodiscard]] std::uint32_t PlaceAt(const ustring& folder);
+  [[nodiscard]] std::optional<std::uint32_t> PlaceInName(const ustring& name);
 
   ReceiptDraft& draft;
   const PathView& view;

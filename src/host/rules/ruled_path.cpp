@@ -191,8 +191,11 @@ std::shared_ptr<const FolderEntry> RuledPath::FolderOf(const Place& place,
 
 std::vector<RuledPath::Place> RuledPath::FindPlaces(const Target& target,
                                                     const Asker& asker) const {
-  if (SaysWhichFile(target.GetName())) return {PlaceOfFile(target.GetName())};
   std::vector<Place> places;
+  if (SaysWhichFile(target.GetName())) {
+    if (auto place = PlaceOfFile(target.GetName())) places.push_back(*std::move(place));
+    return places;
+  }
   if (asker.from && !asker.after && rules.separator == Separator::FileBelow) {
     places.push_back({.folder = CreateMainFolder(*asker.from, /*source=*/nullptr),
                       .isOnPath = false,
@@ -212,16 +215,23 @@ std::vector<RuledPath::Place> RuledPath::GetPlacesOnPath() const {
   return places;
 }
 
-RuledPath::Place RuledPath::PlaceOfFile(const ustring& name) const {
+/// The place of a file by the name that says which file; empty when the name is relative and there
+/// is no working folder, so that it means no file.
+std::optional<RuledPath::Place> RuledPath::PlaceOfFile(const ustring& name) const {
   std::string before;
-  if (!name.starts_with(u'/')) before = BelowRoot(workingFolder.Locate(u"."));
+  try {
+    if (!name.starts_with(u'/')) before = BelowRoot(workingFolder.Locate(u"."));
+  } catch (const current_working_folder::FailedToAbsolutizeException&) {
+    return std::nullopt;
+  }
   const std::string bytes = BytesFromText(name).value_or("");
   const std::string path = before + std::string(Trimmed(bytes));
-  return {.folder = everywhere->GetRoots().CreateFolder(0, path.substr(0, path.rfind('/') + 1)),
-          .isOnPath = false,
-          .lookup = everywhere.get(),
-          .root = 0,
-          .before = std::move(before)};
+  return Place{
+      .folder = everywhere->GetRoots().CreateFolder(0, path.substr(0, path.rfind('/') + 1)),
+      .isOnPath = false,
+      .lookup = everywhere.get(),
+      .root = 0,
+      .before = std::move(before)};
 }
 
 void RuledPath::AddPlaces(RelativeLookup& lookup, std::vector<Place>& places) {

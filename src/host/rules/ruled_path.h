@@ -130,7 +130,7 @@ class RuledPath {
   [[nodiscard]] boost::optional<FoundItem> FindOnPath(const Target& target) const;
   [[nodiscard]] std::vector<FoundItem> FindFiles(const Target& target, const Asker& asker,
                                                  bool firstOnly) const;
-  [[nodiscard]] Place PlaceOfFile(const ustring& name) const;
+  [[nodiscard]] std::optional<Place> PlaceOfFile(const ustring& name) const;
   static void AddPlaces(RelativeLookup& lookup, std::vector<Place>& places);
   void RemoveUpTo(const AbsoluteIRI& folder, std::vector<Place>& places) const;
 
