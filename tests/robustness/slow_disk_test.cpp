@@ -140,6 +140,39 @@ TEST_F(SlowDiskTest, RulesOfOtherProgramsWaitNoLonger) {
   }
 }
 
+TEST_F(SlowDiskTest, ReceiptsWaitNoLonger) {
+  tree.Link("../f102", "f101/linked.zt");
+  tree.Do("touch -d '9 hours ago' f*; sleep 0.02");  // as if they had changed long ago
+  options.folders.resize(2);
+  options.timeout = milliseconds(300);
+  options.expansion = FolderExpansion::Recursive;
+  const std::vector<Lookup> onPath = {{.name = u"linked.zt"}, {.name = u"area.zt"}};
+  std::vector<Lookup> all = onPath;
+  all.push_back({.name = u"none.zt", .fromFolder = tree.Text("f102")});
+  const struct {
+    std::string silent;
+    std::vector<Lookup> lookups;
+    bool mattersToEnvironment;
+    bool mattersToInclude;
+  } rows[] = {{"/linked.zt", all, true, true},
+              {"/area.zt", all, false, true},
+              {"/private", all, true, false},
+              {tree.Path(), onPath, true, true}};
+  for (const auto& [silent, lookups, mattersToEnvironment, mattersToInclude] : rows) {
+    for (const LookupRules& rules : {kEnvironmentRules, kIncludeRules}) {
+      const bool matters = rules.foldersHaveMeaning ? mattersToEnvironment : mattersToInclude;
+      options.rules = rules;
+      const Receipt before = Environment(options).FindWithReceipt(lookups);
+      EXPECT_TRUE(before.IsFresh()) << silent;
+      disk.Silence(silent);
+      EXPECT_EQ(before.IsFresh(), !matters) << silent;
+      const Receipt meanwhile = Environment(options).FindWithReceipt(lookups);
+      disk.Silence("");
+      EXPECT_EQ(meanwhile.IsFresh(), !matters) << silent;
+    }
+  }
+}
+
 TEST_F(SlowDiskTest, QuoteFoldersAreWaitedForNoLonger) {
   options = {.folders = {tree.Text("f100")},
              .rules = kIncludeRules,

@@ -72,9 +72,14 @@ const FolderListing& NoListing() {
 
 }  // namespace
 
-AskedLists::AskedLists(ReceiptDraft& receiptDraft, const PathView& pathView,
-                       const RuledPath* ruledPath, const WorkingFolder& base)
-    : draft(receiptDraft), view(pathView), ruled(ruledPath), workingFolder(base) {
+AskedLists::AskedLists(ReceiptDraft& receiptDraft, FolderPatience& folderPatience,
+                       const PathView& pathView, const RuledPath* ruledPath,
+                       const WorkingFolder& base)
+    : draft(receiptDraft),
+      patience(folderPatience),
+      view(pathView),
+      ruled(ruledPath),
+      workingFolder(base) {
   static_cast<void>(AddPathList());  // becomes list 0
 }
 
@@ -160,7 +165,9 @@ QuestionScope AskedLists::ScopeOnPath(const Lookup& lookup) {
     scope.privateFolder = draft.AddPlace(folder);
     scope.further.push_back(*scope.privateFolder);
     // Whether the private folder counts depends on which folders are on the path, special ones too.
-    scope.asksAll = StandsAt(folder);
+    const auto stands = patience.Ask(*scope.privateFolder, [folder] { return StandsAt(folder); });
+    scope.isCertain = scope.isCertain && stands;
+    scope.asksAll = stands.value_or(true);
     if (scope.asksAll) scope.list = ListOfAllFolders();
   }
   return scope;

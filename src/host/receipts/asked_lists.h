@@ -2,6 +2,7 @@
 #define SEARCHPATH_SRC_HOST_RECEIPTS_ASKED_LISTS_H
 
 #include "host/receipts/asked_list.h"
+#include "host/receipts/folder_patience.h"
 #include "host/receipts/name_scan.h"
 #include "host/receipts/receipt_draft.h"
 #include "host/rules/ruled_path.h"
@@ -36,8 +37,8 @@ class AskedLists {
   /// `ruledPath` is the same path under rules by which folders have no meaning; null where they
   /// have one. Relative folders are below `base`, which is copied; the other arguments outlive this
   /// object.
-  AskedLists(ReceiptDraft& receiptDraft, const PathView& pathView, const RuledPath* ruledPath,
-             const WorkingFolder& base);
+  AskedLists(ReceiptDraft& receiptDraft, FolderPatience& folderPatience, const PathView& pathView,
+             const RuledPath* ruledPath, const WorkingFolder& base);
 
   /// Where `lookup` looks; adds its list when there is none yet. `kind` is the number of its kind
   /// in the draft.
@@ -64,6 +65,7 @@ class AskedLists {
   [[nodiscard]] std::optional<std::uint32_t> PlaceInName(const ustring& name);
 
   ReceiptDraft& draft;
+  FolderPatience& patience;
   const PathView& view;
   const RuledPath* ruled;  // may be null
   WorkingFolder workingFolder;

@@ -13,10 +13,32 @@ namespace {
 
 constexpr std::ptrdiff_t kBeforeAll = -1;  // the position of the private folder
 
+/// What `lstat` finds at a path.
+enum class Found : std::uint8_t { Nothing, Link, Other };
+
+Found LookAtName(const std::string& path) {
+  struct stat status = {};
+  if (lstat(path.c_str(), &status) != 0) return Found::Nothing;
+  return S_ISLNK(status.st_mode) ? Found::Link : Found::Other;
+}
+
+/// A look at a name. No value: what stands there shows in the folder when it changes.
+struct NameSight {
+  std::optional<Standing> standing;
+};
+
+NameSight LookAtUnseen(const std::string& path, LookupRules::Files files) {
+  const Found found = LookAtName(path);
+  if (found == Found::Nothing) return {};
+  if (files == LookupRules::Files::Regular && found != Found::Link) return {};
+  return {LookAtFile(path, files)};
+}
+
 }  // namespace
 
 void NameScan::Run(const ScannedQuestion& question, AskedList& list) {
   seen.clear();
+  hasSeenAll = true;
   // Where all regular files count, the folder of a plain file shows all that matters of it.
   const bool plainFilesToo = files != LookupRules::Files::Regular;
   if (question.privateFolder) {
@@ -40,26 +62,27 @@ void NameScan::Run(const ScannedQuestion& question, AskedList& list) {
   }
   const auto answer = OrderOfAnswer(question, list);
   const bool isPlaced = answer || draft.questions[question.number].place == kNoPlace;
-  if (!AddUpTo(answer, question) || !isPlaced) draft.uncertain.push_back(question.number);
+  if (!AddUpTo(answer, question) || !isPlaced || !hasSeenAll)
+    draft.uncertain.push_back(question.number);
 }
 
 /// Notes what stands at a name in a place, if that may change without a trace in the folder. The
 /// name is the one that `order` says.
 void NameScan::Look(const ScannedQuestion& question, Order order, std::uint32_t place) {
   const std::string& name = question.names[std::get<2>(order)];
-  const std::string path = PathBelow(draft.PathOf(place), name);
-  struct stat status = {};
-  if (lstat(path.c_str(), &status) != 0) return;
-  if (files == LookupRules::Files::Regular && !S_ISLNK(status.st_mode)) return;
-  seen.push_back({order, place, LookAtFile(path, files)});
+  const auto sight = patience.Ask(place, [path = PathBelow(draft.PathOf(place), name),
+                                          counted = files] { return LookAtUnseen(path, counted); });
+  hasSeenAll = hasSeenAll && sight;
+  if (sight && sight->standing) seen.push_back({order, place, *sight->standing});
 }
 
 /// Looks in the method folder in `place`, which has that position in the list.
 void NameScan::LookInMethodFolder(const ScannedQuestion& question, std::size_t position,
                                   std::uint32_t place) {
   const std::string path = PathBelow(draft.PathOf(place), question.methodFolder);
-  struct stat status = {};
-  if (lstat(path.c_str(), &status) != 0) return;
+  const auto found = patience.Ask(place, [path] { return LookAtName(path); });
+  hasSeenAll = hasSeenAll && found;
+  if (!found || *found == Found::Nothing) return;
   const std::uint32_t folder = draft.AddPlace(path);
   draft.further.emplace_back(question.number, folder);
   for (std::size_t name = 0; name < question.names.size(); ++name) {

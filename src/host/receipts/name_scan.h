@@ -2,6 +2,7 @@
 #define SEARCHPATH_SRC_HOST_RECEIPTS_NAME_SCAN_H
 
 #include "host/receipts/asked_list.h"
+#include "host/receipts/folder_patience.h"
 #include "host/receipts/receipt_draft.h"
 #include "host/rules/asked_file.h"
 
@@ -36,11 +37,14 @@ struct ScannedQuestion {
 /// the rights of a file change.
 class NameScan {
  public:
-  NameScan(ReceiptDraft& receiptDraft, LookupRules::Files countedFiles)
-      : draft(receiptDraft), files(countedFiles) {}
+  /// The first two arguments outlive this object.
+  NameScan(ReceiptDraft& receiptDraft, FolderPatience& folderPatience,
+           LookupRules::Files countedFiles)
+      : draft(receiptDraft), patience(folderPatience), files(countedFiles) {}
 
   /// Adds what stands at the names of `question` in `list` to the draft, up to the answer. If that
-  /// does not lead to the answer that the draft has, also makes the question an uncertain one.
+  /// does not lead to the answer that the draft has, or the disk does not answer in time, also makes
+  /// the question an uncertain one.
   void Run(const ScannedQuestion& question, AskedList& list);
 
  private:
@@ -64,8 +68,10 @@ class NameScan {
   [[nodiscard]] bool AddUpTo(const std::optional<Order>& answer, const ScannedQuestion& question);
 
   ReceiptDraft& draft;
+  FolderPatience& patience;
   LookupRules::Files files;  // which files count
   std::vector<Seen> seen;    // for the question of `Run`
+  bool hasSeenAll = true;    // likewise; false once the disk has not answered in time
 };
 
 }  // namespace Corvane::PathManagement::host

@@ -1,17 +1,15 @@
 #include "host/receipts/receipt_check.h"
 
-#include "host/common/disk_patience.h"
 #include "host/common/parallel.h"
 #include "host/common/path_bytes.h"
 #include "host/folder/open_path.h"
 #include "host/receipts/surroundings.h"
-#include "host/rules/asked_file.h"
 
 #include <fcntl.h>
 
 #include <algorithm>
+#include <memory>
 #include <string>
-#include <string_view>
 #include <utility>
 
 namespace Corvane::PathManagement::host {
@@ -27,10 +25,18 @@ std::string_view FolderPart(std::string_view path) {
   return path;
 }
 
+DiskPatience::Limit LimitOf(const ReceiptBody& receipt) {
+  const std::int64_t timeout = receipt.Get().path()->timeout();
+  if (timeout < 0) return std::nullopt;
+  return std::chrono::milliseconds(timeout);
+}
+
 }  // namespace
 
 ReceiptCheck::ReceiptCheck(const ReceiptBody& receipt)
     : body(receipt),
+      counted(static_cast<LookupRules::Files>(receipt.Get().path()->rules()->files())),
+      patience(LimitOf(receipt)),
       concernsAll(receipt.Get().rights() != RightsOfProcess() || HasWayChanged()),
       concernsPath(receipt.Get().path()->uncertain()),
       changedPlaces(receipt.Get().places()->size()) {
@@ -59,12 +65,9 @@ void ReceiptCheck::CheckPlaces() {
 
 /// Checks the places from `begin` up to `end`, which are all in one folder.
 void ReceiptCheck::CheckNeighbours(std::uint32_t begin, std::uint32_t end) {
-  const std::int64_t timeout = body.Get().path()->timeout();
-  DiskPatience::Limit limit;
-  if (timeout >= 0) limit = std::chrono::milliseconds(timeout);
   Descriptor folder(-1);
   // Opening the folder may take any time, so with a limit it is not opened.
-  if (!limit && end - begin >= kFewestNeighbours) {
+  if (!patience.GetLimit() && end - begin >= kFewestNeighbours) {
     folder = OpenPath(std::string(FolderPart(body.PathAt(begin))), O_PATH | O_DIRECTORY);
   }
   std::string name;  // outside the loop, which then uses its memory again
@@ -75,7 +78,7 @@ void ReceiptCheck::CheckNeighbours(std::uint32_t begin, std::uint32_t end) {
       CheckPlace(number, LookAtFolder(folder.Get(), name.empty() ? "." : name.c_str()));
     } else {
       const auto look = [path = std::string(place)] { return LookAtFolder(path); };
-      CheckPlace(number, DiskPatience(limit).Ask(look).value_or(FolderSight{.error = ETIMEDOUT}));
+      CheckPlace(number, patience.Ask(number, look).value_or(FolderSight{.error = ETIMEDOUT}));
     }
   }
 }
@@ -116,40 +119,62 @@ void ReceiptCheck::CheckUnlisted() {
       Mark(further->question());
     }
   }
-  const auto counted = static_cast<LookupRules::Files>(body.Get().path()->rules()->files());
-  for (const auto* file : *body.Get().files()) {
-    const auto standing =
-        LookAtFile(body.PathOf(file->place(), body.TextOf(file->name())), counted);
-    if (static_cast<std::uint8_t>(standing) == file->standing()) continue;
-    if (file->question() == kWholePath) {
+  const auto& files = *body.Get().files();
+  std::vector<std::uint8_t> changed(files.size());  // of each file: 1 if changed
+  const auto check = [&](std::size_t at) {
+    const receipts::File& file = *files.Get(static_cast<std::uint32_t>(at));
+    const auto standing = static_cast<Standing>(file.standing());
+    changed[at] = StillStands(file.place(), body.TextOf(file.name()), standing) ? 0 : 1;
+  };
+  ForEachInParallel(changed.size(), check, /*threadsAtFirst=*/1);
+  for (std::uint32_t at = 0; at < changed.size(); ++at) {
+    if (changed[at] == 0) continue;
+    const std::uint32_t question = files.Get(at)->question();
+    if (question == kWholePath) {
       // A link in a folder of a recursive path. It decides only which folders are on the path.
       concernsPath = true;
     } else {
-      Mark(file->question());
+      Mark(question);
     }
   }
+}
+
+/// Whether `standing` is what `name` has in a place; no when the disk does not say so in time.
+bool ReceiptCheck::StillStands(std::uint32_t place, std::string_view name, Standing standing) {
+  const auto look = [path = body.PathOf(place, name), files = counted] {
+    return LookAtFile(path, files);
+  };
+  return patience.Ask(place, look) == standing;
 }
 
 /// Checks the files of answers where rights decide which files count: rights may change without a
 /// change of the folder.
 void ReceiptCheck::CheckAnswers() {
-  const auto counted = static_cast<LookupRules::Files>(body.Get().path()->rules()->files());
   if (counted == LookupRules::Files::Regular) return;
-  for (std::uint32_t number = 0; number < body.CountQuestions(); ++number) {
-    const AskedQuestion question = body.QuestionAt(number);
-    if (question.place == kNoPlace) continue;
-    const std::string file = body.PathOf(question.place, question.file);
-    if (LookAtFile(file, counted) != Standing::Counts) Mark(number);
+  std::vector<std::uint8_t> changed(body.CountQuestions());  // of each question: 1 if changed
+  const auto check = [&](std::size_t at) {
+    const AskedQuestion question = body.QuestionAt(static_cast<std::uint32_t>(at));
+    if (question.place == kNoPlace) return;
+    changed[at] = StillStands(question.place, question.file, Standing::Counts) ? 0 : 1;
+  };
+  ForEachInParallel(changed.size(), check, /*threadsAtFirst=*/1);
+  for (std::uint32_t number = 0; number < changed.size(); ++number) {
+    if (changed[number] != 0) Mark(number);
   }
 }
 
-/// Whether links lead elsewhere than they did.
+/// Whether links lead elsewhere than they did, or where they lead is not known in time.
 bool ReceiptCheck::HasWayChanged() const {
-  LinkResolver links;
-  return std::any_of(body.Get().ways()->begin(), body.Get().ways()->end(), [&](const auto* way) {
-    return WithoutLinks(links, std::string(body.TextOf(way->path()))) !=
-           body.TextOf(way->canonical());
-  });
+  const auto links = std::make_shared<LinkResolver>();
+  const auto& ways = *body.Get().ways();
+  const auto hasChanged = [&](std::size_t at) {
+    const receipts::Way& way = *ways.Get(static_cast<std::uint32_t>(at));
+    const auto resolve = [links, path = std::string(body.TextOf(way.path()))] {
+      return WithoutLinks(*links, path);
+    };
+    return DiskPatience(patience.GetLimit()).Ask(resolve) != body.TextOf(way.canonical());
+  };
+  return AnyInParallel(ways.size(), hasChanged, /*threadsAtFirst=*/1);
 }
 
 /// Notes that a question is to be asked again.

@@ -2,10 +2,13 @@
 #define SEARCHPATH_SRC_HOST_RECEIPTS_RECEIPT_CHECK_H
 
 #include "host/folder/folder_stamp.h"
+#include "host/receipts/folder_patience.h"
 #include "host/receipts/receipt_body.h"
+#include "host/rules/asked_file.h"
 
 #include <cstddef>
 #include <cstdint>
+#include <string_view>
 #include <vector>
 
 namespace Corvane::PathManagement::host {
@@ -14,7 +17,8 @@ namespace Corvane::PathManagement::host {
 /// have changed. A place is the number of a folder that was asked for a file.
 class ReceiptCheck {
  public:
-  /// Asks the disk. Precondition: `receipt` outlives this object.
+  /// Asks the disk, up to the time limit of the receipt's path for each place. What does not answer
+  /// in time counts as changed. Precondition: `receipt` outlives this object.
   explicit ReceiptCheck(const ReceiptBody& receipt);
 
   /// Whether nothing has changed.
@@ -37,10 +41,13 @@ class ReceiptCheck {
   void CheckLists();
   void CheckUnlisted();
   void CheckAnswers();
+  [[nodiscard]] bool StillStands(std::uint32_t place, std::string_view name, Standing standing);
   [[nodiscard]] bool HasWayChanged() const;
   void Mark(std::uint32_t question);
 
   const ReceiptBody& body;
+  const LookupRules::Files counted;  // which files count
+  FolderPatience patience;
   bool concernsAll;
   bool concernsPath;
   bool concernsSome = false;  // whether something has changed that `Concerns` may return true for

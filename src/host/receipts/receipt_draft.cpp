@@ -11,6 +11,7 @@
 #include <cerrno>
 #include <chrono>
 #include <cstring>
+#include <memory>
 #include <optional>
 #include <stdexcept>
 #include <utility>
@@ -113,13 +114,14 @@ void ReceiptDraft::LookAtPlaces(DiskPatience::Limit limit,
                                 std::chrono::system_clock::time_point begun) {
   std::vector<FolderSight> sights(paths.size());
   std::vector<std::string> canonical(paths.size());
-  LinkResolver links;
+  const auto links = std::make_shared<LinkResolver>();
   ForEachInParallel(paths.size(), [&](std::size_t place) {
     const std::string& path = paths[place];
-    const auto sight = DiskPatience(limit).Ask([path] { return LookAtFolder(path); });
+    DiskPatience patience(limit);
+    const auto sight = patience.Ask([path] { return LookAtFolder(path); });
     sights[place] = sight.value_or(FolderSight{.error = ETIMEDOUT});
-    // Where the disk has not answered in time, links are not resolved: that has no time limit.
-    canonical[place] = sight ? WithoutLinks(links, path) : path;
+    canonical[place] =
+        patience.Ask([links, path] { return WithoutLinks(*links, path); }).value_or(path);
   });
   std::vector<bool> hasAnswer(paths.size());
   for (const Question& question : questions) {
@@ -134,9 +136,20 @@ void ReceiptDraft::LookAtPlaces(DiskPatience::Limit limit,
                         AddTarget(path, canonical[place]), static_cast<std::uint16_t>(sight.error),
                         !isGone && IsCertain(sight, begun.time_since_epoch()));
   }
-  for (const std::string& way : FindWays(canonical)) {
-    const receipts::Text path = AddText(std::string_view(way));
-    ways.emplace_back(path, AddTarget(path, WithoutLinks(links, way)));
+  const std::set<std::string> found = FindWays(canonical);
+  const std::vector<std::string> passed(found.begin(), found.end());
+  std::vector<std::string> targets(passed.size());
+  const auto resolve = [&](std::size_t at) {
+    const std::string& way = passed[at];
+    // A way that does not answer in time is saved as free of links: if it has some, it is seen as
+    // changed.
+    targets[at] =
+        DiskPatience(limit).Ask([links, way] { return WithoutLinks(*links, way); }).value_or(way);
+  };
+  ForEachInParallel(passed.size(), resolve, /*threadsAtFirst=*/1);
+  for (std::size_t at = 0; at < passed.size(); ++at) {
+    const receipts::Text path = AddText(std::string_view(passed[at]));
+    ways.emplace_back(path, AddTarget(path, targets[at]));
   }
 }
 

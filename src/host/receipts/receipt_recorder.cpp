@@ -3,6 +3,7 @@
 #include "host/folder/open_path.h"
 #include "host/path/path_view.h"
 #include "host/receipts/asked_lists.h"
+#include "host/receipts/folder_patience.h"
 #include "host/receipts/name_scan.h"
 #include "host/receipts/receipt_draft.h"
 #include "searchpath/host/receipt.h"
@@ -48,8 +49,9 @@ class ReceiptRecorder::State {
  public:
   explicit State(const Environment& asked)
       : environment(asked),
-        lists(draft, *asked.view, asked.ruled.get(), asked.workingFolder),
-        scan(draft, asked.rules.files) {}
+        patience(asked.options->timeout),
+        lists(draft, patience, *asked.view, asked.ruled.get(), asked.workingFolder),
+        scan(draft, patience, asked.rules.files) {}
 
   void Add(const Lookup& lookup, const boost::optional<FoundItem>& answer);
   [[nodiscard]] std::shared_ptr<const ReceiptBody> Finish();
@@ -67,6 +69,7 @@ class ReceiptRecorder::State {
 
   const Environment& environment;
   ReceiptDraft draft;
+  FolderPatience patience;
   AskedLists lists;
   NameScan scan;
   std::vector<Lookup> kinds;  // as in draft.kinds; without names
@@ -188,13 +191,16 @@ void ReceiptRecorder::State::NotePath() {
 /// cease to.
 void ReceiptRecorder::State::NoteLinks(std::uint32_t place, const FolderListing& listing) {
   for (const auto& link : listing.links) {
-    const auto standing =
-        LookAtFile(PathBelow(draft.PathOf(place), link.name), LookupRules::Files::Regular);
-    if ((standing == Standing::Folder) != (link.target == LinkTarget::Folder)) {
-      draft.pathIsUncertain = true;  // the link has changed since it was listed
-    }
+    const auto standing = patience.Ask(place, [path = PathBelow(draft.PathOf(place), link.name)] {
+      return LookAtFile(path, LookupRules::Files::Regular);
+    });
+    // Otherwise the link has changed since it was listed, or the disk does not say.
+    const bool isAsListed =
+        standing && (*standing == Standing::Folder) == (link.target == LinkTarget::Folder);
+    draft.pathIsUncertain = draft.pathIsUncertain || !isAsListed;
+    if (!standing) continue;
     draft.files.emplace_back(kWholePath, place, draft.AddText(std::string_view(link.name)),
-                             static_cast<std::uint8_t>(standing));
+                             static_cast<std::uint8_t>(*standing));
   }
 }
 
