@@ -93,8 +93,9 @@ std::shared_ptr<const RuledPath> ApplyRules(const WorkingFolder& workingFolder,
   if (options.rules.foldersHaveMeaning) return nullptr;
   const EnvironmentOptions quoteOptions{
       .folders = options.quoteFolders, .rules = options.rules, .timeout = options.timeout};
-  return std::make_shared<const RuledPath>(
-      view, options.rules, Locate(workingFolder, quoteOptions, source), source, workingFolder);
+  return std::make_shared<const RuledPath>(view, options.rules,
+                                           Locate(workingFolder, quoteOptions, source), source,
+                                           workingFolder, options.timeout);
 }
 
 std::shared_ptr<const PackageRegistry> ReadPackages(const std::optional<AnyText>& root,
@@ -118,10 +119,11 @@ AbsoluteIRI LocateAsker(const PathView& view, const WorkingFolder& workingFolder
 }
 
 /// Who asks, on a path with rules under which folders have no meaning.
-RuledPath::Asker AskerByRules(const WorkingFolder& workingFolder, const Lookup& lookup) {
+RuledPath::Asker AskerByRules(const RuledPath& path, const WorkingFolder& workingFolder,
+                              const Lookup& lookup) {
   const auto locate = [&](const std::optional<AnyText>& text) {
     std::optional<AbsoluteIRI> folder;
-    if (text) RuledPath::CheckFolder(folder.emplace(workingFolder.Locate(*text)));
+    if (text) path.CheckFolder(folder.emplace(workingFolder.Locate(*text)));
     return folder;
   };
   if (lookup.afterFolder) return {.after = locate(lookup.afterFolder)};
@@ -216,7 +218,7 @@ boost::optional<FoundItem> Environment::Find(Lookup lookup) const {
 
 boost::optional<FoundItem> Environment::FindAsAsked(Lookup lookup) const {
   if (ruled != nullptr) {
-    const auto asker = AskerByRules(workingFolder, lookup);
+    const auto asker = AskerByRules(*ruled, workingFolder, lookup);
     return ruled->Find(TargetOf(lookup), asker);
   }
   // The shortest way for most questions: no asking folder, and a name that is moved, not copied.
@@ -239,7 +241,7 @@ std::optional<OpenedFile> Environment::Open(Lookup lookup) const {
 
 std::vector<FoundItem> Environment::FindAll(const Lookup& lookup) const {
   if (ruled != nullptr) {
-    return ruled->FindAll(TargetOf(lookup), AskerByRules(workingFolder, lookup));
+    return ruled->FindAll(TargetOf(lookup), AskerByRules(*ruled, workingFolder, lookup));
   }
   return FindAllFiles(*view, AskerOf(lookup), TargetOf(lookup), lookup.policy,
                       /*observer=*/nullptr);
@@ -247,14 +249,15 @@ std::vector<FoundItem> Environment::FindAll(const Lookup& lookup) const {
 
 std::vector<MatchingName> Environment::FindMatching(const Lookup& lookup) const {
   if (ruled != nullptr) {
-    return FindMatchingNamesByRules(*ruled, TargetOf(lookup), AskerByRules(workingFolder, lookup));
+    return FindMatchingNamesByRules(*ruled, TargetOf(lookup),
+                                    AskerByRules(*ruled, workingFolder, lookup));
   }
   return FindMatchingNames(*view, AskerOf(lookup), TargetOf(lookup), lookup.policy);
 }
 
 Explanation Environment::Explain(const Lookup& lookup) const {
   if (ruled != nullptr) {
-    return ExplainByRules(*ruled, TargetOf(lookup), AskerByRules(workingFolder, lookup));
+    return ExplainByRules(*ruled, TargetOf(lookup), AskerByRules(*ruled, workingFolder, lookup));
   }
   return ExplainLookup(*view, AskerOf(lookup), TargetOf(lookup), lookup.policy);
 }

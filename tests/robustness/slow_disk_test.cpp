@@ -173,6 +173,29 @@ TEST_F(SlowDiskTest, ReceiptsWaitNoLonger) {
   }
 }
 
+TEST_F(SlowDiskTest, AskingFoldersAreWaitedForNoLonger) {
+  options.timeout = milliseconds(500);
+  options.rules = kIncludeRules;
+  options.folders.resize(2);
+  const Environment environment(options);
+  const auto found = [&](const char* from, const char* after) {
+    Lookup lookup{.name = u"area.zt"};
+    if (from != nullptr) lookup.fromFolder = tree.Text(from);
+    if (after != nullptr) lookup.afterFolder = tree.Text(after);
+    const auto file = environment.Find(lookup);
+    return file ? Shown(std::vector{*file}, tree) : "none";
+  };
+  disk.Silence("/f105/");  // what is in the folder, but not the folder itself
+  EXPECT_EQ(found("f105", nullptr), "f100/area.zt");
+  EXPECT_EQ(found("f106", nullptr), "f106/area.zt") << "another folder";
+  disk.Silence("/f107");
+  EXPECT_THROW(static_cast<void>(found("f107", nullptr)),
+               current_working_folder::FailedToAbsolutizeException);
+  EXPECT_THROW(static_cast<void>(found(nullptr, "f107")),
+               current_working_folder::FailedToAbsolutizeException);
+  EXPECT_EQ(found(nullptr, "f100"), "f101/area.zt");
+}
+
 TEST_F(SlowDiskTest, QuoteFoldersAreWaitedForNoLonger) {
   options = {.folders = {tree.Text("f100")},
              .rules = kIncludeRules,

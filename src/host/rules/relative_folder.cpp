@@ -174,17 +174,17 @@ RelativeFolder::Sight RelativeFolder::LookInLocked(std::size_t root, std::string
   return sight;
 }
 
-Standing RelativeFolder::FindStanding(std::size_t root, std::string_view file) const {
+Standing RelativeFolder::FindStanding(std::size_t root, std::string_view file) {
   if (isListed && !IsAlwaysAsked(root)) {
     if (entries[root] == nullptr || !StateOf(*entries[root]).FileNamed(file)) {
       return Standing::Absent;
     }
     if (files == LookupRules::Files::Regular) return Standing::Counts;
   }
-  const auto standing =
-      StateOf(*roots.GetFolders()[root]).AskDisk([path = PathOf(root, file), counted = files] {
-        return LookAtFile(path, counted);
-      });
+  const auto& waitedFor = roots.AreOnManyDisks() ? EntryOf(root) : roots.GetFolders()[root];
+  const auto standing = StateOf(*waitedFor).AskDisk([path = PathOf(root, file), counted = files] {
+    return LookAtFile(path, counted);
+  });
   if (!standing) return Standing::Absent;  // the disk has not answered in time
   // A root that cannot be seen to be a folder is as if it were not on the path: it ends no search.
   return standing == Standing::NotReachable && !roots.IsFolder(root) ? Standing::Absent : *standing;

@@ -92,7 +92,7 @@ class RelativeFolder {
   [[nodiscard]] bool IsAlwaysAsked(std::size_t root) const;
   [[nodiscard]] Answer AskRoots(std::size_t begin, std::string_view file);
   [[nodiscard]] Sight LookInLocked(std::size_t root, std::string_view file);
-  [[nodiscard]] Standing FindStanding(std::size_t root, std::string_view file) const;
+  [[nodiscard]] Standing FindStanding(std::size_t root, std::string_view file);
   [[nodiscard]] const Match& Keep(std::size_t root, std::string_view file);
   [[nodiscard]] const std::shared_ptr<const FolderEntry>& EntryOf(std::size_t root);
   [[nodiscard]] std::string PathOf(std::size_t root, std::string_view file) const;

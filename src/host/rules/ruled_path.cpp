@@ -26,11 +26,6 @@ using current_working_folder::AbsolutizeError;
 using Sight = RelativeFolder::Sight;
 using Separator = LookupRules::Separator;
 
-SearchRoots RootOfFileSystem() {
-  const auto root = foundation::storage::vfs::toAbsoluteIRI(u"file", u"/");
-  return {{CreateMainFolder(root, /*source=*/nullptr)}, /*listingSource=*/nullptr};
-}
-
 FolderEntries EntriesOf(const GivenFolders& given) {
   FolderEntries entries;
   for (const auto& folder : given.folders) {
@@ -91,16 +86,17 @@ std::string_view Trimmed(std::string_view name) {
 
 RuledPath::RuledPath(std::shared_ptr<const PathView> pathView, const LookupRules& lookupRules,
                      GivenFolders quoteFolders, const std::shared_ptr<const ListingSource>& source,
-                     const WorkingFolder& folder)
+                     const WorkingFolder& folder, DiskPatience::Limit timeout)
     : view(std::move(pathView)),
       rules(lookupRules),
       workingFolder(folder),
+      limit(timeout),
       unlocatedQuotes(std::move(quoteFolders.unlocated)),
       onPath(std::make_shared<RelativeLookup>(
           SearchRoots(view->GetFolderPath().GetMainFolders(), source), rules.files)),
       quoted(std::make_shared<RelativeLookup>(SearchRoots(EntriesOf(quoteFolders), source),
                                               rules.files)),
-      everywhere(std::make_shared<RelativeLookup>(RootOfFileSystem(), rules.files)) {}
+      everywhere(std::make_shared<RelativeLookup>(SearchRoots::OfFileSystem(limit), rules.files)) {}
 
 std::shared_ptr<const RuledPath> RuledPath::WithOthersAnew() const {
   const auto anew = std::make_shared<RuledPath>(*this);
@@ -197,7 +193,7 @@ std::vector<RuledPath::Place> RuledPath::FindPlaces(const Target& target,
     return places;
   }
   if (asker.from && !asker.after && rules.separator == Separator::FileBelow) {
-    places.push_back({.folder = CreateMainFolder(*asker.from, /*source=*/nullptr),
+    places.push_back({.folder = CreateMainFolder(*asker.from, /*source=*/nullptr, limit),
                       .isOnPath = false,
                       .lookup = everywhere.get(),
                       .root = 0,
@@ -247,7 +243,7 @@ void RuledPath::AddPlaces(RelativeLookup& lookup, std::vector<Place>& places) {
 /// among the folders of the path. Removes nothing when no place is at `folder`.
 void RuledPath::RemoveUpTo(const AbsoluteIRI& folder, std::vector<Place>& places) const {
   const AbsoluteIRI wanted =
-      CreateMainFolder(folder, /*source=*/nullptr)->GetCanonicalAbsoluteIRI();
+      CreateMainFolder(folder, /*source=*/nullptr, limit)->GetCanonicalAbsoluteIRI();
   // A place that cannot be reached, such as "locked/../include", may have the canonical location of
   // another folder, but is not that folder.
   const auto isFolder = [](const Place& place) {
@@ -294,8 +290,9 @@ PathEntries RuledPath::FindFolders(const ustring& name) const {
   PlaceFilter filter(*view);
   const bool isFull = name.starts_with(u'/');
   // Used for a full name only; "/" stands in for others, since it can always be located.
-  const AbsoluteIRI full = CreateMainFolder(WorkingFolder().Locate(isFull ? name : u"/"), nullptr)
-                               ->GetCanonicalAbsoluteIRI();
+  const AbsoluteIRI full =
+      CreateMainFolder(WorkingFolder().Locate(isFull ? name : u"/"), nullptr, limit)
+          ->GetCanonicalAbsoluteIRI();
   std::string relative(Trimmed(BytesFromText(name).value_or("")));
   while (relative.ends_with('/')) relative.pop_back();
   for (const Place& place : GetPlacesOnPath()) {
@@ -310,9 +307,9 @@ PathEntries RuledPath::FindFolders(const ustring& name) const {
   return found;
 }
 
-void RuledPath::CheckFolder(const AbsoluteIRI& folder) {
-  const auto path = fl::filesystem::detail::NativeBytes(folder);
-  const auto reason = path ? AskReason(*path) : AbsolutizeError::InvalidText;
+void RuledPath::CheckFolder(const AbsoluteIRI& folder) const {
+  const auto entry = CreateMainFolder(folder, /*source=*/nullptr, limit);
+  const auto reason = FindReason(*entry, folder);
   if (reason) throw current_working_folder::FailedToAbsolutizeException(*reason);
 }
 

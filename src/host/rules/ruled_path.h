@@ -1,6 +1,7 @@
 #ifndef SEARCHPATH_SRC_HOST_RULES_RULED_PATH_H
 #define SEARCHPATH_SRC_HOST_RULES_RULED_PATH_H
 
+#include "host/common/disk_patience.h"
 #include "host/common/held_hash.h"
 #include "host/path/path_view.h"
 #include "host/rules/relative_lookup.h"
@@ -50,10 +51,11 @@ class RuledPath {
   /// Quote folders are those that a compiler searches only for headers in quotes: they are asked
   /// before the path when the question has an asker, `from` or `after`. Listings come from
   /// `source`; from the disk when that is null. A relative name for which `SaysWhichFile` is true
-  /// is that of a file below `folder`.
+  /// is that of a file below `folder`. `timeout` says how long to wait for the disk about folders
+  /// that are neither on the path nor quote folders: see `DiskPatience`.
   RuledPath(std::shared_ptr<const PathView> pathView, const LookupRules& lookupRules,
             GivenFolders quoteFolders, const std::shared_ptr<const ListingSource>& source,
-            const WorkingFolder& folder);
+            const WorkingFolder& folder, DiskPatience::Limit timeout);
 
   /// A copy that shares what is remembered of the folders of the path, but remembers nothing of
   /// others: quote folders, the folders of askers and of files given by location.
@@ -107,8 +109,9 @@ class RuledPath {
   [[nodiscard]] static std::optional<current_working_folder::AbsolutizeError> FindProblem(
       const Place& place);
 
-  /// Errors: `FailedToAbsolutizeException` when no folder that can be searched is at `folder`.
-  static void CheckFolder(const AbsoluteIRI& folder);
+  /// Errors: `FailedToAbsolutizeException` when no folder that can be searched is at `folder`, or
+  /// the disk does not answer in time.
+  void CheckFolder(const AbsoluteIRI& folder) const;
 
   /// The folders that a name denotes, in path order. A name that begins with a separator denotes
   /// the folder of the path at that location. Any other denotes the folders of that relative name
@@ -137,6 +140,7 @@ class RuledPath {
   const std::shared_ptr<const PathView> view;
   const LookupRules rules;
   const WorkingFolder workingFolder;
+  const DiskPatience::Limit limit;
   const std::vector<FolderProblem> unlocatedQuotes;
   // Shared with copies. `WithOthersAnew` gives its copy a `quoted` and an `everywhere` of its own.
   const std::shared_ptr<RelativeLookup> onPath;

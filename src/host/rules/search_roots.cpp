@@ -23,6 +23,14 @@ SearchRoots::SearchRoots(FolderEntries rootFolders,
   }
 }
 
+SearchRoots SearchRoots::OfFileSystem(DiskPatience::Limit limit) {
+  const auto root = foundation::storage::vfs::toAbsoluteIRI(u"file", u"/");
+  SearchRoots roots({CreateMainFolder(root, /*source=*/nullptr, limit)},
+                    /*listingSource=*/nullptr);
+  roots.areOnManyDisks = true;
+  return roots;
+}
+
 std::string SearchRoots::PathOf(std::size_t root, std::string_view relative) const {
   std::string path;
   path.reserve(paths[root].size() + relative.size());
@@ -37,12 +45,17 @@ SearchRoots SearchRoots::WithEntriesAnew() const {
     anew.push_back(
         state.IsGivenUp() ? folder : CreateMainFolder(state.Location(), source, state.GetLimit()));
   }
-  return {std::move(anew), source};
+  SearchRoots roots(std::move(anew), source);
+  roots.areOnManyDisks = areOnManyDisks;
+  return roots;
 }
 
 bool SearchRoots::IsFolder(std::size_t root) const {
-  struct stat status = {};
-  return stat(paths[root].c_str(), &status) == 0 && S_ISDIR(status.st_mode);
+  const auto ask = [path = paths[root]] {
+    struct stat status = {};
+    return stat(path.c_str(), &status) == 0 && S_ISDIR(status.st_mode);
+  };
+  return StateOf(*folders[root]).AskDisk(ask).value_or(false);
 }
 
 std::shared_ptr<const FolderEntry> SearchRoots::CreateFolder(std::size_t root,

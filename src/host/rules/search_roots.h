@@ -1,6 +1,7 @@
 #ifndef SEARCHPATH_SRC_HOST_RULES_SEARCH_ROOTS_H
 #define SEARCHPATH_SRC_HOST_RULES_SEARCH_ROOTS_H
 
+#include "host/common/disk_patience.h"
 #include "searchpath/host/folder_entry.h"
 
 #include <memory>
@@ -18,6 +19,13 @@ class SearchRoots {
   /// Listings come from `listingSource`; from the disk when that is null.
   SearchRoots(FolderEntries rootFolders, std::shared_ptr<const ListingSource> listingSource);
 
+  /// "/" as the only root, for folders that may be on any disk. `limit` says how long to wait for
+  /// the disk: see `DiskPatience`.
+  [[nodiscard]] static SearchRoots OfFileSystem(DiskPatience::Limit limit);
+  /// Whether each folder is waited for on its own, since they may be on different disks. Otherwise
+  /// a root is given up with all folders below it.
+  [[nodiscard]] bool AreOnManyDisks() const noexcept { return areOnManyDisks; }
+
   [[nodiscard]] std::size_t size() const noexcept { return folders.size(); }
   [[nodiscard]] const FolderEntries& GetFolders() const noexcept { return folders; }
 
@@ -29,7 +37,8 @@ class SearchRoots {
   /// not answered in time keeps its entry, so that nobody waits for it again.
   [[nodiscard]] SearchRoots WithEntriesAnew() const;
 
-  /// Whether there is a folder at a root, searchable or not.
+  /// Whether there is a folder at a root, searchable or not. No when the disk does not say so in
+  /// time.
   [[nodiscard]] bool IsFolder(std::size_t root) const;
 
   /// An entry for the folder called `relative` below a root; the root's own entry when
@@ -41,6 +50,7 @@ class SearchRoots {
   FolderEntries folders;
   std::vector<std::string> paths;  // native, each ended by "/"
   std::shared_ptr<const ListingSource> source;
+  bool areOnManyDisks = false;
 };
 
 }  // namespace Corvane::PathManagement::host
