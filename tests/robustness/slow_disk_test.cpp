@@ -173,6 +173,24 @@ TEST_F(SlowDiskTest, ReceiptsWaitNoLonger) {
   }
 }
 
+TEST_F(SlowDiskTest, RefreshedFoldersAreWaitedForNoLonger) {
+  options.timeout = milliseconds(500);
+  options.folders.resize(2);
+  const FolderEntries folders = Environment(options).GetMainFolders();
+  for (const auto& folder : folders) EXPECT_EQ(folder->GetItemCount(), 2U);
+  const AbsoluteIRI silent = tree.IRI("f101");
+  const ChangedFolders changed(std::vector{silent});
+  disk.Silence("/f101");
+  for (const FolderEntries& refreshed :
+       {RefreshFolders(folders), RefreshFolders(folders, changed),
+        RearrangeFolders({folders.front()}, {folders.front()->GetAbsoluteIRI(), silent})}) {
+    ASSERT_EQ(refreshed.size(), 2U);
+    EXPECT_EQ(refreshed.front()->GetItemCount(), 2U);
+    EXPECT_EQ(refreshed.back()->GetItemCount(), 0U);
+    EXPECT_EQ(Missing(refreshed.back()->GetProblems()), "f101");
+  }
+}
+
 TEST_F(SlowDiskTest, AskingFoldersAreWaitedForNoLonger) {
   options.timeout = milliseconds(500);
   options.rules = kIncludeRules;

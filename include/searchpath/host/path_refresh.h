@@ -23,6 +23,8 @@ namespace Corvane::PathManagement::host {
 // disk when it is; an entry with a listing that is used `AsSaved` is not idle. Between two idle
 // entries of a folder nothing is compared, and the folder is unchanged: neither has shown anything
 // that could differ.
+//
+// Where an `Environment` has given the old folders a time limit, new entries have it as well.
 
 /// The main folders of a new path: entries for `locations`, in the same order. A location that is
 /// among `oldFolders`, the main folders of the old path, takes its entry from there: the n-th

@@ -143,6 +143,11 @@ class Counterparts {
   std::vector<Index> next;  // of each entry: the next one with the same key
 };
 
+/// A new entry for the same location, with the same time limit.
+Folder CreateAnew(const FolderEntry& old) {
+  return CreateMainFolder(old.GetAbsoluteIRI(), /*source=*/nullptr, StateOf(old).GetLimit());
+}
+
 AbsoluteIRI LocationOf(const FolderEntry& folder) { return folder.GetAbsoluteIRI(); }
 AbsoluteIRI IdentityOf(const FolderEntry& folder) { return folder.GetCanonicalAbsoluteIRI(); }
 
@@ -151,11 +156,15 @@ AbsoluteIRI IdentityOf(const FolderEntry& folder) { return folder.GetCanonicalAb
 FolderEntries RearrangeFolders(const FolderEntries& oldFolders,
                                const std::vector<AbsoluteIRI>& locations) {
   Counterparts counterparts(oldFolders, LocationOf);
+  // All folders of a path have the same limit.
+  const auto limit =
+      oldFolders.empty() ? DiskPatience::Limit() : StateOf(*oldFolders.front()).GetLimit();
   FolderEntries rearranged;
   rearranged.reserve(locations.size());
   for (const AbsoluteIRI& location : locations) {
     Folder old = counterparts.Take(location);
-    rearranged.push_back(old != nullptr ? std::move(old) : FolderEntry::Create(location));
+    rearranged.push_back(old != nullptr ? std::move(old)
+                                        : CreateMainFolder(location, /*source=*/nullptr, limit));
   }
   return rearranged;
 }
@@ -163,8 +172,7 @@ FolderEntries RearrangeFolders(const FolderEntries& oldFolders,
 FolderEntries RefreshFolders(const FolderEntries& oldFolders) {
   FolderEntries refreshed = oldFolders;
   ForEachInParallel(refreshed.size(), [&](std::size_t at) {
-    const Folder fresh = FolderEntry::Create(refreshed[at]->GetAbsoluteIRI());
-    refreshed[at] = FolderMerge(fresh, refreshed[at]).Result();
+    refreshed[at] = FolderMerge(CreateAnew(*refreshed[at]), refreshed[at]).Result();
   });
   return refreshed;
 }
@@ -178,8 +186,7 @@ FolderEntries RefreshFolders(const FolderEntries& oldFolders, const ChangedFolde
   ForEachInParallel(affected.size(), [&](std::size_t index) {
     Folder& folder = refreshed[affected[index]];
     // A changed folder gets a new entry, since a link on the way to it may lead elsewhere by now.
-    const Folder fresh =
-        changed.Contains(*folder) ? FolderEntry::Create(folder->GetAbsoluteIRI()) : folder;
+    const Folder fresh = changed.Contains(*folder) ? CreateAnew(*folder) : folder;
     folder = FolderMerge(fresh, folder, &changed).Result();
   });
   return refreshed;
