@@ -223,10 +223,19 @@ TEST_F(FolderPathTest, ManyFoldersNeedFewDescriptors) {
   }
 }
 
+/// The same entries as a path that derives from `PathBase`.
+struct SamePath : PathBase {
+  explicit SamePath(const IPath& path) : entries(path.GetMainEntries()) {}
+  std::shared_ptr<const PathEntries> GetMainEntries() const override { return entries; }
+
+  std::shared_ptr<const PathEntries> entries;
+};
+
 TEST_F(FolderPathTest, AMethodEntryIsFoundBeforeAFileBehindIt) {
   tree.Files({"one/@only.zt/other.zt", "one/@fn.zt/fn.zt", "zero/@method.zt/method.zt",
-              "two/method.zt", "three/@method.zt/method.zt"});
+              "two/method.zt", "three/@method.zt/method.zt", "one/@cls/far.zt", "two/far.zt"});
   tree.Link("../one/@cls", "zero/@fn.zt");
+  tree.Link("../one/@cls", "zero/@far.zt");
   const FolderPath wide(
       {FolderEntry::Create(tree.IRI("zero")), one, two, FolderEntry::Create(tree.IRI("three"))});
   const auto find = [&](const ustring& name, FilenameMatchingPolicy policy) {
@@ -236,12 +245,15 @@ TEST_F(FolderPathTest, AMethodEntryIsFoundBeforeAFileBehindIt) {
     const auto answer = shown(FindFirstFileVisibleOnPath(wide, name, policy));
     EXPECT_EQ(answer, shown(wide.FindVisible(SearchTarget(name), policy)));
     EXPECT_EQ(answer, shown(FindFirstFileVisibleOnPath(wide, SearchTarget(name), policy)));
+    EXPECT_EQ(answer,
+              shown(FindFirstFileVisibleOnPath(SamePath(wide), SearchTarget(name), policy)));
     return answer;
   };
   for (int question = 0; question < 8; ++question) {  // the later ones with an index
     EXPECT_EQ(find(u"method.zt", kExact), "zero/@method.zt/method.zt");
     EXPECT_EQ(find(u"fn.zt", kExact), "one/fn.zt");
     EXPECT_EQ(find(u"only.zt", kExact), "two/only.zt");
+    EXPECT_EQ(find(u"far.zt", kExact), "zero/@far.zt/far.zt");
     EXPECT_EQ(find(u"FN.zt", kExact), "");
     EXPECT_EQ(find(u"FN.zt", kIgnore), "one/fn.zt");
     EXPECT_EQ(find(u"two/only.zt", kExact), "two/only.zt");
