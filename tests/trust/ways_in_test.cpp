@@ -258,7 +258,17 @@ TEST(TrustTest, NamesThatAnEarlierFolderAnswersAreOutOfReach) {
            {kFile, "/lib/plot.zt"},
            {kFile, "/lib/area.zt"}},
           {u"/sticky", u"/lib"},
-          "writable /sticky /sticky everyone: area.zt\n"}},
+          "writable /sticky /sticky everyone: area.zt\n"},
+         {{{kFolder, "/sticky", "", 0, 0, 01777},
+           {kLink, "/sticky/plot.zt", "/lib/plot.zt", test::kMallory},
+           {kLink, "/sticky/area.zt", "/lib/area.zt"},
+           {kFolder, "/lib"},
+           {kFile, "/lib/plot.zt"},
+           {kFile, "/lib/area.zt"},
+           {kFile, "/lib/axes.zt"}},
+          {u"/sticky", u"/lib"},
+          "writable /sticky /sticky everyone: axes.zt\n"
+          "parent-writable /sticky /sticky user mallory: plot.zt\n"}},
         true);
 }
 

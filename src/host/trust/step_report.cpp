@@ -14,8 +14,9 @@ void StepReport::BeginPart(ustring text) {
 void StepReport::ReportSteps(const std::vector<PathStep>& steps, const std::string& folder,
                              const std::vector<NameScope>& scopes) {
   for (const PathStep& step : steps) {
-    if (searchedFolders.contains(step.folder->path)) continue;
-    if (step.object) {
+    if (searchedFolders.contains(step.folder->path)) {
+      ReportOwnersOfStickyLink(step, folder, scopes);
+    } else if (step.object) {
       findings.Add(TrustKind::ParentWritable, folder, step.folder->path,
                    search.FindReplacers(*step.folder, *step.object).Join(), scopes);
     } else {
@@ -23,6 +24,16 @@ void StepReport::ReportSteps(const std::vector<PathStep>& steps, const std::stri
                    search.FindCreators(*step.folder).Join(), scopes);
     }
   }
+}
+
+/// Reports who can replace a link in a sticky folder, apart from those whom `ReportFolder` names as
+/// the owners of the folder. The owners of files and folders are reported with these themselves.
+void StepReport::ReportOwnersOfStickyLink(const PathStep& step, const std::string& folder,
+                                          const std::vector<NameScope>& scopes) {
+  const bool isSticky = (step.folder->facts.mode & S_ISVTX) != 0;
+  if (!isSticky || !step.object || !S_ISLNK(step.object->mode)) return;
+  findings.Add(TrustKind::ParentWritable, folder, step.folder->path,
+               search.FindReplacers(*step.folder, *step.object).others, scopes);
 }
 
 void StepReport::ReportFolder(const PassedFolder& searched, const std::string& folder,

@@ -21,8 +21,9 @@ class StepReport {
   /// As `FindingList::BeginPart`.
   void BeginPart(ustring text);
 
-  /// Reports who can replace what stands at each step, or make it when nothing stands there. Leaves
-  /// out steps in folders that `ReportFolder` has reported in this part.
+  /// Reports who can replace what stands at each step, or make it when nothing stands there. In a
+  /// folder that `ReportFolder` has reported in this part, only the owner of a link is reported, if
+  /// the folder is sticky: the owner can replace that link and no other.
   void ReportSteps(const std::vector<PathStep>& steps, const std::string& folder,
                    const std::vector<NameScope>& scopes);
 
@@ -40,6 +41,9 @@ class StepReport {
                   const std::vector<NameScope>& scopes);
 
  private:
+  void ReportOwnersOfStickyLink(const PathStep& step, const std::string& folder,
+                                const std::vector<NameScope>& scopes);
+
   IntruderSearch search;
   FindingList& findings;
   std::set<std::string> searchedFolders;  // as `ReportFolder` met them in this part; without links
