@@ -1,6 +1,7 @@
 #include "searchpath/host/opened_file.h"
 
 #include "searchpath/host/environment.h"
+#include "support/refused_calls.h"
 #include "trust/thing.h"
 
 #include <fcntl.h>
@@ -74,6 +75,22 @@ TEST(OpenedFileTest, TheRootIsAFolderLikeAnyOther) {
     const auto file = Environment({u"/"}).Open({.name = u"plot.zt"});
     const auto findings = file->ExamineTrust({.user = test::kOwner});
     return findings.size() == 1 && findings[0].folder == u"/" ? "" : "not found in \"/\"";
+  });
+}
+
+TEST(OpenedFileTest, AMissingDescriptorIsReportedAsThat) {
+  if (!test::CanBecomeOthers()) return;
+  test::InSmallMachine([] {
+    test::Make({test::Thing::Type::File, "/plot.zt"});
+    const Environment environment({u"/"});
+    constexpr unsigned kLinuxCommands = 1024;  // the bit in F_DUPFD_CLOEXEC that most others lack
+    test::Refusing(SYS_fcntl, 1, kLinuxCommands, EMFILE)();
+    try {
+      static_cast<void>(environment.Open({.name = u"plot.zt"}));
+    } catch (const std::system_error& error) {
+      return error.code().value() == EMFILE ? std::string() : error.code().message();
+    }
+    return std::string("no error");
   });
 }
 

@@ -137,6 +137,7 @@ WalkedPath WalkPath(std::string_view path) { return Walker(nullptr, Descriptor(-
 WalkedPath WalkPath(std::shared_ptr<const PassedFolder> folder, const Descriptor& descriptor,
                     std::string_view path) {
   Descriptor copy(fcntl(descriptor.Get(), F_DUPFD_CLOEXEC, 0));
+  if (!copy.IsOpen()) return {.error = LastError()};
   return Walker(std::move(folder), std::move(copy), path).Run();
 }
 
