@@ -423,7 +423,7 @@ TEST(PathEntryFactoryTest, ServesAsTheToolboxCache) {
                         PathEntryFactory(FoldersIn(tree, {"box"})));
   PathEntryFactory factory;
   LoadToolboxPathCache(tree.Text("cache"), tree.Text(), factory);
-  for (const std::string bad : {"box/f", "fifo", "box", "none"}) {
+  for (const std::string& bad : Names{"box/f", "fifo", "box", "none", {"box\0f", 5}}) {
     EXPECT_THROW(LoadToolboxPathCache(tree.Text(bad), tree.Text(), factory),
                  ToolboxCacheWrongFormatException);
     EXPECT_THROW(static_cast<void>(LoadListing(tree.Text(bad))), InvalidListingException) << bad;

@@ -275,6 +275,7 @@ TEST_F(ReceiptTest, RefusesEveryCutAndEveryFlippedBit) {
   }
   EXPECT_THROW((void)Receipt::Load(tree.Text("lib")), host::InvalidListingException);
   EXPECT_THROW((void)Receipt::Load(tree.Text("none")), host::InvalidListingException);
+  EXPECT_THROW((void)Receipt::Load(ustring{0xD800}), host::InvalidListingException);
 }
 
 TEST_F(ReceiptTest, ADepfileNamesFilesAndFoldersThatExist) {

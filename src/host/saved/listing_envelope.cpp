@@ -101,12 +101,14 @@ ListingBody ReadBody(std::istream& stream, std::size_t size) {
 }
 
 /// Why `file`, whose stream is not open, cannot be read: the stream opens regular files only.
-std::string ErrorOf(const fl::filesystem::ifstream& stream, const fl::filesystem::path& file) {
+std::string ErrorOf(const fl::filesystem::ifstream& stream, const fl::filesystem::path& file) try {
   struct stat status = {};
   const bool exists =
       stat(fl::filesystem::detail::NativeBytes(file.native()).c_str(), &status) == 0;
   return exists && !S_ISREG(status.st_mode) ? "it is not a regular file"
                                             : stream.openError().message();
+} catch (const std::system_error& invalidName) {
+  return invalidName.code().message();  // no file can be called so
 }
 
 }  // namespace
