@@ -27,6 +27,7 @@ TEST_F(RulesTest, WhichAnswersAsAShellDoes) {
        "searchpath: no file called `draw` on the path; `$T/p/draw` may not be executed\n",
        ""},
       {"PATH=p s which", 1, "", ""},
+      {"(unset PATH; s which draw)", 2, "PATH is not set; export it\n", ""},
       {"PATH=p s which --strict x", 2, "unknown option", ""},
       {"mkdir @a '~'; cp -p q/draw @a; cp -p q/draw '~'/home; PATH=@a:~ s which draw; "
        "PATH='~' s which home",

@@ -4,6 +4,8 @@
 #include "output.h"
 #include "path_source.h"
 
+#include <cstdlib>
+
 namespace Corvane::PathManagement::tool {
 
 namespace {
@@ -35,6 +37,9 @@ Outcome RunWhich(const Arguments& arguments) {
   outputOptions.AddTo(commandLine);
   outputOptions.AddExitCodeTo(commandLine);
   if (!commandLine.Parse(arguments)) return Outcome::Done;
+  if (std::getenv("PATH") == nullptr) {
+    throw UsageError("the variable PATH is not set; export it");  // there is no --path here
+  }
   path.as = "program";
   path.quiet = true;  // shells skip what they cannot search, too
   const Output output(outputOptions);
