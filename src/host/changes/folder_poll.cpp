@@ -18,14 +18,14 @@ constexpr std::int64_t kCoarsestTimes = 2;  // in seconds: the steps of times on
 }  // namespace
 
 FolderPoll::State FolderPoll::State::Of(const AbsoluteIRI& location) {
+  timespec now = {};
+  clock_gettime(CLOCK_REALTIME, &now);  // first: a change after the look is then young, too
   const auto path = NativeBytes(location);
   const Descriptor opened = OpenPath(path.value_or(""), O_PATH);  // "" does not exist
   struct stat status = {};
   if (!opened.IsOpen() || fstat(opened.Get(), &status) != 0) {
     return {.facts = {errno, 0, 0, 0, 0, 0}, .isYoung = false};
   }
-  timespec now = {};
-  clock_gettime(CLOCK_REALTIME, &now);
   return {.facts = {static_cast<std::int64_t>(status.st_dev),
                     static_cast<std::int64_t>(status.st_ino), status.st_mtim.tv_sec,
                     status.st_mtim.tv_nsec, status.st_ctim.tv_sec, status.st_ctim.tv_nsec},
