@@ -32,10 +32,12 @@ basic_diagnostic_logger::basic_diagnostic_logger(std::string_view loggerName)
 
 basic_diagnostic_logger::~basic_diagnostic_logger() = default;
 
-// Made when the first logger needs it, so that static loggers may be made in any order.
+// Made when the first logger needs it and never destroyed, so that static loggers may be made and
+// destroyed in any order, and still be used meanwhile.
 const std::shared_ptr<basic_diagnostic_logger::SharedSink>& basic_diagnostic_logger::CommonSink() {
-  static const auto commonSink = std::make_shared<SharedSink>();
-  return commonSink;
+  static const auto* const commonSink =
+      new std::shared_ptr<SharedSink>(std::make_shared<SharedSink>());
+  return *commonSink;
 }
 
 bool basic_diagnostic_logger::IsHeard() const noexcept { return sharedSink->IsThere(); }
