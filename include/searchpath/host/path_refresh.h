@@ -86,7 +86,8 @@ class SEARCHPATH_EXPORT ChangedFolders {
 /// again. A special folder that `changed` does not contain keeps its listing, even below a folder
 /// that `changed` contains.
 ///
-/// Cost: asks the disk about the folders of `changed` alone, on several threads.
+/// Cost: asks the disk about the folders of `changed`, on several threads; also resolves the
+/// canonical locations of main folders of which they are not known yet.
 [[nodiscard]] SEARCHPATH_EXPORT FolderEntries RefreshFolders(const FolderEntries& oldFolders,
                                                              const ChangedFolders& changed);
 

@@ -179,6 +179,7 @@ FolderEntries RefreshFolders(const FolderEntries& oldFolders) {
 
 FolderEntries RefreshFolders(const FolderEntries& oldFolders, const ChangedFolders& changed) {
   FolderEntries refreshed = oldFolders;
+  IdentifyAll(refreshed);  // at once, since `Affect` would resolve the locations one by one
   std::vector<std::size_t> affected;
   for (std::size_t at = 0; at < refreshed.size(); ++at) {
     if (changed.Affect(*refreshed[at])) affected.push_back(at);
