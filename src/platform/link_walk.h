@@ -31,6 +31,8 @@ class LinkWalk {
   [[nodiscard]] std::string_view GetFolder() const noexcept {
     return std::string_view(resolved).substr(0, parentLength);
   }
+  /// The present name. Precondition: there is one: `Next` has returned true, and `Follow` has not
+  /// been called since.
   [[nodiscard]] std::string_view GetName() const noexcept {
     return std::string_view(resolved).substr(parentLength + 1);
   }
