@@ -120,8 +120,8 @@ class SEARCHPATH_EXPORT ReceiptRecorder {
  public:
   /// Precondition: `environment` outlives this object; its caches, if any, are used
   /// `ListingUse::WhileFresh`.
-  /// Errors: `std::logic_error` for an environment that was made of an `IPath`: a receipt could not
-  /// say how to make it again.
+  /// Errors: `std::logic_error` for an environment that was made of an `IPath`, as a receipt could
+  /// not say how to make it again, or by `Environment::WithoutFiles`.
   explicit ReceiptRecorder(const Environment& environment);
   ReceiptRecorder(const ReceiptRecorder&) = delete;
   ReceiptRecorder& operator=(const ReceiptRecorder&) = delete;

@@ -223,7 +223,8 @@ std::shared_ptr<const ReceiptBody> ReceiptRecorder::State::Finish() {
 
 ReceiptRecorder::ReceiptRecorder(const Environment& environment) {
   if (environment.options == nullptr) {
-    throw std::logic_error("a path that was handed over has no receipts");
+    throw std::logic_error(
+        "there are no receipts of a path that was handed over, or that is without files");
   }
   state = std::make_unique<State>(environment);
 }
