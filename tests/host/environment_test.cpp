@@ -1,9 +1,11 @@
+#include "searchpath/host/receipt.h"
 #include "support/shown.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <sstream>
+#include <stdexcept>
 
 namespace Corvane::PathManagement::host {
 namespace {
@@ -63,6 +65,7 @@ TEST_F(EnvironmentTest, WhatIsHiddenOrComesAgainIsNotShown) {
     };
     EXPECT_EQ(all(foldersOnly), all(environment));
     EXPECT_FALSE(foldersOnly.ForEachFile([](const auto&) { return true; }));
+    EXPECT_THROW((void)foldersOnly.FindWithReceipt({}), std::logic_error);
   }
 }
 
