@@ -34,15 +34,17 @@ TEST(WorkingFolderTest, TextBecomesALocationOrAnError) {
   for (const auto& [text, location] : located) {
     EXPECT_EQ(folder.absolutize(text).getPath(), location) << testing::PrintToString(text);
   }
-  const std::vector<std::pair<ustring, E>> refused = {{u"~nobody-of-this-name/x", E::Absent},
-                                                      {u"", E::InvalidText},
-                                                      {u"http://host/lib", E::InvalidText},
-                                                      {u"file:///%00", E::InvalidText},
-                                                      {ustring(u"a\0b", 3), E::InvalidText},
-                                                      {u"\xD800", E::InvalidText},
-                                                      {u"~\xD800", E::InvalidText},
-                                                      {u"absent", E::Absent},
-                                                      {u"file", E::NotAFolder}};
+  const std::vector<std::pair<ustring, E>> refused = {
+      {u"~nobody-of-this-name/x", E::Absent},
+      {u"", E::InvalidText},
+      {u"http://host/lib", E::InvalidText},
+      {u"file:///%00", E::InvalidText},
+      {ustring(u"a\0b", 3), E::InvalidText},
+      {u"\xD800", E::InvalidText},
+      {u"~\xD800", E::InvalidText},
+      {ustring(u"~root\0x/lib", 11), E::InvalidText},
+      {u"absent", E::Absent},
+      {u"file", E::NotAFolder}};
   for (const auto& [text, error] : refused) {
     try {
       ADD_FAILURE() << testing::PrintToString(text) << folder.absolutize(text).hashValue();

@@ -14,7 +14,9 @@ class CommandLine;
 
 /// The options that say on which path a command works.
 struct PathOptions {
-  std::vector<std::string> parts;     // the values of --path
+  // The values of --path: "A:B", "-", or "@FILE", which is a list of folders or a cache, as its
+  // content shows.
+  std::vector<std::string> parts;
   std::optional<std::string> pathOf;  // the program or variable that names the path instead
   std::vector<std::string> flags;     // for the compiler of `pathOf` or of the profile
   std::optional<std::string> profile;
@@ -27,7 +29,9 @@ struct PathOptions {
   std::optional<std::string> timeout;  // in milliseconds
   bool quiet = false;
   bool strict = false;
-  bool foldersOnly = false;  // no option: set by a command that asks for no file
+  // No option, but set by a command that asks for no file: `OpenPath` then makes an environment that
+  // has none, see `Environment::WithoutFiles`.
+  bool foldersOnly = false;
 
   /// Adds all of these options.
   void AddTo(CommandLine& commandLine);
@@ -84,8 +88,8 @@ struct PathOptions {
 [[nodiscard]] host::Environment OpenPath(const PathOptions& options,
                                          const CommandLine& commandLine);
 
-/// The files that hold the list of folders: each @FILE of --path, or the file of the stored path
-/// when no path is named.
+/// The files that say which folders there are: each @FILE of --path, be it a list or a cache; or the
+/// file of the stored path when no path is named.
 [[nodiscard]] std::vector<AbsoluteIRI> FindLists(const PathOptions& options);
 
 /// Opens the path of another program; `where` is the option that names it, for messages.
@@ -95,7 +99,7 @@ struct PathOptions {
                                            const PathOptions& options);
 
 /// Opens the path that `part` denotes, in the syntax of --path; `where` is the operand, for
-/// messages. If `part` is a cache, "@FILE", its folders are as they were when it was saved.
+/// messages. If it names a cache, by "@FILE", the folders are as they were when it was saved.
 ///
 /// Errors: as `OpenPath`.
 [[nodiscard]] host::Environment OpenVersion(const std::string& part, const std::string& where,

@@ -62,7 +62,7 @@ class SEARCHPATH_EXPORT basic_diagnostic_logger {
   [[nodiscard]] static const std::shared_ptr<SharedSink>& CommonSink();
 
   const std::string name;
-  const std::shared_ptr<SharedSink> sharedSink;  // kept until the last logger is destroyed
+  const std::shared_ptr<SharedSink> sharedSink;  // the same for all loggers; never destroyed
 };
 
 }  // namespace foundation::log

@@ -8,10 +8,11 @@
 
 namespace Corvane::PathManagement::host {
 
-/// Closes descriptors later than they are handed over, those with consecutive numbers in one call.
-/// A look-up that opens many folders, one after the other, spares a quarter of its system calls.
+/// Collects descriptors and closes them together: all when there are 16 and another one comes, and
+/// the rest in the end. Those with consecutive numbers are closed in one system call, so that a
+/// look-up that opens many folders, one after the other, spares a quarter of its calls.
 ///
-/// Threads: not synchronised. Holds 16 descriptors at most.
+/// Threads: not synchronised.
 class ClosingBatch {
  public:
   ClosingBatch() = default;

@@ -42,7 +42,8 @@ ustring HomeOf(const std::string& user) {
 ustring WithHomeExpanded(const ustring& text) {
   const std::size_t userEnd = std::min(text.find(u'/'), text.size());
   const auto user = BytesFromText(std::u16string_view(text).substr(1, userEnd - 1));
-  if (!user) throw FailedToAbsolutizeException(AbsolutizeError::InvalidText);
+  const bool isName = user && user->find('\0') == std::string::npos;
+  if (!isName) throw FailedToAbsolutizeException(AbsolutizeError::InvalidText);
   return HomeOf(*user) + text.substr(userEnd);
 }
 

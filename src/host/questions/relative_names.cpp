@@ -19,14 +19,19 @@ namespace {
 
 using Files = LookupRules::Files;
 
-/// Whether a listed file counts, and if not, why. Listings do not show who may execute or read it,
-/// so the disk is asked. A listing, which may be a saved one, is believed that a file is there, even
-/// if it has gone since; but a file that has gone has no right to be executed.
-Standing StandingOf(const FoundItem& file, Files files) {
+/// Whether a file that `folder` has listed counts, and if not, why. Listings do not show who may
+/// execute or read it, so the disk is asked. A folder that does not answer in time is as if empty.
+///
+/// A readable file that has gone since the listing was made still counts, so that two saved listings
+/// can be compared after their files have gone. Of an executable one, nothing says that it was.
+Standing StandingOf(FolderState& folder, const FoundItem& file, Files files) {
   if (files == Files::Regular) return Standing::Counts;
-  const Standing standing =
-      LookAtFile(fl::filesystem::detail::NativeBytes(GetNativePath(file)), files);
-  return files == Files::Readable && standing == Standing::Absent ? Standing::Counts : standing;
+  const auto standing =
+      folder.AskDisk([path = fl::filesystem::detail::NativeBytes(GetNativePath(file)), files] {
+        return LookAtFile(path, files);
+      });
+  if (!standing) return Standing::Absent;
+  return files == Files::Readable && *standing == Standing::Absent ? Standing::Counts : *standing;
 }
 
 /// The file that each relative name means.
@@ -43,7 +48,7 @@ void AddMeanings(const MergedFolder& folder, Files files, Meanings& meanings) {
       std::string name = folder.name + std::string(state.Files()[index]);
       if (meanings.contains(name) || ended.contains(name)) continue;
       FoundItem file(ShareItem(part.entry, state.ItemAt(index)), part.entry);
-      const Standing standing = StandingOf(file, files);
+      const Standing standing = StandingOf(state, file, files);
       if (standing == Standing::Counts) {
         meanings.emplace(std::move(name), std::move(file));
       } else if (EndsSearch(standing, files)) {
@@ -72,7 +77,8 @@ bool ForEachFileByRules(const RuledPath& path, const std::function<bool(const Fo
     const auto items = folder.entry->GetItems();
     return std::any_of(items->begin(), items->end(), [&](const auto& item) {
       const FoundItem file(item, folder.entry);
-      return StandingOf(file, path.GetRules().files) == Standing::Counts && visit(file);
+      return StandingOf(StateOf(*folder.entry), file, path.GetRules().files) == Standing::Counts &&
+             visit(file);
     });
   });
 }
