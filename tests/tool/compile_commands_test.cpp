@@ -52,6 +52,9 @@ TEST_F(CompileCommandsTest, TheCompilerIsAskedWithTheFlagsThatMatter) {
              "-I|mid|-Iover|-iquote|lib|-isystem|mid|-idirafter|mid c\n");
   CheckAsked("f.c:cc -Xclang -Ia -mllvm -Ib -D -Ic -DX=1 -I- -Wall -m32 -Imid f.c -I",
              "-m32|-Imid c\n");
+  CheckAsked("f.c:cc --config a --include-directory-after b -mthread-model single -Ic f.c",
+             "--config|a|--include-directory-after|b|-Ic c\n");
+  CheckAsked("f.c:cc --driver-mode=g++ f.c", "--driver-mode=g++ c++\n");
   CheckAsked(
       "f.c:cc --sysroot=/s --sysroot /t -isysroot/u -nostdinc -stdlib=a -target b -B c -- -Id",
       "--sysroot=/s|--sysroot|/t|-isysroot/u|-nostdinc|-stdlib=a|-target|b|-B|c c\n");

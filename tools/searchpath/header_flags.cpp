@@ -11,24 +11,50 @@ namespace Corvane::PathManagement::tool {
 namespace {
 
 // Flags that change the folders; the value is joined to the flag, or is the next word.
-constexpr std::array<std::string_view, 20> kFolderFlags = {
-    "-iquote",         "-isystem-after",     "-isystem",     "-idirafter", "-isysroot",
-    "-iwithsysroot",   "-iwithprefixbefore", "-iwithprefix", "-iprefix",   "-imultilib",
-    "-iframework",     "-stdlib++-isystem",  "-cxx-isystem", "--sysroot",  "--include-directory",
-    "--gcc-toolchain", "-resource-dir",      "-I",           "-B",         "-F"};
+constexpr std::array<std::string_view, 23> kFolderFlags = {"-iquote",
+                                                           "-isystem-after",
+                                                           "-isystem",
+                                                           "-idirafter",
+                                                           "-isysroot",
+                                                           "-iwithsysroot",
+                                                           "-iwithprefixbefore",
+                                                           "-iwithprefix",
+                                                           "-iprefix",
+                                                           "-imultilib",
+                                                           "-iframework",
+                                                           "-stdlib++-isystem",
+                                                           "-cxx-isystem",
+                                                           "--sysroot",
+                                                           "--include-directory",
+                                                           "--include-directory-after",
+                                                           "-iframeworkwithsysroot",
+                                                           "--config",
+                                                           "--gcc-toolchain",
+                                                           "-resource-dir",
+                                                           "-I",
+                                                           "-B",
+                                                           "-F"};
 // Flags that change the folders, too; the value, if any, is always joined. -m... chooses the
 // machine, and so its folders.
-constexpr std::array<std::string_view, 10> kOneWordFolderFlags = {
-    "-nostdinc", "-nostdlibinc", "-nobuiltininc", "-stdlib=",       "--target=",
-    "-specs=",   "--specs=",     "--config=",     "--driver-mode=", "-m"};
+constexpr std::array<std::string_view, 9> kOneWordFolderFlags = {
+    "-nostdinc", "-nostdlibinc", "-nobuiltininc",  "-stdlib=", "--target=",
+    "-specs=",   "--specs=",     "--driver-mode=", "-m"};
 // Other flags, whose next word is their value, even if it looks like a flag.
-constexpr std::array<std::string_view, 15> kOtherFlags = {"-Xclang",     "-Xpreprocessor",
-                                                          "-Xassembler", "-Xlinker",
-                                                          "-mllvm",      "-o",
-                                                          "-D",          "-U",
-                                                          "-MF",         "-MT",
-                                                          "-MQ",         "-include",
-                                                          "-imacros",    "-arch",
+constexpr std::array<std::string_view, 16> kOtherFlags = {"-mthread-model",
+                                                          "-Xclang",
+                                                          "-Xpreprocessor",
+                                                          "-Xassembler",
+                                                          "-Xlinker",
+                                                          "-mllvm",
+                                                          "-o",
+                                                          "-D",
+                                                          "-U",
+                                                          "-MF",
+                                                          "-MT",
+                                                          "-MQ",
+                                                          "-include",
+                                                          "-imacros",
+                                                          "-arch",
                                                           "-L"};
 
 template <std::size_t Count>
@@ -69,7 +95,9 @@ std::string GetLanguage(const CompileCommand& command, const std::string& compil
   const auto found = dot == name.npos ? languages.end() : languages.find(name.substr(dot + 1));
   if (found == languages.end()) return "";
   // A driver for C++, such as c++, compiles C files as C++.
-  const bool isCxxDriver = GetLastPart(compiler).find("++") != std::string::npos;
+  const bool isCxxDriver =
+      GetLastPart(compiler).find("++") != std::string::npos ||
+      std::ranges::find(command.words, "--driver-mode=g++") != command.words.end();
   return found->second == "c" && isCxxDriver ? "c++" : found->second;
 }
 
@@ -117,6 +145,7 @@ class FlagReader {
 std::vector<std::string> WithoutLauncher(const std::vector<std::string>& words) {
   constexpr std::array<std::string_view, 5> kLaunchers = {"ccache", "sccache", "distcc", "icecc",
                                                           "buildcache"};
+  // Followed by a flag, a launcher is called in the place of the compiler.
   const bool isLaunched =
       words.size() > 1 && IsAny(GetLastPart(words[0]), kLaunchers) && !words[1].starts_with('-');
   return {words.begin() + (isLaunched ? 1 : 0), words.end()};
