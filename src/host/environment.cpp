@@ -50,7 +50,8 @@ PathEntries Expand(const AbsoluteIRI& folder, FolderExpansion expansion,
 }
 
 /// A part of the path, as a text for `WorkingFolder::Locate`, which then finds what the part means
-/// by the rules; no value when the rules leave the part out.
+/// by the rules; no value when the rules leave the part out. Where folders have a meaning, an empty
+/// part is a fault: `Locate` refuses it, and it is reported.
 std::optional<ustring> FolderTextOf(const ustring& part, const LookupRules& rules) {
   if (part.empty() && rules.emptyPart == LookupRules::EmptyPart::WorkingFolder) return u".";
   if (part.empty() && !rules.foldersHaveMeaning) return std::nullopt;
@@ -161,6 +162,7 @@ Environment::Environment(const EnvironmentOptions& given,
       packages(ReadPackages(given.packages, workingFolder)),
       view(std::make_shared<const PathView>(
           LocateAll(workingFolder, given, source, packages.get()),
+          // Read as users type folders, whatever the rules are.
           Locate(workingFolder, {.folders = given.without, .timeout = given.timeout},
                  /*source=*/nullptr),
           given.expansion, given.keepDuplicates || !given.rules.dropsRepeats)),

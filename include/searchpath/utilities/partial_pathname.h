@@ -40,7 +40,9 @@ class IPathEntry;
 [[nodiscard]] SEARCHPATH_EXPORT boost::container::small_vector<ustring, 8> SplitPartialPathname(
     std::u16string_view text);
 
-/// Whether `partial` matches the end of the folder path `folder`, in the loose form.
+/// Whether `partial` matches the end of the folder path `folder`, in the loose form. An empty
+/// `partial` is taken for the last folder of the path, whatever its kind: it matches unless that
+/// would begin inside a "+" folder.
 [[nodiscard]] SEARCHPATH_EXPORT bool DoesPartialPathnameMatchPathString(
     const BidirectionalUstringRange& partial, std::u16string_view folder,
     const std::function<bool(const ustring&, const ustring&)>& equal);
@@ -65,7 +67,7 @@ class IPathEntry;
 /// left of `partial` at the topmost entry must also match the end of that entry's location without
 /// leaving anything out: a topmost "+pkg" is not matched by "pkg". This comparison is called as
 /// comparator(folder name, part of the partial pathname). An empty `partial` matches every entry
-/// that neither is a "+" folder nor is below one.
+/// that neither is a "+" folder nor has one above it on `path`.
 ///
 /// Precondition: `entry` is on `path`, and so are its parent on `path`, the parent of that, and so
 /// on: `path` is asked for the parent of each. The composite paths assert that in debug builds; in

@@ -55,6 +55,7 @@ class AskedLists {
   [[nodiscard]] std::uint32_t Add(std::vector<std::uint32_t> places,
                                   AskedList::Listings listings = {});
   [[nodiscard]] std::uint32_t AddPathList();
+  /// The list of the folders of the path and of all special folders below them.
   [[nodiscard]] std::uint32_t ListOfAllFolders();
   [[nodiscard]] QuestionScope ScopeOnPath(const Lookup& lookup);
   [[nodiscard]] QuestionScope ScopeByRules(const Lookup& lookup, std::uint32_t kind);
@@ -62,6 +63,7 @@ class AskedLists {
                                               const std::vector<std::string>& folders);
   [[nodiscard]] AskedList::Listings ListingsBelow(const std::string& relative) const;
   [[nodiscard]] std::uint32_t PlaceAt(const ustring& folder);
+  /// The place of the folder that an absolute name begins with; empty for other names.
   [[nodiscard]] std::optional<std::uint32_t> PlaceInName(const ustring& name);
 
   ReceiptDraft& draft;

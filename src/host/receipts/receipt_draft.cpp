@@ -24,8 +24,9 @@ constexpr std::chrono::nanoseconds kSecond = std::chrono::seconds(1);
 constexpr std::chrono::nanoseconds kCoarseGrain = 2 * kSecond;  // of times in some file systems
 
 /// Whether any change of a folder since `begun` would show in `sight`, which was taken after that.
-/// When a modification time has been set back, only the change time shows that, so it must be early
-/// enough, too.
+/// `Receipt` promises that a folder modified in the two seconds before counts as uncertain, whatever
+/// the file system. When a modification time has been set back, only the change time shows that, so
+/// it must be early enough, too.
 bool IsCertain(const FolderSight& sight, std::chrono::nanoseconds begun) {
   // Other errors, such as a missing right, say nothing about what is there.
   if (sight.error != 0) return sight.error == ENOENT || sight.error == ENOTDIR;
@@ -260,7 +261,7 @@ std::shared_ptr<const ReceiptBody> ReceiptDraft::Finish(
       builder.CreateVectorOfStructs(files), builder.CreateVector(uncertain)));
   ListingBody body;
   body.size = builder.GetSize();
-  body.bytes = std::make_unique_for_overwrite<char[]>(body.size);
+  body.bytes = std::make_unique_for_overwrite<char[]>(body.size);  // no `NameBlock` views them
   std::memcpy(body.bytes.get(), builder.GetBufferPointer(), body.size);
   return std::make_shared<const ReceiptBody>(std::move(body));
 }
