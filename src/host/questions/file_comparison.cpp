@@ -11,7 +11,7 @@ namespace {
 /// How many bytes of a file with this status are compared at once: a small file is read whole, and
 /// one byte more, which tells where it ends.
 std::size_t BlockSizeFor(const struct stat& status) {
-  constexpr off_t most = 32 * 1024;
+  constexpr off_t most = off_t{32} * 1024;
   // A file of the kernel may state 0.
   return static_cast<std::size_t>(status.st_size == 0 ? most : std::min(status.st_size + 1, most));
 }
