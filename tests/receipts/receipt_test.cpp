@@ -182,6 +182,7 @@ TEST_F(ReceiptTest, AsksAgainWhenOtherFoldersAreOnThePath) {
   tree.Do(
       R"(echo '{"name": "old", "version": "1", "folders": ["lib"]}' >packages/old/searchpath.json)");
   tree.Link("../else/begin", "nest/begin");
+  tree.Link("nest/in", "cover");
   Age();
   host::EnvironmentOptions packages = Options();
   packages.folders = {u"mine"};
@@ -189,6 +190,9 @@ TEST_F(ReceiptTest, AsksAgainWhenOtherFoldersAreOnThePath) {
   host::EnvironmentOptions recursive = Options();
   recursive.folders = {u"nest"};
   recursive.expansion = host::FolderExpansion::Recursive;
+  host::EnvironmentOptions hiding = Options();
+  hiding.folders = {u"nest/in", u"packages/old/lib"};
+  hiding.without = {u"cover"};
   const struct {
     host::EnvironmentOptions options;
     const char* change;
@@ -198,6 +202,7 @@ TEST_F(ReceiptTest, AsksAgainWhenOtherFoldersAreOnThePath) {
        "in.zt: packages/old/lib/in.zt > packages/new/lib/in.zt\n"},
       {recursive, "mkdir else/begin; touch else/begin/in.zt",
        "in.zt: nest/in/in.zt > nest/begin/in.zt\n"},
+      {hiding, "ln -sfn else cover", "in.zt: packages/old/lib/in.zt > nest/in/in.zt\n"},
   };
   for (const auto& [options, change, changes] : rows) {
     const Receipt receipt = host::Environment(options).FindWithReceipt({{.name = u"in.zt"}});
@@ -281,9 +286,11 @@ TEST_F(ReceiptTest, RefusesEveryCutAndEveryFlippedBit) {
 TEST_F(ReceiptTest, ADepfileNamesFilesAndFoldersThatExist) {
   tree.File("far/a $#:b");
   tree.File("far/a;b");
+  tree.Link("../none/deep/none", "mine/deep.zt");
   const auto receipt = host::Environment(Options()).FindWithReceipt({{.name = u"own.zt"},
                                                                      {.name = u"plot.zt"},
                                                                      {.name = u"broken.zt"},
+                                                                     {.name = u"deep.zt"},
                                                                      {.name = u"a $#:b"},
                                                                      {.name = u"a;b"}});
   std::ostringstream stream;
@@ -292,7 +299,7 @@ TEST_F(ReceiptTest, ADepfileNamesFilesAndFoldersThatExist) {
   std::string inputs;
   std::string rules;
   for (const char* path : {"/far/a\\ $$\\#\\:b", "/mine/own.zt", "/way/plot.zt", "", "/far",
-                           "/mine", "/mine/../else", "/nest/in", "/way"}) {
+                           "/mine", "/mine/..", "/mine/../else", "/nest/in", "/way"}) {
     inputs += " \\\n  " + root + path;
     rules += '\n' + root + path + ":\n";
   }
