@@ -27,7 +27,7 @@ struct Row {
 void MakeFolders(const TemporaryTree& tree) {
   tree.Files({"run/tool", "run/plain", "data/tool", "data/plain", "deep/sub/a.h", "empty/other"});
   tree.Files({"ask/a.h", "one/a.h", "two/a.h", "closed/a.h", "two/sub/a.h", "shut/a.h"});
-  tree.Files({"listed/a.h", "shut/sub/a.h"});
+  tree.Files({"listed/a.h", "shut/sub/a.h", "flat/sub"});
   tree.Link("/dev/null", "devices/a.h");
   tree.Link("a.h", "rings/a.h");
   tree.Link("../pipe/tool", "pipes/tool");
@@ -125,6 +125,7 @@ TEST(RuleOutcomesTest, EachFolderHasOneAndOneRuleDecides) {
          Rule::FirstFolder,
          {Absent, HoldsIt, HiddenByEarlier},
          ""},
+        {include, "sub/a.h", "flat two", Rule::FirstFolder, {Absent, HoldsIt}, ""},
         {plain, "a.h", "closed", Rule::FirstFolder, {HoldsIt}, ""},
         {plain,
          "tool",
