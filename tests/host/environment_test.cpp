@@ -70,7 +70,7 @@ TEST_F(EnvironmentTest, WhatIsHiddenOrComesAgainIsNotShown) {
 }
 
 TEST_F(EnvironmentTest, FoldersAreFoundByName) {
-  tree.Files({"one/+pkg/@cls/f", "two/@cls/f", "two/private/f", "Pkg/f"});
+  tree.Files({"one/+pkg/@cls/f", "two/@cls/cls", "two/private/f", "Pkg/f"});
   const Environment environment(
       {tree.Text("one"), tree.Text("two"), tree.Text("Pkg"), tree.Text("two/private")});
   constexpr auto kIgnore = FilenameMatchingPolicy::IgnoreCase;
@@ -90,6 +90,7 @@ TEST_F(EnvironmentTest, FoldersAreFoundByName) {
   EXPECT_EQ(environment.FindOrigin(*method).folder, tree.Text("two"));
   const Environment hiding({.folders = {tree.Text("two")}, .without = {tree.Text("two/@cls")}});
   EXPECT_EQ(Shown(hiding.FindFolders({.name = u"cls", .isLiteral = true}), tree), "");
+  EXPECT_TRUE(environment.Find({.name = u"cls"}) && !hiding.Find({.name = u"cls"}));
   EXPECT_EQ(Shown(environment.FindSimilarFolders({u"PRIVATE"}), tree), "two/private two/private")
       << "also where a main entry has it below";
   EXPECT_EQ(Shown(environment.FindSimilarFolders({u"no/PKG"}, 2), tree), "one/+pkg Pkg");

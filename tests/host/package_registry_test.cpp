@@ -39,6 +39,7 @@ TEST_F(PackageRegistryTest, ABadManifestIsAProblem) {
       uR"( {"folder": "x", "tags": [0, 1.5]}]} => :2: folders[0].tags[1]: expected an integer)",
       uR"( {"folder": "x", "tags": [2147483648]}]} => :2: folders[0].tags[0]: out of range)",
       uR"("x/../y"]} => :2: folders[0]: not below the package's folder; for others write an IRI)",
+      uR"("~/x"]} => :2: folders[0]: not below the package's folder; for others write an IRI)",
       uR"("file:///\u0000"]} => :2: folders[0]: invalid IRI "file:///\u0000": a NUL names no file)",
       uR"(], "properties": {"p": {}}} => :2: properties.p: expected a truth value, number or text)",
       u"],\n\"properties\": {\"IsQRX\": 1}} => :3: properties.IsQRX: expected true or false",

@@ -188,6 +188,18 @@ TEST(PathEntryFactoryTest, QuoteFoldersAndThoseBelowComeFromACache) {
   EXPECT_EQ(listings.Take(), "own own/sub");
 }
 
+TEST(PathEntryFactoryTest, AFolderThatHasChangedIsReadWhateverLaterCachesHave) {
+  const TemporaryTree tree;
+  tree.File("d/old");
+  AgeAll(tree.Path());
+  const auto bytes = Written(FoldersIn(tree, {"d"}), tree.IRI());
+  tree.File("d/new");
+  const Environment environment(
+      {.folders = {tree.Text("d")},
+       .caches = {Read(bytes, tree.IRI()), Read(bytes, tree.IRI(), ListingUse::AsSaved)}});
+  EXPECT_TRUE(environment.Find({.name = u"new"}));
+}
+
 TEST(PathEntryFactoryTest, FreshnessSaysWhatBecameOfAFolder) {
   constexpr auto kNow = std::chrono::nanoseconds(1h);
   using Doing = std::function<void(const std::string&)>;

@@ -11,7 +11,7 @@ namespace {
 
 using test::Shown;
 
-/// Folders "a", "b" and "c" on a path.
+/// Folders "a", "b", "c" and "d" on a path.
 struct ShadowsTest : testing::Test {
   /// Each shadow as "name: winner > kind file, kind file;".
   [[nodiscard]] std::string List(const std::vector<Shadow>& shadows) const {
@@ -29,7 +29,7 @@ struct ShadowsTest : testing::Test {
   }
 
   test::TemporaryTree tree;
-  std::vector<ustring> folders = {tree.Text("a"), tree.Text("b"), tree.Text("c")};
+  std::vector<ustring> folders = {tree.Text("a"), tree.Text("b"), tree.Text("c"), tree.Text("d")};
 };
 
 TEST_F(ShadowsTest, EachHiddenFileIsComparedWithTheOneThatHidesIt) {
@@ -42,7 +42,7 @@ TEST_F(ShadowsTest, EachHiddenFileIsComparedWithTheOneThatHidesIt) {
       {"c/Link", "same"},       {"b/lost", "12"},         {"c/lost", "12"},
       {"a/only", ""},           {"a/private/size", "1"},  {"a/+p/size", ""},
       {"b/@one/one", "1"},      {"c/one", "1"},           {"b/turned", "1"},
-      {"c/turned", "1"}};
+      {"c/turned", "1"},        {"a/shut", "1"},          {"d/shut", "1"}};
   for (const auto& [file, content] : files) tree.File(file, content);
   tree.Link("../a/link", "b/link");
   tree.Link("../b/link", "c/LINK");
@@ -52,6 +52,8 @@ TEST_F(ShadowsTest, EachHiddenFileIsComparedWithTheOneThatHidesIt) {
   std::filesystem::remove(tree.Path("c/lost"));
   std::filesystem::remove(tree.Path("c/turned"));
   tree.Folder("c/turned");
+  std::filesystem::remove_all(tree.Path("d"));
+  tree.File("d");
   EXPECT_EQ(List(environment.FindShadows().shadows),
             "bytes: a/bytes > different b/bytes, identical c/bytes;\n"
             "empty: a/empty > identical b/empty;\n"
@@ -60,6 +62,7 @@ TEST_F(ShadowsTest, EachHiddenFileIsComparedWithTheOneThatHidesIt) {
             "link: a/link > same file b/link;\n"
             "lost: b/lost > unreadable c/lost (No such file or directory);\n"
             "one: b/@one/one > identical c/one;\n"
+            "shut: a/shut > unreadable d/shut (Not a directory);\n"
             "size: a/size > different b/size;\n"
             "turned: b/turned > unreadable c/turned (Invalid argument);\n");
   const ShadowLookup respelled{.names = {u"LINK"}, .policy = FilenameMatchingPolicy::IgnoreCase};
