@@ -154,6 +154,7 @@ TEST_F(ToolTest, PackagesAreListedAndSearched) {
       {"s list --json --packages p --strict", 2, ":1: name: expected a text\n",
        "{`path`:`$T/p/new/lib`,`kind`:`ordinary`,`items`:1,`problem`:null,"
        "`origin`:`$T/p/new/lib`,`source`:`package`,`package`:{`name`:`a`,`version`:`1`}}\n"},
+      {"s packages --root p --strict --path lib >../shown", 2, ":1: name: expected a text\n", ""},
       {"mkdir -p q/c q/d; ln -s lib q/c/lib; "
        "m='{\"name\":\"%s\",\"version\":\"2\",\"folders\":[\"lib\"],"
        "\"properties\":{\"IsQRX\":%s}}'; for p in 'c false' 'd true'; do\n"

@@ -123,8 +123,10 @@ TEST_F(RulesTest, DoctorKnowsWhatPathsOfProgramsSufferFrom) {
 
 TEST_F(RulesTest, WhatStandsBelowAFolderThatIsNotSearchedIsNamed) {
   Check({
-      {"mkdir -p lib/resources/in lib/private/in; touch lib/resources/in/a.zt lib/private/in/b.zt; "
-       "s find --explain a.zt b.zt resources/in/a.zt --path over:lib | grep below",
+      {"mkdir -p lib/resources/in lib/private/in lib/private/resources\n"
+       "touch lib/resources/in/a.zt lib/private/in/b.zt lib/private/resources/c.zt\n"
+       "s find --explain a.zt b.zt resources/in/a.zt private/resources/c.zt --path over:lib | grep "
+       "below",
        0, "no file called",
        "  below a folder that is not searched  $T/lib  $T/lib/resources/in/a.zt (a resources "
        "folder "
@@ -133,7 +135,10 @@ TEST_F(RulesTest, WhatStandsBelowAFolderThatIsNotSearchedIsNamed) {
        "private folder are not searched)\n"
        "  below a folder that is not searched  $T/lib  $T/lib/resources/in/a.zt (a resources "
        "folder "
-       "is not searched)\n"},
+       "is not searched)\n"
+       "  below a folder that is not searched  $T/lib  $T/lib/private/resources/c.zt (folders "
+       "below "
+       "a private folder are not searched)\n"},
   });
 }
 

@@ -35,9 +35,12 @@ TEST_F(ToolTest, FindAnswers) {
        0, "", "$T/d\xFF"},
       {"s find colon FN.ZT --policy ignore-case --path @folders", 0, "",
        "$T/a:b/colon\n$T/lib/fn.zt\n"},
+      {"echo lib | s find plain --path - --path -", 0, "", "$T/lib/plain\n"},
       {"echo file://$PWD/%61:b | s find colon --path -", 0, "", "$T/a:b/colon\n"},
       {"printf 'plain\\n\\nfn.c' | s find --stdin --path lib", 2,
        "line 2 of standard input is empty, which means no file\n", "$T/lib/plain\n$T/lib/fn.c\n"},
+      {"printf '\\n\\n' | s find --stdin --path lib 2>&1 | cut -d' ' -f2,3", 0, "",
+       "line 1\nline 2\n"},
       {"printf 'two\nlines\\0bad\\377\\0fm.zt' | s find --stdin -0 --path odd:lib | tr '\\0' '|'",
        0, "no file called `fm.zt` on the path\n", "$T/odd/two\nlines|$T/odd/bad\xFF|"},
   });
@@ -193,6 +196,9 @@ TEST_F(ToolTest, ShadowsAndDoctorCheck) {
       {"s shadows --path bad:over:lib 2>&1 | grep -c cannot", 0, "", "1\n"},
       {"s shadows fn.zt --path bad:over --quiet | tail -n 1", 0, "",
        "  unreadable  $T/over/fn.zt\n"},
+      {"mkdir many; (cd many && touch $(seq 2001)); cp -r many more; s shadows --path many:more |"
+       " grep -c means",
+       0, "", "2001\n"},
       {"s shadows --path over:no --strict", 2, "cannot search `$T/no`: no such folder\n", ""},
       {"s shadows --path over --allow no", 2, "cannot read `no`, the names of --allow: No such",
        ""},
