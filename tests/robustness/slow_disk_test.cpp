@@ -214,6 +214,19 @@ TEST_F(SlowDiskTest, AskingFoldersAreWaitedForNoLonger) {
   EXPECT_EQ(found(nullptr, "f100"), "f101/area.zt");
 }
 
+TEST_F(SlowDiskTest, AFolderBehindALinkIsWaitedForNoLongerWhenItIsReadAgain) {
+  tree.File("other/+pkg/plot.zt");
+  tree.Link("../other/+pkg", "f100/+pkg");
+  options.folders = {tree.Text("f100")};
+  options.timeout = milliseconds(500);
+  const FolderEntries folders = Environment(options).GetMainFolders();
+  EXPECT_EQ(folders[0]->GetSpecialFolders()[0]->GetItemCount(), 1U);
+  const ChangedFolders changed(std::vector<AbsoluteIRI>{tree.IRI("other/+pkg")});
+  disk.Silence("/+pkg");
+  const FolderEntries refreshed = RefreshFolders(folders, changed);
+  EXPECT_EQ(Missing(refreshed[0]->GetSpecialFolders()[0]->GetProblems()), "f100/+pkg");
+}
+
 TEST_F(SlowDiskTest, QuoteFoldersAreWaitedForNoLonger) {
   options = {.folders = {tree.Text("f100")},
              .rules = kIncludeRules,
