@@ -104,6 +104,24 @@ std::string Dump(const FolderEntries& folders) {
   return all;
 }
 
+TEST(PathEntryFactoryTest, WhatEarlierAnswersChangedInAListingIsListedAgain) {
+  TemporaryTree tree;
+  tree.Files({"lib/b.zt", "target.zt"});
+  const FolderPath path({FolderEntry::Create(tree.IRI("lib"))});
+  for (const char16_t* const name : {u"x.zt", u"linked.zt"}) {
+    EXPECT_FALSE(path.FindVisible(PathManagement::detail::SearchTarget(name),
+                                  FilenameMatchingPolicy::CaseSensitive));
+  }
+  tree.File("lib/x.zt");
+  tree.Link("../target.zt", "lib/linked.zt");
+  Age(tree.Path("lib"));
+  const auto saved = Read(Written(path.GetMainFolders(), tree.IRI()), tree.IRI());
+  EXPECT_EQ(saved.GetFolders().at(0)->GetItemCount(), 3U);
+  const auto asSaved =
+      Read(Written(path.GetMainFolders(), tree.IRI()), tree.IRI(), ListingUse::AsSaved);
+  EXPECT_EQ(asSaved.GetFolders().at(0)->GetItems()->at(0)->GetName(), u"b");
+}
+
 /// Adds, removes or renames something, anywhere.
 void Change(const TemporaryTree& tree, std::mt19937_64& random) {
   const auto anyOf = [&](const Names& names) { return names[random() % names.size()]; };

@@ -124,12 +124,16 @@ const NameAnswers::Answer* NameAnswers::Find(std::string_view name) const {
 void NameAnswers::ApplyTo(FolderListing& listing) const {
   for (const Answer& answer : answers) {
     const auto listed = IndexOf(listing.files, answer.name);
-    if (answer.kind == Kind::File && !listed) listing.files.Add(answer.name);
-    if (answer.kind != Kind::File && listed) listing.files = Without(listing.files, *listed);
+    const bool isFile = answer.kind == Kind::File;
+    // What is not as on the disk must not be taken for it by whoever compares stamps.
+    if (isFile != listed.has_value()) listing.stamp.reset();
+    if (isFile && !listed) listing.files.Add(answer.name);
+    if (!isFile && listed) listing.files = Without(listing.files, *listed);
     // A folder that is gone by now is not put back: nobody has been given an entry for it.
     if (answer.kind == Kind::Folder) continue;
     for (auto* folders : {&listing.specialFolders, &listing.ordinaryFolders}) {
-      std::erase_if(*folders, [&](const auto& folder) { return folder.name == answer.name; });
+      const auto isIt = [&](const auto& folder) { return folder.name == answer.name; };
+      if (std::erase_if(*folders, isIt) > 0) listing.stamp.reset();
     }
   }
 }

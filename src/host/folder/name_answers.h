@@ -96,7 +96,7 @@ class NameAnswers {
   [[nodiscard]] bool IsEmpty() const noexcept { return answers.empty() && !problem; }
 
   /// Makes the listing agree with the answers: adds the files that were found, and removes what was
-  /// not there.
+  /// not there. A listing that is changed loses its stamp, since it is not what the disk has.
   void ApplyTo(FolderListing& listing) const;
   /// Hands over to `items` the items that were made. `items` has an item for each of `files`.
   /// Precondition: `files` has been made to agree with the answers.

@@ -9,6 +9,7 @@
 #include "searchpath/model/byte_text.h"
 
 #include <boost/unordered/unordered_flat_map.hpp>
+#include <boost/unordered/unordered_flat_set.hpp>
 
 #include <algorithm>
 #include <stdexcept>
@@ -112,15 +113,15 @@ class ListingWriter {
     NamesToWrite links;
     std::vector<std::uint8_t> targets;
     if (!listing.problem) {
+      boost::unordered_flat_set<std::string_view> linked;  // files that are not saved as such
       for (const auto& link : listing.links) {
         links.Add(link.name);
         targets.push_back(static_cast<std::uint8_t>(link.target));
+        if (link.target == LinkTarget::File) linked.insert(link.name);
       }
-      // The files behind links come last, and are not saved here: `links` has them.
-      const auto linked = static_cast<std::size_t>(
-          std::ranges::count(targets, static_cast<std::uint8_t>(LinkTarget::File)));
-      for (std::size_t at = 0; at + linked < listing.files.size(); ++at)
-        files.Add(listing.files[at]);
+      for (std::size_t at = 0; at < listing.files.size(); ++at) {
+        if (!linked.contains(listing.files[at])) files.Add(listing.files[at]);
+      }
       for (const auto* group : {&listing.specialFolders, &listing.ordinaryFolders}) {
         for (const auto& subfolder : *group) {
           if (!subfolder.isLink) subfolders.Add(subfolder.name);
