@@ -46,7 +46,10 @@ struct Contender {
   [[nodiscard]] bool HasNameOf(const Contender& other) const {
     const PathItem& item = *file.GetPathItem();
     const PathItem& otherItem = *other.file.GetPathItem();
-    return item.GetName() == otherItem.GetName() && item.GetExtension() == otherItem.GetExtension();
+    const bool hasSameParts =
+        item.GetName() == otherItem.GetName() && item.GetExtension() == otherItem.GetExtension();
+    return hasSameParts ||
+           GetName() == other.GetName();  // an entry may divide names in its own way
   }
 
   const FoundItem& file;
