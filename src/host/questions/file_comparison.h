@@ -32,10 +32,12 @@ class ComparedFolder {
   [[nodiscard]] bool IsOnDisk() const noexcept { return !path.empty(); }
 
   /// Where to begin the walk to a file of the folder, and the path from there. From the working
-  /// folder, if this folder could not be opened: the walk then reports why.
+  /// folder, if this folder could not be opened: the walk then reports why. The path is "", which
+  /// leads nowhere, when this folder is not on disk.
   [[nodiscard]] int GetStart() const noexcept { return folder.IsOpen() ? folder.Get() : AT_FDCWD; }
   [[nodiscard]] std::string GetPathTo(const std::string& file) const {
-    return folder.IsOpen() ? file : path + '/' + file;
+    if (folder.IsOpen()) return file;
+    return IsOnDisk() ? path + '/' + file : std::string();
   }
 
  private:
